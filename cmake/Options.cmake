@@ -1,0 +1,16 @@
+# Compiler options that every target of this project shares.
+add_library(norvane-options INTERFACE)
+target_compile_options(norvane-options INTERFACE
+    -Wall -Wextra -Wshadow -Wold-style-cast -Woverloaded-virtual -Wnon-virtual-dtor
+    -Wimplicit-fallthrough -Wno-multichar
+    $<$<BOOL:${NORVANE_WERROR}>:-Werror>
+    $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>)
+if(NORVANE_GUARDS)
+    target_compile_definitions(norvane-options INTERFACE KITS_GUARDS=1)
+endif()
+if(NORVANE_SANITIZE)
+    target_compile_options(norvane-options INTERFACE
+        -fsanitize=${NORVANE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    target_link_options(norvane-options INTERFACE -fsanitize=${NORVANE_SANITIZE})
+endif()
+target_link_libraries(norvane-options INTERFACE Threads::Threads)
