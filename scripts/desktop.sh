@@ -1,0 +1,93 @@
+# Sourced by the demonstration, the end-to-end tests and the benchmarks: a private desktop to play on.
+#
+# start_desktop [SIZE] [wm|bare]   an X server of our own (and openbox); sets DISPLAY
+# use_folders DIR                  HOME and every XDG folder below DIR
+# start_program COMMAND...         in the background; its pid in program_pid
+# wait_for SECONDS COMMAND...      until the command succeeds
+# window_shown TITLE               succeeds while a window of exactly that title is mapped
+# key KEY...                       real key presses, as xdotool names them
+# picture FILE [TITLE]             the screen, or one window, as PNG
+# stop_program, stop_desktop       end what was started here, by its pid
+
+desktop_pids=()
+
+start_desktop() {
+    local size=${1:-1280x800} manager=${2:-wm} number_file
+    number_file=$(mktemp)
+    Xvfb -displayfd 3 -screen 0 "${size}x24" -nolisten tcp -noreset 3>"$number_file" 2>/dev/null &
+    desktop_pids+=($!)
+    wait_for 20 test -s "$number_file" || { echo "no X server" >&2; return 1; }
+    export DISPLAY=":$(cat "$number_file")"
+    rm -f "$number_file"
+    unset WAYLAND_DISPLAY QT_QPA_PLATFORM
+    if [ "$manager" = wm ]; then
+        openbox >/dev/null 2>&1 &
+        desktop_pids+=($!)
+        wait_for 10 sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q "window id"'
+    fi
+}
+
+stop_desktop() {
+    local pid
+    for pid in "${desktop_pids[@]}"; do
+        kill "$pid" 2>/dev/null
+        wait "$pid" 2>/dev/null
+    done
+    desktop_pids=()
+}
+
+use_folders() {
+    export HOME="$1/home"
+    export XDG_CONFIG_HOME="$HOME/.config" XDG_DATA_HOME="$HOME/.local/share"
+    export XDG_CACHE_HOME="$HOME/.cache" XDG_STATE_HOME="$HOME/.local/state"
+    export XDG_RUNTIME_DIR="$1/run"
+    mkdir -p "$HOME" "$XDG_CONFIG_HOME" "$XDG_DATA_HOME" "$XDG_CACHE_HOME" "$XDG_RUNTIME_DIR"
+    chmod 700 "$XDG_RUNTIME_DIR"
+}
+
+start_program() {
+    "$@" &
+    program_pid=$!
+}
+
+stop_program() {
+    [ -n "$program_pid" ] || return 0
+    kill "$program_pid" 2>/dev/null
+    wait "$program_pid" 2>/dev/null
+    program_pid=
+}
+
+wait_for() {
+    local end=$((SECONDS + $1))
+    shift
+    until "$@" >/dev/null 2>&1; do
+        [ $SECONDS -lt "$end" ] || return 1
+        sleep 0.03
+    done
+}
+
+# The id of the newest mapped window with exactly this title.
+window_id() {
+    local id
+    for id in $(xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | tac); do
+        echo "$id"
+        return 0
+    done
+    return 1
+}
+
+window_shown() { window_id "$1" >/dev/null; }
+window_gone() { ! window_shown "$1"; }
+
+window_focused() {
+    [ "$(xdotool getactivewindow getwindowname 2>/dev/null)" = "$1" ] ||
+        [ "$(xdotool getwindowfocus getwindowname 2>/dev/null)" = "$1" ]
+}
+
+key() { xdotool key --delay 15 "$@"; }
+
+picture() {
+    local target=root
+    [ -n "$2" ] && target=$(window_id "$2")
+    import -window "$target" "$1"
+}
