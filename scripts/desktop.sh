@@ -3,6 +3,7 @@
 # start_desktop [SIZE] [wm|bare]   an X server of our own (and openbox); sets DISPLAY
 # use_folders DIR                  HOME and every XDG folder below DIR
 # start_program COMMAND...         in the background; its pid in program_pid
+# program_ended                    succeeds when it has
 # wait_for SECONDS COMMAND...      until the command succeeds
 # window_shown TITLE               succeeds while a window of exactly that title is mapped
 # key KEY...                       real key presses, as xdotool names them
@@ -55,6 +56,11 @@ stop_program() {
     kill "$program_pid" 2>/dev/null
     wait "$program_pid" 2>/dev/null
     program_pid=
+}
+
+# Succeeds once the program has ended, also while nobody has asked for its status yet.
+program_ended() {
+    ! kill -0 "$program_pid" 2>/dev/null || grep -q '^State:[[:space:]]*Z' "/proc/$program_pid/status"
 }
 
 wait_for() {

@@ -1,0 +1,148 @@
+#include "Screen.h"
+
+#include <X11/Xatom.h>
+#include <X11/Xutil.h>
+#include <X11/extensions/XTest.h>
+
+#include <chrono>
+#include <poll.h>
+#include <thread>
+
+namespace {
+
+// A window may vanish between being listed and being asked: that is no error here.
+int IgnoreError(Display*, XErrorEvent*) { return 0; }
+
+std::string TitleOf(Display* display, Window window)
+{
+    const Atom utf8 = XInternAtom(display, "UTF8_STRING", False);
+    const Atom name = XInternAtom(display, "_NET_WM_NAME", False);
+    Atom type = 0;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long rest = 0;
+    unsigned char* data = nullptr;
+    std::string title;
+    if (XGetWindowProperty(display, window, name, 0, 256, False, utf8, &type, &format, &count, &rest,
+            &data) == Success
+        && data != nullptr) {
+        title.assign(reinterpret_cast<char*>(data), count);
+        XFree(data);
+    }
+    return title;
+}
+
+} // namespace
+
+Screen::Screen() : fDisplay(XOpenDisplay(nullptr))
+{
+    int error = 0;
+    if (fDisplay == nullptr || !XDamageQueryExtension(fDisplay, &fDamageEvent, &error)) {
+        return;
+    }
+    XSetErrorHandler(IgnoreError);
+    fDamage = XDamageCreate(fDisplay, DefaultRootWindow(fDisplay), XDamageReportRawRectangles);
+    XSync(fDisplay, False);
+}
+
+Screen::~Screen()
+{
+    if (fDisplay != nullptr) {
+        XCloseDisplay(fDisplay);
+    }
+}
+
+double Screen::Now()
+{
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration<double, std::milli>(now).count();
+}
+
+bool Screen::NextChange(double untilMs)
+{
+    for (;;) {
+        while (XPending(fDisplay) > 0) {
+            XEvent event;
+            XNextEvent(fDisplay, &event);
+            if (event.type == fDamageEvent + XDamageNotify) {
+                return true;
+            }
+        }
+        const double left = untilMs - Now();
+        if (left <= 0) {
+            return false;
+        }
+        pollfd ready{ConnectionNumber(fDisplay), POLLIN, 0};
+        poll(&ready, 1, static_cast<int>(left) + 1);
+    }
+}
+
+void Screen::Drain()
+{
+    XSync(fDisplay, False);
+    while (NextChange(Now())) {
+    }
+}
+
+double Screen::LastChange(double quietMs, double limitMs)
+{
+    const double end = Now() + limitMs;
+    double last = -1;
+    if (!NextChange(end)) {
+        return -1;
+    }
+    do {
+        last = Now();
+        if (last > end) {
+            return -1;
+        }
+    } while (NextChange(last + quietMs));
+    return last;
+}
+
+bool Screen::Press(const std::string& keyName)
+{
+    const KeySym symbol = XStringToKeysym(keyName.c_str());
+    const KeyCode code = XKeysymToKeycode(fDisplay, symbol);
+    if (code == 0) {
+        return false;
+    }
+    XTestFakeKeyEvent(fDisplay, code, True, CurrentTime);
+    XTestFakeKeyEvent(fDisplay, code, False, CurrentTime);
+    XFlush(fDisplay);
+    return true;
+}
+
+bool Screen::HasWindow(Window parent, const std::string& title)
+{
+    Window root = 0;
+    Window ignored = 0;
+    Window* children = nullptr;
+    unsigned int count = 0;
+    if (!XQueryTree(fDisplay, parent, &root, &ignored, &children, &count)) {
+        return false;
+    }
+    bool found = false;
+    for (unsigned int i = 0; i < count && !found; i++) {
+        XWindowAttributes attributes;
+        found = XGetWindowAttributes(fDisplay, children[i], &attributes)
+            && attributes.map_state == IsViewable && TitleOf(fDisplay, children[i]) == title;
+        found = found || HasWindow(children[i], title);
+    }
+    if (children != nullptr) {
+        XFree(children);
+    }
+    return found;
+}
+
+bool Screen::WaitForWindow(const std::string& title, bool shown, double limitMs)
+{
+    const double end = Now() + limitMs;
+    while (HasWindow(DefaultRootWindow(fDisplay), title) != shown) {
+        if (Now() > end) {
+            return false;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    return true;
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <SupportDefs.h>
+
+#include <X11/Xlib.h>
+#include <X11/extensions/Xdamage.h>
+
+#include <string>
+
+/// Watches a whole X screen for changes, as the person in front of it does.
+///
+/// Times are in milliseconds of the monotonic clock.
+class Screen
+{
+public:
+    Screen();
+    ~Screen();
+    Screen(const Screen&) = delete;
+    Screen& operator=(const Screen&) = delete;
+
+    bool IsOpen() const { return fDisplay != nullptr; }
+
+    static double Now();
+
+    /// When the screen changed last, once it has been still for `quietMs`; -1 when it never changed
+    /// within `limitMs`, or never came to rest.
+    double LastChange(double quietMs, double limitMs);
+    /// Forgets the changes so far.
+    void Drain();
+
+    /// Presses and releases a key given by its X name, such as "Return".
+    bool Press(const std::string& keyName);
+
+    /// Waits until a mapped window has exactly this title, or until none has.
+    bool WaitForWindow(const std::string& title, bool shown, double limitMs);
+
+private:
+    bool NextChange(double untilMs);
+    bool HasWindow(Window parent, const std::string& title);
+
+    Display* fDisplay;
+    Damage fDamage = 0;
+    int fDamageEvent = 0;
+};

@@ -1,0 +1,121 @@
+// Measures what a person in front of the screen sees. All times are printed in milliseconds.
+//
+//   desk start COMMAND...     from the start of the command to its last change of the screen;
+//                             leaves the command running and prints its process id first
+//   desk key NAME             from a key press to the last change of the screen
+//   desk keys NAME COUNT      the same COUNT times: the 50th, 99th and 100th of a hundred
+//   desk operation NAME TITLE from a key press until the window of that title, once shown, is gone
+
+#include "Screen.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+constexpr double kQuietMs = 700;
+constexpr double kLimitMs = 300000;
+
+int Fail(const char* text)
+{
+    std::fprintf(stderr, "desk: %s\n", text);
+    return 1;
+}
+
+int Start(Screen& screen, char** command)
+{
+    screen.Drain();
+    const double begin = Screen::Now();
+    const pid_t child = fork();
+    if (child == 0) {
+        // The measured command must not hold the pipe that this program's output goes to.
+        if (std::freopen("/dev/null", "w", stdout) == nullptr) {
+            _exit(126);
+        }
+        std::freopen("/dev/null", "w", stderr);
+        execvp(command[0], command);
+        _exit(127);
+    }
+    const double end = screen.LastChange(kQuietMs, kLimitMs);
+    std::printf("%d %.1f\n", static_cast<int>(child), end < 0 ? -1.0 : end - begin);
+    return end < 0 ? 1 : 0;
+}
+
+int Key(Screen& screen, const char* name)
+{
+    screen.Drain();
+    const double begin = Screen::Now();
+    if (!screen.Press(name)) {
+        return Fail("no such key");
+    }
+    const double end = screen.LastChange(kQuietMs, kLimitMs);
+    std::printf("%.1f\n", end < 0 ? -1.0 : end - begin);
+    return end < 0 ? 1 : 0;
+}
+
+int Keys(Screen& screen, const char* name, int count)
+{
+    std::vector<double> times;
+    for (int i = 0; i < count; i++) {
+        screen.Drain();
+        const double begin = Screen::Now();
+        if (!screen.Press(name)) {
+            return Fail("no such key");
+        }
+        const double end = screen.LastChange(30, 2000);
+        if (end >= 0) {
+            times.push_back(end - begin);
+        }
+    }
+    if (times.empty()) {
+        return Fail("the screen never changed");
+    }
+    std::sort(times.begin(), times.end());
+    const size_t last = times.size() - 1;
+    std::printf("%.1f %.1f %.1f of %zu\n", times[last / 2], times[last * 99 / 100], times[last],
+        times.size());
+    return 0;
+}
+
+int Operation(Screen& screen, const char* name, const char* title)
+{
+    const double begin = Screen::Now();
+    if (!screen.Press(name)) {
+        return Fail("no such key");
+    }
+    if (!screen.WaitForWindow(title, true, 5000)) {
+        return Fail("the window never came");
+    }
+    if (!screen.WaitForWindow(title, false, kLimitMs)) {
+        return Fail("the window never went");
+    }
+    std::printf("%.1f\n", Screen::Now() - begin);
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    Screen screen;
+    if (!screen.IsOpen()) {
+        return Fail("no display");
+    }
+    if (argc >= 3 && std::strcmp(argv[1], "start") == 0) {
+        return Start(screen, argv + 2);
+    }
+    if (argc == 3 && std::strcmp(argv[1], "key") == 0) {
+        return Key(screen, argv[2]);
+    }
+    if (argc == 4 && std::strcmp(argv[1], "keys") == 0) {
+        return Keys(screen, argv[2], std::atoi(argv[3]));
+    }
+    if (argc == 4 && std::strcmp(argv[1], "operation") == 0) {
+        return Operation(screen, argv[2], argv[3]);
+    }
+    return Fail("start COMMAND... | key NAME | keys NAME COUNT | operation NAME TITLE");
+}
