@@ -1,0 +1,81 @@
+#pragma once
+
+#include <List.h>
+#include <Message.h>
+#include <Rect.h>
+#include <Window.h>
+
+#include <string>
+#include <vector>
+
+class BMenuBar;
+
+namespace norvane {
+
+class DirPane;
+
+/// The main window: a menu bar over one to ten panes of equal width, and the receiver of all
+/// commands.
+///
+/// Thread: its own, but for construction.
+class NorvaneWindow : public BWindow
+{
+public:
+    /// `folders` (may be empty) take the place of the saved ones, from the first pane on.
+    NorvaneWindow(BRect frame, bool, const std::vector<std::string>& folders = {});
+    ~NorvaneWindow() override;
+
+    /// Adds one pane on `path` at the right end, with the focus; nothing when there are ten
+    /// already.
+    void AddFilePane(const char* path);
+    /// Removes every pane.
+    void Clear();
+    /// Two panes on the home folder, the first with the focus.
+    void Default();
+    /// Restores frame, panes and column widths as they were saved.
+    void GetSettings();
+    /// Saves what GetSettings() restores.
+    void SaveSettings();
+    void FocusFirst();
+    /// The pane that has the focus, or null. Locks the window.
+    DirPane* GetFocusedPane();
+    /// Panes from left to right.
+    int32 CountPanes() const { return fPanes.CountItems(); }
+    DirPane* PaneAt(int32 index) const;
+
+    // BWindow
+    void FrameResized(float width, float height) override;
+    void MessageReceived(BMessage* message) override;
+    bool QuitRequested() override;
+
+private:
+    // Construction (NorvaneWindow.cpp, WindowMenus.cpp)
+    void CreateMenus();
+    void RestoreFrame();
+    void RestorePanes();
+    void RestoreColumns();
+    std::string UsableFolder(const std::string& path);
+
+    // Commands (WindowCommands.cpp); each does nothing without the pane it needs
+    void PaneCommand(uint32 what);
+    void DoAboutBox();
+    void DoGetSpace();
+    void DoDrag(BMessage* message);
+    void OpenInLeftPane();
+    void OpenInRightPane();
+    void RemovePane();
+    void FocusPane(int32 index);
+    void ShowOverwriteTest();
+    void SetColumnFromMessage(const BMessage& message);
+    void GetPreferences();
+    void VolumeChanged(const BMessage& message);
+    void TellMissingFolders();
+    int32 IndexOf(const DirPane* pane) const;
+
+    BList fPanes{5};
+    bool fIsReady = false;
+    std::vector<std::string> fFolders;        // from the command line
+    std::vector<std::string> fMissingFolders; // saved ones that could not be shown, told once
+};
+
+} // namespace norvane

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "fileops/OperationProgress.h"
+#include "fileops/ProblemList.h"
+
+#include <Message.h>
+#include <Messenger.h>
+#include <Rect.h>
+#include <Window.h>
+
+#include <atomic>
+#include <memory>
+#include <string>
+#include <vector>
+
+class BStatusBar;
+class BStringView;
+
+namespace norvane {
+
+class OverWin;
+class WindowUI;
+
+/// Sent to the handler when the operation ended; carries the pointer "WindowHandle", to compare
+/// only.
+constexpr uint32 kOperationDone = 511;
+
+/// The small window that carries out one file operation, on its own thread, from start to end.
+///
+/// It shows itself, begins at its first activation, or 300 ms after being shown when none comes,
+/// tells the handler and quits. Its thread holds its lock while the operation runs: nobody else may
+/// wait for that. Ownership: create with `new`; it deletes itself.
+class CopyWin : public BWindow
+{
+public:
+    /// Centred on `frame`. `path` is the folder the operation works in; `request` is copied;
+    /// `handler` (borrowed now, held by token later) receives kOperationDone.
+    CopyWin(BRect frame, const char* title, const char* path, BMessage* request, BHandler* handler);
+    ~CopyWin() override;
+
+    /// Runs the whole operation, tells the handler and asks the window to quit.
+    void DoOp();
+    /// Carries out `request`: 'DATA' with "refs" is a copy into the path. Anything else does
+    /// nothing.
+    void PerformOp(BMessage* request);
+
+    // What NorvaneEntry reports. Thread: the window's own.
+    void FileStarted(const std::string& sourcePath, const std::string& targetPath, int64 sizeBytes);
+    void BytesCopied(const char* name, int64 count);
+    void NoteProblem(const std::string& name, const std::string& reason);
+    /// Hides the window before a question; nests with ShowAgain().
+    void HideForQuestion();
+    /// Undoes one HideForQuestion(); never takes the activation.
+    void ShowAgain();
+    bool IsStopped() const { return fIsStopped; }
+
+    // BWindow
+    void WindowActivated(bool active) override;
+    void MessageReceived(BMessage* message) override;
+    bool QuitRequested() override;
+
+private:
+    void BuildViews();
+    void StartWatchdog();
+    void Copy(const BMessage& request);
+    void CopyItems(const std::vector<entry_ref>& items, WindowUI& ui, const OverWin& overWin);
+    void StartTotals(const std::vector<entry_ref>& items);
+    void PaintIfDue();
+    void PaintNow(bigtime_t now);
+    void TakeWaitingKeys();
+    void ShowForQuit();
+
+    BStringView* fFromLine = nullptr;
+    BStringView* fToLine = nullptr;
+    BStatusBar* fFileBar = nullptr;
+    BStatusBar* fOverallBar = nullptr;
+
+    std::string fBaseTitle;
+    std::string fPath;
+    std::unique_ptr<BMessage> fRequest;
+    BMessenger fHandler;
+    bool fIsPending = true;
+    bool fIsStopped = false;
+
+    OperationProgress fProgress;
+    ProblemList fProblems;
+    // What the views will show at the next frame.
+    std::string fFromText;
+    std::string fToText;
+    std::string fFileName;
+    bigtime_t fNextPaint = 0;
+};
+
+} // namespace norvane

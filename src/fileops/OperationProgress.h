@@ -1,0 +1,42 @@
+#pragma once
+
+#include <SupportDefs.h>
+
+#include <string>
+
+namespace norvane {
+
+/// How far an operation is: bytes of the current file and of the whole, and the time left by what
+/// was seen so far.
+///
+/// Plain numbers: the clock is handed in, so that it can be tested in a line.
+class OperationProgress
+{
+public:
+    OperationProgress() = default;
+
+    void Start(int64 totalBytes, bigtime_t now);
+    void StartFile(int64 sizeBytes);
+    void Add(int64 bytes);
+
+    int64 TotalBytes() const { return fTotalBytes; }
+    int64 DoneBytes() const { return fDoneBytes; }
+    int64 FileBytes() const { return fFileBytes; }
+    int64 FileDoneBytes() const { return fFileDoneBytes; }
+
+    /// The share done, 0 to 100; 100 only when all of it is.
+    int32 Percent() const;
+    /// What is left at the pace so far; -1 in the first three seconds and while nothing was done.
+    bigtime_t TimeLeft(bigtime_t now) const;
+    /// The window's title: "Copy - 42 %, 1 min left".
+    std::string Title(const std::string& base, bigtime_t now) const;
+
+private:
+    int64 fTotalBytes = 0;
+    int64 fDoneBytes = 0;
+    int64 fFileBytes = 0;
+    int64 fFileDoneBytes = 0;
+    bigtime_t fStart = 0;
+};
+
+} // namespace norvane

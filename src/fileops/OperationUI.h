@@ -1,0 +1,64 @@
+#pragma once
+
+#include <Alert.h>
+#include <SupportDefs.h>
+
+#include <string>
+
+namespace norvane {
+
+/// The answers to the overwrite question; also the codes of its buttons' messages.
+enum OverwriteAnswer : uint32 {
+    kAnswerNone = 0,
+    kAnswerOverwrite = 1000,
+    kAnswerOverwriteAll = 1001,
+    kAnswerOverwriteOlder = 1002,
+    kAnswerSkip = 1003,
+    kAnswerSkipAll = 1004,
+    kAnswerCancel = 1005,
+};
+
+/// What the overwrite question shows of the two files.
+struct OverwriteQuestion
+{
+    std::string sourcePath;
+    std::string targetPath;
+    std::string targetDetails;
+    std::string sourceDetails;
+};
+
+/// What a file operation says and asks while it runs: windows in the program, a script in tests.
+///
+/// Thread: the operation's own.
+class OperationUI
+{
+public:
+    virtual ~OperationUI() = default;
+
+    /// A file's copy begins; both paths are whole.
+    virtual void FileStarted(const std::string& sourcePath, const std::string& targetPath,
+                             int64 sizeBytes) = 0;
+    /// The next `count` bytes of the file named `name` were read and handed on.
+    virtual void BytesCopied(const char* name, int64 count) = 0;
+
+    /// False when there is nobody to ask: a file that exists is then a failure like any other.
+    virtual bool CanAsk() const = 0;
+    /// The answer that stands, or kAnswerNone.
+    virtual uint32 StandingAnswer() const = 0;
+    /// Asks, and returns when StandingAnswer() is the answer.
+    virtual void AskOverwrite(const OverwriteQuestion& question) = 0;
+
+    /// Takes the progress away before a question; calls nest.
+    virtual void HideProgress() = 0;
+    virtual void ShowProgress() = 0;
+
+    /// Shows `text` and returns when it was read.
+    virtual void Tell(const char* text, alert_type type) = 0;
+    /// Notes what could not be handled whole, to be told once at the end.
+    virtual void NoteProblem(const std::string& name, const std::string& reason) = 0;
+
+    /// True once the person asked to stop; looked at for every entry and every chunk.
+    virtual bool IsStopped() const = 0;
+};
+
+} // namespace norvane
