@@ -10,22 +10,24 @@
 
 namespace kits {
 
-/// The picture of a window that the screen shows: painted into by the window's thread, read by the server's.
+/// The picture of a window that the screen shows: painted into by the window's thread, read by the
+/// server's.
 ///
-/// The window copies finished damage into it and asks for a present; the server alone answers exposes
-/// from it, so a window whose thread is busy is still shown whole.
-/// Thread: any; every member is guarded by the lock. The lock is held for copying pixels only.
+/// The window copies finished damage into it and asks for a present; the server alone answers
+/// exposes from it, so a window whose thread is busy is still shown whole. Thread: any; every
+/// member is guarded by the lock. The lock is held for copying pixels only.
 class FrontImage
 {
 public:
-    /// Copies `damage` (device pixels) of `canvas` into the image; takes the canvas's size and device
-    /// pixel ratio when they differ (then everything is damage). Returns true when no present was pending:
-    /// the caller then owes the server one `WindowLink::Present()`.
+    /// Copies `damage` (device pixels) of `canvas` into the image; takes the canvas's size and
+    /// device pixel ratio when they differ (then everything is damage). Returns true when no
+    /// present was pending: the caller then owes the server one `WindowLink::Present()`.
     bool Update(const QImage& canvas, const QRegion& damage);
 
     /// Draws the pending damage of the front image with `paint` under the lock and clears it.
     /// Thread: the server's.
-    template <typename Paint> void TakeDamage(Paint paint)
+    template<typename Paint>
+    void TakeDamage(Paint paint)
     {
         std::lock_guard<std::mutex> lock(fLock);
         fIsPresentPending = false;

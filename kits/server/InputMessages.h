@@ -5,19 +5,22 @@
 // every input message        "window" (int32) WindowLink::Token() of the window it belongs to;
 //                            "when" (int64) system_time()
 // B_KEY_DOWN, B_UNMAPPED_KEY_DOWN, B_KEY_UP, B_UNMAPPED_KEY_UP
-//                            "key" (int32), "modifiers" (int32), "raw_char" (int32), "byte" (int8, several),
-//                            "bytes" (string); a repeat has "be:key_repeat" (int32, 1 and up);
-//                            "kits:early" (bool, true) on a key typed before the window had the focus;
-//                            "kits:shortcut" (string, several): the characters a menu shortcut is tried
-//                            with, in order (the layout's, then by position)
+//                            "key" (int32), "modifiers" (int32), "raw_char" (int32), "byte" (int8,
+//                            several), "bytes" (string); a repeat has "be:key_repeat" (int32, 1 and
+//                            up); "kits:early" (bool, true) on a key typed before the window had
+//                            the focus; "kits:shortcut" (string, several): the characters a menu
+//                            shortcut is tried with, in order (the layout's, then by position)
 // B_MODIFIERS_CHANGED        "modifiers", "be:old_modifiers" (int32)
 // B_MOUSE_DOWN, B_MOUSE_UP   "where" (BPoint, window units), "screen_where" (BPoint), "buttons",
-//                            "modifiers", "clicks" (int32; down only), "button" (int32: the one that changed)
-// B_MOUSE_MOVED              "where", "screen_where", "buttons", "modifiers"; "be:transit" (int32: B_ENTERED_VIEW,
-//                            B_INSIDE_VIEW, B_EXITED_VIEW of the native window; views work out their own).
-//                            At most one is waiting in a queue behind a press or release.
-// B_MOUSE_WHEEL_CHANGED      "be:wheel_delta_x", "be:wheel_delta_y" (float, lines; down and right positive),
-//                            "where", "screen_where", "modifiers"
+//                            "modifiers", "clicks" (int32; down only), "button" (int32: the one
+//                            that changed)
+// B_MOUSE_MOVED              "where", "screen_where", "buttons", "modifiers"; "be:transit" (int32:
+//                            B_ENTERED_VIEW, B_INSIDE_VIEW, B_EXITED_VIEW of the native window;
+//                            views work out their own). At most one is waiting in a queue behind a
+//                            press or release.
+// B_MOUSE_WHEEL_CHANGED      "be:wheel_delta_x", "be:wheel_delta_y" (float, whole text lines: the
+//                            desktop's lines per notch are counted in already; down and right
+//                            positive), "where", "screen_where", "modifiers"
 // B_WINDOW_ACTIVATED         "active" (bool)
 // B_WINDOW_MOVED             "where" (BPoint: the client area's left top, screen units)
 // B_WINDOW_RESIZED           "width", "height" (int32, as BRect::Width())
@@ -26,7 +29,8 @@
 // B_QUIT_REQUESTED           none
 // B_SCREEN_CHANGED           "frame" (BRect), "mode" (int32: a color_space)
 // kits::kScaleChanged        "scale" (float): the window came to a screen of another density
-// kits::kCaptureLost         none: another program took the mouse while SetMouseCapture was on; menus close
+// kits::kCaptureLost         none: another program took the mouse while SetMouseCapture was on;
+//                            menus close
 
 #include <SupportDefs.h>
 

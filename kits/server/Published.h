@@ -9,7 +9,8 @@
 
 namespace kits {
 
-/// What a view says of itself to assistive programs; made by the window's thread, then never changed.
+/// What a view says of itself to assistive programs; made by the window's thread, then never
+/// changed.
 struct AccessibleNode
 {
     enum class Role : uint8 {
@@ -52,8 +53,8 @@ struct AccessibleNode
 /// What input methods ask for, of the view that has the focus.
 struct InputMethodState
 {
-    // True for every view: dead keys and composed letters arrive in no other way. A commit to a view that
-    // is no text field becomes the key messages of its characters.
+    // True for every view: dead keys and composed letters arrive in no other way. A commit to a
+    // view that is no text field becomes the key messages of its characters.
     bool isEnabled = true;
     bool isTextField = false;
     BRect caret; // window units

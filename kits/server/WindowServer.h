@@ -38,6 +38,15 @@ struct WindowShape
     float maxHeight = 32768;
 };
 
+enum class PointerShape : uint8 {
+    kArrow,
+    kText,
+    kResizeHorizontal,
+    kResizeVertical,
+    kHand,
+    kWait,
+};
+
 /// How a window comes onto the screen.
 struct ShowRequest
 {
@@ -45,28 +54,34 @@ struct ShowRequest
     int32 opener = 0;
     // False: shown without activation (an operation window that comes back after a question).
     bool takesFocus = true;
-    // Takes all input of the program's windows while it is shown; alerts and the overwrite question.
+    // Takes all input of the program's windows while it is shown; alerts and the overwrite
+    // question.
     bool isModal = false;
     // A modal window that does not block this one (alerts never block alerts).
     bool isExemptFromModal = false;
+    // Keys typed before it had the focus, and keys typed while it has it only because it was shown,
+    // go on to the opener (a progress window). A click on it, or coming back to it later, makes
+    // it take them.
+    bool takesKeys = true;
 };
 
 /// A window's end of its native window. The native window is made by the first Show().
 ///
 /// Thread: any thread but the server's; calls of one link are made under its looper's lock.
-/// Show, Hide and the destructor wait for the server; everything else is queued and returns at once.
+/// Show, Hide and the destructor wait for the server; the rest is queued and returns at once.
 /// Ownership: the window owns its link; destroying it deletes the native window.
 class WindowLink
 {
 public:
-    /// Input and window messages (see InputMessages.h) are posted to `looper`, held by token: what comes
-    /// after it is gone is dropped. For a pop-up `looper` is the window that owns the menu.
+    /// Input and window messages (see InputMessages.h) are posted to `looper`, held by token: what
+    /// comes after it is gone is dropped. For a pop-up `looper` is the window that owns the menu.
     WindowLink(BLooper* looper, const WindowShape& shape);
     ~WindowLink();
     WindowLink(const WindowLink&) = delete;
     WindowLink& operator=(const WindowLink&) = delete;
 
-    /// Names this native window in ShowRequest::opener and in messages ("window"); never reused, never 0.
+    /// Names this native window in ShowRequest::opener and in messages ("window"); never reused,
+    /// never 0.
     int32 Token() const { return fToken; }
 
     void SetShape(const WindowShape& shape);
@@ -77,13 +92,17 @@ public:
     void Minimize(bool minimize);
     /// Asks for the front image's damage to be shown. Posted only when FrontImage::Update said so.
     void Present();
-    /// While on, every mouse event of all our windows, and of the screen where the system allows it, goes to
-    /// this window's looper with "screen_where" and the token of the window below ("window"). For menus.
+    /// While on, every mouse event of all our windows, and of the screen where the system allows
+    /// it, goes to this window's looper with "screen_where" and the token of the window below
+    /// ("window"). For menus.
     void SetMouseCapture(bool on);
+    /// The pointer's shape over this window; an arrow until told otherwise.
+    void SetCursor(PointerShape shape);
     void Publish(std::shared_ptr<const Published> published);
 
     FrontImage& Front() { return *fFront; }
-    /// Device pixels per unit of the screen the window is on; of the main screen before it is shown.
+    /// Device pixels per unit of the screen the window is on; of the main screen before it is
+    /// shown.
     float Scale() const;
 
 private:
@@ -101,7 +120,7 @@ class WindowServer
 public:
     static WindowServer& Get();
 
-    /// Starts the thread and waits until the application object exists. Called by the first BApplication.
+    /// Starts the thread and waits until the application object exists.
     /// Errors: B_ERROR when there is no display (one line is on stderr then).
     status_t Start();
     /// Ends the thread; every WindowLink is gone by then.
@@ -118,14 +137,15 @@ public:
     BRect ScreenFrame() const;
     BRect AvailableFrame() const;
     float ScreenScale() const;
-    /// Where the pointer is, in screen units, and the buttons and modifiers held, as last seen by the server.
+    /// Where the pointer is (screen units) and the buttons held, as last seen by the server.
     /// Thread: any; never blocks.
     void GetMouse(BPoint* where, uint32* buttons) const;
     uint32 Modifiers() const;
     /// The desktop's double-click interval. Thread: any.
     bigtime_t ClickSpeed() const;
-    /// The theme's icon of that name, drawn for `size` units at `scale`; null when there is none. Cached,
-    /// absent names too. Thread: any but the server's; may wait.
+    /// The theme's icon of that name, drawn for `size` units at `scale`; null when there is none.
+    /// Cached, absent names too.
+    /// Thread: any but the server's; may wait.
     QImage ThemeIcon(const std::string& name, int32 size, float scale);
 };
 

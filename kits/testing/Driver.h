@@ -14,8 +14,8 @@ class BApplication;
 class BView;
 class BWindow;
 
-/// Drives windows as a person would: real input events enter where the system's own do, on the server's
-/// thread, and pass through routing, queues and focus like any other.
+/// Drives windows as a person would: real input events enter where the system's own do, on the
+/// server's thread, and pass through routing, queues and focus like any other.
 ///
 /// Thread: the test's own (no window's thread, no lock held, unless a function says otherwise).
 namespace kits::testing {
@@ -47,8 +47,8 @@ private:
 
 /// Asks `condition` again and again until it is true; false when `limit` is over.
 bool WaitFor(const std::function<bool()>& condition, bigtime_t limit = kLimit);
-/// Waits until `window` has handled everything that was posted to it before. False when it is gone or busy
-/// for longer.
+/// Waits until `window` has handled everything that was posted to it before. False when it is gone
+/// or busy for longer.
 bool Sync(BWindow* window, bigtime_t limit = kLimit);
 /// Waits until the server has handled everything that was asked of it before.
 void SyncServer();
@@ -60,11 +60,12 @@ bool WaitForNoWindow(const char* title, bigtime_t limit = kLimit);
 int32 CountShown(const char* title);
 /// Waits until `window` is the one that has the keyboard.
 bool WaitForFocus(BWindow* window, bigtime_t limit = kLimit);
-/// Waits until an alert or another dialog that answers late takes answers: 200 ms after its first frame.
+/// Waits until an alert or another dialog that answers late takes answers: 200 ms after its first
+/// frame.
 bool WaitUntilAnswers(BWindow* window, bigtime_t limit = kLimit);
 
-// Keys. They go to the native window that has the keyboard. `modifiers`: B_SHIFT_KEY, B_COMMAND_KEY (Ctrl),
-// B_OPTION_KEY (Alt), any sum of them.
+// Keys. They go to the native window that has the keyboard. `modifiers`: B_SHIFT_KEY, B_COMMAND_KEY
+// (Ctrl), B_OPTION_KEY (Alt), any sum of them.
 
 /// Presses and releases the key of a byte as the platform names it: a character of the US layout,
 /// B_ENTER, B_ESCAPE, B_TAB, B_UP_ARROW, ...
@@ -83,21 +84,25 @@ void HoldKey(char byte, int32 repeats, uint32 modifiers = 0);
 /// What an input method commits to the focused window.
 void CommitText(const char* text);
 
-// Mouse. A point of a view is turned into a screen point under its window's lock, which must be free.
+// Mouse. A point of a view is turned into a screen point under its window's lock, which must be
+// free.
 
 /// Presses and releases `button` (B_PRIMARY_MOUSE_BUTTON, ...) `clicks` times at once.
 void Click(BView* view, BPoint where, uint32 button = B_PRIMARY_MOUSE_BUTTON, int32 clicks = 1,
-    uint32 modifiers = 0);
+           uint32 modifiers = 0);
 /// Clicks the middle of the view.
 void Click(BView* view);
-void PressMouse(BView* view, BPoint where, uint32 button = B_PRIMARY_MOUSE_BUTTON, uint32 modifiers = 0);
+void PressMouse(BView* view, BPoint where, uint32 button = B_PRIMARY_MOUSE_BUTTON,
+                uint32 modifiers = 0);
 void MoveMouse(BView* view, BPoint where, uint32 modifiers = 0);
-void ReleaseMouse(BView* view, BPoint where, uint32 button = B_PRIMARY_MOUSE_BUTTON, uint32 modifiers = 0);
+void ReleaseMouse(BView* view, BPoint where, uint32 button = B_PRIMARY_MOUSE_BUTTON,
+                  uint32 modifiers = 0);
 /// A press at `from`, `steps` moves, a release at `to`.
 void Drag(BView* view, BPoint from, BPoint to, int32 steps = 5,
-    uint32 button = B_PRIMARY_MOUSE_BUTTON, uint32 modifiers = 0);
+          uint32 button = B_PRIMARY_MOUSE_BUTTON, uint32 modifiers = 0);
 /// Turns the wheel by `linesDown` notches (negative: up).
-void TurnWheel(BView* view, BPoint where, float notchesDown, float notchesRight = 0, uint32 modifiers = 0);
+void TurnWheel(BView* view, BPoint where, float notchesDown, float notchesRight = 0,
+               uint32 modifiers = 0);
 /// The same in screen units, at the topmost window of ours there; for menus.
 void ClickAt(BPoint screen, uint32 button = B_PRIMARY_MOUSE_BUTTON, uint32 modifiers = 0);
 void PressMouseAt(BPoint screen, uint32 button = B_PRIMARY_MOUSE_BUTTON, uint32 modifiers = 0);
@@ -113,12 +118,12 @@ void ActivateWindow(BWindow* window);
 /// Changes the window's size as its frame's handle does.
 void ResizeWindow(BWindow* window, float width, float height);
 
-/// The first view of the window with that name, or the first button, check box or menu item view with that
-/// label; null when there is none. Takes the window's lock.
+/// The first view of the window with that name, or the first button, check box or menu item view
+/// with that label; null when there is none. Takes the window's lock.
 BView* FindView(BWindow* window, const char* nameOrLabel);
 
-/// Waits for a shown dialog that has a button of that label, until it takes answers, and clicks the button.
-/// Returns the text the dialog showed (an alert's text; else empty) in `text`, when given.
+/// Waits for a shown dialog that has a button of that label, until it takes answers, and clicks the
+/// button. Returns the text the dialog showed (an alert's text; else empty) in `text`, when given.
 /// False when none came in time.
 bool AnswerAlert(const char* buttonLabel, std::string* text = nullptr, bigtime_t limit = kLimit);
 
