@@ -1,0 +1,83 @@
+#pragma once
+
+#include <Window.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class BButton;
+class BInvoker;
+
+namespace kits {
+class AlertAnswer;
+}
+
+enum alert_type {
+    B_EMPTY_ALERT = 0,
+    B_INFO_ALERT,
+    B_IDEA_ALERT,
+    B_WARNING_ALERT,
+    B_STOP_ALERT,
+};
+
+enum button_spacing {
+    B_EVEN_SPACING = 0,
+    B_OFFSET_SPACING, // the leftmost button stands apart from the others
+};
+
+/// A window with a text and one to three buttons that waits for an answer.
+///
+/// The rightmost button is the default one. Escape presses the button labelled "Cancel", or the
+/// only button. Answers count only once the alert was on the screen long enough to be read.
+/// Ownership: deletes itself once it is answered.
+class BAlert : public BWindow
+{
+public:
+    BAlert(const char* title, const char* text, const char* button1, const char* button2 = nullptr,
+           const char* button3 = nullptr, button_width width = B_WIDTH_AS_USUAL,
+           alert_type type = B_INFO_ALERT);
+    BAlert(const char* title, const char* text, const char* button1, const char* button2,
+           const char* button3, button_width width, button_spacing spacing, alert_type type);
+    ~BAlert() override;
+
+    /// Sets the key that presses a button, without modifiers. Button 0 is the leftmost.
+    void SetShortcut(int32 button, char key);
+    char Shortcut(int32 button) const;
+
+    /// Shows the alert and waits; returns the index of the button that was pressed.
+    /// A window whose thread waits here goes on painting but takes no input.
+    /// Thread: any but the server's. The alert is gone afterwards.
+    int32 Go();
+    /// Shows the alert and returns at once; the answer is sent as "which" (int32) of the invoker's
+    /// message. Ownership: adopts the invoker (null for none).
+    status_t Go(BInvoker* invoker);
+
+    /// The n-th button, or null.
+    BButton* ButtonAt(int32 button) const;
+    const char* Text() const { return fText.c_str(); }
+
+    /// Where an alert of that size goes: centred over the active window, within the screen.
+    static BPoint AlertPosition(float width, float height);
+
+    // BWindow
+    void MessageReceived(BMessage* message) override;
+    void DispatchMessage(BMessage* message, BHandler* handler) override;
+    bool QuitRequested() override;
+    void Quit() override;
+
+private:
+    void Build(const char* const labels[3], button_width width, button_spacing spacing,
+               alert_type type);
+    void AddButtons(const char* const labels[3], button_width width);
+    float PlaceButtons(float textBottom, button_spacing spacing, float indent);
+    bool AnswerByKey(const BMessage& key);
+    void PlaceOnScreen();
+    void Answer(int32 button);
+
+    std::string fText;
+    std::vector<BButton*> fButtons; // children, from the left
+    std::vector<char> fShortcuts;
+    std::shared_ptr<kits::AlertAnswer> fAnswer; // shared with the thread that waits
+    std::unique_ptr<BInvoker> fInvoker;
+};

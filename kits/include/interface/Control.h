@@ -1,0 +1,61 @@
+#pragma once
+
+#include <Invoker.h>
+#include <View.h>
+
+#include <string>
+
+/// The two values of a control that is on or off.
+enum {
+    B_CONTROL_OFF = 0,
+    B_CONTROL_ON = 1,
+};
+
+/// The base of everything a person sets or presses: a value, a label, a message and its target.
+///
+/// Thread: call with the window locked once the control is in one.
+/// Ownership: adopts its message. The target is the window unless another was set before.
+class BControl : public BView, public BInvoker
+{
+public:
+    BControl(BRect frame, const char* name, const char* label, BMessage* message,
+             uint32 resizingMode, uint32 flags);
+    ~BControl() override;
+
+    // BView; BControl's own virtual functions follow in the platform's order
+    void WindowActivated(bool active) override;
+    void AttachedToWindow() override;
+    void DetachedFromWindow() override;
+    void MessageReceived(BMessage* message) override;
+    void MakeFocus(bool focused = true) override;
+    void KeyDown(const char* bytes, int32 byteCount) override;
+    void MouseUp(BPoint where) override;
+    void MouseMoved(BPoint where, uint32 transit, const BMessage* dragged) override;
+
+    virtual void SetLabel(const char* label);
+    const char* Label() const { return fLabel.c_str(); }
+    /// Sets the value and draws the control again when it differs.
+    virtual void SetValue(int32 value);
+    int32 Value() const { return fValue; }
+    /// A disabled control is drawn dimmed, takes no input and leaves the Tab order.
+    virtual void SetEnabled(bool enabled);
+    bool IsEnabled() const { return fIsEnabled; }
+
+    /// Sends a copy of `message` (null: the control's own) with "when", "source" and "be:value".
+    /// Errors: B_BAD_VALUE without a message.
+    virtual status_t Invoke(BMessage* message = nullptr);
+
+protected:
+    /// True while MakeFocus() draws the change: only the focus mark needs painting.
+    bool IsFocusChanging() const { return fIsFocusChanging; }
+    bool IsTracking() const { return fIsTracking; }
+    void SetTracking(bool tracking) { fIsTracking = tracking; }
+    void SetValueNoUpdate(int32 value) { fValue = value; }
+
+private:
+    std::string fLabel;
+    int32 fValue = B_CONTROL_OFF;
+    bool fIsEnabled = true;
+    bool fIsFocusChanging = false;
+    bool fIsTracking = false;
+};

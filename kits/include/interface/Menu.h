@@ -1,0 +1,126 @@
+#pragma once
+
+#include <List.h>
+#include <MenuItem.h>
+#include <View.h>
+
+namespace kits {
+class MenuBarAccess;
+class MenuSession;
+} // namespace kits
+
+enum menu_layout {
+    B_ITEMS_IN_ROW = 0,
+    B_ITEMS_IN_COLUMN,
+};
+
+/// A list of items that opens over the window; the view that draws them.
+///
+/// Thread: call with the window locked once the menu hangs in one, through a bar or while it is
+/// open. Ownership: adopts its items.
+class BMenu : public BView
+{
+public:
+    explicit BMenu(const char* name, menu_layout layout = B_ITEMS_IN_COLUMN);
+    ~BMenu() override;
+
+    /// Adds an item at the end or at `index`; false when it is in a menu already or the index is
+    /// outside.
+    bool AddItem(BMenuItem* item);
+    bool AddItem(BMenuItem* item, int32 index);
+    /// Adds a submenu with an item of its own.
+    bool AddItem(BMenu* submenu);
+    bool AddItem(BMenu* submenu, int32 index);
+    /// Adds the BMenuItems in `items`.
+    bool AddList(BList* items, int32 index);
+    bool AddSeparatorItem();
+    /// Takes an item out; the caller deletes it.
+    bool RemoveItem(BMenuItem* item);
+    BMenuItem* RemoveItem(int32 index);
+    /// Takes the submenu out with its item, which is deleted; the caller deletes the submenu.
+    bool RemoveItem(BMenu* submenu);
+    bool RemoveItems(int32 index, int32 count, bool deleteItems = false);
+
+    BMenuItem* ItemAt(int32 index) const;
+    BMenu* SubmenuAt(int32 index) const;
+    int32 CountItems() const;
+    int32 IndexOf(BMenuItem* item) const;
+    int32 IndexOf(BMenu* submenu) const;
+    /// Finds the item with that command or label, here or in submenus; null when there is none.
+    BMenuItem* FindItem(uint32 command) const;
+    BMenuItem* FindItem(const char* label) const;
+
+    /// Sets the target of every item here, not of those in submenus.
+    virtual status_t SetTargetForItems(BHandler* handler);
+    virtual status_t SetTargetForItems(BMessenger messenger);
+    virtual void SetEnabled(bool enabled);
+    /// In radio mode one item at most is marked, and choosing an item marks it.
+    virtual void SetRadioMode(bool radioMode);
+    virtual void SetTriggersEnabled(bool enabled);
+    virtual void SetMaxContentWidth(float maxWidth);
+
+    /// Shows the marked item's label as the name of the submenu's own item.
+    void SetLabelFromMarked(bool fromMarked);
+    bool IsLabelFromMarked() const { return fIsLabelFromMarked; }
+    /// False also when a menu above is disabled.
+    bool IsEnabled() const;
+    bool IsRadioMode() const { return fIsRadioMode; }
+    bool AreTriggersEnabled() const { return fHasTriggers; }
+    float MaxContentWidth() const { return fMaxContentWidth; }
+    BMenuItem* FindMarked() const;
+    BMenu* Supermenu() const { return fSupermenu; }
+    BMenuItem* Superitem() const { return fSuperitem; }
+    menu_layout Layout() const { return fLayout; }
+
+    // BView
+    void AttachedToWindow() override;
+    void Draw(BRect updateRect) override;
+    void GetPreferredSize(float* width, float* height) override;
+    void ResizeToPreferred() override;
+
+protected:
+    BMenu(BRect frame, const char* name, uint32 resizingMode, uint32 flags, menu_layout layout,
+          bool resizeToFit);
+
+    /// Works out the items' frames anew at the next use.
+    void InvalidateLayout();
+    void SetItemMargins(float left, float top, float right, float bottom);
+    void GetItemMargins(float* left, float* top, float* right, float* bottom) const;
+    /// Draws what lies behind the items.
+    virtual void DrawBackground(BRect updateRect);
+
+private:
+    friend class BMenuItem;
+    friend class BMenuBar;
+    friend class BSeparatorItem;
+    friend class kits::MenuBarAccess;
+    friend class kits::MenuSession;
+
+    void LayOutItems();
+    void LayOutRow();
+    void LayOutColumn();
+    void ItemMarked(BMenuItem* item);
+    void InvalidateItem(BMenuItem* item);
+    BMenuItem* ItemUnder(BPoint where);
+    void SelectItem(BMenuItem* item);
+
+    BList fItems;
+    BMenu* fSupermenu = nullptr;     // borrowed
+    BMenuItem* fSuperitem = nullptr; // the item this hangs on; borrowed
+    BMenuItem* fSelected = nullptr;  // the item under the pointer or the keys
+    menu_layout fLayout;
+    BRect fMargins;
+    float fContentWidth = 0;
+    float fContentHeight = 0;
+    float fFontAscent = 0;
+    float fFontHeight = 0;
+    float fShortcutWidth = 0;
+    float fMaxContentWidth = 0;
+    float fScrollOffset = 0; // of a menu that is taller than the screen
+    bool fResizesToFit = true;
+    bool fIsEnabled = true;
+    bool fIsRadioMode = false;
+    bool fIsLabelFromMarked = false;
+    bool fHasTriggers = true;
+    bool fIsLaidOut = false;
+};

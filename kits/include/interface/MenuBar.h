@@ -1,0 +1,48 @@
+#pragma once
+
+#include <Menu.h>
+
+#include <memory>
+
+enum menu_bar_border {
+    B_BORDER_FRAME,
+    B_BORDER_CONTENTS,
+    B_BORDER_EACH_ITEM,
+};
+
+/// The row of menus at a window's top. The first one added to a window is its key menu bar: its
+/// items' shortcuts work in the whole window, and F10 or Alt alone opens it.
+class BMenuBar : public BMenu
+{
+public:
+    /// With `resizeToFit` the bar takes the height of its items and, when it follows left and
+    /// right, the width of the view it is in.
+    BMenuBar(BRect frame, const char* name,
+             uint32 resizingMode = B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP,
+             menu_layout layout = B_ITEMS_IN_ROW, bool resizeToFit = true);
+    ~BMenuBar() override;
+
+    virtual void SetBorder(menu_bar_border border);
+    menu_bar_border Border() const { return fBorder; }
+
+    // BView
+    void AttachedToWindow() override;
+    void DetachedFromWindow() override;
+    void Draw(BRect updateRect) override;
+    void MessageReceived(BMessage* message) override;
+    void MouseDown(BPoint where) override;
+    void MouseUp(BPoint where) override;
+    void WindowActivated(bool active) override;
+
+protected:
+    void DrawBackground(BRect updateRect) override;
+
+private:
+    friend class kits::MenuBarAccess;
+    friend class kits::MenuSession;
+
+    void EndSession();
+
+    std::unique_ptr<kits::MenuSession> fSession; // while a menu is open
+    menu_bar_border fBorder = B_BORDER_FRAME;
+};

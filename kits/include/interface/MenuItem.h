@@ -1,0 +1,99 @@
+#pragma once
+
+#include <InterfaceDefs.h>
+#include <Invoker.h>
+#include <Point.h>
+#include <Rect.h>
+
+#include <memory>
+#include <string>
+
+class BMenu;
+
+/// One line of a menu: a label with a message, or with a menu of its own.
+///
+/// Ownership: adopts its message and its submenu; a menu adopts its items.
+class BMenuItem : public BInvoker
+{
+public:
+    /// `shortcut` works with the Command key and `modifiers`; letters without regard to case,
+    /// B_UP_ARROW and the like for arrow keys; 0 for none.
+    BMenuItem(const char* label, BMessage* message, char shortcut = 0, uint32 modifiers = 0);
+    /// Takes the submenu's name as its label.
+    explicit BMenuItem(BMenu* submenu, BMessage* message = nullptr);
+    ~BMenuItem() override;
+
+    virtual void SetLabel(const char* label);
+    virtual void SetEnabled(bool enabled);
+    /// Sets the check mark; in a radio menu the other items lose theirs.
+    virtual void SetMarked(bool marked);
+    /// Sets the letter that works the item while its menu is open; 0 for the first letters of the
+    /// label.
+    virtual void SetTrigger(char trigger);
+    virtual void SetShortcut(char shortcut, uint32 modifiers);
+
+    const char* Label() const { return fLabel.c_str(); }
+    /// False also when the menu around it is disabled.
+    bool IsEnabled() const;
+    bool IsMarked() const { return fIsMarked; }
+    char Trigger() const { return fTrigger; }
+    char Shortcut(uint32* modifiers = nullptr) const;
+    BMenu* Submenu() const { return fSubmenu.get(); }
+    BMenu* Menu() const { return fMenu; }
+    /// The item's place in its menu.
+    BRect Frame() const { return fFrame; }
+
+protected:
+    /// The size of what DrawContent() draws.
+    virtual void GetContentSize(float* width, float* height);
+    /// Shortens the label to at most `maxWidth` units, in the middle.
+    virtual void TruncateLabel(float maxWidth, char* newLabel);
+    /// Draws the label at the menu's pen position.
+    virtual void DrawContent();
+    /// Draws background, content, mark, shortcut and submenu arrow.
+    virtual void Draw();
+    /// Is called when the item becomes or stops being the one under the pointer.
+    virtual void Highlight(bool highlighted);
+    bool IsSelected() const { return fIsSelected; }
+    BPoint ContentLocation() const;
+
+    // BInvoker
+    /// Sends a copy of the message with "when", "source" and "index".
+    status_t Invoke(BMessage* message = nullptr) override;
+
+private:
+    friend class BMenu;
+    friend class BMenuBar;
+    friend class BSeparatorItem;
+
+    std::string ShortcutText() const;
+    void DrawMark();
+    void DrawShortcut();
+    void DrawSubmenuArrow();
+    void Changed();
+
+    std::string fLabel;
+    std::unique_ptr<BMenu> fSubmenu;
+    BMenu* fMenu = nullptr; // the menu the item is in; borrowed
+    BRect fFrame;
+    uint32 fModifiers = 0;
+    char fShortcut = 0;
+    char fTrigger = 0;
+    bool fIsEnabled = true;
+    bool fIsMarked = false;
+    bool fIsSelected = false;
+};
+
+/// A line between groups of items.
+class BSeparatorItem : public BMenuItem
+{
+public:
+    BSeparatorItem();
+
+    /// Does nothing: a separator is never enabled.
+    void SetEnabled(bool enabled) override;
+
+protected:
+    void GetContentSize(float* width, float* height) override;
+    void Draw() override;
+};
