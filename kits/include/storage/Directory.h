@@ -1,0 +1,106 @@
+#pragma once
+
+#include <Entry.h>
+#include <EntryList.h>
+#include <Node.h>
+
+#include <memory>
+
+class BFile;
+class BSymLink;
+
+namespace kits {
+class FolderListing;
+}
+
+/// An open folder: its entries in byte order of their names, and the making of new ones.
+///
+/// All calls go through the folder's descriptor, so it works on the same folder whatever is renamed
+/// or swapped above it. A path of several steps follows links in all of its steps but the last. The
+/// listing is read whole at the first call that asks for an entry, and again after Rewind(). "."
+/// and ".." are not given.
+class BDirectory : public BNode, public BEntryList
+{
+public:
+    BDirectory();
+    explicit BDirectory(const entry_ref* ref);
+    /// A folder known to the kit: one that was opened, or asked for its node_ref.
+    explicit BDirectory(const node_ref* ref);
+    explicit BDirectory(const BEntry* entry);
+    explicit BDirectory(const char* path);
+    BDirectory(const BDirectory* directory, const char* path);
+    BDirectory(const BDirectory& other);
+    BDirectory& operator=(const BDirectory& other);
+    ~BDirectory() override;
+
+    /// Links are followed. Errors: B_ENTRY_NOT_FOUND, B_NOT_A_DIRECTORY, B_PERMISSION_DENIED,
+    /// B_LINK_LIMIT ...
+    status_t SetTo(const entry_ref* ref);
+    status_t SetTo(const node_ref* ref);
+    status_t SetTo(const BEntry* entry);
+    status_t SetTo(const char* path);
+    status_t SetTo(const BDirectory* directory, const char* path);
+    /// Kit extension: opens the child folder `name` itself: a link, even to a folder, is
+    /// B_NOT_A_DIRECTORY.
+    status_t SetToChild(const BDirectory& parent, const char* name);
+    void Unset() override;
+
+    /// The folder itself as an entry.
+    status_t GetEntry(BEntry* entry) const;
+    bool IsRootDirectory() const;
+
+    /// Errors: B_ENTRY_NOT_FOUND when there is no such entry; `entry` is unset then.
+    status_t FindEntry(const char* path, BEntry* entry, bool traverse = false) const;
+    /// Whether the entry at `path`, or `entry`, is inside this folder, at any depth, and is of one
+    /// of the kinds.
+    bool Contains(const char* path, uint32 nodeFlags = B_ANY_NODE) const;
+    bool Contains(const BEntry* entry, uint32 nodeFlags = B_ANY_NODE) const;
+    /// Kit extension: GetStat of the entry `name` of this folder, itself, in one call.
+    status_t GetStatFor(const char* name, struct stat* st) const;
+
+    // BEntryList
+    status_t GetNextEntry(BEntry* entry, bool traverse = false) override;
+    status_t GetNextRef(entry_ref* ref) override;
+    int32 GetNextDirents(dirent* buffer, size_t length, int32 count = INT32_MAX) override;
+    status_t Rewind() override;
+    /// Reads the folder anew; the place in the listing stays.
+    int32 CountEntries() override;
+    /// Kit extension: the next name and its kind (DT_ values of <dirent.h>, DT_UNKNOWN where the
+    /// file system says nothing). Ownership: lent until the next call that reads the folder.
+    status_t GetNextName(const char** name, uint8* kind = nullptr);
+
+    /// Makes a folder (mode 0777 & ~umask). `directory` may be null.
+    status_t CreateDirectory(const char* path, BDirectory* directory);
+    /// Makes an empty file (mode 0666 & ~umask), open for reading and writing. Without
+    /// `failIfExists` an existing file is emptied. `file` may be null.
+    status_t CreateFile(const char* path, BFile* file, bool failIfExists = false);
+    /// Makes a link named `path` whose text is `linkToPath`. `link` may be null.
+    status_t CreateSymLink(const char* path, const char* linkToPath, BSymLink* link);
+
+    /// Kit extension: makes the new file `name` with (mode & ~umask); B_FILE_EXISTS when there is
+    /// anything of that name. From its first moment it is open to nobody whom `mode` leaves out.
+    status_t CreateNewFile(const char* name, mode_t mode, BFile* file);
+    /// Kit extension: makes the new folder `name` with (mode & ~umask) and the owner's rwx for the
+    /// time it is being filled. Afterwards `GetPermissions(&p); SetPermissions(p & mode)` brings it
+    /// to (mode & ~umask).
+    status_t CreateNewDirectory(const char* name, mode_t mode, BDirectory* directory);
+
+private:
+    friend class BEntry;
+    friend class BEntryBatch;
+    friend class BFile;
+    friend class BNode;
+    friend class BSymLink;
+
+    status_t AdoptFolder(int descriptor, const kits::FolderHold& known);
+    const kits::FolderHold& Folder() const;
+    status_t ReadListing();
+    void KnowFolder(const struct stat& st) const override;
+
+    mutable kits::FolderHold fFolder; // made when first needed
+    std::unique_ptr<kits::FolderListing> fListing;
+    int32 fNext = 0;
+};
+
+/// Makes the folder at `path` and the missing ones above it. B_OK when it is there already.
+status_t create_directory(const char* path, mode_t mode);

@@ -1,0 +1,180 @@
+#pragma once
+
+#include <Statable.h>
+
+#include <atomic>
+#include <memory>
+#include <string>
+
+class BDirectory;
+class BPath;
+
+namespace kits {
+
+/// What a known folder's holders share: a count, and who to tell when the last one lets go.
+struct FolderCount
+{
+    std::atomic<int32> holders{0};
+    /// Takes the last holder away, under the lock of the table that owns the folder.
+    void (*releaseLast)(FolderCount*) = nullptr;
+};
+
+/// A counted pointer to a known folder, one word wide: a hundred thousand rows hold one each.
+///
+/// Thread: as a plain pointer; the count itself may be changed by any thread.
+class FolderHold
+{
+public:
+    FolderHold() = default;
+    /// Adopts a count that the table has already taken for this holder.
+    explicit FolderHold(FolderCount* adopted) : fFolder(adopted) {}
+    FolderHold(const FolderHold& other) : fFolder(other.fFolder)
+    {
+        if (fFolder != nullptr) {
+            fFolder->holders.fetch_add(1, std::memory_order_relaxed);
+        }
+    }
+    FolderHold(FolderHold&& other) noexcept : fFolder(other.fFolder) { other.fFolder = nullptr; }
+    FolderHold& operator=(FolderHold other) noexcept
+    {
+        std::swap(fFolder, other.fFolder);
+        return *this;
+    }
+    ~FolderHold() { Release(); }
+
+    FolderCount* Get() const { return fFolder; }
+    explicit operator bool() const { return fFolder != nullptr; }
+
+private:
+    void Release()
+    {
+        if (fFolder == nullptr) {
+            return;
+        }
+        int32 count = fFolder->holders.load(std::memory_order_relaxed);
+        while (count > 1) {
+            if (fFolder->holders.compare_exchange_weak(count, count - 1,
+                                                       std::memory_order_acq_rel)) {
+                return;
+            }
+        }
+        fFolder->releaseLast(fFolder);
+    }
+
+    FolderCount* fFolder = nullptr;
+};
+
+} // namespace kits
+
+/// Names an entry by its folder's node and its own name; the entry need not exist.
+///
+/// The folder is found through the table of known folders, so a ref still works after the folder
+/// was renamed or moved while it is known. A ref is known to hold its folder once it came from a
+/// BEntry or a BDirectory. Names are bytes: anything but '/' and zero.
+struct entry_ref
+{
+    entry_ref() = default;
+    entry_ref(dev_t dev, ino_t dir, const char* name);
+    entry_ref(const entry_ref& other);
+    entry_ref(entry_ref&& other) noexcept;
+    entry_ref& operator=(entry_ref other) noexcept;
+    ~entry_ref();
+
+    /// Copies `name`; null unsets it. Errors: B_NO_MEMORY.
+    status_t set_name(const char* name);
+
+    bool operator==(const entry_ref& other) const;
+    bool operator!=(const entry_ref& other) const { return !(*this == other); }
+
+    dev_t device = 0;
+    ino_t directory = 0;
+    char* name = nullptr; // owned
+
+private:
+    friend class BEntry;
+    friend class BDirectory;
+    kits::FolderHold fFolder; // may be null: then the table is asked by (device, directory)
+};
+
+/// An entry in a folder: a place that a file, folder or link has or may have.
+///
+/// Holds no descriptor of its own; it works through its folder, which is known as long as this
+/// entry lives. Calls act on the entry itself: a link is the link. Thread: one at a time.
+class BEntry : public BStatable
+{
+public:
+    BEntry() = default;
+    /// `traverse`: a link is followed to what it points to, which need not exist, though its folder
+    /// must.
+    BEntry(const BDirectory* directory, const char* path, bool traverse = false);
+    explicit BEntry(const entry_ref* ref, bool traverse = false);
+    explicit BEntry(const char* path, bool traverse = false);
+    BEntry(const BEntry&) = default;
+    BEntry& operator=(const BEntry&) = default;
+    ~BEntry() override;
+
+    /// Errors: B_NO_INIT, or what the last SetTo() said.
+    status_t InitCheck() const { return fStatus; }
+    /// Errors: B_ENTRY_NOT_FOUND when the folder is not there (the entry itself may be absent),
+    /// B_NOT_A_DIRECTORY, B_LINK_LIMIT, B_NAME_TOO_LONG, B_BAD_VALUE. The entry is unset then.
+    status_t SetTo(const BDirectory* directory, const char* path, bool traverse = false);
+    status_t SetTo(const entry_ref* ref, bool traverse = false);
+    status_t SetTo(const char* path, bool traverse = false);
+    void Unset();
+
+    /// Whether there is something of this name now.
+    bool Exists() const;
+
+    // BStatable
+    status_t GetStat(struct stat* st) const override;
+
+    /// The path of the entry, as its folder is reached now.
+    status_t GetPath(BPath* path) const;
+    /// The parent folder as an entry. Errors: B_ENTRY_NOT_FOUND for "/".
+    status_t GetParent(BEntry* entry) const;
+    status_t GetParent(BDirectory* directory) const;
+    /// Copies the name. `buffer` holds at least B_FILE_NAME_LENGTH bytes.
+    status_t GetName(char* buffer) const;
+    /// The name, "" when unset. Ownership: lent until the entry changes. Kit extension.
+    const char* Name() const { return fName.c_str(); }
+    status_t GetRef(entry_ref* ref) const;
+
+    /// Gives the entry another name; `path` may also lead elsewhere, relative to the entry's
+    /// folder. Errors: B_FILE_EXISTS without `clobber` when the name is taken, B_CROSS_DEVICE_LINK
+    /// ... Nothing changes then.
+    status_t Rename(const char* path, bool clobber = false);
+    /// Moves the entry into `directory`, under `path` when given, else under its own name.
+    status_t MoveTo(BDirectory* directory, const char* path = nullptr, bool clobber = false);
+    /// Removes the entry; a folder must be empty. Errors: B_DIRECTORY_NOT_EMPTY, B_BUSY for a mount
+    /// point ...
+    status_t Remove();
+
+    /// The same place: folder and name are equal. Two unset entries are equal.
+    bool operator==(const BEntry& other) const;
+    bool operator!=(const BEntry& other) const { return !(*this == other); }
+
+private:
+    friend class BDirectory;
+    friend class BFile;
+    friend class BNode;
+    friend class BSymLink;
+    friend class BPath;
+
+    // BStatable
+    status_t SetStat(const struct stat& st, uint32 what) override;
+
+    status_t Set(const kits::FolderHold& base, const char* path, bool traverse);
+    status_t Fail(status_t status);
+
+    kits::FolderHold fFolder;
+    std::string fName;
+    status_t fStatus = B_NO_INIT;
+};
+
+/// Makes the ref of the entry at `path`; the entry itself need not exist, its folder must.
+status_t get_ref_for_path(const char* path, entry_ref* ref);
+/// Orders refs by device, folder and name.
+bool operator<(const entry_ref& a, const entry_ref& b);
+
+// In the header, so that messages carry refs without the storage kit.
+#include "EntryRef.h"

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <StorageDefs.h>
+
+#include <memory>
+
+class BDirectory;
+struct entry_ref;
+
+/// Reads a whole folder with the stat records of its entries, as a file list needs it. Kit
+/// extension.
+///
+/// One pass of the listing, one stat per entry in the order in which the folder yields them (large
+/// folders with a second thread), one sort. Use: SetTo(); StatNext() until it says false, doing
+/// something else in between; Sort(); ItemAt(). Thread: one at a time; needs no window.
+class BEntryBatch
+{
+public:
+    /// One entry, itself: a link is the link.
+    struct Item
+    {
+        const char* name = nullptr; // lent until the batch changes
+        status_t status =
+            B_OK; // of the stat; B_ENTRY_NOT_FOUND when it went meanwhile. Then 0 below.
+        mode_t mode = 0;
+        uid_t owner = 0;
+        gid_t group = 0;
+        ino_t node = 0;
+        dev_t device = 0;
+        off_t size = 0; // bytes
+        time_t modified = 0;
+        uint32 modifiedNanoseconds = 0;
+        uint8 kind = 0; // DT_ value of the listing
+    };
+
+    BEntryBatch();
+    ~BEntryBatch();
+    BEntryBatch(const BEntryBatch&) = delete;
+    BEntryBatch& operator=(const BEntryBatch&) = delete;
+
+    /// Reads the names. `directory` is borrowed until StatNext() has said false. Errors: those of
+    /// reading.
+    status_t SetTo(const BDirectory& directory);
+    int32 CountItems() const;
+    /// Reads the records of some hundred more entries; false when all are there.
+    bool StatNext();
+    /// How many records have been read.
+    int32 CountStatted() const;
+    /// Brings the items into byte order of their names. All records have been read by then.
+    void Sort();
+    const Item& ItemAt(int32 index) const;
+    /// The ref of an item, which holds the folder.
+    status_t GetRef(int32 index, entry_ref* ref) const;
+
+private:
+    class Impl;
+    std::unique_ptr<Impl> fImpl;
+};

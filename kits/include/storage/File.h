@@ -1,0 +1,75 @@
+#pragma once
+
+#include <DataIO.h>
+#include <Node.h>
+
+#include <memory>
+
+namespace kits {
+class FileBuffer;
+}
+
+/// An open regular file with a position.
+///
+/// Small reads and writes are served from blocks read ahead and written behind. What that means for
+/// errors: the status of a failed write comes at the latest with the call that follows, and with
+/// the call itself when it writes fewer bytes than the one before, 0 included - so a copy that ends
+/// with a short or empty Write() has its true status there. Every call other than Write() first
+/// hands over what waits. After an error nothing is tried again: the waiting block is dropped, the
+/// status stays until Unset(). Changes that others make to the file may be seen up to one block
+/// late.
+///
+/// Only regular files are opened: others are refused with B_BAD_VALUE, folders with
+/// B_IS_A_DIRECTORY, without waiting for anyone. A link is followed, unless B_NO_TRAVERSE is given.
+class BFile : public BNode, public BPositionIO
+{
+public:
+    BFile();
+    BFile(const entry_ref* ref, uint32 openMode);
+    BFile(const BEntry* entry, uint32 openMode);
+    BFile(const char* path, uint32 openMode);
+    BFile(const BDirectory* directory, const char* path, uint32 openMode);
+    BFile(const BFile&) = delete;
+    BFile& operator=(const BFile&) = delete;
+    ~BFile() override;
+
+    /// Errors: B_ENTRY_NOT_FOUND, B_FILE_EXISTS, B_PERMISSION_DENIED, B_IS_A_DIRECTORY,
+    /// B_LINK_LIMIT, B_BAD_VALUE ...
+    status_t SetTo(const entry_ref* ref, uint32 openMode);
+    status_t SetTo(const BEntry* entry, uint32 openMode);
+    status_t SetTo(const char* path, uint32 openMode);
+    status_t SetTo(const BDirectory* directory, const char* path, uint32 openMode);
+    void Unset() override;
+    /// As Unset(), and tells what became of the last bytes. Kit extension.
+    status_t Close();
+
+    bool IsReadable() const;
+    bool IsWritable() const;
+
+    // BPositionIO
+    /// Units: bytes; negative: a status. Fewer than `size` bytes: the end of the file.
+    ssize_t Read(void* buffer, size_t size) override;
+    ssize_t Write(const void* buffer, size_t size) override;
+    ssize_t ReadAt(off_t position, void* buffer, size_t size) override;
+    ssize_t WriteAt(off_t position, const void* buffer, size_t size) override;
+    off_t Seek(off_t position, uint32 seekMode) override;
+    off_t Position() const override;
+    status_t SetSize(off_t size) override;
+
+    /// Bytes, what waits included. (BStatable's)
+    using BStatable::GetSize;
+
+    // BNode
+    status_t Sync() override;
+
+private:
+    friend class BDirectory;
+
+    status_t OpenAt(const BDirectory* directory, const BEntry* entry, const char* path,
+                    uint32 openMode);
+    void AdoptFile(int descriptor, uint32 openMode);
+    status_t Settle() const override;
+
+    uint32 fOpenMode = 0;
+    std::unique_ptr<kits::FileBuffer> fBuffer; // null while nothing is open
+};

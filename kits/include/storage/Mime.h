@@ -1,0 +1,68 @@
+#pragma once
+
+#include <StorageDefs.h>
+
+#include <string>
+
+struct entry_ref;
+
+/// The two sizes of an icon, in units of a side.
+enum icon_size {
+    B_LARGE_ICON = 32,
+    B_MINI_ICON = 16,
+};
+
+/// What a preferred application is for.
+enum app_verb {
+    B_OPEN,
+};
+
+constexpr const char* B_APP_MIME_TYPE = "application/x-executable";
+constexpr const char* B_FILE_MIME_TYPE = "application/octet-stream";
+constexpr const char* B_DIRECTORY_MIME_TYPE = "inode/directory";
+constexpr const char* B_SYMLINK_MIME_TYPE = "inode/symlink";
+
+/// A type of content, such as "text/plain", or a whole family of them, such as "text".
+///
+/// Types are those of the shared MIME database. Thread: any, one at a time per object.
+class BMimeType
+{
+public:
+    BMimeType() = default;
+    explicit BMimeType(const char* type);
+
+    /// Errors: B_BAD_VALUE when `type` is no valid type; the object is unset then.
+    status_t SetTo(const char* type);
+    void Unset();
+    status_t InitCheck() const { return fStatus; }
+
+    /// The text, or null when unset.
+    const char* Type() const;
+    bool IsValid() const { return fStatus == B_OK; }
+    bool IsSupertypeOnly() const;
+    status_t GetSupertype(BMimeType* supertype) const;
+    /// Equal without regard to case.
+    bool operator==(const BMimeType& other) const;
+    bool operator==(const char* type) const;
+    /// Whether `type` is this type or, when this one is a supertype, belongs to it.
+    bool Contains(const BMimeType* type) const;
+    /// Whether the database knows the type.
+    bool IsInstalled() const;
+    /// A few words in the user's language. `buffer` holds at least B_MIME_TYPE_LENGTH bytes; longer
+    /// words are cut at a character's end. Errors: B_ENTRY_NOT_FOUND when the database knows none.
+    status_t GetShortDescription(char* buffer) const;
+
+    /// A printable text of at most B_MIME_TYPE_LENGTH - 1 characters with at most one slash, not at
+    /// an end.
+    static bool IsValid(const char* type);
+    /// The type by name and, where the name says nothing, by content. Folders and links have types
+    /// of their own; a FIFO, socket or device is not opened.
+    static status_t GuessMimeType(const entry_ref* ref, BMimeType* type);
+    /// The type by the name alone.
+    static status_t GuessMimeType(const char* fileName, BMimeType* type);
+    static status_t GuessMimeType(const void* buffer, int32 length, BMimeType* type);
+
+private:
+    std::string fType;
+    status_t fStatus = B_NO_INIT;
+};

@@ -1,0 +1,128 @@
+#pragma once
+
+#include <Statable.h>
+#include <TypeConstants.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class BDirectory;
+class BEntry;
+struct entry_ref;
+
+/// Names a node: a file, folder or link, whatever it is called. Valid while the node exists.
+struct node_ref
+{
+    node_ref() = default;
+    node_ref(dev_t dev, ino_t ino) : device(dev), node(ino) {}
+
+    bool operator==(const node_ref& other) const
+    {
+        return device == other.device && node == other.node;
+    }
+    bool operator!=(const node_ref& other) const { return !(*this == other); }
+    bool operator<(const node_ref& other) const
+    {
+        return device != other.device ? device < other.device : node < other.node;
+    }
+
+    dev_t device = 0;
+    ino_t node = 0;
+};
+
+/// What GetAttrInfo() tells of an attribute.
+struct attr_info
+{
+    type_code type = 0;
+    off_t size = 0; // bytes
+};
+
+/// An open node: holds on to a file, folder or link whatever happens to its name, and to its
+/// attributes.
+///
+/// Opening reads nothing and waits for nothing, also for a FIFO or a device. A link is the link
+/// itself. Attributes are kept as extended attributes; a file system without them answers
+/// B_UNSUPPORTED. Thread: one at a time.
+class BNode : public BStatable
+{
+public:
+    BNode();
+    explicit BNode(const entry_ref* ref);
+    explicit BNode(const BEntry* entry);
+    explicit BNode(const char* path);
+    BNode(const BDirectory* directory, const char* path);
+    /// The copy holds the node by a descriptor of its own.
+    BNode(const BNode& other);
+    BNode& operator=(const BNode& other);
+    ~BNode() override;
+
+    /// Errors: B_NO_INIT, or what the last SetTo() said.
+    status_t InitCheck() const { return fStatus; }
+    status_t SetTo(const entry_ref* ref);
+    status_t SetTo(const BEntry* entry);
+    status_t SetTo(const char* path);
+    status_t SetTo(const BDirectory* directory, const char* path);
+    virtual void Unset();
+
+    // BStatable
+    status_t GetStat(struct stat* st) const override;
+
+    /// Sends the node's data to the medium.
+    virtual status_t Sync();
+
+    /// Writes the whole attribute; `offset` must be 0.
+    /// Errors: a negative count is the status; B_UNSUPPORTED where the file system has no
+    /// attributes.
+    ssize_t WriteAttr(const char* name, type_code type, off_t offset, const void* buffer,
+                      size_t size);
+    /// Reads up to `size` bytes from `offset` on; returns their number, or a status.
+    /// Errors: B_ENTRY_NOT_FOUND. The type is not compared.
+    ssize_t ReadAttr(const char* name, type_code type, off_t offset, void* buffer,
+                     size_t size) const;
+    status_t RemoveAttr(const char* name);
+    /// Errors: B_ENTRY_NOT_FOUND when there is none of that name.
+    status_t GetAttrInfo(const char* name, attr_info* info) const;
+    /// Names of the attributes in turn, at most B_ATTR_NAME_LENGTH bytes. Errors: B_ENTRY_NOT_FOUND
+    /// at the end.
+    status_t GetNextAttrName(char* buffer);
+    void RewindAttrs();
+    /// How many attributes the node has; one cheap call, 0 also where there are none to be had. Kit
+    /// extension.
+    int32 CountAttrs() const;
+    /// Takes over every extended attribute of `source` that may be written here, access lists
+    /// included. Kit extension. Errors: that of the first one that could not be taken over; the
+    /// others are there nevertheless.
+    status_t CopyAttrsFrom(const BNode& source);
+
+    /// A new descriptor of the same node for the caller to close, or a status.
+    int Dup() const;
+
+    /// The same node; unset ones are equal to nothing.
+    bool operator==(const BNode& other) const;
+    bool operator!=(const BNode& other) const { return !(*this == other); }
+
+protected:
+    status_t Fail(status_t status);
+    /// Takes `descriptor` over as the open node.
+    void Adopt(int descriptor);
+    int Descriptor() const { return fDescriptor; }
+    /// Whatever has to be done before the node is asked about itself: a file writes what it holds
+    /// back.
+    virtual status_t Settle() const;
+
+    // BStatable
+    status_t SetStat(const struct stat& st, uint32 what) override;
+    void KnowFolder(const struct stat& st) const override;
+
+private:
+    friend class BDirectory;
+    friend class BNodeInfo;
+
+    int fDescriptor = -1; // owned
+    status_t fStatus;
+    std::vector<std::string>
+        fAttributeNames; // what GetNextAttrName() gives, read at its first call
+    size_t fNextAttribute = 0;
+    bool fHasAttributeNames = false;
+};
