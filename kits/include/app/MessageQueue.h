@@ -1,0 +1,75 @@
+#pragma once
+
+#include <SupportDefs.h>
+
+#include <condition_variable>
+#include <list>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+class BMessage;
+
+namespace kits {
+class LooperCore;
+}
+
+/// The messages that wait for a looper, first in, first out.
+///
+/// Thread: any thread. Every call takes the queue's own lock, which is never held while a message
+/// is handled; the looper's lock is not involved.
+class BMessageQueue
+{
+public:
+    BMessageQueue();
+    BMessageQueue(const BMessageQueue&) = delete;
+    BMessageQueue& operator=(const BMessageQueue&) = delete;
+    /// Deletes the messages that still wait.
+    ~BMessageQueue();
+
+    /// Appends a message. Ownership: adopts `message`.
+    void AddMessage(BMessage* message);
+    /// Takes out and deletes `message` when it waits here; otherwise nothing happens.
+    void RemoveMessage(BMessage* message);
+
+    int32 CountMessages() const;
+    bool IsEmpty() const;
+    /// Lends the message at `index` (0 is the next one), null beyond the end. Keep the queue locked
+    /// for as long as the message is looked at.
+    BMessage* FindMessage(int32 index) const;
+    /// Lends the `index`-th message of those with that `what`.
+    BMessage* FindMessage(uint32 what, int32 index) const;
+    /// Takes out the next message and returns it to the caller; null when there is none. Never
+    /// waits.
+    BMessage* NextMessage();
+
+    /// Holds others off between two calls; nests.
+    bool Lock();
+    void Unlock();
+
+private:
+    friend class kits::LooperCore;
+    using Messages = std::list<std::unique_ptr<BMessage>>;
+
+    void Append(Messages& one); // splices all of `one`
+    void AppendFoldingMouseMove(Messages& one);
+    void Prepend(Messages& some);
+    Messages TakeKeyMessages();
+    std::unique_ptr<BMessage> Take();
+    // Waits until a message is there, Wake() was called or `deadline` has passed.
+    std::unique_ptr<BMessage> TakeWithin(bigtime_t deadline);
+    void Wake();
+
+    void NoteArrival(Messages::iterator added);
+    void FindFoldable();
+    std::unique_ptr<BMessage> TakeFirst();
+
+    // Guards all below. Recursive, because Lock() is held around other calls by whoever walks the
+    // queue.
+    mutable std::recursive_mutex fMutex;
+    std::condition_variable_any fArrival;
+    Messages fMessages;
+    Messages::iterator fFoldable; // the mouse move that a newer one may replace; else end()
+    bool fIsReceiverWaiting = false;
+    bool fWasWoken = false;
+};
