@@ -1,0 +1,49 @@
+#pragma once
+
+#include <Font.h>
+#include <View.h>
+
+#include <vector>
+
+namespace norvane {
+
+class CLVColumn;
+class ColumnListView;
+
+/// The strip of column headers above the rows of a ColumnListView: labels, sort marks, resizing.
+class CLVColumnLabelView : public BView
+{
+public:
+    CLVColumnLabelView(BRect frame, ColumnListView* list, const BFont* labelFont);
+
+    // BView
+    void Draw(BRect updateRect) override;
+    void MouseDown(BPoint where) override;
+    void MouseMoved(BPoint where, uint32 transit, const BMessage* message) override;
+    void MouseUp(BPoint where) override;
+
+    /// Repaints the header cell of a column.
+    void InvalidateColumn(const CLVColumn& column);
+    /// Shows whether the list has the focus; used where no other header says so.
+    void SetHighlighted(bool isHighlighted);
+
+private:
+    enum class Gesture { kNone, kPress, kResize };
+
+    void DrawCell(BRect cell, const CLVColumn& column, bool isPressed);
+    void DrawSortMark(BRect cell, const CLVColumn& column);
+    void BeginResize(CLVColumn& column, BPoint where);
+    void SortBy(int32 columnIndex, bool isAdding);
+    CLVColumn* EdgeAt(BPoint where) const;
+    CLVColumn* CellAt(BPoint where) const;
+
+    ColumnListView* fList; // owns the container that owns this view
+    BFont fFont;
+    Gesture fGesture = Gesture::kNone;
+    CLVColumn* fGestureColumn = nullptr;
+    float fGrip = 0; // from the pointer to the edge that is dragged
+    bool fIsPressedInside = false;
+    bool fIsHighlighted = false;
+};
+
+} // namespace norvane

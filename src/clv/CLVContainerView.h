@@ -1,0 +1,34 @@
+#pragma once
+
+#include <ScrollView.h>
+
+namespace norvane {
+
+class CLVColumnLabelView;
+class ColumnListView;
+class ScrollViewCorner;
+
+/// The scroll container of a ColumnListView: header strip, rows, scroll bars and the corner between
+/// them.
+class CLVContainerView : public BScrollView
+{
+public:
+    CLVContainerView(const char* name, ColumnListView* list, CLVColumnLabelView* strip,
+                     uint32 resizingMode, uint32 flags, bool horizontal, bool vertical,
+                     border_style border);
+    ~CLVContainerView() override;
+
+    /// The filler between the scroll bars; null when there are not both.
+    ScrollViewCorner* Corner() const { return fCorner; }
+    /// Resizes the container so that strip and rows together measure `width` x `height`.
+    void ResizeContentTo(float width, float height);
+
+    /// The list went away before the container.
+    void ForgetList() { fList = nullptr; }
+
+private:
+    ColumnListView* fList;
+    ScrollViewCorner* fCorner = nullptr; // a child of ours
+};
+
+} // namespace norvane

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <List.h>
+#include <ListItem.h>
+#include <Rect.h>
+
+class BBitmap;
+
+namespace norvane {
+
+class ColumnListView;
+class CLVColumn;
+
+/// A row of a ColumnListView, drawn column by column.
+///
+/// Ownership: the list only borrows rows; whoever added them deletes them.
+class CLVListItem : public BListItem
+{
+public:
+    static constexpr float kIndentation = 20;
+
+    explicit CLVListItem(uint32 level = 0, bool isSuperitem = false, bool isExpanded = false,
+                         float minimumHeight = 0);
+    ~CLVListItem() override;
+
+    // BListItem
+    void DrawItem(BView* owner, BRect itemRect, bool complete = false) override;
+    void Update(BView* owner, const BFont* font) override;
+
+    /// Draws one cell; `columnIndex` counts in the order of adding, -1 is the area right of the
+    /// last column.
+    virtual void DrawItemColumn(BView* owner, BRect columnRect, int32 columnIndex,
+                                bool complete) = 0;
+
+    bool IsSuperItem() const { return fIsSuperitem; }
+    void SetSuperItem(bool isSuperitem) { fIsSuperitem = isSuperitem; }
+    uint32 OutlineLevel() const { return fLevel; }
+    void SetOutlineLevel(uint32 level);
+    /// The row's indentation in the column at a place of the display order.
+    float ExpanderShift(int32 displayIndex, BView* owner) const;
+    /// Where a click expands or collapses the row; (-1,-1,-1,-1) until drawn or when there is no
+    /// arrow.
+    BRect ExpanderButtonRect() const { return fExpanderButton; }
+    /// The row's cell in the expander column; (-1,-1,-1,-1) until drawn.
+    BRect ExpanderColumnRect() const { return fExpanderColumn; }
+
+private:
+    friend class ColumnListView;
+
+    void DrawExpanderCell(ColumnListView& list, const CLVColumn& column, BRect cell, float shift,
+                          bool complete);
+
+    uint32 fLevel;
+    bool fIsSuperitem;
+    float fMinimumHeight;
+    BRect fExpanderButton{-1, -1, -1, -1};
+    BRect fExpanderColumn{-1, -1, -1, -1};
+    // A sort's callback receives two rows and nothing else.
+    ColumnListView* fSortOwner = nullptr;
+    int32 fSortPlace = 0;
+};
+
+} // namespace norvane

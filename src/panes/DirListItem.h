@@ -1,0 +1,100 @@
+#pragma once
+
+#include "clv/CLVListItem.h"
+#include "panes/PaneMessages.h"
+
+#include <Entry.h>
+#include <EntryBatch.h>
+#include <GraphicsDefs.h>
+#include <Node.h>
+
+#include <memory>
+#include <string>
+
+class BBitmap;
+
+namespace norvane {
+
+class DatePattern;
+
+/// One row of a pane: an entry of a folder, of query results or of an FTP listing, or the parent
+/// row "..".
+///
+/// A folder may have a million rows, so a row keeps what the listing found and makes its texts and
+/// looks up its icon when they are first asked for.
+class DirListItem : public CLVListItem
+{
+public:
+    static constexpr float kMinimumHeight = 20;
+
+    /// A local row, or the parent row (`entry` is not used then).
+    DirListItem(BEntry* entry, rgb_color colour, bool isParent, int nameMode,
+                const char* dateFormat);
+    /// A row of what a folder's reading found.
+    DirListItem(entry_ref&& ref, const BEntryBatch::Item& item, const DatePattern& dates);
+    /// A row of an FTP listing.
+    DirListItem(const char* name, const char* size, const char* date, const char* permissions);
+    /// A parent row without an entry.
+    DirListItem();
+    ~DirListItem() override;
+    DirListItem(const DirListItem&) = delete;
+    DirListItem& operator=(const DirListItem&) = delete;
+
+    // CLVListItem
+    void DrawItemColumn(BView* owner, BRect rect, int32 columnIndex, bool complete) override;
+    void Update(BView* owner, const BFont* font) override;
+
+    /// Reads the entry anew; the row shows its leaf name from then on.
+    void Update(const entry_ref* ref, const char* dateFormat);
+    void Update(const char* dateFormat);
+    /// Shows what a folder occupies.
+    void SetDirSize(int64 bytes);
+
+    /// Valid until the row is updated or deleted.
+    const char* GetEntryName() const;
+    const entry_ref* GetRef() const { return &fRef; }
+    node_ref NodeRef() const;
+    bool IsDir() const { return fIsDirectory; }
+    bool IsParent() const { return fKind == Kind::kParent; }
+    int64 GetSize() const { return fSize; }
+    /// The text of column 1 to 4; empty for any other. Valid until the row is updated or deleted.
+    const char* Text(int32 columnIndex) const;
+    /// The row's picture; null for an entry that has none. Lent until the row is updated or
+    /// deleted.
+    const BBitmap* GetBitmap() const;
+    bool IsMarked() const { return fIsMarked; }
+    void Mark(bool isMarked) { fIsMarked = isMarked; }
+    float Baseline() const { return fBaseline; }
+
+    /// Nine characters: read, write and execute of owner, group and others. Returned to the caller
+    /// (delete[]).
+    static char* GetStrPermissions(unsigned int mode);
+    /// Kept for completeness of the row class: panes install no compare function.
+    static int MyCompare(const CLVListItem* a, const CLVListItem* b, int32 columnIndex);
+
+private:
+    enum class Kind : uint8 { kParent, kFile, kFolder, kLink, kOther, kRemoteFile, kRemoteFolder };
+    struct Texts;
+
+    void ReadEntry(const BEntry& entry);
+    void TakeStat(const struct stat& st, bool isKnown);
+    void FollowLink();
+    const Texts& MadeTexts() const;
+
+    entry_ref fRef;
+    ino_t fNode = 0;
+    int64 fSize = 0;
+    int64 fModified = 0;
+    const DatePattern* fDates = nullptr;
+    mutable std::unique_ptr<Texts> fTexts;  // null until a text is asked for
+    mutable const BBitmap* fIcon = nullptr; // shared by all rows of a type
+    float fBaseline = 0;
+    uint16 fMode = 0;
+    Kind fKind = Kind::kParent;
+    bool fIsDirectory = true;
+    bool fHasPermissions = true;
+    bool fIsMarked = false;
+    mutable bool fHasLookedForIcon = false;
+};
+
+} // namespace norvane

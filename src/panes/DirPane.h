@@ -1,0 +1,77 @@
+#pragma once
+
+#include <View.h>
+
+#include <string>
+
+class BScrollView;
+
+namespace norvane {
+
+class DirView;
+class NorvFtr;
+class NVHeader;
+
+/// A pane of the main window: header with the folder, the file list, footer with counts and
+/// progress.
+///
+/// Thread: its window's; GoToDir() locks the window itself. Ownership: its children are its views'.
+class DirPane : public BView
+{
+public:
+    static constexpr rgb_color kBackground = {216, 216, 216, 255};
+    static constexpr rgb_color kBlack = {0, 0, 0, 255};
+    static constexpr rgb_color kWhite = {255, 255, 255, 255};
+    static constexpr rgb_color kBevel = {152, 152, 152, 255};
+    static constexpr rgb_color kSelection = {75, 96, 154, 255};
+    static constexpr rgb_color kFooterText = {78, 89, 126, 255};
+
+    /// `path` null is "/"; `key` is the pane's digit, shown over the icon column.
+    DirPane(BRect frame, const char* path, const char* name, const char* key);
+    ~DirPane() override;
+
+    // BView
+    void MessageReceived(BMessage* message) override;
+    void FrameResized(float width, float height) override;
+
+    /// Resizes the pane and lays its children out.
+    void ResizeTo(float width, float height);
+    /// Lists a folder when one is given, then refreshes header and footer.
+    void SetPath(const char* path);
+    void GoToDir(const char* path);
+    void SetFocus();
+    bool GotFocus() const;
+    void MakeFocus(bool isFocused = true) override;
+    /// Shows in the header whether the pane has the focus.
+    void HightlighHeader(bool isHighlighted);
+    bool QuitRequested();
+    /// Shows or hides header and footer as the list's flags say.
+    void ShowStrips();
+
+    int GetSelected(char* path) const;
+    int64 GetSize();
+    void SetColumnWidth(int32 column, int width);
+    int ColumnWidth(int32 column) const;
+    /// The folder to save for this pane.
+    /// Units: `path` holds B_PATH_NAME_LENGTH bytes; a longer one gives an empty string.
+    void GetPath(char* path) const;
+    void GetCachedPath(char* path) const;
+    void Invoke();
+    void NavigateUp();
+    void NavigateDown();
+    DirView* GetDirView() const { return fList; }
+    NVHeader* Header() const { return fHeader; }
+    NorvFtr* Footer() const { return fFooter; }
+
+private:
+    void LayOut(float width, float height);
+    void RefreshTexts();
+
+    DirView* fList = nullptr;         // a child of fScroller
+    NVHeader* fHeader = nullptr;      // a child
+    NorvFtr* fFooter = nullptr;       // a child
+    BScrollView* fScroller = nullptr; // a child
+    std::string fStartPath;
+};
+
+} // namespace norvane

@@ -1,0 +1,172 @@
+#pragma once
+
+#include "clv/ColumnListView.h"
+#include "panes/DirListItem.h"
+#include "panes/FolderMeasure.h"
+#include "panes/MarkList.h"
+#include "panes/PaneMessages.h"
+#include "panes/PaneNotifier.h"
+#include "panes/RowIndex.h"
+
+#include <Message.h>
+#include <Node.h>
+
+#include <memory>
+#include <string>
+
+class BScrollView;
+
+namespace norvane {
+
+class FolderReader;
+
+/// The file list of a pane: lists a folder or query results, keeps marks apart from the selection,
+/// packs the chosen entries into messages, and follows the changes of its folder.
+///
+/// Thread: its window's. Ownership: owns its rows.
+class DirView : public ColumnListView
+{
+public:
+    static constexpr int32 kColumnCount = 5;
+
+    /// `parentPane` is told of every change; `iconLabel` heads the icon column.
+    DirView(BRect frame, BScrollView** containerOut, const char* path, const char* iconLabel,
+            BView* parentPane);
+    ~DirView() override;
+
+    // BView, BListView, ColumnListView
+    void AttachedToWindow() override;
+    void MessageReceived(BMessage* message) override;
+    void KeyDown(const char* bytes, int32 byteCount) override;
+    void MouseDown(BPoint where) override;
+    void MouseMoved(BPoint where, uint32 transit, const BMessage* dragged) override;
+    void MouseUp(BPoint where) override;
+    void MakeFocus(bool isFocused = true) override;
+    void SelectionChanged() override;
+    status_t Invoke(BMessage* message = nullptr) override;
+    bool InitiateDrag(BPoint where, int32 index, bool wasSelected) override;
+    void ColumnWidthChanged(int32 columnIndex, float newWidth) override;
+
+    // Listing
+    /// Lists a local folder; 1, or -1 when it cannot be read: the list stays as it was then.
+    int Populate(const char* path);
+    /// Shows query results: refs of the message's first ref field, "QueryString".
+    int Populate(BMessage* queryResults);
+    void Clear();
+    void Refresh();
+    /// Lists another folder, "/" for null.
+    void SetPath(const char* path);
+    /// Lists a folder that a person named; "~", relative paths and addresses are understood.
+    void GoToDir(const char* path);
+    void NavigateUp();
+    void NavigateDown();
+    /// Adds entries that were moved in from elsewhere since the last listing.
+    void AddMissing();
+
+    PaneMode Mode() const { return fMode; }
+    const std::string& Path() const { return fPath; }
+    const std::string& QueryString() const { return fQuery; }
+    /// The saved folder that could not be read when the list was first shown; empty when it could.
+    const std::string& UnreadableFolder() const { return fUnreadable; }
+
+    // Selection and marks
+    int GetSelected(char* path) const;
+    void GetSelected(BList* rows) const;
+    /// The message that carries the chosen entries; null when none is chosen. Returned to the
+    /// caller.
+    BMessage* GetRefMsg(int32 index);
+    /// The footer's line.
+    /// Units: `text` holds at least 256 bytes.
+    void GetFiles(char* text) const;
+    /// Starts measuring the one selected folder; its cell is filled when that ends. Returns 0.
+    int64 GetSize();
+    void ToggleMark(int32 index);
+    void Mark(int32 from, int32 to);
+    void Unmark(int32 from, int32 to);
+    void EmptyMarked();
+    const MarkList& Marks() const { return fMarks; }
+    DirListItem* RowAt(int32 index) const;
+
+    // Columns and preferences
+    int ColumnWidth(int32 index) const;
+    void SetColumnWidth(int32 index, int width);
+    void GetPreferences();
+    void SetDateFormat(const char* pattern);
+    void SetProgressFlag(bool isOn) { fShowsProgress = isOn; }
+    void SetHeaderFlag(bool isOn) { fShowsHeader = isOn; }
+    void SetFooterFlag(bool isOn) { fShowsFooter = isOn; }
+    bool ProgressFlag() const { return fShowsProgress; }
+    bool HeaderFlag() const { return fShowsHeader; }
+    bool FooterFlag() const { return fShowsFooter; }
+
+    void NotifyParent(uint32 code);
+
+    // Live updates
+    void DoNodeMonitor(const char* path);
+    void StopNodeMonitoring();
+    /// Handles a notice of the folder's watch.
+    void NodeChanged(const BMessage& notice);
+    /// 1 for a folder's row, 2 for any other, 0 when the entry is gone or listed already.
+    int AddEntry(const entry_ref* ref);
+    void RemoveEntry(const entry_ref* ref);
+    void RemoveEntry(const node_ref& node, const char* name);
+    void UpdateEntry(const node_ref* node);
+    void UpdateEntry(const entry_ref* newRef, const entry_ref* oldRef);
+
+private:
+    friend class FolderMeasure;
+
+    void AddColumns();
+    // Listing
+    status_t ReadFolder(FolderReader& reader);
+    void ShowRows(std::vector<std::unique_ptr<DirListItem>> folders,
+                  std::vector<std::unique_ptr<DirListItem>> files);
+    void DeleteRows();
+    void TellUnreadable(const std::string& path, status_t status);
+    void OpenFolder(const std::string& path);
+    // Keys
+    bool HandleKey(const char* bytes, int32 byteCount);
+    bool HandleFunctionKey(int32 key);
+    bool TypeAhead(const char* bytes, int32 byteCount);
+    void StartCopy();
+    int32 ModifiersNow() const;
+    // Drops
+    void EntriesDropped(BMessage* message);
+    // Live updates
+    void EntryCreated(const BMessage& notice);
+    void EntryRemoved(const BMessage& notice);
+    void EntryMoved(const BMessage& notice);
+    void StatChanged(const BMessage& notice);
+    bool IsShown(const BMessage& notice, const char* directoryField) const;
+    void InsertRow(std::unique_ptr<DirListItem> row);
+    void RemoveRow(DirListItem* row);
+    void RebuildRow(DirListItem* row, const entry_ref& ref);
+    int32 IndexOfRow(DirListItem* row) const;
+    void RedrawRow(DirListItem* row);
+    void FolderMeasured(const BMessage& message);
+
+    PaneMode fMode = kLocalMode;
+    std::string fPath;
+    std::string fDownPath;
+    std::string fQuery;
+    std::string fUnreadable;
+    bool fMayNavigateDown = false;
+    MarkList fMarks;
+    DirListItem* fAnchor = nullptr; // where the last range of marks started; a row of ours
+    RowIndex fIndex;
+    FolderTotals fTotals;
+    FolderMeasure fMeasure;
+    BView* fPane; // the parent
+    PaneNotifier fNotifier;
+    std::string fDateFormat = "%D %R";
+    bool fShowsProgress = true;
+    bool fShowsHeader = true;
+    bool fShowsFooter = true;
+    bool fIsWatching = false;
+    node_ref fWatched;
+    bool fIsFirstAttachment = true;
+    struct Press;
+    std::unique_ptr<Press> fPress; // null unless a press is being followed
+};
+
+} // namespace norvane

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "panes/DirListItem.h"
+
+#include <Directory.h>
+#include <EntryBatch.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace norvane {
+
+/// Reads a folder into rows. Needs no window, so it may run on any thread.
+///
+/// Use: Open(), ReadMore() until it says false, TakeRows().
+class FolderReader
+{
+public:
+    /// Errors: those of opening and reading a folder.
+    status_t Open(const std::string& path);
+    /// How many entries the folder has.
+    int32 CountEntries() const { return fBatch.CountItems(); }
+    /// Reads some hundred more entries; false when all are there.
+    bool ReadMore() { return fBatch.StatNext(); }
+    int32 CountRead() const { return fBatch.CountStatted(); }
+    /// Whether a row ".." opens the list.
+    bool HasParent() const { return fHasParent; }
+    node_ref Node() const { return fNode; }
+
+    /// The rows in the listing's order: folders with ".." at the top, then everything else.
+    void TakeRows(const DatePattern& dates, std::vector<std::unique_ptr<DirListItem>>& folders,
+                  std::vector<std::unique_ptr<DirListItem>>& files);
+
+private:
+    BDirectory fDirectory;
+    BEntryBatch fBatch;
+    node_ref fNode;
+    bool fHasParent = false;
+};
+
+} // namespace norvane

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <SupportDefs.h>
+
+#include <vector>
+
+namespace norvane {
+
+class DirListItem;
+
+/// The marked rows of a pane in the order of marking. Plain data: the rows are borrowed and drawn
+/// by others.
+class MarkList
+{
+public:
+    /// Marks or unmarks one row.
+    void Toggle(DirListItem* row);
+    /// Adds the row without setting its mark, unless it is there.
+    void Append(DirListItem* row);
+    /// Unmarks all those of `rows` that are marked, in one pass.
+    void Unmark(const std::vector<DirListItem*>& rows);
+    /// Marks all those of `rows` that are not marked.
+    void Mark(const std::vector<DirListItem*>& rows);
+    /// Forgets a row that goes away.
+    void Forget(DirListItem* row);
+    /// Unmarks all.
+    void Clear();
+
+    bool IsEmpty() const { return fRows.empty(); }
+    int32 Count() const { return static_cast<int32>(fRows.size()); }
+    const std::vector<DirListItem*>& Rows() const { return fRows; }
+
+private:
+    void Purge();
+
+    std::vector<DirListItem*> fRows;
+};
+
+} // namespace norvane

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <View.h>
+
+#include <string>
+
+namespace norvane {
+
+/// The strip above a pane's list that shows its folder; blue when the pane has the focus.
+class NVHeader : public BView
+{
+public:
+    NVHeader(BRect frame, const char* text, const char* name, uint32 resizingMode);
+
+    // BView
+    void AttachedToWindow() override;
+    void Draw(BRect updateRect) override;
+    void MouseDown(BPoint where) override;
+
+    /// The caller has it redrawn.
+    void SetText(const char* text) { fText = text; }
+    const std::string& Text() const { return fText; }
+    void SetSelected(bool isSelected);
+    bool IsSelected() const { return fIsSelected; }
+
+private:
+    std::string fText;
+    int fBaseline;
+    bool fIsSelected = false;
+};
+
+/// Paints what header and footer have in common: background, bevels, one line of text.
+void DrawStrip(BView& strip, const char* text, int baseline);
+
+} // namespace norvane

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <View.h>
+
+#include <string>
+
+class BStatusBar;
+
+namespace norvane {
+
+/// The strip below a pane's list: one line of counts and, during long listings, a progress bar.
+class NorvFtr : public BView
+{
+public:
+    explicit NorvFtr(BRect frame);
+    ~NorvFtr() override;
+
+    // BView
+    void AttachedToWindow() override;
+    void Draw(BRect updateRect) override;
+    void MouseDown(BPoint where) override;
+
+    /// The caller has it redrawn.
+    void SetText(const char* text) { fText = text; }
+    const std::string& Text() const { return fText; }
+    void ResizeTo(float width, float height);
+
+    /// Attaches the bar, empty.
+    void Start(float max);
+    /// Takes the bar away; it is kept for the next run.
+    void Stop();
+    void Update(float steps = 1);
+    void SetMax(int max);
+    BStatusBar* Bar() const { return fBar; }
+
+private:
+    std::string fText = " ";
+    int fBaseline;
+    BStatusBar* fBar; // ours while it is not attached
+};
+
+} // namespace norvane
