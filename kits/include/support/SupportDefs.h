@@ -21,7 +21,7 @@ using status_t = int32;
 using bigtime_t = int64;
 /// The name of a piece of data: a multi-character constant such as 'CSTR'.
 using type_code = uint32;
-/// The place of an item in a list.
+/// The name of a hook called through Perform().
 using perform_code = uint32;
 
 /// Waits for ever, where a call takes a time-out.

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <OS.h>
+
+#include <memory>
+
+/// A lock that its owner may take again; it is free when it was released as often as taken.
+///
+/// Thread: any thread; Unlock() by the one that holds it.
+class BLocker
+{
+public:
+    BLocker();
+    explicit BLocker(const char* name);
+    /// `benaphoreStyle` is taken for the platform's sake: the lock is always cheap when it is free.
+    explicit BLocker(bool benaphoreStyle);
+    BLocker(const char* name, bool benaphoreStyle);
+    virtual ~BLocker();
+    BLocker(const BLocker&) = delete;
+    BLocker& operator=(const BLocker&) = delete;
+
+    /// Takes the lock, waiting for it as long as it takes. Always true.
+    bool Lock();
+    /// Takes the lock, waiting at most `timeout`.
+    /// Units: microseconds; 0 tries once, B_INFINITE_TIMEOUT waits for ever.
+    /// Errors: B_TIMED_OUT; B_WOULD_BLOCK when `timeout` is 0. Nothing is locked then.
+    status_t LockWithTimeout(bigtime_t timeout);
+    /// Gives back one lock. Does nothing in a thread that does not hold it.
+    void Unlock();
+
+    /// The thread that holds the lock, or B_ERROR when it is free.
+    thread_id LockingThread() const;
+    /// Whether the calling thread holds the lock.
+    bool IsLocked() const;
+    /// How often the owner has taken the lock.
+    int32 CountLocks() const;
+    /// How many threads hold the lock or wait for it, nested locks of the owner included.
+    int32 CountLockRequests() const;
+    const char* Name() const;
+
+private:
+    struct State;
+    std::unique_ptr<State> fState; // never null
+};
