@@ -16,7 +16,7 @@ struct entry_ref;
 
 namespace kits {
 class MessageFields;
-struct MessageDelivery;
+class MessageDelivery;
 
 /// Gives the kits what a posted message carries along: from whom, to whom, whether a reply is
 /// awaited.

@@ -204,7 +204,7 @@ bool operator>=(const BString& a, const BString& b);
 bool operator>=(const BString& a, const char* b);
 bool operator>=(const char* a, const BString& b);
 
-/// As BString::Compare and ICompare, through pointers, for BList::SortItems().
+/// As BString::Compare and ICompare.
 int Compare(const BString& a, const BString& b);
 int ICompare(const BString& a, const BString& b);
 int Compare(const BString* a, const BString* b);

@@ -1,0 +1,293 @@
+#include <OS.h>
+
+#include "support/Mutex.h"
+
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <pthread.h>
+#include <string>
+#include <sys/resource.h>
+#include <unistd.h>
+#include <unordered_map>
+
+namespace {
+
+using kits::Condition;
+using kits::Mutex;
+using kits::MutexLock;
+
+struct Thread
+{
+    thread_id id = 0;
+    std::string name;
+    int32 priority = B_NORMAL_PRIORITY;
+    thread_func function = nullptr; // null: a thread that was not spawned here
+    void* data = nullptr;
+    bool isStarted = false;
+    bool hasEnded = false;
+    bool hasHandle = false;
+    pthread_t handle{}; // valid from when it is set until the thread has ended
+    status_t result = B_OK;
+};
+
+using ThreadRef = std::shared_ptr<Thread>;
+
+/// Every thread that was spawned or asked for its number, until it ends.
+struct ThreadTable
+{
+    Mutex mutex;
+    Condition end; // some thread has ended
+    std::unordered_map<thread_id, ThreadRef> threads GUARDED_BY(mutex);
+    thread_id lastId GUARDED_BY(mutex) = 0;
+};
+
+ThreadTable& Table()
+{
+    // Never destroyed: threads may end after the program's static objects have gone.
+    static ThreadTable& table = *new ThreadTable;
+    return table;
+}
+
+/// The calling thread's number; 0 until it is asked for.
+thread_local thread_id tThreadId = 0;
+
+std::string CutName(const char* name)
+{
+    return name == nullptr ? std::string()
+                           : std::string(name, ::strnlen(name, B_OS_NAME_LENGTH - 1));
+}
+
+/// Shows the name in debuggers and in lists of processes, where 15 bytes fit.
+void ShowName(const Thread& thread)
+{
+    if (thread.hasHandle) {
+        ::pthread_setname_np(thread.handle, thread.name.substr(0, 15).c_str());
+    }
+}
+
+thread_id Enter(const ThreadRef& thread)
+{
+    ThreadTable& table = Table();
+    MutexLock lock(table.mutex);
+    // Numbers are not used again before all have been; a long-lived thread keeps its own then, too.
+    do {
+        table.lastId = table.lastId == INT32_MAX ? 1 : table.lastId + 1;
+    } while (table.threads.contains(table.lastId));
+    thread->id = table.lastId;
+    table.threads.emplace(thread->id, thread);
+    return thread->id;
+}
+
+void Leave(thread_id id, status_t result)
+{
+    ThreadTable& table = Table();
+    MutexLock lock(table.mutex);
+    const auto found = table.threads.find(id);
+    if (found == table.threads.end()) {
+        return;
+    }
+    found->second->hasEnded = true;
+    found->second->result = result;
+    table.threads.erase(found);
+    table.end.Broadcast();
+}
+
+/// Takes a thread that was not spawned here out of the table when it ends.
+class ForeignThread
+{
+public:
+    explicit ForeignThread(thread_id id) : fId(id) {}
+    ForeignThread(const ForeignThread&) = delete;
+    ForeignThread& operator=(const ForeignThread&) = delete;
+    ~ForeignThread() { Leave(fId, B_OK); }
+
+private:
+    thread_id fId;
+};
+
+thread_id EnterForeignThread()
+{
+    char name[16] = "";
+    ::pthread_getname_np(::pthread_self(), name, sizeof(name));
+    auto thread = std::make_shared<Thread>();
+    thread->name = name;
+    thread->isStarted = true;
+    thread->hasHandle = true;
+    thread->handle = ::pthread_self();
+    tThreadId = Enter(thread);
+    thread_local ForeignThread leaving(tThreadId);
+    return tThreadId;
+}
+
+/// Lets a thread of little importance have less of the processor. Raising one is the system's
+/// privilege.
+void ApplyPriority(int32 priority)
+{
+    if (priority < B_NORMAL_PRIORITY) {
+        const int nice = priority < 0 ? 19 : B_NORMAL_PRIORITY - priority;
+        ::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), nice);
+    }
+}
+
+status_t CallFunction(const Thread& thread)
+{
+    try {
+        return thread.function(thread.data);
+    } catch (...) {
+        std::fprintf(stderr, "An exception ended the thread \"%s\".\n", thread.name.c_str());
+        return B_ERROR;
+    }
+}
+
+void* RunThread(void* argument)
+{
+    const std::unique_ptr<ThreadRef> adopted(static_cast<ThreadRef*>(argument));
+    Thread& thread = **adopted;
+    tThreadId = thread.id;
+    {
+        MutexLock lock(Table().mutex);
+        thread.handle = ::pthread_self();
+        thread.hasHandle = true;
+        ShowName(thread);
+    }
+    ApplyPriority(thread.priority);
+    Leave(thread.id, CallFunction(thread));
+    return nullptr;
+}
+
+status_t StartThread(const ThreadRef& thread)
+{
+    auto argument = std::make_unique<ThreadRef>(thread);
+    pthread_attr_t attributes;
+    ::pthread_attr_init(&attributes);
+    ::pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);
+    pthread_t handle;
+    const int error = ::pthread_create(&handle, &attributes, RunThread, argument.get());
+    ::pthread_attr_destroy(&attributes);
+    if (error != 0) {
+        MutexLock lock(Table().mutex);
+        thread->isStarted = false;
+        return B_NO_MORE_THREADS;
+    }
+    argument.release(); // adopted by the new thread
+    return B_OK;
+}
+
+/// The thread of that number; null when there is none.
+ThreadRef FindById(ThreadTable& table, thread_id id) REQUIRES(table.mutex)
+{
+    const auto found = table.threads.find(id);
+    return found == table.threads.end() ? nullptr : found->second;
+}
+
+} // namespace
+
+thread_id spawn_thread(thread_func function, const char* name, int32 priority, void* data)
+{
+    if (function == nullptr) {
+        return B_BAD_VALUE;
+    }
+    try {
+        auto thread = std::make_shared<Thread>();
+        thread->name = CutName(name);
+        thread->priority = priority;
+        thread->function = function;
+        thread->data = data;
+        return Enter(thread);
+    } catch (const std::bad_alloc&) {
+        return B_NO_MEMORY;
+    }
+}
+
+status_t resume_thread(thread_id id)
+{
+    ThreadRef thread;
+    {
+        ThreadTable& table = Table();
+        MutexLock lock(table.mutex);
+        thread = FindById(table, id);
+        if (thread == nullptr) {
+            return B_BAD_THREAD_ID;
+        }
+        if (thread->isStarted) {
+            return B_BAD_THREAD_STATE;
+        }
+        thread->isStarted = true;
+    }
+    return StartThread(thread);
+}
+
+status_t wait_for_thread(thread_id id, status_t* returnValue)
+{
+    if (id == find_thread(nullptr)) {
+        return B_NOT_ALLOWED;
+    }
+    const status_t started = resume_thread(id);
+    if (started != B_OK && started != B_BAD_THREAD_STATE) {
+        return started;
+    }
+    ThreadTable& table = Table();
+    MutexLock lock(table.mutex);
+    const ThreadRef thread = FindById(table, id);
+    if (thread == nullptr) {
+        return B_BAD_THREAD_ID; // ended meanwhile
+    }
+    while (!thread->hasEnded) {
+        table.end.Wait(table.mutex);
+    }
+    if (returnValue != nullptr) {
+        *returnValue = thread->result;
+    }
+    return B_OK;
+}
+
+thread_id find_thread(const char* name)
+{
+    if (name == nullptr) {
+        return tThreadId != 0 ? tThreadId : EnterForeignThread();
+    }
+    ThreadTable& table = Table();
+    MutexLock lock(table.mutex);
+    thread_id newest = B_NAME_NOT_FOUND;
+    for (const auto& [id, thread] : table.threads) {
+        if (id > newest && thread->name == name) {
+            newest = id;
+        }
+    }
+    return newest;
+}
+
+status_t rename_thread(thread_id id, const char* name)
+{
+    std::string newName = CutName(name);
+    ThreadTable& table = Table();
+    MutexLock lock(table.mutex);
+    const ThreadRef thread = FindById(table, id);
+    if (thread == nullptr) {
+        return B_BAD_THREAD_ID;
+    }
+    thread->name.swap(newName);
+    ShowName(*thread);
+    return B_OK;
+}
+
+status_t get_thread_info(thread_id id, thread_info* info)
+{
+    if (info == nullptr) {
+        return B_BAD_VALUE;
+    }
+    ThreadTable& table = Table();
+    MutexLock lock(table.mutex);
+    const ThreadRef thread = FindById(table, id);
+    if (thread == nullptr) {
+        return B_BAD_THREAD_ID;
+    }
+    info->thread = id;
+    info->team = ::getpid();
+    std::snprintf(info->name, sizeof(info->name), "%s", thread->name.c_str());
+    info->state = thread->isStarted ? B_THREAD_RUNNING : B_THREAD_SUSPENDED;
+    info->priority = thread->priority;
+    return B_OK;
+}
