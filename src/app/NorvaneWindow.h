@@ -8,8 +8,6 @@
 #include <string>
 #include <vector>
 
-class BMenuBar;
-
 namespace norvane {
 
 class DirPane;
@@ -44,6 +42,7 @@ public:
     DirPane* PaneAt(int32 index) const;
 
     // BWindow
+    void Show() override;
     void FrameResized(float width, float height) override;
     void MessageReceived(BMessage* message) override;
     bool QuitRequested() override;
@@ -54,7 +53,8 @@ private:
     void RestoreFrame();
     void RestorePanes();
     void RestoreColumns();
-    std::string UsableFolder(const std::string& path);
+    void MoveOntoScreen();
+    void TakePane(int32 index);
 
     // Commands (WindowCommands.cpp); each does nothing without the pane it needs
     void PaneCommand(uint32 what);
@@ -63,6 +63,7 @@ private:
     void DoDrag(BMessage* message);
     void OpenInLeftPane();
     void OpenInRightPane();
+    void OpenBeside(int32 step);
     void RemovePane();
     void FocusPane(int32 index);
     void ShowOverwriteTest();
@@ -74,6 +75,7 @@ private:
 
     BList fPanes{5};
     bool fIsReady = false;
+    bool fHasSaved = false;
     std::vector<std::string> fFolders;        // from the command line
     std::vector<std::string> fMissingFolders; // saved ones that could not be shown, told once
 };

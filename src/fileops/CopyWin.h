@@ -3,12 +3,12 @@
 #include "fileops/OperationProgress.h"
 #include "fileops/ProblemList.h"
 
+#include <Entry.h>
 #include <Message.h>
 #include <Messenger.h>
 #include <Rect.h>
 #include <Window.h>
 
-#include <atomic>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,11 +19,12 @@ class BStringView;
 namespace norvane {
 
 class OverWin;
-class WindowUI;
 
 /// Sent to the handler when the operation ended; carries the pointer "WindowHandle", to compare
 /// only.
 constexpr uint32 kOperationDone = 511;
+/// A request to fetch entries from a server.
+constexpr uint32 kDownloadRequest = 604;
 
 /// The small window that carries out one file operation, on its own thread, from start to end.
 ///
@@ -60,15 +61,20 @@ public:
     bool QuitRequested() override;
 
 private:
-    void BuildViews();
-    void StartWatchdog();
-    void Copy(const BMessage& request);
-    void CopyItems(const std::vector<entry_ref>& items, WindowUI& ui, const OverWin& overWin);
+    static bool ShowsOverallBar(const BMessage& request);
+    void StartWithoutActivation();
+    void CopyItems(const std::vector<entry_ref>& items);
     void StartTotals(const std::vector<entry_ref>& items);
+    void ShowForQuit();
+
+    // What is seen (CopyWinViews.cpp)
+    void BuildViews();
+    void ShowTotals(int64 totalBytes, size_t itemCount);
     void PaintIfDue();
     void PaintNow(bigtime_t now);
+    void ShowTitle(bigtime_t now);
     void TakeWaitingKeys();
-    void ShowForQuit();
+    void AskWhetherToStop();
 
     BStringView* fFromLine = nullptr;
     BStringView* fToLine = nullptr;
@@ -88,6 +94,9 @@ private:
     std::string fFromText;
     std::string fToText;
     std::string fFileName;
+    bool fIsNewFile = false;
+    int64 fShownFileBytes = 0; // what the bars stand at
+    int64 fShownBytes = 0;
     bigtime_t fNextPaint = 0;
 };
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <Alert.h>
 #include <SupportDefs.h>
 
 #include <string>
@@ -25,6 +24,12 @@ struct OverwriteQuestion
     std::string targetPath;
     std::string targetDetails;
     std::string sourceDetails;
+};
+
+/// How grave a notice is.
+enum class Notice : uint8 {
+    kInfo,
+    kStop,
 };
 
 /// What a file operation says and asks while it runs: windows in the program, a script in tests.
@@ -53,7 +58,7 @@ public:
     virtual void ShowProgress() = 0;
 
     /// Shows `text` and returns when it was read.
-    virtual void Tell(const char* text, alert_type type) = 0;
+    virtual void Tell(const char* text, Notice notice) = 0;
     /// Notes what could not be handled whole, to be told once at the end.
     virtual void NoteProblem(const std::string& name, const std::string& reason) = 0;
 

@@ -11,9 +11,9 @@ constexpr uint32 kAnswerForQuit = 'AnsQ';
 
 /// The file operations that are running, as quitting needs to know them.
 ///
-/// Quitting never breaks an operation off: it answers the questions that are open, lets the
-/// operations come to their ends, and is told when the last one has. Thread: any; holds messengers
-/// only, so it waits for nobody.
+/// Quitting never breaks an operation off: it answers the questions that are open and every later
+/// one, and the operations come to their ends. Thread: any; holds messengers only, so it waits for
+/// nobody.
 class Operations
 {
 public:
@@ -33,13 +33,11 @@ public:
 
     static int32 Count();
 
-    /// Starts quitting: open questions are answered with Cancel, and so is every later one.
-    /// When operations are running, `message` is posted to `whenDone` after the last has ended, and
-    /// true is returned.
-    static bool WaitForEnd(const BMessenger& whenDone, uint32 message);
-    static bool IsQuitting();
-    /// Ends quitting, for the case that it was not gone through with.
+    /// Answers every question that is open, and those still to come, with Cancel.
+    static void BeginQuit();
+    /// Ends what BeginQuit() began, when the program goes on after all.
     static void Resume();
+    static bool IsQuitting();
 };
 
 } // namespace norvane

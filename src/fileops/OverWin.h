@@ -2,6 +2,7 @@
 
 #include "fileops/OperationUI.h"
 
+#include <Messenger.h>
 #include <Rect.h>
 #include <Window.h>
 
@@ -59,7 +60,6 @@ private:
     BStringView* fTargetLine = nullptr;
     BStringView* fSourceDetails = nullptr;
     BButton* fButtons[6] = {};
-    BMessenger fOwner;
     bool fClosesWhenAnswered = false;
 
     std::atomic<uint32> fAnswer{kAnswerNone};

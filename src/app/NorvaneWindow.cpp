@@ -1,0 +1,280 @@
+#include "app/NorvaneWindow.h"
+
+#include "app/MenuTable.h"
+#include "panes/DirPane.h"
+#include "panes/DirView.h"
+#include "settings/HomeFolder.h"
+#include "settings/MsgBox.h"
+#include "settings/Numbers.h"
+#include "settings/Profile.h"
+#include "settings/SettingsWriter.h"
+
+#include <Application.h>
+#include <Autolock.h>
+#include <NodeMonitor.h>
+#include <Screen.h>
+#include <StorageDefs.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace norvane {
+
+namespace {
+
+constexpr uint32 kWindowFlags = 0x04000000;
+constexpr float kMenuStrip = 20; // the height that the menu bar keeps from the panes
+constexpr int32 kFirstColumn = 1;
+constexpr int32 kLastColumn = 4;
+// So much of the window must be on the screen that its title bar can be taken hold of.
+constexpr float kReachable = 40;
+
+bool ReadNumber(const std::string& key, int* number)
+{
+    char text[kProfileLineBytes];
+    if (!GetProfileString(kSettingsFolder, key.c_str(), text, kSettingsFile)) {
+        return false;
+    }
+    *number = atoi(text);
+    return true;
+}
+
+/// Reads the number of `key`, and that of `second`, which is the same one when it is missing.
+bool ReadPair(const char* key, const char* second, int* number, int* secondNumber)
+{
+    if (!ReadNumber(key, number)) {
+        return false;
+    }
+    *secondNumber = *number;
+    ReadNumber(second, secondNumber);
+    return true;
+}
+
+std::string PaneKey(int32 pane)
+{
+    return "Pane" + std::to_string(pane);
+}
+
+std::string ColumnKey(int32 column)
+{
+    return "Column" + std::to_string(column);
+}
+
+} // namespace
+
+NorvaneWindow::NorvaneWindow(BRect frame, bool, const std::vector<std::string>& folders)
+    : BWindow(frame, "Norvane", B_TITLED_WINDOW, kWindowFlags), fFolders(folders)
+{
+    if (!Lock()) {
+        return;
+    }
+    CreateMenus();
+    GetSettings();
+    FocusFirst();
+    Unlock();
+    watch_node(nullptr, B_WATCH_MOUNT, this);
+}
+
+NorvaneWindow::~NorvaneWindow()
+{
+    stop_watching(this);
+}
+
+void NorvaneWindow::GetSettings()
+{
+    RestoreFrame();
+    RestorePanes();
+    RestoreColumns();
+    fIsReady = true;
+}
+
+void NorvaneWindow::RestoreFrame()
+{
+    int first = 0;
+    int second = 0;
+    if (ReadPair("Left", "Top", &first, &second)) {
+        MoveTo(static_cast<float>(first), static_cast<float>(second));
+    }
+    if (ReadPair("Width", "Height", &first, &second)) {
+        ResizeTo(static_cast<float>(first), static_cast<float>(second));
+    }
+    MoveOntoScreen();
+}
+
+void NorvaneWindow::MoveOntoScreen()
+{
+    // The screen that showed the window last may be gone.
+    const BRect screen = BScreen(B_MAIN_SCREEN_ID).Frame();
+    const BRect frame = Frame();
+    const float left = std::clamp(frame.left, screen.left - frame.Width() + kReachable,
+                                  std::max(screen.left, screen.right - kReachable));
+    const float top =
+        std::clamp(frame.top, screen.top, std::max(screen.top, screen.bottom - kReachable));
+    if (left != frame.left || top != frame.top) {
+        MoveTo(left, top);
+    }
+}
+
+void NorvaneWindow::RestorePanes()
+{
+    int count = 0;
+    const bool isSaved = ReadNumber("NumPanes", &count);
+    if (!isSaved) {
+        count = 2;
+    }
+    count = std::max(count, static_cast<int>(fFolders.size()));
+    for (int32 pane = 0; pane < count && pane < kMaxPanes; pane++) {
+        std::string folder = HomeFolder();
+        if (static_cast<size_t>(pane) < fFolders.size()) {
+            folder = fFolders[static_cast<size_t>(pane)];
+        } else if (isSaved) {
+            GetProfileString(kSettingsFolder, PaneKey(pane).c_str(), folder, kSettingsFile);
+        }
+        AddFilePane(folder.c_str());
+    }
+}
+
+void NorvaneWindow::RestoreColumns()
+{
+    for (int32 column = kFirstColumn; column <= kLastColumn; column++) {
+        int width = 0;
+        if (!ReadNumber(ColumnKey(column), &width)) {
+            continue;
+        }
+        for (int32 pane = 0; pane < CountPanes(); pane++) {
+            PaneAt(pane)->SetColumnWidth(column, width);
+        }
+    }
+}
+
+void NorvaneWindow::SaveSettings()
+{
+    SettingsWriter writer(kSettingsFolder, kSettingsFile, MainSettingsKeys());
+    const BRect frame = Frame();
+    writer.Set("Left", static_cast<int>(frame.left));
+    writer.Set("Top", static_cast<int>(frame.top));
+    writer.Set("Width", static_cast<int>(frame.Width()));
+    writer.Set("Height", static_cast<int>(frame.Height()));
+    writer.Set("NumPanes", static_cast<int>(CountPanes()));
+    for (int32 index = 0; index < CountPanes(); index++) {
+        char path[B_PATH_NAME_LENGTH];
+        PaneAt(index)->GetPath(path);
+        if (std::strlen(path) > 2 && std::strncmp(path, "ftp", 3) == 0) {
+            PaneAt(index)->GetCachedPath(path); // where the pane was before it went to a server
+        }
+        writer.SetPath(PaneKey(index), path);
+    }
+    if (CountPanes() > 0) {
+        for (int32 column = kFirstColumn; column <= kLastColumn; column++) {
+            writer.Set(ColumnKey(column), PaneAt(0)->ColumnWidth(column));
+        }
+    }
+    writer.Write();
+}
+
+DirPane* NorvaneWindow::PaneAt(int32 index) const
+{
+    return static_cast<DirPane*>(fPanes.ItemAt(index));
+}
+
+void NorvaneWindow::AddFilePane(const char* path)
+{
+    const int32 count = CountPanes();
+    if (count >= kMaxPanes) {
+        return;
+    }
+    const BRect bounds = Bounds();
+    const std::string number = std::to_string(count + 1);
+    const BRect frame(bounds.left, bounds.top + kMenuStrip,
+                      bounds.Width() / static_cast<float>(count + 1) - 1, bounds.bottom - 1);
+    DirPane* pane = new DirPane(frame, path, ("pane" + number).c_str(),
+                                count + 1 == kMaxPanes ? "0" : number.c_str());
+    fPanes.AddItem(pane);
+    AddChild(pane);
+    FrameResized(bounds.Width(), bounds.Height());
+    pane->SetFocus();
+    const std::string& unreadable = pane->GetDirView()->UnreadableFolder();
+    if (!unreadable.empty()) {
+        fMissingFolders.push_back(unreadable);
+    }
+}
+
+void NorvaneWindow::Clear()
+{
+    while (CountPanes() > 0) {
+        TakePane(CountPanes() - 1);
+    }
+}
+
+void NorvaneWindow::TakePane(int32 index)
+{
+    DirPane* pane = PaneAt(index);
+    fPanes.RemoveItem(index);
+    RemoveChild(pane);
+    delete pane;
+}
+
+void NorvaneWindow::Default()
+{
+    Clear();
+    AddFilePane(HomeFolder().c_str());
+    AddFilePane(HomeFolder().c_str());
+    FocusFirst();
+}
+
+void NorvaneWindow::FocusFirst()
+{
+    if (CountPanes() > 0) {
+        PaneAt(0)->SetFocus();
+    }
+}
+
+DirPane* NorvaneWindow::GetFocusedPane()
+{
+    BAutolock lock(this);
+    for (int32 index = 0; lock.IsLocked() && index < CountPanes(); index++) {
+        if (PaneAt(index)->GotFocus()) {
+            return PaneAt(index);
+        }
+    }
+    return nullptr;
+}
+
+int32 NorvaneWindow::IndexOf(const DirPane* pane) const
+{
+    for (int32 index = 0; index < CountPanes(); index++) {
+        if (PaneAt(index) == pane) {
+            return index;
+        }
+    }
+    return -1;
+}
+
+void NorvaneWindow::FrameResized(float width, float height)
+{
+    BAutolock lock(this);
+    if (!lock.IsLocked() || CountPanes() == 0) {
+        return;
+    }
+    const float paneWidth = width / static_cast<float>(CountPanes());
+    float left = 0;
+    for (int32 index = 0; index < CountPanes(); index++) {
+        DirPane* pane = PaneAt(index);
+        pane->ResizeTo(paneWidth, std::max(height - kMenuStrip, 0.0f));
+        pane->MoveTo(left, kMenuStrip);
+        left = pane->Frame().right + 1;
+    }
+}
+
+bool NorvaneWindow::QuitRequested()
+{
+    // Asked again while the program waits for its operations, it has said all there is to say.
+    if (!fHasSaved) {
+        fHasSaved = true;
+        SaveSettings();
+        be_app->PostMessage(B_QUIT_REQUESTED);
+    }
+    return true;
+}
+
+} // namespace norvane

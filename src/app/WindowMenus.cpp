@@ -1,0 +1,40 @@
+#include "app/MenuTable.h"
+#include "app/NorvaneWindow.h"
+
+#include <Menu.h>
+#include <MenuBar.h>
+#include <MenuItem.h>
+
+namespace norvane {
+
+namespace {
+
+BMenu* BuildMenu(const MenuColumn& column, BHandler* target)
+{
+    BMenu* menu = new BMenu(column.label);
+    for (const MenuLine& line : column.lines) {
+        if (line.label == nullptr) {
+            menu->AddSeparatorItem();
+            continue;
+        }
+        BMenuItem* item =
+            new BMenuItem(line.label, new BMessage(line.what), line.shortcut, line.modifiers);
+        item->SetEnabled(line.isAvailable);
+        menu->AddItem(item); // adopted
+    }
+    menu->SetTargetForItems(target);
+    return menu;
+}
+
+} // namespace
+
+void NorvaneWindow::CreateMenus()
+{
+    BMenuBar* bar = new BMenuBar(BRect(0, 0, 0, 0), "MenuBar");
+    for (const MenuColumn& column : MainMenus()) {
+        bar->AddItem(BuildMenu(column, this));
+    }
+    AddChild(bar);
+}
+
+} // namespace norvane

@@ -1,0 +1,220 @@
+#include "fileops/CopyWin.h"
+
+#include "fileops/NorvaneEntry.h"
+#include "fileops/Operations.h"
+#include "fileops/OverWin.h"
+#include "fileops/WindowUI.h"
+
+#include <AppDefs.h>
+#include <OS.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace norvane {
+
+namespace {
+
+constexpr float kWidth = 300;
+constexpr float kHeight = 96;
+constexpr float kOverallBarHeight = 32;
+constexpr uint32 kStartLate = 'Late';
+constexpr bigtime_t kActivationPatience = 300'000;
+
+BRect CentredFrame(BRect around)
+{
+    const float left = (around.left + around.right) / 2 - kWidth / 2;
+    const float top = (around.top + around.bottom) / 2 - kHeight / 2;
+    return BRect(left, top, left + kWidth, top + kHeight);
+}
+
+std::vector<entry_ref> ItemsOf(const BMessage& request)
+{
+    std::vector<entry_ref> items;
+    entry_ref item;
+    for (int32 index = 0; request.FindRef("refs", index, &item) == B_OK; index++) {
+        items.push_back(item);
+    }
+    return items;
+}
+
+status_t StartLate(void* data)
+{
+    const std::unique_ptr<BMessenger> window(static_cast<BMessenger*>(data));
+    snooze(kActivationPatience);
+    window->SendMessage(kStartLate);
+    return B_OK;
+}
+
+} // namespace
+
+CopyWin::CopyWin(BRect frame, const char* title, const char* path, BMessage* request,
+                 BHandler* handler)
+    : BWindow(CentredFrame(frame), title, B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL,
+              B_NOT_CLOSABLE | B_NOT_ZOOMABLE | B_NOT_MINIMIZABLE | B_NOT_RESIZABLE),
+      fBaseTitle(title), fPath(path), fRequest(std::make_unique<BMessage>(*request)),
+      fHandler(handler)
+{
+    BuildViews();
+    if (!ShowsOverallBar(*request)) {
+        ResizeBy(0, -kOverallBarHeight);
+    }
+    if (handler != nullptr && handler->Looper() != nullptr) {
+        SetOpener(dynamic_cast<BWindow*>(handler->Looper()));
+    }
+    StartWithoutActivation();
+    Show();
+}
+
+CopyWin::~CopyWin() = default;
+
+bool CopyWin::ShowsOverallBar(const BMessage& request)
+{
+    type_code type = 0;
+    int32 count = 0;
+    request.GetInfo("refs", &type, &count);
+    const bool isRemote = request.what == kDownloadRequest || request.HasString("Session");
+    return !isRemote && !(request.what == B_SIMPLE_DATA && count == 1);
+}
+
+void CopyWin::StartWithoutActivation()
+{
+    // The window may never be activated: another workspace, a window manager that refuses, none at
+    // all.
+    auto self = std::make_unique<BMessenger>(this);
+    const thread_id timer =
+        spawn_thread(norvane::StartLate, "operation start", B_NORMAL_PRIORITY, self.get());
+    if (timer >= 0 && resume_thread(timer) == B_OK) {
+        self.release(); // adopted
+    } else {
+        PostMessage(kStartLate);
+    }
+}
+
+void CopyWin::WindowActivated(bool active)
+{
+    BWindow::WindowActivated(active);
+    DoOp();
+}
+
+void CopyWin::MessageReceived(BMessage* message)
+{
+    if (message->what == kStartLate) {
+        DoOp();
+    } else {
+        BWindow::MessageReceived(message);
+    }
+}
+
+bool CopyWin::QuitRequested()
+{
+    // Nobody can close this window; the program's end asks, and then what was ordered is done
+    // first.
+    DoOp();
+    return true;
+}
+
+void CopyWin::DoOp()
+{
+    if (!fIsPending) {
+        return;
+    }
+    fIsPending = false;
+    SetLongRunning(true);
+    PerformOp(fRequest.get());
+    BMessage done(kOperationDone);
+    done.AddPointer("WindowHandle", this);
+    fHandler.SendMessage(&done);
+    PostMessage(B_QUIT_REQUESTED);
+}
+
+void CopyWin::PerformOp(BMessage* request)
+{
+    const char* type = nullptr;
+    const bool isMove =
+        request->FindString("TypeOfCopy", &type) == B_OK && std::strcmp(type, "Move") == 0;
+    if (request->what != B_SIMPLE_DATA || request->HasString("Session") || isMove) {
+        return;
+    }
+    const std::vector<entry_ref> items = ItemsOf(*request);
+    if (!items.empty()) {
+        CopyItems(items);
+    }
+}
+
+void CopyWin::CopyItems(const std::vector<entry_ref>& items)
+{
+    OverWin* question = new OverWin(Frame(), "Item Exists", this);
+    {
+        const Operations::Running running{BMessenger(question)};
+        StartTotals(items);
+        for (const entry_ref& item : items) {
+            NorvaneEntry(&item).CopyTo(fPath.c_str(), this, question);
+            ShowForQuit();
+            if (question->GetRetType() == kAnswerCancel || fIsStopped) {
+                break;
+            }
+        }
+        PaintNow(system_time());
+        fProblems.Show();
+    }
+    if (question->Lock()) {
+        question->Quit();
+    }
+}
+
+void CopyWin::StartTotals(const std::vector<entry_ref>& items)
+{
+    int64 total = 0;
+    for (const entry_ref& item : items) {
+        total += static_cast<int64>(NorvaneEntry(&item).CopySize());
+    }
+    fProgress.Start(total, system_time());
+    ShowTotals(total, items.size());
+}
+
+void CopyWin::FileStarted(const std::string& sourcePath, const std::string& targetPath,
+                          int64 sizeBytes)
+{
+    fProgress.StartFile(sizeBytes);
+    fFromText = sourcePath;
+    fToText = targetPath;
+    fFileName.clear();
+    fIsNewFile = true;
+    PaintIfDue();
+}
+
+void CopyWin::BytesCopied(const char* name, int64 count)
+{
+    fProgress.Add(count);
+    if (fFileName.empty()) {
+        fFileName = name;
+    }
+    PaintIfDue();
+}
+
+void CopyWin::NoteProblem(const std::string& name, const std::string& reason)
+{
+    fProblems.Add(name, reason);
+}
+
+void CopyWin::HideForQuestion()
+{
+    Hide();
+}
+
+void CopyWin::ShowAgain()
+{
+    ShowWithoutActivation();
+}
+
+void CopyWin::ShowForQuit()
+{
+    // Hidden by a question that was answered with Skip, it would leave a program that does not end
+    // and does not say why.
+    while (Operations::IsQuitting() && IsHidden()) {
+        ShowWithoutActivation();
+    }
+}
+
+} // namespace norvane

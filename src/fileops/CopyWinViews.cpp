@@ -1,0 +1,136 @@
+#include "fileops/CopyWin.h"
+
+#include <Alert.h>
+#include <InterfaceDefs.h>
+#include <MessageQueue.h>
+#include <OS.h>
+#include <StatusBar.h>
+#include <StringView.h>
+#include <View.h>
+
+namespace norvane {
+
+namespace {
+
+constexpr rgb_color kGrey = {216, 216, 216, 255};
+constexpr bigtime_t kFrame = 1'000'000 / 60;
+constexpr char kFileLabel[] = "Copying: ";
+constexpr char kFileTrailingLabel[] = " Bytes";
+
+BStringView* AddLine(BView* container, BRect frame, const char* name, const char* text)
+{
+    BStringView* line = new BStringView(frame, name, text);
+    line->SetTruncation(B_TRUNCATE_MIDDLE);
+    container->AddChild(line);
+    return line;
+}
+
+} // namespace
+
+void CopyWin::BuildViews()
+{
+    BView* container =
+        new BView(BRect(0, 0, 310, 212), "FtpConContainer", B_FOLLOW_LEFT_TOP, B_WILL_DRAW);
+    container->SetViewColor(kGrey);
+    container->SetLowColor(kGrey);
+    AddChild(container);
+
+    AddLine(container, BRect(10, 1, 48, 15), "label1", "From :");
+    AddLine(container, BRect(10, 16, 48, 30), "label2", "To     :");
+    fFromLine = AddLine(container, BRect(50, 1, 290, 15), "label2", "initializing...");
+    fToLine = AddLine(container, BRect(50, 16, 290, 30), "label2", "initializing...");
+
+    fFileBar =
+        new BStatusBar(BRect(10, 31, 290, 41), "fileprogress", kFileLabel, kFileTrailingLabel);
+    container->AddChild(fFileBar);
+    fOverallBar = new BStatusBar(BRect(10, 61, 290, 65), "mainprogress");
+    container->AddChild(fOverallBar);
+}
+
+void CopyWin::ShowTotals(int64 totalBytes, size_t itemCount)
+{
+    fOverallBar->SetMaxValue(static_cast<float>(totalBytes));
+    fOverallBar->SetTrailingText((std::to_string(totalBytes / 1024) + " K").c_str());
+    fOverallBar->SetText(
+        ("Copying " + std::to_string(itemCount) + " files or directories").c_str());
+    PaintNow(system_time());
+}
+
+void CopyWin::PaintIfDue()
+{
+    const bigtime_t now = system_time();
+    if (now < fNextPaint) {
+        return;
+    }
+    ShowForQuit();
+    TakeWaitingKeys();
+    PaintNow(now);
+}
+
+void CopyWin::PaintNow(bigtime_t now)
+{
+    if (!fFromText.empty()) {
+        fFromLine->SetText(fFromText.c_str());
+        fToLine->SetText(fToText.c_str());
+    }
+    if (fIsNewFile) {
+        fIsNewFile = false;
+        fShownFileBytes = 0;
+        fFileBar->Reset(kFileLabel, kFileTrailingLabel);
+        fFileBar->SetMaxValue(static_cast<float>(fProgress.FileBytes()));
+    }
+    if (!fFileName.empty()) {
+        fFileBar->Update(static_cast<float>(fProgress.FileDoneBytes() - fShownFileBytes),
+                         fFileName.c_str(), std::to_string(fProgress.FileDoneBytes()).c_str());
+        fShownFileBytes = fProgress.FileDoneBytes();
+    }
+    fOverallBar->Update(static_cast<float>(fProgress.DoneBytes() - fShownBytes));
+    fShownBytes = fProgress.DoneBytes();
+    ShowTitle(now);
+    UpdateIfNeeded();
+    fNextPaint = now + kFrame;
+}
+
+void CopyWin::ShowTitle(bigtime_t now)
+{
+    const std::string title = fProgress.Title(fBaseTitle, now);
+    if (title != Title()) {
+        SetTitle(title.c_str());
+    }
+}
+
+void CopyWin::TakeWaitingKeys()
+{
+    // This thread is busy, so nobody else reads its queue. Keys that were not meant for stopping
+    // are gone: nothing here could use them later.
+    BMessageQueue* queue = MessageQueue();
+    bool asksToStop = false;
+    queue->Lock();
+    while (BMessage* key = queue->FindMessage(B_KEY_DOWN, 0)) {
+        int32 repeat = 0;
+        bool isEarly = false;
+        const char* bytes = nullptr;
+        key->FindInt32("be:key_repeat", &repeat);
+        key->FindBool("kits:early", &isEarly);
+        if (key->FindString("bytes", &bytes) == B_OK && bytes[0] == B_ESCAPE && repeat == 0 &&
+            !isEarly) {
+            asksToStop = true;
+        }
+        queue->RemoveMessage(key);
+    }
+    queue->Unlock();
+    if (asksToStop) {
+        AskWhetherToStop();
+    }
+}
+
+void CopyWin::AskWhetherToStop()
+{
+    BAlert* alert = new BAlert("Sir?", "Stop this operation?", "Stop", "Continue", nullptr,
+                               B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+    if (alert->Go() == 0) {
+        fIsStopped = true;
+    }
+}
+
+} // namespace norvane
