@@ -32,8 +32,10 @@ private:
 
     void DrawCell(BRect cell, const CLVColumn& column, bool isPressed);
     void DrawSortMark(BRect cell, const CLVColumn& column);
-    void BeginResize(CLVColumn& column, BPoint where);
-    void SortBy(int32 columnIndex, bool isAdding);
+    void DrawFrame(BRect cell, rgb_color face);
+    void SortBy(const CLVColumn& column, bool isAdding);
+    uint32 PressModifiers() const;
+    CLVColumn* LeftOf(const CLVColumn& column) const;
     CLVColumn* EdgeAt(BPoint where) const;
     CLVColumn* CellAt(BPoint where) const;
 
@@ -41,7 +43,8 @@ private:
     BFont fFont;
     Gesture fGesture = Gesture::kNone;
     CLVColumn* fGestureColumn = nullptr;
-    float fGrip = 0; // from the pointer to the edge that is dragged
+    float fGrip = 0;        // from the pointer to the edge that is dragged
+    bool fIsAdding = false; // Shift was held at the press
     bool fIsPressedInside = false;
     bool fIsHighlighted = false;
 };

@@ -23,11 +23,14 @@ public:
     /// Resizes the container so that strip and rows together measure `width` x `height`.
     void ResizeContentTo(float width, float height);
 
-    /// The list went away before the container.
+    /// The list goes away before the container.
     void ForgetList() { fList = nullptr; }
 
 private:
-    ColumnListView* fList;
+    float BorderInset() const;
+
+    ColumnListView* fList;               // a child of ours; null once it is gone
+    CLVColumnLabelView* fStrip;          // a child of ours
     ScrollViewCorner* fCorner = nullptr; // a child of ours
 };
 

@@ -35,7 +35,7 @@ public:
     bool IsSuperItem() const { return fIsSuperitem; }
     void SetSuperItem(bool isSuperitem) { fIsSuperitem = isSuperitem; }
     uint32 OutlineLevel() const { return fLevel; }
-    void SetOutlineLevel(uint32 level);
+    void SetOutlineLevel(uint32 level) { fLevel = level; }
     /// The row's indentation in the column at a place of the display order.
     float ExpanderShift(int32 displayIndex, BView* owner) const;
     /// Where a click expands or collapses the row; (-1,-1,-1,-1) until drawn or when there is no
@@ -48,7 +48,7 @@ private:
     friend class ColumnListView;
 
     void DrawExpanderCell(ColumnListView& list, const CLVColumn& column, BRect cell, float shift,
-                          bool complete);
+                          bool isVisible);
 
     uint32 fLevel;
     bool fIsSuperitem;

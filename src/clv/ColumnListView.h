@@ -117,10 +117,13 @@ protected:
 
 private:
     friend class CLVColumn;
-    class Locked;
+    friend class CLVContainerView;
 
-    void ColumnWidened(CLVColumn& column, float difference);
+    void ColumnWidened(CLVColumn& column);
     void ColumnShownChanged(CLVColumn& column);
+    bool HasExpanderColumn() const;
+    void RelayOutFrom(float left);
+    void ForgetContainer();
     void UpdateScrollBars();
     void ScrollBackToData();
     void InvalidateSortKeys();
@@ -129,11 +132,12 @@ private:
     static int ComparePlaces(const void* a, const void* b);
     void SortFlat();
     void SortOutline();
-    void SortSegment(int32 start, int32 insertAt, BList& sorted);
+    int32 SortSegment(int32 start, int32 insertAt, BList& sorted);
     void SortListArray(CLVListItem** rows, int32 count) const;
     bool IsVisibleRow(const CLVListItem* row) const;
     int32 VisibleIndexBefore(int32 fullIndex) const;
-    void RedrawExpander(CLVListItem* row, bool isExpanded);
+    void InsertVisible(int32 fullIndex);
+    void RowsChanged();
     bool RemoveFullItems(int32 index, int32 count);
 
     BList fColumns;      // CLVColumn*, order of adding, owned

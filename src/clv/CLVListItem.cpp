@@ -1,0 +1,124 @@
+#include "clv/CLVListItem.h"
+
+#include "clv/ColumnListView.h"
+
+#include <Bitmap.h>
+#include <Region.h>
+#include <View.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace norvane {
+
+namespace {
+
+constexpr float kArrowSize = 10;
+constexpr float kArrowMargin = 3; // right of the arrow
+const BRect kNowhere(-1, -1, -1, -1);
+
+/// The end of the last column that is indented: shifted cells are cut there.
+float IndentationLimit(const ColumnListView& list)
+{
+    for (int32 place = list.CountDisplayed() - 1; place >= 0; place--) {
+        const CLVColumn* column = list.DisplayedAt(place);
+        if (column->IsShifted() || (column->Flags() & CLV_EXPANDER) != 0) {
+            return column->End();
+        }
+    }
+    return 0;
+}
+
+} // namespace
+
+CLVListItem::CLVListItem(uint32 level, bool isSuperitem, bool isExpanded, float minimumHeight)
+    : BListItem(level, isExpanded), fLevel(level), fIsSuperitem(isSuperitem),
+      fMinimumHeight(minimumHeight)
+{
+}
+
+CLVListItem::~CLVListItem() = default;
+
+float CLVListItem::ExpanderShift(int32 displayIndex, BView* owner) const
+{
+    const auto* list = static_cast<ColumnListView*>(owner);
+    const CLVColumn* column = list->DisplayedAt(displayIndex);
+    return column != nullptr && column->IsShifted() ? static_cast<float>(fLevel) * kIndentation : 0;
+}
+
+void CLVListItem::DrawItem(BView* owner, BRect itemRect, bool complete)
+{
+    auto& list = *static_cast<ColumnListView*>(owner);
+    BRegion clipping;
+    if (complete) {
+        clipping.Set(itemRect);
+    } else {
+        owner->GetClippingRegion(&clipping);
+    }
+    const float indentation = static_cast<float>(fLevel) * kIndentation;
+    const float limit = IndentationLimit(list);
+    float lastEnd = -1;
+    for (int32 place = 0; place < list.CountDisplayed(); place++) {
+        const CLVColumn& column = *list.DisplayedAt(place);
+        if (!column.IsShown()) {
+            continue;
+        }
+        BRect cell(column.Begin(), itemRect.top, column.End(), itemRect.bottom);
+        lastEnd = column.End();
+        if ((column.Flags() & CLV_EXPANDER) != 0) {
+            cell.right = std::min(cell.right + indentation, limit);
+            DrawExpanderCell(list, column, cell, indentation,
+                             complete || clipping.Intersects(cell));
+            continue;
+        }
+        if (column.IsShifted() && indentation > 0) {
+            cell.left += indentation;
+            cell.right = std::min(cell.right + indentation, limit);
+            if (cell.right <= cell.left) {
+                continue;
+            }
+        }
+        if (clipping.Intersects(cell)) {
+            DrawItemColumn(owner, cell, list.IndexOfColumn(&column), complete);
+        }
+    }
+    const BRect rest(lastEnd + 1, itemRect.top, owner->Bounds().right, itemRect.bottom);
+    if (rest.IsValid() && clipping.Intersects(rest)) {
+        DrawItemColumn(owner, rest, -1, complete);
+    }
+}
+
+void CLVListItem::DrawExpanderCell(ColumnListView& list, const CLVColumn& column, BRect cell,
+                                   float shift, bool isVisible)
+{
+    fExpanderColumn = cell;
+    fExpanderButton = kNowhere;
+    if (isVisible) {
+        DrawItemColumn(&list, cell, list.IndexOfColumn(&column), true);
+    }
+    if (!fIsSuperitem) {
+        return;
+    }
+    const float top = cell.top + std::ceil((cell.Height() - kArrowSize) / 2);
+    const float left = column.End() + shift - kArrowMargin - kArrowSize;
+    const float overhang = std::max(left + kArrowSize - cell.right, 0.0f);
+    if (left >= cell.right) {
+        return;
+    }
+    fExpanderButton = BRect(left, top, left + kArrowSize - overhang, top + kArrowSize);
+    if (isVisible) {
+        list.SetDrawingMode(B_OP_OVER);
+        list.DrawBitmap(list.ArrowBitmap(IsExpanded()),
+                        BRect(0, 0, kArrowSize - overhang, kArrowSize), fExpanderButton);
+        list.SetDrawingMode(B_OP_COPY);
+    }
+}
+
+void CLVListItem::Update(BView* owner, const BFont* font)
+{
+    BListItem::Update(owner, font);
+    SetHeight(std::max(Height(), fMinimumHeight));
+    SetWidth(static_cast<ColumnListView*>(owner)->DataWidth());
+}
+
+} // namespace norvane
