@@ -33,7 +33,8 @@ int32 InputRouter::Shown(int32 window, const ShowRequest& request, bool isPopUp,
     shown.isModal = request.isModal;
     shown.isExempt = request.isExemptFromModal;
     shown.isLendingKeys = !request.takesKeys;
-    const bool awaitsKeys = request.takesFocus && request.takesKeys && !isPopUp;
+    shown.awaitsFocus = request.takesFocus && !isPopUp;
+    const bool awaitsKeys = shown.awaitsFocus && request.takesKeys;
     if (awaitsKeys) {
         shown.pendingUntil = now + kPendingLimit;
     }
@@ -110,6 +111,7 @@ std::vector<std::pair<int32, int32>> InputRouter::FocusChanged(int32 window)
     }
     found->second.hadFocus = true;
     found->second.pendingUntil = 0;
+    found->second.awaitsFocus = false;
     std::erase(fRecent, owner);
     fRecent.push_back(owner);
     return released;
@@ -178,7 +180,13 @@ bool InputRouter::IsPending(const Window& window, bigtime_t now) const
 bool InputRouter::HasOrAwaitsFocus(int32 window) const
 {
     const Window* found = Find(window);
-    return found != nullptr && (fFocused == window || found->pendingUntil != 0);
+    return found != nullptr && (fFocused == window || found->awaitsFocus);
+}
+
+bool InputRouter::HadFocus(int32 window) const
+{
+    const Window* found = Find(window);
+    return found != nullptr && found->hadFocus;
 }
 
 // Keys
@@ -214,6 +222,14 @@ int32 InputRouter::KeyTargetOf(int32 native, bigtime_t now) const
         target = pending->first;
     }
     return target;
+}
+
+void InputRouter::KeyMoved(int32 code, int32 window)
+{
+    const auto found = fKeys.find(code);
+    if (found != fKeys.end() && !found->second.isDead) {
+        found->second.owner = window;
+    }
 }
 
 int32 InputRouter::TextTarget(int32 native, bigtime_t now)

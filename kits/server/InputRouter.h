@@ -74,6 +74,8 @@ public:
     KeyTarget KeyPressed(const KeyEvent& event, bigtime_t now);
     /// The window that gets the release.
     int32 KeyReleased(const KeyEvent& event);
+    /// The press of a held key was handed over to another window, which now owns it.
+    void KeyMoved(int32 code, int32 window);
     /// Where text that comes from an input method goes.
     int32 TextTarget(int32 native, bigtime_t now);
 
@@ -97,6 +99,8 @@ public:
     int32 Focused() const { return fFocused; }
     /// Whether the focus is at the window or on its way to it.
     bool HasOrAwaitsFocus(int32 window) const;
+    /// Whether the window has had the focus since it was shown.
+    bool HadFocus(int32 window) const;
     /// The window a menu belongs to; any other window itself.
     int32 OwnerOf(int32 window) const;
 
@@ -109,7 +113,8 @@ private:
         bool isExempt = false;
         bool hadFocus = false;      // since it was shown
         bool isLendingKeys = false; // its keys go on to the opener until the person chooses it
-        bigtime_t pendingUntil = 0; // awaits the focus until then; 0: does not
+        bool awaitsFocus = false;   // was shown to take it and has not had it
+        bigtime_t pendingUntil = 0; // gets its opener's keys until then; 0: does not
     };
     struct HeldKey
     {

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "InputRouter.h"
+#include "KeyTranslation.h"
+#include "PointerTranslation.h"
+
+#include <SupportDefs.h>
+
+#include <QPoint>
+
+#include <atomic>
+#include <map>
+#include <memory>
+#include <string>
+
+class BMessage;
+class QKeyEvent;
+class QMouseEvent;
+class QWheelEvent;
+class QWindow;
+
+namespace kits {
+
+class NativeWindow;
+class ServerState;
+
+/// The pointer and the modifiers as last seen, for those who poll. Thread: any.
+struct InputSnapshot
+{
+    std::atomic<int64> where{0}; // x in the upper half, y in the lower
+    std::atomic<uint32> buttons{0};
+    std::atomic<uint32> modifiers{0};
+};
+InputSnapshot& LastInput();
+
+/// Turns native events into messages and posts them where the router says.
+/// Thread: the server's.
+class InputDispatcher
+{
+public:
+    explicit InputDispatcher(ServerState& state) : fState(state) {}
+
+    void Key(const NativeWindow& native, const QKeyEvent& event);
+    void Commit(const NativeWindow& native, const QString& text);
+    void Mouse(const NativeWindow& native, const QMouseEvent& event);
+    void Wheel(const NativeWindow& native, const QWheelEvent& event);
+    /// The pointer came into the native window or left it.
+    void Crossed(const NativeWindow& native, bool isInside);
+    /// The system's focus went to one of our windows; null: to none.
+    void FocusChanged(QWindow* window);
+    /// The window with the token leaves the screen: its focus and presses go elsewhere.
+    void WindowLeaves(int32 token);
+    void SetCapture(const NativeWindow& window, bool on);
+    /// Clicks of a double click are counted anew.
+    void ResetClicks() { fClicks.Reset(); }
+
+private:
+    void Post(int32 window, std::unique_ptr<BMessage> message) const;
+    void PostKey(uint32 what, const InputRouter::KeyTarget& target, const PlatformKey& key,
+                 int32 code);
+    void PostKeyUp(int32 window, int32 code);
+    void ModifiersSeen(int32 target, uint32 modifiers);
+    void PressMouse(const NativeWindow& native, const QMouseEvent& event);
+    void ReleaseMouse(const NativeWindow& native, const QMouseEvent& event);
+    void MoveMouse(const NativeWindow& native, QPoint onScreen, int32 transit);
+    std::unique_ptr<BMessage> MouseMessage(uint32 what, int32 target, QPoint onScreen) const;
+    void GiveGrabBack();
+    void TellActivation();
+
+    ServerState& fState;
+    ModifierSides fSides;
+    ClickCounter fClicks;
+    WheelSum fWheel;
+    std::map<int32, PlatformKey> fHeld; // by code: what their releases will say
+    int32 fActive = 0;                  // the window that was told it is active
+    int32 fGrabber = 0;                 // the window that holds the mouse grab
+};
+
+} // namespace kits

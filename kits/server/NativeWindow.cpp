@@ -1,0 +1,383 @@
+#include "NativeWindow.h"
+
+#include "Fitting.h"
+#include "FrontImage.h"
+#include "InputMessages.h"
+#include "ServerState.h"
+#include "Surface.h"
+#include "WindowFlags.h"
+#include "X11Keyboard.h"
+
+#include "app/LooperCore.h"
+
+#include <AppDefs.h>
+#include <Message.h>
+#include <OS.h>
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QInputMethod>
+#include <QScreen>
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+namespace kits {
+
+namespace {
+
+// The grey of windows that are not painted yet.
+constexpr uint8 kBackground = 216;
+
+// A window that is being dragged about may report many frames before its thread answers one.
+constexpr size_t kMaxReported = 64;
+
+Qt::CursorShape CursorFor(PointerShape shape)
+{
+    switch (shape) {
+    case PointerShape::kText:
+        return Qt::IBeamCursor;
+    case PointerShape::kResizeHorizontal:
+        return Qt::SplitHCursor;
+    case PointerShape::kResizeVertical:
+        return Qt::SplitVCursor;
+    case PointerShape::kHand:
+        return Qt::PointingHandCursor;
+    case PointerShape::kWait:
+        return Qt::WaitCursor;
+    case PointerShape::kArrow:
+        break;
+    }
+    return Qt::ArrowCursor;
+}
+
+QRect AvailableAround(const QRect& frame)
+{
+    const QScreen* screen = QGuiApplication::screenAt(frame.center());
+    if (screen == nullptr) {
+        screen = QGuiApplication::primaryScreen();
+    }
+    return screen == nullptr ? frame : screen->availableGeometry();
+}
+
+} // namespace
+
+NativeWindow::NativeWindow(int32 token, std::shared_ptr<LooperCore> core,
+                           std::shared_ptr<FrontImage> front, const WindowShape& shape)
+    : fToken(token), fCore(std::move(core)), fFront(std::move(front)),
+      fScale(WindowServer::Get().ScreenScale()), fShape(shape),
+      fPublished(std::make_shared<const Published>())
+{
+}
+
+NativeWindow::~NativeWindow() = default;
+
+void NativeWindow::Post(std::unique_ptr<BMessage> message) const
+{
+    if (fCore != nullptr) {
+        fCore->Post(std::move(message));
+    }
+}
+
+void NativeWindow::PostMove(std::unique_ptr<BMessage> message) const
+{
+    if (fCore != nullptr) {
+        fCore->PostFoldingMouseMove(std::move(message));
+    }
+}
+
+// Shape
+
+void NativeWindow::CreateSurface()
+{
+    fSurface = std::make_unique<Surface>(*this);
+    ServerState::Get().windows.Add(shared_from_this());
+    ApplyFlags();
+    fSurface->setTitle(QString::fromStdString(fShape.title));
+    fSurface->setCursor(CursorFor(fPointer));
+    ApplyLimits();
+    ApplyFrame();
+    // The looper knows the frame it asked for; what the screen made of it is news.
+    fGeometry = RectFrom(fShape.frame);
+}
+
+void NativeWindow::ApplyFlags()
+{
+    const Qt::WindowFlags flags = WindowFlagsFor(fShape);
+    if (fSurface->flags() != flags) {
+        fSurface->setFlags(flags);
+    }
+}
+
+void NativeWindow::ApplyLimits()
+{
+    const SizeLimits limits = SizeLimitsFor(fShape);
+    fSurface->setMinimumSize(limits.smallest);
+    fSurface->setMaximumSize(limits.largest);
+}
+
+void NativeWindow::ApplyFrame()
+{
+    const QRect frame = RectFrom(fShape.frame);
+    const QRect available = AvailableAround(frame);
+    const QRect fitted =
+        IsPopUp() ? FitPopUp(frame, available) : FitWindow(frame, available, HasTitle(fShape));
+    // A program's own size is held although the system's limits would not let a person choose it.
+    fSurface->setGeometry(fSurface->isVisible() && !IsPopUp() ? frame : fitted);
+    fReported.clear();
+}
+
+void NativeWindow::SetShape(const WindowShape& shape)
+{
+    const WindowShape old = std::exchange(fShape, shape);
+    if (fSurface == nullptr) {
+        return;
+    }
+    if (old.title != shape.title) {
+        fSurface->setTitle(QString::fromStdString(shape.title));
+    }
+    if (old.look != shape.look || old.feel != shape.feel || old.flags != shape.flags) {
+        ApplyFlags();
+    }
+    // Limits first: the system holds even the program's own size against them.
+    ApplyLimits();
+    const QRect frame = RectFrom(shape.frame);
+    const bool isOldNews = frame == RectFrom(old.frame) ||
+                           std::find(fReported.begin(), fReported.end(), frame) != fReported.end();
+    if (!isOldNews) {
+        ApplyFrame();
+    }
+}
+
+// Showing
+
+void NativeWindow::Show(const ShowRequest& request)
+{
+    ServerState& state = ServerState::Get();
+    if (fIsShown) {
+        return;
+    }
+    if (fSurface == nullptr) {
+        CreateSurface();
+    }
+    if (const NativeWindow* opener = state.windows.Find(request.opener)) {
+        fSurface->setTransientParent(opener->GetSurface());
+    }
+    fSurface->create();
+    x11::SetBackground(fSurface.get(), kBackground);
+    fIsShown = true;
+    const int32 opener = state.router.Shown(fToken, request, IsPopUp(), system_time());
+    if (opener != 0) {
+        HandOverKeys(opener);
+    }
+    state.windows.Raise(fToken);
+    state.input.ResetClicks();
+    fSurface->setVisible(true);
+    // Without a window manager nobody else gives it the focus.
+    if (request.takesFocus && !IsPopUp()) {
+        fSurface->requestActivate();
+    }
+    ScaleMayHaveChanged();
+}
+
+void NativeWindow::HandOverKeys(int32 from)
+{
+    ServerState& state = ServerState::Get();
+    const NativeWindow* opener = state.windows.Find(from);
+    if (opener == nullptr || opener->fCore == nullptr || fCore == nullptr ||
+        opener->fCore == fCore) {
+        return;
+    }
+    std::vector<std::unique_ptr<BMessage>> moved;
+    std::set<int32> pressed;
+    for (std::unique_ptr<BMessage>& message : opener->fCore->TakeKeyMessages()) {
+        const int32 code = message->GetInt32("kits:code", 0);
+        if (!message->HasInt32("be:key_repeat")) {
+            pressed.insert(code);
+            state.router.KeyMoved(code, fToken);
+        } else if (pressed.count(code) == 0) {
+            continue; // of a key that the opener took: this window has nothing to do with it
+        }
+        message->ReplaceInt32("window", fToken);
+        if (!message->HasBool("kits:early")) {
+            message->AddBool("kits:early", true);
+        }
+        moved.push_back(std::move(message));
+    }
+    fCore->PutInFront(std::move(moved));
+}
+
+void NativeWindow::Leave()
+{
+    ServerState& state = ServerState::Get();
+    state.input.WindowLeaves(fToken);
+    state.windows.Lower(fToken);
+    fIsShown = false;
+    fFront->firstPresentTime = 0;
+}
+
+void NativeWindow::Hide()
+{
+    if (!fIsShown) {
+        return;
+    }
+    Leave();
+    fSurface->setVisible(false);
+}
+
+void NativeWindow::Destroy()
+{
+    if (fSurface == nullptr) {
+        return;
+    }
+    if (fIsShown) {
+        Leave();
+    }
+    const std::shared_ptr<NativeWindow> self = shared_from_this();
+    ServerState::Get().windows.Remove(fToken);
+    fSurface.reset();
+}
+
+void NativeWindow::Activate()
+{
+    if (!fIsShown) {
+        return;
+    }
+    fSurface->raise();
+    fSurface->requestActivate();
+}
+
+void NativeWindow::Minimize(bool minimize)
+{
+    if (fSurface == nullptr) {
+        return;
+    }
+    const Qt::WindowStates states = fSurface->windowStates();
+    fSurface->setWindowStates(minimize ? states | Qt::WindowMinimized
+                                       : states & ~Qt::WindowMinimized);
+    if (!minimize) {
+        Activate();
+    }
+}
+
+void NativeWindow::SetCapture(bool on)
+{
+    ServerState::Get().input.SetCapture(*this, on);
+}
+
+void NativeWindow::SetCursor(PointerShape shape)
+{
+    fPointer = shape;
+    if (fSurface != nullptr) {
+        fSurface->setCursor(CursorFor(shape));
+    }
+}
+
+void NativeWindow::Publish(std::shared_ptr<const Published> published)
+{
+    if (published == nullptr) {
+        return;
+    }
+    fPublished = std::move(published);
+    // The toolkit cannot see a caret or a focus that move inside the window.
+    if (fSurface != nullptr && QGuiApplication::focusWindow() == fSurface.get()) {
+        QGuiApplication::inputMethod()->update(Qt::ImQueryInput);
+    }
+}
+
+// Presenting
+
+void NativeWindow::Present()
+{
+    if (fSurface != nullptr && fSurface->isExposed()) {
+        PresentRegion(false);
+    }
+}
+
+void NativeWindow::Exposed()
+{
+    PresentRegion(true);
+}
+
+void NativeWindow::PresentRegion(bool isAll)
+{
+    fFront->TakeDamage([this, isAll](const QImage& image, const QRegion& damage) {
+        const QRegion all(QRect(QPoint(0, 0), fSurface->DeviceSize()));
+        fSurface->Show(image, isAll ? all : damage);
+    });
+    bigtime_t never = 0;
+    fFront->firstPresentTime.compare_exchange_strong(never, system_time());
+}
+
+// What the system says
+
+void NativeWindow::GeometryChanged(const QRect& geometry)
+{
+    if (!fIsShown || IsPopUp() || geometry == fGeometry) {
+        return;
+    }
+    const QRect old = std::exchange(fGeometry, geometry);
+    fReported.push_back(geometry);
+    if (fReported.size() > kMaxReported) {
+        fReported.pop_front();
+    }
+    if (old.topLeft() != geometry.topLeft()) {
+        auto moved = std::make_unique<BMessage>(B_WINDOW_MOVED);
+        moved->AddInt64("when", system_time());
+        moved->AddPoint("where", RectTo(geometry).LeftTop());
+        Post(std::move(moved));
+    }
+    if (old.size() != geometry.size()) {
+        auto resized = std::make_unique<BMessage>(B_WINDOW_RESIZED);
+        resized->AddInt64("when", system_time());
+        resized->AddInt32("width", geometry.width() - 1);
+        resized->AddInt32("height", geometry.height() - 1);
+        Post(std::move(resized));
+    }
+}
+
+void NativeWindow::CloseAsked()
+{
+    ServerState& state = ServerState::Get();
+    if ((fShape.flags & B_NOT_CLOSABLE) == B_NOT_CLOSABLE) {
+        return;
+    }
+    if (state.router.IsBlocked(fToken)) {
+        if (NativeWindow* modal = state.windows.Find(state.router.TopmostModal())) {
+            modal->Activate();
+        }
+        return;
+    }
+    Post(std::make_unique<BMessage>(B_QUIT_REQUESTED));
+}
+
+void NativeWindow::StatesChanged(Qt::WindowStates states)
+{
+    const Qt::WindowStates changed = states ^ std::exchange(fStates, states);
+    if ((changed & Qt::WindowMinimized) != 0) {
+        auto minimized = std::make_unique<BMessage>(B_MINIMIZE);
+        minimized->AddInt64("when", system_time());
+        minimized->AddBool("minimize", (states & Qt::WindowMinimized) != 0);
+        Post(std::move(minimized));
+    }
+    const bool canZoom = (WindowFlagsFor(fShape) & Qt::WindowMaximizeButtonHint) != 0 && fIsShown;
+    if ((changed & Qt::WindowMaximized) != 0 && canZoom) {
+        auto zoomed = std::make_unique<BMessage>(B_ZOOM);
+        zoomed->AddInt64("when", system_time());
+        Post(std::move(zoomed));
+    }
+}
+
+void NativeWindow::ScaleMayHaveChanged()
+{
+    const float scale = static_cast<float>(fSurface->devicePixelRatio());
+    if (fScale.exchange(scale) == scale) {
+        return;
+    }
+    auto changed = std::make_unique<BMessage>(kScaleChanged);
+    changed->AddFloat("scale", scale);
+    Post(std::move(changed));
+}
+
+} // namespace kits

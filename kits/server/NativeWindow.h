@@ -1,0 +1,94 @@
+#pragma once
+
+#include "Published.h"
+#include "WindowServer.h"
+
+#include <QRect>
+
+#include <atomic>
+#include <deque>
+#include <memory>
+
+class BMessage;
+
+namespace kits {
+
+class LooperCore;
+class Surface;
+
+/// The server's half of a window: what it was told, and the native window once it is shown.
+///
+/// Thread: the server's, apart from the constructor, Token() and Scale().
+class NativeWindow : public std::enable_shared_from_this<NativeWindow>
+{
+public:
+    NativeWindow(int32 token, std::shared_ptr<LooperCore> core, std::shared_ptr<FrontImage> front,
+                 const WindowShape& shape);
+    ~NativeWindow();
+    NativeWindow(const NativeWindow&) = delete;
+    NativeWindow& operator=(const NativeWindow&) = delete;
+
+    int32 Token() const { return fToken; }
+    float Scale() const { return fScale; }
+
+    // What the link asks for
+
+    void SetShape(const WindowShape& shape);
+    void Show(const ShowRequest& request);
+    void Hide();
+    /// Hides and deletes the native window.
+    void Destroy();
+    void Activate();
+    void Minimize(bool minimize);
+    /// Shows the front image's damage; dropped while nothing of the window is on a screen.
+    void Present();
+    void SetCapture(bool on);
+    void SetCursor(PointerShape shape);
+    void Publish(std::shared_ptr<const Published> published);
+
+    // What the system says
+
+    void Exposed();
+    void GeometryChanged(const QRect& geometry);
+    void CloseAsked();
+    void StatesChanged(Qt::WindowStates states);
+    void ScaleMayHaveChanged();
+
+    // Queries
+
+    Surface* GetSurface() const { return fSurface.get(); }
+    const WindowShape& Shape() const { return fShape; }
+    bool IsPopUp() const { return fShape.kind == WindowShape::Kind::kPopUp; }
+    const Published& GetPublished() const { return *fPublished; }
+    LooperCore& Core() const { return *fCore; }
+    FrontImage& Front() const { return *fFront; }
+
+    /// Posts to the window's looper; what comes after it is gone is dropped.
+    void Post(std::unique_ptr<BMessage> message) const;
+    /// The same for a move, which takes the place of one that waits.
+    void PostMove(std::unique_ptr<BMessage> message) const;
+
+private:
+    void CreateSurface();
+    void ApplyFlags();
+    void ApplyLimits();
+    void ApplyFrame();
+    void HandOverKeys(int32 from);
+    void Leave();
+    void PresentRegion(bool isAll);
+
+    const int32 fToken;
+    const std::shared_ptr<LooperCore> fCore;
+    const std::shared_ptr<FrontImage> fFront;
+    std::atomic<float> fScale;
+    WindowShape fShape;
+    std::deque<QRect> fReported; // frames the looper was told of since it last asked for one
+    QRect fGeometry;             // as last reported
+    Qt::WindowStates fStates;
+    PointerShape fPointer = PointerShape::kArrow;
+    std::shared_ptr<const Published> fPublished; // never null
+    std::unique_ptr<Surface> fSurface;
+    bool fIsShown = false;
+};
+
+} // namespace kits

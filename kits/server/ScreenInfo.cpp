@@ -1,0 +1,55 @@
+#include "ScreenInfo.h"
+
+#include "WindowFlags.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QStyleHints>
+
+namespace kits {
+
+ScreenInfo& ScreenInfo::Get()
+{
+    static ScreenInfo info;
+    return info;
+}
+
+void ScreenInfo::Refresh()
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    if (screen == nullptr) {
+        return;
+    }
+    const int interval = QGuiApplication::styleHints()->mouseDoubleClickInterval();
+    std::lock_guard<std::mutex> lock(fLock);
+    fFrame = RectTo(screen->geometry());
+    fAvailable = RectTo(screen->availableGeometry());
+    fScale = static_cast<float>(screen->devicePixelRatio());
+    fClickSpeed = interval * bigtime_t{1000};
+}
+
+BRect ScreenInfo::Frame() const
+{
+    std::lock_guard<std::mutex> lock(fLock);
+    return fFrame;
+}
+
+BRect ScreenInfo::Available() const
+{
+    std::lock_guard<std::mutex> lock(fLock);
+    return fAvailable;
+}
+
+float ScreenInfo::Scale() const
+{
+    std::lock_guard<std::mutex> lock(fLock);
+    return fScale;
+}
+
+bigtime_t ScreenInfo::ClickSpeed() const
+{
+    std::lock_guard<std::mutex> lock(fLock);
+    return fClickSpeed;
+}
+
+} // namespace kits

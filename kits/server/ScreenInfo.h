@@ -1,0 +1,33 @@
+#pragma once
+
+#include <Rect.h>
+#include <SupportDefs.h>
+
+#include <mutex>
+
+namespace kits {
+
+/// What is known of the main screen and the desktop's habits, for any thread to read.
+class ScreenInfo
+{
+public:
+    static ScreenInfo& Get();
+
+    /// Asks the system again. Thread: the server's.
+    void Refresh();
+
+    BRect Frame() const;
+    BRect Available() const;
+    float Scale() const;
+    bigtime_t ClickSpeed() const;
+
+private:
+    mutable std::mutex fLock;
+    // Guarded by fLock. What a program without a screen is told.
+    BRect fFrame{0, 0, 1023, 767};
+    BRect fAvailable{0, 0, 1023, 767};
+    float fScale = 1;
+    bigtime_t fClickSpeed = 400'000;
+};
+
+} // namespace kits

@@ -1,0 +1,79 @@
+#include "ServerState.h"
+
+#include "NativeWindow.h"
+#include "ScreenInfo.h"
+#include "X11Keyboard.h"
+
+#include <AppDefs.h>
+#include <GraphicsDefs.h>
+#include <Message.h>
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWindow>
+
+namespace kits {
+
+namespace {
+
+ServerState* sState = nullptr; // set while the server's thread runs its loop
+
+} // namespace
+
+ServerState::ServerState() : input(*this)
+{
+    sState = this;
+    icons.Start();
+    canGrabMouse = QGuiApplication::platformName() == QStringLiteral("xcb");
+    router.SetRepeatRule(x11::UseDetectableRepeats() || !canGrabMouse
+                             ? InputRouter::RepeatRule::kPressWithoutRelease
+                             : InputRouter::RepeatRule::kTimestamps);
+    QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, qGuiApp,
+                     [this](QWindow* window) { input.FocusChanged(window); });
+    WatchScreens();
+}
+
+ServerState::~ServerState()
+{
+    qGuiApp->disconnect(qGuiApp);
+    windows.DestroyAll();
+    sState = nullptr;
+}
+
+ServerState& ServerState::Get()
+{
+    return *sState;
+}
+
+void ServerState::WatchScreens()
+{
+    ScreenInfo::Get().Refresh();
+    const auto watch = [this](QScreen* screen) {
+        QObject::connect(screen, &QScreen::geometryChanged, qGuiApp, [this] { ScreensChanged(); });
+        QObject::connect(screen, &QScreen::availableGeometryChanged, qGuiApp,
+                         [this] { ScreensChanged(); });
+    };
+    for (QScreen* screen : QGuiApplication::screens()) {
+        watch(screen);
+    }
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, qGuiApp,
+                     [this, watch](QScreen* screen) {
+                         watch(screen);
+                         ScreensChanged();
+                     });
+    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, qGuiApp,
+                     [this] { ScreensChanged(); });
+}
+
+void ServerState::ScreensChanged()
+{
+    ScreenInfo::Get().Refresh();
+    for (const int32 token : windows.Shown()) {
+        BMessage message(B_SCREEN_CHANGED);
+        message.AddRect("frame", ScreenInfo::Get().Frame());
+        message.AddInt32("mode", B_RGB32);
+        windows.Find(token)->Post(std::make_unique<BMessage>(message));
+    }
+}
+
+} // namespace kits

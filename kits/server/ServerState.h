@@ -1,0 +1,38 @@
+#pragma once
+
+#include "InputDispatcher.h"
+#include "InputRouter.h"
+#include "ThemeIcons.h"
+#include "WindowTable.h"
+
+class QWindow;
+
+namespace kits {
+
+/// What the server's thread keeps while it runs.
+/// Thread: the server's.
+class ServerState
+{
+public:
+    ServerState();
+    ~ServerState();
+    ServerState(const ServerState&) = delete;
+    ServerState& operator=(const ServerState&) = delete;
+
+    /// Valid from before the first task of the server's queue to after the last.
+    static ServerState& Get();
+
+    WindowTable windows;
+    InputRouter router;
+    InputDispatcher input;
+    ThemeIcons icons;
+    /// What the system cannot do on every platform: headless and Wayland give no mouse grab to
+    /// windows.
+    bool canGrabMouse = false;
+
+private:
+    void WatchScreens();
+    void ScreensChanged();
+};
+
+} // namespace kits

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QBackingStore>
+#include <QImage>
+#include <QWindow>
+
+namespace kits {
+
+class NativeWindow;
+
+/// The toolkit's window: hands every event on and shows pixels.
+/// Thread: the server's.
+class Surface : public QWindow
+{
+public:
+    explicit Surface(NativeWindow& owner);
+    ~Surface() override;
+
+    /// Shows `region` (device pixels) of `image`; grey where the image does not reach.
+    void Show(const QImage& image, const QRegion& region);
+    /// The whole window in device pixels, rounded up so that no edge stays unpainted.
+    QSize DeviceSize() const;
+
+    NativeWindow& Owner() const { return fOwner; }
+
+protected:
+    // QWindow
+    bool event(QEvent* event) override;
+    void exposeEvent(QExposeEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    QAccessibleInterface* accessibleRoot() const override;
+
+private:
+    bool InputEvent(QEvent* event);
+
+    NativeWindow& fOwner;
+    QBackingStore fStore;
+    qreal fStoreRatio = 0; // of the screen the store was made for
+};
+
+} // namespace kits

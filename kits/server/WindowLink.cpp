@@ -1,0 +1,83 @@
+#include "FrontImage.h"
+#include "NativeWindow.h"
+#include "WindowServer.h"
+
+#include "app/LooperCore.h"
+
+#include <atomic>
+#include <utility>
+
+namespace kits {
+
+namespace {
+
+int32 NextToken()
+{
+    static std::atomic<int32> last{0};
+    return ++last;
+}
+
+} // namespace
+
+WindowLink::WindowLink(BLooper* looper, const WindowShape& shape)
+    : fToken(NextToken()), fFront(std::make_shared<FrontImage>()),
+      fNative(std::make_shared<NativeWindow>(fToken, LooperCore::CoreOf(looper), fFront, shape))
+{
+}
+
+WindowLink::~WindowLink()
+{
+    WindowServer::Get().Call([native = fNative] { native->Destroy(); });
+}
+
+void WindowLink::SetShape(const WindowShape& shape)
+{
+    WindowServer::Get().Post([native = fNative, shape] { native->SetShape(shape); });
+}
+
+void WindowLink::Show(const ShowRequest& request)
+{
+    WindowServer::Get().Call([native = fNative, &request] { native->Show(request); });
+}
+
+void WindowLink::Hide()
+{
+    WindowServer::Get().Call([native = fNative] { native->Hide(); });
+}
+
+void WindowLink::Activate()
+{
+    WindowServer::Get().Post([native = fNative] { native->Activate(); });
+}
+
+void WindowLink::Minimize(bool minimize)
+{
+    WindowServer::Get().Post([native = fNative, minimize] { native->Minimize(minimize); });
+}
+
+void WindowLink::Present()
+{
+    WindowServer::Get().Post([native = fNative] { native->Present(); });
+}
+
+void WindowLink::SetMouseCapture(bool on)
+{
+    WindowServer::Get().Post([native = fNative, on] { native->SetCapture(on); });
+}
+
+void WindowLink::SetCursor(PointerShape shape)
+{
+    WindowServer::Get().Post([native = fNative, shape] { native->SetCursor(shape); });
+}
+
+void WindowLink::Publish(std::shared_ptr<const Published> published)
+{
+    WindowServer::Get().Post([native = fNative, published] { native->Publish(published); });
+}
+
+float WindowLink::Scale() const
+{
+    return fNative->Scale();
+}
+
+} // namespace kits

@@ -1,0 +1,132 @@
+#include "WindowServer.h"
+
+#include "ScreenInfo.h"
+#include "ServerState.h"
+#include "ServerThread.h"
+
+#include "app/DisplayHooks.h"
+
+#include <QImage>
+
+#include <memory>
+#include <utility>
+
+namespace kits {
+
+namespace {
+
+// Made by Start() and ended by Stop(), both on the application's thread while nobody else uses the
+// server.
+std::unique_ptr<ServerThread>& Thread()
+{
+    static auto* thread =
+        new std::unique_ptr<ServerThread>; // never destroyed: nothing joins at exit
+    return *thread;
+}
+
+// The application kit lies below this one; it starts the server through these.
+[[maybe_unused]] const bool sIsRegistered = [] {
+    DisplayHooks hooks;
+    hooks.start = [] {
+        return WindowServer::Get().Start();
+    };
+    hooks.stop = [] {
+        WindowServer::Get().Stop();
+    };
+    hooks.isServerThread = [] {
+        return WindowServer::Get().IsServerThread();
+    };
+    SetDisplayHooks(hooks);
+    return true;
+}();
+
+} // namespace
+
+WindowServer& WindowServer::Get()
+{
+    static WindowServer server;
+    return server;
+}
+
+status_t WindowServer::Start()
+{
+    if (Thread() == nullptr) {
+        Thread() = std::make_unique<ServerThread>();
+    }
+    return B_OK;
+}
+
+void WindowServer::Stop()
+{
+    Thread().reset();
+}
+
+bool WindowServer::IsRunning() const
+{
+    return Thread() != nullptr;
+}
+
+void WindowServer::Post(std::function<void()> task)
+{
+    if (Thread() != nullptr) {
+        Thread()->Post(std::move(task));
+    }
+}
+
+void WindowServer::Call(const std::function<void()>& task)
+{
+    if (Thread() != nullptr) {
+        Thread()->Call(task);
+    }
+}
+
+bool WindowServer::IsServerThread() const
+{
+    return ServerThread::IsCurrent();
+}
+
+BRect WindowServer::ScreenFrame() const
+{
+    return ScreenInfo::Get().Frame();
+}
+
+BRect WindowServer::AvailableFrame() const
+{
+    return ScreenInfo::Get().Available();
+}
+
+float WindowServer::ScreenScale() const
+{
+    return ScreenInfo::Get().Scale();
+}
+
+void WindowServer::GetMouse(BPoint* where, uint32* buttons) const
+{
+    const uint64 packed = static_cast<uint64>(LastInput().where.load());
+    if (where != nullptr) {
+        *where = BPoint(static_cast<float>(static_cast<int32>(packed >> 32)),
+                        static_cast<float>(static_cast<int32>(packed & 0xffffffff)));
+    }
+    if (buttons != nullptr) {
+        *buttons = LastInput().buttons;
+    }
+}
+
+uint32 WindowServer::Modifiers() const
+{
+    return LastInput().modifiers;
+}
+
+bigtime_t WindowServer::ClickSpeed() const
+{
+    return ScreenInfo::Get().ClickSpeed();
+}
+
+QImage WindowServer::ThemeIcon(const std::string& name, int32 size, float scale)
+{
+    QImage picture;
+    Call([&] { picture = ServerState::Get().icons.Get(name, size, scale); });
+    return picture;
+}
+
+} // namespace kits
