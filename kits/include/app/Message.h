@@ -19,12 +19,16 @@ class MessageFields;
 class MessageDelivery;
 
 /// Gives the kits what a posted message carries along: from whom, to whom, whether a reply is
-/// awaited.
+/// awaited; and what it is made of.
 class MessageAccess
 {
 public:
     static std::shared_ptr<MessageDelivery>& Delivery(BMessage& message);
     static const std::shared_ptr<MessageDelivery>& Delivery(const BMessage& message);
+    /// Null when there is no data.
+    static const MessageFields* Fields(const BMessage& message);
+    /// Ownership: adopts `fields`, which may be null.
+    static void AdoptFields(BMessage& message, MessageFields* fields);
 };
 } // namespace kits
 
@@ -32,7 +36,8 @@ public:
 ///
 /// A name holds one or several values of one type, counted from 0. Names keep the order in which
 /// they were added. Copies share their data until one of them changes, so that a copy costs
-/// nothing.
+/// nothing. A copy has code and data only: where a message came from and who waits for an answer
+/// stays with the message that was delivered.
 ///
 /// Errors of all functions that look for data: B_NAME_NOT_FOUND; B_BAD_TYPE when the name holds
 /// something else; B_BAD_INDEX. What was to be found is then 0, false, null, an empty text, an

@@ -15,17 +15,15 @@ constexpr size_t B_OS_NAME_LENGTH = 32;
 
 /// How urgent a thread is. Below B_NORMAL_PRIORITY it gets the less of the processor the lower it
 /// is; above, it counts as normal: the system decides.
-enum : int32 {
-    B_IDLE_PRIORITY = 0,
-    B_LOWEST_ACTIVE_PRIORITY = 1,
-    B_LOW_PRIORITY = 5,
-    B_NORMAL_PRIORITY = 10,
-    B_DISPLAY_PRIORITY = 15,
-    B_URGENT_DISPLAY_PRIORITY = 20,
-    B_REAL_TIME_DISPLAY_PRIORITY = 100,
-    B_URGENT_PRIORITY = 110,
-    B_REAL_TIME_PRIORITY = 120,
-};
+constexpr int32 B_IDLE_PRIORITY = 0;
+constexpr int32 B_LOWEST_ACTIVE_PRIORITY = 1;
+constexpr int32 B_LOW_PRIORITY = 5;
+constexpr int32 B_NORMAL_PRIORITY = 10;
+constexpr int32 B_DISPLAY_PRIORITY = 15;
+constexpr int32 B_URGENT_DISPLAY_PRIORITY = 20;
+constexpr int32 B_REAL_TIME_DISPLAY_PRIORITY = 100;
+constexpr int32 B_URGENT_PRIORITY = 110;
+constexpr int32 B_REAL_TIME_PRIORITY = 120;
 
 /// What a thread is doing, as far as this system tells.
 enum thread_state {

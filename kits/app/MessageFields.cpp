@@ -1,0 +1,141 @@
+#include "app/MessageFields.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace kits {
+
+namespace {
+
+// Values of different sizes start at multiples of this, so that a reader may look at them in place.
+constexpr size_t kAlignment = 8;
+
+constexpr size_t Aligned(size_t size)
+{
+    return (size + kAlignment - 1) / kAlignment * kAlignment;
+}
+
+void CopyBytes(char* to, const void* from, size_t size)
+{
+    if (size > 0) {
+        std::memcpy(to, from, size);
+    }
+}
+
+} // namespace
+
+MessageValue MessageField::At(int32 index) const
+{
+    const size_t place = static_cast<size_t>(index);
+    if (fIsFixedSize) {
+        return {fBytes.Data() + place * fValueSize, fValueSize};
+    }
+    return {fBytes.Data() + fSpans[place].offset, fSpans[place].size};
+}
+
+void MessageField::Reserve(int32 count, size_t size)
+{
+    const size_t more = static_cast<size_t>(count);
+    if (count <= 1 || size > static_cast<size_t>(INT32_MAX) / more) {
+        return; // only a hint
+    }
+    fBytes.Reserve(fBytes.Size() + more * (fIsFixedSize ? size : Aligned(size)));
+    if (!fIsFixedSize) {
+        fSpans.reserve(fSpans.size() + more);
+    }
+}
+
+status_t MessageField::Add(const void* data, size_t size)
+{
+    const size_t offset = fBytes.Size();
+    if (size > static_cast<size_t>(INT32_MAX) - kAlignment - offset || fCount == INT32_MAX) {
+        return B_NO_MEMORY;
+    }
+    if (fIsFixedSize) {
+        if (fCount > 0 && size != fValueSize) {
+            return B_BAD_VALUE;
+        }
+        fBytes.Resize(offset + size);
+        fValueSize = size;
+    } else {
+        fBytes.Reserve(offset + Aligned(size));
+        fSpans.push_back({static_cast<uint32>(offset), static_cast<uint32>(size)});
+        fBytes.Resize(offset + Aligned(size));
+    }
+    CopyBytes(fBytes.Data() + offset, data, size);
+    fCount++;
+    return B_OK;
+}
+
+status_t MessageField::Replace(int32 index, const void* data, size_t size)
+{
+    if (fIsFixedSize) {
+        if (size != fValueSize) {
+            return B_BAD_VALUE;
+        }
+        CopyBytes(fBytes.Data() + static_cast<size_t>(index) * size, data, size);
+        return B_OK;
+    }
+    const size_t oldSize = fBytes.Size();
+    if (size > static_cast<size_t>(INT32_MAX) - kAlignment - oldSize) {
+        return B_NO_MEMORY;
+    }
+    Span& span = fSpans[static_cast<size_t>(index)];
+    const size_t room = Aligned(span.size);
+    const size_t wanted = Aligned(size);
+    const size_t behind = span.offset + room;
+    const size_t tail = oldSize - behind;
+    if (wanted > room) {
+        fBytes.Resize(oldSize + wanted - room);
+    }
+    std::memmove(fBytes.Data() + span.offset + wanted, fBytes.Data() + behind, tail);
+    fBytes.Resize(oldSize - room + wanted);
+    CopyBytes(fBytes.Data() + span.offset, data, size);
+    span.size = static_cast<uint32>(size);
+    for (size_t i = static_cast<size_t>(index) + 1; i < fSpans.size(); i++) {
+        fSpans[i].offset = static_cast<uint32>(fSpans[i].offset - room + wanted);
+    }
+    return B_OK;
+}
+
+void MessageField::Remove(int32 index)
+{
+    const size_t place = static_cast<size_t>(index);
+    const size_t offset = fIsFixedSize ? place * fValueSize : fSpans[place].offset;
+    const size_t room = fIsFixedSize ? fValueSize : Aligned(fSpans[place].size);
+    const size_t behind = offset + room;
+    std::memmove(fBytes.Data() + offset, fBytes.Data() + behind, fBytes.Size() - behind);
+    fBytes.Resize(fBytes.Size() - room);
+    if (!fIsFixedSize) {
+        fSpans.erase(fSpans.begin() + index);
+        for (size_t i = place; i < fSpans.size(); i++) {
+            fSpans[i].offset = static_cast<uint32>(fSpans[i].offset - room);
+        }
+    }
+    fCount--;
+}
+
+MessageField* MessageFields::Find(std::string_view name)
+{
+    const auto found =
+        std::find_if(fFields.begin(), fFields.end(),
+                     [name](const MessageField& field) { return field.Name() == name; });
+    return found == fFields.end() ? nullptr : &*found;
+}
+
+const MessageField* MessageFields::Find(std::string_view name) const
+{
+    return const_cast<MessageFields*>(this)->Find(name);
+}
+
+void MessageFields::Add(MessageField field)
+{
+    fFields.push_back(std::move(field));
+}
+
+void MessageFields::Remove(const MessageField* field)
+{
+    fFields.erase(fFields.begin() + (field - fFields.data()));
+}
+
+} // namespace kits
