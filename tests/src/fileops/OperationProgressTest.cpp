@@ -1,0 +1,58 @@
+#include "fileops/OperationProgress.h"
+
+#include <gtest/gtest.h>
+
+namespace norvane {
+
+constexpr bigtime_t kSecond = 1'000'000;
+
+TEST(OperationProgressTest, CountsFileAndWhole)
+{
+    OperationProgress progress;
+    progress.Start(5'000'000'000, 0);
+    progress.StartFile(3'000'000'000);
+    progress.Add(3'000'000'000);
+    progress.StartFile(2'000'000'000);
+    progress.Add(500'000'000);
+    EXPECT_EQ(progress.FileDoneBytes(), 500'000'000);
+    EXPECT_EQ(progress.DoneBytes(), 3'500'000'000);
+    EXPECT_EQ(progress.Percent(), 70);
+}
+
+TEST(OperationProgressTest, TitleStartsAsGiven)
+{
+    OperationProgress progress;
+    EXPECT_EQ(progress.Title("Copy", 0), "Copy");
+    progress.Start(100, 0);
+    EXPECT_EQ(progress.Title("Copy", 10 * kSecond), "Copy");
+}
+
+TEST(OperationProgressTest, TellsTheTimeLeftOnlyAfterThreeSeconds)
+{
+    OperationProgress progress;
+    progress.Start(100, 0);
+    progress.Add(42);
+    EXPECT_EQ(progress.Title("Copy", 2 * kSecond), "Copy - 42 %");
+    EXPECT_EQ(progress.Title("Copy", 42 * kSecond), "Copy - 42 %, 58 s left");
+    EXPECT_EQ(progress.Title("Copy", 84 * kSecond), "Copy - 42 %, 2 min left");
+    EXPECT_EQ(progress.Title("Copy", 8400 * kSecond), "Copy - 42 %, 3 h left");
+}
+
+TEST(OperationProgressTest, NeverPassesTheEnd)
+{
+    OperationProgress progress;
+    progress.Start(10, 0);
+    progress.Add(25);
+    EXPECT_EQ(progress.Percent(), 100);
+    EXPECT_EQ(progress.Title("Copy", 5 * kSecond), "Copy - 100 %");
+}
+
+TEST(OperationProgressTest, SaysHundredOnlyWhenAllIsDone)
+{
+    OperationProgress progress;
+    progress.Start(1'000'000, 0);
+    progress.Add(999'999);
+    EXPECT_EQ(progress.Percent(), 99);
+}
+
+} // namespace norvane

@@ -1,0 +1,112 @@
+#include "PrivateMounts.h"
+
+#include <linux/capability.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+constexpr int kPassedStatus = 0;
+constexpr int kFailedStatus = 1;
+constexpr int kUnavailableStatus = 77;
+
+void WriteText(const char* path, const std::string& text)
+{
+    if (std::FILE* file = std::fopen(path, "w")) {
+        std::fputs(text.c_str(), file);
+        std::fclose(file);
+    }
+}
+
+bool EnterPrivateMounts()
+{
+    const uid_t user = getuid();
+    const gid_t group = getgid();
+    if (unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0) {
+        WriteText("/proc/self/setgroups", "deny");
+        WriteText("/proc/self/uid_map", "0 " + std::to_string(user) + " 1");
+        WriteText("/proc/self/gid_map", "0 " + std::to_string(group) + " 1");
+    } else if (unshare(CLONE_NEWNS) != 0) {
+        return false;
+    }
+    return mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+}
+
+bool GetCapabilities(__user_cap_header_struct* header, __user_cap_data_struct data[2])
+{
+    header->version = _LINUX_CAPABILITY_VERSION_3;
+    header->pid = 0;
+    return syscall(SYS_capget, header, data) == 0;
+}
+
+} // namespace
+
+PrivateResult RunWithPrivateMounts(const std::function<bool()>& work)
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        if (!EnterPrivateMounts()) {
+            _exit(kUnavailableStatus);
+        }
+        alarm(60);
+        const bool isPassed = work();
+        std::fflush(nullptr);
+        _exit(isPassed ? kPassedStatus : kFailedStatus);
+    }
+    int status = 0;
+    if (child < 0 || waitpid(child, &status, 0) != child) {
+        return PrivateResult::kUnavailable;
+    }
+    if (WIFEXITED(status) && WEXITSTATUS(status) == kUnavailableStatus) {
+        return PrivateResult::kUnavailable;
+    }
+    return WIFEXITED(status) && WEXITSTATUS(status) == kPassedStatus ? PrivateResult::kPassed
+                                                                     : PrivateResult::kFailed;
+}
+
+bool MountMemory(const std::string& path, long bytes)
+{
+    const std::string options = "size=" + std::to_string(bytes);
+    return mount("tmpfs", path.c_str(), "tmpfs", 0, options.c_str()) == 0;
+}
+
+bool MountReadOnly(const std::string& path)
+{
+    return mount(path.c_str(), path.c_str(), nullptr, MS_BIND, nullptr) == 0 &&
+           mount("none", path.c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) == 0;
+}
+
+WithoutFileRights::WithoutFileRights()
+{
+    __user_cap_header_struct header = {};
+    __user_cap_data_struct data[2] = {};
+    if (!GetCapabilities(&header, data)) {
+        std::abort();
+    }
+    fEffective[0] = data[0].effective;
+    fEffective[1] = data[1].effective;
+    data[0].effective &= ~((1u << CAP_DAC_OVERRIDE) | (1u << CAP_DAC_READ_SEARCH));
+    if (syscall(SYS_capset, &header, data) != 0) {
+        std::abort();
+    }
+}
+
+WithoutFileRights::~WithoutFileRights()
+{
+    __user_cap_header_struct header = {};
+    __user_cap_data_struct data[2] = {};
+    if (!GetCapabilities(&header, data)) {
+        std::abort();
+    }
+    data[0].effective = fEffective[0];
+    data[1].effective = fEffective[1];
+    if (syscall(SYS_capset, &header, data) != 0) {
+        std::abort();
+    }
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+/// Runs `work` in a process of its own that may mount what it likes without anyone else seeing it.
+enum class PrivateResult {
+    kPassed,
+    kFailed,      // `work` said false, or did not come back
+    kUnavailable, // this system allows no private mounts
+};
+
+PrivateResult RunWithPrivateMounts(const std::function<bool()>& work);
+
+/// Mounts an empty memory file system of `bytes` at `path`. Call within RunWithPrivateMounts().
+bool MountMemory(const std::string& path, long bytes);
+/// Makes the folder `path` read only for this process. Call within RunWithPrivateMounts().
+bool MountReadOnly(const std::string& path);
+
+/// Takes root's right to read and write everything from the calling thread for as long as it lives.
+class WithoutFileRights
+{
+public:
+    WithoutFileRights();
+    ~WithoutFileRights();
+    WithoutFileRights(const WithoutFileRights&) = delete;
+    WithoutFileRights& operator=(const WithoutFileRights&) = delete;
+
+private:
+    unsigned fEffective[2] = {};
+};

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "fileops/OperationUI.h"
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// An operation's windows replaced by a script: gives the answers in turn and writes down what it
+/// is told.
+///
+/// When the script has no answer left, it says Cancel.
+class ScriptedUI : public norvane::OperationUI
+{
+public:
+    struct StartedFile
+    {
+        std::string source;
+        std::string target;
+        int64 sizeBytes;
+    };
+
+    std::deque<uint32> answers;
+    bool canAsk = true;
+    bool isStopped = false;
+    // Called before what they are named after is written down.
+    std::function<void(const std::string& sourcePath)> onFile;
+    std::function<void(int64 count)> onBytes;
+    std::function<void(const norvane::OverwriteQuestion&)> onQuestion;
+
+    std::vector<StartedFile> files;
+    std::vector<norvane::OverwriteQuestion> questions;
+    std::vector<std::string> notices;
+    std::vector<std::pair<std::string, std::string>> problems;
+    int64 bytes = 0;
+    int64 chunks = 0;
+    int32 hidden = 0; // how often hidden, less how often shown again
+    uint32 answer = norvane::kAnswerNone;
+
+    // OperationUI
+    void FileStarted(const std::string& sourcePath, const std::string& targetPath,
+                     int64 sizeBytes) override
+    {
+        if (onFile) {
+            onFile(sourcePath);
+        }
+        files.push_back({sourcePath, targetPath, sizeBytes});
+    }
+    void BytesCopied(const char*, int64 count) override
+    {
+        if (onBytes) {
+            onBytes(count);
+        }
+        bytes += count;
+        chunks++;
+    }
+    bool CanAsk() const override { return canAsk; }
+    uint32 StandingAnswer() const override { return answer; }
+    void AskOverwrite(const norvane::OverwriteQuestion& question) override
+    {
+        if (onQuestion) {
+            onQuestion(question);
+        }
+        questions.push_back(question);
+        answer = norvane::kAnswerCancel;
+        if (!answers.empty()) {
+            answer = answers.front();
+            answers.pop_front();
+        }
+    }
+    void HideProgress() override { hidden++; }
+    void ShowProgress() override { hidden--; }
+    void Tell(const char* text, norvane::Notice) override { notices.push_back(text); }
+    void NoteProblem(const std::string& name, const std::string& reason) override
+    {
+        problems.push_back({name, reason});
+    }
+    bool IsStopped() const override { return isStopped; }
+};
