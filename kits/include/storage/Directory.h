@@ -94,6 +94,7 @@ private:
 
     status_t AdoptFolder(int descriptor, const kits::FolderHold& known);
     const kits::FolderHold& Folder() const;
+    status_t OpenKnown(const kits::FolderHold& folder);
     status_t ReadListing();
     void KnowFolder(const struct stat& st) const override;
 

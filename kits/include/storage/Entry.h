@@ -93,6 +93,7 @@ struct entry_ref
 private:
     friend class BEntry;
     friend class BDirectory;
+    friend class BEntryBatch;
     kits::FolderHold fFolder; // may be null: then the table is asked by (device, directory)
 };
 
@@ -163,7 +164,10 @@ private:
     // BStatable
     status_t SetStat(const struct stat& st, uint32 what) override;
 
+    void KnowFolder(const struct stat& st) const override;
+
     status_t Set(const kits::FolderHold& base, const char* path, bool traverse);
+    status_t MoveInto(const kits::FolderHold& base, const char* path, bool clobber);
     status_t Fail(status_t status);
 
     kits::FolderHold fFolder;

@@ -56,8 +56,8 @@ public:
     off_t Position() const override;
     status_t SetSize(off_t size) override;
 
-    /// Bytes, what waits included. (BStatable's)
-    using BStatable::GetSize;
+    /// Bytes, what waits included.
+    status_t GetSize(off_t* size) const override;
 
     // BNode
     status_t Sync() override;
@@ -65,8 +65,7 @@ public:
 private:
     friend class BDirectory;
 
-    status_t OpenAt(const BDirectory* directory, const BEntry* entry, const char* path,
-                    uint32 openMode);
+    status_t OpenAt(int folder, const std::string& path, uint32 openMode);
     void AdoptFile(int descriptor, uint32 openMode);
     status_t Settle() const override;
 

@@ -106,6 +106,8 @@ protected:
     status_t Fail(status_t status);
     /// Takes `descriptor` over as the open node.
     void Adopt(int descriptor);
+    /// Closes the node and tells what the system says to it.
+    status_t CloseDescriptor();
     int Descriptor() const { return fDescriptor; }
     /// Whatever has to be done before the node is asked about itself: a file writes what it holds
     /// back.
@@ -117,7 +119,8 @@ protected:
 
 private:
     friend class BDirectory;
-    friend class BNodeInfo;
+    friend class BEntryBatch;
+    friend class BFile;
 
     int fDescriptor = -1; // owned
     status_t fStatus;

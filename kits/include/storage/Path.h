@@ -48,6 +48,8 @@ public:
     bool operator==(const char* path) const;
 
 private:
+    friend class BEntry;
+
     status_t Fail(status_t status);
 
     std::string fPath;

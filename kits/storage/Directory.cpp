@@ -1,0 +1,528 @@
+#include <Directory.h>
+
+#include "FolderListing.h"
+#include "PathLookup.h"
+
+#include <File.h>
+#include <Path.h>
+#include <SymLink.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <dirent.h>
+#include <fcntl.h>
+
+using kits::FolderTable;
+using kits::OpenFolder;
+
+namespace {
+
+constexpr int kOpenFlags = O_RDONLY | O_DIRECTORY | O_NONBLOCK;
+
+/// Whether `name` is one step of a path and names an entry of the folder itself.
+bool IsEntryName(const char* name)
+{
+    return name != nullptr && *name != '\0' && std::strchr(name, '/') == nullptr &&
+           std::strcmp(name, ".") != 0 && std::strcmp(name, "..") != 0;
+}
+
+bool IsOfKind(const BEntry& entry, uint32 nodeFlags)
+{
+    struct stat st;
+    if (entry.GetStat(&st) != B_OK) {
+        return false;
+    }
+    const uint32 kind = S_ISDIR(st.st_mode)   ? B_DIRECTORY_NODE
+                        : S_ISLNK(st.st_mode) ? B_SYMLINK_NODE
+                                              : B_FILE_NODE;
+    return (nodeFlags & kind) != 0;
+}
+
+} // namespace
+
+BDirectory::BDirectory() = default;
+
+BDirectory::BDirectory(const entry_ref* ref)
+{
+    SetTo(ref);
+}
+
+BDirectory::BDirectory(const node_ref* ref)
+{
+    SetTo(ref);
+}
+
+BDirectory::BDirectory(const BEntry* entry)
+{
+    SetTo(entry);
+}
+
+BDirectory::BDirectory(const char* path)
+{
+    SetTo(path);
+}
+
+BDirectory::BDirectory(const BDirectory* directory, const char* path)
+{
+    SetTo(directory, path);
+}
+
+BDirectory::BDirectory(const BDirectory& other) : BNode(), BEntryList()
+{
+    *this = other;
+}
+
+BDirectory& BDirectory::operator=(const BDirectory& other)
+{
+    if (this != &other) {
+        BDirectory::Unset();
+        if (other.InitCheck() != B_OK) {
+            Fail(other.InitCheck());
+        } else {
+            // Opened anew: a duplicate would share the place in the listing.
+            AdoptFolder(kits::sys::OpenAt(other.Descriptor(), ".", kOpenFlags), other.fFolder);
+        }
+    }
+    return *this;
+}
+
+BDirectory::~BDirectory() = default;
+
+void BDirectory::Unset()
+{
+    fFolder = kits::FolderHold();
+    fListing.reset();
+    fNext = 0;
+    BNode::Unset();
+}
+
+status_t BDirectory::AdoptFolder(int descriptor, const kits::FolderHold& known)
+{
+    if (descriptor < 0) {
+        return Fail(descriptor);
+    }
+    Adopt(descriptor);
+    fFolder = known;
+    return B_OK;
+}
+
+status_t BDirectory::OpenKnown(const kits::FolderHold& folder)
+{
+    const kits::FolderHold known = folder; // may be our own, which Unset() lets go
+    Unset();
+    OpenFolder open;
+    const status_t status = FolderTable::Get().Open(known, &open);
+    return status == B_OK ? AdoptFolder(kits::sys::OpenAt(open->Get(), ".", kOpenFlags), known)
+                          : Fail(status);
+}
+
+status_t BDirectory::SetTo(const entry_ref* ref)
+{
+    const BEntry entry(ref);
+    return SetTo(&entry);
+}
+
+status_t BDirectory::SetTo(const node_ref* ref)
+{
+    if (ref == nullptr) {
+        Unset();
+        return Fail(B_BAD_VALUE);
+    }
+    const kits::FolderHold folder = FolderTable::Get().Find(ref->device, ref->node);
+    if (!folder) {
+        Unset();
+        return Fail(B_ENTRY_NOT_FOUND);
+    }
+    return OpenKnown(folder);
+}
+
+status_t BDirectory::SetTo(const BEntry* entry)
+{
+    if (entry == nullptr) {
+        Unset();
+        return Fail(B_BAD_VALUE);
+    }
+    OpenFolder folder;
+    status_t status = entry->InitCheck();
+    if (status == B_OK) {
+        status = FolderTable::Get().Open(entry->fFolder, &folder);
+    }
+    Unset();
+    return status == B_OK
+               ? AdoptFolder(kits::sys::OpenAt(folder->Get(), entry->fName.c_str(), kOpenFlags), {})
+               : Fail(status);
+}
+
+status_t BDirectory::SetTo(const char* path)
+{
+    Unset();
+    if (path == nullptr || *path == '\0') {
+        return Fail(B_BAD_VALUE);
+    }
+    return AdoptFolder(
+        kits::OpenPath(kits::sys::kWorkingDirectory, kits::SystemPath(path), kOpenFlags), {});
+}
+
+status_t BDirectory::SetTo(const BDirectory* directory, const char* path)
+{
+    if (directory == nullptr || directory->InitCheck() != B_OK || path == nullptr ||
+        *path == '\0') {
+        Unset();
+        return Fail(B_BAD_VALUE);
+    }
+    // `directory` may be this object.
+    const int opened = kits::OpenPath(directory->Descriptor(), kits::SystemPath(path), kOpenFlags);
+    Unset();
+    return AdoptFolder(opened, {});
+}
+
+status_t BDirectory::SetToChild(const BDirectory& parent, const char* name)
+{
+    if (parent.InitCheck() != B_OK || !IsEntryName(name)) {
+        Unset();
+        return Fail(B_BAD_VALUE);
+    }
+    const int opened = kits::sys::OpenAt(parent.Descriptor(), name, kOpenFlags | O_NOFOLLOW);
+    Unset();
+    return AdoptFolder(opened, {});
+}
+
+const kits::FolderHold& BDirectory::Folder() const
+{
+    if (!fFolder) {
+        fFolder = FolderTable::Get().Know(Descriptor());
+    }
+    return fFolder;
+}
+
+void BDirectory::KnowFolder(const struct stat&) const
+{
+    Folder();
+}
+
+status_t BDirectory::GetEntry(BEntry* entry) const
+{
+    if (entry == nullptr) {
+        return B_BAD_VALUE;
+    }
+    if (InitCheck() != B_OK) {
+        return B_NO_INIT;
+    }
+    kits::Place place;
+    const status_t status = kits::PlaceOfFolder(Descriptor(), &place);
+    if (status != B_OK) {
+        return status;
+    }
+    entry->fFolder = std::move(place.folder);
+    entry->fName = std::move(place.name);
+    entry->fStatus = B_OK;
+    return B_OK;
+}
+
+bool BDirectory::IsRootDirectory() const
+{
+    struct stat mine;
+    struct stat parent;
+    if (GetStat(&mine) != B_OK || kits::sys::StatAt(Descriptor(), "..", &parent) != B_OK) {
+        return false;
+    }
+    return mine.st_dev != parent.st_dev || mine.st_ino == parent.st_ino;
+}
+
+status_t BDirectory::FindEntry(const char* path, BEntry* entry, bool traverse) const
+{
+    if (entry == nullptr || path == nullptr) {
+        return B_BAD_VALUE;
+    }
+    if (InitCheck() != B_OK) {
+        return B_NO_INIT;
+    }
+    status_t status = entry->SetTo(this, path, traverse);
+    struct stat st;
+    if (status == B_OK) {
+        status = entry->GetStat(&st);
+    }
+    if (status != B_OK) {
+        entry->Unset();
+    }
+    return status;
+}
+
+bool BDirectory::Contains(const char* path, uint32 nodeFlags) const
+{
+    const BEntry entry(this, path);
+    return Contains(&entry, nodeFlags);
+}
+
+bool BDirectory::Contains(const BEntry* entry, uint32 nodeFlags) const
+{
+    if (entry == nullptr || entry->InitCheck() != B_OK || !IsOfKind(*entry, nodeFlags)) {
+        return false;
+    }
+    const BPath here(this);
+    BPath there;
+    if (here.InitCheck() != B_OK || entry->GetPath(&there) != B_OK) {
+        return false;
+    }
+    const std::string above =
+        std::strcmp(here.Path(), "/") == 0 ? "/" : std::string(here.Path()) + "/";
+    const std::string_view inside = there.Path();
+    return inside.size() > above.size() && inside.starts_with(above);
+}
+
+status_t BDirectory::GetStatFor(const char* name, struct stat* st) const
+{
+    if (!IsEntryName(name) || st == nullptr) {
+        return B_BAD_VALUE;
+    }
+    return InitCheck() == B_OK ? kits::sys::StatAt(Descriptor(), name, st) : status_t(B_NO_INIT);
+}
+
+status_t BDirectory::ReadListing()
+{
+    if (InitCheck() != B_OK) {
+        return B_NO_INIT;
+    }
+    if (fListing != nullptr) {
+        return B_OK;
+    }
+    auto listing = std::make_unique<kits::FolderListing>();
+    const status_t status = listing->Read(Descriptor());
+    if (status != B_OK) {
+        return status;
+    }
+    listing->Sort();
+    fListing = std::move(listing);
+    fNext = 0;
+    return B_OK;
+}
+
+status_t BDirectory::GetNextName(const char** name, uint8* kind)
+{
+    if (name == nullptr) {
+        return B_BAD_VALUE;
+    }
+    const status_t status = ReadListing();
+    if (status != B_OK) {
+        return status;
+    }
+    const auto& items = fListing->Items();
+    if (static_cast<size_t>(fNext) >= items.size()) {
+        return B_ENTRY_NOT_FOUND;
+    }
+    const kits::FolderListing::Item& item = items[static_cast<size_t>(fNext++)];
+    *name = item.name;
+    if (kind != nullptr) {
+        *kind = item.kind;
+    }
+    return B_OK;
+}
+
+status_t BDirectory::GetNextEntry(BEntry* entry, bool traverse)
+{
+    if (entry == nullptr) {
+        return B_BAD_VALUE;
+    }
+    const char* name = nullptr;
+    const status_t status = GetNextName(&name);
+    if (status != B_OK) {
+        entry->Unset();
+        return status;
+    }
+    if (traverse) {
+        return entry->Set(Folder(), name, true);
+    }
+    entry->fFolder = Folder();
+    entry->fName = name;
+    entry->fStatus = B_OK;
+    return B_OK;
+}
+
+status_t BDirectory::GetNextRef(entry_ref* ref)
+{
+    if (ref == nullptr) {
+        return B_BAD_VALUE;
+    }
+    const char* name = nullptr;
+    status_t status = GetNextName(&name);
+    if (status == B_OK) {
+        status = ref->set_name(name);
+    }
+    if (status != B_OK) {
+        return status;
+    }
+    ref->device = FolderTable::Get().DeviceOf(Folder());
+    ref->directory = FolderTable::Get().NodeOf(Folder());
+    ref->fFolder = Folder();
+    return B_OK;
+}
+
+int32 BDirectory::GetNextDirents(dirent* buffer, size_t length, int32 count)
+{
+    if (buffer == nullptr) {
+        return B_BAD_VALUE;
+    }
+    const status_t status = ReadListing();
+    if (status != B_OK) {
+        return status;
+    }
+    char* at = reinterpret_cast<char*>(buffer);
+    int32 given = 0;
+    const auto& items = fListing->Items();
+    while (given < count && static_cast<size_t>(fNext) < items.size()) {
+        const kits::FolderListing::Item& item = items[static_cast<size_t>(fNext)];
+        const size_t nameSize = std::strlen(item.name) + 1;
+        const size_t size = (offsetof(dirent, d_name) + nameSize + 7) & ~size_t(7);
+        if (size > length) {
+            return given > 0 ? given : int32(B_BAD_VALUE); // not even one fits
+        }
+        dirent* record = reinterpret_cast<dirent*>(at);
+        record->d_ino = item.node;
+        record->d_off = 0;
+        record->d_reclen = static_cast<unsigned short>(size);
+        record->d_type = item.kind;
+        std::memcpy(at + offsetof(dirent, d_name), item.name, nameSize);
+        at += size;
+        length -= size;
+        ++fNext;
+        ++given;
+    }
+    return given;
+}
+
+status_t BDirectory::Rewind()
+{
+    if (InitCheck() != B_OK) {
+        return B_NO_INIT;
+    }
+    fListing.reset();
+    fNext = 0;
+    return B_OK;
+}
+
+int32 BDirectory::CountEntries()
+{
+    if (InitCheck() != B_OK) {
+        return B_NO_INIT;
+    }
+    // Whoever counts first and then lists pays for one pass.
+    if (fListing == nullptr) {
+        const status_t status = ReadListing();
+        return status == B_OK ? static_cast<int32>(fListing->Items().size()) : status;
+    }
+    const int64 count = kits::FolderListing::Count(Descriptor());
+    return static_cast<int32>(std::min<int64>(count, INT32_MAX));
+}
+
+status_t BDirectory::CreateDirectory(const char* path, BDirectory* directory)
+{
+    if (InitCheck() != B_OK) {
+        return B_NO_INIT;
+    }
+    kits::Place place;
+    OpenFolder folder;
+    status_t status = kits::LookUp(Folder(), path, kits::LastLink::kKept, &place);
+    if (status == B_OK) {
+        status = FolderTable::Get().Open(place.folder, &folder);
+    }
+    if (status == B_OK) {
+        status = kits::sys::MakeFolderAt(folder->Get(), place.name.c_str(), 0777);
+    }
+    if (status != B_OK || directory == nullptr) {
+        return status;
+    }
+    const int made = kits::sys::OpenAt(folder->Get(), place.name.c_str(), kOpenFlags | O_NOFOLLOW);
+    directory->Unset();
+    return directory->AdoptFolder(made, {});
+}
+
+status_t BDirectory::CreateFile(const char* path, BFile* file, bool failIfExists)
+{
+    if (InitCheck() != B_OK) {
+        return B_NO_INIT;
+    }
+    BFile unwanted;
+    BFile* made = file == nullptr ? &unwanted : file;
+    return made->SetTo(this, path,
+                       B_READ_WRITE | B_CREATE_FILE |
+                           (failIfExists ? B_FAIL_IF_EXISTS : B_ERASE_FILE));
+}
+
+status_t BDirectory::CreateSymLink(const char* path, const char* linkToPath, BSymLink* link)
+{
+    if (InitCheck() != B_OK) {
+        return B_NO_INIT;
+    }
+    if (linkToPath == nullptr) {
+        return B_BAD_VALUE;
+    }
+    kits::Place place;
+    OpenFolder folder;
+    status_t status = kits::LookUp(Folder(), path, kits::LastLink::kKept, &place);
+    if (status == B_OK) {
+        status = FolderTable::Get().Open(place.folder, &folder);
+    }
+    if (status == B_OK) {
+        status = kits::sys::MakeLinkAt(linkToPath, folder->Get(), place.name.c_str());
+    }
+    return status == B_OK && link != nullptr ? link->SetTo(this, path) : status;
+}
+
+status_t BDirectory::CreateNewFile(const char* name, mode_t mode, BFile* file)
+{
+    if (InitCheck() != B_OK) {
+        return B_NO_INIT;
+    }
+    if (!IsEntryName(name) || file == nullptr) {
+        return B_BAD_VALUE;
+    }
+    const int made =
+        kits::sys::OpenAt(Descriptor(), name, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW, mode & 0777);
+    if (made < 0) {
+        return made;
+    }
+    file->Unset();
+    file->AdoptFile(made, B_READ_WRITE);
+    return B_OK;
+}
+
+status_t BDirectory::CreateNewDirectory(const char* name, mode_t mode, BDirectory* directory)
+{
+    if (InitCheck() != B_OK) {
+        return B_NO_INIT;
+    }
+    if (!IsEntryName(name) || directory == nullptr) {
+        return B_BAD_VALUE;
+    }
+    const status_t status = kits::sys::MakeFolderAt(Descriptor(), name, (mode & 0777) | S_IRWXU);
+    if (status != B_OK) {
+        return status;
+    }
+    const int made = kits::sys::OpenAt(Descriptor(), name, kOpenFlags | O_NOFOLLOW);
+    directory->Unset();
+    return directory->AdoptFolder(made, {});
+}
+
+status_t create_directory(const char* path, mode_t mode)
+{
+    const BPath normalized(path);
+    if (normalized.InitCheck() != B_OK) {
+        return normalized.InitCheck();
+    }
+    const std::string whole = normalized.Path();
+    for (size_t slash = whole.find('/', 1);; slash = whole.find('/', slash + 1)) {
+        const std::string part = whole.substr(0, slash);
+        const status_t status =
+            kits::sys::MakeFolderAt(kits::sys::kWorkingDirectory, part.c_str(), mode);
+        if (slash == std::string::npos) {
+            struct stat st;
+            // A link to a folder is as good.
+            return status == B_FILE_EXISTS ? BDirectory(part.c_str()).GetStat(&st) : status;
+        }
+        // What cannot be made here because it is there, or may not be, shows at the last step.
+        if (status == B_DEVICE_FULL || status == B_IO_ERROR) {
+            return status;
+        }
+    }
+}

@@ -1,0 +1,202 @@
+#include <EntryBatch.h>
+
+#include "FolderListing.h"
+#include "FolderTable.h"
+
+#include <Directory.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cstring>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <thread>
+#include <vector>
+
+namespace {
+
+// Entries that are asked about in one go; the two threads take turns by such blocks.
+constexpr size_t kBlockItems = 256;
+// Below this a second thread costs more than it brings.
+constexpr size_t kHelpedFrom = 20'000;
+
+} // namespace
+
+class BEntryBatch::Impl
+{
+public:
+    ~Impl() { JoinHelper(); }
+
+    status_t Read(int folder, kits::FolderHold hold);
+    bool StatNext();
+    void Sort();
+
+    size_t Count() const { return fOrder.size(); }
+    size_t CountStatted() const { return fStatted.load(std::memory_order_relaxed); }
+    const Item& At(size_t index) const { return fItems[fOrder[index].item]; }
+    const kits::FolderHold& Folder() const { return fHold; }
+
+private:
+    struct Place
+    {
+        const char* name;
+        uint32 item;
+    };
+
+    bool StatBlock();
+    void StatOne(Item* item) const;
+    void JoinHelper();
+
+    kits::FolderListing fListing;
+    std::vector<Item> fItems;  // as listed
+    std::vector<Place> fOrder; // as given to the caller
+    int fFolder = -1;
+    kits::FolderHold fHold;
+    std::atomic<size_t> fNextBlock{0};
+    std::atomic<size_t> fStatted{0};
+    std::thread fHelper;
+};
+
+status_t BEntryBatch::Impl::Read(int folder, kits::FolderHold hold)
+{
+    const status_t status = fListing.Read(folder);
+    if (status != B_OK) {
+        return status;
+    }
+    fFolder = folder;
+    fHold = std::move(hold);
+    const auto& listed = fListing.Items();
+    fItems.resize(listed.size());
+    fOrder.resize(listed.size());
+    for (size_t i = 0; i < listed.size(); ++i) {
+        fItems[i].name = listed[i].name;
+        fItems[i].kind = listed[i].kind;
+        fOrder[i] = {listed[i].name, static_cast<uint32>(i)};
+    }
+    if (fItems.size() >= kHelpedFrom) {
+        fHelper = std::thread([this] {
+            while (StatBlock()) {
+            }
+        });
+    }
+    return B_OK;
+}
+
+void BEntryBatch::Impl::StatOne(Item* item) const
+{
+    struct statx record;
+    item->status = kits::sys::StatxAt(fFolder, item->name, &record);
+    if (item->status != B_OK) {
+        return;
+    }
+    item->mode = record.stx_mode;
+    item->owner = record.stx_uid;
+    item->group = record.stx_gid;
+    item->node = record.stx_ino;
+    item->device = makedev(record.stx_dev_major, record.stx_dev_minor);
+    item->size = static_cast<off_t>(record.stx_size);
+    item->modified = record.stx_mtime.tv_sec;
+    item->modifiedNanoseconds = record.stx_mtime.tv_nsec;
+}
+
+bool BEntryBatch::Impl::StatBlock()
+{
+    const size_t start = fNextBlock.fetch_add(kBlockItems, std::memory_order_relaxed);
+    if (start >= fItems.size()) {
+        return false;
+    }
+    const size_t end = std::min(start + kBlockItems, fItems.size());
+    for (size_t i = start; i < end; ++i) {
+        StatOne(&fItems[i]);
+    }
+    fStatted.fetch_add(end - start, std::memory_order_relaxed);
+    return true;
+}
+
+bool BEntryBatch::Impl::StatNext()
+{
+    if (StatBlock()) {
+        return true;
+    }
+    JoinHelper();
+    return false;
+}
+
+void BEntryBatch::Impl::JoinHelper()
+{
+    if (fHelper.joinable()) {
+        // A batch that is given up early has no use for the rest.
+        fNextBlock.store(fItems.size(), std::memory_order_relaxed);
+        fHelper.join();
+    }
+}
+
+void BEntryBatch::Impl::Sort()
+{
+    std::sort(fOrder.begin(), fOrder.end(),
+              [](const Place& a, const Place& b) { return std::strcmp(a.name, b.name) < 0; });
+}
+
+BEntryBatch::BEntryBatch() = default;
+
+BEntryBatch::~BEntryBatch() = default;
+
+status_t BEntryBatch::SetTo(const BDirectory& directory)
+{
+    fImpl.reset();
+    if (directory.InitCheck() != B_OK) {
+        return B_NO_INIT;
+    }
+    auto read = std::make_unique<Impl>();
+    const status_t status = read->Read(directory.Descriptor(), directory.Folder());
+    if (status == B_OK) {
+        fImpl = std::move(read);
+    }
+    return status;
+}
+
+int32 BEntryBatch::CountItems() const
+{
+    return fImpl == nullptr ? 0 : static_cast<int32>(fImpl->Count());
+}
+
+bool BEntryBatch::StatNext()
+{
+    return fImpl != nullptr && fImpl->StatNext();
+}
+
+int32 BEntryBatch::CountStatted() const
+{
+    return fImpl == nullptr ? 0 : static_cast<int32>(fImpl->CountStatted());
+}
+
+void BEntryBatch::Sort()
+{
+    if (fImpl != nullptr) {
+        fImpl->Sort();
+    }
+}
+
+const BEntryBatch::Item& BEntryBatch::ItemAt(int32 index) const
+{
+    return fImpl->At(static_cast<size_t>(index));
+}
+
+status_t BEntryBatch::GetRef(int32 index, entry_ref* ref) const
+{
+    if (ref == nullptr) {
+        return B_BAD_VALUE;
+    }
+    if (index < 0 || index >= CountItems()) {
+        return B_BAD_INDEX;
+    }
+    const status_t status = ref->set_name(ItemAt(index).name);
+    if (status != B_OK) {
+        return status;
+    }
+    const kits::FolderTable& table = kits::FolderTable::Get();
+    ref->device = table.DeviceOf(fImpl->Folder());
+    ref->directory = table.NodeOf(fImpl->Folder());
+    ref->fFolder = fImpl->Folder();
+    return B_OK;
+}

@@ -1,0 +1,334 @@
+#include "FolderTable.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <thread>
+#include <vector>
+
+namespace kits {
+
+namespace {
+
+constexpr size_t kUnheldLimit = 1024;
+constexpr size_t kOpenLimit = 1024;
+constexpr bigtime_t kIdleTime = 3'000'000;
+
+struct rlimit gFirstLimit; // written once, before any child is started
+
+bigtime_t Now()
+{
+    using namespace std::chrono;
+    return duration_cast<microseconds>(steady_clock::now().time_since_epoch()).count();
+}
+
+dev_t DeviceOfPath(const char* path)
+{
+    struct stat st;
+    return path != nullptr && ::stat(path, &st) == 0 ? st.st_dev : 0;
+}
+
+} // namespace
+
+void RaiseDescriptorLimit()
+{
+    if (::getrlimit(RLIMIT_NOFILE, &gFirstLimit) != 0) {
+        return;
+    }
+    struct rlimit raised = gFirstLimit;
+    raised.rlim_cur = raised.rlim_max;
+    ::setrlimit(RLIMIT_NOFILE, &raised);
+}
+
+void RestoreDescriptorLimit()
+{
+    if (gFirstLimit.rlim_cur != 0) {
+        ::setrlimit(RLIMIT_NOFILE, &gFirstLimit);
+    }
+}
+
+FolderTable& FolderTable::Get()
+{
+    // Never destroyed: static refs may be let go after everything else.
+    static FolderTable* table = new FolderTable;
+    return *table;
+}
+
+FolderTable::FolderTable()
+    : fRootDevice(DeviceOfPath("/")), fHomeDevice(DeviceOfPath(std::getenv("HOME")))
+{
+    RaiseDescriptorLimit();
+    struct rlimit limit;
+    const bool isKnown = ::getrlimit(RLIMIT_NOFILE, &limit) == 0;
+    fOpenLimit = isKnown ? std::min<size_t>(kOpenLimit, limit.rlim_cur / 4) : 64;
+}
+
+FolderHold FolderTable::Hold(Folder* folder)
+{
+    if (folder->isUnheld) {
+        fUnheld.erase(folder->inUnheld);
+        folder->isUnheld = false;
+    }
+    folder->holders.fetch_add(1, std::memory_order_relaxed);
+    return FolderHold(folder);
+}
+
+FolderHold FolderTable::Know(int descriptor)
+{
+    struct stat st;
+    if (sys::Stat(descriptor, &st) != B_OK || !S_ISDIR(st.st_mode)) {
+        return {};
+    }
+    return Know(descriptor, st);
+}
+
+FolderHold FolderTable::Know(int descriptor, const struct stat& st)
+{
+    const Key key{st.st_dev, st.st_ino};
+    {
+        std::lock_guard lock(fMutex);
+        auto found = fFolders.find(key);
+        if (found != fFolders.end() && found->second->open != nullptr) {
+            Touch(found->second.get());
+            return Hold(found->second.get());
+        }
+    }
+    // A duplicate is enough: the table never reads the folder, it only starts from it.
+    auto open = std::make_shared<const UniqueFd>(sys::Duplicate(descriptor));
+    FolderHold hold;
+    {
+        std::lock_guard lock(fMutex);
+        std::unique_ptr<Folder>& slot = fFolders[key];
+        if (slot == nullptr) {
+            slot = std::make_unique<Folder>();
+            slot->key = key;
+            slot->releaseLast = &FolderTable::ReleaseLast;
+        }
+        if (slot->open == nullptr && open->IsOpen()) {
+            SetOpen(slot.get(), std::move(open));
+        }
+        hold = Hold(slot.get());
+    }
+    if (!hold) {
+        return hold;
+    }
+    CloseLongestUnused();
+    if (key.device != fRootDevice && key.device != fHomeDevice) {
+        WakeSweeper();
+    }
+    return hold;
+}
+
+FolderHold FolderTable::Find(dev_t device, ino_t node)
+{
+    std::lock_guard lock(fMutex);
+    const auto found = fFolders.find(Key{device, node});
+    return found == fFolders.end() ? FolderHold() : Hold(found->second.get());
+}
+
+status_t FolderTable::Open(const FolderHold& hold, OpenFolder* open)
+{
+    Folder* folder = static_cast<Folder*>(hold.Get());
+    if (folder == nullptr) {
+        return B_NO_INIT;
+    }
+    std::string path;
+    {
+        std::lock_guard lock(fMutex);
+        if (folder->open != nullptr) {
+            Touch(folder);
+            *open = folder->open;
+            return B_OK;
+        }
+        path = folder->path;
+    }
+    if (path.empty()) {
+        return B_ENTRY_NOT_FOUND;
+    }
+    UniqueFd again(
+        sys::OpenAt(sys::kWorkingDirectory, path.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW));
+    if (!again.IsOpen()) {
+        return again.Get();
+    }
+    struct stat st;
+    const status_t status = sys::Stat(again.Get(), &st);
+    if (status != B_OK) {
+        return status;
+    }
+    if (st.st_dev != folder->key.device || st.st_ino != folder->key.node) {
+        return B_ENTRY_NOT_FOUND; // another folder has taken the place
+    }
+    auto opened = std::make_shared<const UniqueFd>(std::move(again));
+    {
+        std::lock_guard lock(fMutex);
+        if (folder->open == nullptr) {
+            SetOpen(folder, opened);
+        }
+        *open = folder->open;
+    }
+    CloseLongestUnused();
+    if (folder->key.device != fRootDevice && folder->key.device != fHomeDevice) {
+        WakeSweeper();
+    }
+    return B_OK;
+}
+
+dev_t FolderTable::DeviceOf(const FolderHold& hold) const
+{
+    const Folder* folder = static_cast<const Folder*>(hold.Get());
+    return folder == nullptr ? 0 : folder->key.device;
+}
+
+ino_t FolderTable::NodeOf(const FolderHold& hold) const
+{
+    const Folder* folder = static_cast<const Folder*>(hold.Get());
+    return folder == nullptr ? 0 : folder->key.node;
+}
+
+void FolderTable::ReleaseLast(FolderCount* count)
+{
+    FolderTable& table = Get();
+    std::unique_ptr<Folder> forgotten; // destroyed, and so closed, after the lock is free
+    std::lock_guard lock(table.fMutex);
+    Folder* folder = static_cast<Folder*>(count);
+    if (folder->holders.fetch_sub(1, std::memory_order_acq_rel) != 1) {
+        return; // found by someone meanwhile
+    }
+    table.fUnheld.push_front(folder);
+    folder->inUnheld = table.fUnheld.begin();
+    folder->isUnheld = true;
+    if (table.fUnheld.size() <= kUnheldLimit) {
+        return;
+    }
+    Folder* oldest = table.fUnheld.back();
+    table.fUnheld.pop_back();
+    if (oldest->open != nullptr) {
+        table.fOpen.erase(oldest->inOpen);
+    }
+    auto found = table.fFolders.find(oldest->key);
+    forgotten = std::move(found->second);
+    table.fFolders.erase(found);
+}
+
+void FolderTable::SetOpen(Folder* folder, OpenFolder open)
+{
+    folder->open = std::move(open);
+    folder->lastUse = Now();
+    fOpen.push_front(folder);
+    folder->inOpen = fOpen.begin();
+}
+
+void FolderTable::Touch(Folder* folder)
+{
+    folder->lastUse = Now();
+    if (folder->inOpen != fOpen.begin()) {
+        fOpen.splice(fOpen.begin(), fOpen, folder->inOpen);
+    }
+}
+
+bool FolderTable::IsOnOtherVolume(const Folder* folder) const
+{
+    return folder->key.device != fRootDevice && folder->key.device != fHomeDevice;
+}
+
+void FolderTable::CloseNoted(const FolderHold& hold, bigtime_t lastUse)
+{
+    Folder* folder = static_cast<Folder*>(hold.Get());
+    OpenFolder open;
+    {
+        std::lock_guard lock(fMutex);
+        open = folder->open;
+    }
+    if (open == nullptr) {
+        return;
+    }
+    std::string path;
+    if (sys::PathOf(open->Get(), &path) != B_OK) {
+        path.clear(); // removed: it can never be opened again
+    }
+    std::lock_guard lock(fMutex);
+    // Whoever used it meanwhile keeps it open.
+    if (folder->open != open || folder->lastUse != lastUse) {
+        return;
+    }
+    folder->path = std::move(path);
+    fOpen.erase(folder->inOpen);
+    folder->open.reset();
+}
+
+void FolderTable::CloseLongestUnused()
+{
+    FolderHold hold;
+    bigtime_t lastUse = 0;
+    {
+        std::lock_guard lock(fMutex);
+        if (fOpen.size() <= fOpenLimit) {
+            return;
+        }
+        lastUse = fOpen.back()->lastUse;
+        hold = Hold(fOpen.back());
+    }
+    CloseNoted(hold, lastUse);
+}
+
+size_t FolderTable::CloseIdle(bigtime_t idle, Volumes volumes)
+{
+    std::vector<std::pair<FolderHold, bigtime_t>> found;
+    size_t stays = 0;
+    {
+        std::lock_guard lock(fMutex);
+        const bigtime_t limit = Now() - idle;
+        for (Folder* folder : fOpen) {
+            if (volumes == Volumes::kOther && !IsOnOtherVolume(folder)) {
+                continue;
+            }
+            if (folder->lastUse <= limit) {
+                found.emplace_back(Hold(folder), folder->lastUse);
+            } else {
+                ++stays;
+            }
+        }
+    }
+    for (const auto& [hold, lastUse] : found) {
+        CloseNoted(hold, lastUse);
+    }
+    return stays;
+}
+
+size_t FolderTable::CountOpen() const
+{
+    std::lock_guard lock(fMutex);
+    return fOpen.size();
+}
+
+void FolderTable::WakeSweeper()
+{
+    {
+        std::lock_guard lock(fMutex);
+        if (fIsSweeping) {
+            return;
+        }
+        fIsSweeping = true;
+    }
+    std::thread([this] { Sweep(); }).detach();
+}
+
+void FolderTable::Sweep()
+{
+    for (;;) {
+        std::this_thread::sleep_for(std::chrono::microseconds(kIdleTime / 3));
+        CloseIdle(kIdleTime, Volumes::kOther);
+        std::lock_guard lock(fMutex);
+        const bool isDone = std::none_of(fOpen.begin(), fOpen.end(), [this](const Folder* folder) {
+            return IsOnOtherVolume(folder);
+        });
+        if (isDone) {
+            fIsSweeping = false;
+            return;
+        }
+    }
+}
+
+} // namespace kits

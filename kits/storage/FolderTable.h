@@ -1,0 +1,106 @@
+#pragma once
+
+#include "SystemCalls.h"
+
+#include <Entry.h>
+
+#include <list>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <unordered_map>
+
+namespace kits {
+
+/// An open folder, shared by whoever works in it just now; closed by the last of them.
+using OpenFolder = std::shared_ptr<const UniqueFd>;
+
+/// The folders that refs, entries and watches speak of, each known once by device and inode.
+///
+/// A known folder is reached through a descriptor that the table keeps open, so it is found
+/// wherever it was moved to. Descriptors are limited: the longest unused are closed, and on volumes
+/// other than those of the root and the home folder each one after some idle seconds, because an
+/// open folder keeps a volume from being unmounted. The path is noted then, the folder opened again
+/// by it when needed, and compared. A folder that nobody holds stays known for a while, since
+/// messages name folders by number alone.
+///
+/// Thread: any.
+class FolderTable
+{
+public:
+    static FolderTable& Get();
+
+    /// Makes the open folder `descriptor` known. Ownership: borrows the descriptor.
+    FolderHold Know(int descriptor, const struct stat& st);
+    FolderHold Know(int descriptor);
+    /// Null when the folder is not known.
+    FolderHold Find(dev_t device, ino_t node);
+
+    /// Opens the folder again when it is closed. Errors: B_ENTRY_NOT_FOUND when it is no longer
+    /// where it was.
+    status_t Open(const FolderHold& folder, OpenFolder* open);
+    dev_t DeviceOf(const FolderHold& folder) const;
+    ino_t NodeOf(const FolderHold& folder) const;
+
+    /// Closes the descriptors that were not used for `idle` microseconds; on the volumes that
+    /// nobody unmounts only with `everywhere`. Returns how many stay open that will have to be
+    /// closed.
+    enum class Volumes { kOther, kAll };
+    size_t CloseIdle(bigtime_t idle, Volumes volumes);
+
+    /// How many descriptors the table holds.
+    size_t CountOpen() const;
+
+private:
+    struct Key
+    {
+        dev_t device;
+        ino_t node;
+        bool operator==(const Key&) const = default;
+    };
+    struct KeyHash
+    {
+        size_t operator()(const Key& key) const
+        {
+            return (key.node ^ (key.device << 32)) * 0x9e3779b97f4a7c15ull;
+        }
+    };
+    struct Folder : FolderCount
+    {
+        Key key{};
+        OpenFolder open;  // null while closed
+        std::string path; // where it was when it was closed
+        bigtime_t lastUse = 0;
+        std::list<Folder*>::iterator inOpen;   // valid while `open`
+        std::list<Folder*>::iterator inUnheld; // valid while `isUnheld`
+        bool isUnheld = false;
+    };
+
+    FolderTable();
+
+    static void ReleaseLast(FolderCount* count);
+    FolderHold Hold(Folder* folder);
+    void SetOpen(Folder* folder, OpenFolder open);
+    void Touch(Folder* folder);
+    bool IsOnOtherVolume(const Folder* folder) const;
+    void CloseLongestUnused();
+    void CloseNoted(const FolderHold& hold, bigtime_t lastUse);
+    void WakeSweeper();
+    void Sweep();
+
+    mutable std::mutex fMutex; // guards all that follows, and what folders point to
+    std::unordered_map<Key, std::unique_ptr<Folder>, KeyHash> fFolders;
+    std::list<Folder*> fOpen;   // the last used first
+    std::list<Folder*> fUnheld; // the latest first
+    bool fIsSweeping = false;
+    dev_t fRootDevice = 0;
+    dev_t fHomeDevice = 0;
+    size_t fOpenLimit = 0;
+};
+
+/// Raises the limit of descriptors as far as the system allows; called once by the table.
+void RaiseDescriptorLimit();
+/// Gives the process the limit it was started with; for children, between fork and exec.
+void RestoreDescriptorLimit();
+
+} // namespace kits

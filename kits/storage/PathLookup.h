@@ -1,0 +1,41 @@
+#pragma once
+
+#include "FolderTable.h"
+
+#include <string>
+
+namespace kits {
+
+/// Where a path leads: a folder and a name in it, which need not exist. "." for the root folder,
+/// nowhere else.
+struct Place
+{
+    FolderHold folder;
+    std::string name;
+};
+
+enum class LastLink { kKept, kFollowed };
+
+/// Follows `path` from `base` (null: the working directory). Links on the way are followed, the
+/// last step only when asked for. Errors: B_ENTRY_NOT_FOUND when the folder is missing, B_BAD_VALUE
+/// for an empty path, B_NAME_TOO_LONG, B_LINK_LIMIT ...
+status_t LookUp(const FolderHold& base, const char* path, LastLink lastLink, Place* place);
+
+/// Opens what `path` leads to from the folder `base`, a path of any length; the last step as
+/// `flags` say. Returns the descriptor or a status.
+int OpenPath(int base, const std::string& path, int flags, mode_t mode = 0);
+
+/// The place of an open folder itself, in its parent.
+status_t PlaceOfFolder(int folder, Place* place);
+
+/// $HOME, else what the system's list of users says.
+std::string HomeFolder();
+
+/// Puts this system's path in place of the few fixed ones that programs of the platform name: the
+/// home folder.
+std::string SystemPath(const char* path);
+
+/// The path without doubled slashes, "." and, by text, "..". `path` is absolute.
+std::string NormalizedPath(const std::string& path);
+
+} // namespace kits

@@ -1,0 +1,288 @@
+#include "SystemCalls.h"
+
+#include "support/ErrnoTable.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/syscall.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+namespace kits {
+
+UniqueFd::~UniqueFd()
+{
+    if (fDescriptor >= 0) {
+        sys::Close(fDescriptor);
+    }
+}
+
+namespace sys {
+
+const int kWorkingDirectory = AT_FDCWD;
+
+namespace {
+
+/// Makes the call again while signals interrupt it; a failure becomes its status.
+template<typename Call>
+auto Retry(Call call) -> decltype(call())
+{
+    for (;;) {
+        const auto result = call();
+        if (result >= 0) {
+            return result;
+        }
+        const int error = errno;
+        if (error != EINTR) {
+            return StatusFromErrno(error);
+        }
+    }
+}
+
+/// The node of a descriptor as a path, for the calls that refuse descriptors opened for the path
+/// alone.
+struct ProcPath
+{
+    explicit ProcPath(int descriptor)
+    {
+        std::snprintf(text, sizeof(text), "/proc/self/fd/%d", descriptor);
+    }
+    char text[32];
+};
+
+/// Makes a call by descriptor and, when that is open for the path alone, by the path of the node.
+template<typename ByDescriptor, typename ByPath>
+auto RetryByPath(int descriptor, ByDescriptor byDescriptor, ByPath byPath)
+    -> decltype(byDescriptor())
+{
+    const auto result = Retry(byDescriptor);
+    if (result != B_FILE_ERROR) {
+        return result;
+    }
+    const ProcPath path(descriptor);
+    return Retry([&] { return byPath(path.text); });
+}
+
+} // namespace
+
+int OpenAt(int folder, const char* name, int flags, mode_t mode)
+{
+    return Retry([&] { return ::openat(folder, name, flags | O_CLOEXEC | O_NOCTTY, mode); });
+}
+
+status_t Close(int descriptor)
+{
+    // Never again after EINTR: the descriptor is gone by then and may be someone else's already.
+    if (::close(descriptor) == 0 || errno == EINTR) {
+        return B_OK;
+    }
+    return StatusFromErrno(errno);
+}
+
+int Duplicate(int descriptor)
+{
+    return Retry([&] { return ::fcntl(descriptor, F_DUPFD_CLOEXEC, 0); });
+}
+
+ssize_t ReadAt(int file, void* buffer, size_t size, off_t position)
+{
+    return Retry([&] { return ::pread(file, buffer, size, position); });
+}
+
+ssize_t WriteAt(int file, const void* buffer, size_t size, off_t position)
+{
+    return Retry([&] { return ::pwrite(file, buffer, size, position); });
+}
+
+status_t SetSize(int file, off_t size)
+{
+    return Retry([&] { return ::ftruncate(file, size); });
+}
+
+status_t Sync(int file)
+{
+    return Retry([&] { return ::fsync(file); });
+}
+
+status_t Stat(int descriptor, struct stat* st)
+{
+    return Retry([&] { return ::fstat(descriptor, st); });
+}
+
+status_t StatAt(int folder, const char* name, struct stat* st)
+{
+    return Retry(
+        [&] { return ::fstatat(folder, name, st, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT); });
+}
+
+status_t StatxAt(int folder, const char* name, struct statx* record)
+{
+    return Retry([&] {
+        return ::statx(folder, name, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC,
+                       STATX_BASIC_STATS, record);
+    });
+}
+
+status_t SetMode(int descriptor, mode_t mode)
+{
+    return RetryByPath(
+        descriptor, [&] { return ::fchmod(descriptor, mode); },
+        [&](const char* path) { return ::chmod(path, mode); });
+}
+
+status_t SetModeAt(int folder, const char* name, mode_t mode)
+{
+    return Retry([&] { return ::fchmodat(folder, name, mode, AT_SYMLINK_NOFOLLOW); });
+}
+
+status_t SetOwnerAt(int folder, const char* name, uid_t owner, gid_t group)
+{
+    return Retry([&] {
+        return ::fchownat(folder, name, owner, group, AT_SYMLINK_NOFOLLOW | AT_EMPTY_PATH);
+    });
+}
+
+status_t SetTimesAt(int folder, const char* name, const struct timespec times[2])
+{
+    return Retry([&] {
+        return ::utimensat(folder, name, times,
+                           AT_SYMLINK_NOFOLLOW | (*name == '\0' ? AT_EMPTY_PATH : 0));
+    });
+}
+
+ssize_t ListFolder(int folder, void* buffer, size_t size)
+{
+    return Retry([&] { return ::syscall(SYS_getdents64, folder, buffer, size); });
+}
+
+status_t RewindFolder(int folder)
+{
+    const off_t place = Retry([&] { return ::lseek(folder, 0, SEEK_SET); });
+    return place < 0 ? static_cast<status_t>(place) : B_OK;
+}
+
+status_t MakeFolderAt(int folder, const char* name, mode_t mode)
+{
+    return Retry([&] { return ::mkdirat(folder, name, mode); });
+}
+
+status_t MakeLinkAt(const char* text, int folder, const char* name)
+{
+    return Retry([&] { return ::symlinkat(text, folder, name); });
+}
+
+ssize_t ReadLinkAt(int folder, const char* name, char* buffer, size_t size)
+{
+    return Retry([&] { return ::readlinkat(folder, name, buffer, size); });
+}
+
+status_t RemoveFileAt(int folder, const char* name)
+{
+    return Retry([&] { return ::unlinkat(folder, name, 0); });
+}
+
+status_t RemoveFolderAt(int folder, const char* name)
+{
+    return Retry([&] { return ::unlinkat(folder, name, AT_REMOVEDIR); });
+}
+
+status_t RenameAt(int from, const char* name, int to, const char* newName)
+{
+    return Retry([&] { return ::renameat(from, name, to, newName); });
+}
+
+status_t RenameNewAt(int from, const char* name, int to, const char* newName)
+{
+    const status_t status =
+        Retry([&] { return ::renameat2(from, name, to, newName, RENAME_NOREPLACE); });
+    if (status != B_BAD_VALUE && status != B_UNSUPPORTED) {
+        return status;
+    }
+    // Some file systems cannot promise it, and say so by the code of a folder moved into itself.
+    struct stat taken;
+    const status_t looked = StatAt(to, newName, &taken);
+    if (looked == B_OK) {
+        return B_FILE_EXISTS;
+    }
+    if (looked != B_ENTRY_NOT_FOUND) {
+        return looked;
+    }
+    return RenameAt(from, name, to, newName);
+}
+
+ssize_t ListAttributes(int descriptor, char* buffer, size_t size)
+{
+    return RetryByPath(
+        descriptor, [&] { return ::flistxattr(descriptor, buffer, size); },
+        [&](const char* path) { return ::listxattr(path, buffer, size); });
+}
+
+ssize_t GetAttribute(int descriptor, const char* name, void* buffer, size_t size)
+{
+    return RetryByPath(
+        descriptor, [&] { return ::fgetxattr(descriptor, name, buffer, size); },
+        [&](const char* path) { return ::getxattr(path, name, buffer, size); });
+}
+
+status_t SetAttribute(int descriptor, const char* name, const void* buffer, size_t size)
+{
+    return RetryByPath(
+        descriptor, [&] { return ::fsetxattr(descriptor, name, buffer, size, 0); },
+        [&](const char* path) { return ::setxattr(path, name, buffer, size, 0); });
+}
+
+status_t RemoveAttribute(int descriptor, const char* name)
+{
+    return RetryByPath(
+        descriptor, [&] { return ::fremovexattr(descriptor, name); },
+        [&](const char* path) { return ::removexattr(path, name); });
+}
+
+status_t ReadLinkText(int folder, const char* name, std::string* text)
+{
+    std::string buffer(256, '\0');
+    for (;;) {
+        const ssize_t length = ReadLinkAt(folder, name, buffer.data(), buffer.size());
+        if (length < 0) {
+            return static_cast<status_t>(length);
+        }
+        // A text that fills the buffer may have been cut.
+        if (static_cast<size_t>(length) < buffer.size()) {
+            buffer.resize(static_cast<size_t>(length));
+            *text = std::move(buffer);
+            return B_OK;
+        }
+        buffer.resize(buffer.size() * 4);
+    }
+}
+
+status_t PathOf(int descriptor, std::string* path)
+{
+    const ProcPath link(descriptor);
+    std::string text;
+    const status_t status = ReadLinkText(kWorkingDirectory, link.text, &text);
+    if (status != B_OK) {
+        return status;
+    }
+    if (text.empty() || text.front() != '/') {
+        return B_ENTRY_NOT_FOUND; // reached by no path: "(unreachable)/...", a socket
+    }
+    // The kernel marks a removed node so; a node may also be called so.
+    constexpr std::string_view kRemoved = " (deleted)";
+    if (text.ends_with(kRemoved)) {
+        struct stat there;
+        struct stat open;
+        if (StatAt(kWorkingDirectory, text.c_str(), &there) != B_OK ||
+            Stat(descriptor, &open) != B_OK || there.st_dev != open.st_dev ||
+            there.st_ino != open.st_ino) {
+            return B_ENTRY_NOT_FOUND;
+        }
+    }
+    *path = std::move(text);
+    return B_OK;
+}
+
+} // namespace sys
+} // namespace kits

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "UniqueFd.h"
+
+#include <StorageDefs.h>
+
+#include <string>
+
+struct statx;
+
+/// The system calls of the storage kit, one place for each.
+///
+/// They work relative to an open folder and act on the entry itself: no link is followed by the
+/// last step, and by none when the name has one step. Interrupted calls are made again. Every
+/// result is a status_t, or a count or descriptor that is a status when it is negative.
+namespace kits::sys {
+
+/// Stands for the working directory where a folder is expected.
+extern const int kWorkingDirectory;
+
+// Opening. Descriptors are closed in programs that are started.
+int OpenAt(int folder, const char* name, int flags, mode_t mode = 0);
+status_t Close(int descriptor);
+int Duplicate(int descriptor);
+
+// Contents.
+ssize_t ReadAt(int file, void* buffer, size_t size, off_t position);
+ssize_t WriteAt(int file, const void* buffer, size_t size, off_t position);
+status_t SetSize(int file, off_t size);
+status_t Sync(int file);
+
+// Records.
+status_t Stat(int descriptor, struct stat* st);
+status_t StatAt(int folder, const char* name, struct stat* st);
+/// All that a list of files needs; several threads may ask for entries of one folder.
+status_t StatxAt(int folder, const char* name, struct statx* record);
+status_t SetMode(int descriptor, mode_t mode);
+status_t SetModeAt(int folder, const char* name, mode_t mode);
+status_t SetOwnerAt(int folder, const char* name, uid_t owner, gid_t group);
+/// `times`: access and modification, as utimensat() takes them.
+status_t SetTimesAt(int folder, const char* name, const struct timespec times[2]);
+
+// Folders.
+ssize_t ListFolder(int folder, void* buffer, size_t size);
+status_t RewindFolder(int folder);
+status_t MakeFolderAt(int folder, const char* name, mode_t mode);
+status_t MakeLinkAt(const char* text, int folder, const char* name);
+ssize_t ReadLinkAt(int folder, const char* name, char* buffer, size_t size);
+status_t RemoveFileAt(int folder, const char* name);
+status_t RemoveFolderAt(int folder, const char* name);
+status_t RenameAt(int from, const char* name, int to, const char* newName);
+/// B_FILE_EXISTS when the new name is taken. A file system that cannot promise it is asked first.
+status_t RenameNewAt(int from, const char* name, int to, const char* newName);
+
+// Extended attributes, by the system's names.
+ssize_t ListAttributes(int descriptor, char* buffer, size_t size);
+ssize_t GetAttribute(int descriptor, const char* name, void* buffer, size_t size);
+status_t SetAttribute(int descriptor, const char* name, const void* buffer, size_t size);
+status_t RemoveAttribute(int descriptor, const char* name);
+
+/// The text of the link at (folder, name), of any length. "" as name: of the link that `folder`
+/// itself is.
+status_t ReadLinkText(int folder, const char* name, std::string* text);
+/// The path by which an open node is reached now. Errors: B_ENTRY_NOT_FOUND when it was removed or
+/// is out of reach.
+status_t PathOf(int descriptor, std::string* path);
+
+} // namespace kits::sys
