@@ -1,0 +1,430 @@
+#include <InterfaceDefs.h>
+
+#include "server/InputRouter.h"
+#include "server/WindowServer.h"
+
+#include <gtest/gtest.h>
+
+using kits::InputRouter;
+using kits::ShowRequest;
+
+namespace {
+
+constexpr int32 kA = 1;
+constexpr int32 kB = 2;
+constexpr int32 kC = 3;
+constexpr int32 kMenu = 4;
+
+constexpr int32 kReturn = 36;
+constexpr int32 kLetter = 38;
+constexpr bigtime_t kPatience = 1'000'000; // how long a window waits for the focus
+
+ShowRequest DialogOf(int32 opener)
+{
+    ShowRequest request;
+    request.opener = opener;
+    return request;
+}
+
+ShowRequest ModalOf(int32 opener)
+{
+    ShowRequest request = DialogOf(opener);
+    request.isModal = true;
+    request.isExemptFromModal = true;
+    return request;
+}
+
+class InputRouterTest : public ::testing::Test
+{
+protected:
+    InputRouterTest()
+    {
+        fRouter.Shown(kA, {}, false, 0);
+        fRouter.FocusChanged(kA);
+    }
+
+    InputRouter::KeyTarget Press(int32 native, int32 code, bigtime_t now = 0)
+    {
+        return fRouter.KeyPressed({native, code, false, now}, now);
+    }
+    int32 Release(int32 native, int32 code, bigtime_t when = 0)
+    {
+        return fRouter.KeyReleased({native, code, false, when});
+    }
+
+    InputRouter fRouter;
+};
+
+class InputRouterMouseTest : public InputRouterTest
+{
+};
+
+} // namespace
+
+TEST_F(InputRouterTest, GivesAKeyToTheWindowTheSystemNames)
+{
+    const InputRouter::KeyTarget target = Press(kA, kLetter);
+
+    EXPECT_EQ(target.window, kA);
+    EXPECT_EQ(target.repeat, 0);
+    EXPECT_FALSE(target.isEarly);
+    EXPECT_EQ(Release(kA, kLetter), kA);
+}
+
+TEST_F(InputRouterTest, CountsRepeats)
+{
+    Press(kA, kLetter);
+
+    EXPECT_EQ(Press(kA, kLetter).repeat, 1);
+    EXPECT_EQ(Press(kA, kLetter).repeat, 2);
+    Release(kA, kLetter);
+    EXPECT_EQ(Press(kA, kLetter).repeat, 0);
+}
+
+TEST_F(InputRouterTest, GivesKeysOfTheOpenerToTheWindowOnItsWay)
+{
+    EXPECT_EQ(fRouter.Shown(kB, DialogOf(kA), false, 0), kA);
+
+    const InputRouter::KeyTarget target = Press(kA, kLetter);
+
+    EXPECT_EQ(target.window, kB);
+    EXPECT_TRUE(target.isEarly);
+}
+
+TEST_F(InputRouterTest, GivesKeysToTheLastOfAChainOnItsWay)
+{
+    fRouter.Shown(kB, DialogOf(kA), false, 0);
+    fRouter.Shown(kC, DialogOf(kB), false, 0);
+
+    EXPECT_EQ(Press(kA, kLetter).window, kC);
+}
+
+TEST_F(InputRouterTest, MarksNothingEarlyOnceTheFocusCame)
+{
+    fRouter.Shown(kB, DialogOf(kA), false, 0);
+    fRouter.FocusChanged(kB);
+
+    EXPECT_FALSE(Press(kB, kLetter).isEarly);
+}
+
+TEST_F(InputRouterTest, StopsWaitingForAFocusThatDoesNotCome)
+{
+    fRouter.Shown(kB, DialogOf(kA), false, 0);
+
+    EXPECT_EQ(Press(kA, kLetter, kPatience - 1).window, kB);
+    EXPECT_EQ(Press(kA, kReturn, kPatience).window, kA);
+}
+
+TEST_F(InputRouterTest, LeavesKeysWhereTheyAreForAWindowThatTakesNoFocus)
+{
+    ShowRequest request = DialogOf(kA);
+    request.takesFocus = false;
+
+    EXPECT_EQ(fRouter.Shown(kB, request, false, 0), 0);
+    EXPECT_EQ(Press(kA, kLetter).window, kA);
+}
+
+TEST_F(InputRouterTest, DropsTheRepeatsOfAKeyThatOpenedAWindow)
+{
+    Press(kA, kReturn);
+    fRouter.Shown(kB, DialogOf(kA), false, 0);
+
+    EXPECT_EQ(Press(kA, kReturn).window, 0);
+    fRouter.FocusChanged(kB);
+    EXPECT_EQ(Press(kB, kReturn).window, 0);
+    EXPECT_EQ(Release(kB, kReturn), kA);
+    EXPECT_EQ(Press(kB, kReturn).window, kB);
+}
+
+TEST_F(InputRouterTest, KeepsAKeyDeadThatIsStillHeldWhenItsWindowIsBack)
+{
+    Press(kA, kReturn);
+    fRouter.Shown(kB, DialogOf(kA), false, 0);
+    fRouter.FocusChanged(kB);
+    Press(kB, kReturn);
+    fRouter.WillLeave(kB);
+    fRouter.FocusChanged(kA);
+
+    EXPECT_EQ(Press(kA, kReturn).window, 0);
+    Release(kA, kReturn);
+    EXPECT_EQ(Press(kA, kReturn).window, kA);
+}
+
+TEST_F(InputRouterTest, KeepsTheKeyThatAnsweredFromTheWindowBehind)
+{
+    fRouter.Shown(kB, DialogOf(kA), false, 0);
+    fRouter.FocusChanged(kB);
+    Press(kB, kReturn);
+
+    fRouter.WillLeave(kB);
+    fRouter.FocusChanged(kA);
+
+    EXPECT_EQ(Press(kA, kReturn).window, 0);
+    EXPECT_EQ(Release(kA, kReturn), 0);
+}
+
+TEST_F(InputRouterTest, DropsKeysThatArriveAtAWindowThatIsGone)
+{
+    fRouter.Shown(kB, DialogOf(kA), false, 0);
+    fRouter.FocusChanged(kB);
+    fRouter.WillLeave(kB);
+
+    EXPECT_EQ(Press(kB, kLetter).window, 0);
+    EXPECT_EQ(Press(kA, kLetter).window, 0); // and its repeats
+}
+
+TEST_F(InputRouterTest, GivesKeysOfABlockedWindowToTheModalOne)
+{
+    fRouter.Shown(kC, {}, false, 0);
+    fRouter.Shown(kB, ModalOf(kA), false, 0);
+    fRouter.FocusChanged(kB);
+
+    EXPECT_EQ(Press(kC, kLetter, 2 * kPatience).window, kB);
+}
+
+TEST_F(InputRouterTest, GivesKeysToTheNewestOfTwoAlerts)
+{
+    fRouter.Shown(kB, ModalOf(kA), false, 0);
+    fRouter.Shown(kC, ModalOf(kA), false, 0);
+    fRouter.FocusChanged(kC);
+    fRouter.FocusChanged(kB);
+
+    EXPECT_EQ(Press(kB, kReturn).window, kC);
+}
+
+TEST_F(InputRouterTest, LetsAWindowThatAModalOneOpenedTakeInput)
+{
+    fRouter.Shown(kB, ModalOf(kA), false, 0);
+    fRouter.Shown(kC, DialogOf(kB), false, 0);
+    fRouter.FocusChanged(kC);
+
+    EXPECT_FALSE(fRouter.IsBlocked(kC));
+    EXPECT_TRUE(fRouter.IsBlocked(kA));
+    EXPECT_EQ(Press(kC, kLetter).window, kC);
+}
+
+TEST_F(InputRouterTest, LetsTheLowerAlertGoFirst)
+{
+    fRouter.Shown(kB, ModalOf(kA), false, 0);
+    fRouter.Shown(kC, ModalOf(kA), false, 0);
+
+    fRouter.WillLeave(kB);
+
+    EXPECT_EQ(fRouter.TopmostModal(), kC);
+    fRouter.WillLeave(kC);
+    EXPECT_FALSE(fRouter.IsBlocked(kA));
+}
+
+TEST_F(InputRouterTest, ReleasesAllKeysWhenAnotherProgramHasTheFocus)
+{
+    Press(kA, kLetter);
+
+    const auto released = fRouter.FocusChanged(0);
+
+    ASSERT_EQ(released.size(), 1u);
+    EXPECT_EQ(released[0], std::make_pair(kLetter, kA));
+    fRouter.FocusChanged(kA);
+    EXPECT_EQ(Press(kA, kLetter).repeat, 0);
+}
+
+TEST_F(InputRouterTest, IgnoresKeysThatWereDownWhenTheFocusCame)
+{
+    fRouter.FocusChanged(0);
+    fRouter.FocusChanged(kA);
+    fRouter.KeysFoundDown({kReturn});
+
+    EXPECT_EQ(Press(kA, kReturn).window, 0);
+    EXPECT_EQ(Release(kA, kReturn), 0);
+    EXPECT_EQ(Press(kA, kReturn).window, kA);
+}
+
+TEST_F(InputRouterTest, FollowsAPressThatWasHandedOver)
+{
+    Press(kA, kLetter);
+    fRouter.Shown(kB, DialogOf(kA), false, 0);
+    fRouter.KeyMoved(kLetter, kB);
+
+    EXPECT_EQ(Press(kA, kLetter).window, kB);
+    EXPECT_EQ(Release(kA, kLetter), kB);
+}
+
+TEST_F(InputRouterTest, FindsRepeatsByTimeWhereReleasesComeBetween)
+{
+    fRouter.SetRepeatRule(InputRouter::RepeatRule::kTimestamps);
+    Press(kA, kLetter, 1'000'000);
+    Release(kA, kLetter, 1'500'000);
+
+    EXPECT_EQ(Press(kA, kLetter, 1'500'000).repeat, 1);
+    Release(kA, kLetter, 1'530'000);
+    EXPECT_EQ(Press(kA, kLetter, 1'535'000).repeat, 0);
+}
+
+TEST_F(InputRouterTest, GivesModifiersToTheFocusAndOwnsNone)
+{
+    const InputRouter::KeyEvent shift{kA, 50, true, 0};
+
+    EXPECT_EQ(fRouter.KeyPressed(shift, 0).window, kA);
+    EXPECT_EQ(fRouter.KeyPressed(shift, 0).repeat, 0);
+    EXPECT_TRUE(fRouter.FocusChanged(0).empty());
+}
+
+TEST_F(InputRouterTest, GivesKeysOfAMenuToItsOwner)
+{
+    fRouter.Shown(kMenu, DialogOf(kA), true, 0);
+    fRouter.FocusChanged(kMenu);
+
+    EXPECT_EQ(fRouter.Focused(), kA);
+    EXPECT_EQ(Press(kMenu, kLetter).window, kA);
+}
+
+TEST_F(InputRouterTest, SendsKeysOnFromAProgressWindowUntilItIsChosen)
+{
+    ShowRequest request = DialogOf(kA);
+    request.takesKeys = false;
+    EXPECT_EQ(fRouter.Shown(kB, request, false, 0), 0);
+    EXPECT_EQ(Press(kA, kLetter).window, kA);
+    fRouter.FocusChanged(kB);
+    Release(kB, kLetter);
+
+    EXPECT_EQ(Press(kB, kLetter).window, kA);
+    Release(kB, kLetter);
+    fRouter.MousePressed(kB, B_PRIMARY_MOUSE_BUTTON);
+    EXPECT_EQ(Press(kB, kLetter).window, kB);
+}
+
+TEST_F(InputRouterTest, LetsAProgressWindowHaveKeysWhenItIsActivatedAgain)
+{
+    ShowRequest request = DialogOf(kA);
+    request.takesKeys = false;
+    fRouter.Shown(kB, request, false, 0);
+    fRouter.FocusChanged(kB);
+    fRouter.FocusChanged(kA);
+
+    fRouter.FocusChanged(kB);
+
+    EXPECT_EQ(Press(kB, kLetter).window, kB);
+}
+
+TEST_F(InputRouterTest, PassesTheFocusBackToTheOpener)
+{
+    fRouter.Shown(kC, {}, false, 0);
+    fRouter.FocusChanged(kC);
+    fRouter.Shown(kB, DialogOf(kA), false, 0);
+    fRouter.FocusChanged(kB);
+
+    EXPECT_EQ(fRouter.WillLeave(kB).successor, kA);
+}
+
+TEST_F(InputRouterTest, PassesTheFocusToTheModalWindowFirst)
+{
+    fRouter.Shown(kB, ModalOf(kA), false, 0);
+    fRouter.Shown(kC, ModalOf(kA), false, 0);
+    fRouter.FocusChanged(kC);
+
+    EXPECT_EQ(fRouter.WillLeave(kC).successor, kB);
+}
+
+TEST_F(InputRouterTest, PassesTheFocusToTheLastActiveWindowWhenTheOpenerIsGone)
+{
+    fRouter.Shown(kB, DialogOf(99), false, 0);
+    fRouter.FocusChanged(kB);
+
+    EXPECT_EQ(fRouter.WillLeave(kB).successor, kA);
+}
+
+TEST_F(InputRouterTest, PassesNothingOnWhenTheWindowHadNoFocus)
+{
+    ShowRequest request = DialogOf(kA);
+    request.takesFocus = false;
+    fRouter.Shown(kB, request, false, 0);
+
+    EXPECT_EQ(fRouter.WillLeave(kB).successor, 0);
+}
+
+TEST_F(InputRouterTest, PassesTheFocusOnThatIsStillOnItsWay)
+{
+    fRouter.Shown(kB, DialogOf(kA), false, 0);
+
+    EXPECT_EQ(fRouter.WillLeave(kB).successor, kA);
+}
+
+TEST_F(InputRouterMouseTest, GivesThePressesMovesAndReleaseToOneWindow)
+{
+    fRouter.Shown(kB, {}, false, 0);
+
+    EXPECT_EQ(fRouter.MousePressed(kA, B_PRIMARY_MOUSE_BUTTON).window, kA);
+    EXPECT_EQ(fRouter.MouseMoved(kB), kA);
+    EXPECT_EQ(fRouter.MousePressed(kB, B_SECONDARY_MOUSE_BUTTON).window, kA);
+    EXPECT_EQ(fRouter.MouseReleased(kB, B_PRIMARY_MOUSE_BUTTON), kA);
+    EXPECT_EQ(fRouter.MouseReleased(kB, B_SECONDARY_MOUSE_BUTTON), kA);
+    EXPECT_EQ(fRouter.MouseMoved(kB), kB);
+}
+
+TEST_F(InputRouterMouseTest, DropsAReleaseWithoutAPress)
+{
+    EXPECT_EQ(fRouter.MouseReleased(kA, B_PRIMARY_MOUSE_BUTTON), 0);
+}
+
+TEST_F(InputRouterMouseTest, RaisesTheModalWindowWhenABlockedOneIsPressed)
+{
+    fRouter.Shown(kB, ModalOf(kA), false, 0);
+
+    const InputRouter::MouseTarget target = fRouter.MousePressed(kA, B_PRIMARY_MOUSE_BUTTON);
+
+    EXPECT_EQ(target.window, 0);
+    EXPECT_EQ(target.raise, kB);
+    EXPECT_EQ(fRouter.MouseMoved(kA), 0);
+    EXPECT_EQ(fRouter.MouseReleased(kA, B_PRIMARY_MOUSE_BUTTON), 0);
+    EXPECT_EQ(fRouter.WheelTurned(kA), 0);
+}
+
+TEST_F(InputRouterMouseTest, FinishesADragThatAModalWindowInterrupts)
+{
+    fRouter.MousePressed(kA, B_PRIMARY_MOUSE_BUTTON);
+    fRouter.Shown(kB, ModalOf(kA), false, 0);
+
+    EXPECT_EQ(fRouter.MouseMoved(kA), kA);
+    EXPECT_EQ(fRouter.MouseReleased(kA, B_PRIMARY_MOUSE_BUTTON), kA);
+    EXPECT_EQ(fRouter.MouseMoved(kA), 0);
+}
+
+TEST_F(InputRouterMouseTest, LetsClicksWorkOnEveryAlert)
+{
+    fRouter.Shown(kB, ModalOf(kA), false, 0);
+    fRouter.Shown(kC, ModalOf(kA), false, 0);
+
+    EXPECT_EQ(fRouter.MousePressed(kB, B_PRIMARY_MOUSE_BUTTON).window, kB);
+}
+
+TEST_F(InputRouterMouseTest, NamesTheButtonsOfAWindowThatLeaves)
+{
+    fRouter.MousePressed(kA, B_PRIMARY_MOUSE_BUTTON);
+    fRouter.MousePressed(kA, B_TERTIARY_MOUSE_BUTTON);
+
+    EXPECT_EQ(fRouter.WillLeave(kA).buttons,
+              uint32{B_PRIMARY_MOUSE_BUTTON | B_TERTIARY_MOUSE_BUTTON});
+    EXPECT_EQ(fRouter.MouseReleased(kA, B_PRIMARY_MOUSE_BUTTON), 0);
+}
+
+TEST_F(InputRouterMouseTest, GivesEverythingToTheCapture)
+{
+    fRouter.Shown(kB, {}, false, 0);
+    fRouter.MousePressed(kA, B_PRIMARY_MOUSE_BUTTON);
+    fRouter.SetCapture(kA);
+
+    EXPECT_EQ(fRouter.MouseMoved(kB), kA);
+    EXPECT_EQ(fRouter.MouseReleased(kB, B_PRIMARY_MOUSE_BUTTON), kA);
+    EXPECT_EQ(fRouter.MousePressed(kB, B_PRIMARY_MOUSE_BUTTON).window, kA);
+    EXPECT_EQ(fRouter.WheelTurned(kB), kA);
+    fRouter.WillLeave(kA);
+    EXPECT_EQ(fRouter.Capture(), 0);
+}
+
+TEST_F(InputRouterMouseTest, GivesAMenuOfAnUnblockedWindowItsInput)
+{
+    fRouter.Shown(kB, ModalOf(kA), false, 0);
+    fRouter.Shown(kMenu, DialogOf(kB), true, 0);
+
+    EXPECT_FALSE(fRouter.IsBlocked(kMenu));
+    EXPECT_EQ(fRouter.MousePressed(kMenu, B_PRIMARY_MOUSE_BUTTON).window, kMenu);
+}
