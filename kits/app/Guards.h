@@ -24,6 +24,8 @@ namespace kits {
 
 class LooperCore;
 
+#ifdef KITS_GUARDS
+
 /// Allows the calling thread to hold these two loopers' locks together while the object lives.
 class AllowLockPair
 {
@@ -44,21 +46,8 @@ public:
     LongWork& operator=(const LongWork&) = delete;
 
 private:
-    std::shared_ptr<LooperCore> fCore; // null on a thread that is no looper's
+    const std::shared_ptr<LooperCore> fCore; // null on a thread that is no looper's
 };
-
-/// Prints the stack of every thread to stderr, one after the other.
-/// Thread: any, one at a time.
-void PrintAllStacks();
-
-// What the kits call.
-
-/// Checks a lock that the calling thread is about to take for the first time.
-void GuardBeforeLock(const LooperCore& core);
-void GuardAfterLock(const LooperCore& core);
-void GuardAfterUnlock(const LooperCore& core);
-/// The looper whose lock the calling thread took last, 0 when it holds none.
-int32 InnermostLockedLooper();
 
 /// Watches the windows from a thread of its own for as long as it lives.
 class Watchdog
@@ -74,5 +63,49 @@ private:
     class Watch;
     std::unique_ptr<Watch> fWatch;
 };
+
+/// Prints the stack of every thread to stderr, one after the other.
+/// Thread: any, one at a time.
+void PrintAllStacks();
+
+/// Prints `complaint` and the calling thread's stack to stderr and ends the program.
+[[noreturn]] void EndWithStack(const char* complaint);
+
+// What LooperCore calls around a lock that the calling thread did not hold before.
+void GuardBeforeLock(const LooperCore& core);
+void GuardAfterLock(const LooperCore& core);
+void GuardAfterUnlock(const LooperCore& core);
+/// The token of the looper whose lock the calling thread took last, 0 when it holds none.
+int32 InnermostLockedLooper();
+
+#else
+
+class AllowLockPair
+{
+public:
+    AllowLockPair(const BLooper*, const BLooper*) {}
+    ~AllowLockPair() {} // not trivial, or its objects would count as unused
+};
+
+class LongWork
+{
+public:
+    LongWork() {}
+    ~LongWork() {}
+};
+
+class Watchdog
+{
+};
+
+inline void GuardBeforeLock(const LooperCore&) {}
+inline void GuardAfterLock(const LooperCore&) {}
+inline void GuardAfterUnlock(const LooperCore&) {}
+inline int32 InnermostLockedLooper()
+{
+    return 0;
+}
+
+#endif
 
 } // namespace kits

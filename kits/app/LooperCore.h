@@ -5,11 +5,10 @@
 #include <SupportDefs.h>
 
 #include "app/LooperLock.h"
+#include "support/Mutex.h"
 
 #include <atomic>
-#include <condition_variable>
 #include <memory>
-#include <mutex>
 #include <vector>
 
 class BHandler;
@@ -33,6 +32,8 @@ public:
     static std::shared_ptr<LooperCore> CoreOfToken(int32 token);
     /// The cores of all living loopers, in the order of their making.
     static std::vector<std::shared_ptr<LooperCore>> All();
+    /// The cores of all loopers whose threads run, the application's apart.
+    static std::vector<std::shared_ptr<LooperCore>> AllRunning();
     /// The core of the looper whose thread is calling, null on other threads.
     static std::shared_ptr<LooperCore> OfThisThread();
 
@@ -45,6 +46,7 @@ public:
 
     /// Errors: B_TIMED_OUT; B_BAD_VALUE when the looper is gone. Nothing is locked then.
     status_t Lock(bigtime_t timeout = B_INFINITE_TIMEOUT);
+    status_t LockUntil(bigtime_t deadline);
     void Unlock();
     /// Gives the lock back however often the calling thread took it, and returns how often that
     /// was.
@@ -79,7 +81,7 @@ public:
     void Loop();
     /// The message being handled.
     BMessage* Current() const { return fCurrent.get(); }
-    std::unique_ptr<BMessage> DetachCurrent() { return std::move(fCurrent); }
+    std::unique_ptr<BMessage> DetachCurrent();
 
     // Life
 
@@ -98,8 +100,15 @@ public:
     bool IsEnding() const { return fIsEnding.load(std::memory_order_acquire); }
     /// Ends the loop once the messages that wait are handled. False when it is gone.
     bool EndAfterQueue();
-    /// Waits until the looper's thread has ended; returns at once for one that never ran.
+    /// Waits until the looper's thread has ended; returns at once for one that never ran, and on
+    /// that thread.
     void WaitForEnd();
+    /// Whether the thread has ended. If not, `listener` is woken when it does.
+    bool HasEnded(const std::shared_ptr<LooperCore>& listener);
+    /// Makes NextMessage() return, without a message if none waits.
+    void Wake();
+    /// Deletes the messages that wait; senders that wait for answers are told.
+    void DropMessages();
     /// Called by the looper's destructor, locked: takes it out of the tables and drops its
     /// messages.
     void Die();
@@ -110,15 +119,22 @@ public:
     void MarkAsWindow(BWindow* window);
     bool IsWindow() const { return fIsWindow.load(std::memory_order_acquire); }
     BWindow* Window() const { return fWindow.load(std::memory_order_acquire); }
+
+    // For the guards
+
     void SetLongRunning(bool isLongRunning) { fIsLongRunning = isLongRunning; }
+    bool IsLongRunning() const { return fIsLongRunning; }
+    /// Counts the LongWork objects of the looper's thread.
+    void AddLongWorks(int32 change) { fLongWorks += change; }
+    bool IsAtLongWork() const { return fIsLongRunning || fLongWorks > 0; }
+    /// How many messages were taken from the queue.
+    int64 TakenCount() const { return fTakenCount.load(std::memory_order_relaxed); }
+    /// The token of the looper whose lock was held when this one was made; 0 for none.
+    int32 Maker() const { return fMaker; }
 
 private:
-    friend class LongWork;
-    friend class Watchdog;
-
     static status_t ThreadEntry(void* data);
-    void HandleOne(BLooper* looper, BMessage* message);
-    void DropMessages();
+    bigtime_t Idle();
     void SayEnded();
 
     const int32 fToken;
@@ -131,15 +147,15 @@ private:
     std::atomic<thread_id> fThread{-1};
     std::atomic<bool> fIsEnding{false};
 
-    std::mutex fEndMutex; // guards fHasEnded
-    std::condition_variable fEnd;
-    bool fHasEnded = false;
+    Mutex fEndMutex;
+    Condition fEnd;
+    bool fHasEnded GUARDED_BY(fEndMutex) = false;
+    std::shared_ptr<LooperCore> fEndListener GUARDED_BY(fEndMutex);
 
-    // For the guards.
     std::atomic<bool> fIsLongRunning{false};
-    std::atomic<int32> fLongWorks{0}; // LongWork objects of its thread
+    std::atomic<int32> fLongWorks{0};
     std::atomic<int64> fTakenCount{0};
-    int32 fMaker = 0; // the looper whose lock was held when this one was made; 0 for none
+    const int32 fMaker;
 };
 
 } // namespace kits

@@ -3,9 +3,10 @@
 #include <OS.h>
 #include <SupportDefs.h>
 
+#include "support/Mutex.h"
+
 #include <atomic>
 #include <list>
-#include <mutex>
 
 namespace kits {
 
@@ -39,8 +40,8 @@ private:
     struct Waiter;
     void Release();
 
-    mutable std::mutex fMutex; // guards fWaiters, and the change of fHolder from and to nobody
-    std::list<Waiter*> fWaiters;
+    mutable Mutex fMutex; // guards also the change of fHolder from and to nobody
+    std::list<Waiter*> fWaiters GUARDED_BY(fMutex);
     std::atomic<thread_id> fHolder{kNobody};
     std::atomic<int32> fCount{0}; // changed by the holder alone
 

@@ -4,22 +4,32 @@
 #include <Messenger.h>
 #include <SupportDefs.h>
 
-#include <atomic>
-#include <condition_variable>
+#include "support/Mutex.h"
+
 #include <memory>
-#include <mutex>
 
 namespace kits {
 
 /// The target token of what is posted to the preferred handler; real tokens are positive.
 constexpr int32 kPreferredTarget = -1;
 
-/// Where a thread waits for the answer to a message it sent.
+class LooperCore;
+
+/// Where the answer to a message is waited for: by a thread, or by a looper that looks when it is
+/// woken.
+///
+/// Thread: any thread.
 class ReplySlot
 {
 public:
-    /// Hands over the answer; only the first one counts.
-    void Answer(const BMessage& reply);
+    /// Wakes `listener`'s looper when the slot is settled.
+    explicit ReplySlot(std::shared_ptr<LooperCore> listener = nullptr);
+    ~ReplySlot();
+    ReplySlot(const ReplySlot&) = delete;
+    ReplySlot& operator=(const ReplySlot&) = delete;
+
+    /// Hands over the answer; only what settles the slot first counts.
+    void Answer(std::unique_ptr<BMessage> reply);
     /// Ends the waiting without an answer.
     void Fail(status_t status);
     /// Waits; on B_OK `*reply` is the answer.
@@ -27,38 +37,56 @@ public:
     status_t Wait(BMessage* reply, bigtime_t deadline);
 
 private:
-    std::mutex fMutex;
-    std::condition_variable fArrival;
-    bool fIsSettled = false;
-    status_t fStatus = B_OK;
-    std::unique_ptr<BMessage> fReply;
+    void Settle(status_t status, std::unique_ptr<BMessage> reply);
+
+    const std::shared_ptr<LooperCore> fListener;
+    Mutex fMutex;
+    Condition fArrival;
+    bool fIsSettled GUARDED_BY(fMutex) = false;
+    status_t fStatus GUARDED_BY(fMutex) = B_OK;
+    std::unique_ptr<BMessage> fReply GUARDED_BY(fMutex);
 };
 
 /// What a posted message carries besides its contents.
 ///
 /// Its end is the end of the message: a sender that still waits for an answer is told then.
-class MessageDelivery
+struct MessageDelivery
 {
-public:
     MessageDelivery() = default;
     MessageDelivery(const MessageDelivery&) = delete;
     MessageDelivery& operator=(const MessageDelivery&) = delete;
     ~MessageDelivery();
 
+    /// Whether the sender said where the answer is to go.
+    bool IsAnswerAsked() const;
+
     int32 target = 0;   // the handler's token, kPreferredTarget, or 0 for the looper itself
     BMessenger replyTo; // where answers go; names nobody when the sender did not say
     std::shared_ptr<ReplySlot> slot; // a thread waits here, instead
-    // The answer is awaited by a messenger: when the message ends without one, B_NO_REPLY is sent.
-    bool isReplyAwaited = false;
-    bool isReplied = false;
+    bool isReplied = false;          // one answer was sent
     bool isReply = false;
     bool wasHandled = false; // a handler was given it
+    bool endsLooper = false; // it is no message for a handler: the loop ends here
     bool wasDropped = false; // it came by drag and drop
     float dropX = 0;         // screen units
     float dropY = 0;
+    float dropOffsetX = 0; // where in what was dragged the pointer held it
+    float dropOffsetY = 0;
 };
 
 /// Gives `message` a fresh delivery and returns it.
 MessageDelivery& NewDelivery(BMessage& message);
+
+/// A messenger's inside, for those who keep or copy one.
+class MessengerAccess
+{
+public:
+    static int32 Token(const BMessenger& messenger) { return messenger.fToken; }
+    static bool IsPreferred(const BMessenger& messenger) { return messenger.fIsPreferred; }
+    static BMessenger Make(int32 token, bool isPreferred);
+    /// Sends `message`, which has its delivery but for the target.
+    /// Errors: B_BAD_PORT_ID when the handler is gone; the message is deleted then.
+    static status_t Post(const BMessenger& target, std::unique_ptr<BMessage> message);
+};
 
 } // namespace kits

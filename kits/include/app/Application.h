@@ -10,8 +10,7 @@ class BWindow;
 struct app_info;
 
 namespace kits {
-class QuitRound;
-class SignalThread;
+class ApplicationThreads;
 } // namespace kits
 
 /// The program itself: one looper, run by the main thread, and the connection to the screen.
@@ -66,9 +65,9 @@ public:
     BLooper* LooperAt(int32 index) const;
 
 private:
-    void EndLoop() override;
-    void PostArguments();
+    void QueueStart();
     void HandleArguments(BMessage* message);
+    void HandleQuitRequest(BMessage* message);
     void EndOtherLoopers();
     void StopDisplay();
 
@@ -76,7 +75,7 @@ private:
     status_t fInitStatus = B_OK;
     bool fIsDisplayStarted = false;
     bool fIsAsking = false; // a request to quit is being put to the windows
-    std::unique_ptr<kits::SignalThread> fSignals;
+    std::unique_ptr<kits::ApplicationThreads> fThreads;
 };
 
 /// The program's application object, null before and after.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <AppDefs.h>
 #include <Messenger.h>
 #include <SupportDefs.h>
 
@@ -47,7 +48,7 @@ public:
     /// Errors: B_BAD_VALUE without a message; those of BMessenger::SendMessage().
     virtual status_t Invoke(BMessage* message = nullptr);
     /// Invokes with a kind that InvokeKind() answers meanwhile.
-    status_t InvokeNotify(BMessage* message, uint32 kind = kInvokedKind);
+    status_t InvokeNotify(BMessage* message, uint32 kind = B_CONTROL_INVOKED);
 
     /// The longest time that sending may take. Queues are unbounded, so it never comes to bear.
     status_t SetTimeout(bigtime_t timeout);
@@ -58,15 +59,12 @@ public:
     uint32 InvokeKind(bool* notify = nullptr);
 
 protected:
-    void BeginInvokeNotify(uint32 kind = kInvokedKind);
+    void BeginInvokeNotify(uint32 kind = B_CONTROL_INVOKED);
     void EndInvokeNotify();
 
 private:
-    static constexpr uint32 kInvokedKind = '_CIV'; // B_CONTROL_INVOKED
-
     std::unique_ptr<BMessage> fMessage;
     BMessenger fTarget;
-    BHandler* fReplyHandler = nullptr;
     BMessenger fReplyTo;
     bigtime_t fTimeout = B_INFINITE_TIMEOUT;
     std::vector<uint32> fKinds; // of the InvokeNotify() calls that are running, innermost last

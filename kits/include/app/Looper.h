@@ -29,15 +29,11 @@ constexpr int32 B_LOOPER_PORT_DEFAULT_CAPACITY = 200;
 class BLooper : public BHandler
 {
 public:
-    /// `portCapacity` has no meaning here: queues are unbounded, so that posting never waits.
+    /// The looper is made locked; Run() gives that lock back. `portCapacity` has no meaning here:
+    /// queues are unbounded, so that posting never waits.
     explicit BLooper(const char* name = nullptr, int32 priority = B_NORMAL_PRIORITY,
                      int32 portCapacity = B_LOOPER_PORT_DEFAULT_CAPACITY);
     ~BLooper() override;
-
-    // BHandler
-
-    /// Answers B_QUIT_REQUESTED by asking QuitRequested(), and leaves the rest to BHandler.
-    void MessageReceived(BMessage* message) override;
 
     /// Queues a message without data for the looper itself. Returns without waiting for anything.
     /// Thread: any thread.
@@ -51,6 +47,8 @@ public:
     status_t PostMessage(BMessage* message, BHandler* handler, BHandler* replyTo = nullptr);
 
     /// Hands one message to the handler it is for, once the filters have passed it.
+    /// B_QUIT_REQUESTED for the looper itself is answered by QuitRequested() and, when that agrees,
+    /// Quit().
     virtual void DispatchMessage(BMessage* message, BHandler* target);
     /// Lends the message being handled, null outside the handling of one.
     BMessage* CurrentMessage() const;
@@ -77,8 +75,8 @@ public:
     /// Null: the looper itself. Nothing happens for a handler of another looper.
     void SetPreferredHandler(BHandler* handler);
 
-    /// Starts the thread and returns its number. Call once.
-    /// Errors: B_BAD_VALUE when it runs already; those of spawn_thread().
+    /// Starts the thread, returns its number, and gives back the lock of the constructor. Call
+    /// once. Errors: B_BAD_VALUE when it runs already; those of spawn_thread().
     virtual thread_id Run();
     /// Ends the looper and deletes it. From its own thread the waiting messages are dropped, and
     /// the object goes when the hook that called returns to the loop; the caller should return at
@@ -151,10 +149,8 @@ private:
     friend class kits::LooperAccess;
     friend class kits::LooperCore;
 
-    virtual void EndLoop(); // what Quit() does on the looper's own thread; the application differs
     void AnswerQuitRequest(BMessage* message);
     void HandleMessage(BMessage* message);
-    status_t Post(std::unique_ptr<BMessage> message, BHandler* handler, BHandler* replyTo);
 
     const std::shared_ptr<kits::LooperCore> fCore; // outlives the looper for those who wait for it
     std::vector<BHandler*> fHandlers;              // the looper itself first

@@ -62,7 +62,7 @@ private:
 
     void NoteArrival(Messages::iterator added);
     void FindFoldable();
-    std::unique_ptr<BMessage> TakeFirst();
+    void TakeFirst(Messages& one);
 
     // Guards all below. Recursive, because Lock() is held around other calls by whoever walks the
     // queue.

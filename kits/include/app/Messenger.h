@@ -49,7 +49,7 @@ public:
 
     /// Sends and waits for the answer. When the message is handled without one, `reply->what` is
     /// B_NO_REPLY.
-    /// Thread: any thread that does not hold the target's lock; B_WOULD_BLOCK otherwise.
+    /// Thread: any thread that does not hold the target's lock.
     /// Errors: B_TIMED_OUT; B_BAD_PORT_ID when the target is gone or goes before it handled the
     /// message.
     status_t SendMessage(uint32 what, BMessage* reply) const;

@@ -1,0 +1,229 @@
+#include <MessageQueue.h>
+
+#include <AppDefs.h>
+#include <Message.h>
+
+#include "app/Deadline.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+using Guard = std::lock_guard<std::recursive_mutex>;
+
+// Input that a mouse move must not be carried over: an older move would then be told after it.
+bool EndsFolding(const BMessage& message)
+{
+    switch (message.what) {
+    case B_MOUSE_DOWN:
+    case B_MOUSE_UP:
+    case B_MOUSE_WHEEL_CHANGED:
+    case B_KEY_DOWN:
+    case B_KEY_UP:
+    case B_UNMAPPED_KEY_DOWN:
+    case B_UNMAPPED_KEY_UP:
+    case B_MODIFIERS_CHANGED:
+        return true;
+    default:
+        return false;
+    }
+}
+
+int32 WindowOf(const BMessage& message)
+{
+    int32 window = 0;
+    message.FindInt32("window", &window);
+    return window;
+}
+
+} // namespace
+
+BMessageQueue::BMessageQueue() : fFoldable(fMessages.end()) {}
+
+BMessageQueue::~BMessageQueue() = default;
+
+void BMessageQueue::AddMessage(BMessage* message)
+{
+    if (message != nullptr) {
+        Messages one;
+        one.emplace_back(message); // allocated before the lock is taken
+        Append(one);
+    }
+}
+
+void BMessageQueue::RemoveMessage(BMessage* message)
+{
+    Messages removed; // deleted after the lock is given back
+    Guard guard(fMutex);
+    const auto found = std::find_if(fMessages.begin(), fMessages.end(),
+                                    [&](const auto& waiting) { return waiting.get() == message; });
+    if (found != fMessages.end()) {
+        removed.splice(removed.end(), fMessages, found);
+        FindFoldable();
+    }
+}
+
+int32 BMessageQueue::CountMessages() const
+{
+    Guard guard(fMutex);
+    return static_cast<int32>(fMessages.size());
+}
+
+bool BMessageQueue::IsEmpty() const
+{
+    Guard guard(fMutex);
+    return fMessages.empty();
+}
+
+BMessage* BMessageQueue::FindMessage(int32 index) const
+{
+    Guard guard(fMutex);
+    if (index < 0 || static_cast<size_t>(index) >= fMessages.size()) {
+        return nullptr;
+    }
+    return std::next(fMessages.begin(), index)->get();
+}
+
+BMessage* BMessageQueue::FindMessage(uint32 what, int32 index) const
+{
+    Guard guard(fMutex);
+    for (const auto& message : fMessages) {
+        if (message->what == what && index-- == 0) {
+            return message.get();
+        }
+    }
+    return nullptr;
+}
+
+BMessage* BMessageQueue::NextMessage()
+{
+    return Take().release();
+}
+
+bool BMessageQueue::Lock()
+{
+    fMutex.lock();
+    return true;
+}
+
+void BMessageQueue::Unlock()
+{
+    fMutex.unlock();
+}
+
+void BMessageQueue::Append(Messages& one)
+{
+    bool wakes = false;
+    {
+        Guard guard(fMutex);
+        const auto added = one.begin();
+        fMessages.splice(fMessages.end(), one);
+        NoteArrival(added);
+        wakes = std::exchange(fIsReceiverWaiting, false);
+    }
+    if (wakes) {
+        fArrival.notify_one(); // a receiver that is awake looks by itself
+    }
+}
+
+void BMessageQueue::AppendFoldingMouseMove(Messages& one)
+{
+    Guard guard(fMutex);
+    if (fFoldable != fMessages.end() && WindowOf(**fFoldable) == WindowOf(*one.front())) {
+        fFoldable->swap(one.front()); // the older one is deleted by the caller
+        return;
+    }
+    Append(one);
+}
+
+void BMessageQueue::Prepend(Messages& some)
+{
+    bool wakes = false;
+    {
+        Guard guard(fMutex);
+        fMessages.splice(fMessages.begin(), some);
+        wakes = std::exchange(fIsReceiverWaiting, false);
+    }
+    if (wakes) {
+        fArrival.notify_one();
+    }
+}
+
+BMessageQueue::Messages BMessageQueue::TakeKeyMessages()
+{
+    Messages taken;
+    Guard guard(fMutex);
+    for (auto message = fMessages.begin(); message != fMessages.end();) {
+        const auto next = std::next(message);
+        if ((*message)->what == B_KEY_DOWN) {
+            taken.splice(taken.end(), fMessages, message);
+        }
+        message = next;
+    }
+    FindFoldable();
+    return taken;
+}
+
+std::unique_ptr<BMessage> BMessageQueue::Take()
+{
+    Messages one;
+    {
+        Guard guard(fMutex);
+        TakeFirst(one);
+    }
+    return one.empty() ? nullptr : std::move(one.front());
+}
+
+std::unique_ptr<BMessage> BMessageQueue::TakeWithin(bigtime_t deadline)
+{
+    Messages one;
+    {
+        std::unique_lock<std::recursive_mutex> lock(fMutex);
+        kits::WaitUntil(fArrival, lock, deadline, [this] {
+            fIsReceiverWaiting = fMessages.empty() && !fWasWoken;
+            return !fIsReceiverWaiting;
+        });
+        fIsReceiverWaiting = false;
+        fWasWoken = false;
+        TakeFirst(one);
+    }
+    return one.empty() ? nullptr : std::move(one.front());
+}
+
+void BMessageQueue::Wake()
+{
+    {
+        Guard guard(fMutex);
+        fWasWoken = true;
+    }
+    fArrival.notify_one();
+}
+
+void BMessageQueue::NoteArrival(Messages::iterator added)
+{
+    if ((*added)->what == B_MOUSE_MOVED) {
+        fFoldable = added;
+    } else if (EndsFolding(**added)) {
+        fFoldable = fMessages.end();
+    }
+}
+
+void BMessageQueue::FindFoldable()
+{
+    fFoldable = fMessages.end();
+    for (auto message = fMessages.begin(); message != fMessages.end(); ++message) {
+        NoteArrival(message);
+    }
+}
+
+void BMessageQueue::TakeFirst(Messages& one)
+{
+    if (fMessages.empty()) {
+        return;
+    }
+    if (fFoldable == fMessages.begin()) {
+        fFoldable = fMessages.end();
+    }
+    one.splice(one.end(), fMessages, fMessages.begin());
+}

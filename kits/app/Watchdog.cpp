@@ -1,0 +1,100 @@
+#include "app/Guards.h"
+
+#ifdef KITS_GUARDS
+
+#include "app/LooperCore.h"
+#include "support/Mutex.h"
+
+#include <Message.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <thread>
+#include <unordered_map>
+
+namespace kits {
+
+class Watchdog::Watch
+{
+public:
+    explicit Watch(bigtime_t limit) : fLimit(limit), fThread([this] { Run(); }) {}
+
+    ~Watch()
+    {
+        {
+            MutexLock lock(fMutex);
+            fEnds = true;
+        }
+        fEnd.Signal();
+        fThread.join();
+    }
+
+private:
+    struct Silence
+    {
+        int64 takenCount;
+        bigtime_t since;
+        bool isReported;
+    };
+
+    void Run()
+    {
+        while (!WaitForEnd(system_time() + fLimit / 8)) {
+            for (const std::shared_ptr<LooperCore>& core : LooperCore::All()) {
+                LookAt(*core);
+            }
+        }
+    }
+
+    bool WaitForEnd(bigtime_t time)
+    {
+        MutexLock lock(fMutex);
+        while (!fEnds && fEnd.WaitUntil(fMutex, time)) {
+        }
+        return fEnds;
+    }
+
+    void LookAt(LooperCore& core)
+    {
+        if (!core.IsWindow() || !core.HasRun() || core.IsAtLongWork() || core.Queue().IsEmpty()) {
+            fSilences.erase(core.Token());
+            return;
+        }
+        const Silence now{core.TakenCount(), system_time(), false};
+        Silence& silence = fSilences.emplace(core.Token(), now).first->second;
+        if (silence.takenCount != now.takenCount) {
+            silence = now;
+        } else if (now.since - silence.since >= fLimit && !silence.isReported) {
+            silence.isReported = true;
+            Report(core);
+        }
+    }
+
+    void Report(const LooperCore& core)
+    {
+        std::fprintf(stderr,
+                     "Thread %d takes no messages of its window since %.1f s; all stacks:\n",
+                     static_cast<int>(core.Thread()), static_cast<double>(fLimit) / 1e6);
+        PrintAllStacks();
+        const char* wish = std::getenv("KITS_WATCHDOG");
+        if (wish != nullptr && std::strcmp(wish, "abort") == 0) {
+            std::abort();
+        }
+    }
+
+    const bigtime_t fLimit;
+    Mutex fMutex;
+    Condition fEnd;
+    bool fEnds GUARDED_BY(fMutex) = false;
+    std::unordered_map<int32, Silence> fSilences; // by looper; the watching thread only
+    std::thread fThread;                          // last: it uses all of the above
+};
+
+Watchdog::Watchdog(bigtime_t limit) : fWatch(std::make_unique<Watch>(limit)) {}
+
+Watchdog::~Watchdog() = default;
+
+} // namespace kits
+
+#endif
