@@ -27,9 +27,9 @@ public:
     // BView
     void AttachedToWindow() override;
     void Draw(BRect updateRect) override;
-    void FrameResized(float width, float height) override;
 
 private:
+    void RemoveLabelView();
     float TopBorderOffset();
     void DrawBorder(BRect frame);
     void DrawLabel();
@@ -38,6 +38,4 @@ private:
     bool fHasLabel = false;
     BView* fLabelView = nullptr; // a child
     border_style fBorder;
-    float fDrawnWidth = 0;
-    float fDrawnHeight = 0;
 };

@@ -2,6 +2,12 @@
 
 #include <Control.h>
 
+#include <memory>
+
+namespace kits {
+class Ticker;
+}
+
 /// A labelled button that sends its message when it is clicked or pressed by Space or Enter.
 class BButton : public BControl
 {
@@ -16,6 +22,7 @@ public:
     void MouseDown(BPoint where) override;
     void AttachedToWindow() override;
     void DetachedFromWindow() override;
+    void MessageReceived(BMessage* message) override;
     void KeyDown(const char* bytes, int32 byteCount) override;
     void MouseUp(BPoint where) override;
     void MouseMoved(BPoint where, uint32 transit, const BMessage* dragged) override;
@@ -32,11 +39,12 @@ public:
     status_t Invoke(BMessage* message = nullptr) override;
 
 private:
-    friend class BWindow; // tells a button that another became the default
-
+    void DrawOutline(BRect frame, rgb_color color);
+    void DrawDefaultMark();
     void DrawFace(BRect face, bool isDown);
     void DrawLabel(BRect face, bool isDown);
     BRect Face() const;
 
+    std::unique_ptr<kits::Ticker> fFlash; // while a press by a key is shown
     bool fIsDefault = false;
 };

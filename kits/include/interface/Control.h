@@ -5,12 +5,6 @@
 
 #include <string>
 
-/// The two values of a control that is on or off.
-enum {
-    B_CONTROL_OFF = 0,
-    B_CONTROL_ON = 1,
-};
-
 /// The base of everything a person sets or presses: a value, a label, a message and its target.
 ///
 /// Thread: call with the window locked once the control is in one.
@@ -46,7 +40,7 @@ public:
     virtual status_t Invoke(BMessage* message = nullptr);
 
 protected:
-    /// True while MakeFocus() draws the change: only the focus mark needs painting.
+    /// True while MakeFocus() changes the focus mark.
     bool IsFocusChanging() const { return fIsFocusChanging; }
     bool IsTracking() const { return fIsTracking; }
     void SetTracking(bool tracking) { fIsTracking = tracking; }
@@ -55,6 +49,7 @@ protected:
 private:
     std::string fLabel;
     int32 fValue = B_CONTROL_OFF;
+    uint32 fHiddenFlags = 0; // those of the Tab order, while disabled
     bool fIsEnabled = true;
     bool fIsFocusChanging = false;
     bool fIsTracking = false;

@@ -142,6 +142,7 @@ private:
     friend class BListItem;
 
     void Insert(int32 index, BListItem* const* items, int32 count);
+    void NoteHeights(int32 index, BListItem* const* items, int32 count) const;
     void HeightsChanged() { fHeightsAreStale = true; }
     kits::RowHeights& Heights() const;
     void UpdateAllRows();
@@ -153,6 +154,7 @@ private:
     void SelectionDidChange(int32 first, int32 last);
     void SelectByPointer(int32 index, uint32 modifiers);
     void MoveSelection(int32 index, uint32 modifiers);
+    void SweepTo(BPoint where);
     void AutoScroll();
     int32 PageTarget(int32 from, int32 direction) const;
     void ScrollRowIntoView(int32 index);

@@ -6,13 +6,9 @@
 #include <string>
 
 namespace kits {
-class ScrollTracker;
-}
-
-/// The breadth of a vertical bar, as a frame's width + 1 unit of overlap with its neighbour's edge.
-constexpr float B_V_SCROLL_BAR_WIDTH = 14.0f;
-/// The height of a horizontal bar.
-constexpr float B_H_SCROLL_BAR_HEIGHT = 14.0f;
+class ScrollGeometry;
+class ScrollPress;
+} // namespace kits
 
 /// A bar with arrows and a thumb that scrolls its target view; the view scrolled otherwise moves
 /// the thumb.
@@ -66,11 +62,16 @@ public:
 private:
     friend class BView; // forgets itself as the target when it goes away
 
-    kits::ScrollTracker Geometry() const;
+    kits::ScrollGeometry Geometry() const;
     bool IsUsable() const;
     void Redraw();
     void StepByPart();
     void EndTracking();
+    BRect Along(float start, float length) const;
+    void DrawTrough(BRect trough);
+    void DrawArrow(BRect box, bool isLess);
+    void DrawThumb(BRect thumb);
+    void DrawGrip(BRect face);
 
     BView* fTarget = nullptr; // borrowed; the view clears it when it goes away
     std::string fTargetName;
@@ -81,5 +82,5 @@ private:
     float fLargeStep = 10;
     float fValue = 0;
     float fProportion = 0;
-    std::unique_ptr<kits::ScrollTracker> fTracker; // null unless a press is being followed
+    std::unique_ptr<kits::ScrollPress> fPress; // null unless a press is being followed
 };

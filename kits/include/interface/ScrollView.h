@@ -35,7 +35,7 @@ public:
     void GetPreferredSize(float* width, float* height) override;
 
 private:
-    float BorderBreadth() const;
+    void InvalidateBorder();
 
     BView* fTarget; // a child; may be null
     BScrollBar* fHorizontalBar = nullptr;

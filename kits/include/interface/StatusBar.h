@@ -33,8 +33,8 @@ public:
     /// Empties the bar: value 0, texts empty, maximum 100; the labels are replaced (null: none).
     virtual void Reset(const char* label = nullptr, const char* trailingLabel = nullptr);
 
-    float CurrentValue() const { return fValue; }
-    float MaxValue() const { return fMax; }
+    float CurrentValue() const { return static_cast<float>(fValue); }
+    float MaxValue() const { return static_cast<float>(fMax); }
     rgb_color BarColor() const { return fBarColor; }
     float BarHeight() const { return fBarHeight; }
     const char* Text() const { return fText.c_str(); }
@@ -56,9 +56,10 @@ private:
     void TakeOwnHeight();
     void SetLeftText(const std::string& label, const std::string& text);
     void SetRightText(const std::string& text, const std::string& label);
-    void ShowValue(float value, float max);
+    void InvalidateTexts();
+    void ShowValue(double value, double max);
     void DrawTexts();
-    void DrawBar(BRect updateRect);
+    void DrawBar();
 
     std::string fLabel;
     std::string fText;
