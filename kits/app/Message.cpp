@@ -209,24 +209,26 @@ status_t BMessage::Rename(const char* oldName, const char* newName)
         std::string newCopy(newName);
         kits::MessageFields* fields = WritableFields();
         if (const kits::MessageField* replaced = fields->Find(newCopy)) {
-            fields->Remove(replaced);
+            fields->Remove(fields->IndexOf(replaced));
         }
-        fields->Find(oldCopy)->SetName(std::move(newCopy));
+        const size_t place = fields->IndexOf(fields->Find(oldCopy));
+        fields->At(place).SetName(std::move(newCopy));
         return B_OK;
     });
 }
 
 status_t BMessage::RemoveName(const char* name)
 {
-    if (FindField(fFields, name) == nullptr) {
+    const kits::MessageField* field = FindField(fFields, name);
+    if (field == nullptr) {
         return B_NAME_NOT_FOUND;
     }
     if (fFields->All().size() == 1) {
         return MakeEmpty();
     }
     return Guarded([&] {
-        kits::MessageFields* fields = WritableFields();
-        fields->Remove(fields->Find(name));
+        const size_t place = fFields->IndexOf(field);
+        WritableFields()->Remove(place);
         return B_OK;
     });
 }
@@ -242,7 +244,8 @@ status_t BMessage::RemoveData(const char* name, int32 index)
         return RemoveName(name);
     }
     return Guarded([&] {
-        WritableFields()->Find(name)->Remove(index);
+        const size_t place = fFields->IndexOf(field);
+        WritableFields()->At(place).Remove(index);
         return B_OK;
     });
 }
@@ -257,10 +260,16 @@ status_t BMessage::AddData(const char* name, type_code type, const void* data, s
     if (present != nullptr && present->Type() != type) {
         return B_BAD_TYPE;
     }
-    return Guarded([&] {
+    return Guarded([&]() -> status_t {
+        if (fFields != nullptr && fFields->Lends(data)) {
+            // A value of this very message: its bytes may move, or go, while they are added.
+            const std::string copy(static_cast<const char*>(data), static_cast<size_t>(size));
+            return AddData(name, type, copy.data(), size, isFixedSize, count);
+        }
         const size_t byteCount = static_cast<size_t>(size);
         if (present != nullptr) {
-            return WritableFields()->Find(name)->Add(data, byteCount);
+            const size_t place = fFields->IndexOf(present);
+            return WritableFields()->At(place).Add(data, byteCount);
         }
         kits::MessageField field(name, type, isFixedSize);
         field.Reserve(count, byteCount);
@@ -300,12 +309,18 @@ status_t BMessage::ReplaceData(const char* name, type_code type, int32 index, co
     if (size < 0 || (data == nullptr && size > 0)) {
         return B_BAD_VALUE;
     }
-    const status_t status = CheckValue(FindField(fFields, name), type, index);
+    const kits::MessageField* field = FindField(fFields, name);
+    const status_t status = CheckValue(field, type, index);
     if (status != B_OK) {
         return status;
     }
-    return Guarded([&] {
-        return WritableFields()->Find(name)->Replace(index, data, static_cast<size_t>(size));
+    return Guarded([&]() -> status_t {
+        if (fFields->Lends(data)) {
+            const std::string copy(static_cast<const char*>(data), static_cast<size_t>(size));
+            return ReplaceData(name, type, index, copy.data(), size);
+        }
+        const size_t place = fFields->IndexOf(field);
+        return WritableFields()->At(place).Replace(index, data, static_cast<size_t>(size));
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 
 namespace kits {
 
@@ -115,7 +116,13 @@ void MessageField::Remove(int32 index)
     fCount--;
 }
 
-MessageField* MessageFields::Find(std::string_view name)
+bool MessageField::Lends(const void* data) const
+{
+    const std::less<const void*> isBefore; // an order even for pointers that have nothing in common
+    return !isBefore(data, fBytes.Data()) && isBefore(data, fBytes.Data() + fBytes.Size());
+}
+
+const MessageField* MessageFields::Find(std::string_view name) const
 {
     const auto found =
         std::find_if(fFields.begin(), fFields.end(),
@@ -123,19 +130,20 @@ MessageField* MessageFields::Find(std::string_view name)
     return found == fFields.end() ? nullptr : &*found;
 }
 
-const MessageField* MessageFields::Find(std::string_view name) const
-{
-    return const_cast<MessageFields*>(this)->Find(name);
-}
-
 void MessageFields::Add(MessageField field)
 {
     fFields.push_back(std::move(field));
 }
 
-void MessageFields::Remove(const MessageField* field)
+void MessageFields::Remove(size_t place)
 {
-    fFields.erase(fFields.begin() + (field - fFields.data()));
+    fFields.erase(fFields.begin() + static_cast<ptrdiff_t>(place));
+}
+
+bool MessageFields::Lends(const void* data) const
+{
+    return std::any_of(fFields.begin(), fFields.end(),
+                       [data](const MessageField& field) { return field.Lends(data); });
 }
 
 } // namespace kits

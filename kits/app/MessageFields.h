@@ -34,6 +34,8 @@ public:
     type_code Type() const { return fType; }
     bool IsFixedSize() const { return fIsFixedSize; }
     int32 CountValues() const { return fCount; }
+    /// Whether `data` is inside the values.
+    bool Lends(const void* data) const;
     /// `index` is in range.
     MessageValue At(int32 index) const;
 
@@ -85,11 +87,18 @@ public:
     bool IsShared() const { return fHolders.load(std::memory_order_acquire) > 1; }
 
     /// Null when there is none.
-    MessageField* Find(std::string_view name);
     const MessageField* Find(std::string_view name) const;
     /// Adds a field whose name is not there yet.
     void Add(MessageField field);
-    void Remove(const MessageField* field);
+    void Remove(size_t place);
+    MessageField& At(size_t place) { return fFields[place]; }
+    /// The place of a field of these.
+    size_t IndexOf(const MessageField* field) const
+    {
+        return static_cast<size_t>(field - fFields.data());
+    }
+    /// Whether `data` is inside a value of these fields.
+    bool Lends(const void* data) const;
     /// In the order in which they were added.
     const std::vector<MessageField>& All() const { return fFields; }
 
