@@ -68,6 +68,7 @@ private:
     void FocusPane(int32 index);
     void ShowOverwriteTest();
     void SetColumnFromMessage(const BMessage& message);
+    bool HasNewerWidth(const char* column) const;
     void GetPreferences();
     void VolumeChanged(const BMessage& message);
     void TellMissingFolders();

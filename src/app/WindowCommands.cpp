@@ -11,6 +11,7 @@
 #include <Alert.h>
 #include <AppDefs.h>
 #include <Autolock.h>
+#include <MessageQueue.h>
 #include <NodeMonitor.h>
 #include <StorageDefs.h>
 #include <fs_info.h>
@@ -238,12 +239,30 @@ void NorvaneWindow::SetColumnFromMessage(const BMessage& message)
     const char* width = nullptr;
     const char* index = nullptr;
     if (!fIsReady || message.FindString("ColumnWidth", &width) != B_OK ||
-        message.FindString("ColumnIndex", &index) != B_OK) {
+        message.FindString("ColumnIndex", &index) != B_OK || HasNewerWidth(index)) {
         return;
     }
     for (int32 pane = 0; pane < CountPanes(); pane++) {
         PaneAt(pane)->SetColumnWidth(atoi(index), atoi(width));
     }
+}
+
+bool NorvaneWindow::HasNewerWidth(const char* column) const
+{
+    // While a header is being dragged they come faster than ten panes can be laid out.
+    BMessageQueue* queue = MessageQueue();
+    queue->Lock();
+    bool isFound = false;
+    int32 position = 0;
+    while (BMessage* waiting = queue->FindMessage(uint32(kColumnResized), position++)) {
+        const char* other = nullptr;
+        if (waiting->FindString("ColumnIndex", &other) == B_OK && std::strcmp(other, column) == 0) {
+            isFound = true;
+            break;
+        }
+    }
+    queue->Unlock();
+    return isFound;
 }
 
 void NorvaneWindow::GetPreferences()

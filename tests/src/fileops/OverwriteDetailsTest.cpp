@@ -20,7 +20,7 @@ protected:
 TEST_P(OverwriteDetailsTest, TellsSizeAndDate)
 {
     const auto& [sizeBytes, size] = GetParam();
-    EXPECT_EQ(OverwriteDetails(sizeBytes, 741'484'148),
+    EXPECT_EQ(OverwriteDetails(sizeBytes, 741'476'948),
               std::string(size) + "  Wed Jun 30 21:49:08 1993");
 }
 

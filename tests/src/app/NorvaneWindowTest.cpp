@@ -1,0 +1,183 @@
+#include "app/NorvaneWindow.h"
+
+#include "AppFixture.h"
+#include "settings/HomeFolder.h"
+
+#include <Screen.h>
+
+namespace norvane {
+
+/// How the window comes up, lays its panes out and is saved.
+class NorvaneWindowTest : public AppFixture
+{
+};
+
+TEST_F(NorvaneWindowTest, StartsWithTwoPanesOnTheHomeFolder)
+{
+    Open();
+    EXPECT_EQ(CountPanes(), 2);
+    EXPECT_EQ(PanePath(0), HomeFolder());
+    EXPECT_EQ(PanePath(1), HomeFolder());
+    EXPECT_EQ(FocusedPane(), 0);
+    Locked([&] { EXPECT_EQ(fWindow->Frame(), BRect(10, 40, 809, 639)); });
+}
+
+TEST_F(NorvaneWindowTest, AMissingPaneIsOnTheHomeFolder)
+{
+    WriteSettings("NumPanes=3\nPane0=" + fTree.Path("one") + "\nPane2=" + fTree.Path("two") + "\n");
+    Open();
+    ASSERT_EQ(CountPanes(), 3);
+    EXPECT_EQ(PanePath(0), fTree.Path("one"));
+    EXPECT_EQ(PanePath(1), HomeFolder());
+    EXPECT_EQ(PanePath(2), fTree.Path("two"));
+    EXPECT_EQ(FocusedPane(), 0);
+}
+
+TEST_F(NorvaneWindowTest, HasTenPanesAtMost)
+{
+    WriteSettings("NumPanes=12\n");
+    Open();
+    EXPECT_EQ(CountPanes(), 10);
+    Send(120);
+    EXPECT_EQ(CountPanes(), 10);
+}
+
+TEST_F(NorvaneWindowTest, RestoresTheFrame)
+{
+    WriteSettings("Left=33\nTop=44\nWidth=555\nHeight=333\n");
+    Open();
+    Locked([&] { EXPECT_EQ(fWindow->Frame(), BRect(33, 44, 588, 377)); });
+}
+
+TEST_F(NorvaneWindowTest, AMissingTopIsLikeLeftAndAMissingHeightLikeWidth)
+{
+    WriteSettings("Left=50\nWidth=400\n");
+    Open();
+    Locked([&] { EXPECT_EQ(fWindow->Frame(), BRect(50, 50, 450, 450)); });
+}
+
+TEST_F(NorvaneWindowTest, ANegativeLeftComesBackAsZero)
+{
+    WriteSettings("Left=-120\nTop=44\nWidth=400\nHeight=300\n");
+    Open();
+    Locked([&] { EXPECT_EQ(fWindow->Frame(), BRect(0, 44, 400, 344)); });
+}
+
+TEST_F(NorvaneWindowTest, AFrameThatNoScreenShowsIsMovedOntoOne)
+{
+    WriteSettings("Left=20000\nTop=30000\nWidth=400\nHeight=300\n");
+    Open();
+    Locked([&] {
+        const BRect screen = BScreen(B_MAIN_SCREEN_ID).Frame();
+        EXPECT_TRUE(screen.Contains(fWindow->Frame().LeftTop()));
+        EXPECT_EQ(fWindow->Frame().Width(), 400);
+    });
+}
+
+TEST_F(NorvaneWindowTest, PanesShareTheWidth)
+{
+    WriteSettings("NumPanes=3\nWidth=800\nHeight=500\n");
+    Open();
+    Locked([&] {
+        float left = 0;
+        for (int32 pane = 0; pane < 3; pane++) {
+            const BRect frame = fWindow->PaneAt(pane)->Frame();
+            EXPECT_EQ(frame.left, left);
+            EXPECT_EQ(frame.top, 20);
+            EXPECT_NEAR(frame.Width(), 800.0f / 3, 0.01);
+            EXPECT_EQ(frame.Height(), 480);
+            left = frame.right + 1;
+        }
+    });
+}
+
+TEST_F(NorvaneWindowTest, TenPanesInATinyWindowDoNoHarm)
+{
+    WriteSettings("NumPanes=10\n");
+    Open();
+    for (const float size : {5.0f, 0.0f, 300.0f}) {
+        Locked([&] { fWindow->ResizeTo(size, size); });
+        ASSERT_TRUE(kits::testing::Sync(fWindow));
+    }
+    Locked([&] {
+        for (int32 pane = 0; pane < 10; pane++) {
+            EXPECT_GE(fWindow->PaneAt(pane)->Frame().top, 20);
+        }
+    });
+}
+
+TEST_F(NorvaneWindowTest, RestoresColumnWidthsInEveryPane)
+{
+    WriteSettings("NumPanes=2\nColumn1=131\nColumn4=77\n");
+    Open();
+    Locked([&] {
+        for (int32 pane = 0; pane < 2; pane++) {
+            EXPECT_EQ(fWindow->PaneAt(pane)->ColumnWidth(1), 131);
+            EXPECT_EQ(fWindow->PaneAt(pane)->ColumnWidth(2), 70);
+            EXPECT_EQ(fWindow->PaneAt(pane)->ColumnWidth(4), 77);
+        }
+    });
+}
+
+TEST_F(NorvaneWindowTest, FoldersGivenTakeThePlaceOfSavedOnes)
+{
+    WritePanes({"one", "two"});
+    Open({fTree.Path("three")});
+    ASSERT_EQ(CountPanes(), 2);
+    EXPECT_EQ(PanePath(0), fTree.Path("three"));
+    EXPECT_EQ(PanePath(1), fTree.Path("two"));
+}
+
+TEST_F(NorvaneWindowTest, ThereAreAsManyPanesAsFoldersGiven)
+{
+    WritePanes({"one"});
+    Open({fTree.Path("three"), fTree.Path("two"), fTree.Path("one")});
+    ASSERT_EQ(CountPanes(), 3);
+    EXPECT_EQ(PanePath(2), fTree.Path("one"));
+}
+
+TEST_F(NorvaneWindowTest, FoldersThatCannotBeShownAreToldOnce)
+{
+    WritePanes({"gone", "one", "alsogone"});
+    Open();
+    std::string text;
+    ASSERT_TRUE(kits::testing::AnswerAlert("OK", &text));
+    EXPECT_NE(text.find(fTree.Path("gone")), std::string::npos);
+    EXPECT_NE(text.find(fTree.Path("alsogone")), std::string::npos);
+    EXPECT_EQ(text.find(fTree.Path("one")), std::string::npos);
+    EXPECT_EQ(PanePath(0), HomeFolder());
+}
+
+TEST_F(NorvaneWindowTest, SavesWhatItRestores)
+{
+    WriteSettings("Left=33\nTop=44\nWidth=555\nHeight=333\nNumPanes=2\nPane0=" + fTree.Path("one") +
+                  "\nPane1=" + fTree.Path("two") + "\nColumn1=131\nDateFormat=%H\n");
+    Open();
+    Locked([&] {
+        fWindow->AddFilePane(fTree.Path("three").c_str());
+        fWindow->PaneAt(0)->SetColumnWidth(1, 99);
+        fWindow->SaveSettings();
+    });
+    EXPECT_EQ(Setting("Left"), "33");
+    EXPECT_EQ(Setting("Top"), "44");
+    EXPECT_EQ(Setting("Width"), "555");
+    EXPECT_EQ(Setting("Height"), "333");
+    EXPECT_EQ(Setting("NumPanes"), "3");
+    EXPECT_EQ(Setting("Pane0"), fTree.Path("one"));
+    EXPECT_EQ(Setting("Pane2"), fTree.Path("three"));
+    EXPECT_EQ(Setting("Column1"), "99");
+    EXPECT_EQ(Setting("Column3"), "145");
+    EXPECT_EQ(Setting("DateFormat"), "%H");
+}
+
+TEST_F(NorvaneWindowTest, SavesWithoutAnyPane)
+{
+    Open();
+    Locked([&] {
+        fWindow->Clear();
+        fWindow->SaveSettings();
+    });
+    EXPECT_EQ(Setting("NumPanes"), "0");
+}
+
+} // namespace norvane

@@ -1,0 +1,165 @@
+#include "fileops/OverWin.h"
+
+#include "ApplicationEnvironment.h"
+#include "fileops/Operations.h"
+
+#include <Button.h>
+#include <Message.h>
+#include <StringView.h>
+
+#include <gtest/gtest.h>
+
+#include <future>
+
+namespace norvane {
+
+using kits::testing::FindView;
+using kits::testing::WaitFor;
+
+/// The overwrite question, asked as an operation's thread asks it.
+class OverWinTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        fWindow = new OverWin(BRect(100, 100, 700, 500), "Item Exists", nullptr);
+    }
+    void TearDown() override
+    {
+        Operations::Resume();
+        if (fWindow != nullptr && fWindow->Lock()) {
+            fWindow->Quit();
+        }
+    }
+
+    std::future<uint32> Ask()
+    {
+        fWindow->DoDisplay();
+        return std::async(std::launch::async, [this] {
+            fWindow->WaitForAnswer();
+            return fWindow->GetRetType();
+        });
+    }
+
+    void Press(const char* button)
+    {
+        ASSERT_TRUE(kits::testing::WaitUntilAnswers(fWindow));
+        kits::testing::Click(FindView(fWindow, button));
+    }
+
+    OverWin* fWindow = nullptr; // deletes itself
+};
+
+TEST_F(OverWinTest, IsHiddenWithoutAnAnswerAtFirst)
+{
+    EXPECT_FALSE(fWindow->IsShown());
+    EXPECT_TRUE(fWindow->IsHidden());
+    EXPECT_EQ(fWindow->GetRetType(), uint32(kAnswerNone));
+}
+
+TEST_F(OverWinTest, IsCentredOnTheFrame)
+{
+    EXPECT_EQ(fWindow->Frame(), BRect(175, 219, 625, 381));
+}
+
+TEST_F(OverWinTest, ShowsPathsCrossedWithDetails)
+{
+    fWindow->SetPaths("/from/a", "/to/a", "5 Bytes", "2 K");
+    ASSERT_TRUE(fWindow->Lock());
+    std::string lines;
+    BView* container = fWindow->FindView("FtpConContainer");
+    for (int32 index = 0; index < 4; index++) {
+        lines += dynamic_cast<BStringView*>(container->ChildAt(index))->Text() + std::string("|");
+    }
+    fWindow->Unlock();
+    EXPECT_EQ(lines, "Overwrite: /from/a|5 Bytes|With file: /to/a|2 K|");
+}
+
+struct AnswerRow
+{
+    const char* button;
+    uint32 answer;
+};
+
+class OverWinAnswerTest : public OverWinTest, public ::testing::WithParamInterface<AnswerRow>
+{
+};
+
+TEST_P(OverWinAnswerTest, GivesTheButtonsAnswerAndHides)
+{
+    std::future<uint32> answer = Ask();
+    Press(GetParam().button);
+    EXPECT_EQ(answer.get(), GetParam().answer);
+    EXPECT_FALSE(fWindow->IsShown());
+    EXPECT_EQ(fWindow->GetRetType(), GetParam().answer);
+}
+
+INSTANTIATE_TEST_SUITE_P(Buttons, OverWinAnswerTest,
+                         ::testing::Values(AnswerRow{"Overwrite", 1000},
+                                           AnswerRow{"OverwriteAll", 1001},
+                                           AnswerRow{"OverwriteOlder", 1002},
+                                           AnswerRow{"Skip", 1003}, AnswerRow{"SkipAll", 1004},
+                                           AnswerRow{"Cancel", 1005}));
+
+TEST_F(OverWinTest, ANewQuestionForgetsTheLastAnswer)
+{
+    std::future<uint32> first = Ask();
+    Press("Skip");
+    EXPECT_EQ(first.get(), uint32(kAnswerSkip));
+    std::future<uint32> second = Ask();
+    EXPECT_EQ(fWindow->GetRetType(), uint32(kAnswerNone));
+    Press("Overwrite");
+    EXPECT_EQ(second.get(), uint32(kAnswerOverwrite));
+}
+
+TEST_F(OverWinTest, EnterPressesTheButtonWithTheFocus)
+{
+    std::future<uint32> answer = Ask();
+    ASSERT_TRUE(kits::testing::WaitForFocus(fWindow));
+    ASSERT_TRUE(kits::testing::WaitUntilAnswers(fWindow));
+    kits::testing::TypeKey(B_ENTER);
+    EXPECT_EQ(answer.get(), uint32(kAnswerOverwrite));
+}
+
+TEST_F(OverWinTest, IgnoresAnswersWhileItIsNotShown)
+{
+    std::future<uint32> answer = Ask();
+    Press("Skip");
+    answer.get();
+    fWindow->PostMessage(uint32(kAnswerOverwriteAll));
+    fWindow->PostMessage(kAnswerForQuit);
+    ASSERT_TRUE(kits::testing::Sync(fWindow));
+    EXPECT_EQ(fWindow->GetRetType(), uint32(kAnswerSkip));
+}
+
+TEST_F(OverWinTest, IgnoresAnAnswerToTheQuestionBefore)
+{
+    std::future<uint32> first = Ask();
+    BMessage late(kAnswerOverwriteAll);
+    late.AddInt32("question", 1);
+    Press("Skip");
+    first.get();
+    std::future<uint32> second = Ask();
+    fWindow->PostMessage(&late);
+    ASSERT_TRUE(kits::testing::Sync(fWindow));
+    EXPECT_TRUE(fWindow->IsShown());
+    Press("Cancel");
+    EXPECT_EQ(second.get(), uint32(kAnswerCancel));
+}
+
+TEST_F(OverWinTest, QuittingAnswersTheOpenQuestion)
+{
+    const Operations::Running running{BMessenger(fWindow)};
+    std::future<uint32> answer = Ask();
+    Operations::BeginQuit();
+    EXPECT_EQ(answer.get(), uint32(kAnswerCancel));
+}
+
+TEST_F(OverWinTest, QuittingAnswersQuestionsThatComeLater)
+{
+    Operations::BeginQuit();
+    std::future<uint32> answer = Ask();
+    EXPECT_EQ(answer.get(), uint32(kAnswerCancel));
+}
+
+} // namespace norvane

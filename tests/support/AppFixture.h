@@ -1,0 +1,140 @@
+#pragma once
+
+#include "ApplicationEnvironment.h"
+#include "TempTree.h"
+#include "app/NorvaneWindow.h"
+#include "panes/DirPane.h"
+#include "panes/DirView.h"
+
+#include <Autolock.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <functional>
+#include <string>
+#include <vector>
+
+/// A main window with settings of its own in a temporary tree.
+class AppFixture : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        setenv("XDG_CONFIG_HOME", fTree.Path("config").c_str(), 1);
+        fTree.MakeFolder("config");
+        for (const char* folder : {"one", "two", "three"}) {
+            fTree.MakeFolder(folder);
+        }
+    }
+
+    void TearDown() override
+    {
+        if (fWindow != nullptr && fWindow->Lock()) {
+            fWindow->Quit();
+        }
+    }
+
+    void WriteSettings(const std::string& lines)
+    {
+        fTree.Write("config/Norvane/Norvane.pref", lines);
+    }
+
+    std::string Setting(const std::string& key)
+    {
+        const std::string text = "\n" + fTree.Read("config/Norvane/Norvane.pref");
+        const size_t start = text.find("\n" + key + "=");
+        if (start == std::string::npos) {
+            return "(missing)";
+        }
+        const size_t value = start + key.size() + 2;
+        return text.substr(value, text.find('\n', value) - value);
+    }
+
+    /// Settings for panes on these folders of the tree.
+    void WritePanes(const std::vector<std::string>& folders)
+    {
+        std::string lines = "NumPanes=" + std::to_string(folders.size()) + "\n";
+        for (size_t pane = 0; pane < folders.size(); pane++) {
+            lines += "Pane" + std::to_string(pane) + "=" + fTree.Path(folders[pane]) + "\n";
+        }
+        WriteSettings(lines);
+    }
+
+    void Open(const std::vector<std::string>& folders = {})
+    {
+        fWindow = new norvane::NorvaneWindow(BRect(10, 40, 809, 639), true, folders);
+        fWindow->Show();
+        ASSERT_TRUE(kits::testing::WaitForFocus(fWindow));
+    }
+
+    /// Runs `work` in the window's lock.
+    void Locked(const std::function<void()>& work)
+    {
+        const BAutolock lock(fWindow);
+        ASSERT_TRUE(lock.IsLocked());
+        work();
+    }
+
+    std::string PanePath(int32 pane)
+    {
+        std::string path;
+        Locked([&] { path = fWindow->PaneAt(pane)->GetDirView()->Path(); });
+        return path;
+    }
+
+    int32 CountPanes()
+    {
+        int32 count = 0;
+        Locked([&] { count = fWindow->CountPanes(); });
+        return count;
+    }
+
+    void Focus(int32 pane)
+    {
+        Locked([&] { fWindow->PaneAt(pane)->SetFocus(); });
+    }
+
+    int32 FocusedPane()
+    {
+        int32 found = -1;
+        Locked([&] {
+            for (int32 pane = 0; pane < fWindow->CountPanes(); pane++) {
+                if (fWindow->PaneAt(pane) == fWindow->GetFocusedPane()) {
+                    found = pane;
+                }
+            }
+        });
+        return found;
+    }
+
+    void Send(uint32 what)
+    {
+        fWindow->PostMessage(what);
+        ASSERT_TRUE(kits::testing::Sync(fWindow));
+    }
+
+    void Send(BMessage& message)
+    {
+        fWindow->PostMessage(&message);
+        ASSERT_TRUE(kits::testing::Sync(fWindow));
+    }
+
+    /// Selects the row of that name in a pane.
+    void Select(int32 pane, const std::string& name)
+    {
+        Locked([&] {
+            norvane::DirView* list = fWindow->PaneAt(pane)->GetDirView();
+            for (int32 row = 0; row < list->CountItems(); row++) {
+                if (list->RowAt(row)->Name() == name) {
+                    list->Select(row);
+                    return;
+                }
+            }
+            FAIL() << "no row " << name;
+        });
+    }
+
+    TempTree fTree;
+    norvane::NorvaneWindow* fWindow = nullptr; // deletes itself
+};
