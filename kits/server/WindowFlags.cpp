@@ -75,11 +75,11 @@ SizeLimits SizeLimitsFor(const WindowShape& shape)
     const QSize size = RectFrom(shape.frame).size();
     limits.smallest = QSize(PixelsOf(shape.minWidth), PixelsOf(shape.minHeight));
     limits.largest = QSize(PixelsOf(shape.maxWidth), PixelsOf(shape.maxHeight));
-    if (Has(shape, B_NOT_H_RESIZABLE)) {
+    if (Has(shape, B_NOT_RESIZABLE) || Has(shape, B_NOT_H_RESIZABLE)) {
         limits.smallest.setWidth(size.width());
         limits.largest.setWidth(size.width());
     }
-    if (Has(shape, B_NOT_V_RESIZABLE)) {
+    if (Has(shape, B_NOT_RESIZABLE) || Has(shape, B_NOT_V_RESIZABLE)) {
         limits.smallest.setHeight(size.height());
         limits.largest.setHeight(size.height());
     }

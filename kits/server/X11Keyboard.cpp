@@ -16,6 +16,10 @@ namespace {
 
 QNativeInterface::QX11Application* Application()
 {
+    // The headless platform offers the interface too, with no display behind it.
+    if (QGuiApplication::platformName() != QStringLiteral("xcb")) {
+        return nullptr;
+    }
     return qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
 }
 
