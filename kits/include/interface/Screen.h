@@ -1,0 +1,36 @@
+#pragma once
+
+#include <GraphicsDefs.h>
+#include <Rect.h>
+
+class BWindow;
+
+/// What can be known of the screen. Thread: any.
+class BScreen
+{
+public:
+    explicit BScreen(screen_id id = B_MAIN_SCREEN_ID);
+    /// The screen of that window, which may be null.
+    explicit BScreen(BWindow* window);
+
+    bool IsValid() const;
+    screen_id ID() const;
+    /// The whole screen, in units: right and bottom are one less than its size.
+    BRect Frame() const;
+    /// Kit extension. What panels leave of the screen.
+    BRect AvailableFrame() const;
+    color_space ColorSpace() const;
+    /// Lends the system's colour map, which never changes.
+    const color_map* ColorMap() const;
+    /// The entry of the colour map nearest to the colour; the transparent entry when alpha is 0.
+    uint8 IndexForColor(rgb_color color) const;
+    uint8 IndexForColor(uint8 red, uint8 green, uint8 blue, uint8 alpha = 255) const;
+    rgb_color ColorForIndex(uint8 index) const;
+    uint8 InvertIndex(uint8 index) const;
+
+private:
+    screen_id fId;
+};
+
+/// Lends the system's colour map. Thread: any.
+const color_map* system_colors();
