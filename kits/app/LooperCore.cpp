@@ -258,10 +258,13 @@ void LooperCore::WaitForEnd()
     if (!HasRun() || Thread() == ThisThread()) {
         return;
     }
-    MutexLock lock(fEndMutex);
-    while (!fHasEnded) {
-        fEnd.Wait(fEndMutex);
+    {
+        MutexLock lock(fEndMutex);
+        while (!fHasEnded) {
+            fEnd.Wait(fEndMutex);
+        }
     }
+    wait_for_thread(Thread(), nullptr); // it still has a few steps to go; fails when it is gone
 }
 
 bool LooperCore::HasEnded(const std::shared_ptr<LooperCore>& listener)
