@@ -200,6 +200,9 @@ public:
     bool TakesAnswers() const;
     /// Whether showing it takes the focus; true unless changed. Each Show() looks at it.
     void SetTakesFocus(bool takesFocus);
+    /// False for a window that shows progress: keys typed before a person chose it go on to its opener
+    /// (kits::ShowRequest::takesKeys). True unless changed. Before Show().
+    void SetTakesKeys(bool takesKeys);
 
 protected:
     void QueueEmpty() override;
