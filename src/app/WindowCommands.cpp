@@ -1,5 +1,6 @@
 #include "app/MenuTable.h"
 #include "app/NorvaneWindow.h"
+#include "fileops/CopyWin.h"
 #include "fileops/OverWin.h"
 #include "panes/DirPane.h"
 #include "panes/DirView.h"
@@ -73,6 +74,9 @@ void NorvaneWindow::MessageReceived(BMessage* message)
         break;
     case kPreferencesSaved:
         GetPreferences();
+        break;
+    case kTakeActivation:
+        Activate();
         break;
     case kTellMissingFolders:
         TellMissingFolders();

@@ -59,9 +59,12 @@ CopyWin::CopyWin(BRect frame, const char* title, const char* path, BMessage* req
     if (!ShowsOverallBar(*request)) {
         ResizeBy(0, -kOverallBarHeight);
     }
-    if (handler != nullptr && handler->Looper() != nullptr) {
-        SetOpener(dynamic_cast<BWindow*>(handler->Looper()));
+    BWindow* opener = handler != nullptr ? dynamic_cast<BWindow*>(handler->Looper()) : nullptr;
+    if (opener != nullptr) {
+        SetOpener(opener);
+        fOpener = BMessenger(nullptr, opener);
     }
+    SetTakesKeys(false);
     StartWithoutActivation();
     Show();
 }
@@ -120,12 +123,22 @@ void CopyWin::DoOp()
         return;
     }
     fIsPending = false;
+    GiveActivationBack();
     SetLongRunning(true);
     PerformOp(fRequest.get());
     BMessage done(kOperationDone);
     done.AddPointer("WindowHandle", this);
     fHandler.SendMessage(&done);
     PostMessage(B_QUIT_REQUESTED);
+}
+
+void CopyWin::GiveActivationBack()
+{
+    if (IsActive()) {
+        fOpener.SendMessage(kTakeActivation);
+    }
+    // From here on it only comes and goes around questions.
+    SetTakesFocus(false);
 }
 
 void CopyWin::PerformOp(BMessage* request)
@@ -205,7 +218,7 @@ void CopyWin::HideForQuestion()
 
 void CopyWin::ShowAgain()
 {
-    ShowWithoutActivation();
+    Show();
 }
 
 void CopyWin::ShowForQuit()
@@ -213,7 +226,7 @@ void CopyWin::ShowForQuit()
     // Hidden by a question that was answered with Skip, it would leave a program that does not end
     // and does not say why.
     while (Operations::IsQuitting() && IsHidden()) {
-        ShowWithoutActivation();
+        Show();
     }
 }
 

@@ -23,6 +23,8 @@ class OverWin;
 /// Sent to the handler when the operation ended; carries the pointer "WindowHandle", to compare
 /// only.
 constexpr uint32 kOperationDone = 511;
+/// Sent to the window that an operation was started from: it had the activation, and takes it back.
+constexpr uint32 kTakeActivation = 'TakA';
 /// A request to fetch entries from a server.
 constexpr uint32 kDownloadRequest = 604;
 
@@ -63,6 +65,7 @@ public:
 private:
     static bool ShowsOverallBar(const BMessage& request);
     void StartWithoutActivation();
+    void GiveActivationBack();
     void CopyItems(const std::vector<entry_ref>& items);
     void StartTotals(const std::vector<entry_ref>& items);
     void ShowForQuit();
@@ -85,6 +88,7 @@ private:
     std::string fPath;
     std::unique_ptr<BMessage> fRequest;
     BMessenger fHandler;
+    BMessenger fOpener;
     bool fIsPending = true;
     bool fIsStopped = false;
 

@@ -29,8 +29,8 @@ BStringView* AddLine(BView* container, BRect frame, const char* name, const char
 
 void CopyWin::BuildViews()
 {
-    BView* container =
-        new BView(BRect(0, 0, 310, 212), "FtpConContainer", B_FOLLOW_LEFT_TOP, B_WILL_DRAW);
+    BView* container = new BView(BRect(0, 0, 310, 212), "FtpConContainer",
+                                 B_FOLLOW_LEFT | B_FOLLOW_TOP, B_WILL_DRAW);
     container->SetViewColor(kGrey);
     container->SetLowColor(kGrey);
     AddChild(container);

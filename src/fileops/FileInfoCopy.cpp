@@ -1,6 +1,7 @@
 #include "fileops/FileInfoCopy.h"
 
 #include <Bitmap.h>
+#include <Node.h>
 #include <NodeInfo.h>
 
 namespace norvane {
