@@ -12,9 +12,7 @@ enum : uint32 {
     B_STOP_WATCHING = 0x0000,
     B_WATCH_NAME = 0x0001,
     B_WATCH_STAT = 0x0002,
-    B_WATCH_ATTR = 0x0004,
     B_WATCH_DIRECTORY = 0x0008,
-    B_WATCH_ALL = 0x000f,
     B_WATCH_MOUNT = 0x0010,
 };
 
@@ -28,8 +26,7 @@ enum : int32 {
     B_ENTRY_MOVED = 3,
     B_STAT_CHANGED =
         4, ///< "device", "node", and "directory", "name" for an entry of a watched folder
-    B_ATTR_CHANGED = 5,     ///< as B_STAT_CHANGED
-    B_DEVICE_MOUNTED = 6,   ///< "device" and "directory" (of the mount point's own folder)
+    B_DEVICE_MOUNTED = 6,   ///< "device"
     B_DEVICE_UNMOUNTED = 7, ///< "device"
 };
 
@@ -39,13 +36,12 @@ enum : int32 {
 /// B_WATCH_DIRECTORY: its entries made, removed and renamed. B_WATCH_STAT for a file of a folder
 /// that `target` watches turns stat notices of all files of that folder on, as B_WATCH_DIRECTORY |
 /// B_WATCH_STAT for the folder does; those of one file come at most every 100 ms, the last one
-/// always. B_WATCH_NAME for a folder tells its removal and renaming. Calls add to what is watched
-/// already; B_STOP_WATCHING ends the watch of this node. With B_WATCH_MOUNT, `node` may be null.
-/// Start the watch, then read the folder: no change is lost in between.
-/// Thread: any.
-/// Errors: B_BAD_VALUE (null, no such target), B_ENTRY_NOT_FOUND when the node is not known to the
-/// kit, B_PERMISSION_DENIED when the folder cannot be read, B_NO_MEMORY when the limit of watches
-/// is reached.
+/// always. B_WATCH_NAME for a folder tells its own removal and renaming. Calls add to what is
+/// watched already; B_STOP_WATCHING ends the watch of this node. With B_WATCH_MOUNT, `node` may be
+/// null. Start the watch, then read the folder: no change is lost in between. Thread: any. Errors:
+/// B_BAD_VALUE (null, no such target), B_ENTRY_NOT_FOUND when the node is not known to the kit,
+/// B_PERMISSION_DENIED when the folder cannot be read, B_NO_MEMORY when the limit of watches is
+/// reached.
 status_t watch_node(const node_ref* node, uint32 flags, const BMessenger& target);
 status_t watch_node(const node_ref* node, uint32 flags, const BHandler* handler,
                     const BLooper* looper = nullptr);

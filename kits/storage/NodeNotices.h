@@ -1,0 +1,51 @@
+#pragma once
+
+#include <Messenger.h>
+#include <NodeMonitor.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kits {
+
+/// Who watches something, and what of it.
+struct WatchTarget
+{
+    BMessenger messenger;
+    uint32 flags = 0;
+};
+
+/// The watchers of one thing. Those that are gone are forgotten when a notice does not reach them.
+class WatchTargets
+{
+public:
+    void Add(const BMessenger& messenger, uint32 flags);
+    void Remove(const BMessenger& messenger);
+    uint32 FlagsOf(const BMessenger& messenger) const;
+    bool AnyWants(uint32 flags) const;
+    bool IsEmpty() const { return fTargets.empty(); }
+    const std::vector<WatchTarget>& Targets() const { return fTargets; }
+
+    /// Sends a copy to every target that has one of `flags`.
+    void Send(BMessage& message, uint32 flags);
+
+private:
+    std::vector<WatchTarget> fTargets;
+};
+
+/// What a notice speaks of.
+struct NoticeEntry
+{
+    dev_t device = 0;
+    ino_t directory = 0;
+    ino_t node = 0;
+    std::string_view name;
+};
+
+BMessage EntryNotice(int32 opcode, const NoticeEntry& entry);
+/// `from` and `to`: folders, 0 when not known.
+BMessage MoveNotice(const NoticeEntry& entry, ino_t from, ino_t to, std::string_view fromName);
+BMessage DeviceNotice(int32 opcode, dev_t device);
+
+} // namespace kits

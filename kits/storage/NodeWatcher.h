@@ -1,0 +1,123 @@
+#pragma once
+
+#include "FolderTable.h"
+#include "MountTable.h"
+#include "NameTable.h"
+#include "NodeNotices.h"
+
+#include <Node.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace kits {
+
+/// The one thread behind watch_node(): turns the kernel's notices into messages with all their
+/// fields.
+///
+/// All data belongs to that thread; others hand it tasks and wait for their end, which is safe with
+/// any looper locked: the thread only posts, it locks no looper. It lives as long as the program.
+class NodeWatcher
+{
+public:
+    static NodeWatcher& Get();
+
+    status_t Watch(const node_ref* node, uint32 flags, const BMessenger& target);
+    status_t StopWatching(const BMessenger& target);
+
+private:
+    /// A watched folder; the kernel knows it by `watch`, and the same folder always by the same.
+    struct Folder
+    {
+        int watch = -1;
+        node_ref node;
+        FolderHold hold;
+        NameTable names;
+        WatchTargets targets;
+        bool hasNames = false;
+        // Where it lies itself, for notices about it.
+        ino_t parent = 0;
+        std::string leaf;
+        // The parent's watch, which tells when this folder goes: while anyone has it open the
+        // kernel does not.
+        int guard = -1;
+        int32 guarded = 0; // how many folders below have their guard here
+    };
+
+    struct Event
+    {
+        int watch;
+        uint32 mask;
+        uint32 cookie;
+        std::string_view name;
+    };
+
+    /// When the last stat notice of a node went out, and whether one is due.
+    struct StatState
+    {
+        bigtime_t lastSent = 0;
+        bool isDue = false;
+        std::string name;
+    };
+
+    NodeWatcher();
+
+    // Any thread.
+    status_t Call(const std::function<status_t()>& task);
+
+    // The watcher's thread.
+    void Run();
+    void RunTasks();
+    int PollTimeout() const;
+
+    status_t AddWatch(const node_ref& node, uint32 flags, const BMessenger& target);
+    status_t AddFolder(const FolderHold& hold, uint32 mask, Folder** added);
+    status_t AddStatWatch(const node_ref& node, const BMessenger& target);
+    status_t ReadNames(Folder* folder, NameTable* names) const;
+    void Guard(Folder* folder);
+    void Unguard(Folder* folder);
+    void RemoveTarget(Folder* folder, const BMessenger& target);
+    void ForgetIfUnwatched(int watch);
+    void Forget(Folder* folder);
+    Folder* FolderOf(int watch) const;
+
+    void ReadEvents();
+    bool ReadMore(std::vector<char>* bytes) const;
+    void Handle(std::vector<Event>* events);
+    void HandleOne(std::vector<Event>* events, size_t index);
+    void Created(Folder* folder, std::string_view name);
+    void Removed(Folder* folder, std::string_view name);
+    void Moved(Folder* from, std::string_view fromName, Folder* to, std::string_view toName);
+    void MovedIn(Folder* to, std::string_view name);
+    void MovedAway(Folder* from, std::string_view name);
+    void ReplaceExisting(Folder* folder, std::string_view name, ino_t byNode);
+    void Changed(Folder* folder, std::string_view name);
+    void SelfChanged(Folder* folder, uint32 mask);
+    void SelfGone(Folder* folder);
+    void CheckGuarded(const Folder* parent, std::string_view name);
+    void RereadAll();
+    void Reread(Folder* folder);
+    void SendDueStats();
+    void MountsChanged();
+    std::optional<struct stat> StatOf(const Folder* folder, std::string_view name) const;
+
+    UniqueFd fInotify;
+    UniqueFd fWake;
+    std::unordered_map<int, std::unique_ptr<Folder>> fFolders; // by watch
+    std::map<std::pair<int, ino_t>, StatState> fStats;         // by watch and node
+    WatchTargets fMountTargets;
+    std::unique_ptr<MountTable> fMounts; // null while nobody asks
+    bool fHasOverflown = false;
+    time_t fLastDrained = 0; // wall clock: all changes before it have been told
+
+    std::mutex fMutex; // guards fTasks
+    std::vector<std::function<void()>> fTasks;
+};
+
+} // namespace kits
