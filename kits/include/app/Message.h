@@ -16,7 +16,7 @@ struct entry_ref;
 
 namespace kits {
 class MessageFields;
-class MessageDelivery;
+struct MessageDelivery;
 
 /// Gives the kits what a posted message carries along: from whom, to whom, whether a reply is
 /// awaited; and what it is made of.
