@@ -173,10 +173,15 @@ void NativeWindow::Show(const ShowRequest& request)
     }
     state.windows.Raise(fToken);
     state.input.ResetClicks();
+    const bool takesFocus = request.takesFocus && !IsPopUp();
+    fSurface->setProperty("_q_showWithoutActivating", !takesFocus);
+    NativeWindow* focused = state.windows.Find(state.router.Focused());
     fSurface->setVisible(true);
     // Without a window manager nobody else gives it the focus.
-    if (request.takesFocus && !IsPopUp()) {
+    if (takesFocus) {
         fSurface->requestActivate();
+    } else if (state.givesFocusUnasked && !IsPopUp() && focused != nullptr) {
+        focused->fSurface->requestActivate();
     }
     ScaleMayHaveChanged();
 }
@@ -244,7 +249,10 @@ void NativeWindow::Activate()
     if (!fIsShown) {
         return;
     }
-    fSurface->raise();
+    if (!ServerState::Get().givesFocusUnasked) {
+        fSurface->raise();
+    }
+    ServerState::Get().windows.Raise(fToken);
     fSurface->requestActivate();
 }
 

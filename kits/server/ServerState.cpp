@@ -25,6 +25,7 @@ ServerState::ServerState() : input(*this)
     sState = this;
     icons.Start();
     canGrabMouse = QGuiApplication::platformName() == QStringLiteral("xcb");
+    givesFocusUnasked = QGuiApplication::platformName() == QStringLiteral("offscreen");
     router.SetRepeatRule(x11::UseDetectableRepeats() || !canGrabMouse
                              ? InputRouter::RepeatRule::kPressWithoutRelease
                              : InputRouter::RepeatRule::kTimestamps);

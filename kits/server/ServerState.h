@@ -29,6 +29,8 @@ public:
     /// What the system cannot do on every platform: headless and Wayland give no mouse grab to
     /// windows.
     bool canGrabMouse = false;
+    /// The headless platform gives the focus to every window that is shown, and knows no order.
+    bool givesFocusUnasked = false;
 
 private:
     void WatchScreens();

@@ -181,17 +181,16 @@ TEST_F(NativeInputTest, KeepsInputFromABlockedWindow)
 TEST_F(NativeInputTest, GivesTheCaptureAllMouseEvents)
 {
     ShowA();
-    kits::ShowRequest request;
-    request.takesFocus = false;
-    fB.Show(request);
+    TestWindow beside("beside", BRect(300, 100, 399, 199));
+    beside.Show(OpenedBy(fA));
     fA.Link().SetMouseCapture(true);
 
-    ClickAt(BPoint(95, 105));
+    ClickAt(BPoint(310, 105));
     fA.Link().SetMouseCapture(false);
-    ClickAt(BPoint(95, 105));
+    ClickAt(BPoint(310, 105));
 
-    ASSERT_TRUE(fB.Looper().WaitForCount(B_MOUSE_UP, 1));
-    EXPECT_EQ(fB.Looper().Count(B_MOUSE_DOWN), 1u);
+    ASSERT_TRUE(beside.Looper().WaitForCount(B_MOUSE_UP, 1));
+    EXPECT_EQ(beside.Looper().Count(B_MOUSE_DOWN), 1u);
     ASSERT_TRUE(fA.Looper().WaitForCount(B_MOUSE_UP, 1));
-    EXPECT_EQ(FieldOf(fA.Looper().Messages(B_MOUSE_DOWN).front(), "window"), fB.Token());
+    EXPECT_EQ(FieldOf(fA.Looper().Messages(B_MOUSE_DOWN).front(), "window"), beside.Token());
 }
