@@ -41,11 +41,6 @@ void BControl::DetachedFromWindow()
     BView::DetachedFromWindow();
 }
 
-void BControl::MessageReceived(BMessage* message)
-{
-    BView::MessageReceived(message);
-}
-
 void BControl::MakeFocus(bool focused)
 {
     if (focused == IsFocus() || (focused && !fIsEnabled)) {
@@ -70,16 +65,6 @@ void BControl::KeyDown(const char* bytes, int32 byteCount)
         SetValue(Value() == B_CONTROL_OFF ? B_CONTROL_ON : B_CONTROL_OFF);
         Invoke();
     }
-}
-
-void BControl::MouseUp(BPoint where)
-{
-    BView::MouseUp(where);
-}
-
-void BControl::MouseMoved(BPoint where, uint32 transit, const BMessage* dragged)
-{
-    BView::MouseMoved(where, transit, dragged);
 }
 
 void BControl::SetLabel(const char* label)

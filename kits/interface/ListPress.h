@@ -22,10 +22,10 @@ public:
     bool WasSelected() const { return fWasSelected; }
 
     /// Whether the pointer has gone far enough for the hand to have meant it.
-    bool HasLeft(BPoint pointer, float distance) const
+    bool HasLeft(BPoint place, float distance) const
     {
-        return pointer.x < fWhere.x - distance || pointer.x > fWhere.x + distance ||
-               pointer.y < fWhere.y - distance || pointer.y > fWhere.y + distance;
+        return place.x < fWhere.x - distance || place.x > fWhere.x + distance ||
+               place.y < fWhere.y - distance || place.y > fWhere.y + distance;
     }
 
     bool wasDragOffered = false;

@@ -55,11 +55,6 @@ void BListView::FrameResized(float width, float height)
     FixScrollBar();
 }
 
-void BListView::ScrollTo(BPoint where)
-{
-    BView::ScrollTo(where);
-}
-
 void BListView::SetFont(const BFont* font, uint32 mask)
 {
     BView::SetFont(font, mask);

@@ -266,6 +266,9 @@ void BListView::MakeFocus(bool focused)
 void BListView::WindowActivated(bool active)
 {
     BView::WindowActivated(active);
+    if (IsFocus() && fScrollView == nullptr) {
+        Invalidate();
+    }
 }
 
 void BListView::KeyDown(const char* bytes, int32 byteCount)

@@ -124,11 +124,6 @@ void BScrollView::SetTarget(BView* target)
     }
 }
 
-void BScrollView::AttachedToWindow()
-{
-    BView::AttachedToWindow();
-}
-
 void BScrollView::Draw(BRect)
 {
     const BRect bounds = Bounds();

@@ -86,11 +86,6 @@ void BStringView::Draw(BRect)
     DrawString(shown.String(), BPoint(left, top + height.ascent));
 }
 
-void BStringView::FrameResized(float width, float height)
-{
-    BView::FrameResized(width, height);
-}
-
 void BStringView::GetPreferredSize(float* width, float* height)
 {
     font_height font;

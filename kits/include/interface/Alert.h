@@ -64,13 +64,13 @@ public:
     void MessageReceived(BMessage* message) override;
     void DispatchMessage(BMessage* message, BHandler* handler) override;
     bool QuitRequested() override;
-    void Quit() override;
 
 private:
     void Build(const char* const labels[3], button_width width, button_spacing spacing,
                alert_type type);
-    void AddButtons(const char* const labels[3], button_width width);
-    float PlaceButtons(float textBottom, button_spacing spacing, float indent);
+    void AddButtons(BView* parent, const char* const labels[3], button_width width);
+    float ButtonsWidth() const;
+    void PlaceButtons(float top, float offsetGap);
     bool AnswerByKey(const BMessage& key);
     void PlaceOnScreen();
     void Answer(int32 button);

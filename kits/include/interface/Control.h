@@ -20,11 +20,8 @@ public:
     void WindowActivated(bool active) override;
     void AttachedToWindow() override;
     void DetachedFromWindow() override;
-    void MessageReceived(BMessage* message) override;
     void MakeFocus(bool focused = true) override;
     void KeyDown(const char* bytes, int32 byteCount) override;
-    void MouseUp(BPoint where) override;
-    void MouseMoved(BPoint where, uint32 transit, const BMessage* dragged) override;
 
     virtual void SetLabel(const char* label);
     const char* Label() const { return fLabel.c_str(); }

@@ -40,8 +40,6 @@ public:
     void KeyDown(const char* bytes, int32 byteCount) override;
     void MakeFocus(bool focused = true) override;
     void FrameResized(float width, float height) override;
-    void ScrollTo(BPoint where) override;
-    using BView::ScrollTo;
     void AttachedToWindow() override;
     void DetachedFromWindow() override;
     void WindowActivated(bool active) override;
@@ -50,8 +48,7 @@ public:
     void SetFont(const BFont* font, uint32 mask = B_FONT_ALL) override;
     void GetPreferredSize(float* width, float* height) override;
 
-    /// Is told by the scroll view that this list became its target.
-    virtual void TargetedByScrollView(BScrollView* scroller);
+    void TargetedByScrollView(BScrollView* scrollView) override;
 
     /// Adds a row at the end, or at `index`. False, and nothing added, when the index is outside
     /// 0..CountItems() or the row is null.

@@ -4,6 +4,8 @@
 #include <MenuItem.h>
 #include <View.h>
 
+#include <functional>
+
 namespace kits {
 class MenuBarAccess;
 class MenuSession;
@@ -96,12 +98,14 @@ private:
     friend class kits::MenuBarAccess;
     friend class kits::MenuSession;
 
+    BWindow* OwnerWindow() const;
+    BMenuItem* FindWhere(const std::function<bool(const BMenuItem&)>& fits) const;
     void LayOutItems();
     void LayOutRow();
     void LayOutColumn();
     void ItemMarked(BMenuItem* item);
     void InvalidateItem(BMenuItem* item);
-    BMenuItem* ItemUnder(BPoint where);
+    BMenuItem* ItemUnder(BPoint where) const;
     void SelectItem(BMenuItem* item);
 
     BList fItems;
@@ -114,9 +118,7 @@ private:
     float fContentHeight = 0;
     float fFontAscent = 0;
     float fFontHeight = 0;
-    float fShortcutWidth = 0;
     float fMaxContentWidth = 0;
-    float fScrollOffset = 0; // of a menu that is taller than the screen
     bool fResizesToFit = true;
     bool fIsEnabled = true;
     bool fIsRadioMode = false;

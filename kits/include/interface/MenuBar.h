@@ -28,11 +28,8 @@ public:
     // BView
     void AttachedToWindow() override;
     void DetachedFromWindow() override;
-    void Draw(BRect updateRect) override;
-    void MessageReceived(BMessage* message) override;
     void MouseDown(BPoint where) override;
-    void MouseUp(BPoint where) override;
-    void WindowActivated(bool active) override;
+    void GetPreferredSize(float* width, float* height) override;
 
 protected:
     void DrawBackground(BRect updateRect) override;
@@ -40,8 +37,6 @@ protected:
 private:
     friend class kits::MenuBarAccess;
     friend class kits::MenuSession;
-
-    void EndSession();
 
     std::unique_ptr<kits::MenuSession> fSession; // while a menu is open
     menu_bar_border fBorder = B_BORDER_FRAME;

@@ -10,6 +10,11 @@
 
 class BMenu;
 
+namespace kits {
+class MenuBarAccess;
+class MenuSession;
+} // namespace kits
+
 /// One line of a menu: a label with a message, or with a menu of its own.
 ///
 /// Ownership: adopts its message and its submenu; a menu adopts its items.
@@ -65,8 +70,10 @@ private:
     friend class BMenu;
     friend class BMenuBar;
     friend class BSeparatorItem;
+    friend class kits::MenuBarAccess;
+    friend class kits::MenuSession;
 
-    std::string ShortcutText() const;
+    bool CanWork() const;
     void DrawMark();
     void DrawShortcut();
     void DrawSubmenuArrow();

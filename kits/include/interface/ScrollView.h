@@ -28,7 +28,6 @@ public:
     BView* Target() const { return fTarget; }
 
     // BView
-    void AttachedToWindow() override;
     void Draw(BRect updateRect) override;
     void FrameResized(float width, float height) override;
     void WindowActivated(bool active) override;

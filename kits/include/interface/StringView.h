@@ -23,7 +23,6 @@ public:
     // BView
     void AttachedToWindow() override;
     void Draw(BRect updateRect) override;
-    void FrameResized(float width, float height) override;
     void GetPreferredSize(float* width, float* height) override;
     void ResizeToPreferred() override;
 
