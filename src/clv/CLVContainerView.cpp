@@ -53,14 +53,14 @@ void CLVContainerView::ResizeContentTo(float width, float height)
     fList->BView::ResizeTo(contentWidth, contentHeight - stripHeight - 1);
     if (verticalBar != nullptr) {
         verticalBar->MoveTo(right, inset);
-        verticalBar->ResizeTo(B_V_SCROLL_BAR_WIDTH, contentHeight);
+        verticalBar->ResizeTo(B_V_SCROLL_BAR_WIDTH, contentHeight + (fCorner != nullptr ? 1 : 0));
     }
     if (horizontalBar != nullptr) {
         horizontalBar->MoveTo(inset, bottom);
-        horizontalBar->ResizeTo(contentWidth, B_H_SCROLL_BAR_HEIGHT);
+        horizontalBar->ResizeTo(contentWidth + (fCorner != nullptr ? 1 : 0), B_H_SCROLL_BAR_HEIGHT);
     }
     if (fCorner != nullptr) {
-        fCorner->MoveTo(right, bottom);
+        fCorner->MoveTo(right + 1, bottom + 1); // the bars' outer lines meet before it
     }
 }
 

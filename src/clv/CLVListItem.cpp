@@ -3,6 +3,7 @@
 #include "clv/ColumnListView.h"
 
 #include <Bitmap.h>
+#include <Font.h>
 #include <Region.h>
 #include <View.h>
 
@@ -116,8 +117,11 @@ void CLVListItem::DrawExpanderCell(ColumnListView& list, const CLVColumn& column
 
 void CLVListItem::Update(BView* owner, const BFont* font)
 {
-    BListItem::Update(owner, font);
-    SetHeight(std::max(Height(), fMinimumHeight));
+    // Set once: a height that changes makes the list measure all of its rows again.
+    font_height height;
+    font->GetHeight(&height);
+    const float lineHeight = std::ceil(height.ascent + height.descent + height.leading);
+    SetHeight(std::max(lineHeight, fMinimumHeight));
     SetWidth(static_cast<ColumnListView*>(owner)->DataWidth());
 }
 

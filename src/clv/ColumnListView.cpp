@@ -59,7 +59,9 @@ ColumnListView::ColumnListView(BRect frame, CLVContainerView** containerOut, con
                                       border); // adopts both
     fContainer->MoveTo(frame.LeftTop());
     fContainer->ResizeContentTo(frame.Width(), frame.Height());
-    *containerOut = fContainer;
+    if (containerOut != nullptr) {
+        *containerOut = fContainer;
+    }
     UpdateColumnSizesDataRectSizeScrollBars();
 }
 

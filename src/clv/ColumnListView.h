@@ -25,8 +25,8 @@ class ColumnListView : public BListView
 public:
     using CompareFunction = int (*)(const CLVListItem*, const CLVListItem*, int32 columnIndex);
 
-    /// Makes the list and its container, which goes out through `containerOut`: add that to a view,
-    /// not the list.
+    /// Makes the list and its container, which goes out through `containerOut` (may be null): add
+    /// that to a view, not the list.
     ColumnListView(BRect frame, CLVContainerView** containerOut, const char* name,
                    uint32 resizingMode, uint32 flags, list_view_type type, bool isHierarchical,
                    bool horizontal, bool vertical, border_style border, const BFont* labelFont);

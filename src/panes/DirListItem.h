@@ -45,8 +45,9 @@ public:
     void Update(BView* owner, const BFont* font) override;
 
     /// Reads the entry anew; the row shows its leaf name from then on.
-    void Update(const entry_ref* ref, const char* dateFormat);
-    void Update(const char* dateFormat);
+    /// Errors: those of reading the entry; the row stays as it was then.
+    status_t Update(const entry_ref* ref, const char* dateFormat);
+    status_t Update(const char* dateFormat);
     /// Shows what a folder occupies.
     void SetDirSize(int64 bytes);
 
@@ -55,6 +56,10 @@ public:
     const entry_ref* GetRef() const { return &fRef; }
     node_ref NodeRef() const;
     bool IsDir() const { return fIsDirectory; }
+    /// Whether a person can go into it: a folder or a link to one, no FIFO, socket or device.
+    bool IsEnterable() const { return fIsDirectory && fKind != Kind::kOther; }
+    /// A folder itself, no link to one.
+    bool IsFolder() const { return fKind == Kind::kFolder; }
     bool IsParent() const { return fKind == Kind::kParent; }
     int64 GetSize() const { return fSize; }
     /// The text of column 1 to 4; empty for any other. Valid until the row is updated or deleted.
@@ -76,10 +81,13 @@ private:
     enum class Kind : uint8 { kParent, kFile, kFolder, kLink, kOther, kRemoteFile, kRemoteFolder };
     struct Texts;
 
-    void ReadEntry(const BEntry& entry);
-    void TakeStat(const struct stat& st, bool isKnown);
+    status_t ReadEntry(const BEntry& entry);
+    void TakeNode(mode_t mode, ino_t node, off_t size, time_t modified);
     void FollowLink();
-    const Texts& MadeTexts() const;
+    Texts& MadeTexts() const;
+    void DropTextsAndIcon();
+    void LookForIcon() const;
+    void DrawIcon(BView& owner, BRect cell) const;
 
     entry_ref fRef;
     ino_t fNode = 0;
@@ -95,6 +103,7 @@ private:
     bool fHasPermissions = true;
     bool fIsMarked = false;
     mutable bool fHasLookedForIcon = false;
+    mutable bool fOwnsIcon = false; // a picture of this very entry, not shared
 };
 
 } // namespace norvane

@@ -32,7 +32,7 @@ public:
 
     // BView
     void MessageReceived(BMessage* message) override;
-    void FrameResized(float width, float height) override;
+    void MakeFocus(bool isFocused = true) override;
 
     /// Resizes the pane and lays its children out.
     void ResizeTo(float width, float height);
@@ -41,7 +41,6 @@ public:
     void GoToDir(const char* path);
     void SetFocus();
     bool GotFocus() const;
-    void MakeFocus(bool isFocused = true) override;
     /// Shows in the header whether the pane has the focus.
     void HightlighHeader(bool isHighlighted);
     bool QuitRequested();
@@ -65,13 +64,18 @@ public:
 
 private:
     void LayOut(float width, float height);
+    void ShowStrip(BView& strip, bool isShown);
     void RefreshTexts();
+    void ProgressStep(const BMessage& message);
+    void ProgressMax(const BMessage& message);
 
     DirView* fList = nullptr;         // a child of fScroller
     NVHeader* fHeader = nullptr;      // a child
     NorvFtr* fFooter = nullptr;       // a child
     BScrollView* fScroller = nullptr; // a child
     std::string fStartPath;
+    bool fIsHeaderHidden = false;
+    bool fIsFooterHidden = false;
 };
 
 } // namespace norvane

@@ -7,12 +7,16 @@
 #include "panes/PaneMessages.h"
 #include "panes/PaneNotifier.h"
 #include "panes/RowIndex.h"
+#include "panes/RowOrder.h"
 
 #include <Message.h>
 #include <Node.h>
 
 #include <memory>
+#include <optional>
+#include <set>
 #include <string>
+#include <vector>
 
 class BScrollView;
 
@@ -36,6 +40,8 @@ public:
 
     // BView, BListView, ColumnListView
     void AttachedToWindow() override;
+    void DetachedFromWindow() override;
+    void WindowActivated(bool isActive) override;
     void MessageReceived(BMessage* message) override;
     void KeyDown(const char* bytes, int32 byteCount) override;
     void MouseDown(BPoint where) override;
@@ -100,9 +106,10 @@ public:
     bool FooterFlag() const { return fShowsFooter; }
 
     void NotifyParent(uint32 code);
+    /// The pane got MSG_PANE_INFO.
+    void InfoArrived() { fIsInfoOnItsWay = false; }
 
     // Live updates
-    void DoNodeMonitor(const char* path);
     void StopNodeMonitoring();
     /// Handles a notice of the folder's watch.
     void NodeChanged(const BMessage& notice);
@@ -114,59 +121,107 @@ public:
     void UpdateEntry(const entry_ref* newRef, const entry_ref* oldRef);
 
 private:
-    friend class FolderMeasure;
+    enum class Complaint { kAlert, kNone };
+    using RowList = std::vector<std::unique_ptr<DirListItem>>;
 
-    void AddColumns();
+    /// The list as what the searches of places and characters look at.
+    class Rows : public RowSource
+    {
+    public:
+        explicit Rows(const DirView& list) : fList(list) {}
+        int32 CountRows() const override { return fList.CountItems(); }
+        const DirListItem* RowAt(int32 index) const override { return fList.RowAt(index); }
+
+    private:
+        const DirView& fList;
+    };
+    /// A press without modifiers that is being followed.
+    struct Press
+    {
+        BPoint where;
+        DirListItem* row = nullptr; // may be null; cleared when the row goes
+        bool isInPlace = true;      // the pointer never left the square around the press
+    };
+
+    void AddColumns(const char* iconLabel);
+    int32 CurrentInt32(const char* field) const;
+
     // Listing
+    int List(const std::string& path, Complaint complaint);
     status_t ReadFolder(FolderReader& reader);
-    void ShowRows(std::vector<std::unique_ptr<DirListItem>> folders,
-                  std::vector<std::unique_ptr<DirListItem>> files);
+    void ShowRows(RowList folders, RowList files);
     void DeleteRows();
-    void TellUnreadable(const std::string& path, status_t status);
-    void OpenFolder(const std::string& path);
+    void EnterFolder(const DirListItem& row);
+
+    // Marks
+    void ToggleMarks(int32 from, int32 to);
+    std::vector<DirListItem*> RowsBetween(int32 from, int32 to) const;
+    void FolderMeasured(const BMessage& message);
+
     // Keys
     bool HandleKey(const char* bytes, int32 byteCount);
     bool HandleFunctionKey(int32 key);
     bool TypeAhead(const char* bytes, int32 byteCount);
+    void MarkSelected();
+    void MarkSelectedAndGoOn();
     void StartCopy();
-    int32 ModifiersNow() const;
-    // Drops
+
+    // Mouse and drops
+    void MarkWithCommand(int32 index);
+    void MarkWithShift(int32 index);
+    void ForgetPressedRow(const DirListItem* row);
     void EntriesDropped(BMessage* message);
+
     // Live updates
+    status_t BeginWatch(const node_ref& folder);
+    void EndWatch(const node_ref& folder);
+    void TakeWatch(const node_ref& folder, status_t status, Complaint complaint);
     void EntryCreated(const BMessage& notice);
     void EntryRemoved(const BMessage& notice);
     void EntryMoved(const BMessage& notice);
+    void MovedHere(const char* name, const char* fromName, bool isRename, DirListItem* moved,
+                   DirListItem* target);
     void StatChanged(const BMessage& notice);
     bool IsShown(const BMessage& notice, const char* directoryField) const;
+    entry_ref RefOf(const char* name) const;
     void InsertRow(std::unique_ptr<DirListItem> row);
     void RemoveRow(DirListItem* row);
     void RebuildRow(DirListItem* row, const entry_ref& ref);
-    int32 IndexOfRow(DirListItem* row) const;
-    void RedrawRow(DirListItem* row);
-    void FolderMeasured(const BMessage& message);
+    int32 IndexOfRow(const DirListItem* row) const;
+    void RedrawRow(const DirListItem* row);
 
     PaneMode fMode = kLocalMode;
     std::string fPath;
     std::string fDownPath;
+    bool fMayNavigateDown = false;
     std::string fQuery;
     std::string fUnreadable;
-    bool fMayNavigateDown = false;
-    MarkList fMarks;
-    DirListItem* fAnchor = nullptr; // where the last range of marks started; a row of ours
+    bool fIsFirstAttachment = true;
+
+    Rows fSource{*this};
+    RowOrder fOrder;
     RowIndex fIndex;
     FolderTotals fTotals;
+    MarkList fMarks;
+    DirListItem* fAnchor = nullptr; // where the last range of marks started; a row of ours
     FolderMeasure fMeasure;
-    BView* fPane; // the parent
+
+    BView* fPane; // the parent, may be null
     PaneNotifier fNotifier;
-    std::string fDateFormat = "%D %R";
+    bool fIsInfoOnItsWay = false; // MSG_PANE_INFO was posted and has not arrived yet
+    bool fIsTakingWidth = false;  // a column width that the window passes on
+
+    std::string fDateFormat;
     bool fShowsProgress = true;
     bool fShowsHeader = true;
     bool fShowsFooter = true;
+
     bool fIsWatching = false;
-    node_ref fWatched;
-    bool fIsFirstAttachment = true;
-    struct Press;
-    std::unique_ptr<Press> fPress; // null unless a press is being followed
+    node_ref fWatched; // the folder listed last
+    BMessenger fWatcher;
+    DirListItem* fReplaced = nullptr; // another entry is about to take its name; a row of ours
+    std::set<std::string> fMovedIn;   // names moved in from elsewhere, not listed yet
+    std::optional<Press> fPress;      // empty unless a press is being followed
 };
 
 } // namespace norvane

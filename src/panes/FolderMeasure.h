@@ -7,6 +7,7 @@
 #include <atomic>
 #include <memory>
 #include <thread>
+#include <vector>
 
 namespace norvane {
 
@@ -23,12 +24,25 @@ public:
     FolderMeasure& operator=(const FolderMeasure&) = delete;
 
     void Start(const entry_ref& folder, const node_ref& node, const BMessenger& owner);
-    /// Waits for the thread, which looks at its flag at every entry.
+    /// Nothing more is told. The thread ends by itself, at the next entry it looks at; nobody waits
+    /// for it but the destructor.
     void Cancel();
 
 private:
-    std::thread fThread;
-    std::shared_ptr<std::atomic<bool>> fIsCancelled;
+    struct Flags
+    {
+        std::atomic<bool> isCancelled = false;
+        std::atomic<bool> hasEnded = false;
+    };
+    struct Run
+    {
+        std::thread thread;
+        std::shared_ptr<Flags> flags;
+    };
+
+    void JoinEnded();
+
+    std::vector<Run> fRuns; // the newest last; all others are cancelled
 };
 
 } // namespace norvane

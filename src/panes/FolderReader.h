@@ -13,12 +13,14 @@ namespace norvane {
 
 /// Reads a folder into rows. Needs no window, so it may run on any thread.
 ///
-/// Use: Open(), ReadMore() until it says false, TakeRows().
+/// Use: Open(), ReadNames(), ReadMore() until it says false, TakeRows().
 class FolderReader
 {
 public:
-    /// Errors: those of opening and reading a folder.
+    /// Errors: those of opening a folder.
     status_t Open(const std::string& path);
+    /// Errors: those of reading a folder.
+    status_t ReadNames();
     /// How many entries the folder has.
     int32 CountEntries() const { return fBatch.CountItems(); }
     /// Reads some hundred more entries; false when all are there.

@@ -31,8 +31,6 @@ public:
     const std::vector<DirListItem*>& Rows() const { return fRows; }
 
 private:
-    void Purge();
-
     std::vector<DirListItem*> fRows;
 };
 

@@ -13,7 +13,6 @@ public:
     NVHeader(BRect frame, const char* text, const char* name, uint32 resizingMode);
 
     // BView
-    void AttachedToWindow() override;
     void Draw(BRect updateRect) override;
     void MouseDown(BPoint where) override;
 
@@ -28,6 +27,9 @@ private:
     int fBaseline;
     bool fIsSelected = false;
 };
+
+/// How far below a strip's text line its baseline is, in whole units.
+int StripBaseline();
 
 /// Paints what header and footer have in common: background, bevels, one line of text.
 void DrawStrip(BView& strip, const char* text, int baseline);

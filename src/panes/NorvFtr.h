@@ -16,7 +16,6 @@ public:
     ~NorvFtr() override;
 
     // BView
-    void AttachedToWindow() override;
     void Draw(BRect updateRect) override;
     void MouseDown(BPoint where) override;
 

@@ -5,6 +5,9 @@
 #include <Looper.h>
 #include <Messenger.h>
 
+class BMessage;
+class BView;
+
 namespace norvane {
 
 /// Tells a pane of its list's doings: notices by way of a looper of their own, so that they arrive
@@ -22,18 +25,19 @@ public:
     /// Posts a notice without fields.
     void Post(uint32 code);
 
-    void StartProgress(int32 steps);
-    /// Notes steps; sends them at most once per frame.
+    void StartProgress();
+    void SetProgressMax(int32 steps);
+    /// Notes steps; sends them at most once per frame, with how many they are.
     void Step(int32 steps = 1);
     void StopProgress();
 
 private:
     class PathLooper;
 
-    void SendNow(BMessage& message);
+    void Send(BMessage& message);
 
-    BView* fPane;
-    PathLooper* fLooper; // deletes itself when it quits
+    BView* fPane;           // may be null
+    BMessenger fPathLooper; // nobody until the pane is in a window
     bigtime_t fLastStep = 0;
     int32 fWaitingSteps = 0;
 };

@@ -30,14 +30,19 @@ public:
     void Forget(const DirListItem* row);
     void Clear() { fDisplaced.clear(); }
 
-    /// Where a new row goes: before the first row, from 1 on, of its kind with a greater name; a
+    /// Where a new row goes: before the first row behind ".." of its kind with a greater name; a
     /// folder also before the first row that is none.
     int32 PlaceFor(const char* name, bool isFolder) const;
     /// The index of a row, -1 when it is not there.
     int32 IndexOf(const DirListItem* row) const;
+    /// The index of the row of that name, -1 when there is none.
+    int32 Find(const char* name) const;
 
 private:
     bool IsDisplaced(const DirListItem* row) const;
+    int32 First() const;
+    int32 SearchPlace(const char* name, bool isFolder) const;
+    int32 Walk(const DirListItem* row) const;
     int32 ScanForPlace(const char* name, bool isFolder, int32 end) const;
 
     const RowSource& fRows;

@@ -1,0 +1,328 @@
+#include "panes/DirListItem.h"
+
+#include "panes/DatePattern.h"
+#include "panes/RowIcons.h"
+#include "panes/RowTexts.h"
+
+#include <Bitmap.h>
+#include <Font.h>
+#include <Path.h>
+#include <Region.h>
+#include <View.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+namespace norvane {
+
+namespace {
+
+constexpr int32 kNameColumn = 1;
+constexpr int32 kSizeColumn = 2;
+constexpr int32 kDateColumn = 3;
+constexpr int32 kPermissionColumn = 4;
+
+constexpr const char* kFolderText = "[Directory]";
+constexpr const char* kLinkText = "[Link]";
+
+} // namespace
+
+struct DirListItem::Texts
+{
+    std::string name; // empty: the ref's own
+    std::string size;
+    std::string date;
+    std::string permissions;
+    bool isMade = false; // size, date and permissions
+};
+
+DirListItem::DirListItem(BEntry* entry, rgb_color, bool isParent, int nameMode,
+                         const char* dateFormat)
+    : CLVListItem(0, true, true, kMinimumHeight)
+{
+    if (isParent) {
+        return;
+    }
+    fDates = &DatePattern::For(dateFormat);
+    ReadEntry(*entry);
+    if (nameMode == kQueryMode) {
+        BPath path;
+        if (entry->GetPath(&path) == B_OK) {
+            fTexts = std::make_unique<Texts>();
+            fTexts->name = path.Path();
+        }
+    }
+}
+
+DirListItem::DirListItem(entry_ref&& ref, const BEntryBatch::Item& item, const DatePattern& dates)
+    : CLVListItem(0, true, true, kMinimumHeight), fRef(std::move(ref)), fDates(&dates)
+{
+    TakeNode(item.mode, item.node, item.size, item.modified);
+    fHasPermissions = item.status == B_OK;
+    if (fKind == Kind::kLink) {
+        FollowLink();
+    }
+}
+
+DirListItem::DirListItem(const char* name, const char* size, const char* date,
+                         const char* permissions)
+    : CLVListItem(0, true, true, kMinimumHeight), fTexts(std::make_unique<Texts>())
+{
+    const char kind = permissions[0];
+    fKind = kind == 'd' ? Kind::kRemoteFolder : Kind::kRemoteFile;
+    fIsDirectory = kind == 'd';
+    fSize = std::strtoll(size, nullptr, 10);
+    fTexts->name = name;
+    fTexts->size = kind == 'd' ? kFolderText : (kind == 'l' ? kLinkText : SizeText(fSize));
+    fTexts->date = date;
+    fTexts->permissions = permissions;
+    fTexts->isMade = true;
+}
+
+DirListItem::DirListItem() : CLVListItem(0, true, true, kMinimumHeight) {}
+
+DirListItem::~DirListItem()
+{
+    DropTextsAndIcon();
+}
+
+void DirListItem::DropTextsAndIcon()
+{
+    if (fOwnsIcon) {
+        delete fIcon;
+    }
+    fIcon = nullptr;
+    fOwnsIcon = false;
+    fHasLookedForIcon = false;
+    fTexts.reset();
+}
+
+status_t DirListItem::ReadEntry(const BEntry& entry)
+{
+    struct stat st = {};
+    const status_t status = entry.GetStat(&st);
+    entry.GetRef(&fRef);
+    fHasPermissions = status == B_OK;
+    TakeNode(st.st_mode, st.st_ino, st.st_size, st.st_mtime);
+    if (fKind == Kind::kLink) {
+        FollowLink();
+    }
+    return status;
+}
+
+void DirListItem::TakeNode(mode_t mode, ino_t node, off_t size, time_t modified)
+{
+    fMode = static_cast<uint16>(mode);
+    fNode = node;
+    fModified = modified;
+    fSize = S_ISREG(mode) ? size : 0;
+    fIsDirectory = !S_ISREG(mode);
+    if (S_ISREG(mode)) {
+        fKind = Kind::kFile;
+    } else if (S_ISDIR(mode)) {
+        fKind = Kind::kFolder;
+    } else {
+        fKind = S_ISLNK(mode) ? Kind::kLink : Kind::kOther;
+    }
+}
+
+void DirListItem::FollowLink()
+{
+    struct stat target = {};
+    if (BEntry(&fRef, true).GetStat(&target) == B_OK) {
+        fIsDirectory = !S_ISREG(target.st_mode);
+    }
+}
+
+status_t DirListItem::Update(const entry_ref* ref, const char* dateFormat)
+{
+    // The row's own ref may be the one passed, so the entry is read from a copy.
+    const BEntry entry(ref);
+    struct stat st = {};
+    const status_t status = entry.GetStat(&st);
+    if (status != B_OK) {
+        return status;
+    }
+    DropTextsAndIcon();
+    fDates = &DatePattern::For(dateFormat);
+    return ReadEntry(entry);
+}
+
+status_t DirListItem::Update(const char* dateFormat)
+{
+    return Update(&fRef, dateFormat);
+}
+
+void DirListItem::SetDirSize(int64 bytes)
+{
+    MadeTexts().size = OccupiedText(bytes);
+}
+
+node_ref DirListItem::NodeRef() const
+{
+    return {fRef.device, fNode};
+}
+
+const char* DirListItem::GetEntryName() const
+{
+    if (fKind == Kind::kParent) {
+        return "..";
+    }
+    if (fTexts != nullptr && !fTexts->name.empty()) {
+        return fTexts->name.c_str();
+    }
+    return fRef.name != nullptr ? fRef.name : "";
+}
+
+DirListItem::Texts& DirListItem::MadeTexts() const
+{
+    if (fTexts == nullptr) {
+        fTexts = std::make_unique<Texts>();
+    }
+    Texts& texts = *fTexts;
+    if (texts.isMade) {
+        return texts;
+    }
+    texts.isMade = true;
+    if (fKind == Kind::kParent) {
+        texts.size = texts.date = texts.permissions = "--";
+        return texts;
+    }
+    texts.date = fDates->Format(fModified);
+    texts.permissions = fHasPermissions ? PermissionText(fMode) : "n/a";
+    if (fKind == Kind::kFile) {
+        texts.size = SizeText(fSize);
+    } else if (fKind == Kind::kFolder) {
+        texts.size = kFolderText;
+    } else if (fKind == Kind::kLink) {
+        texts.size = kLinkText;
+    }
+    return texts;
+}
+
+const char* DirListItem::Text(int32 columnIndex) const
+{
+    switch (columnIndex) {
+    case kNameColumn:
+        return GetEntryName();
+    case kSizeColumn:
+        return MadeTexts().size.c_str();
+    case kDateColumn:
+        return MadeTexts().date.c_str();
+    case kPermissionColumn:
+        return MadeTexts().permissions.c_str();
+    default:
+        return "";
+    }
+}
+
+// Icon
+
+const BBitmap* DirListItem::GetBitmap() const
+{
+    if (!fHasLookedForIcon) {
+        fHasLookedForIcon = true;
+        LookForIcon();
+    }
+    return fIcon;
+}
+
+void DirListItem::LookForIcon() const
+{
+    switch (fKind) {
+    case Kind::kParent:
+        fIcon = UpArrowIcon();
+        break;
+    case Kind::kRemoteFolder:
+        fIcon = RemoteFolderIcon();
+        break;
+    case Kind::kRemoteFile:
+        fIcon = RemoteFileIcon();
+        break;
+    case Kind::kOther:
+        break;
+    default: {
+        RowIcon icon = FindRowIcon(fRef, fMode);
+        fOwnsIcon = icon.own != nullptr;
+        fIcon = fOwnsIcon ? icon.own.release() : icon.shared;
+        break;
+    }
+    }
+}
+
+// Drawing
+
+void DirListItem::Update(BView* owner, const BFont* font)
+{
+    CLVListItem::Update(owner, font);
+    font_height height;
+    be_plain_font->GetHeight(&height);
+    const float line = std::ceil(height.ascent) + std::ceil(height.descent);
+    fBaseline = std::ceil(height.ascent) + (Height() - line) / 2;
+}
+
+void DirListItem::DrawItemColumn(BView* owner, BRect rect, int32 columnIndex, bool complete)
+{
+    constexpr rgb_color kSelected = {194, 194, 194, 255};
+    constexpr rgb_color kWhite = {255, 255, 255, 255};
+    constexpr rgb_color kRed = {255, 0, 0, 255};
+    constexpr rgb_color kBlack = {0, 0, 0, 255};
+    constexpr float kTextInset = 2;
+
+    const rgb_color background = IsSelected() ? kSelected : kWhite;
+    owner->SetLowColor(background);
+    owner->SetDrawingMode(B_OP_COPY);
+    if (IsSelected() || complete) {
+        owner->SetHighColor(background);
+        owner->FillRect(rect);
+    }
+    if (columnIndex < 0) {
+        return;
+    }
+    BRegion clipping(rect);
+    owner->ConstrainClippingRegion(&clipping);
+    if (columnIndex == 0) {
+        DrawIcon(*owner, rect);
+    } else {
+        owner->SetHighColor(fIsMarked ? kRed : kBlack);
+        owner->DrawString(Text(columnIndex), BPoint(rect.left + kTextInset, rect.top + fBaseline));
+    }
+    owner->ConstrainClippingRegion(nullptr);
+}
+
+void DirListItem::DrawIcon(BView& owner, BRect cell) const
+{
+    constexpr float kInset = 2;
+    constexpr float kLastPixel = 15;
+    const BBitmap* icon = GetBitmap();
+    if (icon == nullptr) {
+        return;
+    }
+    BRect place(cell.left + kInset, cell.top + kInset, cell.left + kInset + kLastPixel, 0);
+    if (Height() > kMinimumHeight) {
+        place.top += std::ceil((Height() - kMinimumHeight) / 2);
+    }
+    place.bottom = place.top + kLastPixel;
+    owner.SetDrawingMode(B_OP_OVER);
+    owner.DrawBitmap(icon, place);
+    owner.SetDrawingMode(B_OP_COPY);
+}
+
+char* DirListItem::GetStrPermissions(unsigned int mode)
+{
+    constexpr std::size_t kBytes = 15;
+    auto* text = new char[kBytes];
+    std::strcpy(text, PermissionText(mode).c_str());
+    return text;
+}
+
+int DirListItem::MyCompare(const CLVListItem* a, const CLVListItem* b, int32)
+{
+    const auto* left = static_cast<const DirListItem*>(a);
+    const auto* right = static_cast<const DirListItem*>(b);
+    return std::strcmp(left->Text(kSizeColumn), right->Text(kSizeColumn));
+}
+
+} // namespace norvane

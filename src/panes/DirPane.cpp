@@ -1,0 +1,252 @@
+#include "panes/DirPane.h"
+
+#include "clv/CLVColumnLabelView.h"
+#include "clv/ListLock.h"
+#include "panes/DirView.h"
+#include "panes/NVHeader.h"
+#include "panes/NorvFtr.h"
+#include "panes/PaneLayout.h"
+
+#include <Application.h>
+#include <Message.h>
+#include <NodeMonitor.h>
+#include <ScrollView.h>
+#include <Window.h>
+
+#include <cstring>
+
+namespace norvane {
+
+namespace {
+
+constexpr float kFirstMax = 100; // of the progress bar, until the listing knows better
+constexpr std::size_t kFooterBytes = 256;
+
+} // namespace
+
+DirPane::DirPane(BRect frame, const char* path, const char* name, const char* key)
+    : BView(frame, name, B_FOLLOW_LEFT | B_FOLLOW_TOP, B_WILL_DRAW),
+      fStartPath(path != nullptr ? path : "/")
+{
+    SetViewColor(kBackground);
+    SetLowColor(kBackground);
+    SetHighColor(kBlack);
+    const float width = frame.Width();
+    const float height = frame.Height();
+    fHeader = new NVHeader(BRect(0, 0, width - 1, 25), fStartPath.c_str(),
+                           (std::string(name) + "str").c_str(), B_FOLLOW_LEFT | B_FOLLOW_TOP);
+    fList = new DirView(BRect(0, 24, width - 14 - 1, height - 14 - 25), &fScroller,
+                        fStartPath.c_str(), key, this);
+    fFooter = new NorvFtr(BRect(0, height - 25, width - 1, height - 3));
+    AddChild(fHeader);
+    AddChild(fScroller);
+    AddChild(fFooter);
+    ShowStrips();
+}
+
+DirPane::~DirPane()
+{
+    // While the strips still live: the list reports to them.
+    fList->Clear();
+}
+
+void DirPane::MessageReceived(BMessage* message)
+{
+    switch (message->what) {
+    case MSG_PANE_INFO:
+        fList->InfoArrived();
+        SetPath(nullptr);
+        break;
+    case MSG_PROGRESS_START:
+        fFooter->Start(kFirstMax);
+        break;
+    case MSG_PROGRESS_STOP:
+        fFooter->Stop();
+        break;
+    case MSG_PROGRESS_STEP:
+        ProgressStep(*message);
+        break;
+    case MSG_PROGRESS_MAX:
+        ProgressMax(*message);
+        break;
+    case B_NODE_MONITOR:
+        fList->NodeChanged(*message);
+        break;
+    default:
+        BView::MessageReceived(message);
+    }
+}
+
+void DirPane::ProgressStep(const BMessage& message)
+{
+    int32 steps = 1;
+    message.FindInt32("steps", &steps);
+    fFooter->Update(static_cast<float>(steps));
+}
+
+void DirPane::ProgressMax(const BMessage& message)
+{
+    int32 max = 0;
+    if (message.FindInt32("maxvalue", &max) == B_OK) {
+        fFooter->SetMax(max);
+    }
+}
+
+// Layout
+
+void DirPane::ResizeTo(float width, float height)
+{
+    // The pane first: its children follow its sides, and get their own frames after that.
+    BView::ResizeTo(width < 0 ? 0 : width, height < 0 ? 0 : height);
+    LayOut(width, height);
+}
+
+void DirPane::LayOut(float width, float height)
+{
+    const PaneLayout layout = LayOutPane(width, height, {fList->HeaderFlag(), fList->FooterFlag()});
+    fHeader->ResizeTo(layout.headerWidth, layout.headerHeight);
+    fScroller->MoveTo(layout.listPlace);
+    fList->ResizeTo(layout.listWidth, layout.listHeight);
+    fFooter->MoveTo(layout.footerPlace);
+    fFooter->ResizeTo(layout.footerWidth, layout.footerHeight);
+    fHeader->Invalidate();
+    fFooter->Invalidate();
+}
+
+void DirPane::ShowStrips()
+{
+    ShowStrip(*fHeader, fList->HeaderFlag());
+    ShowStrip(*fFooter, fList->FooterFlag());
+    LayOut(Bounds().Width(), Bounds().Height());
+    HightlighHeader(GotFocus());
+}
+
+void DirPane::ShowStrip(BView& strip, bool isShown)
+{
+    // Hiding nests, so it is asked for only when it changes something.
+    bool& isHidden = &strip == fHeader ? fIsHeaderHidden : fIsFooterHidden;
+    if (isHidden != isShown) {
+        return;
+    }
+    isHidden = !isShown;
+    if (isShown) {
+        strip.Show();
+    } else {
+        strip.Hide();
+    }
+}
+
+// Path and focus
+
+void DirPane::SetPath(const char* path)
+{
+    ListLock lock(*this);
+    if (path != nullptr) {
+        fList->SetPath(path);
+    }
+    RefreshTexts();
+}
+
+void DirPane::RefreshTexts()
+{
+    const bool isQuery = fList->Mode() == kQueryMode;
+    fHeader->SetText(isQuery ? fList->QueryString().c_str() : fList->Path().c_str());
+    char summary[kFooterBytes];
+    fList->GetFiles(summary);
+    fFooter->SetText(summary);
+    fHeader->Invalidate();
+    fFooter->Invalidate();
+}
+
+void DirPane::GoToDir(const char* path)
+{
+    ListLock lock(*this);
+    fList->GoToDir(path);
+}
+
+void DirPane::SetFocus()
+{
+    fList->MakeFocus(true);
+}
+
+bool DirPane::GotFocus() const
+{
+    const BView* focus = Window() != nullptr ? Window()->CurrentFocus() : nullptr;
+    while (focus != nullptr && focus != this) {
+        focus = focus->Parent();
+    }
+    return focus == this;
+}
+
+void DirPane::MakeFocus(bool isFocused)
+{
+    HightlighHeader(isFocused);
+}
+
+void DirPane::HightlighHeader(bool isHighlighted)
+{
+    if (fHeader->IsSelected() != isHighlighted) {
+        fHeader->SetSelected(isHighlighted);
+    }
+    // Without the header the column strip is what is left to show it.
+    fList->HeaderStrip()->SetHighlighted(isHighlighted && fIsHeaderHidden);
+}
+
+bool DirPane::QuitRequested()
+{
+    be_app_messenger.SendMessage(B_QUIT_REQUESTED);
+    return true;
+}
+
+// What the main window asks of the list
+
+int DirPane::GetSelected(char* path) const
+{
+    return fList->GetSelected(path);
+}
+
+int64 DirPane::GetSize()
+{
+    return fList->GetSize();
+}
+
+void DirPane::SetColumnWidth(int32 column, int width)
+{
+    fList->SetColumnWidth(column, width);
+}
+
+int DirPane::ColumnWidth(int32 column) const
+{
+    return fList->ColumnWidth(column);
+}
+
+void DirPane::GetPath(char* path) const
+{
+    const std::string& shown = fList->Path();
+    path[0] = '\0';
+    if (shown.size() < B_PATH_NAME_LENGTH) {
+        std::strcpy(path, shown.c_str());
+    }
+}
+
+void DirPane::GetCachedPath(char* path) const
+{
+    GetPath(path);
+}
+
+void DirPane::Invoke()
+{
+    fList->Invoke();
+}
+
+void DirPane::NavigateUp()
+{
+    fList->NavigateUp();
+}
+
+void DirPane::NavigateDown()
+{
+    fList->NavigateDown();
+}
+
+} // namespace norvane

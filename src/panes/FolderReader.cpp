@@ -1,0 +1,50 @@
+#include "panes/FolderReader.h"
+
+#include "fileops/OwnNames.h"
+
+#include <utility>
+
+namespace norvane {
+
+status_t FolderReader::Open(const std::string& path)
+{
+    status_t status = fDirectory.SetTo(path.c_str());
+    if (status != B_OK) {
+        return status;
+    }
+    status = fDirectory.GetNodeRef(&fNode);
+    if (status != B_OK) {
+        return status;
+    }
+    fHasParent = path != "/";
+    return B_OK;
+}
+
+status_t FolderReader::ReadNames()
+{
+    return fBatch.SetTo(fDirectory);
+}
+
+void FolderReader::TakeRows(const DatePattern& dates,
+                            std::vector<std::unique_ptr<DirListItem>>& folders,
+                            std::vector<std::unique_ptr<DirListItem>>& files)
+{
+    fBatch.Sort();
+    if (fHasParent) {
+        folders.push_back(std::make_unique<DirListItem>());
+    }
+    files.reserve(static_cast<std::size_t>(fBatch.CountItems()));
+    for (int32 i = 0; i < fBatch.CountItems(); i++) {
+        const BEntryBatch::Item& item = fBatch.ItemAt(i);
+        entry_ref ref;
+        // Gone since the names were read, or half of a file that is being replaced.
+        if (item.status == B_ENTRY_NOT_FOUND || IsOwnTemporaryName(item.name) ||
+            fBatch.GetRef(i, &ref) != B_OK) {
+            continue;
+        }
+        auto row = std::make_unique<DirListItem>(std::move(ref), item, dates);
+        (row->IsDir() ? folders : files).push_back(std::move(row));
+    }
+}
+
+} // namespace norvane

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <Point.h>
+#include <Rect.h>
+
+namespace norvane {
+
+/// Which strips a pane shows.
+struct PaneStrips
+{
+    bool header = true;
+    bool footer = true;
+};
+
+/// Where a pane's parts stand. Sizes are never below zero.
+struct PaneLayout
+{
+    float headerWidth = 0; // the header stands at the top
+    float headerHeight = 0;
+    BPoint listPlace;
+    float listWidth = 0; // column header and rows, without scroll bars
+    float listHeight = 0;
+    BPoint footerPlace;
+    float footerWidth = 0;
+    float footerHeight = 0;
+};
+
+/// Lays a pane of that size out: header, list, footer from the top; a hidden strip's room is the
+/// list's. Units: the numbers of BView::ResizeTo(), the last pixel's place.
+PaneLayout LayOutPane(float width, float height, PaneStrips strips);
+
+} // namespace norvane
