@@ -43,6 +43,8 @@ QWindow* FindNative(const BWindow* window, Accept accepts)
 void OnServer(const std::function<void()>& task)
 {
     WindowServer::Get().Call([&task] {
+        // In the order in which a system would tell them: what happened before comes first.
+        QWindowSystemInterface::flushWindowSystemEvents();
         task();
         QWindowSystemInterface::flushWindowSystemEvents();
     });
