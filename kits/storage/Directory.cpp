@@ -516,9 +516,10 @@ status_t create_directory(const char* path, mode_t mode)
         const status_t status =
             kits::sys::MakeFolderAt(kits::sys::kWorkingDirectory, part.c_str(), mode);
         if (slash == std::string::npos) {
-            struct stat st;
             // A link to a folder is as good.
-            return status == B_FILE_EXISTS ? BDirectory(part.c_str()).GetStat(&st) : status;
+            const bool isThere =
+                status == B_FILE_EXISTS && BEntry(part.c_str(), true).IsDirectory();
+            return isThere ? status_t(B_OK) : status;
         }
         // What cannot be made here because it is there, or may not be, shows at the last step.
         if (status == B_DEVICE_FULL || status == B_IO_ERROR) {

@@ -49,7 +49,8 @@ TEST_F(FileTest, CopiesByChunksWhateverTheSize)
             ASSERT_GE(read, 0);
             ASSERT_EQ(to.Write(chunk, static_cast<size_t>(read)), read);
         } while (read == ssize_t(sizeof(chunk)));
-        // The last chunk was short: all of it is in the file now, with nothing closed.
+        // All of it is in the file now, with nothing closed.
+        ASSERT_EQ(to.Write(chunk, 0), 0);
         ASSERT_EQ(fTree.Read("to"), contents) << size;
     }
 }
