@@ -2,6 +2,7 @@
 
 #include "fileops/Operations.h"
 
+#include <AppDefs.h>
 #include <Button.h>
 #include <Message.h>
 #include <StringView.h>
@@ -151,6 +152,10 @@ void OverWin::MessageReceived(BMessage* message)
         TakeAnswer(*message);
     } else if (message->what == kAnswerForQuit) {
         Answer(kAnswerCancel);
+    } else if (message->what == B_QUIT_REQUESTED && !fClosesWhenAnswered) {
+        // Its operation still has to read the answer, and ends it then. The request is answered by
+        // that end.
+        fQuitRequest.reset(DetachCurrentMessage());
     } else {
         BWindow::MessageReceived(message);
     }

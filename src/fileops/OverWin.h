@@ -8,9 +8,11 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 
 class BButton;
+class BMessage;
 class BStringView;
 
 namespace norvane {
@@ -61,6 +63,7 @@ private:
     BStringView* fSourceDetails = nullptr;
     BButton* fButtons[6] = {};
     bool fClosesWhenAnswered = false;
+    std::unique_ptr<BMessage> fQuitRequest; // kept until this ends; null when nobody asked
 
     std::atomic<uint32> fAnswer{kAnswerNone};
     std::atomic<bool> fIsShown{false};

@@ -185,6 +185,7 @@ TEST_F(CopyClashTest, AFileNeverReplacesAFolder)
     fUI.answers = {kAnswerOverwrite};
     Copy("from/a", "to");
     EXPECT_FALSE(fIsWhole);
+    EXPECT_TRUE(fUI.files.empty());
     EXPECT_EQ(fTree.Read("to/a/inside"), "kept");
     EXPECT_EQ(fTree.List("to"), "a\n");
     EXPECT_EQ(fUI.problems.size(), 1u);

@@ -163,6 +163,23 @@ TEST_F(CopyFaultsTest, AFolderSwappedForALinkLeadsNowhereElse)
     EXPECT_EQ(fTree.List("to/tree"), "a\n");
 }
 
+TEST_F(CopyFaultsTest, AFileSwappedForALinkLeadsNowhereElse)
+{
+    fTree.Write("secret", "secret");
+    fTree.Write("from/tree/a", "1");
+    fTree.Write("from/tree/b", "2");
+    fTree.MakeFolder("to");
+    fUI.onFile = [this](const std::string&) {
+        fUI.onFile = nullptr;
+        fTree.Remove("from/tree/b");
+        fTree.Link("from/tree/b", fTree.Path("secret"));
+    };
+    Copy("from/tree", "to");
+    EXPECT_FALSE(fIsWhole);
+    EXPECT_EQ(fUI.notices, std::vector<std::string>{kCannotRead});
+    EXPECT_EQ(fTree.List("to/tree"), "a\n");
+}
+
 TEST_F(CopyFaultsTest, AFullVolumeIsToldAndKeepsThePartOfANewFile)
 {
     fTree.Write("from/a", std::string(3 << 20, 'x'));
@@ -199,8 +216,8 @@ TEST_F(CopyFaultsTest, AFullVolumeLeavesTheReplacedFileUnharmed)
 TEST_F(CopyFaultsTest, OneSmallFileThatJustDoesNotFitIsNoticed)
 {
     // One write, shorter than any block: its failure shows only when the buffer is handed over.
-    fTree.Write("from/fill", std::string(1016 << 10, 'x'));
-    fTree.Write("from/small", std::string(100 << 10, 'y'));
+    fTree.Write("from/fill", std::string(1 << 20, 'x'));
+    fTree.Write("from/small", std::string(3000, 'y'));
     fTree.MakeFolder("to");
     ExpectPassed(RunWithPrivateMounts([this] {
         if (!MountMemory(fTree.Path("to"), 1 << 20)) {
