@@ -118,7 +118,8 @@ public:
     BView* ChildAt(int32 index) const;
     BView* NextSibling() const;
     BView* PreviousSibling() const;
-    BView* Parent() const { return fParent; }
+    /// The view around this one; null for those that the window holds itself.
+    BView* Parent() const;
     /// Finds the view of that name among this one and those below, in tree order.
     BView* FindView(const char* name) const;
     BWindow* Window() const;
@@ -266,11 +267,20 @@ private:
     friend class kits::ViewAccess;
     friend class kits::ViewHost;
 
-    bool IsAncestorOf(const BView* view) const;
+    friend class BScrollBar; // tells which bar scrolls the view
+
     void AttachTree(kits::ViewHost* host);
+    void SetHost(kits::ViewHost* host);
+    void TellAttached();
+    void TellAllAttached();
     void DetachTree();
-    void ParentResized(float dh, float dv);
-    void FrameChanged(BRect old);
+    void TellDetached();
+    void TellAllDetached();
+    void LeaveHost();
+    void SetFrame(BRect frame);
+    void FollowParent(float dh, float dv);
+    void ScrollToExact(double x, double y);
+    void VisibilityChanged();
     void CheckLock() const;
 
     BRect fFrame; // in the parent's coordinates

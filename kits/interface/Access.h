@@ -1,0 +1,55 @@
+#pragma once
+
+#include <View.h>
+#include <Window.h>
+
+namespace kits {
+
+/// What other parts of the kit need of views beyond their public face. Thread: as the view's.
+class ViewAccess
+{
+public:
+    /// The host that shows the view, null while it is in no window.
+    static ViewHost* Host(const BView& view) { return view.fHost; }
+    static ViewState& State(const BView& view) { return *view.fState; }
+    static const std::vector<BView*>& Children(const BView& view) { return view.fChildren; }
+    /// The parent, the invisible topmost view included.
+    static BView* TreeParent(const BView& view) { return view.fParent; }
+    static void SetFrame(BView& view, BRect frame) { view.SetFrame(frame); }
+    static void AttachRoot(BView& root, ViewHost* host) { root.AttachTree(host); }
+    static void DetachRoot(BView& root) { root.DetachTree(); }
+    static void SetScrollBar(BView& view, orientation direction, BScrollBar* bar);
+    /// Scrolls as ScrollTo() does, exact beyond what a BPoint can say.
+    static void ScrollTo(BView& view, double x, double y) { view.ScrollToExact(x, y); }
+    static double ScrollX(const BView& view) { return view.fScrollX; }
+    static double ScrollY(const BView& view) { return view.fScrollY; }
+    /// Where the view's point (0, 0) lies in its window; exact.
+    static void GetOrigin(const BView& view, double* x, double* y);
+    static bool HidesItself(const BView& view) { return view.fHideLevel > 0; }
+    static uint32 PointerMask(const BView& view) { return view.fMouseEventMask; }
+    static void ClearPointerMask(BView& view) { view.fMouseEventMask = 0; }
+};
+
+/// The same of windows.
+class WindowAccess
+{
+public:
+    static WindowState& State(const BWindow& window) { return *window.fState; }
+    /// Leads all mouse events of the program, and of the screen where that is possible, to the
+    /// window.
+    static void SetMouseCapture(BWindow* window, bool on);
+    /// Names the window in the server's messages ("window"); 0 for one that is gone. Any thread.
+    static int32 TokenOf(const BWindow* window);
+};
+
+/// A view that edits text, and so has first use of some keys that menus would take.
+class EditingView
+{
+public:
+    virtual ~EditingView() = default;
+    /// Whether the key works in the view rather than as a shortcut, for the default button or for
+    /// moving the focus.
+    virtual bool WantsKey(const BMessage& key) const = 0;
+};
+
+} // namespace kits

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <Font.h>
+#include <GraphicsDefs.h>
+#include <Region.h>
+#include <View.h>
+
+#include <optional>
+#include <vector>
+
+namespace kits {
+
+/// What PushState() saves.
+struct DrawState
+{
+    rgb_color high = {0, 0, 0, 255};
+    rgb_color low = {255, 255, 255, 255};
+    drawing_mode mode = B_OP_COPY;
+    source_alpha sourceAlpha = B_PIXEL_ALPHA;
+    alpha_function alphaFunction = B_ALPHA_OVERLAY;
+    float penSize = 1;
+    cap_mode cap = B_BUTT_CAP;
+    join_mode join = B_MITER_JOIN;
+    float miterLimit = 10;
+    BPoint pen;
+    BFont font;
+    std::optional<BRegion> clip; // view units
+};
+
+struct ColoredLine
+{
+    BPoint from;
+    BPoint to;
+    rgb_color color;
+};
+
+/// What a view draws with.
+struct ViewState
+{
+    DrawState now;
+    std::vector<DrawState> saved;
+    std::vector<ColoredLine> lines; // between BeginLineArray() and EndLineArray()
+    bool isTold = false;            // AttachedToWindow() was called
+    bool isAllTold = false;         // AllAttached() was called
+    bool isPointerInside = false;   // as last told to a view that follows the pointer
+};
+
+} // namespace kits

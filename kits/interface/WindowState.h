@@ -1,0 +1,72 @@
+#pragma once
+
+#include "ViewHost.h"
+
+#include <Message.h>
+#include <Messenger.h>
+#include <Window.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace kits {
+
+struct Shortcut
+{
+    uint32 key;
+    uint32 modifiers;
+    std::unique_ptr<BMessage> message;
+    BMessenger target;
+};
+
+/// What a BWindow keeps. Guarded by the window's lock.
+struct WindowState
+{
+    std::string title;
+    window_look look = B_TITLED_WINDOW_LOOK;
+    window_feel feel = B_NORMAL_WINDOW_FEEL;
+    uint32 flags = 0;
+    BRect frame;     // screen units
+    BRect toldFrame; // as FrameMoved() and FrameResized() last said
+    BRect beforeZoom;
+    float minWidth = 0;
+    float maxWidth = 32768;
+    float minHeight = 0;
+    float maxHeight = 32768;
+    float maxZoomWidth = 32768;
+    float maxZoomHeight = 32768;
+
+    int32 hideLevel = 1; // made hidden
+    bool isActive = false;
+    bool isMinimized = false;
+    bool takesFocus = true;
+    bool takesKeys = true;
+    int32 opener = 0; // its token
+
+    std::unique_ptr<ViewHost> host;
+    std::vector<ViewHost*> popUps; // borrowed; open menus
+
+    BView* focus = nullptr;
+    BButton* defaultButton = nullptr;
+    BMenuBar* keyMenuBar = nullptr;
+    std::vector<Shortcut> shortcuts;
+    InputInterceptor* interceptor = nullptr;
+    bool isMenuKeyArmed = false; // Alt is down and nothing else has happened since
+
+    BView* pointed = nullptr;  // where the pointer was last
+    BView* captured = nullptr; // the view that asked for the mouse until the release
+    std::vector<BView*>
+        delivering; // those whose hooks are about to be called; cleared when one goes
+    std::vector<BView*> listening; // those with an event mask
+
+    bigtime_t answersAfterFrame = 0;
+    bigtime_t answersAfterKey = 0;
+    bool takesAnswers = true; // the message being handled may answer
+
+    bigtime_t pulseRate = 500'000;
+    bigtime_t nextPulse = 0;
+    int32 pulsedViews = 0;
+};
+
+} // namespace kits
