@@ -184,7 +184,7 @@ bool BAlert::AnswerByKey(const BMessage& key)
     if (pressed == nullptr) {
         return bytes[0] == B_ESCAPE;
     }
-    if (kits::look::IsFreshKey(&key)) {
+    if (kits::look::IsFreshKey(&key) && TakesAnswers()) {
         pressed->Invoke();
     }
     return true;

@@ -54,7 +54,7 @@ void BButton::MouseDown(BPoint)
     if (press != nullptr) {
         press->FindInt32("button", &button);
     }
-    if (!IsEnabled() || button != B_PRIMARY_MOUSE_BUTTON) {
+    if (!IsEnabled() || button != B_PRIMARY_MOUSE_BUTTON || !kits::look::MayAnswer(this)) {
         return;
     }
     SetMouseEventMask(B_POINTER_EVENTS, B_NO_POINTER_HISTORY);
@@ -89,7 +89,7 @@ void BButton::KeyDown(const char* bytes, int32 byteCount)
     const bool isPress = byteCount == 1 && (bytes[0] == B_SPACE || bytes[0] == B_ENTER);
     if (!isPress) {
         BControl::KeyDown(bytes, byteCount);
-    } else if (Window() != nullptr && kits::look::IsFreshKey(Window()->CurrentMessage())) {
+    } else if (kits::look::MayAnswer(this)) {
         Invoke();
     }
 }

@@ -61,7 +61,7 @@ void BControl::KeyDown(const char* bytes, int32 byteCount)
         BView::KeyDown(bytes, byteCount);
         return;
     }
-    if (fIsEnabled && Window() != nullptr && kits::look::IsFreshKey(Window()->CurrentMessage())) {
+    if (fIsEnabled && kits::look::MayAnswer(this)) {
         SetValue(Value() == B_CONTROL_OFF ? B_CONTROL_ON : B_CONTROL_OFF);
         Invoke();
     }

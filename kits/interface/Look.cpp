@@ -3,6 +3,7 @@
 #include <Font.h>
 #include <Message.h>
 #include <View.h>
+#include <Window.h>
 
 #include <cmath>
 
@@ -84,6 +85,12 @@ bool IsFreshKey(const BMessage* message)
     message->FindInt32("be:key_repeat", &repeat);
     message->FindBool("kits:early", &isEarly);
     return repeat == 0 && !isEarly;
+}
+
+bool MayAnswer(const BView* view)
+{
+    const BWindow* window = view->Window();
+    return window != nullptr && IsFreshKey(window->CurrentMessage()) && window->TakesAnswers();
 }
 
 } // namespace kits::look

@@ -1,5 +1,6 @@
 #include <ScrollBar.h>
 
+#include "Access.h"
 #include "Look.h"
 #include "ScrollPress.h"
 
@@ -100,6 +101,30 @@ void BScrollBar::GetSteps(float* smallStep, float* largeStep) const
     }
 }
 
+void BScrollBar::SetTarget(BView* target)
+{
+    if (target == fTarget) {
+        return;
+    }
+    if (fTarget != nullptr) {
+        kits::ViewAccess::SetScrollBar(*fTarget, fOrientation, nullptr);
+    }
+    fTarget = target;
+    if (fTarget == nullptr) {
+        return;
+    }
+    fTargetName = fTarget->Name() != nullptr ? fTarget->Name() : "";
+    kits::ViewAccess::SetScrollBar(*fTarget, fOrientation, this);
+    ValueChanged(fValue);
+}
+
+void BScrollBar::SetTarget(const char* targetName)
+{
+    fTargetName = targetName != nullptr ? targetName : "";
+    BView* found = Window() != nullptr ? Window()->FindView(fTargetName.c_str()) : nullptr;
+    SetTarget(found);
+}
+
 void BScrollBar::ValueChanged(float newValue)
 {
     if (fTarget == nullptr) {
@@ -119,7 +144,7 @@ void BScrollBar::AttachedToWindow()
 {
     BView::AttachedToWindow();
     if (fTarget == nullptr && !fTargetName.empty()) {
-        SetTarget(Window()->FindView(fTargetName.c_str()));
+        SetTarget(std::string(fTargetName).c_str()); // it may be in the window now
     }
 }
 

@@ -1,0 +1,295 @@
+#include "ControlWindow.h"
+
+#include <Alert.h>
+#include <Button.h>
+#include <Invoker.h>
+#include <Screen.h>
+
+#include <atomic>
+#include <thread>
+
+namespace {
+
+using namespace kits::testing;
+
+// Runs an alert on a thread of its own, which is no window's.
+class RunningAlert
+{
+public:
+    explicit RunningAlert(BAlert* alert) : fThread([this, alert] { fAnswer = alert->Go(); }) {}
+    ~RunningAlert() { fThread.join(); }
+
+    int32 Answer()
+    {
+        WaitFor([this] { return fAnswer != kNone; });
+        return fAnswer;
+    }
+    bool IsWaiting() const { return fAnswer == kNone; }
+
+private:
+    static constexpr int32 kNone = -100;
+    std::atomic<int32> fAnswer{kNone};
+    std::thread fThread;
+};
+
+BAlert* MakeAlert()
+{
+    return new BAlert("Sir?", "Do you really want to delete this?", "Cancel", "Delete", nullptr,
+                      B_WIDTH_FROM_LABEL, B_WARNING_ALERT);
+}
+
+TEST(AlertTest, ClickAnswersWithTheButtonsIndex)
+{
+    RunningAlert running(MakeAlert());
+
+    std::string text;
+    ASSERT_TRUE(AnswerAlert("Delete", &text));
+
+    EXPECT_EQ(running.Answer(), 1);
+    EXPECT_TRUE(WaitForNoWindow("Sir?"));
+}
+
+TEST(AlertTest, EnterPressesTheRightmostButton)
+{
+    RunningAlert running(MakeAlert());
+    BWindow* alert = WaitForWindow("Sir?");
+    ASSERT_NE(alert, nullptr);
+    ASSERT_TRUE(WaitForFocus(alert));
+    ASSERT_TRUE(WaitUntilAnswers(alert));
+
+    TypeKey(B_ENTER);
+
+    EXPECT_EQ(running.Answer(), 1);
+}
+
+TEST(AlertTest, EscapePressesTheCancelButton)
+{
+    RunningAlert running(MakeAlert());
+    BWindow* alert = WaitForWindow("Sir?");
+    ASSERT_NE(alert, nullptr);
+    ASSERT_TRUE(WaitForFocus(alert));
+    ASSERT_TRUE(WaitUntilAnswers(alert));
+
+    TypeKey(B_ESCAPE);
+
+    EXPECT_EQ(running.Answer(), 0);
+}
+
+TEST(AlertTest, EscapePressesTheOnlyButton)
+{
+    RunningAlert running(new BAlert("Foo", "Nothing can be done.", "OK"));
+    BWindow* alert = WaitForWindow("Foo");
+    ASSERT_NE(alert, nullptr);
+    ASSERT_TRUE(WaitForFocus(alert));
+    ASSERT_TRUE(WaitUntilAnswers(alert));
+
+    TypeKey(B_ESCAPE);
+
+    EXPECT_EQ(running.Answer(), 0);
+}
+
+TEST(AlertTest, EscapeWithoutACancelButtonAnswersNothing)
+{
+    RunningAlert running(new BAlert("Foo", "Which?", "One", "Two"));
+    BWindow* alert = WaitForWindow("Foo");
+    ASSERT_NE(alert, nullptr);
+    ASSERT_TRUE(WaitForFocus(alert));
+    ASSERT_TRUE(WaitUntilAnswers(alert));
+
+    TypeKey(B_ESCAPE);
+    Sync(alert);
+    EXPECT_TRUE(running.IsWaiting());
+
+    TypeKey(B_ENTER);
+    EXPECT_EQ(running.Answer(), 1);
+}
+
+TEST(AlertTest, EnterWorksTheButtonThatWasTabbedTo)
+{
+    RunningAlert running(MakeAlert());
+    BWindow* alert = WaitForWindow("Sir?");
+    ASSERT_NE(alert, nullptr);
+    ASSERT_TRUE(WaitForFocus(alert));
+    ASSERT_TRUE(WaitUntilAnswers(alert));
+
+    TypeKey(B_TAB); // "Cancel" comes first
+    TypeKey(B_ENTER);
+
+    EXPECT_EQ(running.Answer(), 0);
+}
+
+TEST(AlertTest, AnswersThatComeTooSoonAreDropped)
+{
+    auto* alert = new BAlert("Foo", "Read me first.", "OK");
+    alert->SetAnswerDelay(3'600'000'000, 0);
+    RunningAlert running(alert);
+    ASSERT_EQ(WaitForWindow("Foo"), alert);
+    ASSERT_TRUE(WaitForFocus(alert));
+
+    TypeKey(B_ENTER);
+    TypeKey(B_ESCAPE);
+    Click(alert->ButtonAt(0));
+    Sync(alert);
+    EXPECT_TRUE(running.IsWaiting());
+
+    alert->Lock();
+    alert->SetAnswerDelay(0, 0);
+    alert->Unlock();
+    TypeKey(B_ENTER);
+    EXPECT_EQ(running.Answer(), 0);
+}
+
+TEST(AlertTest, RepeatsOfAHeldKeyAnswerNothing)
+{
+    PressKey(B_ENTER);
+    RunningAlert running(new BAlert("Foo", "Still held.", "OK"));
+    BWindow* alert = WaitForWindow("Foo");
+    ASSERT_NE(alert, nullptr);
+    ASSERT_TRUE(WaitForFocus(alert));
+    ASSERT_TRUE(WaitUntilAnswers(alert));
+
+    PressKey(B_ENTER);
+    PressKey(B_ENTER);
+    Sync(alert);
+    EXPECT_TRUE(running.IsWaiting());
+
+    ReleaseKey(B_ENTER);
+    TypeKey(B_ENTER);
+    EXPECT_EQ(running.Answer(), 0);
+}
+
+TEST(AlertTest, ShortcutPressesItsButton)
+{
+    BAlert* made = MakeAlert();
+    made->SetShortcut(1, 'd');
+    EXPECT_EQ(made->Shortcut(1), 'd');
+    EXPECT_EQ(made->Shortcut(7), '\0');
+    RunningAlert running(made);
+    BWindow* alert = WaitForWindow("Sir?");
+    ASSERT_NE(alert, nullptr);
+    ASSERT_TRUE(WaitForFocus(alert));
+    ASSERT_TRUE(WaitUntilAnswers(alert));
+
+    TypeKey('d');
+
+    EXPECT_EQ(running.Answer(), 1);
+}
+
+TEST(AlertTest, NewestOfTwoTakesTheKeysAndClicksWorkOnBoth)
+{
+    RunningAlert first(new BAlert("First", "One", "Yes"));
+    ASSERT_NE(WaitForWindow("First"), nullptr);
+    RunningAlert second(new BAlert("Second", "Two", "No", "Maybe"));
+    BWindow* newest = WaitForWindow("Second");
+    ASSERT_NE(newest, nullptr);
+    ASSERT_TRUE(WaitForFocus(newest));
+
+    ASSERT_TRUE(AnswerAlert("Yes"));
+    EXPECT_EQ(first.Answer(), 0);
+
+    ASSERT_TRUE(WaitUntilAnswers(newest));
+    TypeKey(B_ENTER);
+    EXPECT_EQ(second.Answer(), 1);
+}
+
+TEST(AlertTest, QuittingAnAlertEndsTheWait)
+{
+    BAlert* alert = MakeAlert();
+    RunningAlert running(alert);
+    ASSERT_EQ(WaitForWindow("Sir?"), alert);
+
+    ASSERT_TRUE(alert->Lock());
+    alert->Quit();
+
+    EXPECT_EQ(running.Answer(), -1);
+}
+
+// A window that opens an alert in its own thread and paints on meanwhile.
+class AskingWindow : public ControlWindow
+{
+public:
+    void MessageReceived(BMessage* message) override
+    {
+        if (message->what == 'ask ') {
+            answer = (new BAlert("Asking", "From a window", "OK"))->Go();
+        } else {
+            ControlWindow::MessageReceived(message);
+        }
+    }
+
+    std::atomic<int32> answer{-100};
+};
+
+TEST(AlertTest, WindowMayWaitForAnAlertOfItsOwn)
+{
+    auto* window = new AskingWindow;
+    window->Show();
+    ASSERT_TRUE(WaitForFocus(window));
+
+    window->PostMessage('ask ');
+    ASSERT_TRUE(AnswerAlert("OK"));
+
+    EXPECT_TRUE(WaitFor([window] { return window->answer == 0; }));
+    EXPECT_TRUE(WaitForFocus(window));
+    window->Lock();
+    window->Quit();
+}
+
+TEST(AlertTest, InvokerGetsTheAnswer)
+{
+    auto* window = new ControlWindow;
+    window->Show();
+    ASSERT_TRUE(WaitForFocus(window));
+
+    MakeAlert()->Go(new BInvoker(new BMessage('tesa'), window));
+    ASSERT_TRUE(AnswerAlert("Delete"));
+
+    ASSERT_TRUE(window->AwaitMessages(1));
+    int32 which = -1;
+    EXPECT_EQ(window->Messages()[0].FindInt32("which", &which), B_OK);
+    EXPECT_EQ(which, 1);
+    window->Lock();
+    window->Quit();
+}
+
+TEST(AlertTest, LongTextMakesItHigherAndStaysOnTheScreen)
+{
+    std::string names = "Do you really want to delete the following files/folders:";
+    for (int32 i = 0; i < 20; i++) {
+        names += "\n\tfile number " + std::to_string(i);
+    }
+    auto* alert = new BAlert("Sir?", names.c_str(), "Cancel", "Delete");
+    const BRect screen = BScreen().Frame();
+    RunningAlert running(alert);
+    ASSERT_EQ(WaitForWindow("Sir?"), alert);
+
+    alert->Lock();
+    const BRect frame = alert->Frame();
+    alert->Unlock();
+
+    EXPECT_GT(frame.Height(), 21 * 15);
+    EXPECT_GE(frame.top, screen.top);
+    EXPECT_LE(frame.bottom, screen.bottom);
+    ASSERT_TRUE(AnswerAlert("Cancel"));
+    EXPECT_EQ(running.Answer(), 0);
+}
+
+TEST(AlertTest, ButtonsAreAsBroadAsAsked)
+{
+    auto* usual = new BAlert("a", "b", "I", "A rather long label", nullptr, B_WIDTH_AS_USUAL);
+    EXPECT_EQ(usual->ButtonAt(0)->Bounds().Width(), 75);
+    EXPECT_GT(usual->ButtonAt(1)->Bounds().Width(), 100);
+
+    auto* widest = new BAlert("a", "b", "I", "A rather long label", nullptr, B_WIDTH_FROM_WIDEST);
+    EXPECT_EQ(widest->ButtonAt(0)->Bounds().Width() + 6, widest->ButtonAt(1)->Bounds().Width());
+
+    auto* own = new BAlert("a", "b", "I", "A rather long label", nullptr, B_WIDTH_FROM_LABEL);
+    EXPECT_LT(own->ButtonAt(0)->Bounds().Width(), 40);
+    EXPECT_EQ(own->ButtonAt(2), nullptr);
+    for (BAlert* alert : {usual, widest, own}) {
+        alert->Lock();
+        alert->Quit();
+    }
+}
+
+} // namespace
