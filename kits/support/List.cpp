@@ -54,13 +54,9 @@ bool BList::AddList(const BList* list, int32 index)
     if (!MakeRoom(index, count)) {
         return false;
     }
-    if (list != this) {
-        std::copy_n(list->fItems, count, fItems + index);
-        return true;
-    }
-    // Adding a list to itself: the room just made splits the items that are to be copied.
-    std::copy_n(fItems, index, fItems + index);
-    std::copy_n(fItems + index + count, count - index, fItems + 2 * index);
+    // Adding a list to itself works, too: the gap opened is as long as the list, so that the items
+    // moved behind it leave those at the front as they were.
+    std::memmove(fItems + index, list->fItems, static_cast<size_t>(count) * sizeof(void*));
     return true;
 }
 

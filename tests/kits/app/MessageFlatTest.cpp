@@ -116,6 +116,19 @@ TEST(MessageFlatTest, RefusesEveryCutAndStaysAsItWas)
     EXPECT_EQ(message.GetInt32("kept", 0), 7);
 }
 
+TEST(MessageFlatTest, RefusesEveryCutThatClaimsToBeWhole)
+{
+    const std::vector<char> bytes = Flat(Sample());
+    BMessage message;
+
+    for (size_t size = 24; size < bytes.size(); size++) {
+        std::vector<char> cut(bytes.begin(), bytes.begin() + static_cast<ptrdiff_t>(size));
+        cut[8] = static_cast<char>(size & 0xff);
+        cut[9] = static_cast<char>(size >> 8);
+        ASSERT_EQ(Unflatten(message, cut), B_BAD_VALUE) << size << " bytes";
+    }
+}
+
 TEST(MessageFlatTest, SurvivesEveryDamagedByte)
 {
     const std::vector<char> bytes = Flat(Sample());
