@@ -42,21 +42,27 @@ protected:
 
     std::string Setting(const std::string& key)
     {
-        const std::string text = "\n" + fTree.Read("config/Norvane/Norvane.pref");
-        const size_t start = text.find("\n" + key + "=");
+        std::string text = "\n";
+        text += fTree.Read("config/Norvane/Norvane.pref");
+        std::string line = "\n";
+        line += key;
+        line += "=";
+        const size_t start = text.find(line);
         if (start == std::string::npos) {
             return "(missing)";
         }
-        const size_t value = start + key.size() + 2;
+        const size_t value = start + line.size();
         return text.substr(value, text.find('\n', value) - value);
     }
 
-    /// Settings for panes on these folders of the tree.
-    void WritePanes(const std::vector<std::string>& folders)
+    /// Settings for panes on these folders of the tree ("" for none), and further lines.
+    void WritePanes(const std::vector<std::string>& folders, const std::string& more = "")
     {
-        std::string lines = "NumPanes=" + std::to_string(folders.size()) + "\n";
+        std::string lines = more + "NumPanes=" + std::to_string(folders.size()) + "\n";
         for (size_t pane = 0; pane < folders.size(); pane++) {
-            lines += "Pane" + std::to_string(pane) + "=" + fTree.Path(folders[pane]) + "\n";
+            if (!folders[pane].empty()) {
+                lines += "Pane" + std::to_string(pane) + "=" + fTree.Path(folders[pane]) + "\n";
+            }
         }
         WriteSettings(lines);
     }
@@ -126,7 +132,7 @@ protected:
         Locked([&] {
             norvane::DirView* list = fWindow->PaneAt(pane)->GetDirView();
             for (int32 row = 0; row < list->CountItems(); row++) {
-                if (list->RowAt(row)->Name() == name) {
+                if (list->RowAt(row)->GetEntryName() == name) {
                     list->Select(row);
                     return;
                 }

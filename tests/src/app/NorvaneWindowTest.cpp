@@ -24,7 +24,7 @@ TEST_F(NorvaneWindowTest, StartsWithTwoPanesOnTheHomeFolder)
 
 TEST_F(NorvaneWindowTest, AMissingPaneIsOnTheHomeFolder)
 {
-    WriteSettings("NumPanes=3\nPane0=" + fTree.Path("one") + "\nPane2=" + fTree.Path("two") + "\n");
+    WritePanes({"one", "", "two"});
     Open();
     ASSERT_EQ(CountPanes(), 3);
     EXPECT_EQ(PanePath(0), fTree.Path("one"));
@@ -150,8 +150,8 @@ TEST_F(NorvaneWindowTest, FoldersThatCannotBeShownAreToldOnce)
 
 TEST_F(NorvaneWindowTest, SavesWhatItRestores)
 {
-    WriteSettings("Left=33\nTop=44\nWidth=555\nHeight=333\nNumPanes=2\nPane0=" + fTree.Path("one") +
-                  "\nPane1=" + fTree.Path("two") + "\nColumn1=131\nDateFormat=%H\n");
+    WritePanes({"one", "two"},
+               "Left=33\nTop=44\nWidth=555\nHeight=333\nColumn1=131\nDateFormat=%H\n");
     Open();
     Locked([&] {
         fWindow->AddFilePane(fTree.Path("three").c_str());
