@@ -6,6 +6,7 @@
 
 #include <QPointer>
 #include <QWindow>
+#include <private/qhighdpiscaling_p.h>
 #include <qpa/qwindowsysteminterface.h>
 
 #include <functional>
@@ -55,6 +56,17 @@ QPointF CentreOf(BPoint point)
     return QPointF(static_cast<qreal>(point.x) + 0.25, static_cast<qreal>(point.y) + 0.25);
 }
 
+// Native events speak of device pixels.
+QPointF NativeGlobal(const QWindow* window, QPointF global)
+{
+    return QHighDpi::toNativePixels(global, window->screen());
+}
+
+QPointF NativeLocal(const QWindow* window, QPointF global)
+{
+    return QHighDpi::toNativeLocalPosition(window->mapFromGlobal(global), window);
+}
+
 void Send(QWindow* window, BPoint screen, Qt::MouseButton button, QEvent::Type type,
           uint32 modifiers)
 {
@@ -63,8 +75,8 @@ void Send(QWindow* window, BPoint screen, Qt::MouseButton button, QEvent::Type t
     }
     const QPointF global = CentreOf(screen);
     QWindowSystemInterface::handleMouseEvent<QWindowSystemInterface::SynchronousDelivery>(
-        window, window->mapFromGlobal(global), global, Mouse().buttons, button, type,
-        ModifiersOf(modifiers));
+        window, NativeLocal(window, global), NativeGlobal(window, global), Mouse().buttons, button,
+        type, ModifiersOf(modifiers));
 }
 
 // A place on the screen and how to find the native window there.
@@ -191,8 +203,9 @@ void TurnWheel(BView* view, BPoint where, float notchesDown, float notchesRight,
         QWindow* window = target.find();
         if (window != nullptr) {
             const QPointF global = CentreOf(target.screen);
-            QWindowSystemInterface::handleWheelEvent(window, window->mapFromGlobal(global), global,
-                                                     QPoint(), angle, ModifiersOf(modifiers));
+            QWindowSystemInterface::handleWheelEvent(window, NativeLocal(window, global),
+                                                     NativeGlobal(window, global), QPoint(), angle,
+                                                     ModifiersOf(modifiers));
         }
     });
 }
