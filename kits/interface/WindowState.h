@@ -12,7 +12,7 @@
 
 namespace kits {
 
-struct Shortcut
+struct WindowShortcut
 {
     uint32 key;
     uint32 modifiers;
@@ -50,7 +50,7 @@ struct WindowState
     BView* focus = nullptr;
     BButton* defaultButton = nullptr;
     BMenuBar* keyMenuBar = nullptr;
-    std::vector<Shortcut> shortcuts;
+    std::vector<WindowShortcut> shortcuts;
     InputInterceptor* interceptor = nullptr;
     bool isMenuKeyArmed = false; // Alt is down and nothing else has happened since
 

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <Font.h>
+
+#include <QFont>
+#include <QFontMetricsF>
+#include <QString>
+
+namespace kits {
+
+/// A font as this thread draws and measures with it.
+struct ThreadFont
+{
+    QFont font;
+    QFontMetricsF metrics;
+};
+
+/// Turns font values into what draws them.
+class FontAccess
+{
+public:
+    /// Lends the calling thread's own font for these values, until the thread's next call.
+    static const ThreadFont& For(const BFont& font);
+
+    struct Key
+    {
+        std::string family;
+        int32 size;
+        uint16 face;
+        SystemFont system;
+
+        bool operator==(const Key& other) const = default;
+    };
+
+private:
+    static Key KeyOf(const BFont& font);
+};
+
+/// The first `length` bytes of UTF-8 text (-1: all); bytes that are not UTF-8 become U+FFFD.
+QString TextFrom(const char* string, int32 length = -1);
+
+/// What the desktop says of the system's fonts; found out once, when the server runs.
+struct SystemFonts
+{
+    struct Values
+    {
+        std::string family;
+        int32 size = 12; // pixels: the largest at which a line is 15 units high
+        int32 boldSize = 12;
+        int32 descent = 3;
+        int32 boldDescent = 3;
+    };
+    Values plain;
+    Values fixed;
+
+    static const SystemFonts& Get();
+};
+
+} // namespace kits

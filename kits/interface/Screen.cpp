@@ -1,0 +1,66 @@
+#include <Screen.h>
+
+#include "ColorMap.h"
+
+#include "server/WindowServer.h"
+
+#include <Window.h>
+
+using kits::WindowServer;
+
+BScreen::BScreen(screen_id id) : fId(id) {}
+
+// Every window is on what the server presents as the one screen.
+BScreen::BScreen(BWindow* /*window*/) : fId(B_MAIN_SCREEN_ID) {}
+
+bool BScreen::IsValid() const
+{
+    return fId == B_MAIN_SCREEN_ID && WindowServer::Get().IsRunning();
+}
+
+screen_id BScreen::ID() const
+{
+    return fId;
+}
+
+BRect BScreen::Frame() const
+{
+    return IsValid() ? WindowServer::Get().ScreenFrame() : BRect();
+}
+
+BRect BScreen::AvailableFrame() const
+{
+    return IsValid() ? WindowServer::Get().AvailableFrame() : BRect();
+}
+
+color_space BScreen::ColorSpace() const
+{
+    return IsValid() ? B_RGB32 : B_NO_COLOR_SPACE;
+}
+
+const color_map* BScreen::ColorMap() const
+{
+    return system_colors();
+}
+
+uint8 BScreen::IndexForColor(rgb_color color) const
+{
+    return IndexForColor(color.red, color.green, color.blue, color.alpha);
+}
+
+uint8 BScreen::IndexForColor(uint8 red, uint8 green, uint8 blue, uint8 alpha) const
+{
+    const rgb_color color = {red, green, blue, alpha};
+    return alpha == 0 || color == B_TRANSPARENT_COLOR ? B_TRANSPARENT_8_BIT
+                                                      : kits::NearestIndex(red, green, blue);
+}
+
+rgb_color BScreen::ColorForIndex(uint8 index) const
+{
+    return system_colors()->color_list[index];
+}
+
+uint8 BScreen::InvertIndex(uint8 index) const
+{
+    return system_colors()->inversion_map[index];
+}
