@@ -67,7 +67,7 @@ NativeWindow::NativeWindow(int32 token, std::shared_ptr<LooperCore> core,
                            std::shared_ptr<FrontImage> front, const WindowShape& shape)
     : fToken(token), fCore(std::move(core)), fFront(std::move(front)),
       fScale(WindowServer::Get().ScreenScale()), fShape(shape),
-      fPublished(std::make_shared<const Published>())
+      fPublished(std::make_shared<const Published>()), fAccessible(*this)
 {
 }
 
@@ -241,6 +241,7 @@ void NativeWindow::Destroy()
     }
     const std::shared_ptr<NativeWindow> self = shared_from_this();
     ServerState::Get().windows.Remove(fToken);
+    fAccessible.Clear();
     fSurface.reset();
 }
 
@@ -288,6 +289,7 @@ void NativeWindow::Publish(std::shared_ptr<const Published> published)
         return;
     }
     fPublished = std::move(published);
+    fAccessible.Changed(fPublished);
     // The toolkit cannot see a caret or a focus that move inside the window.
     if (fSurface != nullptr && QGuiApplication::focusWindow() == fSurface.get()) {
         QGuiApplication::inputMethod()->update(Qt::ImQueryInput);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AccessibleTree.h"
 #include "Published.h"
 #include "WindowServer.h"
 
@@ -59,6 +60,7 @@ public:
     Surface* GetSurface() const { return fSurface.get(); }
     const WindowShape& Shape() const { return fShape; }
     bool IsPopUp() const { return fShape.kind == WindowShape::Kind::kPopUp; }
+    AccessibleTree& Accessible() { return fAccessible; }
     const Published& GetPublished() const { return *fPublished; }
     LooperCore& Core() const { return *fCore; }
     FrontImage& Front() const { return *fFront; }
@@ -88,6 +90,7 @@ private:
     PointerShape fPointer = PointerShape::kArrow;
     std::shared_ptr<const Published> fPublished; // never null
     std::unique_ptr<Surface> fSurface;
+    AccessibleTree fAccessible; // gone before the surface it speaks of
     bool fIsShown = false;
 };
 

@@ -3,6 +3,7 @@
 #include <Rect.h>
 #include <SupportDefs.h>
 
+#include <atomic>
 #include <mutex>
 
 namespace kits {
@@ -20,6 +21,9 @@ public:
     BRect Available() const;
     float Scale() const;
     bigtime_t ClickSpeed() const;
+
+    /// Whether assistive programs listen.
+    std::atomic<bool> isAccessibilityActive{false};
 
 private:
     mutable std::mutex fLock;

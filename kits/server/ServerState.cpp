@@ -32,11 +32,14 @@ ServerState::ServerState() : input(*this)
     QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, qGuiApp,
                      [this](QWindow* window) { input.FocusChanged(window); });
     WatchScreens();
+    accessibilityActiveChanged(QAccessible::isActive());
+    QAccessible::installActivationObserver(this);
 }
 
 ServerState::~ServerState()
 {
     qGuiApp->disconnect(qGuiApp);
+    QAccessible::removeActivationObserver(this);
     windows.DestroyAll();
     sState = nullptr;
 }
@@ -44,6 +47,11 @@ ServerState::~ServerState()
 ServerState& ServerState::Get()
 {
     return *sState;
+}
+
+void ServerState::accessibilityActiveChanged(bool active)
+{
+    ScreenInfo::Get().isAccessibilityActive = active;
 }
 
 void ServerState::WatchScreens()

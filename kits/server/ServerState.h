@@ -5,17 +5,17 @@
 #include "ThemeIcons.h"
 #include "WindowTable.h"
 
-class QWindow;
+#include <QAccessible>
 
 namespace kits {
 
 /// What the server's thread keeps while it runs.
 /// Thread: the server's.
-class ServerState
+class ServerState : private QAccessible::ActivationObserver
 {
 public:
     ServerState();
-    ~ServerState();
+    ~ServerState() override;
     ServerState(const ServerState&) = delete;
     ServerState& operator=(const ServerState&) = delete;
 
@@ -33,6 +33,9 @@ public:
     bool givesFocusUnasked = false;
 
 private:
+    // QAccessible::ActivationObserver
+    void accessibilityActiveChanged(bool active) override;
+
     void WatchScreens();
     void ScreensChanged();
 };

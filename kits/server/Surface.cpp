@@ -166,7 +166,7 @@ bool Surface::event(QEvent* event)
 
 QAccessibleInterface* Surface::accessibleRoot() const
 {
-    return QWindow::accessibleRoot();
+    return fOwner.Accessible().Interface(AccessibleTree::kRoot);
 }
 
 } // namespace kits

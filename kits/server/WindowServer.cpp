@@ -122,6 +122,11 @@ bigtime_t WindowServer::ClickSpeed() const
     return ScreenInfo::Get().ClickSpeed();
 }
 
+bool WindowServer::IsAccessibilityActive() const
+{
+    return ScreenInfo::Get().isAccessibilityActive;
+}
+
 QImage WindowServer::ThemeIcon(const std::string& name, int32 size, float scale)
 {
     QImage picture;

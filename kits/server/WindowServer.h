@@ -143,6 +143,8 @@ public:
     uint32 Modifiers() const;
     /// The desktop's double-click interval. Thread: any.
     bigtime_t ClickSpeed() const;
+    /// Whether an assistive program listens: windows publish their nodes only then. Thread: any.
+    bool IsAccessibilityActive() const;
     /// The theme's icon of that name, drawn for `size` units at `scale`; null when there is none.
     /// Cached, absent names too.
     /// Thread: any but the server's; may wait.

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "Published.h"
+
+#include <QAccessible>
+
+#include <map>
+#include <memory>
+
+namespace kits {
+
+class NativeWindow;
+
+/// What assistive programs see of a window: answered from what the window published last.
+///
+/// Interfaces are made when they are asked for, one per node, and go with their node.
+/// Thread: the server's.
+class AccessibleTree
+{
+public:
+    /// The window itself, also before it has published anything.
+    static constexpr int32 kRoot = 0;
+
+    explicit AccessibleTree(NativeWindow& window);
+    ~AccessibleTree();
+    AccessibleTree(const AccessibleTree&) = delete;
+    AccessibleTree& operator=(const AccessibleTree&) = delete;
+
+    /// Takes over the nodes of `published`; drops interfaces whose nodes are gone; tells of a new
+    /// focus.
+    void Changed(std::shared_ptr<const Published> published);
+
+    /// Deletes all interfaces, before the native window goes.
+    void Clear();
+
+    /// Lends the interface of a node; null when there is no such node.
+    QAccessibleInterface* Interface(int32 id);
+    /// Lends the node until the next change; null for unknown ones, and for the root before a
+    /// publication.
+    const AccessibleNode* Node(int32 id) const;
+    /// The node above; kRoot for those at the top.
+    int32 ParentOf(int32 id) const;
+    /// The node that has the focus; kRoot when none has.
+    int32 Focused() const { return fFocused; }
+    NativeWindow& Window() const { return fWindow; }
+
+private:
+    struct Entry
+    {
+        const AccessibleNode* node = nullptr; // lives as long as fPublished
+        int32 parent = kRoot;
+    };
+
+    void Index(const AccessibleNode& node, int32 parent);
+
+    NativeWindow& fWindow;
+    std::shared_ptr<const Published> fPublished;
+    std::map<int32, Entry> fNodes;
+    std::map<int32, QAccessible::Id> fInterfaces;
+    int32 fFocused = kRoot;
+};
+
+} // namespace kits

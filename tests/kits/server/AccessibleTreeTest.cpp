@@ -1,0 +1,120 @@
+#include "NativeFixture.h"
+
+#include "server/NativeWindow.h"
+#include "server/ServerState.h"
+#include "server/Surface.h"
+#include "testing/Native.h"
+
+using kits::AccessibleNode;
+using kits::Published;
+using namespace kits::testing;
+
+namespace {
+
+using Nodes = std::vector<std::shared_ptr<const AccessibleNode>>;
+
+std::shared_ptr<const AccessibleNode> Node(int32 id, AccessibleNode::Role role, const char* name,
+                                           uint32 states = 0, Nodes children = {})
+{
+    auto node = std::make_shared<AccessibleNode>();
+    node->id = id;
+    node->role = role;
+    node->name = name;
+    node->states = states;
+    node->box = BRect(10, 20, 109, 39);
+    node->children = std::move(children);
+    return node;
+}
+
+class AccessibleTreeTest : public NativeFixture
+{
+protected:
+    void Publish(Nodes children)
+    {
+        auto published = std::make_shared<Published>();
+        published->root =
+            Node(1, AccessibleNode::Role::kWindow, "Two panes", 0, std::move(children));
+        fA.Link().Publish(published);
+    }
+    // Runs on the server with the window's root.
+    void WithRoot(const std::function<void(QAccessibleInterface&)>& task)
+    {
+        OnServer([&] {
+            kits::NativeWindow* native = kits::ServerState::Get().windows.Find(fA.Token());
+            ASSERT_NE(native, nullptr);
+            task(*native->Accessible().Interface(kits::AccessibleTree::kRoot));
+        });
+    }
+};
+
+} // namespace
+
+TEST_F(AccessibleTreeTest, HasItsTitleBeforeItSaysAnything)
+{
+    ShowA();
+
+    WithRoot([](QAccessibleInterface& root) {
+        EXPECT_EQ(root.role(), QAccessible::Window);
+        EXPECT_EQ(root.text(QAccessible::Name), QStringLiteral("A"));
+        EXPECT_EQ(root.rect(), QRect(50, 60, 200, 150));
+        EXPECT_EQ(root.childCount(), 0);
+    });
+}
+
+TEST_F(AccessibleTreeTest, AnswersFromWhatWasPublished)
+{
+    ShowA();
+    Publish({Node(7, AccessibleNode::Role::kButton, "OK",
+                  AccessibleNode::kFocusable | AccessibleNode::kFocused | AccessibleNode::kDefault),
+             Node(8, AccessibleNode::Role::kTable, "Files", 0,
+                  {Node(9, AccessibleNode::Role::kRow, "a.txt", AccessibleNode::kSelected)})});
+
+    WithRoot([](QAccessibleInterface& root) {
+        ASSERT_EQ(root.childCount(), 2);
+        QAccessibleInterface* button = root.child(0);
+        EXPECT_EQ(button->role(), QAccessible::Button);
+        EXPECT_EQ(button->text(QAccessible::Name), QStringLiteral("OK"));
+        EXPECT_EQ(button->rect(), QRect(60, 80, 100, 20));
+        EXPECT_TRUE(button->state().focused);
+        EXPECT_TRUE(button->state().defaultButton);
+        EXPECT_EQ(button->parent(), &root);
+        EXPECT_EQ(root.focusChild(), button);
+        QAccessibleInterface* row = root.child(1)->child(0);
+        EXPECT_EQ(row->text(QAccessible::Name), QStringLiteral("a.txt"));
+        EXPECT_TRUE(row->state().selected);
+        EXPECT_EQ(root.indexOfChild(row->parent()), 1);
+        EXPECT_EQ(root.child(2), nullptr);
+    });
+}
+
+TEST_F(AccessibleTreeTest, KeepsAnInterfaceWhileItsNodeLives)
+{
+    ShowA();
+    Publish({Node(7, AccessibleNode::Role::kButton, "OK")});
+    QAccessibleInterface* before = nullptr;
+    WithRoot([&before](QAccessibleInterface& root) { before = root.child(0); });
+
+    Publish({Node(6, AccessibleNode::Role::kButton, "New"),
+             Node(7, AccessibleNode::Role::kButton, "Fine")});
+
+    WithRoot([before](QAccessibleInterface& root) {
+        ASSERT_EQ(root.childCount(), 2);
+        EXPECT_EQ(root.child(1), before);
+        EXPECT_EQ(before->text(QAccessible::Name), QStringLiteral("Fine"));
+    });
+}
+
+TEST_F(AccessibleTreeTest, DropsNodesThatAreGone)
+{
+    ShowA();
+    Publish({Node(7, AccessibleNode::Role::kButton, "OK")});
+    WithRoot([](QAccessibleInterface& root) { EXPECT_NE(root.child(0), nullptr); });
+
+    Publish({});
+
+    WithRoot([](QAccessibleInterface& root) { EXPECT_EQ(root.childCount(), 0); });
+    OnServer([this] {
+        kits::NativeWindow* native = kits::ServerState::Get().windows.Find(fA.Token());
+        EXPECT_EQ(native->Accessible().Interface(7), nullptr);
+    });
+}
