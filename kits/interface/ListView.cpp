@@ -141,7 +141,11 @@ bool BListView::RemoveItems(int32 index, int32 count)
     fRows.RemoveItems(index, count);
     fHeights->Remove(index, count);
     fSelection->Removed(index, count);
+    const float top = Bounds().top;
     FixScrollBar();
+    if (Bounds().top != top) {
+        Invalidate();
+    }
     if (wasSelected) {
         SelectionDidChange(-1, -1);
     }

@@ -10,7 +10,6 @@
 #include <MenuBar.h>
 #include <Message.h>
 #include <OS.h>
-#include <Screen.h>
 #include <String.h>
 #include <Window.h>
 
@@ -259,8 +258,9 @@ void MenuSession::Open(int32 level, int32 item)
     float width = 0;
     float height = 0;
     opened.menu->GetPreferredSize(&width, &height);
-    opened.frame = PlaceMenu(ScreenFrame(level, opener), width, height, BScreen(fWindow).Frame(),
-                             level == 0 ? MenuSide::kBelow : MenuSide::kRight);
+    opened.frame =
+        PlaceMenu(ScreenFrame(level, opener), width, height, WindowServer::Get().AvailableFrame(),
+                  level == 0 ? MenuSide::kBelow : MenuSide::kRight);
     opened.menu->SelectItem(nullptr);
     opened.menu->MoveTo(0, 0);
     opened.menu->ResizeTo(opened.frame.Width(), opened.frame.Height());

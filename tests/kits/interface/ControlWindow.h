@@ -3,6 +3,7 @@
 #include "ApplicationEnvironment.h"
 
 #include <Message.h>
+#include <View.h>
 #include <Window.h>
 
 #include <mutex>
