@@ -1,0 +1,162 @@
+#include <Entry.h>
+#include <Node.h>
+#include <NodeInfo.h>
+
+#include <TempTree.h>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+namespace {
+
+class NodeTest : public testing::Test
+{
+protected:
+    BNode Node(const char* name) { return BNode(fTree.Path(name).c_str()); }
+
+    bool HasAttributes()
+    {
+        fTree.Write("probe", "");
+        return setxattr(fTree.Path("probe").c_str(), "user.probe", "x", 1, 0) == 0;
+    }
+
+    TempTree fTree;
+};
+
+} // namespace
+
+TEST_F(NodeTest, HoldsTheNodeWhateverItIsCalled)
+{
+    fTree.Write("a", "12345");
+    const BNode node = Node("a");
+
+    ASSERT_EQ(rename(fTree.Path("a").c_str(), fTree.Path("b").c_str()), 0);
+    fTree.Write("a", "");
+
+    off_t size = 0;
+    EXPECT_EQ(node.GetSize(&size), B_OK);
+    EXPECT_EQ(size, 5);
+    EXPECT_TRUE(node == Node("b"));
+    EXPECT_TRUE(node != Node("a"));
+    EXPECT_TRUE(BNode() != BNode());
+}
+
+TEST_F(NodeTest, OpensAFifoWithoutWaiting)
+{
+    ASSERT_EQ(mkfifo(fTree.Path("fifo").c_str(), 0600), 0);
+
+    const BNode node = Node("fifo");
+
+    EXPECT_EQ(node.InitCheck(), B_OK);
+    EXPECT_FALSE(node.IsFile());
+    EXPECT_EQ(node.CountAttrs(), 0);
+}
+
+TEST_F(NodeTest, IsTheLinkItself)
+{
+    fTree.Write("target", "");
+    fTree.Link("link", "target");
+    BNode node = Node("link");
+    struct stat like = {};
+    like.st_mtim.tv_sec = 99;
+
+    EXPECT_TRUE(node.IsSymLink());
+    EXPECT_EQ(node.SetTimesLike(like), B_OK);
+    EXPECT_NE(node.SetPermissions(0777), B_OK);
+    time_t modified = 0;
+    node.GetModificationTime(&modified);
+    EXPECT_EQ(modified, 99);
+    Node("target").GetModificationTime(&modified);
+    EXPECT_NE(modified, 99);
+}
+
+TEST_F(NodeTest, SetsModeAndTimes)
+{
+    fTree.Write("a", "");
+    BNode node = Node("a");
+    mode_t mode = 0;
+
+    EXPECT_EQ(node.SetPermissions(0604), B_OK);
+    EXPECT_EQ(node.SetModificationTime(77), B_OK);
+    EXPECT_EQ(node.Sync(), B_OK);
+
+    node.GetPermissions(&mode);
+    EXPECT_EQ(mode, 0604u);
+    time_t modified = 0;
+    node.GetModificationTime(&modified);
+    EXPECT_EQ(modified, 77);
+}
+
+TEST_F(NodeTest, KeepsAttributes)
+{
+    if (!HasAttributes()) {
+        GTEST_SKIP() << "the file system of temporary files keeps no extended attributes";
+    }
+    fTree.Write("a", "");
+    BNode node = Node("a");
+    const char value[] = "v\0w";
+    char read[16] = {};
+    attr_info info;
+
+    EXPECT_EQ(node.CountAttrs(), 0);
+    EXPECT_EQ(node.WriteAttr("name", 'TEST', 0, value, sizeof(value)), ssize_t(sizeof(value)));
+    EXPECT_EQ(node.CountAttrs(), 1);
+    EXPECT_EQ(node.ReadAttr("name", 'TEST', 0, read, sizeof(read)), ssize_t(sizeof(value)));
+    EXPECT_EQ(memcmp(read, value, sizeof(value)), 0);
+    EXPECT_EQ(node.ReadAttr("name", 'TEST', 2, read, 1), 1);
+    EXPECT_EQ(read[0], 'w');
+    EXPECT_EQ(node.GetAttrInfo("name", &info), B_OK);
+    EXPECT_EQ(info.type, type_code('TEST'));
+    EXPECT_EQ(info.size, off_t(sizeof(value)));
+    char name[B_ATTR_NAME_LENGTH];
+    EXPECT_EQ(node.GetNextAttrName(name), B_OK);
+    EXPECT_STREQ(name, "name");
+    EXPECT_EQ(node.GetNextAttrName(name), B_ENTRY_NOT_FOUND);
+    EXPECT_EQ(node.RemoveAttr("name"), B_OK);
+    EXPECT_EQ(node.ReadAttr("name", 'TEST', 0, read, 1), B_ENTRY_NOT_FOUND);
+    EXPECT_EQ(node.GetAttrInfo("name", &info), B_ENTRY_NOT_FOUND);
+}
+
+TEST_F(NodeTest, TakesAttributesOver)
+{
+    if (!HasAttributes()) {
+        GTEST_SKIP() << "the file system of temporary files keeps no extended attributes";
+    }
+    fTree.Write("a", "");
+    fTree.Write("b", "");
+    ASSERT_EQ(setxattr(fTree.Path("a").c_str(), "user.other", "zz", 2, 0), 0);
+    BNode from = Node("a");
+    from.WriteAttr("mine", 'TEST', 0, "x", 1);
+
+    BNode to = Node("b");
+    EXPECT_EQ(to.CopyAttrsFrom(from), B_OK);
+
+    char read[8];
+    EXPECT_EQ(to.ReadAttr("mine", 'TEST', 0, read, 8), 1);
+    EXPECT_EQ(getxattr(fTree.Path("b").c_str(), "user.other", read, 8), 2);
+}
+
+TEST_F(NodeTest, KeepsTypeAndPreferredApplication)
+{
+    if (!HasAttributes()) {
+        GTEST_SKIP() << "the file system of temporary files keeps no extended attributes";
+    }
+    fTree.Write("a", "");
+    BNode node = Node("a");
+    BNodeInfo info(&node);
+    char text[B_MIME_TYPE_LENGTH];
+
+    EXPECT_EQ(info.GetType(text), B_ENTRY_NOT_FOUND);
+    EXPECT_EQ(info.SetType("text/plain"), B_OK);
+    EXPECT_EQ(info.SetType("not a type"), B_BAD_VALUE);
+    EXPECT_EQ(info.GetType(text), B_OK);
+    EXPECT_STREQ(text, "text/plain");
+    EXPECT_EQ(info.SetPreferredApp("application/x-vnd.test"), B_OK);
+    EXPECT_EQ(info.GetPreferredApp(text), B_OK);
+    EXPECT_STREQ(text, "application/x-vnd.test");
+    EXPECT_EQ(info.SetType(nullptr), B_OK);
+    EXPECT_EQ(info.GetType(text), B_ENTRY_NOT_FOUND);
+    BNode unset;
+    EXPECT_EQ(BNodeInfo(&unset).InitCheck(), B_BAD_VALUE);
+}
