@@ -161,7 +161,8 @@ void NativeWindow::Show(const ShowRequest& request)
     if (fSurface == nullptr) {
         CreateSurface();
     }
-    if (const NativeWindow* opener = state.windows.Find(request.opener)) {
+    fOpener = request.opener;
+    if (const NativeWindow* opener = ShownOpener()) {
         fSurface->setTransientParent(opener->GetSurface());
     }
     fSurface->create();
@@ -184,6 +185,17 @@ void NativeWindow::Show(const ShowRequest& request)
         focused->fSurface->requestActivate();
     }
     ScaleMayHaveChanged();
+}
+
+// An opener that is hidden for the moment would leave this window without anything to stay above.
+const NativeWindow* NativeWindow::ShownOpener() const
+{
+    const WindowTable& windows = ServerState::Get().windows;
+    const NativeWindow* opener = windows.Find(fOpener);
+    while (opener != nullptr && !opener->fIsShown) {
+        opener = windows.Find(opener->fOpener);
+    }
+    return opener;
 }
 
 void NativeWindow::HandOverKeys(int32 from)

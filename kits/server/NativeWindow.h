@@ -75,6 +75,7 @@ private:
     void ApplyFlags();
     void ApplyLimits();
     void ApplyFrame();
+    const NativeWindow* ShownOpener() const;
     void HandOverKeys(int32 from);
     void Leave();
     void PresentRegion(bool isAll);
@@ -91,6 +92,7 @@ private:
     std::shared_ptr<const Published> fPublished; // never null
     std::unique_ptr<Surface> fSurface;
     AccessibleTree fAccessible; // gone before the surface it speaks of
+    int32 fOpener = 0;
     bool fIsShown = false;
 };
 
