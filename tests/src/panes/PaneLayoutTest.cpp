@@ -1,0 +1,69 @@
+#include "panes/PaneLayout.h"
+
+#include "panes/DropDecision.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace norvane;
+
+TEST(PaneLayoutTest, StacksHeaderListAndFooter)
+{
+    const PaneLayout layout = LayOutPane(400, 600, {true, true});
+    EXPECT_EQ(layout.headerWidth, 400);
+    EXPECT_EQ(layout.headerHeight, 22);
+    EXPECT_EQ(layout.listPlace, BPoint(0, 24));
+    EXPECT_EQ(layout.listWidth, 385);
+    EXPECT_EQ(layout.listHeight, 600 - 14 - 25 - 25);
+    EXPECT_EQ(layout.footerPlace, BPoint(0, 600 - 64 - 20 + 45 + 14));
+    EXPECT_EQ(layout.footerWidth, 399);
+    EXPECT_EQ(layout.footerHeight, 22);
+}
+
+TEST(PaneLayoutTest, GivesTheRoomOfHiddenStripsToTheList)
+{
+    const PaneLayout layout = LayOutPane(400, 600, {false, false});
+    EXPECT_EQ(layout.listPlace, BPoint(0, 0));
+    EXPECT_EQ(layout.listHeight, 600 - 15);
+}
+
+TEST(PaneLayoutTest, NeverGoesBelowZero)
+{
+    const PaneLayout layout = LayOutPane(-10, 5, {true, true});
+    EXPECT_EQ(layout.headerWidth, 0);
+    EXPECT_EQ(layout.listWidth, 0);
+    EXPECT_EQ(layout.listHeight, 0);
+    EXPECT_EQ(layout.footerWidth, 0);
+}
+
+TEST(DropDecisionTest, RefusesDropsOnQueryResultsFirst)
+{
+    EXPECT_EQ(DecideDrop({false, ""}, kQueryMode, "/a"), DropDecision::kRefuseQuery);
+    EXPECT_EQ(DecideDrop({true, "/a"}, kQueryMode, "/a"), DropDecision::kRefuseQuery);
+}
+
+TEST(DropDecisionTest, PassesMessagesWithoutEntriesOn)
+{
+    EXPECT_EQ(DecideDrop({false, "/a"}, kLocalMode, "/a"), DropDecision::kPassOn);
+}
+
+TEST(DropDecisionTest, IgnoresEntriesOfItsOwnFolder)
+{
+    EXPECT_EQ(DecideDrop({true, "/a"}, kLocalMode, "/a"), DropDecision::kIgnore);
+    EXPECT_EQ(DecideDrop({true, "/"}, kLocalMode, "/"), DropDecision::kIgnore);
+}
+
+TEST(DropDecisionTest, RefusesTheRoot)
+{
+    EXPECT_EQ(DecideDrop({true, "/a"}, kLocalMode, "/"), DropDecision::kRefuseRoot);
+    EXPECT_EQ(DecideDrop({true, ""}, kLocalMode, "/"), DropDecision::kRefuseRoot);
+}
+
+TEST(DropDecisionTest, CopiesEverythingElse)
+{
+    EXPECT_EQ(DecideDrop({true, "/a"}, kLocalMode, "/b"), DropDecision::kCopyHere);
+    EXPECT_EQ(DecideDrop({true, ""}, kLocalMode, "/b"), DropDecision::kCopyHere);
+}
+
+} // namespace

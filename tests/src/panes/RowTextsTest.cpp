@@ -1,0 +1,72 @@
+#include "panes/RowTexts.h"
+
+#include "panes/DatePattern.h"
+#include "panes/RowIndex.h"
+
+#include <gtest/gtest.h>
+
+#include <ctime>
+
+namespace {
+
+using namespace norvane;
+
+TEST(RowTextsTest, ShowsBytesUpToAKilobyte)
+{
+    EXPECT_EQ(SizeText(0), "0 Bytes");
+    EXPECT_EQ(SizeText(1024), "1024 Bytes");
+    EXPECT_EQ(SizeText(1025), "1 K");
+    EXPECT_EQ(SizeText(2047), "1 K");
+    EXPECT_EQ(SizeText(int64{5} << 40), "5368709120 K");
+}
+
+TEST(RowTextsTest, ShowsOccupiedSpaceInKilobytes)
+{
+    EXPECT_EQ(OccupiedText(1023), "0 K");
+    EXPECT_EQ(OccupiedText(2048), "2 K");
+}
+
+TEST(RowTextsTest, SpellsPermissions)
+{
+    EXPECT_EQ(PermissionText(0644), "rw-r--r--");
+    EXPECT_EQ(PermissionText(0755), "rwxr-xr-x");
+    EXPECT_EQ(PermissionText(07000), "---------");
+    EXPECT_EQ(PermissionText(0124), "--x-w-r--");
+}
+
+TEST(RowTextsTest, SumsUpInTheFooter)
+{
+    EXPECT_EQ(FooterText(1023, 4096, 1, 3), "0 of 4k in 1 of 3 files selected");
+    EXPECT_EQ(FooterText(0, int64{3} << 40, 0, 1), "0 of 3221225472k in 0 of 1 files selected");
+}
+
+std::string ByTheLibrary(const char* pattern, time_t seconds)
+{
+    char text[256];
+    std::tm local = {};
+    localtime_r(&seconds, &local);
+    return std::string(text, std::strftime(text, sizeof(text), pattern, &local));
+}
+
+TEST(DatePatternTest, FormatsLikeTheLibrary)
+{
+    for (const char* pattern : {"%D %R", "%d.%m.%Y %H:%M:%S", "", "plain"}) {
+        const DatePattern& dates = DatePattern::For(pattern);
+        for (int64 seconds = -7000000000; seconds < 7000000000; seconds += 987654321) {
+            EXPECT_EQ(dates.Format(seconds), ByTheLibrary(pattern, seconds)) << pattern;
+        }
+    }
+}
+
+TEST(DatePatternTest, GivesNothingForWhatIsTooLong)
+{
+    EXPECT_EQ(DatePattern::For(std::string(300, 'x')).Format(0), "");
+}
+
+TEST(DatePatternTest, SharesEqualPatterns)
+{
+    EXPECT_EQ(&DatePattern::For("%D"), &DatePattern::For("%D"));
+    EXPECT_NE(&DatePattern::For("%D"), &DatePattern::For("%R"));
+}
+
+} // namespace
