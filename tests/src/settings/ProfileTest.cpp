@@ -70,12 +70,20 @@ TEST_F(ProfileTest, LeavesTheBufferAloneWhenNothingIsFound)
 
 TEST_F(ProfileTest, LeavesTheRestOfALongerOldLine)
 {
-    Write("Width=800\nHeight=600\n");
+    Write("Width=8000\nHeight=600\n");
     EXPECT_TRUE(Set("Width", "90"));
     EXPECT_EQ(Contents(), "Width=90\n0\nHeight=600\n");
     EXPECT_EQ(Get("Height"), "600");
     EXPECT_TRUE(Set("Width", "1000"));
     EXPECT_EQ(Contents(), "Width=1000\nHeight=600\n");
+}
+
+TEST_F(ProfileTest, LeavesTheOldLineFeedWhenOneByteIsLeft)
+{
+    Write("Width=800\nHeight=600\n");
+    EXPECT_TRUE(Set("Width", "90"));
+    EXPECT_EQ(Contents(), "Width=90\n\nHeight=600\n");
+    EXPECT_EQ(Get("Height"), "600");
 }
 
 TEST_F(ProfileTest, OverwritesTheNeighbourOfAShorterOldLine)
