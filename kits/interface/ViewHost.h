@@ -101,9 +101,14 @@ public:
     /// Moves what is seen of `area` (window units) by a distance; what cannot be moved becomes
     /// invalid.
     void Scroll(const QRegion& area, int dx, int dy);
+    /// Copies what is seen of `source` by a distance, within `area`; the rest of the target becomes
+    /// invalid. Window units.
+    void CopyPixels(const QRegion& area, const QRect& source, int dx, int dy);
 
 private:
     bool HasDamage() const { return !fDamage.isEmpty(); }
+    bool CanMove(int dx, int dy) const;
+    void MovePixels(const QRegion& target, int dx, int dy);
     void EnsureCanvas();
     void PaintView(BView& view, const QRegion& area);
     void PaintChildren(BView& view, const QRegion& area);

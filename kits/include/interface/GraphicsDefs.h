@@ -56,19 +56,12 @@ struct color_map
     uint8 index_map[32768];   // the entry nearest to a colour of five bits each: red, green, blue
 };
 
-/// How drawn pixels meet those that are there.
+/// How drawn pixels meet those that are there. The platform's other modes are not offered.
 enum drawing_mode {
-    B_OP_COPY,   // replace
-    B_OP_OVER,   // replace, but leave what is drawn in the transparent or the low colour
-    B_OP_ERASE,  // put the low colour where something is drawn
-    B_OP_INVERT, // invert what is there
-    B_OP_ADD,
-    B_OP_SUBTRACT,
-    B_OP_BLEND, // the mean of both
-    B_OP_MIN,
-    B_OP_MAX,
-    B_OP_SELECT, // exchange the high and the low colour
-    B_OP_ALPHA,  // mix by the drawn colour's alpha
+    B_OP_COPY = 0,   // replace
+    B_OP_OVER = 1,   // replace, but leave what is drawn in the transparent or the low colour
+    B_OP_INVERT = 3, // invert what is there
+    B_OP_ALPHA = 10, // mix by the drawn colour's alpha
 };
 
 enum source_alpha { B_PIXEL_ALPHA = 0, B_CONSTANT_ALPHA };
