@@ -75,10 +75,14 @@ void MenuTracker::Release(BPoint screen, bigtime_t when)
     const bool isClick =
         fIsOpening && when - fPressTime <= kClickTime && IsNear(screen, fPressPoint);
     fIsOpening = false;
+    const Place place = fMenus.PlaceAt(screen);
+    if (place.level == 0 && place.item >= 0 && !fMenus.HasSubmenu(0, place.item)) {
+        Choose(place); // a title that is a command itself
+        return;
+    }
     if (isClick) {
         return;
     }
-    const Place place = fMenus.PlaceAt(screen);
     if (place.level < 1) {
         Finish();
         return;

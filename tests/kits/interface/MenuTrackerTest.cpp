@@ -221,6 +221,14 @@ TEST_F(MenuTrackerTest, TitleWithoutMenuIsOnlyCurrent)
     EXPECT_EQ(fTracker.CountLevels(), 1);
 }
 
+TEST_F(MenuTrackerTest, TitleWithoutMenuIsChosenByItsRelease)
+{
+    fTracker.StartByPress(2, kTitleC, 0);
+    fTracker.Release(kTitleC, 100'000);
+
+    EXPECT_EQ(fMenus.log, " select0:2 choose0:2");
+}
+
 TEST_F(MenuTrackerTest, SubmenuOpensAndItsItemCanBeChosen)
 {
     fTracker.StartByPress(0, kTitle, 0);
