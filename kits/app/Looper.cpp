@@ -224,6 +224,9 @@ int32 BLooper::CountLockRequests() const
 
 BLooper* BLooper::LooperForThread(thread_id thread)
 {
+    if (const auto own = LooperCore::OfThisThread(); own && own->Thread() == thread) {
+        return own->Looper();
+    }
     for (const auto& core : LooperCore::All()) {
         if (core->Thread() == thread && thread > 0) {
             return core->Looper();

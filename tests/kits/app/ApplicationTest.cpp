@@ -249,6 +249,23 @@ TEST_F(ApplicationTest, WaitsForABusyWindowAndServesOthersMeanwhile)
     EXPECT_EQ(fEnd.Count(), 1);
 }
 
+TEST_F(ApplicationTest, WaitsForAWindowThatTakesLongToEnd)
+{
+    class SlowToEnd : public TestWindow
+    {
+    public:
+        using TestWindow::TestWindow;
+        ~SlowToEnd() override { snooze(50000); } // long after its answer has come
+    };
+    TestApplication application;
+    (new SlowToEnd(fRecord))->TellEndTo(fEnd);
+    application.PostMessage(B_QUIT_REQUESTED);
+
+    application.Run();
+
+    EXPECT_EQ(fEnd.Count(), 1);
+}
+
 TEST_F(ApplicationTest, AsksWindowsOpenedDuringTheRound)
 {
     TestApplication application;
