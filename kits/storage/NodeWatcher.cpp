@@ -12,6 +12,7 @@
 #include <condition_variable>
 #include <fcntl.h>
 #include <poll.h>
+#include <pthread.h>
 #include <sys/eventfd.h>
 #include <sys/inotify.h>
 #include <thread>
@@ -298,6 +299,7 @@ void NodeWatcher::Forget(Folder* folder)
 
 void NodeWatcher::Run()
 {
+    ::pthread_setname_np(::pthread_self(), "node watcher");
     for (;;) {
         struct pollfd polled[3] = {{fInotify.Get(), POLLIN, 0},
                                    {fWake.Get(), POLLIN, 0},

@@ -11,13 +11,13 @@ class FileBuffer;
 
 /// An open regular file with a position.
 ///
-/// Small reads and writes are served from blocks read ahead and written behind. What that means for
-/// errors: the status of a failed write comes at the latest with the call that follows, and with
-/// the call itself when it writes fewer bytes than the one before, 0 included - so a copy that ends
-/// with a short or empty Write() has its true status there. Every call other than Write() first
-/// hands over what waits. After an error nothing is tried again: the waiting block is dropped, the
-/// status stays until Unset(). Changes that others make to the file may be seen up to one block
-/// late.
+/// Small reads and writes are served from blocks of 256 KiB read ahead and written behind, in big
+/// files by a thread of their own. What that means for errors: the status of a failed write comes
+/// with a call soon after, at most six blocks later, and with the call itself when it writes fewer
+/// bytes than the one before, or none - so a copy that ends with an empty Write() has its true
+/// status there. Every call other than Write() first hands over what waits. After an error nothing
+/// is tried again: what waits is dropped, the status stays until Unset(). Changes that others make
+/// to the file may be seen up to one block late.
 ///
 /// Only regular files are opened: others are refused with B_BAD_VALUE, folders with
 /// B_IS_A_DIRECTORY, without waiting for anyone. A link is followed, unless B_NO_TRAVERSE is given.

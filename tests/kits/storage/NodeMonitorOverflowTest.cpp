@@ -1,0 +1,96 @@
+#include "NodeMonitorFixture.h"
+
+#include <cstdlib>
+#include <dirent.h>
+#include <fstream>
+#include <semaphore.h>
+#include <set>
+#include <signal.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace {
+
+sem_t gGate;
+
+void WaitAtGate(int)
+{
+    while (sem_wait(&gGate) != 0) {
+    }
+}
+
+pid_t WatcherThread()
+{
+    pid_t found = 0;
+    DIR* tasks = opendir("/proc/self/task");
+    while (const dirent* entry = readdir(tasks)) {
+        std::ifstream file("/proc/self/task/" + std::string(entry->d_name) + "/comm");
+        std::string name;
+        if (std::getline(file, name) && name == "node watcher") {
+            found = static_cast<pid_t>(std::atoi(entry->d_name));
+        }
+    }
+    closedir(tasks);
+    return found;
+}
+
+/// Keeps the watcher's thread from reading, as a busy machine may.
+class StoppedWatcher
+{
+public:
+    StoppedWatcher()
+    {
+        sem_init(&gGate, 0, 0);
+        struct sigaction action = {};
+        action.sa_handler = WaitAtGate;
+        sigaction(SIGUSR1, &action, nullptr);
+        EXPECT_EQ(syscall(SYS_tgkill, getpid(), WatcherThread(), SIGUSR1), 0);
+    }
+    ~StoppedWatcher() { sem_post(&gGate); }
+    StoppedWatcher(const StoppedWatcher&) = delete;
+    StoppedWatcher& operator=(const StoppedWatcher&) = delete;
+};
+
+} // namespace
+
+TEST_F(NodeMonitorTest, TellsTheDifferencesAfterAnOverflow)
+{
+    constexpr int kMade = 40'000; // far more than the kernel keeps for a reader that does not come
+    fTree.Write("d/old", "");
+    fTree.Write("d/kept", "");
+    const int64 old = Ino("d/old");
+    ASSERT_EQ(Watch("d", B_WATCH_DIRECTORY | B_WATCH_STAT), B_OK);
+    {
+        const StoppedWatcher stopped;
+        for (int i = 0; i < kMade; ++i) {
+            ASSERT_EQ(symlink("x", fTree.Path("d/" + std::to_string(i)).c_str()), 0);
+        }
+        fTree.Remove("d/old");
+        fTree.Write("d/kept", "changed");
+    }
+
+    const auto has = [](const std::vector<Notice>& notices, int32 opcode, const char* name) {
+        for (const Notice& notice : notices) {
+            if (notice.opcode == opcode && notice.name == name) {
+                return true;
+            }
+        }
+        return false;
+    };
+    const auto notices = fWatcher->WaitFor([&](const auto& all) {
+        return all.size() >= kMade + 2 && has(all, B_STAT_CHANGED, "kept");
+    });
+
+    std::set<std::string> created;
+    for (const Notice& notice : notices) {
+        if (notice.opcode == B_ENTRY_CREATED) {
+            EXPECT_TRUE(created.insert(notice.name).second) << notice.name;
+        }
+        if (notice.opcode == B_ENTRY_REMOVED) {
+            EXPECT_EQ(notice.node, old);
+        }
+    }
+    EXPECT_EQ(created.size(), size_t(kMade));
+    EXPECT_TRUE(has(notices, B_ENTRY_REMOVED, "old"));
+    EXPECT_TRUE(has(notices, B_STAT_CHANGED, "kept"));
+}
