@@ -256,11 +256,15 @@ void DirListItem::LookForIcon() const
 
 void DirListItem::Update(BView* owner, const BFont* font)
 {
+    // Measured once: a million rows are updated when they join their list.
+    static const font_height plain = [] {
+        font_height height;
+        be_plain_font->GetHeight(&height);
+        return height;
+    }();
     CLVListItem::Update(owner, font);
-    font_height height;
-    be_plain_font->GetHeight(&height);
-    const float line = std::ceil(height.ascent) + std::ceil(height.descent);
-    fBaseline = std::ceil(height.ascent) + (Height() - line) / 2;
+    const float line = std::ceil(plain.ascent) + std::ceil(plain.descent);
+    fBaseline = std::ceil(plain.ascent) + (Height() - line) / 2;
 }
 
 void DirListItem::DrawItemColumn(BView* owner, BRect rect, int32 columnIndex, bool complete)

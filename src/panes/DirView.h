@@ -175,7 +175,7 @@ private:
     // Live updates
     status_t BeginWatch(const node_ref& folder);
     void EndWatch(const node_ref& folder);
-    void TakeWatch(const node_ref& folder, status_t status, Complaint complaint);
+    void TakeWatch(const FolderReader& folder, status_t status, Complaint complaint);
     void EntryCreated(const BMessage& notice);
     void EntryRemoved(const BMessage& notice);
     void EntryMoved(const BMessage& notice);
@@ -217,7 +217,8 @@ private:
     bool fShowsFooter = true;
 
     bool fIsWatching = false;
-    node_ref fWatched; // the folder listed last
+    node_ref fWatched;   // the folder listed last
+    entry_ref fInFolder; // some name in it; keeps it known
     BMessenger fWatcher;
     DirListItem* fReplaced = nullptr; // another entry is about to take its name; a row of ours
     std::set<std::string> fMovedIn;   // names moved in from elsewhere, not listed yet

@@ -76,7 +76,7 @@ int DirView::List(const std::string& path, Complaint complaint)
     }
     if (status == B_OK) {
         NotifyParent(MSG_PANE_INFO);
-        TakeWatch(reader.Node(), watchStatus, complaint);
+        TakeWatch(reader, watchStatus, complaint);
         return 1;
     }
     if (complaint == Complaint::kAlert && status != B_ENTRY_NOT_FOUND) {

@@ -1,6 +1,7 @@
 #include "panes/DirView.h"
 
 #include "fileops/OwnNames.h"
+#include "panes/FolderReader.h"
 #include "settings/MsgBox.h"
 
 #include <Entry.h>
@@ -52,13 +53,14 @@ void DirView::EndWatch(const node_ref& folder)
     }
 }
 
-void DirView::TakeWatch(const node_ref& folder, status_t status, Complaint complaint)
+void DirView::TakeWatch(const FolderReader& folder, status_t status, Complaint complaint)
 {
-    if (fIsWatching && fWatched != folder) {
+    if (fIsWatching && fWatched != folder.Node()) {
         EndWatch(fWatched);
     }
     fIsWatching = status == B_OK;
-    fWatched = folder;
+    fWatched = folder.Node();
+    fInFolder = folder.Ref();
     if (status != B_OK && complaint == Complaint::kAlert) {
         MsgBox("Err",
                status == B_BAD_VALUE ? "A bad value was passed.  Node Monitoring disabled."
@@ -114,7 +116,9 @@ bool DirView::IsShown(const BMessage& notice, const char* directoryField) const
 
 entry_ref DirView::RefOf(const char* name) const
 {
-    return {fWatched.device, fWatched.node, name};
+    entry_ref ref = fInFolder;
+    ref.set_name(name);
+    return ref;
 }
 
 void DirView::EntryCreated(const BMessage& notice)

@@ -25,6 +25,13 @@ status_t FolderReader::ReadNames()
     return fBatch.SetTo(fDirectory);
 }
 
+entry_ref FolderReader::Ref() const
+{
+    entry_ref ref;
+    BEntry(&fDirectory, "entry").GetRef(&ref); // which need not exist
+    return ref;
+}
+
 void FolderReader::TakeRows(const DatePattern& dates,
                             std::vector<std::unique_ptr<DirListItem>>& folders,
                             std::vector<std::unique_ptr<DirListItem>>& files)

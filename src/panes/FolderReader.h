@@ -29,6 +29,8 @@ public:
     /// Whether a row ".." opens the list.
     bool HasParent() const { return fHasParent; }
     node_ref Node() const { return fNode; }
+    /// A ref of some name in the folder, which keeps the folder known.
+    entry_ref Ref() const;
 
     /// The rows in the listing's order: folders with ".." at the top, then everything else.
     void TakeRows(const DatePattern& dates, std::vector<std::unique_ptr<DirListItem>>& folders,

@@ -13,7 +13,6 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <cstdlib>
 #include <functional>
 #include <memory>
@@ -30,8 +29,27 @@ public:
     {
     }
 
+    /// Runs `work` in the window's own thread.
+    void RunHere(std::function<void()> work)
+    {
+        {
+            const std::lock_guard lock(fMutex);
+            fWork = std::move(work);
+        }
+        PostMessage('work');
+    }
+
     void MessageReceived(BMessage* message) override
     {
+        if (message->what == 'work') {
+            std::function<void()> work;
+            {
+                const std::lock_guard lock(fMutex);
+                work = std::move(fWork);
+            }
+            work();
+            return;
+        }
         if (message->what == norvane::kLocalEntries ||
             message->what == norvane::kColumnWidthChanged || message->what == 140) {
             const std::lock_guard lock(fMutex);
@@ -50,6 +68,7 @@ public:
 private:
     std::mutex fMutex;
     std::vector<BMessage> fReceived;
+    std::function<void()> fWork;
 };
 
 /// One pane on the folder "shown" of a temporary tree, in a shown window, with the focus.

@@ -4,7 +4,6 @@
 #include <StatusBar.h>
 
 #include <cstdio>
-#include <thread>
 
 namespace {
 
@@ -47,11 +46,11 @@ TEST_F(PaneWindowTest, TellsWhyAFolderCannotBeListed)
     fTree.Write("shown/file", "");
     Open();
     const std::string path = fTree.Path("shown/file");
-    std::thread asker([&] { Locked([&] { return fList->Populate(path.c_str()); }); });
+    fWindow->RunHere([&] { fList->Populate(path.c_str()); });
     std::string text;
     EXPECT_TRUE(kits::testing::AnswerAlert("OK", &text));
-    asker.join();
     EXPECT_EQ(text, "The directory, " + path + ", is not valid.\nThe volume may not be mounted.");
+    ASSERT_TRUE(kits::testing::Sync(fWindow));
     EXPECT_EQ(Names(), ".. file ");
 }
 
