@@ -57,6 +57,18 @@ TEST(RowHeightsTest, OneHigherRowMovesTheRowsBelow)
     EXPECT_EQ(heights.RowAt(100'033), 5001);
 }
 
+TEST(RowHeightsTest, RowsOfAnotherHeightGoBetweenEqualOnes)
+{
+    RowHeights heights;
+    heights.Insert(0, 3, 10);
+
+    heights.Insert(1, 2, 25);
+
+    EXPECT_EQ(heights.Top(1), 10);
+    EXPECT_EQ(heights.Top(3), 60);
+    EXPECT_EQ(heights.Total(), 80);
+}
+
 TEST(RowHeightsTest, SetOfTheOnlyRowKeepsOneHeight)
 {
     RowHeights heights;
