@@ -181,3 +181,48 @@ TEST_F(NativeWindowTest, PresentsDamageOfABusyWindowWithoutAskingIt)
     });
     EXPECT_EQ(shown, QColor(Qt::blue));
 }
+
+TEST_F(NativeWindowTest, HoldsTheFirstFrameInItsFrontImage)
+{
+    fA.Show({}, Qt::green);
+    ASSERT_TRUE(WaitFor([this] { return fA.Link().Front().firstPresentTime != 0; }));
+
+    EXPECT_EQ(fA.Link().Front().Copy().pixelColor(10, 10), QColor(Qt::green));
+}
+
+TEST_F(NativeWindowTest, IsFittedOntoTheScreen)
+{
+    TestWindow far("far", BRect(-3000, -3000, -2901, -2951));
+    far.Show();
+
+    ASSERT_TRUE(far.Looper().WaitForCount(B_WINDOW_MOVED, 1));
+    BPoint where;
+    ASSERT_EQ(far.Looper().Messages(B_WINDOW_MOVED).front().FindPoint("where", &where), B_OK);
+    EXPECT_TRUE(kits::WindowServer::Get().ScreenFrame().Contains(where));
+}
+
+TEST(WindowServerTest, HasNoIconOfAnUnknownName)
+{
+    kits::WindowServer& server = kits::WindowServer::Get();
+
+    EXPECT_TRUE(server.ThemeIcon("no-such-icon-anywhere", 16, 1).isNull());
+    EXPECT_TRUE(server.ThemeIcon("no-such-icon-anywhere", 16, 1).isNull());
+}
+
+TEST(WindowServerTest, RunsTasksInOrderOnItsThread)
+{
+    kits::WindowServer& server = kits::WindowServer::Get();
+    std::vector<int> order;
+    bool isServerThread = false;
+
+    server.Post([&order] { order.push_back(1); });
+    server.Post([&order] { order.push_back(2); });
+    server.Call([&] {
+        order.push_back(3);
+        isServerThread = server.IsServerThread();
+    });
+
+    EXPECT_EQ(order, (std::vector<int>{1, 2, 3}));
+    EXPECT_TRUE(isServerThread);
+    EXPECT_FALSE(server.IsServerThread());
+}
