@@ -1,11 +1,10 @@
 #include <Directory.h>
 
+#include "EntryName.h"
 #include "FolderListing.h"
 #include "PathLookup.h"
 
-#include <File.h>
 #include <Path.h>
-#include <SymLink.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -14,18 +13,11 @@
 #include <fcntl.h>
 
 using kits::FolderTable;
+using kits::IsEntryName;
+using kits::kOpenFolderFlags;
 using kits::OpenFolder;
 
 namespace {
-
-constexpr int kOpenFlags = O_RDONLY | O_DIRECTORY | O_NONBLOCK;
-
-/// Whether `name` is one step of a path and names an entry of the folder itself.
-bool IsEntryName(const char* name)
-{
-    return name != nullptr && *name != '\0' && std::strchr(name, '/') == nullptr &&
-           std::strcmp(name, ".") != 0 && std::strcmp(name, "..") != 0;
-}
 
 bool IsOfKind(const BEntry& entry, uint32 nodeFlags)
 {
@@ -81,7 +73,8 @@ BDirectory& BDirectory::operator=(const BDirectory& other)
             Fail(other.InitCheck());
         } else {
             // Opened anew: a duplicate would share the place in the listing.
-            AdoptFolder(kits::sys::OpenAt(other.Descriptor(), ".", kOpenFlags), other.fFolder);
+            AdoptFolder(kits::sys::OpenAt(other.Descriptor(), ".", kOpenFolderFlags),
+                        other.fFolder);
         }
     }
     return *this;
@@ -113,8 +106,9 @@ status_t BDirectory::OpenKnown(const kits::FolderHold& folder)
     Unset();
     OpenFolder open;
     const status_t status = FolderTable::Get().Open(known, &open);
-    return status == B_OK ? AdoptFolder(kits::sys::OpenAt(open->Get(), ".", kOpenFlags), known)
-                          : Fail(status);
+    return status == B_OK
+               ? AdoptFolder(kits::sys::OpenAt(open->Get(), ".", kOpenFolderFlags), known)
+               : Fail(status);
 }
 
 status_t BDirectory::SetTo(const entry_ref* ref)
@@ -150,7 +144,8 @@ status_t BDirectory::SetTo(const BEntry* entry)
     }
     Unset();
     return status == B_OK
-               ? AdoptFolder(kits::sys::OpenAt(folder->Get(), entry->fName.c_str(), kOpenFlags), {})
+               ? AdoptFolder(
+                     kits::sys::OpenAt(folder->Get(), entry->fName.c_str(), kOpenFolderFlags), {})
                : Fail(status);
 }
 
@@ -161,7 +156,7 @@ status_t BDirectory::SetTo(const char* path)
         return Fail(B_BAD_VALUE);
     }
     return AdoptFolder(
-        kits::OpenPath(kits::sys::kWorkingDirectory, kits::SystemPath(path), kOpenFlags), {});
+        kits::OpenPath(kits::sys::kWorkingDirectory, kits::SystemPath(path), kOpenFolderFlags), {});
 }
 
 status_t BDirectory::SetTo(const BDirectory* directory, const char* path)
@@ -172,7 +167,8 @@ status_t BDirectory::SetTo(const BDirectory* directory, const char* path)
         return Fail(B_BAD_VALUE);
     }
     // `directory` may be this object.
-    const int opened = kits::OpenPath(directory->Descriptor(), kits::SystemPath(path), kOpenFlags);
+    const int opened =
+        kits::OpenPath(directory->Descriptor(), kits::SystemPath(path), kOpenFolderFlags);
     Unset();
     return AdoptFolder(opened, {});
 }
@@ -183,7 +179,7 @@ status_t BDirectory::SetToChild(const BDirectory& parent, const char* name)
         Unset();
         return Fail(B_BAD_VALUE);
     }
-    const int opened = kits::sys::OpenAt(parent.Descriptor(), name, kOpenFlags | O_NOFOLLOW);
+    const int opened = kits::sys::OpenAt(parent.Descriptor(), name, kOpenFolderFlags | O_NOFOLLOW);
     Unset();
     return AdoptFolder(opened, {});
 }
@@ -413,117 +409,4 @@ int32 BDirectory::CountEntries()
     }
     const int64 count = kits::FolderListing::Count(Descriptor());
     return static_cast<int32>(std::min<int64>(count, INT32_MAX));
-}
-
-status_t BDirectory::CreateDirectory(const char* path, BDirectory* directory)
-{
-    if (InitCheck() != B_OK) {
-        return B_NO_INIT;
-    }
-    kits::Place place;
-    OpenFolder folder;
-    status_t status = kits::LookUp(Folder(), path, kits::LastLink::kKept, &place);
-    if (status == B_OK) {
-        status = FolderTable::Get().Open(place.folder, &folder);
-    }
-    if (status == B_OK) {
-        status = kits::sys::MakeFolderAt(folder->Get(), place.name.c_str(), 0777);
-    }
-    if (status != B_OK || directory == nullptr) {
-        return status;
-    }
-    const int made = kits::sys::OpenAt(folder->Get(), place.name.c_str(), kOpenFlags | O_NOFOLLOW);
-    directory->Unset();
-    return directory->AdoptFolder(made, {});
-}
-
-status_t BDirectory::CreateFile(const char* path, BFile* file, bool failIfExists)
-{
-    if (InitCheck() != B_OK) {
-        return B_NO_INIT;
-    }
-    BFile unwanted;
-    BFile* made = file == nullptr ? &unwanted : file;
-    return made->SetTo(this, path,
-                       B_READ_WRITE | B_CREATE_FILE |
-                           (failIfExists ? B_FAIL_IF_EXISTS : B_ERASE_FILE));
-}
-
-status_t BDirectory::CreateSymLink(const char* path, const char* linkToPath, BSymLink* link)
-{
-    if (InitCheck() != B_OK) {
-        return B_NO_INIT;
-    }
-    if (linkToPath == nullptr) {
-        return B_BAD_VALUE;
-    }
-    kits::Place place;
-    OpenFolder folder;
-    status_t status = kits::LookUp(Folder(), path, kits::LastLink::kKept, &place);
-    if (status == B_OK) {
-        status = FolderTable::Get().Open(place.folder, &folder);
-    }
-    if (status == B_OK) {
-        status = kits::sys::MakeLinkAt(linkToPath, folder->Get(), place.name.c_str());
-    }
-    return status == B_OK && link != nullptr ? link->SetTo(this, path) : status;
-}
-
-status_t BDirectory::CreateNewFile(const char* name, mode_t mode, BFile* file)
-{
-    if (InitCheck() != B_OK) {
-        return B_NO_INIT;
-    }
-    if (!IsEntryName(name) || file == nullptr) {
-        return B_BAD_VALUE;
-    }
-    const int made =
-        kits::sys::OpenAt(Descriptor(), name, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW, mode & 0777);
-    if (made < 0) {
-        return made;
-    }
-    file->Unset();
-    file->AdoptFile(made, B_READ_WRITE);
-    return B_OK;
-}
-
-status_t BDirectory::CreateNewDirectory(const char* name, mode_t mode, BDirectory* directory)
-{
-    if (InitCheck() != B_OK) {
-        return B_NO_INIT;
-    }
-    if (!IsEntryName(name) || directory == nullptr) {
-        return B_BAD_VALUE;
-    }
-    const status_t status = kits::sys::MakeFolderAt(Descriptor(), name, (mode & 0777) | S_IRWXU);
-    if (status != B_OK) {
-        return status;
-    }
-    const int made = kits::sys::OpenAt(Descriptor(), name, kOpenFlags | O_NOFOLLOW);
-    directory->Unset();
-    return directory->AdoptFolder(made, {});
-}
-
-status_t create_directory(const char* path, mode_t mode)
-{
-    const BPath normalized(path);
-    if (normalized.InitCheck() != B_OK) {
-        return normalized.InitCheck();
-    }
-    const std::string whole = normalized.Path();
-    for (size_t slash = whole.find('/', 1);; slash = whole.find('/', slash + 1)) {
-        const std::string part = whole.substr(0, slash);
-        const status_t status =
-            kits::sys::MakeFolderAt(kits::sys::kWorkingDirectory, part.c_str(), mode);
-        if (slash == std::string::npos) {
-            // A link to a folder is as good.
-            const bool isThere =
-                status == B_FILE_EXISTS && BEntry(part.c_str(), true).IsDirectory();
-            return isThere ? status_t(B_OK) : status;
-        }
-        // What cannot be made here because it is there, or may not be, shows at the last step.
-        if (status == B_DEVICE_FULL || status == B_IO_ERROR) {
-            return status;
-        }
-    }
 }
