@@ -40,6 +40,8 @@ struct WindowState
     int32 hideLevel = 1; // made hidden
     bool isActive = false;
     bool isMinimized = false;
+    bool isQuitting = false;
+    bool isInTransaction = false;
     bool takesFocus = true;
     bool takesKeys = true;
     int32 opener = 0; // its token
