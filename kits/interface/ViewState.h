@@ -42,6 +42,7 @@ struct ViewState
     std::vector<ColoredLine> lines; // between BeginLineArray() and EndLineArray()
     bool isTold = false;            // AttachedToWindow() was called
     bool isAllTold = false;         // AllAttached() was called
+    bool isPulsed = false;          // counted among those that want Pulse()
     bool isPointerInside = false;   // as last told to a view that follows the pointer
 };
 

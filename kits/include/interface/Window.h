@@ -212,5 +212,7 @@ protected:
 private:
     friend class kits::WindowAccess;
 
+    void DispatchRest(BMessage* message, BHandler* target);
+
     std::unique_ptr<kits::WindowState> fState;
 };

@@ -1,0 +1,133 @@
+#include "WindowMouse.h"
+
+#include "Access.h"
+#include "ViewState.h"
+#include "WindowState.h"
+
+#include <AppDefs.h>
+#include <Message.h>
+#include <View.h>
+
+#include <algorithm>
+
+namespace kits {
+
+namespace {
+
+BPoint WhereOf(const BMessage& message)
+{
+    BPoint where(-1, -1);
+    message.FindPoint("where", &where);
+    return where;
+}
+
+BPoint InView(const BView& view, BPoint where)
+{
+    double x = 0;
+    double y = 0;
+    ViewAccess::GetOrigin(view, &x, &y);
+    return BPoint(static_cast<float>(static_cast<double>(where.x) - x),
+                  static_cast<float>(static_cast<double>(where.y) - y));
+}
+
+// Calls `tell` for the target and for those that listen to the pointer wherever it is. Any of them
+// may take others out of the window.
+template<typename Tell>
+void Deliver(WindowState& state, BView* target, Tell tell)
+{
+    std::vector<BView*> outer = std::exchange(state.delivering, {});
+    if (target != nullptr) {
+        state.delivering.push_back(target);
+    }
+    for (BView* view : state.listening) {
+        if (view != target && (view->EventMask() & B_POINTER_EVENTS) != 0) {
+            state.delivering.push_back(view);
+        }
+    }
+    for (size_t i = 0; i < state.delivering.size(); ++i) {
+        if (state.delivering[i] != nullptr) {
+            tell(*state.delivering[i]);
+        }
+    }
+    state.delivering = std::move(outer);
+}
+
+// What a view is told of the pointer, from whether it was and is over it.
+uint32 TransitOf(bool was, bool is)
+{
+    if (is) {
+        return was ? B_INSIDE_VIEW : B_ENTERED_VIEW;
+    }
+    return was ? B_EXITED_VIEW : B_OUTSIDE_VIEW;
+}
+
+void TellMoved(BView& view, BPoint where, bool isInside)
+{
+    bool& was = ViewAccess::State(view).isPointerInside;
+    const uint32 transit = TransitOf(std::exchange(was, isInside), isInside);
+    view.MouseMoved(InView(view, where), transit, nullptr);
+}
+
+void EndCapture(WindowState& state)
+{
+    if (state.captured != nullptr) {
+        ViewAccess::ClearPointerMask(*state.captured);
+        state.captured = nullptr;
+    }
+}
+
+} // namespace
+
+BView* MouseTarget(const WindowState& state, const BMessage& message)
+{
+    if (state.captured != nullptr && message.what != B_MOUSE_WHEEL_CHANGED) {
+        return state.captured;
+    }
+    if (message.what == B_MOUSE_MOVED &&
+        message.GetInt32("be:transit", B_INSIDE_VIEW) == B_EXITED_VIEW) {
+        return nullptr;
+    }
+    return state.host->ViewAt(WhereOf(message));
+}
+
+void MouseDown(WindowState& state, BMessage* message, BView* target)
+{
+    const BPoint where = WhereOf(*message);
+    if (target != nullptr) {
+        message->AddPoint("be:view_where", InView(*target, where));
+    }
+    Deliver(state, target, [where](BView& view) { view.MouseDown(InView(view, where)); });
+}
+
+void MouseUp(WindowState& state, const BMessage& message, BView* target)
+{
+    const BPoint where = WhereOf(message);
+    const bool isLast = message.GetInt32("buttons", 0) == 0;
+    Deliver(state, target, [where](BView& view) { view.MouseUp(InView(view, where)); });
+    if (isLast) {
+        EndCapture(state);
+    }
+}
+
+void MouseMoved(WindowState& state, const BMessage& message, BView* target)
+{
+    const BPoint where = WhereOf(message);
+    if (state.captured != nullptr && message.GetInt32("buttons", 0) == 0) {
+        MouseUp(state, message, target); // the release itself got lost
+        target = MouseTarget(state, message);
+    }
+    const bool isLeaving = message.GetInt32("be:transit", B_INSIDE_VIEW) == B_EXITED_VIEW;
+    BView* under = isLeaving ? nullptr : state.host->ViewAt(where);
+    BView* left = std::exchange(state.pointed, under);
+    const bool isCaptured = state.captured != nullptr;
+    if (left != nullptr && left != under && left != state.captured &&
+        (left->EventMask() & B_POINTER_EVENTS) == 0) {
+        if (ViewAccess::State(*left).isPointerInside) {
+            TellMoved(*left, where, false);
+        }
+    }
+    Deliver(state, isCaptured ? state.captured : target,
+            [&state, where](BView& view) { TellMoved(view, where, state.pointed == &view); });
+}
+
+} // namespace kits
