@@ -43,7 +43,7 @@ class KeyWindow : public BLooper
 public:
     KeyWindow(const char* title, BRect frame) : BLooper(title)
     {
-        fShape.title = title;
+        fShape.title = std::string(title);
         fShape.frame = frame;
         fLink = std::make_unique<kits::WindowLink>(this, fShape);
         Run();
@@ -216,6 +216,13 @@ private:
     const bool fIsReal;
 };
 
+std::string Complaint(const char* what, const std::string& typed)
+{
+    std::string complaint(what);
+    complaint.append(": \"").append(typed).append("\"");
+    return complaint;
+}
+
 // What went wrong in a round, or nothing.
 std::string PlayRound(Opener& opener, const Keys& keys, int32 round)
 {
@@ -231,13 +238,13 @@ std::string PlayRound(Opener& opener, const Keys& keys, int32 round)
     }
     Dialog* dialog = opener.dialog;
     if (!WaitFor([&] { return opener.answers > 0 || dialog->Typed().size() >= 6; })) {
-        return "letters are missing: \"" + dialog->Typed() + "\"";
+        return Complaint("letters are missing", dialog->Typed());
     }
     if (opener.answers > 0) {
         return "the held Return answered";
     }
     if (dialog->Typed() != kLetters) {
-        return "the dialog got \"" + dialog->Typed() + "\"";
+        return Complaint("the dialog got", dialog->Typed());
     }
     if (!WaitFor([&] { return dialog->IsActive() && dialog->TakesAnswers(); })) {
         return "the dialog has no focus";
@@ -250,7 +257,7 @@ std::string PlayRound(Opener& opener, const Keys& keys, int32 round)
     if (opener.answers != 1) {
         return "the fresh Return answered twice";
     }
-    return opener.Typed().empty() ? "" : "the opener got \"" + opener.Typed() + "\"";
+    return opener.Typed().empty() ? "" : Complaint("the opener got", opener.Typed());
 }
 
 int32 PlayRounds(int32 rounds)

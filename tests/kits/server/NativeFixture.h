@@ -20,7 +20,7 @@ class TestWindow
 public:
     TestWindow(const char* title, BRect frame, uint32 flags = 0) : fLooper(new Recorder(title))
     {
-        fShape.title = title;
+        fShape.title = std::string(title);
         fShape.frame = frame;
         fShape.flags = flags;
         fLink = std::make_unique<kits::WindowLink>(fLooper, fShape);

@@ -82,7 +82,7 @@ TEST_F(NativeWindowTest, KeepsAPersonsSizeWhenOnlyTheTitleChanges)
     ShowA();
     WithNative(fA, [](kits::Surface& surface) { surface.resize(300, 180); });
 
-    fA.Shape().title = "Other";
+    fA.Shape().title = std::string("Other");
     fA.Link().SetShape(fA.Shape());
     SyncServer();
 
