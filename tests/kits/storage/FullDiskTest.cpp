@@ -1,76 +1,18 @@
+#include "OwnVolume.h"
+
 #include <Directory.h>
 #include <Entry.h>
 #include <File.h>
 
 #include <TempTree.h>
-#include <cerrno>
-#include <cstdlib>
 #include <cstring>
-#include <fcntl.h>
-#include <functional>
 #include <gtest/gtest.h>
-#include <sched.h>
 #include <string>
 #include <sys/mount.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
-
-void WriteText(const char* path, const std::string& text)
-{
-    const int file = open(path, O_WRONLY);
-    if (file >= 0) {
-        [[maybe_unused]] const ssize_t written = write(file, text.data(), text.size());
-        close(file);
-    }
-}
-
-/// Mounts are our own: of a new user namespace, or of a mount namespace where we are root.
-bool EnterOwnMounts()
-{
-    const uid_t user = getuid();
-    const gid_t group = getgid();
-    if (unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0) {
-        WriteText("/proc/self/setgroups", "deny");
-        WriteText("/proc/self/uid_map", "0 " + std::to_string(user) + " 1");
-        WriteText("/proc/self/gid_map", "0 " + std::to_string(group) + " 1");
-    } else if (unshare(CLONE_NEWNS) != 0) {
-        return false;
-    }
-    return mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
-}
-
-enum Outcome { kHeld = 0, kFailed = 1, kNotAllowed = 2 };
-
-/// Runs `test` in a child with a file system of its own at `folder`; it says whether all held.
-void OnVolume(const std::string& folder, const char* options, const std::function<bool()>& test)
-{
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-        if (!EnterOwnMounts() || mount("tmpfs", folder.c_str(), "tmpfs", 0, options) != 0) {
-            _exit(kNotAllowed);
-        }
-        _exit(test() ? kHeld : kFailed);
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    ASSERT_TRUE(WIFEXITED(status));
-    if (WEXITSTATUS(status) == kNotAllowed) {
-        GTEST_SKIP() << "this machine lets tests mount no file system";
-    }
-    EXPECT_EQ(WEXITSTATUS(status), kHeld);
-}
-
-bool Expect(bool holds, const char* what)
-{
-    if (!holds) {
-        fprintf(stderr, "does not hold: %s\n", what);
-    }
-    return holds;
-}
 
 /// Writes by 4096 bytes until something is refused; the status, and what was taken until then.
 status_t FillUp(BFile* file, off_t limit, off_t* taken)
