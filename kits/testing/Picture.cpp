@@ -56,7 +56,7 @@ Picture TakePicture(BWindow* window)
     // painted now.
     Sync(window);
     if (window->Lock()) {
-        window->UpdateIfNeeded();
+        window->Sync();
         window->Unlock();
     }
     QImage image;
