@@ -78,9 +78,6 @@ int32 BAlert::Go()
     const std::shared_ptr<kits::AlertAnswer> answer = fAnswer;
     BWindow* waiting = dynamic_cast<BWindow*>(BLooper::LooperForThread(find_thread(nullptr)));
     PlaceOnScreen();
-    if (waiting != nullptr && !waiting->IsHidden()) {
-        SetOpener(waiting);
-    }
     Show();
     const kits::LongWork waitingIsMeant;
     while (!answer->WaitFor(kPaintInterval)) {

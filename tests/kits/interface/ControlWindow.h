@@ -32,6 +32,8 @@ public:
     /// All messages so far, after the window handled everything that was sent before.
     std::vector<BMessage> Messages()
     {
+        // What was sent while handling those before is behind the first round.
+        kits::testing::Sync(this);
         kits::testing::Sync(this);
         std::lock_guard<std::mutex> lock(fMutex);
         return fMessages;
