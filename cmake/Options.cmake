@@ -4,6 +4,8 @@ target_compile_options(norvane-options INTERFACE
     -Wall -Wextra -Wshadow -Wold-style-cast -Woverloaded-virtual -Wnon-virtual-dtor
     -Wimplicit-fallthrough -Wno-multichar
     $<$<BOOL:${NORVANE_WERROR}>:-Werror>
+    # gcc 12 sees overlaps in std::string that are not there.
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
     $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>)
 if(NORVANE_GUARDS)
     target_compile_definitions(norvane-options INTERFACE KITS_GUARDS=1)

@@ -50,10 +50,8 @@ void BButton::DetachedFromWindow()
 void BButton::MouseDown(BPoint)
 {
     const BMessage* press = Window() != nullptr ? Window()->CurrentMessage() : nullptr;
-    int32 button = B_PRIMARY_MOUSE_BUTTON;
-    if (press != nullptr) {
-        press->FindInt32("button", &button);
-    }
+    const int32 button = press != nullptr ? press->GetInt32("button", B_PRIMARY_MOUSE_BUTTON)
+                                          : int32(B_PRIMARY_MOUSE_BUTTON);
     if (!IsEnabled() || button != B_PRIMARY_MOUSE_BUTTON || !kits::look::MayAnswer(this)) {
         return;
     }

@@ -136,7 +136,6 @@ bool MenuSession::InterceptRest(BMessage* message)
 {
     const char* bytes = nullptr;
     float turned = 0;
-    bool isActive = true;
     switch (message->what) {
     case B_KEY_DOWN:
         message->FindString("bytes", &bytes);
@@ -151,8 +150,7 @@ bool MenuSession::InterceptRest(BMessage* message)
         ScrollBy(turned * kWheelStep);
         return true;
     case B_WINDOW_ACTIVATED:
-        message->FindBool("active", &isActive);
-        if (!isActive) {
+        if (!message->GetBool("active", true)) {
             fTracker.Cancel();
         }
         return false;

@@ -76,12 +76,12 @@ void TellActivated(BView& view, bool active)
 // The window's frame after a message that tells of its new place or its new size.
 BRect FrameFrom(const BMessage& message, BRect frame)
 {
-    BPoint leftTop = frame.LeftTop();
-    message.FindPoint("where", &leftTop);
-    int32 width = frame.IntegerWidth();
-    message.FindInt32("width", &width);
-    int32 height = frame.IntegerHeight();
-    message.FindInt32("height", &height);
+    BPoint leftTop;
+    if (message.FindPoint("where", &leftTop) != B_OK) {
+        leftTop = frame.LeftTop();
+    }
+    const int32 width = message.GetInt32("width", frame.IntegerWidth());
+    const int32 height = message.GetInt32("height", frame.IntegerHeight());
     return BRect(leftTop, leftTop + BPoint(static_cast<float>(width), static_cast<float>(height)));
 }
 
@@ -199,7 +199,7 @@ void BWindow::DispatchRest(BMessage* message, BHandler* target)
     BRect screen;
     switch (message->what) {
     case B_MINIMIZE:
-        message->FindBool("minimize", &fState->isMinimized);
+        fState->isMinimized = message->GetBool("minimize", fState->isMinimized);
         break;
     case B_ZOOM:
         break; // the screen has done it; the new frame comes by itself

@@ -287,13 +287,9 @@ void ChangeFrame(BWindow& window, BRect frame)
     if (state.host->IsShown()) {
         return; // the screen answers with what it made of it, and the hooks are called then
     }
-    BMessage moved(B_WINDOW_MOVED);
-    moved.AddPoint("where", frame.LeftTop());
-    window.PostMessage(&moved);
-    BMessage resized(B_WINDOW_RESIZED);
-    resized.AddInt32("width", static_cast<int32>(frame.Width()));
-    resized.AddInt32("height", static_cast<int32>(frame.Height()));
-    window.PostMessage(&resized);
+    // Without places and sizes: by the time these are handled the frame may be another again.
+    window.PostMessage(B_WINDOW_MOVED);
+    window.PostMessage(B_WINDOW_RESIZED);
 }
 
 } // namespace kits

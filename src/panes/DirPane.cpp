@@ -79,9 +79,7 @@ void DirPane::MessageReceived(BMessage* message)
 
 void DirPane::ProgressStep(const BMessage& message)
 {
-    int32 steps = 1;
-    message.FindInt32("steps", &steps);
-    fFooter->Update(static_cast<float>(steps));
+    fFooter->Update(static_cast<float>(message.GetInt32("steps", 1)));
 }
 
 void DirPane::ProgressMax(const BMessage& message)
