@@ -237,15 +237,18 @@ int DirView::AddEntry(const entry_ref* ref)
 
 void DirView::InsertRow(std::unique_ptr<DirListItem> row)
 {
-    const int32 place = fOrder.PlaceFor(row->GetEntryName(), row->IsDir());
-    DirListItem* before = RowAt(place - 1);
+    const RowOrder::Place place = fOrder.PlaceFor(row->GetEntryName(), row->IsDir());
+    DirListItem* before = RowAt(place.index - 1);
     if (before != nullptr && std::strcmp(before->GetEntryName(), row->GetEntryName()) == 0) {
         RebuildRow(before, *row->GetRef()); // of a former entry of that name
         return;
     }
     fIndex.Add(row.get());
     fTotals.Add(*row);
-    AddItem(row.release(), place); // ours, deleted by RemoveRow() or DeleteRows()
+    if (!place.isInOrder) {
+        fOrder.Displaced(row.get());
+    }
+    AddItem(row.release(), place.index); // ours, deleted by RemoveRow() or DeleteRows()
     NotifyParent(MSG_PANE_INFO);
 }
 

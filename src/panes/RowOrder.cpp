@@ -34,19 +34,17 @@ bool IsPlace(const DirListItem& row, const char* name, bool isFolder)
 
 void RowOrder::Displaced(const DirListItem* row)
 {
-    if (!IsDisplaced(row)) {
-        fDisplaced.push_back(row);
-    }
+    fDisplaced.insert(row);
 }
 
 void RowOrder::Forget(const DirListItem* row)
 {
-    std::erase(fDisplaced, row);
+    fDisplaced.erase(row);
 }
 
 bool RowOrder::IsDisplaced(const DirListItem* row) const
 {
-    return std::find(fDisplaced.begin(), fDisplaced.end(), row) != fDisplaced.end();
+    return fDisplaced.contains(row);
 }
 
 int32 RowOrder::ScanForPlace(const char* name, bool isFolder, int32 end) const
@@ -88,12 +86,14 @@ int32 RowOrder::First() const
     return fRows.CountRows() > 0 && fRows.RowAt(0)->IsParent() ? 1 : 0;
 }
 
-int32 RowOrder::PlaceFor(const char* name, bool isFolder) const
+RowOrder::Place RowOrder::PlaceFor(const char* name, bool isFolder) const
 {
+    const int32 ordered = SearchPlace(name, isFolder);
+    int32 place = ordered;
     if (fDisplaced.size() > kManyDisplaced) {
-        return ScanForPlace(name, isFolder, fRows.CountRows());
+        place = ScanForPlace(name, isFolder, fRows.CountRows());
+        return {place, place == ordered};
     }
-    int32 place = SearchPlace(name, isFolder);
     // The first row that is greater counts, also when it stands where only its former name
     // belonged.
     for (const DirListItem* row : fDisplaced) {
@@ -102,7 +102,7 @@ int32 RowOrder::PlaceFor(const char* name, bool isFolder) const
             place = index >= First() ? std::min(place, index) : place;
         }
     }
-    return place;
+    return {place, place == ordered};
 }
 
 int32 RowOrder::Walk(const DirListItem* row) const

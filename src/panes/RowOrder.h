@@ -2,7 +2,7 @@
 
 #include <SupportDefs.h>
 
-#include <vector>
+#include <unordered_set>
 
 namespace norvane {
 
@@ -24,6 +24,13 @@ class RowOrder
 public:
     explicit RowOrder(const RowSource& rows) : fRows(rows) {}
 
+    /// Where a new row goes.
+    struct Place
+    {
+        int32 index = 0;
+        bool isInOrder = true; // false when only a displaced row is why it goes there
+    };
+
     /// Notes a row that kept its place though its name or kind changed.
     void Displaced(const DirListItem* row);
     /// Forgets a row that goes away.
@@ -32,7 +39,7 @@ public:
 
     /// Where a new row goes: before the first row behind ".." of its kind with a greater name; a
     /// folder also before the first row that is none.
-    int32 PlaceFor(const char* name, bool isFolder) const;
+    Place PlaceFor(const char* name, bool isFolder) const;
     /// The index of a row, -1 when it is not there.
     int32 IndexOf(const DirListItem* row) const;
     /// The index of the row of that name, -1 when there is none.
@@ -46,7 +53,7 @@ private:
     int32 ScanForPlace(const char* name, bool isFolder, int32 end) const;
 
     const RowSource& fRows;
-    std::vector<const DirListItem*> fDisplaced;
+    std::unordered_set<const DirListItem*> fDisplaced;
 };
 
 } // namespace norvane

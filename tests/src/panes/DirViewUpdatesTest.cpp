@@ -275,13 +275,19 @@ TEST_F(DirViewUpdatesTest, IgnoresNoticesInQueryResults)
     EXPECT_EQ(Names(), "");
 }
 
+std::string Numbered(int number)
+{
+    std::string name = "n";
+    return name.append(std::to_string(number));
+}
+
 TEST_F(DirViewUpdatesTest, AgreesWithAFreshListingAfterManyChanges)
 {
     for (int i = 0; i < 300; i++) {
-        Create("n" + std::to_string(i * 7919 % 300), std::to_string(i));
+        Create(Numbered(i * 7919 % 300), std::to_string(i));
     }
     for (int i = 0; i < 300; i += 3) {
-        Remove("n" + std::to_string(i));
+        Remove(Numbered(i));
     }
     const std::string followed = Names();
     const std::string summary = Summary();
