@@ -162,6 +162,15 @@ void InputDispatcher::ModifiersSeen(int32 target, uint32 modifiers)
     Post(target, std::move(message));
 }
 
+// A modifier may have been pressed or released while another program had the keyboard: of that only
+// the pointer's events tell. They know nothing of locks.
+void InputDispatcher::PointerModifiersSeen(Qt::KeyboardModifiers modifiers)
+{
+    constexpr uint32 kLocks = B_CAPS_LOCK | B_NUM_LOCK | B_SCROLL_LOCK;
+    const uint32 locks = LastInput().modifiers & kLocks;
+    ModifiersSeen(0, (fSides.Modifiers(modifiers, 0) & ~kLocks) | locks);
+}
+
 void InputDispatcher::Commit(const NativeWindow& native, const QString& text)
 {
     const int32 target = fState.router.TextTarget(native.Token(), system_time());
@@ -201,6 +210,7 @@ void InputDispatcher::Mouse(const NativeWindow& native, const QMouseEvent& event
 {
     const QPoint onScreen = PixelOf(event.globalPosition());
     RememberPointer(onScreen, ButtonsFrom(event.buttons()));
+    PointerModifiersSeen(event.modifiers());
     switch (event.type()) {
     case QEvent::MouseButtonPress:
         PressMouse(native, event);
@@ -277,6 +287,7 @@ void InputDispatcher::Wheel(const NativeWindow& native, const QWheelEvent& event
     fClicks.Reset();
     const QPoint onScreen = PixelOf(event.globalPosition());
     RememberPointer(onScreen, ButtonsFrom(event.buttons()));
+    PointerModifiersSeen(event.modifiers());
     const int32 target = fState.router.WheelTurned(native.Token());
     if (target == 0) {
         fWheel.Reset();

@@ -60,6 +60,7 @@ private:
                  int32 code);
     void PostKeyUp(int32 window, int32 code);
     void ModifiersSeen(int32 target, uint32 modifiers);
+    void PointerModifiersSeen(Qt::KeyboardModifiers modifiers);
     void PressMouse(const NativeWindow& native, const QMouseEvent& event);
     void ReleaseMouse(const NativeWindow& native, const QMouseEvent& event);
     void MoveMouse(const NativeWindow& native, QPoint onScreen, int32 transit);
