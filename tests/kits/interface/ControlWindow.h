@@ -9,7 +9,7 @@
 #include <mutex>
 #include <vector>
 
-/// A window that keeps the messages of the controls in it; codes of tests lie between 'test' and
+/// A window that keeps the messages of the controls in it; codes of tests lie between 'tesa' and
 /// 'tesz'.
 class ControlWindow : public BWindow
 {
@@ -21,7 +21,7 @@ public:
 
     void MessageReceived(BMessage* message) override
     {
-        if (message->what >= 'test' && message->what <= 'tesz') {
+        if (message->what >= 'tesa' && message->what <= 'tesz') {
             std::lock_guard<std::mutex> lock(fMutex);
             fMessages.push_back(*message);
         } else {
