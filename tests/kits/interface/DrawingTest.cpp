@@ -280,7 +280,8 @@ TEST_F(DrawingTest, BitmapsLeaveWhatIsTransparent)
     });
 
     EXPECT_EQ(At(picture, 10, 10), kRed);
-    EXPECT_EQ(At(picture, 11, 11), kBlack);
+    // Between two densities the picture is smoothed.
+    EXPECT_LT(At(picture, 11, 11).red, 160);
     EXPECT_EQ(At(picture, 13, 13), kRed);
 }
 

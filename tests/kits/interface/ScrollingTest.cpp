@@ -123,11 +123,11 @@ TEST_F(ScrollingTest, ChildrenMoveWithTheirParent)
 
 TEST_F(ScrollingTest, CopiesBits)
 {
-    Locked([&] { fView->CopyBits(BRect(0, 0, 99, 9), BRect(0, 30, 99, 39)); });
+    Locked([&] { fView->CopyBits(BRect(0, 0, 99, 9), BRect(0, 40, 99, 49)); });
 
     const Picture picture = TakePicture(fWindow);
 
-    const auto y = static_cast<int>(std::floor(42 * picture.scale + 0.5f));
+    const auto y = static_cast<int>(std::floor(52 * picture.scale + 0.5f));
     EXPECT_EQ(picture.At(50, y), ColorAt(0));
 }
 
