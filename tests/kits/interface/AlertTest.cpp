@@ -6,17 +6,24 @@
 #include <Screen.h>
 
 #include <atomic>
+#include <functional>
 #include <thread>
 
 namespace {
 
 using namespace kits::testing;
 
-// Runs an alert on a thread of its own, which is no window's.
+// Makes and runs an alert on a thread of its own, which is no window's.
 class RunningAlert
 {
 public:
-    explicit RunningAlert(BAlert* alert) : fThread([this, alert] { fAnswer = alert->Go(); }) {}
+    explicit RunningAlert(std::function<BAlert*()> make)
+        : fThread([this, make = std::move(make)] {
+              BAlert* alert = make();
+              fAnswer = alert->Go();
+          })
+    {
+    }
     ~RunningAlert() { fThread.join(); }
 
     int32 Answer()
@@ -40,7 +47,7 @@ BAlert* MakeAlert()
 
 TEST(AlertTest, ClickAnswersWithTheButtonsIndex)
 {
-    RunningAlert running(MakeAlert());
+    RunningAlert running(MakeAlert);
 
     std::string text;
     ASSERT_TRUE(AnswerAlert("Delete", &text));
@@ -51,7 +58,7 @@ TEST(AlertTest, ClickAnswersWithTheButtonsIndex)
 
 TEST(AlertTest, EnterPressesTheRightmostButton)
 {
-    RunningAlert running(MakeAlert());
+    RunningAlert running(MakeAlert);
     BWindow* alert = WaitForWindow("Sir?");
     ASSERT_NE(alert, nullptr);
     ASSERT_TRUE(WaitForFocus(alert));
@@ -64,7 +71,7 @@ TEST(AlertTest, EnterPressesTheRightmostButton)
 
 TEST(AlertTest, EscapePressesTheCancelButton)
 {
-    RunningAlert running(MakeAlert());
+    RunningAlert running(MakeAlert);
     BWindow* alert = WaitForWindow("Sir?");
     ASSERT_NE(alert, nullptr);
     ASSERT_TRUE(WaitForFocus(alert));
@@ -77,7 +84,7 @@ TEST(AlertTest, EscapePressesTheCancelButton)
 
 TEST(AlertTest, EscapePressesTheOnlyButton)
 {
-    RunningAlert running(new BAlert("Foo", "Nothing can be done.", "OK"));
+    RunningAlert running([] { return new BAlert("Foo", "Nothing can be done.", "OK"); });
     BWindow* alert = WaitForWindow("Foo");
     ASSERT_NE(alert, nullptr);
     ASSERT_TRUE(WaitForFocus(alert));
@@ -90,7 +97,7 @@ TEST(AlertTest, EscapePressesTheOnlyButton)
 
 TEST(AlertTest, EscapeWithoutACancelButtonAnswersNothing)
 {
-    RunningAlert running(new BAlert("Foo", "Which?", "One", "Two"));
+    RunningAlert running([] { return new BAlert("Foo", "Which?", "One", "Two"); });
     BWindow* alert = WaitForWindow("Foo");
     ASSERT_NE(alert, nullptr);
     ASSERT_TRUE(WaitForFocus(alert));
@@ -106,7 +113,7 @@ TEST(AlertTest, EscapeWithoutACancelButtonAnswersNothing)
 
 TEST(AlertTest, EnterWorksTheButtonThatWasTabbedTo)
 {
-    RunningAlert running(MakeAlert());
+    RunningAlert running(MakeAlert);
     BWindow* alert = WaitForWindow("Sir?");
     ASSERT_NE(alert, nullptr);
     ASSERT_TRUE(WaitForFocus(alert));
@@ -120,10 +127,13 @@ TEST(AlertTest, EnterWorksTheButtonThatWasTabbedTo)
 
 TEST(AlertTest, AnswersThatComeTooSoonAreDropped)
 {
-    auto* alert = new BAlert("Foo", "Read me first.", "OK");
-    alert->SetAnswerDelay(3'600'000'000, 0);
-    RunningAlert running(alert);
-    ASSERT_EQ(WaitForWindow("Foo"), alert);
+    RunningAlert running([] {
+        auto* made = new BAlert("Foo", "Read me first.", "OK");
+        made->SetAnswerDelay(3'600'000'000, 0);
+        return made;
+    });
+    auto* alert = dynamic_cast<BAlert*>(WaitForWindow("Foo"));
+    ASSERT_NE(alert, nullptr);
     ASSERT_TRUE(WaitForFocus(alert));
 
     TypeKey(B_ENTER);
@@ -142,7 +152,7 @@ TEST(AlertTest, AnswersThatComeTooSoonAreDropped)
 TEST(AlertTest, RepeatsOfAHeldKeyAnswerNothing)
 {
     PressKey(B_ENTER);
-    RunningAlert running(new BAlert("Foo", "Still held.", "OK"));
+    RunningAlert running([] { return new BAlert("Foo", "Still held.", "OK"); });
     BWindow* alert = WaitForWindow("Foo");
     ASSERT_NE(alert, nullptr);
     ASSERT_TRUE(WaitForFocus(alert));
@@ -160,11 +170,13 @@ TEST(AlertTest, RepeatsOfAHeldKeyAnswerNothing)
 
 TEST(AlertTest, ShortcutPressesItsButton)
 {
-    BAlert* made = MakeAlert();
-    made->SetShortcut(1, 'd');
-    EXPECT_EQ(made->Shortcut(1), 'd');
-    EXPECT_EQ(made->Shortcut(7), '\0');
-    RunningAlert running(made);
+    RunningAlert running([] {
+        BAlert* made = MakeAlert();
+        made->SetShortcut(1, 'd');
+        EXPECT_EQ(made->Shortcut(1), 'd');
+        EXPECT_EQ(made->Shortcut(7), '\0');
+        return made;
+    });
     BWindow* alert = WaitForWindow("Sir?");
     ASSERT_NE(alert, nullptr);
     ASSERT_TRUE(WaitForFocus(alert));
@@ -177,9 +189,9 @@ TEST(AlertTest, ShortcutPressesItsButton)
 
 TEST(AlertTest, NewestOfTwoTakesTheKeysAndClicksWorkOnBoth)
 {
-    RunningAlert first(new BAlert("First", "One", "Yes"));
+    RunningAlert first([] { return new BAlert("First", "One", "Yes"); });
     ASSERT_NE(WaitForWindow("First"), nullptr);
-    RunningAlert second(new BAlert("Second", "Two", "No", "Maybe"));
+    RunningAlert second([] { return new BAlert("Second", "Two", "No", "Maybe"); });
     BWindow* newest = WaitForWindow("Second");
     ASSERT_NE(newest, nullptr);
     ASSERT_TRUE(WaitForFocus(newest));
@@ -194,9 +206,9 @@ TEST(AlertTest, NewestOfTwoTakesTheKeysAndClicksWorkOnBoth)
 
 TEST(AlertTest, QuittingAnAlertEndsTheWait)
 {
-    BAlert* alert = MakeAlert();
-    RunningAlert running(alert);
-    ASSERT_EQ(WaitForWindow("Sir?"), alert);
+    RunningAlert running(MakeAlert);
+    BWindow* alert = WaitForWindow("Sir?");
+    ASSERT_NE(alert, nullptr);
 
     ASSERT_TRUE(alert->Lock());
     alert->Quit();
@@ -258,10 +270,10 @@ TEST(AlertTest, LongTextMakesItHigherAndStaysOnTheScreen)
     for (int32 i = 0; i < 20; i++) {
         names += "\n\tfile number " + std::to_string(i);
     }
-    auto* alert = new BAlert("Sir?", names.c_str(), "Cancel", "Delete");
     const BRect screen = BScreen().Frame();
-    RunningAlert running(alert);
-    ASSERT_EQ(WaitForWindow("Sir?"), alert);
+    RunningAlert running([&] { return new BAlert("Sir?", names.c_str(), "Cancel", "Delete"); });
+    BWindow* alert = WaitForWindow("Sir?");
+    ASSERT_NE(alert, nullptr);
 
     alert->Lock();
     const BRect frame = alert->Frame();
