@@ -104,7 +104,11 @@ void NativeWindow::CreateSurface()
 
 void NativeWindow::ApplyFlags()
 {
-    const Qt::WindowFlags flags = WindowFlagsFor(fShape);
+    Qt::WindowFlags flags = WindowFlagsFor(fShape);
+    if (fOpener != 0 && (flags & Qt::WindowType_Mask) == Qt::Window) {
+        // The toolkit tells the window manager of a parent only for dialogs and their like.
+        flags = (flags & ~Qt::WindowFlags(Qt::WindowType_Mask)) | Qt::Dialog;
+    }
     if (fSurface->flags() != flags) {
         fSurface->setFlags(flags);
     }
@@ -162,6 +166,7 @@ void NativeWindow::Show(const ShowRequest& request)
         CreateSurface();
     }
     fOpener = request.opener;
+    ApplyFlags();
     if (const NativeWindow* opener = ShownOpener()) {
         fSurface->setTransientParent(opener->GetSurface());
     }
