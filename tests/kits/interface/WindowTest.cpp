@@ -2,6 +2,8 @@
 
 #include <Message.h>
 
+#include <cmath>
+
 using namespace kits::testing;
 
 namespace {
@@ -71,7 +73,8 @@ TEST_F(WindowTest, OwnResizeMovesViewsAtOnceAndTellsTheHook)
     });
 
     EXPECT_TRUE(WaitLocked([&] { return fResizing->size == BPoint(249, 149); }));
-    EXPECT_EQ(TakePicture(fWindow).width, static_cast<int32>(250 * TakePicture(fWindow).scale));
+    const Picture picture = TakePicture(fWindow);
+    EXPECT_EQ(picture.width, static_cast<int32>(std::ceil(250 * picture.scale)));
 }
 
 TEST_F(WindowTest, PersonsResizeReachesViewsAndHook)
