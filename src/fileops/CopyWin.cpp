@@ -136,6 +136,7 @@ void CopyWin::GiveActivationBack()
 {
     if (IsActive()) {
         fOpener.SendMessage(kTakeActivation);
+        fSettledTime = system_time() + kActivationPatience;
     }
     // From here on it only comes and goes around questions.
     SetTakesFocus(false);

@@ -76,6 +76,7 @@ private:
     void PaintIfDue();
     void PaintNow(bigtime_t now);
     void ShowTitle(bigtime_t now);
+    bool IsActiveNow() const;
     void TakeWaitingKeys();
     void AskWhetherToStop();
 
@@ -102,6 +103,7 @@ private:
     int64 fShownFileBytes = 0; // what the bars stand at
     int64 fShownBytes = 0;
     bigtime_t fNextPaint = 0;
+    bigtime_t fSettledTime = 0; // until then an activation is nobody's wish
 };
 
 } // namespace norvane

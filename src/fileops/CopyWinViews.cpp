@@ -1,6 +1,7 @@
 #include "fileops/CopyWin.h"
 
 #include <Alert.h>
+#include <AppDefs.h>
 #include <InterfaceDefs.h>
 #include <MessageQueue.h>
 #include <OS.h>
@@ -63,6 +64,11 @@ void CopyWin::PaintIfDue()
         return;
     }
     ShowForQuit();
+    if (now < fSettledTime && IsActiveNow()) {
+        // Showing a window asks for the focus more than once, and a later answer may undo the
+        // return of it.
+        fOpener.SendMessage(kTakeActivation);
+    }
     TakeWaitingKeys();
     PaintNow(now);
 }
@@ -99,9 +105,23 @@ void CopyWin::ShowTitle(bigtime_t now)
     }
 }
 
+bool CopyWin::IsActiveNow() const
+{
+    // This thread is busy, so what the screen said since it began is still waiting.
+    bool isActive = IsActive();
+    BMessageQueue* queue = MessageQueue();
+    queue->Lock();
+    int32 position = 0;
+    while (const BMessage* change = queue->FindMessage(uint32(B_WINDOW_ACTIVATED), position++)) {
+        change->FindBool("active", &isActive);
+    }
+    queue->Unlock();
+    return isActive;
+}
+
 void CopyWin::TakeWaitingKeys()
 {
-    // This thread is busy, so nobody else reads its queue. Keys that were not meant for stopping
+    // Keys that were not meant for stopping
     // are gone: nothing here could use them later.
     BMessageQueue* queue = MessageQueue();
     bool asksToStop = false;
