@@ -77,7 +77,7 @@ TEST_F(NorvaneWindowTest, AFrameThatNoScreenShowsIsMovedOntoOne)
 
 TEST_F(NorvaneWindowTest, PanesShareTheWidth)
 {
-    WriteSettings("NumPanes=3\nWidth=800\nHeight=500\n");
+    WriteSettings("NumPanes=3\nWidth=500\nHeight=300\n");
     Open();
     Locked([&] {
         float left = 0;
@@ -85,8 +85,8 @@ TEST_F(NorvaneWindowTest, PanesShareTheWidth)
             const BRect frame = fWindow->PaneAt(pane)->Frame();
             EXPECT_EQ(frame.left, left);
             EXPECT_EQ(frame.top, 20);
-            EXPECT_EQ(frame.Width(), 266); // of 266.67: views lie on whole units
-            EXPECT_EQ(frame.Height(), 480);
+            EXPECT_EQ(frame.Width(), 167); // of 166.67: views lie on whole units
+            EXPECT_EQ(frame.Height(), 280);
             left = frame.right + 1;
         }
     });
