@@ -6,7 +6,7 @@
 //   desk keys NAME COUNT      the same COUNT times: the 50th, 99th and 100th of a hundred
 //   desk operation NAME TITLE from a key press until the window of that title, once shown, is gone
 
-#include "Screen.h"
+#include "ScreenWatch.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -26,17 +26,17 @@ int Fail(const char* text)
     return 1;
 }
 
-int Start(Screen& screen, char** command)
+int Start(ScreenWatch& screen, char** command)
 {
     screen.Drain();
-    const double begin = Screen::Now();
+    const double begin = ScreenWatch::Now();
     const pid_t child = fork();
     if (child == 0) {
         // The measured command must not hold the pipe that this program's output goes to.
-        if (std::freopen("/dev/null", "w", stdout) == nullptr) {
+        if (std::freopen("/dev/null", "w", stdout) == nullptr ||
+            std::freopen("/dev/null", "w", stderr) == nullptr) {
             _exit(126);
         }
-        std::freopen("/dev/null", "w", stderr);
         execvp(command[0], command);
         _exit(127);
     }
@@ -45,10 +45,10 @@ int Start(Screen& screen, char** command)
     return end < 0 ? 1 : 0;
 }
 
-int Key(Screen& screen, const char* name)
+int Key(ScreenWatch& screen, const char* name)
 {
     screen.Drain();
-    const double begin = Screen::Now();
+    const double begin = ScreenWatch::Now();
     if (!screen.Press(name)) {
         return Fail("no such key");
     }
@@ -57,12 +57,12 @@ int Key(Screen& screen, const char* name)
     return end < 0 ? 1 : 0;
 }
 
-int Keys(Screen& screen, const char* name, int count)
+int Keys(ScreenWatch& screen, const char* name, int count)
 {
     std::vector<double> times;
     for (int i = 0; i < count; i++) {
         screen.Drain();
-        const double begin = Screen::Now();
+        const double begin = ScreenWatch::Now();
         if (!screen.Press(name)) {
             return Fail("no such key");
         }
@@ -77,13 +77,13 @@ int Keys(Screen& screen, const char* name, int count)
     std::sort(times.begin(), times.end());
     const size_t last = times.size() - 1;
     std::printf("%.1f %.1f %.1f of %zu\n", times[last / 2], times[last * 99 / 100], times[last],
-        times.size());
+                times.size());
     return 0;
 }
 
-int Operation(Screen& screen, const char* name, const char* title)
+int Operation(ScreenWatch& screen, const char* name, const char* title)
 {
-    const double begin = Screen::Now();
+    const double begin = ScreenWatch::Now();
     if (!screen.Press(name)) {
         return Fail("no such key");
     }
@@ -93,7 +93,7 @@ int Operation(Screen& screen, const char* name, const char* title)
     if (!screen.WaitForWindow(title, false, kLimitMs)) {
         return Fail("the window never went");
     }
-    std::printf("%.1f\n", Screen::Now() - begin);
+    std::printf("%.1f\n", ScreenWatch::Now() - begin);
     return 0;
 }
 
@@ -101,7 +101,7 @@ int Operation(Screen& screen, const char* name, const char* title)
 
 int main(int argc, char** argv)
 {
-    Screen screen;
+    ScreenWatch screen;
     if (!screen.IsOpen()) {
         return Fail("no display");
     }

@@ -1,4 +1,4 @@
-#include "Screen.h"
+#include "ScreenWatch.h"
 
 #include <X11/Xatom.h>
 #include <X11/Xutil.h>
@@ -11,7 +11,10 @@
 namespace {
 
 // A window may vanish between being listed and being asked: that is no error here.
-int IgnoreError(Display*, XErrorEvent*) { return 0; }
+int IgnoreError(Display*, XErrorEvent*)
+{
+    return 0;
+}
 
 std::string TitleOf(Display* display, Window window)
 {
@@ -23,9 +26,9 @@ std::string TitleOf(Display* display, Window window)
     unsigned long rest = 0;
     unsigned char* data = nullptr;
     std::string title;
-    if (XGetWindowProperty(display, window, name, 0, 256, False, utf8, &type, &format, &count, &rest,
-            &data) == Success
-        && data != nullptr) {
+    if (XGetWindowProperty(display, window, name, 0, 256, False, utf8, &type, &format, &count,
+                           &rest, &data) == Success &&
+        data != nullptr) {
         title.assign(reinterpret_cast<char*>(data), count);
         XFree(data);
     }
@@ -34,7 +37,7 @@ std::string TitleOf(Display* display, Window window)
 
 } // namespace
 
-Screen::Screen() : fDisplay(XOpenDisplay(nullptr))
+ScreenWatch::ScreenWatch() : fDisplay(XOpenDisplay(nullptr))
 {
     int error = 0;
     if (fDisplay == nullptr || !XDamageQueryExtension(fDisplay, &fDamageEvent, &error)) {
@@ -45,20 +48,20 @@ Screen::Screen() : fDisplay(XOpenDisplay(nullptr))
     XSync(fDisplay, False);
 }
 
-Screen::~Screen()
+ScreenWatch::~ScreenWatch()
 {
     if (fDisplay != nullptr) {
         XCloseDisplay(fDisplay);
     }
 }
 
-double Screen::Now()
+double ScreenWatch::Now()
 {
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
     return std::chrono::duration<double, std::milli>(now).count();
 }
 
-bool Screen::NextChange(double untilMs)
+bool ScreenWatch::NextChange(double untilMs)
 {
     for (;;) {
         while (XPending(fDisplay) > 0) {
@@ -77,14 +80,14 @@ bool Screen::NextChange(double untilMs)
     }
 }
 
-void Screen::Drain()
+void ScreenWatch::Drain()
 {
     XSync(fDisplay, False);
     while (NextChange(Now())) {
     }
 }
 
-double Screen::LastChange(double quietMs, double limitMs)
+double ScreenWatch::LastChange(double quietMs, double limitMs)
 {
     const double end = Now() + limitMs;
     double last = -1;
@@ -100,7 +103,7 @@ double Screen::LastChange(double quietMs, double limitMs)
     return last;
 }
 
-bool Screen::Press(const std::string& keyName)
+bool ScreenWatch::Press(const std::string& keyName)
 {
     const KeySym symbol = XStringToKeysym(keyName.c_str());
     const KeyCode code = XKeysymToKeycode(fDisplay, symbol);
@@ -113,7 +116,7 @@ bool Screen::Press(const std::string& keyName)
     return true;
 }
 
-bool Screen::HasWindow(Window parent, const std::string& title)
+bool ScreenWatch::HasWindow(Window parent, const std::string& title)
 {
     Window root = 0;
     Window ignored = 0;
@@ -125,8 +128,8 @@ bool Screen::HasWindow(Window parent, const std::string& title)
     bool found = false;
     for (unsigned int i = 0; i < count && !found; i++) {
         XWindowAttributes attributes;
-        found = XGetWindowAttributes(fDisplay, children[i], &attributes)
-            && attributes.map_state == IsViewable && TitleOf(fDisplay, children[i]) == title;
+        found = XGetWindowAttributes(fDisplay, children[i], &attributes) &&
+                attributes.map_state == IsViewable && TitleOf(fDisplay, children[i]) == title;
         found = found || HasWindow(children[i], title);
     }
     if (children != nullptr) {
@@ -135,7 +138,7 @@ bool Screen::HasWindow(Window parent, const std::string& title)
     return found;
 }
 
-bool Screen::WaitForWindow(const std::string& title, bool shown, double limitMs)
+bool ScreenWatch::WaitForWindow(const std::string& title, bool shown, double limitMs)
 {
     const double end = Now() + limitMs;
     while (HasWindow(DefaultRootWindow(fDisplay), title) != shown) {

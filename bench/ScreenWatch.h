@@ -10,13 +10,13 @@
 /// Watches a whole X screen for changes, as the person in front of it does.
 ///
 /// Times are in milliseconds of the monotonic clock.
-class Screen
+class ScreenWatch
 {
 public:
-    Screen();
-    ~Screen();
-    Screen(const Screen&) = delete;
-    Screen& operator=(const Screen&) = delete;
+    ScreenWatch();
+    ~ScreenWatch();
+    ScreenWatch(const ScreenWatch&) = delete;
+    ScreenWatch& operator=(const ScreenWatch&) = delete;
 
     bool IsOpen() const { return fDisplay != nullptr; }
 
