@@ -186,7 +186,7 @@ void NativeWindow::Show(const ShowRequest& request)
     // Without a window manager nobody else gives it the focus.
     if (takesFocus) {
         fSurface->requestActivate();
-    } else if (state.givesFocusUnasked && !IsPopUp() && focused != nullptr) {
+    } else if (state.givesFocusUnasked && focused != nullptr) {
         focused->fSurface->requestActivate();
     }
     ScaleMayHaveChanged();
@@ -233,6 +233,11 @@ void NativeWindow::HandOverKeys(int32 from)
 void NativeWindow::Leave()
 {
     ServerState& state = ServerState::Get();
+    const NativeWindow* opener = state.windows.Find(fOpener);
+    if (IsPopUp() && opener != nullptr && QGuiApplication::focusWindow() == fSurface.get()) {
+        // The headless platform gave it the focus, and would take that along.
+        opener->fSurface->requestActivate();
+    }
     state.input.WindowLeaves(fToken);
     state.windows.Lower(fToken);
     fIsShown = false;
