@@ -122,14 +122,22 @@ TEST_F(MenuTest, KeysOpenWalkAndChoose)
 
 TEST_F(MenuTest, KeysReachASubmenu)
 {
+    // The headless platform gives each pop-up the focus for a moment; a screen does not. So each
+    // key waits until that is over.
+    const auto type = [this](char byte) {
+        SyncServer();
+        TypeKey(byte);
+        Sync(fWindow);
+    };
     TypeFunctionKey(B_F10_KEY);
-    TypeKey(B_RIGHT_ARROW);
+    Sync(fWindow);
+    type(B_RIGHT_ARROW);
     ASSERT_TRUE(IsOpen(fBar->SubmenuAt(1)));
     EXPECT_FALSE(IsOpen(fBar->SubmenuAt(0)));
 
-    TypeKey(B_UP_ARROW);
-    TypeKey(B_RIGHT_ARROW);
-    TypeKey(B_ENTER);
+    type(B_UP_ARROW);
+    type(B_RIGHT_ARROW);
+    type(B_ENTER);
 
     EXPECT_EQ(Chosen(), "e");
 }
@@ -221,6 +229,8 @@ TEST_F(MenuTest, DisabledItemCannotBeChosen)
 TEST_F(MenuTest, OtherWindowsActivationCloses)
 {
     ClickAt(On(Title(0)));
+    Sync(fWindow);
+    SyncServer(); // the pop-up has had the focus
     auto* other = new ControlWindow("other");
     other->Show();
     ASSERT_TRUE(WaitForFocus(other));
