@@ -35,6 +35,12 @@ std::string TitleOf(Display* display, Window window)
     return title;
 }
 
+// An operation adds its progress: "Copy - 42 %".
+bool IsTitled(const std::string& found, const std::string& title)
+{
+    return found == title || found.rfind(title + " - ", 0) == 0;
+}
+
 } // namespace
 
 ScreenWatch::ScreenWatch() : fDisplay(XOpenDisplay(nullptr))
@@ -87,6 +93,11 @@ void ScreenWatch::Drain()
     }
 }
 
+double ScreenWatch::FirstChange(double limitMs)
+{
+    return NextChange(Now() + limitMs) ? Now() : -1;
+}
+
 double ScreenWatch::LastChange(double quietMs, double limitMs)
 {
     const double end = Now() + limitMs;
@@ -129,7 +140,8 @@ bool ScreenWatch::HasWindow(Window parent, const std::string& title)
     for (unsigned int i = 0; i < count && !found; i++) {
         XWindowAttributes attributes;
         found = XGetWindowAttributes(fDisplay, children[i], &attributes) &&
-                attributes.map_state == IsViewable && TitleOf(fDisplay, children[i]) == title;
+                attributes.map_state == IsViewable &&
+                IsTitled(TitleOf(fDisplay, children[i]), title);
         found = found || HasWindow(children[i], title);
     }
     if (children != nullptr) {

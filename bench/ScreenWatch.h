@@ -22,6 +22,8 @@ public:
 
     static double Now();
 
+    /// When the screen changes next; -1 when it does not within `limitMs`.
+    double FirstChange(double limitMs);
     /// When the screen changed last, once it has been still for `quietMs`; -1 when it never changed
     /// within `limitMs`, or never came to rest.
     double LastChange(double quietMs, double limitMs);
@@ -31,7 +33,8 @@ public:
     /// Presses and releases a key given by its X name, such as "Return".
     bool Press(const std::string& keyName);
 
-    /// Waits until a mapped window has exactly this title, or until none has.
+    /// Waits until a mapped window has this title, alone or with " - " and progress after it, or
+    /// until none has.
     bool WaitForWindow(const std::string& title, bool shown, double limitMs);
 
 private:

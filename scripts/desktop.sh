@@ -5,7 +5,7 @@
 # start_program COMMAND...         in the background; its pid in program_pid
 # program_ended                    succeeds when it has
 # wait_for SECONDS COMMAND...      until the command succeeds
-# window_shown TITLE               succeeds while a window of exactly that title is mapped
+# window_shown TITLE               succeeds while a window of that title is mapped
 # key KEY...                       real key presses, as xdotool names them
 # picture FILE [TITLE]             the screen, or one window, as PNG
 # stop_program, stop_desktop       end what was started here, by its pid
@@ -72,10 +72,10 @@ wait_for() {
     done
 }
 
-# The id of the newest mapped window with exactly this title.
+# The id of the newest mapped window with this title, alone or with its progress ("Copy - 42 %").
 window_id() {
     local id
-    for id in $(xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | tac); do
+    for id in $(xdotool search --onlyvisible --name "^$1( - .*)?\$" 2>/dev/null | tac); do
         echo "$id"
         return 0
     done

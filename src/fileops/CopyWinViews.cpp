@@ -26,6 +26,26 @@ BStringView* AddLine(BView* container, BRect frame, const char* name, const char
     return line;
 }
 
+void AddCaptions(BView* container)
+{
+    BStringView* const captions[] = {
+        new BStringView(BRect(10, 1, 48, 15), "label1", "From :"),
+        new BStringView(BRect(10, 16, 48, 30), "label2", "To     :"),
+    };
+    const auto isTooBroad = [](const BStringView* caption) {
+        return caption->StringWidth(caption->Text()) > caption->Bounds().Width() + 1;
+    };
+    for (BStringView* caption : captions) {
+        container->AddChild(caption);
+    }
+    // Some font families are too broad for the room before the lines.
+    for (float size = 11; size >= 8 && (isTooBroad(captions[0]) || isTooBroad(captions[1]));
+         size--) {
+        captions[0]->SetFontSize(size);
+        captions[1]->SetFontSize(size);
+    }
+}
+
 } // namespace
 
 void CopyWin::BuildViews()
@@ -36,8 +56,7 @@ void CopyWin::BuildViews()
     container->SetLowColor(kGrey);
     AddChild(container);
 
-    AddLine(container, BRect(10, 1, 48, 15), "label1", "From :");
-    AddLine(container, BRect(10, 16, 48, 30), "label2", "To     :");
+    AddCaptions(container);
     fFromLine = AddLine(container, BRect(50, 1, 290, 15), "label2", "initializing...");
     fToLine = AddLine(container, BRect(50, 16, 290, 30), "label2", "initializing...");
 
