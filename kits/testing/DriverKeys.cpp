@@ -117,23 +117,31 @@ QString TextWith(const SyntheticKey& key, Qt::KeyboardModifiers modifiers)
     return key.text;
 }
 
-void Send(const SyntheticKey& key, QEvent::Type type, uint32 modifiers)
+// Thread: the server's.
+void Deliver(const SyntheticKey& key, QEvent::Type type, uint32 modifiers)
 {
     Qt::KeyboardModifiers held = ModifiersOf(modifiers);
     held.setFlag(Qt::ShiftModifier, key.needsShift || (modifiers & B_SHIFT_KEY) != 0);
     const bool isBacktab = key.key == Qt::Key_Tab && (held & Qt::ShiftModifier) != 0;
     const int code = isBacktab ? static_cast<int>(Qt::Key_Backtab) : key.key;
-    OnServer([&] {
-        QWindowSystemInterface::handleExtendedKeyEvent(QGuiApplication::focusWindow(), type, code,
-                                                       held, key.scanCode, 0, 0,
-                                                       TextWith(key, held));
-    });
+    QWindowSystemInterface::handleExtendedKeyEvent(QGuiApplication::focusWindow(), type, code, held,
+                                                   key.scanCode, 0, 0, TextWith(key, held));
+    QWindowSystemInterface::sendWindowSystemEvents(QEventLoop::AllEvents);
 }
 
+void Send(const SyntheticKey& key, QEvent::Type type, uint32 modifiers)
+{
+    OnServer([&] { Deliver(key, type, modifiers); });
+}
+
+// Both at once: the press may end the window, and a release that finds no window is lost, as none
+// ever is on a screen.
 void Type(const SyntheticKey& key, uint32 modifiers)
 {
-    Send(key, QEvent::KeyPress, modifiers);
-    Send(key, QEvent::KeyRelease, modifiers);
+    OnServer([&] {
+        Deliver(key, QEvent::KeyPress, modifiers);
+        Deliver(key, QEvent::KeyRelease, modifiers);
+    });
 }
 
 } // namespace
