@@ -3,10 +3,12 @@
 #include <Alert.h>
 #include <Button.h>
 #include <Invoker.h>
+#include <Messenger.h>
 #include <Screen.h>
 
 #include <atomic>
 #include <functional>
+#include <future>
 #include <thread>
 
 namespace {
@@ -20,11 +22,20 @@ public:
     explicit RunningAlert(std::function<BAlert*()> make)
         : fThread([this, make = std::move(make)] {
               BAlert* alert = make();
+              fMade.set_value(BMessenger(nullptr, alert));
               fAnswer = alert->Go();
           })
     {
     }
-    ~RunningAlert() { fThread.join(); }
+    /// Quits an alert that was not answered: a test that fails must end all the same.
+    ~RunningAlert()
+    {
+        const BMessenger alert = fMade.get_future().get();
+        if (IsWaiting()) {
+            alert.SendMessage(B_QUIT_REQUESTED);
+        }
+        fThread.join();
+    }
 
     int32 Answer()
     {
@@ -36,6 +47,7 @@ public:
 private:
     static constexpr int32 kNone = -100;
     std::atomic<int32> fAnswer{kNone};
+    std::promise<BMessenger> fMade;
     std::thread fThread;
 };
 
@@ -151,6 +163,9 @@ TEST(AlertTest, AnswersThatComeTooSoonAreDropped)
 
 TEST(AlertTest, RepeatsOfAHeldKeyAnswerNothing)
 {
+    auto* opener = new ControlWindow;
+    opener->Show();
+    ASSERT_TRUE(WaitForFocus(opener));
     PressKey(B_ENTER);
     RunningAlert running([] { return new BAlert("Foo", "Still held.", "OK"); });
     BWindow* alert = WaitForWindow("Foo");
@@ -166,6 +181,8 @@ TEST(AlertTest, RepeatsOfAHeldKeyAnswerNothing)
     ReleaseKey(B_ENTER);
     TypeKey(B_ENTER);
     EXPECT_EQ(running.Answer(), 0);
+    opener->Lock();
+    opener->Quit();
 }
 
 TEST(AlertTest, ShortcutPressesItsButton)
@@ -199,6 +216,7 @@ TEST(AlertTest, NewestOfTwoTakesTheKeysAndClicksWorkOnBoth)
     ASSERT_TRUE(AnswerAlert("Yes"));
     EXPECT_EQ(first.Answer(), 0);
 
+    ASSERT_TRUE(WaitForFocus(newest));
     ASSERT_TRUE(WaitUntilAnswers(newest));
     TypeKey(B_ENTER);
     EXPECT_EQ(second.Answer(), 1);
