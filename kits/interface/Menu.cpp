@@ -451,7 +451,8 @@ void BMenu::Draw(BRect updateRect)
 void BMenu::DrawBackground(BRect)
 {
     const BRect whole(0, 0, fContentWidth, fContentHeight);
-    kits::look::Frame(this, whole, kits::look::kShine, kits::look::kOutline);
+    SetHighColor(kits::look::kOutline);
+    StrokeRect(whole);
 }
 
 void BMenu::GetPreferredSize(float* width, float* height)
