@@ -224,16 +224,17 @@ status_t wait_for_thread(thread_id id, status_t* returnValue)
     if (id == find_thread(nullptr)) {
         return B_NOT_ALLOWED;
     }
-    const status_t started = resume_thread(id);
-    if (started != B_OK && started != B_BAD_THREAD_STATE) {
+    ThreadTable& table = Table();
+    ThreadRef thread; // found before it may run: a short one can end while it is being started
+    {
+        MutexLock lock(table.mutex);
+        thread = FindById(table, id);
+    }
+    const status_t started = thread == nullptr ? B_BAD_THREAD_ID : resume_thread(id);
+    if (thread == nullptr || started == B_NO_MORE_THREADS) {
         return started;
     }
-    ThreadTable& table = Table();
     MutexLock lock(table.mutex);
-    const ThreadRef thread = FindById(table, id);
-    if (thread == nullptr) {
-        return B_BAD_THREAD_ID; // ended meanwhile
-    }
     while (!thread->hasEnded) {
         table.end.Wait(table.mutex);
     }
