@@ -15,6 +15,11 @@ finish() {
         mkdir -p "$(dirname "$norvane")/failed-pictures"
         picture "$(dirname "$norvane")/failed-pictures/$(basename "$0" .sh).png" 2>/dev/null
     fi
+    if [ -n "$program_pid" ]; then
+        kill "$program_pid" 2>/dev/null
+        # Asked to end it waits for its operations, and those for an answer that nobody gives.
+        wait_for 3 program_ended || kill -KILL "$program_pid"
+    fi
     stop_program
     stop_desktop
     chmod -R u+rwx "$base" 2>/dev/null
@@ -45,9 +50,36 @@ write_settings() {
         >"$settings_file"
 }
 
+# Put before the program's name when it is started, see the next two functions.
+launcher=()
+
+# As root everybody may read everything: takes that right from the program.
+without_file_rights() {
+    [ "$(id -u)" != 0 ] ||
+        launcher=(setpriv --bounding-set=-dac_override,-dac_read_search
+            --inh-caps=-dac_override,-dac_read_search)
+}
+
+# with_mounts COMMANDS: runs them, then the program, where they may mount what nobody else sees.
+# What the program sees at PATH is then at "$(inside PATH)". Skips where that is not allowed.
+with_mounts() {
+    local private
+    if unshare -Urm --propagation private true 2>/dev/null; then
+        private=(unshare -Urm --propagation private)
+    elif unshare -m --propagation private true 2>/dev/null; then
+        private=(unshare -m --propagation private)
+    else
+        echo "skipped: this system allows no private mounts"
+        exit 77
+    fi
+    launcher=("${private[@]}" sh -ec "$1"$'\nexec "$@"' sh)
+}
+
+inside() { echo "/proc/$program_pid/root$1"; }
+
 # start_norvane [FOLDER...]
 start_norvane() {
-    start_program "$norvane" "$@"
+    start_program "${launcher[@]}" "$norvane" "$@"
     expect "the main window did not come" window_shown Norvane
     expect "the main window did not get the focus" window_focused Norvane
 }
@@ -65,11 +97,33 @@ setting() { sed -n "s/^$1=//p" "$settings_file" | head -n 1; }
 same_trees() { diff -r --no-dereference "$1" "$2"; }
 same_files() { cmp -s "$1" "$2"; }
 
-# The question has opened and takes answers: those that come sooner are dropped on purpose.
-question_ready() {
-    expect "no overwrite question" window_shown "Item Exists"
-    sleep 0.8
+# painted TITLE: the window shows more than one plain colour
+painted() {
+    local colors
+    colors=$(import -window "$(window_id "$1")" -format %k info:- 2>/dev/null) && [ "$colors" -gt 3 ]
 }
+
+# answerable TITLE: the question is there and can be answered. What comes in its first moments, or
+# right after a key, is dropped on purpose; nothing outside tells when that ends.
+answerable() {
+    expect "no window '$1'" window_shown "$1"
+    expect "the window '$1' stays empty" painted "$1"
+    sleep 0.6
+}
+
+question_ready() { answerable "Item Exists"; }
+
+# dismiss TITLE: answers the alert by Enter; another one of that title may come next
+dismiss() {
+    answerable "$1"
+    expect "the alert '$1' is not the focused window" window_focused "$1"
+    local alert
+    alert=$(window_id "$1")
+    key Return
+    expect "the alert '$1' stays" id_gone "$alert"
+}
+
+id_gone() { ! xdotool search --onlyvisible --name . 2>/dev/null | grep -qx "$1"; }
 
 # press_button X Y: clicks into the overwrite question, in its own coordinates
 press_button() {

@@ -34,7 +34,10 @@ expect "the operation window stayed" window_gone Copy
 
 # A removed file can no longer be found: the key keeps the selection where it was.
 rm "$base/from/renamed" "$base/to/renamed"
-sleep 0.5
+printf 'later\n' >"$base/from/later"
+copied_after_removal() { copy_by_key l later; }
+expect "a file created after a removal is not listed" copied_after_removal
+expect "the operation window stayed" window_gone Copy
 rm -f "$base/to/kept"
 key k r F5
 expect "the selection moved to a removed file" same_files "$base/from/kept" "$base/to/kept"

@@ -3,172 +3,38 @@
 //
 // A key in window A opens dialog B. At once, without waiting, Return is held down and six letters
 // are typed. All letters must arrive in B in their order and none in A; the held Return answers
-// nothing. A fresh Return answers B once, and goes on being held: its repeats do nothing in A.
+// nothing. A fresh Return answers one dialog, though another follows it at once, and goes on being
+// held: its repeats answer nothing and do nothing in A. A letter typed then goes to the view of A
+// that had the focus before.
 //
 // Usage: focus-procedure [ROUNDS]. With QT_QPA_PLATFORM=offscreen the keys are synthetic, else they
 // are real ones made by xdotool.
 
-#include <AppDefs.h>
-#include <Application.h>
+#include "FocusWindows.h"
+
 #include <InterfaceDefs.h>
-#include <Looper.h>
-#include <Message.h>
 #include <OS.h>
 
-#include "server/FrontImage.h"
-#include "server/WindowServer.h"
 #include "testing/Driver.h"
 
-#include <QImage>
-
-#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
-#include <mutex>
+#include <functional>
 #include <string>
 
 namespace {
 
+using focus::DialogKind;
+using focus::Opener;
+using focus::Record;
 using kits::testing::WaitFor;
 
 constexpr const char* kLetters = "abcdef";
-constexpr bigtime_t kAnswerDelay = 200'000;
-constexpr uint32 kClose = 'Clos';
-
-/// A looper with a native window that keeps what is typed into it.
-class KeyWindow : public BLooper
-{
-public:
-    KeyWindow(const char* title, BRect frame) : BLooper(title)
-    {
-        fShape.title = std::string(title);
-        fShape.frame = frame;
-        fLink = std::make_unique<kits::WindowLink>(this, fShape);
-        Run();
-    }
-
-    void Show(const kits::ShowRequest& request)
-    {
-        QImage canvas(QSize(300, 200) * static_cast<double>(fLink->Scale()), QImage::Format_RGB32);
-        canvas.setDevicePixelRatio(static_cast<double>(fLink->Scale()));
-        canvas.fill(Qt::white);
-        fLink->Front().Update(canvas, QRegion(canvas.rect()));
-        fLink->Show(request);
-    }
-    int32 Token() const { return fLink->Token(); }
-    bool IsActive() const { return fIsActive; }
-    bool TakesAnswers() const
-    {
-        const bigtime_t shown = fLink->Front().firstPresentTime;
-        return shown != 0 && system_time() > shown + kAnswerDelay;
-    }
-    std::string Typed() const
-    {
-        std::lock_guard<std::mutex> lock(fTypedLock);
-        return fTyped;
-    }
-
-    // BLooper
-    void MessageReceived(BMessage* message) override
-    {
-        bool isActive = false;
-        switch (message->what) {
-        case B_WINDOW_ACTIVATED:
-            message->FindBool("active", &isActive);
-            fIsActive = isActive;
-            break;
-        case B_KEY_DOWN:
-            KeyDown(*message);
-            break;
-        case kClose:
-            fLink.reset();
-            Quit();
-            break;
-        default:
-            BLooper::MessageReceived(message);
-        }
-    }
-
-protected:
-    virtual void KeyDown(const BMessage& message) = 0;
-
-    static bool IsKey(const BMessage& message, const char* bytes)
-    {
-        const char* typed = "";
-        message.FindString("bytes", &typed);
-        return std::strcmp(typed, bytes) == 0;
-    }
-    void Keep(const BMessage& message)
-    {
-        const char* typed = "";
-        message.FindString("bytes", &typed);
-        std::lock_guard<std::mutex> lock(fTypedLock);
-        fTyped += typed;
-    }
-
-    std::unique_ptr<kits::WindowLink> fLink;
-
-private:
-    kits::WindowShape fShape;
-    std::atomic<bool> fIsActive{false};
-    mutable std::mutex fTypedLock;
-    std::string fTyped; // guarded by fTypedLock
-};
-
-/// Closes itself at the first Return that may answer.
-class Dialog : public KeyWindow
-{
-public:
-    Dialog(const char* title, BRect frame, std::atomic<int32>& answers)
-        : KeyWindow(title, frame), fAnswers(answers)
-    {
-    }
-
-protected:
-    void KeyDown(const BMessage& message) override
-    {
-        if (!IsKey(message, "\n")) {
-            Keep(message);
-            return;
-        }
-        if (!message.HasBool("kits:early") && !message.HasInt32("be:key_repeat") &&
-            TakesAnswers()) {
-            ++fAnswers;
-            PostMessage(kClose);
-        }
-    }
-
-private:
-    std::atomic<int32>& fAnswers;
-};
-
-/// Opens a dialog at "o"; any other key is one too many.
-class Opener : public KeyWindow
-{
-public:
-    Opener() : KeyWindow("opener", BRect(40, 60, 339, 259)) {}
-
-    std::atomic<Dialog*> dialog{nullptr};
-    std::atomic<int32> answers{0};
-    std::atomic<bool> opensModal{false};
-
-protected:
-    void KeyDown(const BMessage& message) override
-    {
-        if (!IsKey(message, "o") || message.HasInt32("be:key_repeat")) {
-            Keep(message);
-            return;
-        }
-        kits::ShowRequest request;
-        request.opener = Token();
-        request.isModal = opensModal;
-        auto* opened = new Dialog("dialog", BRect(80, 100, 379, 299), answers);
-        opened->Show(request);
-        dialog = opened;
-    }
-};
+// A question that may interrupt typing takes no answer sooner after a key.
+constexpr bigtime_t kQuietTime = 520'000;
+constexpr int32 kRepeats = 18;
+constexpr bigtime_t kRepeatPause = 33'000;
 
 // One line of xdotool, so that nothing waits between the keys; or the same through the driver.
 class Keys
@@ -191,18 +57,23 @@ public:
         if (lettersFirst) {
             kits::testing::TypeText(kLetters);
         }
-        kits::testing::HoldKey(B_ENTER, 10);
+        HoldReturn();
         if (!lettersFirst) {
             kits::testing::TypeText(kLetters);
         }
     }
-    void Answer() const
+    // The letter right behind shows where the focus is then.
+    void Answer(bool typesAfterwards) const
     {
         if (fIsReal) {
-            Run("xdotool keydown Return sleep 0.6 keyup Return");
+            Run(typesAfterwards ? "xdotool keydown Return sleep 0.6 keyup Return key --delay 0 z"
+                                : "xdotool keydown Return sleep 0.6 keyup Return");
             return;
         }
-        kits::testing::HoldKey(B_ENTER, 10);
+        HoldReturn();
+        if (typesAfterwards) {
+            kits::testing::TypeKey('z');
+        }
     }
 
 private:
@@ -211,6 +82,15 @@ private:
         if (std::system(command) != 0) {
             std::fprintf(stderr, "failed: %s\n", command);
         }
+    }
+    // As long as a keyboard would, past the time after which dialogs answer.
+    static void HoldReturn()
+    {
+        for (int32 repeat = 0; repeat <= kRepeats; ++repeat) {
+            kits::testing::PressKey(B_ENTER);
+            snooze(kRepeatPause);
+        }
+        kits::testing::ReleaseKey(B_ENTER);
     }
 
     const bool fIsReal;
@@ -223,59 +103,111 @@ std::string Complaint(const char* what, const std::string& typed)
     return complaint;
 }
 
-// What went wrong in a round, or nothing.
-std::string PlayRound(Opener& opener, const Keys& keys, int32 round)
+class Procedure
 {
-    opener.dialog = nullptr;
-    opener.answers = 0;
-    opener.opensModal = round % 2 == 1;
-    if (!WaitFor([&] { return opener.IsActive(); })) {
-        return "the opener has no focus";
+public:
+    Procedure(Record& record, Opener& opener, const Keys& keys)
+        : fRecord(record), fOpener(opener), fKeys(keys)
+    {
     }
-    keys.OpenAndTypeAhead(round % 4 < 2);
-    if (!WaitFor([&] { return opener.dialog != nullptr; })) {
-        return "no dialog came";
+
+    // What went wrong in a round, or nothing.
+    std::string Play(int32 round)
+    {
+        const auto kind = static_cast<DialogKind>(round % focus::kDialogKinds);
+        const int32 dialogs = 1 + round / focus::kDialogKinds % 2;
+        fRecord.Clear();
+        fOpener.Expect(kind, dialogs);
+        if (!WaitFor([&] { return fRecord.isOpenerActive.load(); })) {
+            return "the opener has no focus";
+        }
+        fKeys.OpenAndTypeAhead(round / (2 * focus::kDialogKinds) % 2 == 0);
+        std::string failure = LettersArrive();
+        for (int32 dialog = 1; failure.empty() && dialog <= dialogs; ++dialog) {
+            failure = AnswerOne(kind, dialog, dialogs);
+        }
+        return failure.empty() ? OpenerIsUntouched() : failure;
     }
-    Dialog* dialog = opener.dialog;
-    if (!WaitFor([&] { return opener.answers > 0 || dialog->Typed().size() >= 6; })) {
-        return Complaint("letters are missing", dialog->Typed());
+
+private:
+    std::string LettersArrive()
+    {
+        const size_t count = std::strlen(kLetters);
+        if (!WaitFor([&] { return fRecord.Get(&Record::inDialog).size() >= count; })) {
+            return Complaint("letters are missing", fRecord.Get(&Record::inDialog)) + ", " +
+                   Complaint("the opener has", fRecord.Get(&Record::inFocus));
+        }
+        if (fRecord.answers != 0) {
+            return "the held Return answered";
+        }
+        const std::string typed = fRecord.Get(&Record::inDialog);
+        return typed == kLetters ? "" : Complaint("the dialog got", typed);
     }
-    if (opener.answers > 0) {
-        return "the held Return answered";
+
+    std::string AnswerOne(DialogKind kind, int32 dialog, int32 dialogs)
+    {
+        BWindow* window = kits::testing::WaitForWindow(focus::kDialogTitle);
+        if (window == nullptr || !WaitFor([&] { return fRecord.isDialogActive.load(); })) {
+            return "the dialog has no focus";
+        }
+        if (!kits::testing::WaitUntilAnswers(window)) {
+            return "the dialog never takes answers";
+        }
+        if (kind == DialogKind::kQuestion) {
+            WaitFor([&] { return system_time() > fRecord.lastKeyTime + kQuietTime; });
+        }
+        fKeys.Answer(dialog == dialogs);
+        if (!WaitFor([&] { return fRecord.answers >= dialog; })) {
+            return "the fresh Return answered nothing";
+        }
+        return fRecord.answers == dialog ? "" : "the fresh Return answered twice";
     }
-    if (dialog->Typed() != kLetters) {
-        return Complaint("the dialog got", dialog->Typed());
+
+    std::string OpenerIsUntouched()
+    {
+        if (!WaitFor([&] { return fRecord.isOpenerActive.load(); })) {
+            return "the opener did not get the focus back";
+        }
+        if (!WaitFor([&] { return !fRecord.Get(&Record::inFocus).empty(); })) {
+            return "the letter after the dialog is missing";
+        }
+        kits::testing::SyncServer();
+        kits::testing::Sync(&fOpener);
+        if (fRecord.Get(&Record::inFocus) != "z" || !fRecord.Get(&Record::inOther).empty()) {
+            return Complaint("the opener got", fRecord.Get(&Record::inFocus)) + ", " +
+                   Complaint("its other view", fRecord.Get(&Record::inOther));
+        }
+        if (fRecord.Get(&Record::inDialog) != kLetters) {
+            return Complaint("the dialog got", fRecord.Get(&Record::inDialog));
+        }
+        return fOpener.HasFocusInPlace() ? "" : "the opener's focus has moved";
     }
-    if (!WaitFor([&] { return dialog->IsActive() && dialog->TakesAnswers(); })) {
-        return "the dialog has no focus";
-    }
-    keys.Answer();
-    if (!WaitFor([&] { return opener.answers > 0 && opener.IsActive(); })) {
-        return "the fresh Return answered nothing";
-    }
-    kits::testing::SyncServer();
-    if (opener.answers != 1) {
-        return "the fresh Return answered twice";
-    }
-    return opener.Typed().empty() ? "" : Complaint("the opener got", opener.Typed());
-}
+
+    Record& fRecord;
+    Opener& fOpener;
+    const Keys& fKeys;
+};
 
 int32 PlayRounds(int32 rounds)
 {
     const char* platform = std::getenv("QT_QPA_PLATFORM");
     const Keys keys(platform == nullptr || std::strcmp(platform, "offscreen") != 0);
-    auto* opener = new Opener;
-    opener->Show({});
+    Record record;
     int32 failures = 0;
-    for (int32 round = 0; round < rounds && failures == 0; ++round) {
-        const std::string failure = PlayRound(*opener, keys, round);
-        if (!failure.empty()) {
-            std::printf("round %d: %s\n", round, failure.c_str());
-            ++failures;
+    {
+        const kits::testing::HeadlessApplication application;
+        auto* opener = new Opener(record); // deletes itself when the application ends
+        opener->Show();
+        Procedure procedure(record, *opener, keys);
+        for (int32 round = 0; round < rounds && failures == 0; ++round) {
+            const std::string failure = procedure.Play(round);
+            if (!failure.empty()) {
+                std::printf("round %d: %s\n", round, failure.c_str());
+                ++failures;
+            }
         }
     }
     std::printf("%d rounds, %d failed\n", rounds, failures);
-    opener->PostMessage(kClose);
     return failures;
 }
 
@@ -284,10 +216,5 @@ int32 PlayRounds(int32 rounds)
 int main(int argumentCount, char** arguments)
 {
     const int32 rounds = argumentCount > 1 ? std::atoi(arguments[1]) : 60;
-    int32 failures = 0;
-    {
-        const kits::testing::HeadlessApplication application;
-        failures = PlayRounds(rounds);
-    }
-    return failures == 0 ? 0 : 1;
+    return PlayRounds(rounds) == 0 ? 0 : 1;
 }
