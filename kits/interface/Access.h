@@ -5,6 +5,8 @@
 
 namespace kits {
 
+struct InputMethodState;
+
 /// What other parts of the kit need of views beyond their public face. Thread: as the view's.
 class ViewAccess
 {
@@ -50,6 +52,9 @@ public:
     /// Whether the key works in the view rather than as a shortcut, for the default button or for
     /// moving the focus.
     virtual bool WantsKey(const BMessage& key) const = 0;
+    /// Tells input methods where the caret is, in window units, and what stands around it. Asked
+    /// after each frame while the view has the focus.
+    virtual void GetInputMethod(InputMethodState* state) const = 0;
 };
 
 } // namespace kits

@@ -121,6 +121,7 @@ void BView::SetFont(const BFont* font, uint32 mask)
     if (font == nullptr) {
         return;
     }
+    fState->Pen(); // what was drawn is measured in the font it was drawn in
     BFont& own = fState->now.font;
     if ((mask & (B_FONT_FAMILY_AND_STYLE | B_FONT_SIZE)) ==
         (B_FONT_FAMILY_AND_STYLE | B_FONT_SIZE)) {
@@ -147,6 +148,7 @@ void BView::GetFont(BFont* font) const
 
 void BView::SetFontSize(float size)
 {
+    fState->Pen();
     fState->now.font.SetSize(size);
 }
 

@@ -10,13 +10,15 @@
 #include <Bitmap.h>
 #include <Region.h>
 
+#include <cstring>
+
 using kits::ViewPainter;
 
 // Lines and rectangles
 
 void BView::MovePenTo(BPoint point)
 {
-    fState->now.pen = point;
+    fState->SetPen(point);
 }
 
 void BView::MovePenTo(float x, float y)
@@ -26,17 +28,17 @@ void BView::MovePenTo(float x, float y)
 
 void BView::MovePenBy(float x, float y)
 {
-    fState->now.pen += BPoint(x, y);
+    fState->SetPen(fState->Pen() + BPoint(x, y));
 }
 
 BPoint BView::PenLocation() const
 {
-    return fState->now.pen;
+    return fState->Pen();
 }
 
 void BView::StrokeLine(BPoint to, ::pattern p)
 {
-    StrokeLine(fState->now.pen, to, p);
+    StrokeLine(fState->Pen(), to, p);
 }
 
 void BView::StrokeLine(BPoint from, BPoint to, ::pattern p)
@@ -45,7 +47,7 @@ void BView::StrokeLine(BPoint from, BPoint to, ::pattern p)
     if (ViewPainter painter{*this}) {
         painter.Line(from, to, painter.BrushFor(p));
     }
-    fState->now.pen = to;
+    fState->SetPen(to);
 }
 
 void BView::BeginLineArray(int32 count)
@@ -186,12 +188,12 @@ void BView::FillPolygon(const BPoint* points, int32 count, ::pattern p)
 
 void BView::DrawString(const char* string)
 {
-    DrawString(string, -1, fState->now.pen);
+    DrawString(string, -1, fState->Pen());
 }
 
 void BView::DrawString(const char* string, int32 length)
 {
-    DrawString(string, length, fState->now.pen);
+    DrawString(string, length, fState->Pen());
 }
 
 void BView::DrawString(const char* string, BPoint location)
@@ -208,14 +210,16 @@ void BView::DrawString(const char* string, int32 length, BPoint location)
     if (ViewPainter painter{*this}) {
         painter.Text(string, length, location);
     }
-    fState->now.pen = location + BPoint(fState->now.font.StringWidth(string, length), 0);
+    fState->SetPen(location);
+    fState->now.penText.assign(string, length < 0 ? std::strlen(string)
+                                                  : ::strnlen(string, static_cast<size_t>(length)));
 }
 
 // Bitmaps
 
 void BView::DrawBitmap(const BBitmap* bitmap)
 {
-    DrawBitmap(bitmap, fState->now.pen);
+    DrawBitmap(bitmap, fState->Pen());
 }
 
 void BView::DrawBitmap(const BBitmap* bitmap, BPoint where)

@@ -116,6 +116,7 @@ void ViewHost::Paint()
         // What hooks invalidate from here on waits for the next frame.
         const QRegion area = std::exchange(fInvalid, QRegion()) & PixelsOf(fRoot->Bounds());
         fDamage += fCanvas.ToDevice(area);
+        fFrames++;
         PaintView(*fRoot, area);
     }
     Present();

@@ -72,6 +72,8 @@ public:
     void PaintIfDue();
     /// When PaintIfDue() will paint; in system_time().
     bigtime_t DueTime() const;
+    /// How often something was painted.
+    uint64 CountFrames() const { return fFrames; }
     /// Brings what was drawn outside Draw() to the screen.
     void Present();
 
@@ -123,6 +125,7 @@ private:
     QRegion fInvalid; // window units
     QRegion fDamage;  // device pixels: drawn, not yet in the front image
     bigtime_t fLastPaint = 0;
+    uint64 fFrames = 0;
     int32 fDisabled = 0;
     bool fIsShown = false;
 

@@ -6,6 +6,7 @@
 #include <View.h>
 
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace kits {
@@ -23,6 +24,7 @@ struct DrawState
     join_mode join = B_MITER_JOIN;
     float miterLimit = 10;
     BPoint pen;
+    std::string penText; // drawn from `pen` on, in `font`: the pen is at its end
     BFont font;
     std::optional<BRegion> clip; // view units
 };
@@ -37,6 +39,22 @@ struct ColoredLine
 /// What a view draws with.
 struct ViewState
 {
+    /// Where the pen is. Text is measured only here: few callers ask, and it costs as much as
+    /// drawing.
+    BPoint Pen()
+    {
+        if (!now.penText.empty()) {
+            now.pen.x += now.font.StringWidth(now.penText.c_str());
+            now.penText.clear();
+        }
+        return now.pen;
+    }
+    void SetPen(BPoint pen)
+    {
+        now.pen = pen;
+        now.penText.clear();
+    }
+
     DrawState now;
     std::vector<DrawState> saved;
     std::vector<ColoredLine> lines; // between BeginLineArray() and EndLineArray()

@@ -2,6 +2,7 @@
 
 #include "Access.h"
 #include "NativeShape.h"
+#include "Publishing.h"
 #include "WindowState.h"
 #include "WindowViews.h"
 
@@ -316,6 +317,7 @@ bool BWindow::InViewTransaction() const
 void BWindow::QueueEmpty()
 {
     UpdateIfNeeded();
+    kits::PublishIfChanged(*this, *fState);
     const bigtime_t now = system_time();
     if (fState->pulsedViews > 0 && fState->pulseRate > 0 && now >= fState->nextPulse) {
         fState->nextPulse = now + fState->pulseRate;

@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace kits {
@@ -65,6 +66,13 @@ struct WindowState
     bigtime_t answersAfterFrame = 0;
     bigtime_t answersAfterKey = 0;
     bool takesAnswers = true; // the message being handled may answer
+
+    uint64 publishedFrame = 0; // what the server was told last: of which frame, with which focus
+    const BView* publishedFocus = nullptr; // compared only
+    bool isTextPublished = false;
+    std::unordered_map<const void*, int32>
+        thingIds; // of rows and menu items, for assistive programs
+    int32 lastThing = 0;
 
     bigtime_t pulseRate = 500'000;
     bigtime_t nextPulse = 0;

@@ -44,6 +44,9 @@ public:
     /// (the owner's) and height (the font's).
     virtual void Update(BView* owner, const BFont* font);
 
+    /// Kit extension. What assistive programs say of the row; this one says nothing.
+    virtual std::string SpokenText() const { return {}; }
+
 private:
     friend class BListView;
 
@@ -69,6 +72,7 @@ public:
     // BListItem
     void DrawItem(BView* owner, BRect frame, bool complete = false) override;
     void Update(BView* owner, const BFont* font) override;
+    std::string SpokenText() const override { return fText; }
 
 private:
     std::string fText;
