@@ -121,7 +121,8 @@ public:
         if (!WaitFor([&] { return fRecord.isOpenerActive.load(); })) {
             return "the opener has no focus";
         }
-        fKeys.OpenAndTypeAhead(round / (2 * focus::kDialogKinds) % 2 == 0);
+        // Either order for every kind within sixteen rounds, both within any two.
+        fKeys.OpenAndTypeAhead(round % 2 == round / (2 * focus::kDialogKinds) % 2);
         std::string failure = LettersArrive();
         for (int32 dialog = 1; failure.empty() && dialog <= dialogs; ++dialog) {
             failure = AnswerOne(kind, dialog, dialogs);

@@ -41,12 +41,12 @@ void KeepLetter(Record& record, const BMessage& message)
 class Dialog : public BWindow
 {
 public:
-    Dialog(Record& record, DialogKind kind, BWindow* opener)
+    Dialog(Record& record, DialogKind kind, int32 times, BWindow* opener)
         : BWindow(BRect(80, 100, 379, 299), kDialogTitle,
                   kind == DialogKind::kQuestion ? B_MODAL_WINDOW_LOOK : B_TITLED_WINDOW_LOOK,
                   kind == DialogKind::kModalText ? B_MODAL_APP_WINDOW_FEEL : B_NORMAL_WINDOW_FEEL,
                   B_NOT_CLOSABLE),
-          fRecord(record), fKind(kind), fOpener(nullptr, opener)
+          fRecord(record), fKind(kind), fTimes(times), fOpener(nullptr, opener)
     {
         SetOpener(opener);
         auto* button = new BButton(BRect(10, 150, 100, 180), "ok", "OK", new BMessage(kAnswer));
@@ -83,16 +83,19 @@ public:
         }
         ++fRecord.answers;
         Hide();
-        fOpener.SendMessage(kAnswered);
-        if (fKind != DialogKind::kQuestion) {
-            PostMessage(B_QUIT_REQUESTED);
+        if (--fTimes > 0) {
+            Show();
+            return;
         }
+        fOpener.SendMessage(kAnswered);
+        PostMessage(B_QUIT_REQUESTED);
     }
     void WindowActivated(bool active) override { fRecord.isDialogActive = active; }
 
 private:
     Record& fRecord;
     DialogKind fKind;
+    int32 fTimes;
     BMessenger fOpener;
 };
 
@@ -197,16 +200,10 @@ void Opener::OpenOne()
     if (fCount == 0) {
         return;
     }
-    --fCount;
     const DialogKind kind = fKind;
-    if (kind != DialogKind::kQuestion) {
-        (new Dialog(fRecord, kind, this))->Show();
-        return;
-    }
-    if (fQuestion == nullptr) {
-        fQuestion = new Dialog(fRecord, kind, this);
-    }
-    fQuestion->Show();
+    const int32 times = kind == DialogKind::kQuestion ? fCount.load() : 1;
+    fCount -= times;
+    (new Dialog(fRecord, kind, times, this))->Show();
 }
 
 bool Opener::HasFocusInPlace()

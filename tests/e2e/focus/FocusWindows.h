@@ -80,8 +80,7 @@ private:
     void OpenOne();
 
     Record& fRecord;
-    BView* fFocus;                // child
-    BWindow* fQuestion = nullptr; // hidden between its showings
+    BView* fFocus; // child
     std::atomic<DialogKind> fKind{DialogKind::kText};
     std::atomic<int32> fCount{0};
 };

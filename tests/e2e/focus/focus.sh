@@ -6,7 +6,7 @@
 procedure=$1
 setting=$2
 export QT_SCALE_FACTOR=$3
-rounds=${4:-6}
+rounds=${4:-8}
 
 base=$(mktemp -d)
 use_folders "$base"
