@@ -181,10 +181,14 @@ TEST_F(DrawingTest, LaterSiblingsCoverEarlierOnes)
     above->SetViewColor(kBlue);
     Show();
 
-    Locked([&] { below->Invalidate(); });
+    TakePicture(fWindow);
+    Locked([&] {
+        below->SetHighColor(kGreen);
+        below->FillRect(below->Bounds());
+    });
     const Picture picture = TakePicture(fWindow);
 
-    EXPECT_EQ(At(picture, 10, 10), kRed);
+    EXPECT_EQ(At(picture, 10, 10), kGreen);
     EXPECT_EQ(At(picture, 30, 30), kBlue);
 }
 
@@ -248,7 +252,10 @@ TEST_F(DrawingTest, TextStandsOnItsBaseLine)
     });
 
     const int base = Edge(picture, 40);
-    EXPECT_GT(picture.Count(kBlack, 0, base - Edge(picture, 12), picture.width, base), 10);
+    // How dark the stems are is up to the font's hinting.
+    const int top = base - Edge(picture, 12);
+    EXPECT_LT(picture.Count(kWhite, 0, top, picture.width, base),
+              picture.width * (base - top) - 10);
     EXPECT_EQ(picture.Count(kWhite, 0, base, picture.width, picture.height),
               picture.width * (picture.height - base));
 }

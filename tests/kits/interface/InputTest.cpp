@@ -46,6 +46,9 @@ TEST_F(InputTest, ViewThatTookTheMouseGetsItUntilTheRelease)
 
     PressMouse(left, BPoint(10, 10));
     MoveMouse(left, BPoint(60, 10));
+    // A move that waits would be folded into the next.
+    SyncServer();
+    Sync(fWindow);
     MoveMouse(left, BPoint(20, 10));
     ReleaseMouse(left, BPoint(70, 10));
     MoveMouse(right, BPoint(5, 5));
@@ -93,6 +96,29 @@ TEST_F(InputTest, ViewThatLeavesDuringItsHookIsForgotten)
 
     Settled();
     Locked([&] { EXPECT_EQ(fWindow->CountChildren(), 0); });
+}
+
+TEST_F(InputTest, ListenerHearsPressesElsewhereUntilItLeaves)
+{
+    NotingView* view = Add(BRect(0, 0, 49, 99), "view");
+    NotingView* listener = Add(BRect(50, 0, 99, 99), "listener");
+    listener->SetEventMask(B_POINTER_EVENTS);
+    Show();
+    Click(view, BPoint(5, 5));
+    Notes notes = Settled();
+    EXPECT_EQ(std::count(notes.begin(), notes.end(), "listener down -45,5"), 1);
+
+    Locked([&] {
+        view->onPress = [listener] {
+            listener->RemoveSelf();
+        };
+    });
+    Click(view, BPoint(5, 5));
+
+    notes = Settled();
+    EXPECT_EQ(std::count(notes.begin(), notes.end(), "listener down -45,5"), 0);
+    EXPECT_EQ(std::count(notes.begin(), notes.end(), "view up 5,5"), 1);
+    delete listener;
 }
 
 TEST_F(InputTest, KeysGoToTheFocusView)
