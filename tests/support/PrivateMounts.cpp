@@ -1,5 +1,7 @@
 #include "PrivateMounts.h"
 
+#include <gtest/gtest.h>
+
 #include <linux/capability.h>
 #include <sched.h>
 #include <sys/mount.h>
@@ -15,6 +17,7 @@ namespace {
 constexpr int kPassedStatus = 0;
 constexpr int kFailedStatus = 1;
 constexpr int kUnavailableStatus = 77;
+constexpr char kInsideVariable[] = "NORVANE_TEST_HAS_PRIVATE_MOUNTS";
 
 void WriteText(const char* path, const std::string& text)
 {
@@ -38,6 +41,12 @@ bool EnterPrivateMounts()
     return mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
 
+std::string NameOfThisTest()
+{
+    const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
+    return std::string(test->test_suite_name()) + "." + test->name();
+}
+
 bool GetCapabilities(__user_cap_header_struct* header, __user_cap_data_struct data[2])
 {
     header->version = _LINUX_CAPABILITY_VERSION_3;
@@ -49,15 +58,19 @@ bool GetCapabilities(__user_cap_header_struct* header, __user_cap_data_struct da
 
 PrivateResult RunWithPrivateMounts(const std::function<bool()>& work)
 {
+    if (std::getenv(kInsideVariable) != nullptr) {
+        return work() ? PrivateResult::kPassed : PrivateResult::kFailed;
+    }
+    const std::string filter = "--gtest_filter=" + NameOfThisTest();
     const pid_t child = fork();
     if (child == 0) {
         if (!EnterPrivateMounts()) {
             _exit(kUnavailableStatus);
         }
+        setenv(kInsideVariable, "1", 1);
         alarm(60);
-        const bool isPassed = work();
-        std::fflush(nullptr);
-        _exit(isPassed ? kPassedStatus : kFailedStatus);
+        execl("/proc/self/exe", "private-mounts", filter.c_str(), nullptr);
+        _exit(kFailedStatus);
     }
     int status = 0;
     if (child < 0 || waitpid(child, &status, 0) != child) {

@@ -3,13 +3,17 @@
 #include <functional>
 #include <string>
 
-/// Runs `work` in a process of its own that may mount what it likes without anyone else seeing it.
+/// How work with private mounts ended.
 enum class PrivateResult {
     kPassed,
     kFailed,      // `work` said false, or did not come back
     kUnavailable, // this system allows no private mounts
 };
 
+/// Runs `work` in a process of its own that may mount what it likes without anyone else seeing it.
+///
+/// That process runs the calling test from its start, so that it has threads and locks of its own:
+/// a mere copy of this one would lack the threads, and might keep their locks for ever.
 PrivateResult RunWithPrivateMounts(const std::function<bool()>& work);
 
 /// Mounts an empty memory file system of `bytes` at `path`. Call within RunWithPrivateMounts().
