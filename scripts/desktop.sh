@@ -52,7 +52,7 @@ start_program() {
 }
 
 stop_program() {
-    [ -n "$program_pid" ] || return 0
+    [ -n "${program_pid:-}" ] || return 0
     kill "$program_pid" 2>/dev/null
     wait "$program_pid" 2>/dev/null
     program_pid=
@@ -94,6 +94,6 @@ key() { xdotool key --delay 15 "$@"; }
 
 picture() {
     local target=root
-    [ -n "$2" ] && target=$(window_id "$2")
+    [ -z "${2:-}" ] || target=$(window_id "$2")
     import -window "$target" "$1"
 }
