@@ -178,6 +178,11 @@ private:
 
 } // namespace
 
+std::shared_ptr<const AccessibleNode> DescribeWindow(BWindow& window)
+{
+    return Describer(window, WindowAccess::State(window)).Describe();
+}
+
 void PublishIfChanged(BWindow& window, WindowState& state)
 {
     const uint64 frame = state.host->CountFrames();
@@ -199,7 +204,7 @@ void PublishIfChanged(BWindow& window, WindowState& state)
     }
     state.isTextPublished = editing != nullptr;
     if (isListened) {
-        published->root = Describer(window, state).Describe();
+        published->root = DescribeWindow(window);
     }
     state.host->Link().Publish(std::move(published));
 }

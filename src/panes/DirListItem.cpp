@@ -202,6 +202,15 @@ DirListItem::Texts& DirListItem::MadeTexts() const
     return texts;
 }
 
+std::string DirListItem::SpokenText() const
+{
+    std::string spoken = GetEntryName();
+    for (const int32 column : {kSizeColumn, kDateColumn, kPermissionColumn}) {
+        spoken.append(", ").append(Text(column));
+    }
+    return spoken + (IsMarked() ? ", marked" : "");
+}
+
 const char* DirListItem::Text(int32 columnIndex) const
 {
     switch (columnIndex) {

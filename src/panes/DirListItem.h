@@ -64,6 +64,8 @@ public:
     int64 GetSize() const { return fSize; }
     /// The text of column 1 to 4; empty for any other. Valid until the row is updated or deleted.
     const char* Text(int32 columnIndex) const;
+    /// The four texts, for assistive programs.
+    std::string SpokenText() const override;
     /// The row's picture; null for an entry that has none. Lent until the row is updated or
     /// deleted.
     const BBitmap* GetBitmap() const;
