@@ -1,7 +1,9 @@
 #include <Alert.h>
 
+#include "Access.h"
 #include "AlertParts.h"
 #include "Look.h"
+#include "WindowState.h"
 
 #include <Button.h>
 #include <Invoker.h>
@@ -28,8 +30,22 @@ constexpr float kEdge = 12;
 constexpr float kUsualButton = 75;
 constexpr float kButtonHeight = 24;
 constexpr bigtime_t kReadingTime = 200'000;
+// Of an alert that comes unasked, while somebody may be typing into another window.
+constexpr bigtime_t kQuietTime = 500'000;
 // How often a window that waits for an answer looks whether it has something to paint.
 constexpr bigtime_t kPaintInterval = 25'000;
+
+BWindow* WindowOfThisThread()
+{
+    return dynamic_cast<BWindow*>(BLooper::LooperForThread(find_thread(nullptr)));
+}
+
+// A window that shows progress has no keys of its own: whoever types means another one.
+bool ComesUnasked()
+{
+    BWindow* maker = WindowOfThisThread();
+    return maker != nullptr && !kits::WindowAccess::State(*maker).takesKeys;
+}
 
 } // namespace
 
@@ -47,7 +63,7 @@ BAlert::BAlert(const char* title, const char* text, const char* button1, const c
                   B_ASYNCHRONOUS_CONTROLS),
       fText(text != nullptr ? text : ""), fAnswer(std::make_shared<kits::AlertAnswer>())
 {
-    SetAnswerDelay(kReadingTime, 0);
+    SetAnswerDelay(kReadingTime, ComesUnasked() ? kQuietTime : 0);
     const char* const labels[3] = {button1, button2, button3};
     Build(labels, width, spacing, type);
 }
@@ -76,7 +92,7 @@ int32 BAlert::Go()
 {
     // The alert deletes itself: nothing of it is touched after Show().
     const std::shared_ptr<kits::AlertAnswer> answer = fAnswer;
-    BWindow* waiting = dynamic_cast<BWindow*>(BLooper::LooperForThread(find_thread(nullptr)));
+    BWindow* waiting = WindowOfThisThread();
     PlaceOnScreen();
     Show();
     const kits::LongWork waitingIsMeant;
@@ -108,7 +124,7 @@ BPoint BAlert::AlertPosition(float width, float height)
     const BRect screen = BScreen(B_MAIN_SCREEN_ID).Frame();
     BRect over = screen;
     // Only the window whose thread asks may be looked at: no other lock is taken here.
-    auto* opener = dynamic_cast<BWindow*>(BLooper::LooperForThread(find_thread(nullptr)));
+    BWindow* opener = WindowOfThisThread();
     if (opener != nullptr && opener->IsLocked() && !opener->IsHidden()) {
         over = opener->Frame();
     }

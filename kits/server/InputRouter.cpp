@@ -183,6 +183,12 @@ bool InputRouter::HasOrAwaitsFocus(int32 window) const
     return found != nullptr && (fFocused == window || found->awaitsFocus);
 }
 
+bool InputRouter::LendsKeys(int32 window) const
+{
+    const Window* found = Find(window);
+    return found != nullptr && found->isLendingKeys;
+}
+
 bool InputRouter::HadFocus(int32 window) const
 {
     const Window* found = Find(window);

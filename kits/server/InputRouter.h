@@ -99,6 +99,8 @@ public:
     int32 Focused() const { return fFocused; }
     /// Whether the focus is at the window or on its way to it.
     bool HasOrAwaitsFocus(int32 window) const;
+    /// Whether keys that reach the window go on to its opener.
+    bool LendsKeys(int32 window) const;
     /// Whether the window has had the focus since it was shown.
     bool HadFocus(int32 window) const;
     /// The window a menu belongs to; any other window itself.

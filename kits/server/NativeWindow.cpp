@@ -173,7 +173,9 @@ void NativeWindow::Show(const ShowRequest& request)
     fSurface->create();
     x11::SetBackground(fSurface.get(), kBackground);
     fIsShown = true;
-    const int32 opener = state.router.Shown(fToken, request, IsPopUp(), system_time());
+    ShowRequest routed = request;
+    routed.opener = KeysOpener();
+    const int32 opener = state.router.Shown(fToken, routed, IsPopUp(), system_time());
     if (opener != 0) {
         HandOverKeys(opener);
     }
@@ -201,6 +203,18 @@ const NativeWindow* NativeWindow::ShownOpener() const
         opener = windows.Find(opener->fOpener);
     }
     return opener;
+}
+
+// The window that gets the keys which are on their way to the opener: one that is hidden gets none,
+// and one that only shows progress sends them on to the window it belongs to.
+int32 NativeWindow::KeysOpener() const
+{
+    const ServerState& state = ServerState::Get();
+    const NativeWindow* opener = state.windows.Find(fOpener);
+    while (opener != nullptr && (!opener->fIsShown || state.router.LendsKeys(opener->fToken))) {
+        opener = state.windows.Find(opener->fOpener);
+    }
+    return opener == nullptr ? fOpener : opener->fToken;
 }
 
 void NativeWindow::HandOverKeys(int32 from)

@@ -76,6 +76,7 @@ private:
     void ApplyLimits();
     void ApplyFrame();
     const NativeWindow* ShownOpener() const;
+    int32 KeysOpener() const;
     void HandOverKeys(int32 from);
     void Leave();
     void PresentRegion(bool isAll);

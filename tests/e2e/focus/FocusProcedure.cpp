@@ -148,7 +148,7 @@ private:
     std::string AnswerOne(DialogKind kind, int32 dialog, int32 dialogs)
     {
         BWindow* window = kits::testing::WaitForWindow(focus::kDialogTitle);
-        if (window == nullptr || !WaitFor([&] { return fRecord.isDialogActive.load(); })) {
+        if (window == nullptr || !kits::testing::WaitForFocus(window)) {
             return "the dialog has no focus";
         }
         if (!kits::testing::WaitUntilAnswers(window)) {

@@ -90,7 +90,6 @@ public:
         fOpener.SendMessage(kAnswered);
         PostMessage(B_QUIT_REQUESTED);
     }
-    void WindowActivated(bool active) override { fRecord.isDialogActive = active; }
 
 private:
     Record& fRecord;
@@ -114,7 +113,6 @@ public:
         KeepLetter(fRecord, *message);
         BAlert::DispatchMessage(message, target);
     }
-    void WindowActivated(bool active) override { fRecord.isDialogActive = active; }
 
 private:
     Record& fRecord;

@@ -40,7 +40,6 @@ public:
     std::atomic<int32> answers{0};
     std::atomic<bigtime_t> lastKeyTime{0};
     std::atomic<bool> isOpenerActive{false};
-    std::atomic<bool> isDialogActive{false};
 
 private:
     mutable std::mutex fLock; // guards the three texts

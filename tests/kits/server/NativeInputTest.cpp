@@ -89,6 +89,37 @@ TEST_F(NativeInputTest, LeavesRepeatsOfAKeyItTookWithTheOpener)
     EXPECT_EQ(fB.Looper().Typed(), "xy");
 }
 
+// A question of an operation: the window that shows the progress sends its keys on, and may be
+// hidden while the question is there.
+TEST_F(NativeInputTest, HandsKeysOfTheOpenersOpenerToAQuestion)
+{
+    for (const bool isHidden : {false, true}) {
+        ShowA();
+        TestWindow question("question", BRect(120, 120, 219, 179));
+        kits::ShowRequest progress = OpenedBy(fA);
+        progress.takesKeys = false;
+        progress.takesFocus = false;
+        fB.Show(progress);
+        if (isHidden) {
+            fB.Link().Hide();
+        }
+        fA.Looper().Occupy();
+        TypeText("xyz");
+
+        question.Show(OpenedBy(fB));
+        TypeText("123");
+        fA.Looper().Release();
+
+        ASSERT_TRUE(question.Looper().WaitForCount(B_KEY_UP, 3));
+        EXPECT_EQ(question.Looper().Typed(), "xyz123");
+        EXPECT_TRUE(Sync(fA));
+        EXPECT_EQ(fA.Looper().Typed(), "");
+        question.Link().Hide();
+        fB.Link().Hide();
+        fA.Link().Hide();
+    }
+}
+
 TEST_F(NativeInputTest, CommitsTextAsKeys)
 {
     ShowA();
