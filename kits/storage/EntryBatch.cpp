@@ -2,6 +2,7 @@
 
 #include "FolderListing.h"
 #include "FolderTable.h"
+#include "NodeWatcher.h"
 
 #include <Directory.h>
 
@@ -27,6 +28,11 @@ class BEntryBatch::Impl
 public:
     ~Impl() { JoinHelper(); }
 
+    explicit Impl(std::shared_ptr<const kits::FolderListing> listing) : fListing(std::move(listing))
+    {
+    }
+
+    /// Reads the names unless the listing was handed over.
     status_t Read(int folder, kits::FolderHold hold);
     bool StatNext();
     void Sort();
@@ -44,12 +50,14 @@ private:
     };
 
     bool StatBlock();
+    void SortNames();
     void StatOne(Item* item) const;
     void JoinHelper();
 
-    kits::FolderListing fListing;
+    std::shared_ptr<const kits::FolderListing> fListing;
     std::vector<Item> fItems;  // as listed
-    std::vector<Place> fOrder; // as given to the caller
+    std::vector<Place> fOrder; // as given to the caller; the helper's while it runs
+    bool fIsSorted = false;    // the same
     int fFolder = -1;
     kits::FolderHold fHold;
     std::atomic<size_t> fNextBlock{0};
@@ -59,13 +67,17 @@ private:
 
 status_t BEntryBatch::Impl::Read(int folder, kits::FolderHold hold)
 {
-    const status_t status = fListing.Read(folder);
-    if (status != B_OK) {
-        return status;
+    if (fListing == nullptr) {
+        const auto listing = std::make_shared<kits::FolderListing>();
+        const status_t status = listing->Read(folder);
+        if (status != B_OK) {
+            return status;
+        }
+        fListing = listing;
     }
     fFolder = folder;
     fHold = std::move(hold);
-    const auto& listed = fListing.Items();
+    const auto& listed = fListing->Items();
     fItems.resize(listed.size());
     fOrder.resize(listed.size());
     for (size_t i = 0; i < listed.size(); ++i) {
@@ -74,7 +86,9 @@ status_t BEntryBatch::Impl::Read(int folder, kits::FolderHold hold)
         fOrder[i] = {listed[i].name, static_cast<uint32>(i)};
     }
     if (fItems.size() >= kHelpedFrom) {
+        // Sorting needs the names alone, so that it is done beside the caller's reading.
         fHelper = std::thread([this] {
+            SortNames();
             while (StatBlock()) {
             }
         });
@@ -133,6 +147,15 @@ void BEntryBatch::Impl::JoinHelper()
 
 void BEntryBatch::Impl::Sort()
 {
+    JoinHelper();
+    if (!fIsSorted) {
+        SortNames();
+    }
+}
+
+void BEntryBatch::Impl::SortNames()
+{
+    fIsSorted = true;
     std::sort(fOrder.begin(), fOrder.end(),
               [](const Place& a, const Place& b) { return std::strcmp(a.name, b.name) < 0; });
 }
@@ -147,7 +170,25 @@ status_t BEntryBatch::SetTo(const BDirectory& directory)
     if (directory.InitCheck() != B_OK) {
         return B_NO_INIT;
     }
-    auto read = std::make_unique<Impl>();
+    return Take(directory, std::make_unique<Impl>(nullptr));
+}
+
+status_t BEntryBatch::SetTo(const BDirectory& directory, uint32 watchFlags,
+                            const BMessenger& target, status_t* watchStatus)
+{
+    fImpl.reset();
+    node_ref node;
+    const status_t status = directory.GetNodeRef(&node);
+    if (status != B_OK) {
+        return status;
+    }
+    std::shared_ptr<const kits::FolderListing> listing;
+    *watchStatus = kits::NodeWatcher::Get().Watch(&node, watchFlags, target, &listing);
+    return Take(directory, std::make_unique<Impl>(std::move(listing)));
+}
+
+status_t BEntryBatch::Take(const BDirectory& directory, std::unique_ptr<Impl> read)
+{
     const status_t status = read->Read(directory.Descriptor(), directory.Folder());
     if (status == B_OK) {
         fImpl = std::move(read);

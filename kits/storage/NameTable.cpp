@@ -1,5 +1,7 @@
 #include "NameTable.h"
 
+#include "FolderListing.h"
+
 #include <functional>
 
 namespace kits {
@@ -37,6 +39,22 @@ void NameTable::Rehash(size_t slots)
     fSlots.assign(slots, kFree);
     for (size_t i = 0; i < fEntries.size(); ++i) {
         fSlots[SlotOf(NameAt(i))] = static_cast<uint32>(i);
+    }
+}
+
+void NameTable::Fill(const FolderListing& listing)
+{
+    const size_t count = fEntries.size() + listing.Items().size();
+    size_t slots = kFirstSlots;
+    while (count * 4 >= slots * 3) {
+        slots *= 2;
+    }
+    if (slots > fSlots.size()) {
+        Rehash(slots);
+    }
+    fEntries.reserve(count);
+    for (const FolderListing::Item& item : listing.Items()) {
+        Set(item.name, item.node);
     }
 }
 

@@ -7,11 +7,15 @@
 
 namespace kits {
 
+class FolderListing;
+
 /// The names in a folder with their node numbers: what the kernel's notices leave out. Some 50
 /// bytes an entry.
 class NameTable
 {
 public:
+    /// Adds the names of a listing.
+    void Fill(const FolderListing& listing);
     /// Adds a name or gives it another node.
     void Set(std::string_view name, ino_t node);
     /// False when the name is unknown; `node` is unchanged then.

@@ -1,6 +1,5 @@
 #include "NodeWatcher.h"
 
-#include "FolderListing.h"
 #include "PathLookup.h"
 #include "support/ErrnoTable.h"
 
@@ -51,24 +50,23 @@ private:
     std::optional<status_t> fStatus;
 };
 
-status_t ReadNamesOf(int folder, NameTable* names)
+} // namespace
+
+NameTable& NodeWatcher::Folder::Names()
 {
-    FolderListing listing;
-    const UniqueFd open(sys::OpenAt(folder, ".", O_RDONLY | O_DIRECTORY));
-    if (!open.IsOpen()) {
-        return open.Get();
+    if (listing != nullptr) {
+        table.Fill(*listing);
+        listing.reset();
     }
-    const status_t status = listing.Read(open.Get());
-    if (status != B_OK) {
-        return status;
-    }
-    for (const FolderListing::Item& item : listing.Items()) {
-        names->Set(item.name, item.node);
-    }
-    return B_OK;
+    return table;
 }
 
-} // namespace
+void NodeWatcher::Folder::ForgetNames()
+{
+    listing.reset();
+    table.Clear();
+    hasNames = false;
+}
 
 NodeWatcher& NodeWatcher::Get()
 {
@@ -97,7 +95,8 @@ status_t NodeWatcher::Call(const std::function<status_t()>& task)
     return answer->Wait();
 }
 
-status_t NodeWatcher::Watch(const node_ref* node, uint32 flags, const BMessenger& target)
+status_t NodeWatcher::Watch(const node_ref* node, uint32 flags, const BMessenger& target,
+                            std::shared_ptr<const FolderListing>* listing)
 {
     if (!target.IsValid() || (node == nullptr && (flags & B_WATCH_MOUNT) == 0)) {
         return B_BAD_VALUE;
@@ -113,7 +112,7 @@ status_t NodeWatcher::Watch(const node_ref* node, uint32 flags, const BMessenger
             fMountTargets.Add(target, B_WATCH_MOUNT);
         }
         return node == nullptr || flags == B_WATCH_MOUNT ? status_t(B_OK)
-                                                         : AddWatch(*node, flags, target);
+                                                         : AddWatch(*node, flags, target, listing);
     });
 }
 
@@ -141,7 +140,8 @@ status_t NodeWatcher::StopWatching(const BMessenger& target)
     });
 }
 
-status_t NodeWatcher::AddWatch(const node_ref& node, uint32 flags, const BMessenger& target)
+status_t NodeWatcher::AddWatch(const node_ref& node, uint32 flags, const BMessenger& target,
+                               std::shared_ptr<const FolderListing>* listing)
 {
     const FolderHold hold = FolderTable::Get().Find(node.device, node.node);
     if (!hold) {
@@ -160,8 +160,15 @@ status_t NodeWatcher::AddWatch(const node_ref& node, uint32 flags, const BMessen
     status_t status = AddFolder(hold, kFolderMask, &folder);
     // Names are read after the watch is there, so none is missed in between.
     if (status == B_OK && !folder->hasNames) {
-        status = ReadNames(folder, &folder->names);
-        folder->hasNames = status == B_OK;
+        const auto read = std::make_shared<FolderListing>();
+        status = ReadNames(folder, read.get());
+        if (status == B_OK) {
+            folder->listing = read;
+            folder->hasNames = true;
+            if (listing != nullptr) {
+                *listing = read;
+            }
+        }
     }
     if (status != B_OK) {
         if (folder != nullptr) {
@@ -210,8 +217,8 @@ status_t NodeWatcher::AddStatWatch(const node_ref& node, const BMessenger& targe
         if ((folder->targets.FlagsOf(target) & B_WATCH_STAT) != 0) {
             return B_OK; // all files of the folder are watched already
         }
-        for (size_t i = 0; i < folder->names.Count(); ++i) {
-            if (folder->names.NodeAt(i) == node.node) {
+        for (size_t i = 0; i < folder->Names().Count(); ++i) {
+            if (folder->Names().NodeAt(i) == node.node) {
                 folder->targets.Add(target, B_WATCH_STAT);
                 return B_OK;
             }
@@ -220,11 +227,15 @@ status_t NodeWatcher::AddStatWatch(const node_ref& node, const BMessenger& targe
     return B_ENTRY_NOT_FOUND;
 }
 
-status_t NodeWatcher::ReadNames(Folder* folder, NameTable* names) const
+status_t NodeWatcher::ReadNames(Folder* folder, FolderListing* listing) const
 {
-    OpenFolder open;
-    const status_t status = FolderTable::Get().Open(folder->hold, &open);
-    return status == B_OK ? ReadNamesOf(open->Get(), names) : status;
+    OpenFolder known;
+    const status_t status = FolderTable::Get().Open(folder->hold, &known);
+    if (status != B_OK) {
+        return status;
+    }
+    const UniqueFd open(sys::OpenAt(known->Get(), ".", O_RDONLY | O_DIRECTORY));
+    return open.IsOpen() ? listing->Read(open.Get()) : status_t(open.Get());
 }
 
 void NodeWatcher::Guard(Folder* folder)
@@ -276,8 +287,7 @@ void NodeWatcher::ForgetIfUnwatched(int watch)
         return;
     }
     if (folder->guarded > 0) {
-        folder->names.Clear();
-        folder->hasNames = false;
+        folder->ForgetNames();
         return;
     }
     ::inotify_rm_watch(fInotify.Get(), watch);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FolderListing.h"
 #include "FolderTable.h"
 #include "MountTable.h"
 #include "NameTable.h"
@@ -28,7 +29,10 @@ class NodeWatcher
 public:
     static NodeWatcher& Get();
 
-    status_t Watch(const node_ref* node, uint32 flags, const BMessenger& target);
+    /// `listing` takes the names as they were read for the watch, for a caller who would read them
+    /// next; null when the folder was watched before and they were not read again.
+    status_t Watch(const node_ref* node, uint32 flags, const BMessenger& target,
+                   std::shared_ptr<const FolderListing>* listing = nullptr);
     status_t StopWatching(const BMessenger& target);
 
 private:
@@ -38,7 +42,10 @@ private:
         int watch = -1;
         node_ref node;
         FolderHold hold;
-        NameTable names;
+        // A table is made of the listing when the first notice comes: most folders are left
+        // without one.
+        std::shared_ptr<const FolderListing> listing;
+        NameTable table;
         WatchTargets targets;
         bool hasNames = false;
         // Where it lies itself, for notices about it.
@@ -48,6 +55,9 @@ private:
         // kernel does not.
         int guard = -1;
         int32 guarded = 0; // how many folders below have their guard here
+
+        NameTable& Names();
+        void ForgetNames();
     };
 
     struct Event
@@ -76,10 +86,11 @@ private:
     void RunTasks();
     int PollTimeout() const;
 
-    status_t AddWatch(const node_ref& node, uint32 flags, const BMessenger& target);
+    status_t AddWatch(const node_ref& node, uint32 flags, const BMessenger& target,
+                      std::shared_ptr<const FolderListing>* listing);
     status_t AddFolder(const FolderHold& hold, uint32 mask, Folder** added);
     status_t AddStatWatch(const node_ref& node, const BMessenger& target);
-    status_t ReadNames(Folder* folder, NameTable* names) const;
+    status_t ReadNames(Folder* folder, FolderListing* listing) const;
     void Guard(Folder* folder);
     void Unguard(Folder* folder);
     void RemoveTarget(Folder* folder, const BMessenger& target);

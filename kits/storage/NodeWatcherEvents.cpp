@@ -143,7 +143,7 @@ void NodeWatcher::Created(Folder* folder, std::string_view name)
     if (!st) {
         return; // gone again; its removal is not told either
     }
-    folder->names.Set(name, st->st_ino);
+    folder->Names().Set(name, st->st_ino);
     BMessage notice =
         EntryNotice(B_ENTRY_CREATED, {st->st_dev, folder->node.node, st->st_ino, name});
     folder->targets.Send(notice, B_WATCH_DIRECTORY);
@@ -152,7 +152,7 @@ void NodeWatcher::Created(Folder* folder, std::string_view name)
 void NodeWatcher::Removed(Folder* folder, std::string_view name)
 {
     ino_t node = 0;
-    if (!folder->names.Remove(name, &node)) {
+    if (!folder->Names().Remove(name, &node)) {
         return;
     }
     fStats.erase({folder->watch, node});
@@ -164,10 +164,10 @@ void NodeWatcher::Removed(Folder* folder, std::string_view name)
 void NodeWatcher::ReplaceExisting(Folder* folder, std::string_view name, ino_t byNode)
 {
     ino_t old = 0;
-    if (!folder->names.Find(name, &old) || old == byNode) {
+    if (!folder->Names().Find(name, &old) || old == byNode) {
         return;
     }
-    folder->names.Remove(name, &old);
+    folder->Names().Remove(name, &old);
     fStats.erase({folder->watch, old});
     BMessage notice =
         EntryNotice(B_ENTRY_REMOVED, {folder->node.device, folder->node.node, old, name});
@@ -179,7 +179,7 @@ void NodeWatcher::Moved(Folder* from, std::string_view fromName, Folder* to,
                         std::string_view toName)
 {
     ino_t node = 0;
-    const bool wasKnown = from->names.Remove(fromName, &node);
+    const bool wasKnown = from->Names().Remove(fromName, &node);
     const auto st = StatOf(to, toName);
     if (!wasKnown) {
         if (!st) {
@@ -189,9 +189,9 @@ void NodeWatcher::Moved(Folder* from, std::string_view fromName, Folder* to,
     }
     fStats.erase({from->watch, node});
     ino_t replaced = 0;
-    const bool replaces = to->names.Find(toName, &replaced);
+    const bool replaces = to->Names().Find(toName, &replaced);
     ReplaceExisting(to, toName, node);
-    to->names.Set(toName, node);
+    to->Names().Set(toName, node);
     const NoticeEntry entry{to->node.device, to->node.node, node, toName};
     // An entry that was renamed before anyone heard of it is a new one, unless it takes a listed
     // one's place.
@@ -223,7 +223,7 @@ void NodeWatcher::MovedIn(Folder* to, std::string_view name)
         return;
     }
     ReplaceExisting(to, name, st->st_ino);
-    to->names.Set(name, st->st_ino);
+    to->Names().Set(name, st->st_ino);
     BMessage notice =
         MoveNotice({st->st_dev, to->node.node, st->st_ino, name}, 0, to->node.node, {});
     to->targets.Send(notice, B_WATCH_DIRECTORY);
@@ -232,7 +232,7 @@ void NodeWatcher::MovedIn(Folder* to, std::string_view name)
 void NodeWatcher::MovedAway(Folder* from, std::string_view name)
 {
     ino_t node = 0;
-    if (!from->names.Remove(name, &node)) {
+    if (!from->Names().Remove(name, &node)) {
         return;
     }
     fStats.erase({from->watch, node});
@@ -244,7 +244,7 @@ void NodeWatcher::MovedAway(Folder* from, std::string_view name)
 void NodeWatcher::Changed(Folder* folder, std::string_view name)
 {
     ino_t node = 0;
-    if (!folder->targets.AnyWants(B_WATCH_STAT) || !folder->names.Find(name, &node)) {
+    if (!folder->targets.AnyWants(B_WATCH_STAT) || !folder->Names().Find(name, &node)) {
         return;
     }
     // Gathered by node here and sent once per node, after all that was read has been worked
@@ -349,11 +349,13 @@ void NodeWatcher::RereadAll()
 
 void NodeWatcher::Reread(Folder* folder)
 {
-    NameTable names;
-    if (ReadNames(folder, &names) != B_OK) {
+    FolderListing listing;
+    if (ReadNames(folder, &listing) != B_OK) {
         return;
     }
-    const NameTable before = folder->names;
+    NameTable names;
+    names.Fill(listing);
+    const NameTable before = folder->Names();
     for (size_t i = 0; i < before.Count(); ++i) {
         ino_t node = 0;
         if (!names.Find(before.NameAt(i), &node) || node != before.NodeAt(i)) {
@@ -363,7 +365,7 @@ void NodeWatcher::Reread(Folder* folder)
     for (size_t i = 0; i < names.Count(); ++i) {
         const std::string_view name = names.NameAt(i);
         ino_t node = 0;
-        if (!folder->names.Find(name, &node)) {
+        if (!folder->Names().Find(name, &node)) {
             Created(folder, name);
         } else if (folder->targets.AnyWants(B_WATCH_STAT)) {
             // A change that was lost can only lie after what was told last.

@@ -148,7 +148,7 @@ private:
 
     // Listing
     int List(const std::string& path, Complaint complaint);
-    status_t ReadFolder(FolderReader& reader);
+    void ReadRecords(FolderReader& reader);
     void ShowRows(RowList folders, RowList files);
     void DeleteRows();
     void EnterFolder(const DirListItem& row);
@@ -173,7 +173,7 @@ private:
     void EntriesDropped(BMessage* message);
 
     // Live updates
-    status_t BeginWatch(const node_ref& folder);
+    status_t BeginWatch(FolderReader& folder, status_t* watchStatus);
     void EndWatch(const node_ref& folder);
     void TakeWatch(const FolderReader& folder, status_t status, Complaint complaint);
     void EntryCreated(const BMessage& notice);

@@ -56,11 +56,10 @@ int DirView::List(const std::string& path, Complaint complaint)
     status_t watchStatus = B_OK;
     status_t status = reader.Open(path);
     if (status == B_OK) {
-        // The folder is watched before it is read, so that nothing is missed in between.
-        watchStatus = BeginWatch(reader.Node());
-        status = ReadFolder(reader);
+        status = BeginWatch(reader, &watchStatus);
     }
     if (status == B_OK) {
+        ReadRecords(reader);
         RowList folders;
         RowList files;
         reader.TakeRows(DatePattern::For(fDateFormat), folders, files);
@@ -85,12 +84,8 @@ int DirView::List(const std::string& path, Complaint complaint)
     return -1;
 }
 
-status_t DirView::ReadFolder(FolderReader& reader)
+void DirView::ReadRecords(FolderReader& reader)
 {
-    const status_t status = reader.ReadNames();
-    if (status != B_OK) {
-        return status;
-    }
     if (fShowsProgress) {
         fNotifier.SetProgressMax(reader.CountEntries() + 1);
     }
@@ -101,7 +96,6 @@ status_t DirView::ReadFolder(FolderReader& reader)
             told = reader.CountRead();
         }
     }
-    return B_OK;
 }
 
 void DirView::ShowRows(RowList folders, RowList files)

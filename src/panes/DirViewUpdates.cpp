@@ -37,13 +37,13 @@ bool ReadNode(const BMessage& notice, node_ref& node, const char** name)
 
 // The watch
 
-status_t DirView::BeginWatch(const node_ref& folder)
+status_t DirView::BeginWatch(FolderReader& folder, status_t* watchStatus)
 {
     if (Window() == nullptr || fPane == nullptr) {
-        return B_OK; // nobody is there to be told
+        return folder.ReadNames(); // nobody is there to be told
     }
     fWatcher = BMessenger(fPane);
-    return watch_node(&folder, kWatchFlags, fWatcher);
+    return folder.WatchAndReadNames(kWatchFlags, fWatcher, watchStatus);
 }
 
 void DirView::EndWatch(const node_ref& folder)

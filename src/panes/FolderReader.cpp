@@ -25,6 +25,12 @@ status_t FolderReader::ReadNames()
     return fBatch.SetTo(fDirectory);
 }
 
+status_t FolderReader::WatchAndReadNames(uint32 watchFlags, const BMessenger& target,
+                                         status_t* watchStatus)
+{
+    return fBatch.SetTo(fDirectory, watchFlags, target, watchStatus);
+}
+
 entry_ref FolderReader::Ref() const
 {
     entry_ref ref;

@@ -4,6 +4,7 @@
 
 #include <Directory.h>
 #include <EntryBatch.h>
+#include <Messenger.h>
 
 #include <memory>
 #include <string>
@@ -21,6 +22,8 @@ public:
     status_t Open(const std::string& path);
     /// Errors: those of reading a folder.
     status_t ReadNames();
+    /// Has the folder watched for `target` first, so that nothing is missed in between.
+    status_t WatchAndReadNames(uint32 watchFlags, const BMessenger& target, status_t* watchStatus);
     /// How many entries the folder has.
     int32 CountEntries() const { return fBatch.CountItems(); }
     /// Reads some hundred more entries; false when all are there.

@@ -5,6 +5,7 @@
 #include <memory>
 
 class BDirectory;
+class BMessenger;
 struct entry_ref;
 
 /// Reads a whole folder with the stat records of its entries, as a file list needs it. Kit
@@ -41,12 +42,17 @@ public:
     /// Reads the names. `directory` is borrowed until StatNext() has said false. Errors: those of
     /// reading.
     status_t SetTo(const BDirectory& directory);
+    /// Watches the folder as watch_node() does, then reads the names; watch and batch share one
+    /// reading. `watchStatus` takes the watch's status; the names are read also without a watch.
+    status_t SetTo(const BDirectory& directory, uint32 watchFlags, const BMessenger& target,
+                   status_t* watchStatus);
     int32 CountItems() const;
     /// Reads the records of some hundred more entries; false when all are there.
     bool StatNext();
     /// How many records have been read.
     int32 CountStatted() const;
-    /// Brings the items into byte order of their names. All records have been read by then.
+    /// Brings the items into byte order of their names; before, their order is unspecified. All
+    /// records have been read by then.
     void Sort();
     const Item& ItemAt(int32 index) const;
     /// The ref of an item, which holds the folder.
@@ -54,5 +60,8 @@ public:
 
 private:
     class Impl;
+
+    status_t Take(const BDirectory& directory, std::unique_ptr<Impl> read);
+
     std::unique_ptr<Impl> fImpl;
 };
