@@ -7,6 +7,7 @@
 #include "app/DisplayHooks.h"
 #include "app/LooperCore.h"
 #include "app/QuitRound.h"
+#include "kernel/ThreadEnds.h"
 
 #include <fstream>
 #include <iterator>
@@ -229,6 +230,7 @@ void BApplication::EndOtherLoopers()
     };
     endAll(true);
     endAll(false);
+    kits::JoinEndedThreads();
 }
 
 void BApplication::StopDisplay()

@@ -7,6 +7,7 @@
 #include "app/Guards.h"
 #include "app/LooperRegistry.h"
 #include "app/MessageDelivery.h"
+#include "kernel/ThreadEnds.h"
 
 #include <utility>
 
@@ -285,6 +286,8 @@ void LooperCore::SayEnded()
         listener = std::move(fEndListener);
     }
     fEnd.Broadcast();
+    // Before it leaves the registry: whoever finds it there no more can still wait for it.
+    AnnounceThreadEnd();
     LooperRegistry::RemoveThread(this);
     if (listener != nullptr) {
         listener->Wake();

@@ -1,5 +1,6 @@
 #include <OS.h>
 
+#include "kernel/ThreadEnds.h"
 #include "support/Mutex.h"
 
 #include <cstdio>
@@ -11,6 +12,8 @@
 #include <sys/resource.h>
 #include <unistd.h>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -28,7 +31,8 @@ struct Thread
     bool isStarted = false;
     bool hasEnded = false;
     bool hasHandle = false;
-    pthread_t handle{}; // valid from when it is set until the thread has ended
+    bool isToBeJoined = false; // already among those that end
+    pthread_t handle{};        // valid from when it is set until the thread has ended
     status_t result = B_OK;
 };
 
@@ -38,7 +42,9 @@ using ThreadRef = std::shared_ptr<Thread>;
 struct ThreadTable
 {
     Mutex mutex;
-    Condition end; // some thread has ended
+    Condition end;                                   // some thread has ended, or was joined
+    std::vector<pthread_t> ending GUARDED_BY(mutex); // spawned here, to be joined
+    size_t joining GUARDED_BY(mutex) = 0;            // of those, taken by a thread that joins them
     std::unordered_map<thread_id, ThreadRef> threads GUARDED_BY(mutex);
     thread_id lastId GUARDED_BY(mutex) = 0;
 };
@@ -80,6 +86,13 @@ thread_id Enter(const ThreadRef& thread)
     return thread->id;
 }
 
+void JoinLater(ThreadTable& table, Thread& thread) REQUIRES(table.mutex)
+{
+    if (thread.function != nullptr && !std::exchange(thread.isToBeJoined, true)) {
+        table.ending.push_back(thread.handle);
+    }
+}
+
 void Leave(thread_id id, status_t result)
 {
     ThreadTable& table = Table();
@@ -90,6 +103,7 @@ void Leave(thread_id id, status_t result)
     }
     found->second->hasEnded = true;
     found->second->result = result;
+    JoinLater(table, *found->second);
     table.threads.erase(found);
     table.end.Broadcast();
 }
@@ -160,12 +174,9 @@ void* RunThread(void* argument)
 status_t StartThread(const ThreadRef& thread)
 {
     auto argument = std::make_unique<ThreadRef>(thread);
-    pthread_attr_t attributes;
-    ::pthread_attr_init(&attributes);
-    ::pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);
+    kits::JoinEndedThreads(); // so that their stacks do not gather
     pthread_t handle;
-    const int error = ::pthread_create(&handle, &attributes, RunThread, argument.get());
-    ::pthread_attr_destroy(&attributes);
+    const int error = ::pthread_create(&handle, nullptr, RunThread, argument.get());
     if (error != 0) {
         MutexLock lock(Table().mutex);
         thread->isStarted = false;
@@ -183,6 +194,36 @@ ThreadRef FindById(ThreadTable& table, thread_id id) REQUIRES(table.mutex)
 }
 
 } // namespace
+
+void kits::AnnounceThreadEnd()
+{
+    ThreadTable& table = Table();
+    MutexLock lock(table.mutex);
+    const ThreadRef thread = FindById(table, tThreadId);
+    if (thread != nullptr) {
+        JoinLater(table, *thread);
+    }
+}
+
+void kits::JoinEndedThreads()
+{
+    ThreadTable& table = Table();
+    std::vector<pthread_t> mine;
+    {
+        MutexLock lock(table.mutex);
+        mine.swap(table.ending);
+        table.joining += mine.size();
+    }
+    for (const pthread_t thread : mine) {
+        ::pthread_join(thread, nullptr);
+    }
+    MutexLock lock(table.mutex);
+    table.joining -= mine.size();
+    table.end.Broadcast();
+    while (table.joining > 0) {
+        table.end.Wait(table.mutex);
+    }
+}
 
 thread_id spawn_thread(thread_func function, const char* name, int32 priority, void* data)
 {
@@ -234,13 +275,16 @@ status_t wait_for_thread(thread_id id, status_t* returnValue)
     if (thread == nullptr || started == B_NO_MORE_THREADS) {
         return started;
     }
-    MutexLock lock(table.mutex);
-    while (!thread->hasEnded) {
-        table.end.Wait(table.mutex);
+    {
+        MutexLock lock(table.mutex);
+        while (!thread->hasEnded) {
+            table.end.Wait(table.mutex);
+        }
+        if (returnValue != nullptr) {
+            *returnValue = thread->result;
+        }
     }
-    if (returnValue != nullptr) {
-        *returnValue = thread->result;
-    }
+    kits::JoinEndedThreads();
     return B_OK;
 }
 

@@ -29,6 +29,26 @@ status_t WaitAtGate(void* data)
     return 7;
 }
 
+std::atomic<bool> gIsCleanedUp{false};
+
+/// What a library may keep per thread.
+struct SlowToClean
+{
+    ~SlowToClean()
+    {
+        snooze(20000);
+        gIsCleanedUp = isUsed;
+    }
+    bool isUsed = false;
+};
+
+status_t KeepSomething(void*)
+{
+    thread_local SlowToClean kept;
+    kept.isUsed = true;
+    return B_OK;
+}
+
 } // namespace
 
 TEST(ThreadsTest, WaitStartsTheThreadAndTellsItsResult)
@@ -41,6 +61,16 @@ TEST(ThreadsTest, WaitStartsTheThreadAndTellsItsResult)
     EXPECT_EQ(wait_for_thread(thread, &result), B_OK);
 
     EXPECT_EQ(result, 42);
+}
+
+TEST(ThreadsTest, WaitsUntilWhatTheThreadKeptIsCleanedUp)
+{
+    gIsCleanedUp = false;
+    const thread_id thread = spawn_thread(KeepSomething, "keeps", B_NORMAL_PRIORITY, nullptr);
+
+    EXPECT_EQ(wait_for_thread(thread, nullptr), B_OK);
+
+    EXPECT_TRUE(gIsCleanedUp);
 }
 
 TEST(ThreadsTest, WaitTellsTheResultOfAThreadThatRuns)
