@@ -62,16 +62,20 @@ public:
         Run();
     }
 
+    ~TestWindow() override { snooze(fEndTakes); }
+
     bool QuitRequested() override
     {
         ++sAsked;
         return fAgrees();
     }
+    void SetEndTakes(bigtime_t time) { fEndTakes = time; }
 
     static std::atomic<int> sAsked;
 
 private:
     std::function<bool()> fAgrees;
+    std::atomic<bigtime_t> fEndTakes{0};
 };
 
 std::atomic<int> TestWindow::sAsked{0};
@@ -251,14 +255,10 @@ TEST_F(ApplicationTest, WaitsForABusyWindowAndServesOthersMeanwhile)
 
 TEST_F(ApplicationTest, WaitsForAWindowThatTakesLongToEnd)
 {
-    class SlowToEnd : public TestWindow
-    {
-    public:
-        using TestWindow::TestWindow;
-        ~SlowToEnd() override { snooze(50000); } // long after its answer has come
-    };
     TestApplication application;
-    (new SlowToEnd(fRecord))->TellEndTo(fEnd);
+    auto* window = new TestWindow(fRecord);
+    window->TellEndTo(fEnd);
+    window->SetEndTakes(50000); // long after its answer has come
     application.PostMessage(B_QUIT_REQUESTED);
 
     application.Run();
