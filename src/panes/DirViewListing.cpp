@@ -7,6 +7,7 @@
 #include "settings/MsgBox.h"
 
 #include <Entry.h>
+#include <OS.h>
 #include <Path.h>
 #include <ScrollBar.h>
 #include <Window.h>
@@ -37,6 +38,25 @@ std::string UnreadableText(const std::string& path, status_t status)
         return "Not enough memory to traverse the directory.";
     default:
         return "The directory, " + path + ", cannot be read.";
+    }
+}
+
+// Beyond so many rows giving their memory back takes longer than an answer to a key may.
+constexpr int32 kManyRows = 20'000;
+
+int32 DeleteRowList(void* rows)
+{
+    delete static_cast<std::vector<std::unique_ptr<DirListItem>>*>(rows);
+    return B_OK;
+}
+
+/// Deletes the rows on a thread of its own, or here when there is none.
+void DeleteInBackground(std::unique_ptr<std::vector<std::unique_ptr<DirListItem>>> rows)
+{
+    const thread_id thread =
+        spawn_thread(&DeleteRowList, "row deleter", B_LOW_PRIORITY, rows.get());
+    if (thread >= 0 && resume_thread(thread) == B_OK) {
+        [[maybe_unused]] const auto* taken = rows.release(); // adopted by the thread
     }
 }
 
@@ -165,9 +185,10 @@ void DirView::Clear()
 void DirView::DeleteRows()
 {
     const int32 count = CountItems();
-    RowList rows(static_cast<std::size_t>(count)); // deleted once the list has let go of them
+    // Deleted once the list has let go of them.
+    auto rows = std::make_unique<RowList>(static_cast<std::size_t>(count));
     for (int32 i = 0; i < count; i++) {
-        rows[static_cast<std::size_t>(i)].reset(RowAt(i));
+        (*rows)[static_cast<std::size_t>(i)].reset(RowAt(i));
     }
     fMeasure.Cancel();
     fAnchor = nullptr;
@@ -179,6 +200,9 @@ void DirView::DeleteRows()
     fTotals = {};
     fMovedIn.clear();
     MakeEmpty();
+    if (count > kManyRows) {
+        DeleteInBackground(std::move(rows));
+    }
 }
 
 void DirView::Refresh()
