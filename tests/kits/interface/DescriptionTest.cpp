@@ -23,11 +23,19 @@ protected:
     {
         auto* list = new BListView(BRect(10, 20, 109, 79), "names");
         for (int32 row = 0; row < rows; ++row) {
-            list->AddItem(new BStringItem(("row " + std::to_string(row)).c_str()));
+            fRows.push_back(std::make_unique<BStringItem>(("row " + std::to_string(row)).c_str()));
+            list->AddItem(fRows.back().get());
         }
         fWindow->AddChild(list);
         return list;
     }
+    void TearDown() override
+    {
+        WindowFixture::TearDown(); // the list first, which borrows its rows
+        fRows.clear();
+    }
+
+    std::vector<std::unique_ptr<BListItem>> fRows;
 };
 
 TEST_F(DescriptionTest, NamesTheWindowAndItsControls)
@@ -76,7 +84,7 @@ TEST_F(DescriptionTest, RowsKeepTheirNumbers)
     const auto before = Describe()->children.at(0);
     const int32 second = before->children.at(1)->id;
 
-    delete list->RemoveItem(0);
+    list->RemoveItem(0);
     const auto after = Describe()->children.at(0);
 
     EXPECT_EQ(after->children.at(0)->id, second);

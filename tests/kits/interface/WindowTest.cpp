@@ -1,5 +1,7 @@
 #include "WindowFixture.h"
 
+#include <app/LooperCore.h>
+
 #include <Message.h>
 
 #include <cmath>
@@ -126,7 +128,7 @@ TEST_F(WindowTest, QuitFromAnotherThreadReturnsWhenItIsGone)
     ASSERT_TRUE(fWindow->Lock());
     fWindow->Quit();
 
-    EXPECT_FALSE(fWindow->Lock());
+    EXPECT_EQ(kits::LooperCore::CoreOf(fWindow), nullptr);
     fWindow = nullptr;
     EXPECT_EQ(CountShown("Resizing"), 0);
 }
