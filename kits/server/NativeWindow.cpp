@@ -283,14 +283,35 @@ void NativeWindow::Destroy()
 
 void NativeWindow::Activate()
 {
+    ServerState& state = ServerState::Get();
     if (!fIsShown) {
         return;
     }
-    if (!ServerState::Get().givesFocusUnasked) {
+    // Asked for before the alert came, it would take the keyboard from it, and cover it.
+    NativeWindow* modal =
+        state.router.IsBlocked(fToken) ? state.windows.Find(state.router.TopmostModal()) : nullptr;
+    if (modal != nullptr && modal != this) {
+        modal->Activate();
+        return;
+    }
+    Raise();
+    fSurface->requestActivate();
+}
+
+// Without a window manager nobody else keeps dialogs above their opener.
+void NativeWindow::Raise()
+{
+    ServerState& state = ServerState::Get();
+    if (!state.givesFocusUnasked) {
         fSurface->raise();
     }
-    ServerState::Get().windows.Raise(fToken);
-    fSurface->requestActivate();
+    state.windows.Raise(fToken);
+    for (const int32 token : std::vector<int32>(state.windows.Shown())) {
+        NativeWindow* window = state.windows.Find(token);
+        if (window != nullptr && window != this && window->ShownOpener() == this) {
+            window->Raise();
+        }
+    }
 }
 
 void NativeWindow::Minimize(bool minimize)

@@ -77,6 +77,7 @@ private:
     void ApplyFrame();
     const NativeWindow* ShownOpener() const;
     int32 KeysOpener() const;
+    void Raise();
     void HandOverKeys(int32 from);
     void Leave();
     void PresentRegion(bool isAll);

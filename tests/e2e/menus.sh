@@ -1,0 +1,150 @@
+#!/usr/bin/env bash
+# The main menu by mouse and by keys. What an item did is seen in what is on the screen and on disk.
+# Usage: menus.sh NORVANE-BINARY wm|bare
+. "$(dirname "$0")/lib.sh"
+
+mkdir -p "$base/left/sub" "$base/right"
+printf 'a file\n' >"$base/left/file"
+
+start_desktop 1280x800 "${2:-wm}" || fail "no desktop"
+write_settings "$base/left" "$base/right"
+xdotool mousemove 700 500
+start_norvane
+
+# An open menu is a window without a title, over the main window.
+menus() {
+    local id count=0
+    for id in $(xdotool search --onlyvisible --class norvane 2>/dev/null); do
+        xwininfo -id "$id" | grep -q 'Override Redirect State: yes' && count=$((count + 1))
+    done
+    echo $count
+}
+menu_open() { [ "$(menus)" = 1 ]; }
+menu_closed() { [ "$(menus)" = 0 ]; }
+about_shown() { window_shown "About Norvane"; }
+about_gone() { window_gone "About Norvane"; }
+at() { xdotool mousemove --window "$(window_id Norvane)" "$1" "$2"; }
+press() { xdotool mousedown 1; }
+release() { xdotool mouseup 1; }
+
+file="18 11"
+navigation="74 11"
+about="40 142"
+rename="40 51"
+row_of_file="400 116"
+
+what="click, click"
+at $file; press; release
+expect "$what: no menu" menu_open
+shot menus-file
+at $about; press; release
+expect "$what: no about box" about_shown
+menu_closed || fail "$what: the menu stayed"
+dismiss "About Norvane"
+expect "$what: no focus" window_focused Norvane
+
+what="press, drag, release"
+at $file; press
+expect "$what: no menu" menu_open
+for y in 40 80 120; do at 40 $y; sleep 0.05; done
+at $about; sleep 0.1; release
+expect "$what: no about box" about_shown
+dismiss "About Norvane"
+expect "$what: no focus" window_focused Norvane
+
+what="drag through the bar and out"
+at $file; press
+expect "$what: no menu" menu_open
+at $navigation; sleep 0.2
+menu_open || fail "$what: $(menus) menus are open"
+shot menus-navigation
+at 600 400; sleep 0.2; release
+expect "$what: the menu stayed" menu_closed
+
+what="a disabled item"
+at $file; press; release
+expect "$what: no menu" menu_open
+at $rename; sleep 0.1; press; release
+sleep 0.3
+[ "$(menus)" -le 1 ] || fail "$what: opened something"
+key Escape
+expect "$what: the menu stayed" menu_closed
+
+# The press that closes a menu does nothing else: the row below it is not selected, the next one is.
+what="a click outside"
+key Home
+at $file; press; release
+expect "$what: no menu" menu_open
+at $row_of_file; press; release
+expect "$what: the menu stayed" menu_closed
+key F5
+sleep 0.5
+[ -z "$(ls "$base/right")" ] || fail "$what: it selected a row"
+at $row_of_file; press; release
+sleep 0.3
+key F5
+arrived() { same_files "$base/left/file" "$base/right/file"; }
+expect "$what: the next click selected nothing" arrived
+expect "the operation window stayed" window_gone Copy
+rm "$base/right/file"
+
+what="F10, letters, Return"
+key F10
+expect "$what: no menu" menu_open
+key a
+shot menus-letter
+key Return
+expect "$what: no about box" about_shown
+dismiss "About Norvane"
+expect "$what: no focus" window_focused Norvane
+
+what="Alt alone, arrows"
+key alt
+expect "$what: no menu" menu_open
+key Right Left
+menu_open || fail "$what: $(menus) menus are open"
+# Over the separator and past what cannot be chosen: Open, Calculate, About.
+key Home Down Down Return
+expect "$what: no about box" about_shown
+dismiss "About Norvane"
+expect "$what: no focus" window_focused Norvane
+
+what="Escape"
+key F10 Down
+expect "$what: no menu" menu_open
+key Escape
+expect "$what: the menu stayed" menu_closed
+key End F5
+expect "$what: the list has no keys" arrived
+expect "the operation window stayed" window_gone Copy
+
+what="Alt with a letter"
+xdotool keydown alt key x keyup alt
+sleep 0.3
+menu_closed || fail "$what: a menu opened"
+
+what="fast drags"
+for round in $(seq 4); do
+    at $file; press; at 40 40; at $about; release
+    expect "$what, $round: no about box" about_shown
+    dismiss "About Norvane"
+    expect "$what, $round: the box stayed" about_gone
+done
+menu_closed || fail "$what: a menu stayed"
+
+# At the screen's edge the menu is moved onto it.
+what="the edge"
+xdotool windowmove "$(window_id Norvane)" 1000 700
+sleep 0.5
+at $navigation; press; release
+expect "$what: no menu" menu_open
+shot menus-edge
+for id in $(xdotool search --onlyvisible --class norvane); do
+    xwininfo -id "$id" | grep -q 'Override Redirect State: yes' || continue
+    eval "$(xdotool getwindowgeometry --shell "$id")"
+    [ "$X" -ge 0 ] && [ "$Y" -ge 0 ] && [ $((X + WIDTH)) -le 1280 ] && [ $((Y + HEIGHT)) -le 800 ] ||
+        fail "$what: the menu is at $X,$Y, ${WIDTH}x$HEIGHT"
+done
+key Escape
+expect "$what: the menu stayed" menu_closed
+quit_norvane
