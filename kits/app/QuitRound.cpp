@@ -20,7 +20,8 @@ bool QuitRound::Run()
 {
     do {
         AskNewWindows(); // also those that were opened since, as questions about unsaved work are
-        if (IsDecided()) {
+        // The last to end may have opened one after the others were asked.
+        if (IsDecided() && !AskNewWindows()) {
             return std::none_of(fQuestions.begin(), fQuestions.end(),
                                 [](const Question& q) { return q.state == State::kRefused; });
         }
@@ -29,8 +30,9 @@ bool QuitRound::Run()
     return true;
 }
 
-void QuitRound::AskNewWindows()
+bool QuitRound::AskNewWindows()
 {
+    const size_t before = fQuestions.size();
     for (const std::shared_ptr<LooperCore>& core : LooperCore::All()) {
         const bool isAsked = std::any_of(fQuestions.begin(), fQuestions.end(),
                                          [&](const Question& q) { return q.window == core; });
@@ -43,33 +45,39 @@ void QuitRound::AskNewWindows()
         core->Post(std::move(request));
         fQuestions.push_back({core, answer});
     }
+    return fQuestions.size() > before;
 }
 
 bool QuitRound::IsDecided()
 {
     bool isDecided = true;
     for (Question& question : fQuestions) {
-        if (question.state == State::kAsked) {
-            LookAt(question);
-        }
-        isDecided = isDecided && question.state != State::kAsked;
+        LookAt(question);
+        isDecided =
+            isDecided && (question.state == State::kRefused || question.state == State::kEnded);
     }
     return isDecided;
 }
 
 void QuitRound::LookAt(Question& question)
 {
+    if (question.state == State::kRefused || question.state == State::kEnded) {
+        return;
+    }
     if (question.window->HasEnded(fApplication)) {
         question.state = State::kEnded;
         return;
     }
+    BMessage answer;
+    // An answer is there once only: looked at again, the window that agreed and has not begun to
+    // end would seem to have said nothing.
+    if (question.state == State::kLeaving || question.answer->Wait(&answer, 0) != B_OK) {
+        return;
+    }
     // A window that handled the request without an answer stays, as one that refused. One that is
     // about to end drops the request unanswered.
-    BMessage answer;
-    const status_t status = question.answer->Wait(&answer, 0);
-    if (status == B_OK && !answer.GetBool("result", false) && !question.window->IsEnding()) {
-        question.state = State::kRefused;
-    }
+    const bool isLeaving = answer.GetBool("result", false) || question.window->IsEnding();
+    question.state = isLeaving ? State::kLeaving : State::kRefused;
 }
 
 void QuitRound::HandleOneMessage()

@@ -28,6 +28,7 @@ public:
 private:
     enum class State : uint8 {
         kAsked,
+        kLeaving, // agreed, but its thread has not ended yet
         kRefused,
         kEnded,
     };
@@ -39,7 +40,7 @@ private:
         State state = State::kAsked;
     };
 
-    void AskNewWindows();
+    bool AskNewWindows(); // whether there were any
     bool IsDecided();
     void LookAt(Question& question);
     void HandleOneMessage();

@@ -266,6 +266,32 @@ TEST_F(ApplicationTest, WaitsForAWindowThatTakesLongToEnd)
     EXPECT_EQ(fEnd.Count(), 1);
 }
 
+TEST_F(ApplicationTest, BelievesAWindowThatAgreedHoweverOftenItLooks)
+{
+    // Between its answer and its end the application is busy with other messages.
+    class Lingering : public TestWindow
+    {
+    public:
+        using TestWindow::TestWindow;
+        void Quit() override
+        {
+            for (int i = 0; i < 3; i++) {
+                BMessage reply;
+                be_app_messenger.SendMessage('busy', &reply);
+            }
+            TestWindow::Quit();
+        }
+    };
+    TestApplication application;
+    new Lingering(fRecord);
+    application.PostMessage(B_QUIT_REQUESTED);
+
+    application.Run();
+
+    EXPECT_EQ(application.fQuitRequests, 1);
+    EXPECT_EQ(application.CountWindows(), 0);
+}
+
 TEST_F(ApplicationTest, AsksWindowsOpenedDuringTheRound)
 {
     TestApplication application;
