@@ -1,106 +1,17 @@
 #include "fileops/CopyWin.h"
 
-#include "ApplicationEnvironment.h"
-#include "TempTree.h"
-#include "fileops/Operations.h"
+#include "OperationFixture.h"
 
-#include <AppDefs.h>
-#include <Entry.h>
-#include <Looper.h>
-#include <StringView.h>
-
-#include <gtest/gtest.h>
 #include <sys/stat.h>
-
-#include <atomic>
 
 namespace norvane {
 
-using kits::testing::FindView;
 using kits::testing::WaitFor;
 using kits::testing::WaitForNoWindow;
 using kits::testing::WaitForWindow;
 
-namespace {
-
-/// Counts the ends of operations.
-class Listener : public BLooper
+class CopyWinTest : public OperationFixture
 {
-public:
-    void MessageReceived(BMessage* message) override
-    {
-        void* window = nullptr;
-        if (message->what == 511 && message->FindPointer("WindowHandle", &window) == B_OK &&
-            window != nullptr) {
-            ended++;
-        }
-    }
-
-    std::atomic<int> ended{0};
-};
-
-} // namespace
-
-/// Whole operations in their windows.
-class CopyWinTest : public ::testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        fListener = new Listener;
-        fListener->Run();
-        fTree.MakeFolder("to");
-    }
-
-    void TearDown() override
-    {
-        Operations::Resume();
-        EXPECT_TRUE(WaitForNoWindow("Copy"));
-        if (fListener != nullptr && fListener->Lock()) {
-            fListener->Quit();
-        }
-    }
-
-    BMessage Request(const std::vector<std::string>& names, const char* type = "Copy")
-    {
-        BMessage request(B_SIMPLE_DATA);
-        for (const std::string& name : names) {
-            entry_ref ref;
-            EXPECT_EQ(get_ref_for_path(fTree.Path(name).c_str(), &ref), B_OK);
-            request.AddRef("refs", &ref);
-        }
-        request.AddString("TypeOfCopy", type);
-        return request;
-    }
-
-    CopyWin* Start(BMessage request)
-    {
-        return new CopyWin(BRect(0, 0, 1000, 700), "Copy", fTree.Path("to").c_str(), &request,
-                           fListener);
-    }
-
-    bool HasEnded()
-    {
-        return WaitFor([this] { return fListener->ended == 1; });
-    }
-
-    void Answer(const char* button)
-    {
-        BWindow* question = WaitForWindow("Item Exists");
-        ASSERT_NE(question, nullptr);
-        ASSERT_TRUE(kits::testing::WaitUntilAnswers(question));
-        kits::testing::Click(FindView(question, button));
-    }
-
-    static std::string QuestionLine()
-    {
-        BWindow* question = WaitForWindow("Item Exists");
-        const BStringView* line = dynamic_cast<BStringView*>(FindView(question, "OverwriteFile"));
-        return line != nullptr ? line->Text() : "";
-    }
-
-    TempTree fTree;
-    Listener* fListener = nullptr; // deletes itself
 };
 
 TEST_F(CopyWinTest, CopiesTellsAndGoes)

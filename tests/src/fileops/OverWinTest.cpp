@@ -75,6 +75,51 @@ TEST_F(OverWinTest, ShowsPathsCrossedWithDetails)
     EXPECT_EQ(lines, "Overwrite: /from/a|5 Bytes|With file: /to/a|2 K|");
 }
 
+TEST_F(OverWinTest, HasItsButtonsInPlace)
+{
+    struct Place
+    {
+        const char* name;
+        const char* label;
+        BRect frame;
+    };
+    const Place places[] = {
+        {"Overwrite", "Overwrite", BRect(10, 81, 150, 111)},
+        {"OverwriteAll", "Overwrite All", BRect(155, 81, 295, 111)},
+        {"Skip", "Skip", BRect(300, 81, 440, 111)},
+        {"Cancel", "Cancel", BRect(10, 121, 150, 151)},
+        {"OverwriteOlder", "Overwrite All Older", BRect(155, 121, 295, 151)},
+        {"SkipAll", "Skip All", BRect(300, 121, 440, 151)},
+    };
+    for (const Place& place : places) {
+        const auto* button = dynamic_cast<BButton*>(FindView(fWindow, place.name));
+        ASSERT_NE(button, nullptr) << place.name;
+        EXPECT_STREQ(button->Label(), place.label);
+        EXPECT_EQ(button->Frame(), place.frame) << place.name;
+        EXPECT_EQ(button->ResizingMode(), B_FOLLOW_LEFT | B_FOLLOW_TOP);
+    }
+    EXPECT_TRUE(FindView(fWindow, "Overwrite")->IsFocus());
+    const uint32 flags = B_NOT_RESIZABLE | B_NOT_ZOOMABLE | B_NOT_MINIMIZABLE | B_NOT_CLOSABLE;
+    EXPECT_EQ(fWindow->Flags() & flags, flags);
+    EXPECT_EQ(fWindow->Look(), B_MODAL_WINDOW_LOOK);
+    EXPECT_EQ(fWindow->Feel(), B_NORMAL_WINDOW_FEEL);
+}
+
+TEST_F(OverWinTest, IgnoresKeysWhileSomebodyIsTyping)
+{
+    std::future<uint32> answer = Ask();
+    ASSERT_TRUE(kits::testing::WaitForFocus(fWindow));
+    ASSERT_TRUE(kits::testing::WaitUntilAnswers(fWindow));
+    // The first key tells that somebody types, so Enter right after it is no answer.
+    kits::testing::TypeKey('x');
+    kits::testing::TypeKey(B_ENTER);
+    kits::testing::SyncServer();
+    ASSERT_TRUE(kits::testing::Sync(fWindow));
+    EXPECT_TRUE(fWindow->IsShown());
+    Press("SkipAll");
+    EXPECT_EQ(answer.get(), uint32(kAnswerSkipAll));
+}
+
 struct AnswerRow
 {
     const char* button;

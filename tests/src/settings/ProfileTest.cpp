@@ -1,8 +1,11 @@
 #include "settings/Profile.h"
 
+#include "ApplicationEnvironment.h"
 #include "SettingsFixture.h"
 
 #include <sys/stat.h>
+
+#include <future>
 
 namespace {
 
@@ -182,6 +185,17 @@ TEST_F(ProfileTest, ComposesTheFullPath)
     char path[1024];
     EXPECT_EQ(norvane::GetSettingFullPath("Norvane", "a.ftp", path), path);
     EXPECT_EQ(std::string(path), fTree.Path("config/Norvane/a.ftp"));
+}
+
+TEST_F(ProfileTest, TellsWhenTheFileCannotBeCreated)
+{
+    fTree.Write("config/Norvane", "a file where the folder should be");
+    std::future<bool> result = std::async(std::launch::async, [] { return Set("Top", "1"); });
+    EXPECT_NE(kits::testing::WaitForWindow("Hey"), nullptr);
+    std::string text;
+    EXPECT_TRUE(kits::testing::AnswerAlert("Oh well", &text));
+    EXPECT_EQ(text, "Could not create the application preferences file.");
+    EXPECT_FALSE(result.get());
 }
 
 } // namespace
