@@ -28,7 +28,7 @@ end=$((SECONDS + 10))
 until [ -s "$base/to/large" ] || [ $SECONDS -ge $end ]; do :; done
 kill -STOP "$program_pid"
 [ "$(stat -c %s "$base/to/large")" -lt 300000000 ] || fail "the copy was over before it was stopped"
-xdotool key --window "$(window_id Norvane)" ctrl+q
+kill -TERM "$program_pid" # asks to quit, as the end of a session does
 kill -CONT "$program_pid"
 wait_for 30 program_ended || fail "the program does not end"
 wait "$program_pid" || fail "the program ended with status $?"
