@@ -4,6 +4,7 @@
 #include "support/Mutex.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -45,6 +46,7 @@ struct ThreadTable
     Condition end;                                   // some thread has ended, or was joined
     std::vector<pthread_t> ending GUARDED_BY(mutex); // spawned here, to be joined
     size_t joining GUARDED_BY(mutex) = 0;            // of those, taken by a thread that joins them
+    bool isExiting GUARDED_BY(mutex) = false;        // nobody will join any more
     std::unordered_map<thread_id, ThreadRef> threads GUARDED_BY(mutex);
     thread_id lastId GUARDED_BY(mutex) = 0;
 };
@@ -88,7 +90,12 @@ thread_id Enter(const ThreadRef& thread)
 
 void JoinLater(ThreadTable& table, Thread& thread) REQUIRES(table.mutex)
 {
-    if (thread.function != nullptr && !std::exchange(thread.isToBeJoined, true)) {
+    if (thread.function == nullptr || std::exchange(thread.isToBeJoined, true)) {
+        return;
+    }
+    if (table.isExiting) {
+        ::pthread_detach(thread.handle);
+    } else {
         table.ending.push_back(thread.handle);
     }
 }
@@ -171,8 +178,18 @@ void* RunThread(void* argument)
     return nullptr;
 }
 
+void JoinAtExit()
+{
+    {
+        MutexLock lock(Table().mutex);
+        Table().isExiting = true;
+    }
+    kits::JoinEndedThreads();
+}
+
 status_t StartThread(const ThreadRef& thread)
 {
+    [[maybe_unused]] static const int registered = std::atexit(JoinAtExit);
     auto argument = std::make_unique<ThreadRef>(thread);
     kits::JoinEndedThreads(); // so that their stacks do not gather
     pthread_t handle;
