@@ -53,15 +53,20 @@ FontAccess::Key FontAccess::KeyOf(const BFont& font)
     return {font.fFamily, static_cast<int32>(std::lround(font.Size())), font.fFace, font.fSystem};
 }
 
+std::deque<FontAccess::Entry>& FontAccess::ThisThreads()
+{
+    thread_local std::deque<Entry> entries;
+    return entries;
+}
+
+void FontAccess::ForgetThisThreads()
+{
+    ThisThreads().clear();
+}
+
 const ThreadFont& FontAccess::For(const BFont& font)
 {
-    struct Entry
-    {
-        Key key;
-        ThreadFont font;
-    };
-    // Fonts that have drawn belong to the thread that drew with them.
-    thread_local std::deque<Entry> entries;
+    std::deque<Entry>& entries = ThisThreads();
     Key key = KeyOf(font);
     const auto found = std::find_if(entries.begin(), entries.end(),
                                     [&key](const Entry& entry) { return entry.key == key; });

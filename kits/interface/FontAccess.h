@@ -6,6 +6,9 @@
 #include <QFontMetricsF>
 #include <QString>
 
+#include <deque>
+#include <string>
+
 namespace kits {
 
 /// A font as this thread draws and measures with it.
@@ -21,6 +24,8 @@ class FontAccess
 public:
     /// Lends the calling thread's own font for these values, until the thread's next call.
     static const ThreadFont& For(const BFont& font);
+    /// Lets go of the calling thread's fonts.
+    static void ForgetThisThreads();
 
     struct Key
     {
@@ -33,6 +38,14 @@ public:
     };
 
 private:
+    struct Entry
+    {
+        Key key;
+        ThreadFont font;
+    };
+
+    // Fonts that have drawn belong to the thread that drew with them.
+    static std::deque<Entry>& ThisThreads();
     static Key KeyOf(const BFont& font);
 };
 

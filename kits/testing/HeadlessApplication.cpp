@@ -1,6 +1,10 @@
 #include "Driver.h"
 
+#include "interface/FontAccess.h"
+
 #include <Application.h>
+
+#include <private/qfont_p.h>
 
 #include <condition_variable>
 #include <mutex>
@@ -41,6 +45,9 @@ HeadlessApplication::HeadlessApplication(const std::function<BApplication*()>& m
 
 HeadlessApplication::~HeadlessApplication()
 {
+    // The toolkit frees a thread's fonts as the thread ends, which the test's own never does.
+    FontAccess::ForgetThisThreads();
+    QFontCache::cleanup();
     // A test that failed may leave a window that would refuse: the end comes without asking.
     if (be_app->Lock()) {
         be_app->Quit();

@@ -57,7 +57,8 @@ class ControlTest : public ::testing::Test
 {
 protected:
     ControlTest() : fWindow(new ControlWindow) {}
-    ~ControlTest() override
+    // Before a derived test's own members go, which the window's views may still draw.
+    void TearDown() override
     {
         if (fWindow->Lock()) {
             fWindow->Quit();
