@@ -341,6 +341,9 @@ void InputDispatcher::FocusChanged(QWindow* window)
     const NativeWindow* native = fState.windows.Find(window);
     const int32 token = native == nullptr ? 0 : native->Token();
     const bool comesFromOutside = fState.router.Focused() == 0;
+    if (token == 0 && !comesFromOutside) {
+        fState.router.FocusLeaves(system_time());
+    }
     for (const auto& [code, owner] : fState.router.FocusChanged(token)) {
         PostKeyUp(owner, code);
     }
@@ -352,7 +355,7 @@ void InputDispatcher::FocusChanged(QWindow* window)
             Post(capture, std::move(lost));
         }
     } else if (comesFromOutside) {
-        fState.router.KeysFoundDown(x11::HeldKeys());
+        fState.router.KeysFoundDown(x11::HeldKeys(), system_time());
     }
     TellActivation();
 }

@@ -14,6 +14,8 @@ constexpr bigtime_t kPendingLimit = 1'000'000;
 // Two events of one repeat carry the same time, or one that differs by the rounding of its
 // millisecond.
 constexpr bigtime_t kRepeatGap = 1'000;
+// Between two windows of ours the focus is nobody's for so long at most, on a busy machine.
+constexpr bigtime_t kFocusGap = 500'000;
 
 } // namespace
 
@@ -117,9 +119,25 @@ std::vector<std::pair<int32, int32>> InputRouter::FocusChanged(int32 window)
     return released;
 }
 
-void InputRouter::KeysFoundDown(const std::vector<int32>& codes)
+void InputRouter::FocusLeaves(bigtime_t now)
 {
+    fFocusLeft = now;
+    fDownBefore.clear();
+    for (const auto& [code, held] : fKeys) {
+        if (held.released == 0) {
+            fDownBefore.push_back(code);
+        }
+    }
+}
+
+void InputRouter::KeysFoundDown(const std::vector<int32>& codes, bigtime_t now)
+{
+    const bool wasAwayForAMoment = fFocusLeft != 0 && now - fFocusLeft < kFocusGap;
     for (const int32 code : codes) {
+        if (wasAwayForAMoment &&
+            std::find(fDownBefore.begin(), fDownBefore.end(), code) == fDownBefore.end()) {
+            continue;
+        }
         HeldKey held;
         held.isDead = true;
         fKeys.try_emplace(code, held);

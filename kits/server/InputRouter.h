@@ -63,9 +63,12 @@ public:
     /// released then: their releases will go elsewhere. Returns the codes that were held, with
     /// their owners.
     std::vector<std::pair<int32, int32>> FocusChanged(int32 window);
-    /// Keys that were down when the focus came from another program: nobody's until they are
-    /// released.
-    void KeysFoundDown(const std::vector<int32>& codes);
+    /// The focus is about to leave all windows of ours.
+    void FocusLeaves(bigtime_t now);
+    /// Keys that are down when the focus came from another program: nobody's until they are
+    /// released. When it was away for a moment only, between two windows of ours, that holds for
+    /// those alone that were down before: the press of another may still be on its way here.
+    void KeysFoundDown(const std::vector<int32>& codes, bigtime_t now);
     /// The person clicked into the window or activated it himself.
     void PersonChose(int32 window);
 
@@ -140,6 +143,8 @@ private:
     std::vector<int32> fModals;       // in the order of showing
     std::vector<int32> fRecent;       // windows that had the focus, latest last
     std::map<int32, HeldKey> fKeys;
+    std::vector<int32> fDownBefore; // when the focus left
+    bigtime_t fFocusLeft = 0;
     int32 fFocused = 0;
     int32 fPressOwner = 0;
     uint32 fPressButtons = 0;

@@ -227,11 +227,38 @@ TEST_F(InputRouterTest, ReleasesAllKeysWhenAnotherProgramHasTheFocus)
     EXPECT_EQ(Press(kA, kLetter).repeat, 0);
 }
 
+TEST_F(InputRouterTest, AMomentWithoutFocusLosesNoKey)
+{
+    fRouter.FocusChanged(kA);
+    Press(kA, kReturn);
+    fRouter.FocusLeaves(1'000'000);
+    fRouter.FocusChanged(0);
+    fRouter.FocusChanged(kA);
+    // The letter was pressed since; its press is read after the answer to what is down.
+    fRouter.KeysFoundDown({kReturn, kLetter}, 1'100'000);
+
+    EXPECT_EQ(Press(kA, kReturn).window, 0);
+    const InputRouter::KeyTarget letter = Press(kA, kLetter);
+    EXPECT_EQ(letter.window, kA);
+    EXPECT_EQ(letter.repeat, 0);
+}
+
+TEST_F(InputRouterTest, AfterALongerWhileKeysThatAreDownAreNobodys)
+{
+    fRouter.FocusChanged(kA);
+    fRouter.FocusLeaves(1'000'000);
+    fRouter.FocusChanged(0);
+    fRouter.FocusChanged(kA);
+    fRouter.KeysFoundDown({kLetter}, 9'000'000);
+
+    EXPECT_EQ(Press(kA, kLetter).window, 0);
+}
+
 TEST_F(InputRouterTest, IgnoresKeysThatWereDownWhenTheFocusCame)
 {
     fRouter.FocusChanged(0);
     fRouter.FocusChanged(kA);
-    fRouter.KeysFoundDown({kReturn});
+    fRouter.KeysFoundDown({kReturn}, 0);
 
     EXPECT_EQ(Press(kA, kReturn).window, 0);
     EXPECT_EQ(Release(kA, kReturn), 0);
