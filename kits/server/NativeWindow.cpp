@@ -294,8 +294,26 @@ void NativeWindow::Activate()
         modal->Activate();
         return;
     }
+    if (IsBehindQuestion()) {
+        return;
+    }
     Raise();
     fSurface->requestActivate();
+}
+
+// Whether an operation of this window asks something just now. The window was told to take the
+// activation back when the operation started, by another thread than the one that asks: it may get
+// round to that only after the question was shown.
+bool NativeWindow::IsBehindQuestion() const
+{
+    const ServerState& state = ServerState::Get();
+    const std::vector<int32>& shown = state.windows.Shown();
+    return std::any_of(shown.begin(), shown.end(), [&](int32 token) {
+        const NativeWindow* window = state.windows.Find(token);
+        return window != nullptr && window->fOpener != fToken && !window->IsPopUp() &&
+               state.router.HasOrAwaitsFocus(token) && !state.router.LendsKeys(token) &&
+               window->KeysOpener() == fToken;
+    });
 }
 
 // Without a window manager nobody else keeps dialogs above their opener.

@@ -78,6 +78,7 @@ private:
     const NativeWindow* ShownOpener() const;
     int32 KeysOpener() const;
     void Raise();
+    bool IsBehindQuestion() const;
     void HandOverKeys(int32 from);
     void Leave();
     void PresentRegion(bool isAll);

@@ -9,6 +9,34 @@ namespace {
 
 class NativeInputTest : public NativeFixture
 {
+protected:
+    enum class Progress { kShown, kHidden };
+
+    // A question of an operation: the window that shows the progress sends its keys on to A, and
+    // may be hidden while the question is there.
+    void TypeIntoQuestion(Progress progress)
+    {
+        ShowA();
+        TestWindow question("question", BRect(120, 120, 219, 179));
+        kits::ShowRequest request = OpenedBy(fA);
+        request.takesKeys = false;
+        request.takesFocus = false;
+        fB.Show(request);
+        if (progress == Progress::kHidden) {
+            fB.Link().Hide();
+        }
+        fA.Looper().Occupy();
+        TypeText("xyz");
+
+        question.Show(OpenedBy(fB));
+        TypeText("123");
+        fA.Looper().Release();
+
+        ASSERT_TRUE(question.Looper().WaitForCount(B_KEY_UP, 3));
+        EXPECT_EQ(question.Looper().Typed(), "xyz123");
+        EXPECT_TRUE(Sync(fA));
+        EXPECT_EQ(fA.Looper().Typed(), "");
+    }
 };
 
 int32 FieldOf(const BMessage& message, const char* name)
@@ -89,35 +117,33 @@ TEST_F(NativeInputTest, LeavesRepeatsOfAKeyItTookWithTheOpener)
     EXPECT_EQ(fB.Looper().Typed(), "xy");
 }
 
-// A question of an operation: the window that shows the progress sends its keys on, and may be
-// hidden while the question is there.
-TEST_F(NativeInputTest, HandsKeysOfTheOpenersOpenerToAQuestion)
+TEST_F(NativeInputTest, HandsKeysBehindProgressToItsQuestion)
 {
-    for (const bool isHidden : {false, true}) {
-        ShowA();
-        TestWindow question("question", BRect(120, 120, 219, 179));
-        kits::ShowRequest progress = OpenedBy(fA);
-        progress.takesKeys = false;
-        progress.takesFocus = false;
-        fB.Show(progress);
-        if (isHidden) {
-            fB.Link().Hide();
-        }
-        fA.Looper().Occupy();
-        TypeText("xyz");
+    TypeIntoQuestion(Progress::kShown);
+}
 
-        question.Show(OpenedBy(fB));
-        TypeText("123");
-        fA.Looper().Release();
+TEST_F(NativeInputTest, HandsKeysToAQuestionWhoseProgressIsHidden)
+{
+    TypeIntoQuestion(Progress::kHidden);
+}
 
-        ASSERT_TRUE(question.Looper().WaitForCount(B_KEY_UP, 3));
-        EXPECT_EQ(question.Looper().Typed(), "xyz123");
-        EXPECT_TRUE(Sync(fA));
-        EXPECT_EQ(fA.Looper().Typed(), "");
-        question.Link().Hide();
-        fB.Link().Hide();
-        fA.Link().Hide();
-    }
+TEST_F(NativeInputTest, LeavesTheKeyboardWithAQuestionWhenTheActivationIsTakenLate)
+{
+    ShowA();
+    TestWindow question("question", BRect(120, 120, 219, 179));
+    kits::ShowRequest progress = OpenedBy(fA);
+    progress.takesKeys = false;
+    fB.Show(progress);
+    fB.Link().Hide();
+    question.Show(OpenedBy(fB));
+    ASSERT_TRUE(question.WaitForActivation());
+
+    fA.Link().Activate();
+    SyncServer();
+    TypeText("x");
+
+    ASSERT_TRUE(question.Looper().WaitForCount(B_KEY_UP, 1));
+    EXPECT_EQ(question.Looper().Typed(), "x");
 }
 
 TEST_F(NativeInputTest, CommitsTextAsKeys)
