@@ -77,10 +77,26 @@ with_mounts() {
 
 inside() { echo "/proc/$program_pid/root$1"; }
 
+# What a program that does not show itself is doing, for whoever reads the log.
+describe_program() {
+    if program_ended; then
+        wait "$program_pid"
+        echo "the program ended with status $?" >&2
+        return
+    fi
+    local task
+    for task in /proc/"$program_pid"/task/*; do
+        echo "thread $(cat "$task/comm") waits in $(cat "$task/wchan" 2>/dev/null)" >&2
+    done
+}
+
 # start_norvane [FOLDER...]
 start_norvane() {
     start_program "${launcher[@]}" "$norvane" "$@"
-    expect "the main window did not come" window_shown Norvane
+    wait_for 20 window_shown Norvane || {
+        describe_program
+        fail "the main window did not come"
+    }
     expect "the main window did not get the focus" window_focused Norvane
 }
 
