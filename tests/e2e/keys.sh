@@ -18,6 +18,7 @@ copied() { [ "$(ls "$base/to" | tr '\n' ' ')" = "$* " ]; }
 after_copy() {
     expect "expected $* in the right folder, found: $(ls "$base/to" | tr '\n' ' ')" copied "$@"
     expect "the operation window stayed" window_gone Copy
+    expect "the main window did not get the focus back" window_focused Norvane
     copied "$@" || fail "expected $*, found: $(ls "$base/to" | tr '\n' ' ')"
     rm -rf "$base/to/"*
 }
