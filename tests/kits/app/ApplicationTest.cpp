@@ -69,13 +69,23 @@ public:
         ++sAsked;
         return fAgrees();
     }
+    void Quit() override
+    {
+        for (int i = 0; i < fRequestsAtEnd; i++) {
+            BMessage reply;
+            be_app_messenger.SendMessage('busy', &reply);
+        }
+        RecordingLooper::Quit();
+    }
     void SetEndTakes(bigtime_t time) { fEndTakes = time; }
+    void SetRequestsAtEnd(int count) { fRequestsAtEnd = count; }
 
     static std::atomic<int> sAsked;
 
 private:
     std::function<bool()> fAgrees;
     std::atomic<bigtime_t> fEndTakes{0};
+    std::atomic<int> fRequestsAtEnd{0};
 };
 
 std::atomic<int> TestWindow::sAsked{0};
@@ -268,22 +278,10 @@ TEST_F(ApplicationTest, WaitsForAWindowThatTakesLongToEnd)
 
 TEST_F(ApplicationTest, BelievesAWindowThatAgreedHoweverOftenItLooks)
 {
-    // Between its answer and its end the application is busy with other messages.
-    class Lingering : public TestWindow
-    {
-    public:
-        using TestWindow::TestWindow;
-        void Quit() override
-        {
-            for (int i = 0; i < 3; i++) {
-                BMessage reply;
-                be_app_messenger.SendMessage('busy', &reply);
-            }
-            TestWindow::Quit();
-        }
-    };
     TestApplication application;
-    new Lingering(fRecord);
+    auto* window = new TestWindow(fRecord);
+    // Between its answer and its end the application is busy with other messages.
+    window->SetRequestsAtEnd(3);
     application.PostMessage(B_QUIT_REQUESTED);
 
     application.Run();
