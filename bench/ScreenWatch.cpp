@@ -127,22 +127,29 @@ bool ScreenWatch::Press(const std::string& keyName)
     return true;
 }
 
-bool ScreenWatch::HasWindow(Window parent, const std::string& title)
+bool ScreenWatch::IsShown(Window window)
+{
+    XWindowAttributes attributes;
+    return XGetWindowAttributes(fDisplay, window, &attributes) &&
+           attributes.map_state == IsViewable;
+}
+
+Window ScreenWatch::FindWindow(Window parent, const std::string& title)
 {
     Window root = 0;
     Window ignored = 0;
     Window* children = nullptr;
     unsigned int count = 0;
     if (!XQueryTree(fDisplay, parent, &root, &ignored, &children, &count)) {
-        return false;
+        return None;
     }
-    bool found = false;
-    for (unsigned int i = 0; i < count && !found; i++) {
-        XWindowAttributes attributes;
-        found = XGetWindowAttributes(fDisplay, children[i], &attributes) &&
-                attributes.map_state == IsViewable &&
-                IsTitled(TitleOf(fDisplay, children[i]), title);
-        found = found || HasWindow(children[i], title);
+    Window found = None;
+    for (unsigned int i = 0; i < count && found == None; i++) {
+        if (IsShown(children[i]) && IsTitled(TitleOf(fDisplay, children[i]), title)) {
+            found = children[i];
+        } else {
+            found = FindWindow(children[i], title);
+        }
     }
     if (children != nullptr) {
         XFree(children);
@@ -150,14 +157,38 @@ bool ScreenWatch::HasWindow(Window parent, const std::string& title)
     return found;
 }
 
-bool ScreenWatch::WaitForWindow(const std::string& title, bool shown, double limitMs)
+Window ScreenWatch::WaitForWindow(const std::string& title, double limitMs)
 {
     const double end = Now() + limitMs;
-    while (HasWindow(DefaultRootWindow(fDisplay), title) != shown) {
-        if (Now() > end) {
-            return false;
+    for (;;) {
+        const Window window = FindWindow(DefaultRootWindow(fDisplay), title);
+        if (window != None || Now() > end) {
+            return window;
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+}
+
+bool ScreenWatch::WaitForEnd(Window window, double limitMs)
+{
+    const double end = Now() + limitMs;
+    XDamageDestroy(fDisplay, fDamage);
+    XSelectInput(fDisplay, window, StructureNotifyMask);
+    bool isThere = IsShown(window);
+    while (isThere) {
+        while (isThere && XPending(fDisplay) > 0) {
+            XEvent event;
+            XNextEvent(fDisplay, &event);
+            isThere = event.type != UnmapNotify && event.type != DestroyNotify;
+        }
+        const double left = end - Now();
+        if (isThere && left <= 0) {
+            return false;
+        }
+        if (isThere) {
+            pollfd ready{ConnectionNumber(fDisplay), POLLIN, 0};
+            poll(&ready, 1, static_cast<int>(left) + 1);
+        }
     }
     return true;
 }

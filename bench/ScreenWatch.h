@@ -33,13 +33,17 @@ public:
     /// Presses and releases a key given by its X name, such as "Return".
     bool Press(const std::string& keyName);
 
-    /// Waits until a mapped window has this title, alone or with " - " and progress after it, or
-    /// until none has.
-    bool WaitForWindow(const std::string& title, bool shown, double limitMs);
+    /// Waits until a mapped window has this title, alone or with " - " and progress after it; None
+    /// when none came within `limitMs`. Asks again and again: meant for moments.
+    Window WaitForWindow(const std::string& title, double limitMs);
+    /// Waits until the window is unmapped or gone, costing nothing meanwhile; false when it is
+    /// there after `limitMs`.
+    bool WaitForEnd(Window window, double limitMs);
 
 private:
     bool NextChange(double untilMs);
-    bool HasWindow(Window parent, const std::string& title);
+    Window FindWindow(Window parent, const std::string& title);
+    bool IsShown(Window window);
 
     Display* fDisplay;
     Damage fDamage = 0;

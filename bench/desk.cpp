@@ -90,10 +90,11 @@ int Operation(ScreenWatch& screen, const char* name, const char* title)
     if (!screen.Press(name)) {
         return Fail("no such key");
     }
-    if (!screen.WaitForWindow(title, true, 5000)) {
+    const Window window = screen.WaitForWindow(title, 5000);
+    if (window == None) {
         return Fail("the window never came");
     }
-    if (!screen.WaitForWindow(title, false, kLimitMs)) {
+    if (!screen.WaitForEnd(window, kLimitMs)) {
         return Fail("the window never went");
     }
     std::printf("%.1f\n", ScreenWatch::Now() - begin);

@@ -25,6 +25,9 @@ constexpr uint32 kFolderMask = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_
                                IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
 constexpr uint32 kGuardMask = IN_DELETE | IN_ONLYDIR | IN_MASK_ADD;
 constexpr bigtime_t kStatInterval = 100'000;
+// While a file is being written, its events are left to the kernel for so long; it makes one of
+// them. Taking each would cost a big copy a quarter of its speed.
+constexpr int kWritingMilliseconds = 10;
 
 /// What a task's caller waits for.
 class Answer
@@ -311,6 +314,10 @@ void NodeWatcher::Run()
 {
     ::pthread_setname_np(::pthread_self(), "node watcher");
     for (;;) {
+        if (fIsBeingWritten) {
+            struct pollfd wake = {fWake.Get(), POLLIN, 0};
+            ::poll(&wake, 1, kWritingMilliseconds);
+        }
         struct pollfd polled[3] = {{fInotify.Get(), POLLIN, 0},
                                    {fWake.Get(), POLLIN, 0},
                                    {fMounts == nullptr ? -1 : fMounts->Descriptor(), POLLPRI, 0}};

@@ -99,7 +99,7 @@ private:
     Folder* FolderOf(int watch) const;
 
     void ReadEvents();
-    bool ReadMore(std::vector<char>* bytes) const;
+    size_t ReadMore(size_t have);
     void Handle(std::vector<Event>* events);
     void HandleOne(std::vector<Event>* events, size_t index);
     void Created(Folder* folder, std::string_view name);
@@ -124,8 +124,10 @@ private:
     std::map<std::pair<int, ino_t>, StatState> fStats;         // by watch and node
     WatchTargets fMountTargets;
     std::unique_ptr<MountTable> fMounts; // null while nobody asks
+    std::vector<char> fBytes; // the kernel's events as they were read; kept, as it costs to clear
     bool fHasOverflown = false;
-    time_t fLastDrained = 0; // wall clock: all changes before it have been told
+    bool fIsBeingWritten = false; // the last events told only of contents that changed
+    time_t fLastDrained = 0;      // wall clock: all changes before it have been told
 
     std::mutex fMutex; // guards fTasks
     std::vector<std::function<void()>> fTasks;

@@ -37,33 +37,40 @@ bool HasLoneFrom(const char* bytes, size_t size)
 
 } // namespace
 
-bool NodeWatcher::ReadMore(std::vector<char>* bytes) const
+size_t NodeWatcher::ReadMore(size_t have)
 {
-    const size_t before = bytes->size();
-    bytes->resize(before + kReadBytes);
-    const ssize_t length = ::read(fInotify.Get(), bytes->data() + before, kReadBytes);
-    bytes->resize(before + (length > 0 ? static_cast<size_t>(length) : 0));
-    return length > 0;
+    if (fBytes.size() < have + kReadBytes) {
+        fBytes.resize(have + kReadBytes);
+    }
+    const ssize_t length = ::read(fInotify.Get(), fBytes.data() + have, kReadBytes);
+    return length > 0 ? static_cast<size_t>(length) : 0;
 }
 
 void NodeWatcher::ReadEvents()
 {
-    std::vector<char> bytes;
+    size_t size = 0;
     const time_t started = ::time(nullptr);
-    while (bytes.size() < kGatheredBytes && ReadMore(&bytes)) {
+    while (size < kGatheredBytes) {
+        const size_t more = ReadMore(size);
+        if (more == 0) {
+            break;
+        }
+        size += more;
     }
-    if (HasLoneFrom(bytes.data(), bytes.size())) {
+    if (HasLoneFrom(fBytes.data(), size)) {
         struct pollfd polled = {fInotify.Get(), POLLIN, 0};
         ::poll(&polled, 1, kPartnerMilliseconds);
-        ReadMore(&bytes);
+        size += ReadMore(size);
     }
     std::vector<Event> events;
-    for (size_t at = 0; at < bytes.size();) {
-        const auto* raw = reinterpret_cast<const inotify_event*>(bytes.data() + at);
-        const char* name = bytes.data() + at + sizeof(inotify_event);
+    fIsBeingWritten = size > 0;
+    for (size_t at = 0; at < size;) {
+        const auto* raw = reinterpret_cast<const inotify_event*>(fBytes.data() + at);
+        const char* name = fBytes.data() + at + sizeof(inotify_event);
         events.push_back({raw->wd, raw->mask, raw->cookie,
                           raw->len > 0 ? std::string_view(name) : std::string_view()});
         at += sizeof(inotify_event) + raw->len;
+        fIsBeingWritten = fIsBeingWritten && raw->mask == IN_MODIFY;
     }
     Handle(&events);
     if (std::exchange(fHasOverflown, false)) {

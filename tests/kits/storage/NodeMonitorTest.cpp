@@ -2,8 +2,35 @@
 
 #include <Directory.h>
 
+#include <algorithm>
 #include <fcntl.h>
+#include <filesystem>
+#include <fstream>
 #include <unistd.h>
+
+namespace {
+
+/// How often the thread of this name has gone to sleep; -1 when there is none.
+long SleepsOfThread(const std::string& name)
+{
+    for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
+        std::string found;
+        std::getline(std::ifstream(task.path() / "comm") >> std::ws, found);
+        if (found != name) {
+            continue;
+        }
+        std::ifstream status(task.path() / "status");
+        for (std::string word; status >> word;) {
+            long count = 0;
+            if (word == "voluntary_ctxt_switches:" && status >> count) {
+                return count;
+            }
+        }
+    }
+    return -1;
+}
+
+} // namespace
 
 TEST_F(NodeMonitorTest, TellsOfCreatedAndRemovedEntries)
 {
@@ -138,6 +165,47 @@ TEST_F(NodeMonitorTest, GathersManyChangesOfOneFile)
                            std::chrono::steady_clock::now() - started)
                            .count();
     EXPECT_LE(fWatcher->Count(), 2u + static_cast<size_t>(spent) / 100);
+}
+
+TEST_F(NodeMonitorTest, SleepsMostlyWhileAFileIsBeingWritten)
+{
+    fTree.Write("d/a", "");
+    ASSERT_EQ(Watch("d", B_WATCH_DIRECTORY | B_WATCH_STAT), B_OK);
+    const long before = SleepsOfThread("node watcher");
+    ASSERT_GE(before, 0);
+    const auto started = std::chrono::steady_clock::now();
+    const int file = open(fTree.Path("d/a").c_str(), O_WRONLY);
+    for (int i = 0; i < 2000; ++i) {
+        ASSERT_EQ(write(file, "x", 1), 1);
+        usleep(100);
+    }
+    close(file);
+    const long spentMs = static_cast<long>(std::chrono::duration_cast<std::chrono::milliseconds>(
+                                               std::chrono::steady_clock::now() - started)
+                                               .count());
+    // Two sleeps in each ten milliseconds, and those for the notices.
+    EXPECT_LE(SleepsOfThread("node watcher") - before, 20 + spentMs / 10 * 4);
+}
+
+TEST_F(NodeMonitorTest, TellsAtOnceWhatHappensWhileAFileIsBeingWritten)
+{
+    fTree.Write("d/a", "");
+    ASSERT_EQ(Watch("d", B_WATCH_DIRECTORY | B_WATCH_STAT), B_OK);
+    const int file = open(fTree.Path("d/a").c_str(), O_WRONLY);
+    for (int i = 0; i < 20; ++i) {
+        ASSERT_EQ(write(file, "x", 1), 1);
+        const std::string name = "d/new" + std::to_string(i);
+        fTree.Write(name, "");
+        const std::string leaf = name.substr(2);
+        const auto notices = fWatcher->WaitFor([&](const auto& all) {
+            return std::any_of(all.begin(), all.end(), [&](const Notice& notice) {
+                return notice.opcode == B_ENTRY_CREATED && notice.name == leaf;
+            });
+        });
+        EXPECT_TRUE(std::any_of(notices.begin(), notices.end(),
+                                [&](const Notice& notice) { return notice.name == leaf; }));
+    }
+    close(file);
 }
 
 TEST_F(NodeMonitorTest, KeepsQuietAfterStopping)
