@@ -339,6 +339,14 @@ void InputDispatcher::GiveGrabBack()
 void InputDispatcher::FocusChanged(QWindow* window)
 {
     const NativeWindow* native = fState.windows.Find(window);
+    if (native != nullptr && !fState.router.IsShown(native->Token())) {
+        // It has left and passed the focus on, but the window manager was slower.
+        if (NativeWindow* successor = fState.windows.Find(fSuccessor)) {
+            successor->Activate();
+        }
+        return;
+    }
+    fState.departures.FocusMoved();
     const int32 token = native == nullptr ? 0 : native->Token();
     const bool comesFromOutside = fState.router.Focused() == 0;
     if (token == 0 && !comesFromOutside) {
@@ -383,9 +391,9 @@ void InputDispatcher::TellActivation()
     }
 }
 
-void InputDispatcher::WindowLeaves(int32 token)
+bool InputDispatcher::WindowLeaves(int32 token)
 {
-    const InputRouter::Leaving leaving = fState.router.WillLeave(token);
+    const InputRouter::Leaving leaving = fState.router.WillLeave(token, system_time());
     for (uint32 button = 1; button != 0 && button <= leaving.buttons; button <<= 1) {
         if ((leaving.buttons & button) == 0) {
             continue;
@@ -400,10 +408,13 @@ void InputDispatcher::WindowLeaves(int32 token)
         GiveGrabBack();
     }
     // Before the window goes: the system would leave the focus nowhere, or give it to anybody.
-    if (NativeWindow* successor = fState.windows.Find(leaving.successor)) {
+    NativeWindow* successor = fState.windows.Find(leaving.successor);
+    if (successor != nullptr) {
+        fSuccessor = leaving.successor;
         successor->Activate();
     }
     TellActivation();
+    return successor != nullptr;
 }
 
 } // namespace kits

@@ -48,8 +48,9 @@ public:
     void Crossed(const NativeWindow& native, bool isInside);
     /// The system's focus went to one of our windows; null: to none.
     void FocusChanged(QWindow* window);
-    /// The window with the token leaves the screen: its focus and presses go elsewhere.
-    void WindowLeaves(int32 token);
+    /// The window with the token leaves the screen: its focus and presses go elsewhere. Returns
+    /// whether the system's focus was asked to follow.
+    bool WindowLeaves(int32 token);
     void SetCapture(const NativeWindow& window, bool on);
     /// Clicks of a double click are counted anew.
     void ResetClicks() { fClicks.Reset(); }
@@ -74,6 +75,7 @@ private:
     WheelSum fWheel;
     std::map<int32, PlatformKey> fHeld; // by code: what their releases will say
     int32 fActive = 0;                  // the window that was told it is active
+    int32 fSuccessor = 0;               // was last passed the focus by a window that left
     int32 fGrabber = 0;                 // the window that holds the mouse grab
 };
 

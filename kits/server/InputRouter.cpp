@@ -41,6 +41,7 @@ int32 InputRouter::Shown(int32 window, const ShowRequest& request, bool isPopUp,
         shown.pendingUntil = now + kPendingLimit;
     }
     fWindows[window] = shown;
+    fHeirs.erase(window);
     if (request.isModal) {
         std::erase(fModals, window);
         fModals.push_back(window);
@@ -48,13 +49,16 @@ int32 InputRouter::Shown(int32 window, const ShowRequest& request, bool isPopUp,
     return awaitsKeys && IsShown(request.opener) ? OwnerOf(request.opener) : 0;
 }
 
-InputRouter::Leaving InputRouter::WillLeave(int32 window)
+InputRouter::Leaving InputRouter::WillLeave(int32 window, bigtime_t now)
 {
     Leaving leaving;
     if (!IsShown(window)) {
         return leaving;
     }
     const bool passesFocus = HasOrAwaitsFocus(window) && !Find(window)->isPopUp;
+    if (LendsKeys(window)) {
+        fHeirs[window] = OwnerOf(Find(window)->opener);
+    }
     std::erase(fModals, window);
     std::erase(fRecent, window);
     if (passesFocus) {
@@ -70,6 +74,7 @@ InputRouter::Leaving InputRouter::WillLeave(int32 window)
         fCapture = 0;
     }
     if (fFocused == window) {
+        FocusLeaves(now);
         fFocused = 0;
     }
     fWindows.erase(window);
@@ -218,6 +223,9 @@ bool InputRouter::HadFocus(int32 window) const
 int32 InputRouter::KeyTargetOf(int32 native, bigtime_t now) const
 {
     int32 target = OwnerOf(native);
+    for (size_t steps = fHeirs.size(); steps > 0 && fHeirs.count(target) != 0; --steps) {
+        target = fHeirs.at(target);
+    }
     const Window* window = Find(target);
     if (window == nullptr) {
         return 0;

@@ -58,7 +58,9 @@ public:
     /// Returns the window whose waiting keys move to this one; 0: none.
     int32 Shown(int32 window, const ShowRequest& request, bool isPopUp, bigtime_t now);
     /// Before the window is hidden or destroyed.
-    Leaving WillLeave(int32 window);
+    Leaving WillLeave(int32 window, bigtime_t now);
+    /// No event of the window can come any more.
+    void Gone(int32 window) { fHeirs.erase(window); }
     /// The window the system gave the focus to; 0 when another program has it. All keys count as
     /// released then: their releases will go elsewhere. Returns the codes that were held, with
     /// their owners.
@@ -140,6 +142,7 @@ private:
 
     RepeatRule fRule = RepeatRule::kPressWithoutRelease;
     std::map<int32, Window> fWindows; // shown ones; later tokens may have been shown earlier
+    std::map<int32, int32> fHeirs;    // of windows that lent their keys and left: who gets the last
     std::vector<int32> fModals;       // in the order of showing
     std::vector<int32> fRecent;       // windows that had the focus, latest last
     std::map<int32, HeldKey> fKeys;

@@ -20,6 +20,7 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <optional>
 #include <set>
 #include <utility>
 
@@ -162,6 +163,7 @@ void NativeWindow::Show(const ShowRequest& request)
     if (fIsShown) {
         return;
     }
+    state.departures.Finish(*this);
     if (fSurface == nullptr) {
         CreateSurface();
     }
@@ -244,7 +246,8 @@ void NativeWindow::HandOverKeys(int32 from)
     fCore->PutInFront(std::move(moved));
 }
 
-void NativeWindow::Leave()
+// Whether the native window must stay until the focus has gone on.
+bool NativeWindow::Leave()
 {
     ServerState& state = ServerState::Get();
     const NativeWindow* opener = state.windows.Find(fOpener);
@@ -252,10 +255,11 @@ void NativeWindow::Leave()
         // The headless platform gave it the focus, and would take that along.
         opener->fSurface->requestActivate();
     }
-    state.input.WindowLeaves(fToken);
+    const bool passesFocus = state.input.WindowLeaves(fToken);
     state.windows.Lower(fToken);
     fIsShown = false;
     fFront->firstPresentTime = 0;
+    return passesFocus;
 }
 
 void NativeWindow::Hide()
@@ -263,8 +267,11 @@ void NativeWindow::Hide()
     if (!fIsShown) {
         return;
     }
-    Leave();
-    fSurface->setVisible(false);
+    if (Leave()) {
+        ServerState::Get().departures.Add(shared_from_this());
+    } else {
+        Depart();
+    }
 }
 
 void NativeWindow::Destroy()
@@ -272,13 +279,39 @@ void NativeWindow::Destroy()
     if (fSurface == nullptr) {
         return;
     }
-    if (fIsShown) {
-        Leave();
-    }
+    ServerState& state = ServerState::Get();
     const std::shared_ptr<NativeWindow> self = shared_from_this();
-    ServerState::Get().windows.Remove(fToken);
+    fIsDestroyed = true;
+    if (fIsShown) {
+        Hide();
+    }
+    state.windows.Remove(fToken);
     fAccessible.Clear();
-    fSurface.reset();
+    if (!state.departures.Has(*this)) {
+        Depart();
+    }
+}
+
+void NativeWindow::GoOutOfSight()
+{
+    fSurface->setVisible(false);
+}
+
+bool NativeWindow::HasSystemFocus() const
+{
+    const std::optional<uint32> focused = x11::FocusedWindow();
+    return focused ? *focused == fSurface->winId()
+                   : QGuiApplication::focusWindow() == fSurface.get();
+}
+
+void NativeWindow::Depart()
+{
+    ServerState::Get().router.Gone(fToken);
+    if (fIsDestroyed) {
+        fSurface.reset();
+    } else {
+        GoOutOfSight();
+    }
 }
 
 void NativeWindow::Activate()
@@ -391,6 +424,9 @@ void NativeWindow::PresentRegion(bool isAll)
         const QRegion all(QRect(QPoint(0, 0), fSurface->DeviceSize()));
         fSurface->Show(image, isAll ? all : damage);
     });
+    if (!fIsShown) {
+        return; // only until the focus has gone on: the next showing has its own first time
+    }
     bigtime_t never = 0;
     fFront->firstPresentTime.compare_exchange_strong(never, system_time());
 }

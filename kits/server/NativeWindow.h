@@ -37,8 +37,13 @@ public:
     void SetShape(const WindowShape& shape);
     void Show(const ShowRequest& request);
     void Hide();
-    /// Hides and deletes the native window.
+    /// Hides and deletes the native window, once nothing is on its way to it any more.
     void Destroy();
+    /// The rest of Hide() or Destroy(): while keys may still come, and when none can.
+    void GoOutOfSight();
+    void Depart();
+    /// Whether the system sends keys to it, whatever the toolkit knows of that. Asks the system.
+    bool HasSystemFocus() const;
     void Activate();
     void Minimize(bool minimize);
     /// Shows the front image's damage; dropped while nothing of the window is on a screen.
@@ -80,7 +85,7 @@ private:
     void Raise();
     bool IsBehindQuestion() const;
     void HandOverKeys(int32 from);
-    void Leave();
+    bool Leave();
     void PresentRegion(bool isAll);
 
     const int32 fToken;
@@ -97,6 +102,7 @@ private:
     AccessibleTree fAccessible; // gone before the surface it speaks of
     int32 fOpener = 0;
     bool fIsShown = false;
+    bool fIsDestroyed = false;
 };
 
 } // namespace kits

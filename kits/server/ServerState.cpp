@@ -41,6 +41,7 @@ ServerState::~ServerState()
     qGuiApp->disconnect(qGuiApp);
     QAccessible::removeActivationObserver(this);
     windows.DestroyAll();
+    departures.FinishAll();
     sState = nullptr;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Departures.h"
 #include "InputDispatcher.h"
 #include "InputRouter.h"
 #include "ThemeIcons.h"
@@ -26,6 +27,7 @@ public:
     InputRouter router;
     InputDispatcher input;
     ThemeIcons icons;
+    Departures departures;
     /// What the system cannot do on every platform: headless and Wayland give no mouse grab to
     /// windows.
     bool canGrabMouse = false;

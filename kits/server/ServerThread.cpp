@@ -80,7 +80,8 @@ ServerThread::ServerThread()
 
 ServerThread::~ServerThread()
 {
-    fQueue.Add([] { QCoreApplication::quit(); });
+    // Not quit(): that asks the windows first, and those say no for themselves.
+    fQueue.Add([] { QCoreApplication::exit(0); });
     fThread.join();
 }
 

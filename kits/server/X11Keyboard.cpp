@@ -58,6 +58,19 @@ std::vector<int32> HeldKeys()
     return codes;
 }
 
+std::optional<uint32> FocusedWindow()
+{
+    QNativeInterface::QX11Application* application = Application();
+    if (application == nullptr) {
+        return std::nullopt;
+    }
+    xcb_connection_t* connection = application->connection();
+    const std::unique_ptr<xcb_get_input_focus_reply_t, decltype(&std::free)> reply(
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr),
+        &std::free);
+    return reply == nullptr ? std::nullopt : std::optional<uint32>(reply->focus);
+}
+
 void SetBackground(QWindow* window, uint8 grey)
 {
     QNativeInterface::QX11Application* application = Application();

@@ -2,6 +2,7 @@
 
 #include <SupportDefs.h>
 
+#include <optional>
 #include <vector>
 
 class QWindow;
@@ -16,6 +17,8 @@ namespace x11 {
 bool UseDetectableRepeats();
 /// The scan codes of the keys that are down now.
 std::vector<int32> HeldKeys();
+/// The X window that gets the keys now; nothing where there is no X.
+std::optional<uint32> FocusedWindow();
 /// The grey that the X server fills growing windows with until they are painted.
 void SetBackground(QWindow* window, uint8 grey);
 

@@ -142,7 +142,7 @@ TEST_F(InputRouterTest, KeepsAKeyDeadThatIsStillHeldWhenItsWindowIsBack)
     fRouter.Shown(kB, DialogOf(kA), false, 0);
     fRouter.FocusChanged(kB);
     Press(kB, kReturn);
-    fRouter.WillLeave(kB);
+    fRouter.WillLeave(kB, 0);
     fRouter.FocusChanged(kA);
 
     EXPECT_EQ(Press(kA, kReturn).window, 0);
@@ -156,7 +156,7 @@ TEST_F(InputRouterTest, KeepsTheKeyThatAnsweredFromTheWindowBehind)
     fRouter.FocusChanged(kB);
     Press(kB, kReturn);
 
-    fRouter.WillLeave(kB);
+    fRouter.WillLeave(kB, 0);
     fRouter.FocusChanged(kA);
 
     EXPECT_EQ(Press(kA, kReturn).window, 0);
@@ -167,7 +167,7 @@ TEST_F(InputRouterTest, DropsKeysThatArriveAtAWindowThatIsGone)
 {
     fRouter.Shown(kB, DialogOf(kA), false, 0);
     fRouter.FocusChanged(kB);
-    fRouter.WillLeave(kB);
+    fRouter.WillLeave(kB, 0);
 
     EXPECT_EQ(Press(kB, kLetter).window, 0);
     EXPECT_EQ(Press(kA, kLetter).window, 0); // and its repeats
@@ -208,10 +208,10 @@ TEST_F(InputRouterTest, LetsTheLowerAlertGoFirst)
     fRouter.Shown(kB, ModalOf(kA), false, 0);
     fRouter.Shown(kC, ModalOf(kA), false, 0);
 
-    fRouter.WillLeave(kB);
+    fRouter.WillLeave(kB, 0);
 
     EXPECT_EQ(fRouter.TopmostModal(), kC);
-    fRouter.WillLeave(kC);
+    fRouter.WillLeave(kC, 0);
     EXPECT_FALSE(fRouter.IsBlocked(kA));
 }
 
@@ -332,6 +332,34 @@ TEST_F(InputRouterTest, LetsAProgressWindowHaveKeysWhenItIsActivatedAgain)
     EXPECT_EQ(Press(kB, kLetter).window, kB);
 }
 
+TEST_F(InputRouterTest, SendsTheLastKeysOfAProgressWindowOnToo)
+{
+    ShowRequest request = DialogOf(kA);
+    request.takesKeys = false;
+    fRouter.Shown(kB, request, false, 0);
+    fRouter.FocusChanged(kB);
+    fRouter.WillLeave(kB, 0);
+
+    EXPECT_EQ(Press(kB, kLetter).window, kA);
+    EXPECT_EQ(Release(kA, kLetter), kA);
+    fRouter.Gone(kB);
+    EXPECT_EQ(Press(kB, kLetter).window, 0);
+}
+
+TEST_F(InputRouterTest, APressOnItsWayWhenAWindowLeavesIsNotTakenForAHeldOne)
+{
+    fRouter.Shown(kB, DialogOf(kA), false, 0);
+    fRouter.FocusChanged(kB);
+    Press(kB, kReturn);
+    fRouter.WillLeave(kB, 1'000'000);
+    fRouter.FocusChanged(kA);
+    // Return is still held; the letter was pressed since, and its press has yet to be read.
+    fRouter.KeysFoundDown({kReturn, kLetter}, 1'100'000);
+
+    EXPECT_EQ(Press(kA, kReturn).window, 0);
+    EXPECT_EQ(Press(kA, kLetter).window, kA);
+}
+
 TEST_F(InputRouterTest, PassesTheFocusBackToTheOpener)
 {
     fRouter.Shown(kC, {}, false, 0);
@@ -339,7 +367,7 @@ TEST_F(InputRouterTest, PassesTheFocusBackToTheOpener)
     fRouter.Shown(kB, DialogOf(kA), false, 0);
     fRouter.FocusChanged(kB);
 
-    EXPECT_EQ(fRouter.WillLeave(kB).successor, kA);
+    EXPECT_EQ(fRouter.WillLeave(kB, 0).successor, kA);
 }
 
 TEST_F(InputRouterTest, PassesTheFocusToTheModalWindowFirst)
@@ -348,7 +376,7 @@ TEST_F(InputRouterTest, PassesTheFocusToTheModalWindowFirst)
     fRouter.Shown(kC, ModalOf(kA), false, 0);
     fRouter.FocusChanged(kC);
 
-    EXPECT_EQ(fRouter.WillLeave(kC).successor, kB);
+    EXPECT_EQ(fRouter.WillLeave(kC, 0).successor, kB);
 }
 
 TEST_F(InputRouterTest, PassesTheFocusToTheLastActiveWindowWhenTheOpenerIsGone)
@@ -356,7 +384,7 @@ TEST_F(InputRouterTest, PassesTheFocusToTheLastActiveWindowWhenTheOpenerIsGone)
     fRouter.Shown(kB, DialogOf(99), false, 0);
     fRouter.FocusChanged(kB);
 
-    EXPECT_EQ(fRouter.WillLeave(kB).successor, kA);
+    EXPECT_EQ(fRouter.WillLeave(kB, 0).successor, kA);
 }
 
 TEST_F(InputRouterTest, PassesNothingOnWhenTheWindowHadNoFocus)
@@ -365,14 +393,14 @@ TEST_F(InputRouterTest, PassesNothingOnWhenTheWindowHadNoFocus)
     request.takesFocus = false;
     fRouter.Shown(kB, request, false, 0);
 
-    EXPECT_EQ(fRouter.WillLeave(kB).successor, 0);
+    EXPECT_EQ(fRouter.WillLeave(kB, 0).successor, 0);
 }
 
 TEST_F(InputRouterTest, PassesTheFocusOnThatIsStillOnItsWay)
 {
     fRouter.Shown(kB, DialogOf(kA), false, 0);
 
-    EXPECT_EQ(fRouter.WillLeave(kB).successor, kA);
+    EXPECT_EQ(fRouter.WillLeave(kB, 0).successor, kA);
 }
 
 TEST_F(InputRouterMouseTest, GivesThePressesMovesAndReleaseToOneWindow)
@@ -428,7 +456,7 @@ TEST_F(InputRouterMouseTest, NamesTheButtonsOfAWindowThatLeaves)
     fRouter.MousePressed(kA, B_PRIMARY_MOUSE_BUTTON);
     fRouter.MousePressed(kA, B_TERTIARY_MOUSE_BUTTON);
 
-    EXPECT_EQ(fRouter.WillLeave(kA).buttons,
+    EXPECT_EQ(fRouter.WillLeave(kA, 0).buttons,
               uint32{B_PRIMARY_MOUSE_BUTTON | B_TERTIARY_MOUSE_BUTTON});
     EXPECT_EQ(fRouter.MouseReleased(kA, B_PRIMARY_MOUSE_BUTTON), 0);
 }
@@ -443,7 +471,7 @@ TEST_F(InputRouterMouseTest, GivesEverythingToTheCapture)
     EXPECT_EQ(fRouter.MouseReleased(kB, B_PRIMARY_MOUSE_BUTTON), kA);
     EXPECT_EQ(fRouter.MousePressed(kB, B_PRIMARY_MOUSE_BUTTON).window, kA);
     EXPECT_EQ(fRouter.WheelTurned(kB), kA);
-    fRouter.WillLeave(kA);
+    fRouter.WillLeave(kA, 0);
     EXPECT_EQ(fRouter.Capture(), 0);
 }
 
