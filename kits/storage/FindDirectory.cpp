@@ -61,10 +61,13 @@ Found Find(directory_which which)
 
 } // namespace
 
-status_t find_directory(directory_which which, BPath* path, bool createIt)
+status_t find_directory(directory_which which, BPath* path, bool createIt, BVolume* volume)
 {
     if (path == nullptr) {
         return B_BAD_VALUE;
+    }
+    if (volume != nullptr && which == B_TRASH_DIRECTORY) {
+        return B_UNSUPPORTED;
     }
     const Found found = Find(which);
     if (found.path.empty()) {

@@ -91,6 +91,8 @@ private:
     friend class BFile;
     friend class BNode;
     friend class BSymLink;
+    friend class BTrashClaim;
+    friend bool is_trash_folder(const BDirectory* folder);
 
     status_t AdoptFolder(int descriptor, const kits::FolderHold& known);
     const kits::FolderHold& Folder() const;

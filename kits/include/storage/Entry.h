@@ -8,6 +8,7 @@
 
 class BDirectory;
 class BPath;
+class BTreeHooks;
 
 namespace kits {
 
@@ -141,14 +142,32 @@ public:
     status_t GetRef(entry_ref* ref) const;
 
     /// Gives the entry another name; `path` may also lead elsewhere, relative to the entry's
-    /// folder. Errors: B_FILE_EXISTS without `clobber` when the name is taken, B_CROSS_DEVICE_LINK
-    /// ... Nothing changes then.
+    /// folder. What comes into a Trash, is renamed there or leaves it takes its record of origin
+    /// along: see <TrashRecord.h>. Errors: B_FILE_EXISTS without `clobber` when the name is taken,
+    /// B_CROSS_DEVICE_LINK for another volume ... Nothing changes then.
     status_t Rename(const char* path, bool clobber = false);
     /// Moves the entry into `directory`, under `path` when given, else under its own name.
     status_t MoveTo(BDirectory* directory, const char* path = nullptr, bool clobber = false);
     /// Removes the entry; a folder must be empty. Errors: B_DIRECTORY_NOT_EMPTY, B_BUSY for a mount
-    /// point ...
+    /// point ... What is removed in a Trash loses its record of origin.
     status_t Remove();
+
+    /// Kit extension: removes the entry, a folder with all below it, in one walk with several
+    /// threads. No link is followed and no mount point entered: that and the folders above it stay.
+    /// Goes on where something cannot be removed; `hooks` (may be null) hears of it. Errors: what
+    /// was told first; B_CANCELED when the walk was stopped; B_NOT_ALLOWED when a hook kept
+    /// something. The entry is gone when the status is B_OK, and only then.
+    status_t RemoveTree(BTreeHooks* hooks = nullptr);
+    /// What MeasureTree() does about volumes that are mounted below the entry.
+    enum measure_scope : uint8 {
+        kAllVolumes, ///< enters them, but for the kernel's own
+        kOneVolume,  ///< stays on the volume where it starts
+    };
+    /// Kit extension: adds up the bytes of all regular files in and below the entry, in one walk
+    /// with several threads; links count 0 and are not followed. `bytes` gets what was found also
+    /// on failure. Errors: of what could not be read first; B_CANCELED.
+    status_t MeasureTree(int64* bytes, measure_scope scope = kAllVolumes,
+                         BTreeHooks* hooks = nullptr) const;
 
     /// The same place: folder and name are equal. Two unset entries are equal.
     bool operator==(const BEntry& other) const;
@@ -160,6 +179,7 @@ private:
     friend class BNode;
     friend class BSymLink;
     friend class BPath;
+    friend class BTrashClaim;
 
     // BStatable
     status_t SetStat(const struct stat& st, uint32 what) override;
