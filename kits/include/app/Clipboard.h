@@ -1,0 +1,64 @@
+#pragma once
+
+#include <Messenger.h>
+#include <SupportDefs.h>
+
+#include <memory>
+#include <string>
+
+class BMessage;
+
+/// Tells those that watch a clipboard that its data was replaced.
+constexpr uint32 B_CLIPBOARD_CHANGED = 'CLCH';
+
+/// Data that passes between programs, or under another name than "system" within this one.
+///
+/// Between Lock() and Unlock() the data is this thread's alone. Data() holds "text/plain"
+/// (B_MIME_TYPE, UTF-8 without a final NUL); what this program committed comes back with all its
+/// fields while no other program has replaced it. Thread: any but the server's.
+class BClipboard
+{
+public:
+    /// `isTransient` is taken for the platform's sake: nothing is kept over restarts here.
+    explicit BClipboard(const char* name, bool isTransient = false);
+    virtual ~BClipboard();
+    BClipboard(const BClipboard&) = delete;
+    BClipboard& operator=(const BClipboard&) = delete;
+
+    const char* Name() const { return fName.c_str(); }
+    /// How often the data that Data() lends was replaced, by whomever.
+    uint32 LocalCount() const;
+    /// The same: the data is fetched at each Lock().
+    uint32 SystemCount() const;
+    /// Sends B_CLIPBOARD_CHANGED to `target` after each change made here.
+    status_t StartWatching(BMessenger target);
+    status_t StopWatching(BMessenger target);
+
+    /// Waits for other threads, then fetches the data. A program that owns the data and does not
+    /// answer within 300 ms counts as having none.
+    bool Lock();
+    void Unlock();
+    bool IsLocked() const;
+
+    // Locked
+
+    /// Empties the data, before other data is put into it.
+    status_t Clear();
+    /// Makes the data what others get.
+    status_t Commit();
+    /// Fetches the data anew, dropping what was changed.
+    status_t Revert();
+    /// The program the data comes from, as far as it is one of ours.
+    BMessenger DataSource() const;
+    /// Ownership: lends, while locked. Null without the lock.
+    BMessage* Data() const;
+
+private:
+    struct Store;
+
+    std::string fName;
+    std::shared_ptr<Store> fStore; // shared by all clipboards of that name
+};
+
+/// The desktop's clipboard. Valid from before main() on.
+extern BClipboard* const be_clipboard;

@@ -1,0 +1,190 @@
+#pragma once
+
+#include <View.h>
+
+#include <memory>
+
+class BClipboard;
+
+namespace kits {
+class TextViewAccess;
+struct TextViewState;
+} // namespace kits
+
+/// What Undo() would take back, for a menu item's label.
+enum undo_state {
+    B_UNDO_UNAVAILABLE,
+    B_UNDO_TYPING,
+    B_UNDO_CUT,
+    B_UNDO_PASTE,
+    B_UNDO_CLEAR,
+    B_UNDO_DROP,
+};
+
+/// Part of a text drawn in one font and colour. Here all of a text has those of its first run.
+struct text_run
+{
+    int32 offset;
+    BFont font;
+    rgb_color color;
+};
+
+struct text_run_array
+{
+    int32 count;
+    text_run runs[1];
+};
+
+/// Shows text and lets a person edit it: caret, selection, clipboard, undo, input methods.
+///
+/// Offsets count bytes. Bytes that are not UTF-8 are shown as U+FFFD and kept as they are; so is
+/// every byte that is not edited. Offsets in the middle of a character mean its beginning.
+/// Lines are rows on the screen, counted from 0. Thread: as the view's.
+class BTextView : public BView
+{
+public:
+    /// Sets the text in `textRect` (view coordinates) with the plain font, in black on white.
+    BTextView(BRect frame, const char* name, BRect textRect, uint32 resizingMode,
+              uint32 flags = B_WILL_DRAW);
+    /// The same with a font and a colour; null for the usual ones.
+    BTextView(BRect frame, const char* name, BRect textRect, const BFont* initialFont,
+              const rgb_color* initialColor, uint32 resizingMode, uint32 flags);
+    ~BTextView() override;
+
+    // BView
+    void AttachedToWindow() override;
+    void DetachedFromWindow() override;
+    void Draw(BRect updateRect) override;
+    void MouseDown(BPoint where) override;
+    void MouseUp(BPoint where) override;
+    void MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage) override;
+    void WindowActivated(bool active) override;
+    void KeyDown(const char* bytes, int32 byteCount) override;
+    void FrameResized(float newWidth, float newHeight) override;
+    void MakeFocus(bool focus = true) override;
+    void MessageReceived(BMessage* message) override;
+    void SetFont(const BFont* font, uint32 mask = B_FONT_ALL) override;
+    void ScrollTo(BPoint where) override;
+    using BView::ScrollTo;
+    void GetPreferredSize(float* width, float* height) override;
+    void ResizeToPreferred() override;
+
+    // Text
+
+    /// Replaces all of the text; the caret goes to its beginning, and nothing can be undone. Null
+    /// counts as empty.
+    void SetText(const char* text, const text_run_array* runs = nullptr);
+    void SetText(const char* text, int32 length, const text_run_array* runs = nullptr);
+    /// Inserts at the caret or over the selection; the caret goes behind it.
+    void Insert(const char* text, const text_run_array* runs = nullptr);
+    void Insert(const char* text, int32 length, const text_run_array* runs = nullptr);
+    void Insert(int32 offset, const char* text, int32 length, const text_run_array* runs = nullptr);
+    /// Removes the selection.
+    void Delete();
+    void Delete(int32 start, int32 end);
+    /// Ownership: lends, until the text changes.
+    const char* Text() const;
+    int32 TextLength() const;
+    /// Copies bytes and ends them with a NUL: `buffer` has room for `length` + 1.
+    void GetText(int32 offset, int32 length, char* buffer) const;
+    uint8 ByteAt(int32 offset) const;
+
+    // Clipboard and undo
+
+    virtual void Cut(BClipboard* clipboard);
+    virtual void Copy(BClipboard* clipboard);
+    virtual void Paste(BClipboard* clipboard);
+    /// Removes the selection, as Delete() does; can be undone.
+    void Clear();
+    /// Whether the view takes text that is pasted now: it is editable and there is some.
+    virtual bool AcceptsPaste(BClipboard* clipboard);
+    virtual bool AcceptsDrop(const BMessage* message);
+    /// Takes back the last step: a word typed, a run of deletions, a paste.
+    virtual void Undo(BClipboard* clipboard = nullptr);
+    /// Does again what Undo() took back. An addition of this library, as the next two are.
+    virtual void Redo();
+    bool CanUndo() const;
+    bool CanRedo() const;
+    virtual undo_state UndoState(bool* isRedo) const;
+    void SetDoesUndo(bool undo);
+    bool DoesUndo() const;
+
+    // Selection
+
+    /// Selects from `start` to `end`; the caret, where both are the same, is at `end`.
+    virtual void Select(int32 start, int32 end);
+    void SelectAll();
+    void GetSelection(int32* start, int32* end) const;
+    /// Finds the word at an offset.
+    virtual void FindWord(int32 offset, int32* from, int32* to);
+
+    // Places
+
+    int32 CountLines() const;
+    int32 CurrentLine() const;
+    void GoToLine(int32 line);
+    int32 LineAt(int32 offset) const;
+    int32 LineAt(BPoint point) const;
+    /// The left top of the character at an offset, and its line's height.
+    BPoint PointAt(int32 offset, float* height = nullptr) const;
+    /// The offset nearest to a point.
+    int32 OffsetAt(BPoint point) const;
+    /// The offset at which a line begins; that of the text's end for a line behind the last.
+    int32 OffsetAt(int32 line) const;
+    float LineWidth(int32 line = 0) const;
+    float LineHeight(int32 line = 0) const;
+    /// The height of the lines from `startLine` to `endLine`, both included.
+    float TextHeight(int32 startLine, int32 endLine) const;
+    void GetTextRegion(int32 start, int32 end, BRegion* region) const;
+    virtual void ScrollToOffset(int32 offset);
+    void ScrollToSelection();
+
+    // Looks
+
+    /// Where the text is set; its height follows the text.
+    void SetTextRect(BRect rect);
+    BRect TextRect() const;
+    /// Sets what the text is drawn with; null keeps it.
+    void SetFontAndColor(const BFont* font, uint32 mode = B_FONT_ALL,
+                         const rgb_color* color = nullptr);
+    void GetFontAndColor(BFont* font, uint32* mode, rgb_color* color = nullptr) const;
+    void SetTabWidth(float width);
+    float TabWidth() const;
+    void SetWordWrap(bool wrap);
+    bool DoesWordWrap() const;
+    /// B_ALIGN_LEFT sets right-to-left text at the right edge, where it begins.
+    void SetAlignment(alignment flag);
+    alignment Alignment() const;
+
+    // Manners
+
+    void MakeSelectable(bool selectable = true);
+    bool IsSelectable() const;
+    void MakeEditable(bool editable = true);
+    bool IsEditable() const;
+    /// Limits the text a person enters, in bytes; what does not fit is left out by whole
+    /// characters. A longer text stays as it is.
+    void SetMaxBytes(int32 max);
+    int32 MaxBytes() const;
+    /// A person cannot enter this character; `character` is a code point.
+    void DisallowChar(uint32 character);
+    void AllowChar(uint32 character);
+    void SetAutoindent(bool indents);
+    bool DoesAutoindent() const;
+    /// Makes all of the text one line: line breaks and tabs are shown as signs, and those that are
+    /// entered or pasted become blanks. An addition of this library.
+    void SetSingleLine(bool isSingle);
+    bool IsSingleLine() const;
+
+protected:
+    /// Puts bytes into the text; whoever overrides it sees every insertion and may change it.
+    virtual void InsertText(const char* text, int32 length, int32 offset,
+                            const text_run_array* runs);
+    /// Takes bytes out of the text.
+    virtual void DeleteText(int32 start, int32 end);
+
+private:
+    friend class kits::TextViewAccess;
+
+    std::unique_ptr<kits::TextViewState> fText;
+};
