@@ -31,8 +31,7 @@ BRect Whole(BRect frame)
 } // namespace
 
 BView::BView(BRect frame, const char* name, uint32 resizingMode, uint32 flags)
-    : BHandler(name), fFrame(Whole(frame)), fFlags(flags), fResizingMode(resizingMode),
-      fState(std::make_unique<kits::ViewState>())
+    : BHandler(name), fFrame(Whole(frame)), fFlags(flags), fResizingMode(resizingMode)
 {
 }
 
@@ -349,6 +348,57 @@ bool BView::IsHidden(const BView* lookingFrom) const
         }
     }
     return lookingFrom == nullptr && fHost != nullptr && Window()->IsHidden();
+}
+
+// Updating
+
+void BView::SetViewColor(rgb_color color)
+{
+    CheckLock();
+    if (fViewColor == color) {
+        return;
+    }
+    fViewColor = color;
+    Invalidate();
+}
+
+void BView::SetViewColor(uint8 red, uint8 green, uint8 blue, uint8 alpha)
+{
+    SetViewColor(rgb_color{red, green, blue, alpha});
+}
+
+void BView::Invalidate()
+{
+    Invalidate(Bounds());
+}
+
+void BView::Invalidate(BRect rect)
+{
+    CheckLock();
+    if (fHost != nullptr) {
+        fHost->Invalidate(*this, kits::PixelsOf(rect & Bounds()));
+    }
+}
+
+void BView::Invalidate(const BRegion* region)
+{
+    CheckLock();
+    if (fHost != nullptr && region != nullptr) {
+        fHost->Invalidate(*this, kits::RegionAccess::Get(*region));
+    }
+}
+
+void BView::Flush() const
+{
+    CheckLock();
+    if (fHost != nullptr) {
+        fHost->Present();
+    }
+}
+
+void BView::Sync() const
+{
+    Flush();
 }
 
 // What other parts of the kit use

@@ -1,4 +1,4 @@
-#include <View.h>
+#include <ViewDrawing.h>
 
 #include "Access.h"
 #include "FontAccess.h"
@@ -10,6 +10,8 @@
 
 #include <algorithm>
 
+namespace kits {
+
 namespace {
 
 // A program that saves states and never takes them back would otherwise grow without end.
@@ -17,97 +19,106 @@ constexpr size_t kMaxSavedStates = 1000;
 
 } // namespace
 
-void BView::PushState()
+ViewDrawing::ViewDrawing() : fState(std::make_unique<ViewState>()) {}
+
+ViewDrawing::~ViewDrawing() = default;
+
+BView& ViewDrawing::Self()
+{
+    return static_cast<BView&>(*this);
+}
+
+const BView& ViewDrawing::Self() const
+{
+    return static_cast<const BView&>(*this);
+}
+
+void ViewDrawing::CheckLock() const
+{
+    Self().CheckLock();
+}
+
+void ViewDrawing::ClipChanged()
+{
+    if (ViewHost* host = Self().fHost) {
+        host->LayoutChanged();
+    }
+}
+
+void ViewDrawing::PushState()
 {
     if (fState->saved.size() < kMaxSavedStates) {
         fState->saved.push_back(fState->now);
     }
 }
 
-void BView::PopState()
+void ViewDrawing::PopState()
 {
     if (fState->saved.empty()) {
         return;
     }
     fState->now = std::move(fState->saved.back());
     fState->saved.pop_back();
-    if (fHost != nullptr) {
-        fHost->LayoutChanged(); // the clip may be another one
-    }
+    ClipChanged();
 }
 
-void BView::SetViewColor(rgb_color color)
-{
-    CheckLock();
-    if (fViewColor == color) {
-        return;
-    }
-    fViewColor = color;
-    Invalidate();
-}
-
-void BView::SetViewColor(uint8 red, uint8 green, uint8 blue, uint8 alpha)
-{
-    SetViewColor(rgb_color{red, green, blue, alpha});
-}
-
-void BView::SetHighColor(rgb_color color)
+void ViewDrawing::SetHighColor(rgb_color color)
 {
     fState->now.high = color;
 }
 
-void BView::SetHighColor(uint8 red, uint8 green, uint8 blue, uint8 alpha)
+void ViewDrawing::SetHighColor(uint8 red, uint8 green, uint8 blue, uint8 alpha)
 {
     SetHighColor(rgb_color{red, green, blue, alpha});
 }
 
-rgb_color BView::HighColor() const
+rgb_color ViewDrawing::HighColor() const
 {
     return fState->now.high;
 }
 
-void BView::SetLowColor(rgb_color color)
+void ViewDrawing::SetLowColor(rgb_color color)
 {
     fState->now.low = color;
 }
 
-void BView::SetLowColor(uint8 red, uint8 green, uint8 blue, uint8 alpha)
+void ViewDrawing::SetLowColor(uint8 red, uint8 green, uint8 blue, uint8 alpha)
 {
     SetLowColor(rgb_color{red, green, blue, alpha});
 }
 
-rgb_color BView::LowColor() const
+rgb_color ViewDrawing::LowColor() const
 {
     return fState->now.low;
 }
 
-void BView::SetDrawingMode(drawing_mode mode)
+void ViewDrawing::SetDrawingMode(drawing_mode mode)
 {
     fState->now.mode = mode;
 }
 
-drawing_mode BView::DrawingMode() const
+drawing_mode ViewDrawing::DrawingMode() const
 {
     return fState->now.mode;
 }
 
-void BView::SetBlendingMode(source_alpha source, alpha_function alpha)
+void ViewDrawing::SetBlendingMode(source_alpha source, alpha_function alpha)
 {
     fState->now.sourceAlpha = source;
     fState->now.alphaFunction = alpha;
 }
 
-void BView::SetPenSize(float size)
+void ViewDrawing::SetPenSize(float size)
 {
     fState->now.penSize = std::max(1.0f, size);
 }
 
-float BView::PenSize() const
+float ViewDrawing::PenSize() const
 {
     return fState->now.penSize;
 }
 
-void BView::SetLineMode(cap_mode cap, join_mode join, float miterLimit)
+void ViewDrawing::SetLineMode(cap_mode cap, join_mode join, float miterLimit)
 {
     fState->now.cap = cap;
     fState->now.join = join;
@@ -116,7 +127,7 @@ void BView::SetLineMode(cap_mode cap, join_mode join, float miterLimit)
 
 // Fonts
 
-void BView::SetFont(const BFont* font, uint32 mask)
+void ViewDrawing::SetFont(const BFont* font, uint32 mask)
 {
     if (font == nullptr) {
         return;
@@ -141,57 +152,59 @@ void BView::SetFont(const BFont* font, uint32 mask)
     }
 }
 
-void BView::GetFont(BFont* font) const
+void ViewDrawing::GetFont(BFont* font) const
 {
     *font = fState->now.font;
 }
 
-void BView::SetFontSize(float size)
+void ViewDrawing::SetFontSize(float size)
 {
     fState->Pen();
     fState->now.font.SetSize(size);
 }
 
-void BView::GetFontHeight(font_height* height) const
+void ViewDrawing::GetFontHeight(font_height* height) const
 {
     fState->now.font.GetHeight(height);
 }
 
-float BView::StringWidth(const char* string) const
+float ViewDrawing::StringWidth(const char* string) const
 {
     return fState->now.font.StringWidth(string);
 }
 
-float BView::StringWidth(const char* string, int32 length) const
+float ViewDrawing::StringWidth(const char* string, int32 length) const
 {
     return fState->now.font.StringWidth(string, length);
 }
 
-void BView::TruncateString(BString* text, uint32 mode, float width) const
+void ViewDrawing::TruncateString(BString* text, uint32 mode, float width) const
 {
     fState->now.font.TruncateString(text, mode, width);
 }
 
 // Clipping
 
-void BView::GetClippingRegion(BRegion* region) const
+void ViewDrawing::GetClippingRegion(BRegion* region) const
 {
     CheckLock();
     if (region == nullptr) {
         return;
     }
     region->MakeEmpty();
-    if (fHost == nullptr) {
+    const BView& self = Self();
+    ViewHost* host = self.fHost;
+    if (host == nullptr) {
         return;
     }
     double x = 0;
     double y = 0;
-    kits::ViewAccess::GetOrigin(*this, &x, &y);
-    kits::RegionAccess::Set(*region, fHost->DrawingRegion(*this).translated(-static_cast<int>(x),
-                                                                            -static_cast<int>(y)));
+    ViewAccess::GetOrigin(self, &x, &y);
+    RegionAccess::Set(
+        *region, host->DrawingRegion(self).translated(-static_cast<int>(x), -static_cast<int>(y)));
 }
 
-void BView::ConstrainClippingRegion(BRegion* region)
+void ViewDrawing::ConstrainClippingRegion(BRegion* region)
 {
     CheckLock();
     if (region != nullptr) {
@@ -199,43 +212,7 @@ void BView::ConstrainClippingRegion(BRegion* region)
     } else {
         fState->now.clip.reset();
     }
-    if (fHost != nullptr) {
-        fHost->LayoutChanged();
-    }
+    ClipChanged();
 }
 
-// Updating
-
-void BView::Invalidate()
-{
-    Invalidate(Bounds());
-}
-
-void BView::Invalidate(BRect rect)
-{
-    CheckLock();
-    if (fHost != nullptr) {
-        fHost->Invalidate(*this, kits::PixelsOf(rect & Bounds()));
-    }
-}
-
-void BView::Invalidate(const BRegion* region)
-{
-    CheckLock();
-    if (fHost != nullptr && region != nullptr) {
-        fHost->Invalidate(*this, kits::RegionAccess::Get(*region));
-    }
-}
-
-void BView::Flush() const
-{
-    CheckLock();
-    if (fHost != nullptr) {
-        fHost->Present();
-    }
-}
-
-void BView::Sync() const
-{
-    Flush();
-}
+} // namespace kits

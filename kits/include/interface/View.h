@@ -1,73 +1,22 @@
 #pragma once
 
-#include <Font.h>
-#include <GraphicsDefs.h>
 #include <Handler.h>
 #include <InterfaceDefs.h>
 #include <Rect.h>
+#include <ViewConstants.h>
+#include <ViewDrawing.h>
 
-#include <memory>
-#include <string>
 #include <vector>
 
-class BBitmap;
 class BMessage;
 class BRegion;
 class BScrollBar;
+class BScrollView;
 class BWindow;
 
 namespace kits {
-class ViewAccess;
 class ViewHost;
-struct ViewState;
 } // namespace kits
-
-// View flags.
-constexpr uint32 B_FULL_UPDATE_ON_RESIZE = 0x80000000;
-constexpr uint32 B_WILL_DRAW = 0x20000000;
-constexpr uint32 B_PULSE_NEEDED = 0x10000000;
-constexpr uint32 B_NAVIGABLE_JUMP = 0x08000000;
-constexpr uint32 B_FRAME_EVENTS = 0x04000000;
-constexpr uint32 B_NAVIGABLE = 0x02000000;
-constexpr uint32 B_SUBPIXEL_PRECISE = 0x01000000;
-constexpr uint32 B_DRAW_ON_CHILDREN = 0x00800000;
-constexpr uint32 B_INPUT_METHOD_AWARE = 0x00400000;
-
-// Resizing modes: for each side of the view, the side of the parent that it follows.
-constexpr uint32 kViewTop = 1;
-constexpr uint32 kViewLeft = 2;
-constexpr uint32 kViewBottom = 3;
-constexpr uint32 kViewRight = 4;
-constexpr uint32 kViewCenter = 5;
-
-constexpr uint32 FollowRule(uint32 top, uint32 left, uint32 bottom, uint32 right)
-{
-    return (top << 12) | (left << 8) | (bottom << 4) | right;
-}
-
-constexpr uint32 B_FOLLOW_NONE = 0;
-constexpr uint32 B_FOLLOW_ALL_SIDES = FollowRule(kViewTop, kViewLeft, kViewBottom, kViewRight);
-constexpr uint32 B_FOLLOW_ALL = B_FOLLOW_ALL_SIDES;
-constexpr uint32 B_FOLLOW_LEFT = FollowRule(0, kViewLeft, 0, kViewLeft);
-constexpr uint32 B_FOLLOW_RIGHT = FollowRule(0, kViewRight, 0, kViewRight);
-constexpr uint32 B_FOLLOW_LEFT_RIGHT = FollowRule(0, kViewLeft, 0, kViewRight);
-constexpr uint32 B_FOLLOW_H_CENTER = FollowRule(0, kViewCenter, 0, kViewCenter);
-constexpr uint32 B_FOLLOW_TOP = FollowRule(kViewTop, 0, kViewTop, 0);
-constexpr uint32 B_FOLLOW_BOTTOM = FollowRule(kViewBottom, 0, kViewBottom, 0);
-constexpr uint32 B_FOLLOW_TOP_BOTTOM = FollowRule(kViewTop, 0, kViewBottom, 0);
-constexpr uint32 B_FOLLOW_V_CENTER = FollowRule(kViewCenter, 0, kViewCenter, 0);
-
-// For SetEventMask and SetMouseEventMask.
-enum : uint32 { B_POINTER_EVENTS = 0x00000001, B_KEYBOARD_EVENTS = 0x00000002 };
-enum : uint32 {
-    B_LOCK_WINDOW_FOCUS = 0x00000001,
-    B_SUSPEND_VIEW_FOCUS = 0x00000002,
-    B_NO_POINTER_HISTORY = 0x00000004,
-    B_FULL_POINTER_HISTORY = 0x00000008,
-};
-
-enum cap_mode { B_ROUND_CAP = 0, B_BUTT_CAP = 3, B_SQUARE_CAP = 4 };
-enum join_mode { B_ROUND_JOIN = 0, B_MITER_JOIN, B_BEVEL_JOIN, B_BUTT_JOIN, B_SQUARE_JOIN };
 
 /// A part of a window: a rectangle that draws itself and takes input; may hold further views.
 ///
@@ -76,97 +25,136 @@ enum join_mode { B_ROUND_JOIN = 0, B_MITER_JOIN, B_BEVEL_JOIN, B_BUTT_JOIN, B_SQ
 /// What the views draw outside Draw() is on the screen after the message being handled, or after
 /// Flush(). Units: view units, one pixel at scale 1. Ownership: a view owns its children; the
 /// window owns the topmost ones. RemoveChild returns to the caller.
-class BView : public BHandler
+class BView : public BHandler, public kits::ViewDrawing
 {
 public:
+    /// Makes a view of a `frame` in its parent's coordinates, rounded to whole units.
     BView(BRect frame, const char* name, uint32 resizingMode, uint32 flags);
+    /// Leaves its parent and deletes its children.
     ~BView() override;
 
-    // Hooks
+    // Hooks. They do nothing here unless they say otherwise.
 
+    /// Called once the view is in a window, before its children's.
     virtual void AttachedToWindow();
     /// Called after the children's AttachedToWindow().
     virtual void AllAttached();
+    /// Called while the view still is in the window that it is about to leave.
     virtual void DetachedFromWindow();
+    /// Called after the children's DetachedFromWindow().
     virtual void AllDetached();
+    /// Scrolls by the wheel where a scroll bar targets the view; passes the rest on.
     void MessageReceived(BMessage* message) override;
-
     /// Draws what lies in `updateRect`; the view colour has been filled in before.
     virtual void Draw(BRect updateRect);
     /// Draws over the children; asked of views with B_DRAW_ON_CHILDREN.
     virtual void DrawAfterChildren(BRect updateRect);
+    /// Called when a mouse button goes down inside the view.
     virtual void MouseDown(BPoint where);
+    /// Called when a button is released inside the view, or anywhere while its event mask asks.
     virtual void MouseUp(BPoint where);
+    /// Called when the pointer enters, moves in or leaves the view (`transit`: B_ENTERED_VIEW...).
     virtual void MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage);
+    /// Called when the window gets or loses the keyboard.
     virtual void WindowActivated(bool active);
+    /// Takes a key while the view has the focus; moves the focus on Tab and passes the rest on.
     virtual void KeyDown(const char* bytes, int32 byteCount);
+    /// Called when a key is released while the view has the focus.
     virtual void KeyUp(const char* bytes, int32 byteCount);
+    /// Called at the window's pulse rate; asked of views with B_PULSE_NEEDED.
     virtual void Pulse();
-    /// Asked of views with B_FRAME_EVENTS.
+    /// Called after the view was moved; asked of views with B_FRAME_EVENTS.
     virtual void FrameMoved(BPoint newPosition);
+    /// Called after the view changed its size; asked of views with B_FRAME_EVENTS.
     virtual void FrameResized(float newWidth, float newHeight);
     /// Called by the scroll view that made this view its target.
-    virtual void TargetedByScrollView(class BScrollView* scrollView);
+    virtual void TargetedByScrollView(BScrollView* scrollView);
 
     // The tree
 
-    /// Adopts `child`, in front of `before` or at the end.
+    /// Adopts `child`, in front of `before` or at the end; does nothing if it has a parent.
     virtual void AddChild(BView* child, BView* before = nullptr);
+    /// Returns a child to the caller; false when it is none of this view's.
     virtual bool RemoveChild(BView* child);
+    /// Leaves the parent and belongs to the caller then; false when there is none.
     bool RemoveSelf();
+    /// How many views lie directly in this one.
     int32 CountChildren() const;
+    /// The child at an index; null when there is none.
     BView* ChildAt(int32 index) const;
+    /// The view that follows this one in its parent; null for the last.
     BView* NextSibling() const;
+    /// The view that precedes this one in its parent; null for the first.
     BView* PreviousSibling() const;
     /// The view around this one; null for those that the window holds itself.
     BView* Parent() const;
     /// Finds the view of that name among this one and those below, in tree order.
     BView* FindView(const char* name) const;
+    /// The window that the view is in; null for none.
     BWindow* Window() const;
 
     // Geometry
 
+    /// What part of its own coordinates the view shows; the left top moves by scrolling.
     BRect Bounds() const;
+    /// Where the view lies, in its parent's coordinates.
     BRect Frame() const { return fFrame; }
+    /// The frame's left top.
     BPoint LeftTop() const { return fFrame.LeftTop(); }
+    /// Moves the view by a distance, rounded to whole units.
     void MoveBy(float dh, float dv);
+    /// Moves the frame's left top to a place in the parent, rounded to whole units.
     void MoveTo(BPoint where);
     void MoveTo(float x, float y);
+    /// Makes the view larger, or smaller, by these amounts.
     void ResizeBy(float dh, float dv);
-    /// A width or height below zero is kept; the view is then not seen.
+    /// Sets the size; one below zero is kept, and the view is then not seen.
     void ResizeTo(float width, float height);
+    /// Says how large the view would like to be: as it is, unless overridden.
     virtual void GetPreferredSize(float* width, float* height);
+    /// Takes the preferred size.
     virtual void ResizeToPreferred();
+    /// Sets how the view follows changes of its parent's size: B_FOLLOW_... .
     virtual void SetResizingMode(uint32 mode);
+    /// How the view follows changes of its parent's size.
     uint32 ResizingMode() const { return fResizingMode; }
+    /// Sets what the view asks for: B_WILL_DRAW and the like.
     virtual void SetFlags(uint32 flags);
+    /// What the view asks for.
     uint32 Flags() const { return fFlags; }
 
+    /// Turns what is in this view's coordinates into the parent's.
     void ConvertToParent(BPoint* point) const;
     BPoint ConvertToParent(BPoint point) const;
+    BRect ConvertToParent(BRect rect) const;
+    /// Turns what is in the parent's coordinates into this view's.
     void ConvertFromParent(BPoint* point) const;
     BPoint ConvertFromParent(BPoint point) const;
-    BRect ConvertToParent(BRect rect) const;
     BRect ConvertFromParent(BRect rect) const;
+    /// Turns what is in this view's coordinates into the screen's.
     void ConvertToScreen(BPoint* point) const;
     BPoint ConvertToScreen(BPoint point) const;
     BRect ConvertToScreen(BRect rect) const;
+    /// Turns what is in the screen's coordinates into this view's.
     void ConvertFromScreen(BPoint* point) const;
     BPoint ConvertFromScreen(BPoint point) const;
     BRect ConvertFromScreen(BRect rect) const;
 
+    // Showing and scrolling
+
+    /// Undoes one Hide(); the view is seen again when none is left.
     virtual void Show();
+    /// Hides the view and those below; the focus leaves them. Calls nest.
     virtual void Hide();
-    /// Whether the view, a parent or the window is hidden.
+    /// Whether the view or a parent is hidden, up to but not including `lookingFrom`; without one
+    /// also whether the window is.
     bool IsHidden() const;
     bool IsHidden(const BView* lookingFrom) const;
-
-    // Scrolling
-
+    /// Scrolls by a distance.
     void ScrollBy(float dh, float dv);
-    void ScrollTo(float x, float y);
-    /// Makes `where` the view's left top; what stays visible is moved, the rest drawn.
+    /// Makes a place the view's left top; what stays visible is moved, the rest drawn.
     virtual void ScrollTo(BPoint where);
+    void ScrollTo(float x, float y);
     /// The scroll bar whose target this view is.
     BScrollBar* ScrollBar(orientation direction) const;
     /// Moves drawn pixels within the view; what cannot be copied becomes invalid.
@@ -174,99 +162,40 @@ public:
 
     // Focus and input
 
+    /// Whether keys go to this view while its window has the keyboard.
     bool IsFocus() const;
+    /// Takes the focus from the view that has it, or gives it up.
     virtual void MakeFocus(bool focus = true);
-    /// Events that this view gets wherever they happen in the window, until changed.
+    /// Sets which events this view gets wherever they happen in the window, until changed.
     status_t SetEventMask(uint32 mask, uint32 options = 0);
+    /// The events that this view gets wherever they happen in the window.
     uint32 EventMask() const { return fEventMask; }
     /// The same from a MouseDown until the last button is released.
+    /// Errors: B_ERROR outside a MouseDown.
     status_t SetMouseEventMask(uint32 mask, uint32 options = 0);
-    /// Where the pointer is, in this view's coordinates, and what buttons are down.
+    /// Says where the pointer is, in this view's coordinates, and what buttons are down.
     void GetMouse(BPoint* location, uint32* buttons, bool checkMessageQueue = true);
-
-    // Drawing state
-
-    void PushState();
-    void PopState();
-    virtual void SetViewColor(rgb_color color);
-    void SetViewColor(uint8 red, uint8 green, uint8 blue, uint8 alpha = 255);
-    rgb_color ViewColor() const { return fViewColor; }
-    virtual void SetHighColor(rgb_color color);
-    void SetHighColor(uint8 red, uint8 green, uint8 blue, uint8 alpha = 255);
-    rgb_color HighColor() const;
-    virtual void SetLowColor(rgb_color color);
-    void SetLowColor(uint8 red, uint8 green, uint8 blue, uint8 alpha = 255);
-    rgb_color LowColor() const;
-    virtual void SetDrawingMode(drawing_mode mode);
-    drawing_mode DrawingMode() const;
-    void SetBlendingMode(source_alpha source, alpha_function alpha);
-    virtual void SetPenSize(float size);
-    float PenSize() const;
-    void SetLineMode(cap_mode cap, join_mode join, float miterLimit = 10);
-    virtual void SetFont(const BFont* font, uint32 mask = B_FONT_ALL);
-    void GetFont(BFont* font) const;
-    void SetFontSize(float size);
-    void GetFontHeight(font_height* height) const;
-    float StringWidth(const char* string) const;
-    float StringWidth(const char* string, int32 length) const;
-    void TruncateString(BString* text, uint32 mode, float width) const;
-    /// Where drawing may happen at this moment, in view coordinates.
-    void GetClippingRegion(BRegion* region) const;
-    /// Limits drawing to `region` as well; null lifts that.
-    virtual void ConstrainClippingRegion(BRegion* region);
-
-    // Drawing
-
-    void MovePenTo(BPoint point);
-    void MovePenTo(float x, float y);
-    void MovePenBy(float x, float y);
-    BPoint PenLocation() const;
-    void StrokeLine(BPoint to, ::pattern p = B_SOLID_HIGH);
-    void StrokeLine(BPoint from, BPoint to, ::pattern p = B_SOLID_HIGH);
-    void BeginLineArray(int32 count);
-    void AddLine(BPoint from, BPoint to, rgb_color color);
-    void EndLineArray();
-    void StrokeRect(BRect rect, ::pattern p = B_SOLID_HIGH);
-    void FillRect(BRect rect, ::pattern p = B_SOLID_HIGH);
-    void FillRegion(BRegion* region, ::pattern p = B_SOLID_HIGH);
-    void InvertRect(BRect rect);
-    void StrokeRoundRect(BRect rect, float xRadius, float yRadius, ::pattern p = B_SOLID_HIGH);
-    void FillRoundRect(BRect rect, float xRadius, float yRadius, ::pattern p = B_SOLID_HIGH);
-    void StrokeEllipse(BRect rect, ::pattern p = B_SOLID_HIGH);
-    void StrokeEllipse(BPoint center, float xRadius, float yRadius, ::pattern p = B_SOLID_HIGH);
-    void FillEllipse(BRect rect, ::pattern p = B_SOLID_HIGH);
-    void FillEllipse(BPoint center, float xRadius, float yRadius, ::pattern p = B_SOLID_HIGH);
-    void StrokeTriangle(BPoint a, BPoint b, BPoint c, ::pattern p = B_SOLID_HIGH);
-    void FillTriangle(BPoint a, BPoint b, BPoint c, ::pattern p = B_SOLID_HIGH);
-    void StrokePolygon(const BPoint* points, int32 count, bool closed = true,
-                       ::pattern p = B_SOLID_HIGH);
-    void FillPolygon(const BPoint* points, int32 count, ::pattern p = B_SOLID_HIGH);
-    /// Draws from the pen's place, the base line's start, and moves the pen to the end.
-    void DrawString(const char* string);
-    void DrawString(const char* string, int32 length);
-    void DrawString(const char* string, BPoint location);
-    void DrawString(const char* string, int32 length, BPoint location);
-    void DrawBitmap(const BBitmap* bitmap);
-    void DrawBitmap(const BBitmap* bitmap, BPoint where);
-    void DrawBitmap(const BBitmap* bitmap, BRect destination);
-    void DrawBitmap(const BBitmap* bitmap, BRect source, BRect destination);
-    void DrawBitmapAsync(const BBitmap* bitmap, BPoint where);
-    void DrawBitmapAsync(const BBitmap* bitmap, BRect destination);
-    void DrawBitmapAsync(const BBitmap* bitmap, BRect source, BRect destination);
 
     // Updating
 
+    /// Sets the colour that is filled in before Draw(), and has the view drawn anew.
+    virtual void SetViewColor(rgb_color color);
+    void SetViewColor(uint8 red, uint8 green, uint8 blue, uint8 alpha = 255);
+    /// The colour that is filled in before Draw().
+    rgb_color ViewColor() const { return fViewColor; }
+    /// Has the view, or what of `rect` or `region` lies in it, drawn anew after this message.
     void Invalidate();
     void Invalidate(BRect rect);
     void Invalidate(const BRegion* region);
     /// Brings what was drawn to the screen.
     void Flush() const;
+    /// The same: drawing is done when the call that draws returns.
     void Sync() const;
 
 private:
     friend class kits::ViewAccess;
+    friend class kits::ViewDrawing;
     friend class kits::ViewHost;
-
     friend class BScrollBar; // tells which bar scrolls the view
 
     void AttachTree(kits::ViewHost* host);
@@ -298,5 +227,4 @@ private:
     kits::ViewHost* fHost = nullptr;
     BScrollBar* fHorizontalBar = nullptr;
     BScrollBar* fVerticalBar = nullptr;
-    std::unique_ptr<kits::ViewState> fState; // what PushState saves
 };

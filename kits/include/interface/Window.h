@@ -3,6 +3,7 @@
 #include <InterfaceDefs.h>
 #include <Looper.h>
 #include <Rect.h>
+#include <WindowConstants.h>
 
 #include <memory>
 #include <string>
@@ -17,54 +18,6 @@ class WindowAccess;
 struct WindowState;
 } // namespace kits
 
-enum window_type {
-    B_UNTYPED_WINDOW = 0,
-    B_TITLED_WINDOW = 1,
-    B_MODAL_WINDOW = 3,
-    B_DOCUMENT_WINDOW = 11,
-    B_BORDERED_WINDOW = 20,
-    B_FLOATING_WINDOW = 21,
-};
-
-enum window_look {
-    B_BORDERED_WINDOW_LOOK = 20,
-    B_NO_BORDER_WINDOW_LOOK = 19,
-    B_TITLED_WINDOW_LOOK = 1,
-    B_DOCUMENT_WINDOW_LOOK = 11,
-    B_MODAL_WINDOW_LOOK = 3,
-    B_FLOATING_WINDOW_LOOK = 7,
-};
-
-enum window_feel {
-    B_NORMAL_WINDOW_FEEL = 0,
-    B_MODAL_SUBSET_WINDOW_FEEL = 2,
-    B_MODAL_APP_WINDOW_FEEL = 1,
-    B_MODAL_ALL_WINDOW_FEEL = 3,
-    B_FLOATING_SUBSET_WINDOW_FEEL = 5,
-    B_FLOATING_APP_WINDOW_FEEL = 4,
-    B_FLOATING_ALL_WINDOW_FEEL = 6,
-};
-
-// Window flags.
-constexpr uint32 B_NOT_MOVABLE = 0x00000001;
-constexpr uint32 B_NOT_CLOSABLE = 0x00000020;
-constexpr uint32 B_NOT_ZOOMABLE = 0x00000040;
-constexpr uint32 B_NOT_MINIMIZABLE = 0x00004000;
-constexpr uint32 B_NOT_H_RESIZABLE = 0x00000004;
-constexpr uint32 B_NOT_V_RESIZABLE = 0x00000008;
-constexpr uint32 B_NOT_RESIZABLE = 0x00000002;
-constexpr uint32 B_AVOID_FRONT = 0x00000080;
-constexpr uint32 B_AVOID_FOCUS = 0x00002000;
-constexpr uint32 B_WILL_ACCEPT_FIRST_CLICK = 0x00000010;
-constexpr uint32 B_OUTLINE_RESIZE = 0x00001000;
-constexpr uint32 B_NO_WORKSPACE_ACTIVATION = 0x00000100;
-constexpr uint32 B_NOT_ANCHORED_ON_ACTIVATE = 0x00020000;
-constexpr uint32 B_ASYNCHRONOUS_CONTROLS = 0x00080000;
-constexpr uint32 B_QUIT_ON_WINDOW_CLOSE = 0x00100000;
-
-constexpr uint32 B_CURRENT_WORKSPACE = 0;
-constexpr uint32 B_ALL_WORKSPACES = 0xffffffff;
-
 /// A window on the screen, with a thread and a message loop of its own, and a tree of views in it.
 ///
 /// It is made hidden, with its thread not running; the first Show() starts that. Frames are those
@@ -73,118 +26,190 @@ constexpr uint32 B_ALL_WORKSPACES = 0xffffffff;
 class BWindow : public BLooper
 {
 public:
+    /// Makes a window of a client `frame`; a dialog belongs to the window whose thread makes it.
     BWindow(BRect frame, const char* title, window_type type, uint32 flags,
             uint32 workspace = B_CURRENT_WORKSPACE);
     BWindow(BRect frame, const char* title, window_look look, window_feel feel, uint32 flags,
             uint32 workspace = B_CURRENT_WORKSPACE);
+    /// Deletes the views.
     ~BWindow() override;
 
     // BLooper
+
+    /// Takes the messages that no view wanted.
     void MessageReceived(BMessage* message) override;
+    /// Hands input to the views, shortcuts and the default button; the rest to `target`.
     void DispatchMessage(BMessage* message, BHandler* target) override;
+    /// Asked before the window closes; true unless overridden.
     bool QuitRequested() override;
+    /// Takes the window from the screen, ends its thread and deletes it. Thread: any thread.
     void Quit() override;
+    /// Starts the thread; Show() does.
     thread_id Run() override;
 
-    // Hooks
+    // Hooks. They do nothing here.
 
+    /// Called after the window was moved, by a person or the program.
     virtual void FrameMoved(BPoint newPosition);
+    /// Called after the window changed its size, by a person or the program.
     virtual void FrameResized(float newWidth, float newHeight);
+    /// Called when the window gets or loses the keyboard.
     virtual void WindowActivated(bool active);
+    /// Kept for overriding: menus open without it.
     virtual void MenusBeginning();
+    /// Kept for overriding: menus close without it.
     virtual void MenusEnded();
+    /// Called when the screen that shows the window changes.
     virtual void ScreenChanged(BRect screenFrame, color_space mode);
+    /// Kept for overriding: there is one workspace, so nothing calls it.
     virtual void WorkspaceActivated(int32 workspace, bool active);
 
     // Showing
 
     /// Undoes one Hide(); the window appears when none is left. The first call starts the thread.
+    /// Thread: any thread.
     virtual void Show();
+    /// Takes the window and its menus from the screen. Calls nest. Thread: any thread.
     virtual void Hide();
+    /// Whether the window is hidden; it is before the first Show().
     bool IsHidden() const;
+    /// Makes the window an icon, or brings it back. Thread: any thread.
     virtual void Minimize(bool minimize);
+    /// Whether the window is an icon.
     bool IsMinimized() const;
-    /// Grows to the zoom limits, or goes back.
-    virtual void Zoom(BPoint leftTop, float width, float height);
+    /// Grows to the screen's room or the zoom limits, or goes back when it has grown.
     void Zoom();
+    /// Takes the place and size that zooming chose.
+    virtual void Zoom(BPoint leftTop, float width, float height);
+    /// Limits how large zooming makes the window.
     void SetZoomLimits(float maxWidth, float maxHeight);
+    /// Asks for the keyboard and the front; false does nothing. Thread: any thread.
     void Activate(bool active = true);
+    /// Whether the window has the keyboard.
     bool IsActive() const;
+    /// The same: no window manager tells what is in front.
     bool IsFront() const;
 
     // Frame
 
+    /// The client area, with (0, 0) as its left top.
     BRect Bounds() const;
+    /// The client area on the screen.
     BRect Frame() const;
+    /// Moves the window by a distance. Thread: any thread.
     void MoveBy(float dx, float dy);
+    /// Moves the client area's left top, rounded to whole units. Thread: any thread.
     void MoveTo(BPoint where);
     void MoveTo(float x, float y);
+    /// Makes the window larger, or smaller, by these amounts. Thread: any thread.
     void ResizeBy(float dx, float dy);
+    /// Sets the size, rounded and within the size limits. Thread: any thread.
     void ResizeTo(float width, float height);
+    /// Moves the window to the middle of a frame. Thread: any thread.
     void CenterIn(BRect frame);
+    /// Moves the window to the middle of its screen's room. Thread: any thread.
     void CenterOnScreen();
+    /// Limits the size and applies it at once; a minimum above its maximum changes nothing.
     void SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight);
+    /// Tells the limits of the size.
     void GetSizeLimits(float* minWidth, float* maxWidth, float* minHeight, float* maxHeight);
+    /// Turns what is in the window's coordinates into the screen's.
     void ConvertToScreen(BPoint* point) const;
     BPoint ConvertToScreen(BPoint point) const;
     BRect ConvertToScreen(BRect rect) const;
+    /// Turns what is in the screen's coordinates into the window's.
     void ConvertFromScreen(BPoint* point) const;
     BPoint ConvertFromScreen(BPoint point) const;
     BRect ConvertFromScreen(BRect rect) const;
 
     // Kind
 
+    /// The title; lent until it is set anew.
     const char* Title() const;
+    /// Sets the title; null is an empty one. Thread: any thread.
     void SetTitle(const char* title);
+    /// How the window's border looks.
     window_look Look() const;
+    /// Sets how the window's border looks.
     status_t SetLook(window_look look);
+    /// How the window stands to others: modal, floating or neither.
     window_feel Feel() const;
+    /// Sets how the window stands to others.
     status_t SetFeel(window_feel feel);
+    /// What a person can do with the window, and what it asks for.
     uint32 Flags() const;
+    /// Sets what a person can do with the window, and what it asks for.
     status_t SetFlags(uint32 flags);
+    /// Whether other windows take no input while this one is shown.
     bool IsModal() const;
+    /// Whether the window stays above others.
     bool IsFloating() const;
+    /// Sets the look and feel of a type.
     status_t SetType(window_type type);
+    /// The type with the window's look and feel; B_UNTYPED_WINDOW for none.
     window_type Type() const;
+    /// The workspaces that the window is in: always the current one.
     uint32 Workspaces() const { return B_CURRENT_WORKSPACE; }
 
     // Views
 
+    /// Adopts `child`, in front of `before` or at the end.
     void AddChild(BView* child, BView* before = nullptr);
+    /// Returns a view to the caller; false when the window does not hold it itself.
     bool RemoveChild(BView* child);
+    /// How many views the window holds itself.
     int32 CountChildren() const;
+    /// The view at an index; null when there is none.
     BView* ChildAt(int32 index) const;
+    /// Finds the view of that name, or the innermost one seen at a place; null for none.
     BView* FindView(const char* name) const;
     BView* FindView(BPoint where) const;
+    /// The view that has the focus; null for none.
     BView* CurrentFocus() const;
+    /// The view that the pointer is over; null for none.
     BView* LastMouseMovedView() const;
 
     // Keys
 
+    /// The button that answers Enter; null for none.
     BButton* DefaultButton() const;
     /// Makes `button` answer Enter; null for none.
     void SetDefaultButton(BButton* button);
+    /// The menu bar that keys open; null for none.
     BMenuBar* KeyMenuBar() const;
+    /// Chooses the menu bar that keys open.
     void SetKeyMenuBar(BMenuBar* menuBar);
-    /// Ownership: adopts `message`. The Command key is added to the modifiers.
+    /// Sends `message` to `target`, or to the window, for a key; the Command key is added to the
+    /// modifiers. Ownership: adopts `message`; null only removes what the key did.
     void AddShortcut(uint32 key, uint32 modifiers, BMessage* message);
     void AddShortcut(uint32 key, uint32 modifiers, BMessage* message, BHandler* target);
+    /// Takes back what AddShortcut() did for the key.
     void RemoveShortcut(uint32 key, uint32 modifiers);
-    void SetPulseRate(bigtime_t rate);
-    bigtime_t PulseRate() const;
 
     // Updating
 
+    /// Sets how often views get Pulse(); 0 for never. Units: microseconds.
+    void SetPulseRate(bigtime_t rate);
+    /// How often views get Pulse().
+    bigtime_t PulseRate() const;
     /// Paints what is invalid now, at most once per 1/60 s: what comes sooner is painted later.
+    /// Thread: any thread.
     void UpdateIfNeeded();
+    /// Whether something is invalid.
     bool NeedsUpdate() const;
+    /// Undoes one DisableUpdates().
     void EnableUpdates();
+    /// Holds painting back until EnableUpdates(). Calls nest.
     void DisableUpdates();
+    /// Brings what was drawn to the screen.
     void Flush() const;
     /// Paints what is invalid and brings it to the screen.
     void Sync() const;
+    /// Marks the begin of drawing that belongs together: that of one thread appears at once anyway.
     void BeginViewTransaction();
+    /// Marks the end of it.
     void EndViewTransaction();
+    /// Whether it is between the two.
     bool InViewTransaction() const;
 
     // Extensions of the platform
@@ -200,8 +225,8 @@ public:
     bool TakesAnswers() const;
     /// Whether showing it takes the focus; true unless changed. Each Show() looks at it.
     void SetTakesFocus(bool takesFocus);
-    /// False for a window that shows progress: keys typed before a person chose it go on to its opener
-    /// (kits::ShowRequest::takesKeys). True unless changed. Before Show().
+    /// False for a window that shows progress: keys typed before a person chose it go on to its
+    /// opener (kits::ShowRequest::takesKeys). True unless changed. Before Show().
     void SetTakesKeys(bool takesKeys);
 
 protected:
