@@ -1,0 +1,123 @@
+#include "TextBuffer.h"
+
+#include <algorithm>
+
+namespace kits {
+
+namespace {
+
+bool IsContinuation(char byte)
+{
+    return (static_cast<uint8>(byte) & 0xc0) == 0x80;
+}
+
+// The second byte's limits: they keep out overlong forms, surrogates and what lies above U+10FFFF.
+bool IsSecondByte(uint8 first, uint8 second)
+{
+    switch (first) {
+    case 0xe0:
+        return second >= 0xa0 && second <= 0xbf;
+    case 0xed:
+        return second >= 0x80 && second <= 0x9f;
+    case 0xf0:
+        return second >= 0x90 && second <= 0xbf;
+    case 0xf4:
+        return second >= 0x80 && second <= 0x8f;
+    default:
+        return second >= 0x80 && second <= 0xbf;
+    }
+}
+
+} // namespace
+
+int32 Utf8Length(std::string_view bytes)
+{
+    if (bytes.empty()) {
+        return 0;
+    }
+    const uint8 first = static_cast<uint8>(bytes[0]);
+    if (first < 0x80) {
+        return 1;
+    }
+    int32 length = 0;
+    if (first >= 0xc2 && first <= 0xdf) {
+        length = 2;
+    } else if (first >= 0xe0 && first <= 0xef) {
+        length = 3;
+    } else if (first >= 0xf0 && first <= 0xf4) {
+        length = 4;
+    }
+    if (length == 0 || bytes.size() < static_cast<size_t>(length) ||
+        !IsSecondByte(first, static_cast<uint8>(bytes[1]))) {
+        return 0;
+    }
+    for (int32 i = 2; i < length; ++i) {
+        if (!IsContinuation(bytes[static_cast<size_t>(i)])) {
+            return 0;
+        }
+    }
+    return length;
+}
+
+std::string_view CutAtCharacter(std::string_view text, int32 length)
+{
+    size_t place = 0;
+    const size_t limit = static_cast<size_t>(std::max<int32>(length, 0));
+    while (place < text.size()) {
+        const size_t next =
+            place + static_cast<size_t>(std::max<int32>(1, Utf8Length(text.substr(place))));
+        if (next > limit) {
+            break;
+        }
+        place = next;
+    }
+    return text.substr(0, place);
+}
+
+void TextBuffer::SetText(std::string_view text)
+{
+    fBytes.assign(text);
+    fLines.Build(fIsSingleLine ? std::string_view() : fBytes);
+}
+
+void TextBuffer::Replace(int32 from, int32 to, std::string_view inserted)
+{
+    fBytes.replace(static_cast<size_t>(from), static_cast<size_t>(to - from), inserted);
+    if (!fIsSingleLine) {
+        fLines.Replace(from, to - from, inserted);
+    }
+}
+
+void TextBuffer::SetSingleLine(bool isSingle)
+{
+    fIsSingleLine = isSingle;
+    fLines.Build(isSingle ? std::string_view() : fBytes);
+}
+
+std::string_view TextBuffer::Part(int32 from, int32 to) const
+{
+    return std::string_view(fBytes).substr(static_cast<size_t>(from),
+                                           static_cast<size_t>(to - from));
+}
+
+int32 TextBuffer::Clamp(int32 offset) const
+{
+    offset = std::clamp(offset, 0, Length());
+    // A character has at most three bytes behind its first.
+    for (int32 back = 1; back <= 3 && back <= offset && offset < Length(); ++back) {
+        if (!IsContinuation(fBytes[static_cast<size_t>(offset)])) {
+            break;
+        }
+        if (Utf8Length(std::string_view(fBytes).substr(static_cast<size_t>(offset - back))) > back) {
+            return offset - back;
+        }
+    }
+    return offset;
+}
+
+int32 TextBuffer::LineEnd(int32 line) const
+{
+    return line + 1 < CountLines() ? LineStart(line + 1) - 1 : Length();
+}
+
+} // namespace kits

@@ -1,0 +1,81 @@
+#include "TextDecoding.h"
+
+#include "TextBuffer.h"
+
+#include <algorithm>
+
+namespace kits {
+
+namespace {
+
+constexpr char16_t kDeleteSign = 0x2421;
+
+char16_t ShownAscii(uint8 byte, bool showsTabs)
+{
+    if (byte == 0x7f) {
+        return kDeleteSign;
+    }
+    const bool isSigned = byte < 0x20 && (byte != '\t' || showsTabs);
+    return isSigned ? static_cast<char16_t>(0x2400 + byte) : byte;
+}
+
+bool IsRightToLeft(QChar unit)
+{
+    // The scripts beyond the basic plane are told by their first unit.
+    const char16_t code = unit.unicode();
+    return (code >= 0x0590 && code <= 0x08ff) || code == 0x200f || code == 0x202b ||
+           code == 0x202e || code == 0x2067 || (code >= 0xfb1d && code <= 0xfdff) ||
+           (code >= 0xfe70 && code <= 0xfefe) || code == 0xd802 || code == 0xd803 ||
+           code == 0xd83a || code == 0xd83b;
+}
+
+} // namespace
+
+DecodedText::DecodedText(std::string_view bytes, bool showsTabs)
+    : fByteCount(static_cast<int32>(bytes.size()))
+{
+    fText.reserve(fByteCount);
+    const bool isAscii = std::all_of(bytes.begin(), bytes.end(),
+                                     [](char byte) { return static_cast<uint8>(byte) < 0x80; });
+    if (isAscii) {
+        for (const char byte : bytes) {
+            fText += QChar(ShownAscii(static_cast<uint8>(byte), showsTabs));
+        }
+        return;
+    }
+    for (size_t place = 0; place < bytes.size();) {
+        const int32 length = Utf8Length(bytes.substr(place));
+        const qsizetype before = fText.size();
+        if (length == 0) {
+            fText += QChar(QChar::ReplacementCharacter);
+        } else if (length == 1) {
+            fText += QChar(ShownAscii(static_cast<uint8>(bytes[place]), showsTabs));
+        } else {
+            fText += QString::fromUtf8(bytes.data() + place, length);
+        }
+        for (qsizetype unit = before; unit < fText.size(); ++unit) {
+            fBytes.push_back(static_cast<int32>(place));
+            fHasRightToLeft = fHasRightToLeft || IsRightToLeft(fText[unit]);
+        }
+        place += static_cast<size_t>(std::max<int32>(length, 1));
+    }
+    fBytes.push_back(fByteCount);
+}
+
+int32 DecodedText::UnitOf(int32 byte) const
+{
+    byte = std::clamp(byte, 0, fByteCount);
+    if (fBytes.empty()) {
+        return byte;
+    }
+    return static_cast<int32>(std::lower_bound(fBytes.begin(), fBytes.end(), byte) -
+                              fBytes.begin());
+}
+
+int32 DecodedText::ByteOf(int32 unit) const
+{
+    unit = std::clamp<int32>(unit, 0, static_cast<int32>(fText.size()));
+    return fBytes.empty() ? unit : fBytes[static_cast<size_t>(unit)];
+}
+
+} // namespace kits

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "TextLayout.h"
+
+#include <InterfaceDefs.h>
+#include <Rect.h>
+
+#include <optional>
+#include <vector>
+
+namespace kits {
+
+class TextBuffer;
+
+/// Where the rows of a text are: its lines, wrapped or not, aligned in a rectangle.
+///
+/// Nothing shaped is kept, only how many rows each line has. Units: those of the view.
+class TextGeometry
+{
+public:
+    struct RowPlace
+    {
+        int32 line = 0;      // of the text
+        int32 rowInLine = 0; // 0 unless the line is wrapped
+    };
+
+    /// Borrows the text, for as long as it lives.
+    explicit TextGeometry(const TextBuffer& text) : fText(text) { FontChanged(); }
+
+    void SetFont(const BFont& font);
+    const BFont& Font() const { return fStyle.font; }
+    void SetTabWidth(float width) { fStyle.tabWidth = width; }
+    float TabWidth() const { return fStyle.tabWidth; }
+    void SetRect(BRect rect);
+    BRect Rect() const { return fRect; }
+    void SetWrap(bool wraps);
+    bool Wraps() const { return fIsWrapped; }
+    void SetAlignment(alignment flag) { fAlignment = flag; }
+    alignment Alignment() const { return fAlignment; }
+    /// Shows text of an input method at an offset of the whole text; an empty one ends that.
+    void SetPreview(const TextPreview& preview);
+    const TextPreview& Preview() const { return fPreview; }
+
+    /// Everything is new.
+    void Reset();
+    /// The lines from `first` on were replaced by others.
+    void LinesReplaced(int32 first, int32 removed, int32 inserted);
+
+    float RowHeight() const { return fAscent + fDescent; }
+    float Ascent() const { return fAscent; }
+    int32 CountRows() const;
+    RowPlace PlaceOf(int32 row) const;
+    int32 RowOf(int32 offset) const;
+    int32 RowStart(int32 row) const;
+    int32 RowEnd(int32 row) const;
+    float RowWidth(int32 row) const;
+    double RowTop(int32 row) const;
+    /// The row at a height, above the first and below the last the nearest.
+    int32 RowAt(double y) const;
+    /// Where the text of a row begins, as it is aligned.
+    double RowLeft(const TextLayout& layout, int32 rowInLine) const;
+    TextLayout LayoutOf(int32 line) const;
+
+    BPoint PointAt(int32 offset) const;
+    /// Where the caret stands: as PointAt(), but within the preview while there is one.
+    BPoint CaretAt(int32 offset) const;
+    int32 OffsetAt(BPoint point) const;
+    /// The offset at an x of a row.
+    int32 OffsetInRow(int32 row, double x) const;
+
+private:
+    void FontChanged();
+    int32 RowsOf(int32 line) const;
+    int32 FirstRowOf(int32 line) const;
+    bool IsPreviewedIn(int32 line) const;
+
+    const TextBuffer& fText;
+    TextStyle fStyle;
+    float fAscent = 12;
+    float fDescent = 3;
+    BRect fRect;
+    bool fIsWrapped = false;
+    alignment fAlignment = B_ALIGN_LEFT;
+    TextPreview fPreview; // its offset counts from the text's beginning
+
+    // Of wrapped text; both grow as they are asked for.
+    mutable std::vector<int32> fRowCounts; // for each line; 0: not known
+    mutable std::vector<int32> fFirstRows; // for the first lines
+};
+
+} // namespace kits
