@@ -207,6 +207,12 @@ void CopyWin::BytesCopied(const char* name, int64 count)
     PaintIfDue();
 }
 
+void CopyWin::EntriesRemoved(int64 count)
+{
+    fProgress.AddEntries(count);
+    PaintIfDue();
+}
+
 void CopyWin::NoteProblem(const std::string& name, const std::string& reason)
 {
     fProblems.Add(name, reason);

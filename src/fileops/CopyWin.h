@@ -50,6 +50,7 @@ public:
     // What NorvaneEntry reports. Thread: the window's own.
     void FileStarted(const std::string& sourcePath, const std::string& targetPath, int64 sizeBytes);
     void BytesCopied(const char* name, int64 count);
+    void EntriesRemoved(int64 count);
     void NoteProblem(const std::string& name, const std::string& reason);
     /// Hides the window before a question; nests with ShowAgain().
     void HideForQuestion();

@@ -1,10 +1,12 @@
 #include "fileops/FileCopier.h"
 
 #include "fileops/FileInfoCopy.h"
+#include "fileops/MoveLedger.h"
 #include "fileops/OperationUI.h"
 #include "fileops/OverwriteDetails.h"
 #include "fileops/OwnNames.h"
 #include "fileops/ProblemList.h"
+#include "fileops/RecordCopy.h"
 
 #include <Directory.h>
 #include <Entry.h>
@@ -49,14 +51,9 @@ bool IsSameNode(const struct stat& a, const struct stat& b)
 
 } // namespace
 
-std::string CopyPlace::PathOf(const char* name) const
-{
-    return path + "/" + name;
-}
-
-FileCopier::FileCopier(OperationUI& ui, const CopyPlace& source, const CopyPlace& target,
-                       const char* name, const struct stat& record)
-    : fUI(ui), fSourcePlace(source), fTargetPlace(target), fName(name), fRecord(record)
+FileCopier::FileCopier(OperationUI& ui, const CopyPurpose& purpose, const CopyStep& step,
+                       const struct stat& record)
+    : fUI(ui), fPurpose(purpose), fStep(step), fRecord(record)
 {
 }
 
@@ -66,20 +63,22 @@ CopyResult FileCopier::Run()
         return CopyResult();
     }
     BFile file;
-    const status_t status = fTargetPlace.folder.CreateNewFile(fName, fRecord.st_mode & 0666, &file);
+    const status_t status =
+        fStep.target.folder.CreateNewFile(fStep.targetName, fRecord.st_mode & 0666, &file);
     if (status == B_OK) {
         return WriteNew(&file);
     }
     struct stat existing;
-    if (status != B_FILE_EXISTS || fTargetPlace.folder.GetStatFor(fName, &existing) != B_OK) {
+    if (status != B_FILE_EXISTS ||
+        fStep.target.folder.GetStatFor(fStep.targetName, &existing) != B_OK) {
         return Failed(status);
     }
     // Before asking whether there is anybody to ask: whatever the answer, a file is never written
     // over itself.
     if (IsSameNode(existing, fRecord)) {
-        return CopyResult();
+        return {.isItself = true};
     }
-    if (!fUI.CanAsk()) {
+    if (fPurpose.isAllNew || !fUI.CanAsk()) {
         return Failed(status);
     }
     if (AskAboutClash(existing) != Clash::kReplace) {
@@ -92,7 +91,7 @@ bool FileCopier::OpenSource()
 {
     // A name may lead somewhere else by now: only a regular file is opened, and a link never
     // followed.
-    status_t status = fSource.SetTo(&fSourcePlace.folder, fName, B_READ_ONLY | B_NO_TRAVERSE);
+    status_t status = fSource.SetTo(&fStep.source.folder, fStep.name, B_READ_ONLY | B_NO_TRAVERSE);
     if (status == B_OK) {
         status = fSource.GetStat(&fRecord);
     }
@@ -104,8 +103,8 @@ bool FileCopier::OpenSource()
 
 CopyResult FileCopier::Failed(status_t status)
 {
-    fUI.NoteProblem(fName, ReasonFor(status));
-    return {true, false};
+    fUI.NoteProblem(fStep.name, ReasonFor(status));
+    return {.isDone = true};
 }
 
 FileCopier::Clash FileCopier::AskAboutClash(const struct stat& existing)
@@ -121,7 +120,7 @@ FileCopier::Clash FileCopier::AskAboutClash(const struct stat& existing)
         return IsOlder(existing) ? Clash::kReplace : LeaveHidden();
     }
     fUI.HideProgress();
-    fUI.AskOverwrite({fSourcePlace.PathOf(fName), fTargetPlace.PathOf(fName),
+    fUI.AskOverwrite({fStep.SourcePath(), fStep.TargetPath(),
                       OverwriteDetails(existing.st_size, existing.st_mtime),
                       OverwriteDetails(fRecord.st_size, fRecord.st_mtime)});
     const uint32 answer = fUI.StandingAnswer();
@@ -154,9 +153,17 @@ CopyResult FileCopier::WriteNew(BFile* file)
     const bool isWhole = CopyContents(file);
     if (!isWhole && fUI.IsStopped()) {
         // Nobody asked for half a file; one that an error cut short stays, to be looked at.
-        BEntry(&fTargetPlace.folder, fName).Remove();
+        BEntry(&fStep.target.folder, fStep.targetName).Remove();
     }
-    return {!fIsFull && !fUI.IsStopped(), isWhole};
+    return Written(isWhole && TakeAlong(file));
+}
+
+CopyResult FileCopier::Written(bool isWhole)
+{
+    if (isWhole && fPurpose.IsMove()) {
+        fPurpose.ledger->Add(fStep.SourcePath(), fRecord);
+    }
+    return {.isDone = !fIsFull && !fUI.IsStopped(), .isWhole = isWhole};
 }
 
 CopyResult FileCopier::WriteOver(const struct stat& existing)
@@ -170,18 +177,31 @@ CopyResult FileCopier::WriteOver(const struct stat& existing)
     if (created != B_OK) {
         return Failed(created);
     }
-    BesideGuard guard(fTargetPlace.folder, beside.Name());
+    BesideGuard guard(fStep.target.folder, beside.Name());
     if (!CopyContents(&file)) {
-        return {!fIsFull && !fUI.IsStopped(), false};
+        return Written(false);
     }
-    const status_t renamed = guard.RenameOver(fName);
+    const status_t renamed = guard.RenameOver(fStep.targetName);
     if (renamed != B_OK) {
         return Failed(renamed);
     }
-    if (S_ISREG(existing.st_mode)) {
+    if (S_ISREG(existing.st_mode) && !fPurpose.IsMove()) {
         file.SetPermissions(existing.st_mode & 0777);
     }
-    return {true, true};
+    return Written(TakeAlong(&file));
+}
+
+bool FileCopier::TakeAlong(BFile* file)
+{
+    if (!fPurpose.IsMove()) {
+        return true;
+    }
+    const status_t status = file->CopyAttrsFrom(fSource);
+    if (status != B_OK) {
+        fUI.NoteProblem(fStep.name, "its attributes could not be kept");
+    }
+    TakeRecordAlong(file, fRecord);
+    return status == B_OK;
 }
 
 status_t FileCopier::CreateBeside(const struct stat& existing, const OwnTemporaryName& name,
@@ -190,17 +210,19 @@ status_t FileCopier::CreateBeside(const struct stat& existing, const OwnTemporar
     // A replaced file keeps its mode, which is set when the new one is in its place. What replaces
     // a link is a new file.
     const mode_t mode = S_ISREG(existing.st_mode) ? mode_t(0600) : fRecord.st_mode & 0666;
-    return fTargetPlace.folder.CreateNewFile(name.Name(), mode, file);
+    return fStep.target.folder.CreateNewFile(name.Name(), mode, file);
 }
 
 bool FileCopier::CopyContents(BFile* file)
 {
-    fUI.FileStarted(fSourcePlace.PathOf(fName), fTargetPlace.PathOf(fName), fRecord.st_size);
+    fUI.FileStarted(fStep.SourcePath(), fStep.TargetPath(), fRecord.st_size);
     int64 copiedBytes = 0;
     if (!CopyChunks(file, &copiedBytes)) {
         return false;
     }
-    CopyFileInfo(&fSource, file);
+    if (!fPurpose.IsMove()) {
+        CopyFileInfo(&fSource, file); // a move takes all attributes along
+    }
     return IsComplete(*file, copiedBytes);
 }
 
@@ -214,7 +236,7 @@ bool FileCopier::CopyChunks(BFile* file, int64* copiedBytes)
         }
         count = fSource.Read(chunk, sizeof(chunk));
         if (count < 0) {
-            fUI.NoteProblem(fName, ReasonFor(static_cast<status_t>(count)));
+            fUI.NoteProblem(fStep.name, ReasonFor(static_cast<status_t>(count)));
             return false;
         }
         const ssize_t written = file->Write(chunk, static_cast<size_t>(count));
@@ -222,7 +244,7 @@ bool FileCopier::CopyChunks(BFile* file, int64* copiedBytes)
             return WriteFailed(written);
         }
         *copiedBytes += count;
-        fUI.BytesCopied(fName, count);
+        fUI.BytesCopied(fStep.name, count);
     } while (count == static_cast<ssize_t>(kChunkBytes));
     // Hands over what waits in the file's buffer: its status is that of all that came before.
     const ssize_t flushed = file->Write(chunk, 0);
@@ -236,7 +258,7 @@ bool FileCopier::WriteFailed(ssize_t status)
         fUI.Tell("Out of space on the target volume.", Notice::kStop);
     } else {
         const status_t reason = status < 0 ? static_cast<status_t>(status) : status_t(B_IO_ERROR);
-        fUI.NoteProblem(fName, ReasonFor(reason));
+        fUI.NoteProblem(fStep.name, ReasonFor(reason));
     }
     return false;
 }
@@ -250,11 +272,11 @@ bool FileCopier::IsComplete(const BFile& file, int64 copiedBytes)
                                 now.st_mtim.tv_sec == fRecord.st_mtim.tv_sec &&
                                 now.st_mtim.tv_nsec == fRecord.st_mtim.tv_nsec;
     if (!isReadToTheEnd) {
-        fUI.NoteProblem(fName, "it changed while it was being copied");
+        fUI.NoteProblem(fStep.name, "it changed while it was being copied");
         return false;
     }
     if (file.GetSize(&written) != B_OK || written != copiedBytes) {
-        fUI.NoteProblem(fName, "not every byte arrived");
+        fUI.NoteProblem(fStep.name, "not every byte arrived");
         return false;
     }
     return true;

@@ -1,34 +1,16 @@
 #pragma once
 
+#include "fileops/CopyPlace.h"
+
 #include <File.h>
 #include <SupportDefs.h>
 
 #include <sys/stat.h>
 
-#include <string>
-
-class BDirectory;
-
 namespace norvane {
 
 class OperationUI;
 class OwnTemporaryName;
-
-/// An open folder of a copy, with the path it is shown by.
-struct CopyPlace
-{
-    BDirectory& folder;
-    std::string path;
-
-    std::string PathOf(const char* name) const;
-};
-
-/// How the copy of a file or a tree ended.
-struct CopyResult
-{
-    bool isDone = false;  // what the person is told
-    bool isWhole = false; // every byte arrived
-};
 
 /// Copies one regular file from an open folder into another, asking about a target that exists.
 ///
@@ -39,7 +21,7 @@ class FileCopier
 {
 public:
     /// Ownership: borrows all for its own life; `record` is the source's, as it was listed.
-    FileCopier(OperationUI& ui, const CopyPlace& source, const CopyPlace& target, const char* name,
+    FileCopier(OperationUI& ui, const CopyPurpose& purpose, const CopyStep& step,
                const struct stat& record);
 
     CopyResult Run();
@@ -55,6 +37,7 @@ private:
     CopyResult WriteNew(BFile* file);
     CopyResult WriteOver(const struct stat& existing);
     CopyResult Failed(status_t status);
+    CopyResult Written(bool isWhole);
     Clash AskAboutClash(const struct stat& existing);
     Clash LeaveHidden();
     bool IsOlder(const struct stat& existing) const;
@@ -63,11 +46,11 @@ private:
     bool CopyChunks(BFile* file, int64* copiedBytes);
     bool WriteFailed(ssize_t status);
     bool IsComplete(const BFile& file, int64 copiedBytes);
+    bool TakeAlong(BFile* file);
 
     OperationUI& fUI;
-    const CopyPlace& fSourcePlace;
-    const CopyPlace& fTargetPlace;
-    const char* fName;
+    const CopyPurpose& fPurpose;
+    const CopyStep& fStep;
     struct stat fRecord;
     BFile fSource;
     bool fIsFull = false; // the target's volume

@@ -4,6 +4,7 @@
 #include "fileops/OverwriteDetails.h"
 #include "fileops/ProblemList.h"
 #include "fileops/TreeCopier.h"
+#include "fileops/TreeDeleter.h"
 #include "fileops/WindowUI.h"
 
 #include <Alert.h>
@@ -70,7 +71,13 @@ bool NorvaneEntry::CopyTo(const char* destDir, CopyWin* copyWin, OverWin* overWi
 
 bool NorvaneEntry::CopyTo(const char* destDir, OperationUI& ui)
 {
-    fIsWhole = false;
+    return CopyTo(destDir, ui, CopyPurpose());
+}
+
+bool NorvaneEntry::CopyTo(const char* destDir, OperationUI& ui, const CopyPurpose& purpose,
+                          const char* targetName)
+{
+    fResult = CopyResult();
     BPath ownPath;
     BDirectory parent;
     status_t status = GetPath(&ownPath);
@@ -81,8 +88,9 @@ bool NorvaneEntry::CopyTo(const char* destDir, OperationUI& ui)
         ui.NoteProblem(Name(), ReasonFor(status));
         return false;
     }
-    const std::string targetPath = std::string(destDir) + "/" + Name();
-    if (targetPath == ownPath.Path()) {
+    const char* newName = targetName != nullptr ? targetName : Name();
+    if (std::string(destDir) + "/" + newName == ownPath.Path()) {
+        fResult.isItself = true;
         return false;
     }
     BDirectory destination(destDir);
@@ -95,9 +103,30 @@ bool NorvaneEntry::CopyTo(const char* destDir, OperationUI& ui)
     const std::string sourcePath = sourceFolder.Path() != nullptr ? sourceFolder.Path() : "";
     const CopyPlace source{parent, sourcePath == "/" ? "" : sourcePath};
     const CopyPlace target{destination, destDir};
-    const CopyResult result = TreeCopier(ui).Copy(source, target, Name());
-    fIsWhole = result.isWhole;
-    return result.isDone;
+    fResult = TreeCopier(ui, purpose).Copy({source, Name(), target, newName});
+    fResult.isItself |= purpose.IsMove() && IsAbove(destination);
+    return fResult.isDone;
+}
+
+bool NorvaneEntry::IsAbove(const BDirectory& folder) const
+{
+    struct stat record;
+    BEntry folderEntry;
+    if (GetStat(&record) != B_OK || !S_ISDIR(record.st_mode)) {
+        return false;
+    }
+    return folder.GetEntry(&folderEntry) != B_OK ||
+           LiesIn(folderEntry, node_ref(record.st_dev, record.st_ino));
+}
+
+void NorvaneEntry::DeleteEntry()
+{
+    TreeDeleter(nullptr, nullptr).Delete(*this);
+}
+
+bool NorvaneEntry::DeleteEntry(OperationUI& ui, const MoveLedger* ledger)
+{
+    return TreeDeleter(&ui, ledger).Delete(*this);
 }
 
 void NorvaneEntry::Overwrite(const char* sourcePath, const char* targetPath, OverWin* overWin)

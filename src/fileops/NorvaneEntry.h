@@ -1,15 +1,18 @@
 #pragma once
 
+#include "fileops/CopyPlace.h"
+
 #include <Entry.h>
 #include <SupportDefs.h>
 
 namespace norvane {
 
 class CopyWin;
+class MoveLedger;
 class OperationUI;
 class OverWin;
 
-/// One item of a file operation: an entry that can be measured and copied.
+/// One item of a file operation: an entry that can be measured, copied and deleted.
 ///
 /// A link is the link itself, never what it points to. Lives for one item of one operation.
 /// Thread: the operation's own.
@@ -31,9 +34,22 @@ public:
     /// The same with whatever shows progress and answers questions.
     bool CopyTo(const char* destDir, OperationUI& ui);
 
+    /// The same for a purpose of its own, under another name when `targetName` is not null.
+    bool CopyTo(const char* destDir, OperationUI& ui, const CopyPurpose& purpose,
+                const char* targetName = nullptr);
+
     /// True when the last CopyTo() copied everything: every entry listed, opened, read to its end
     /// and written to the last byte, nothing skipped, nothing left out.
-    bool IsWhole() const { return fIsWhole; }
+    bool IsWhole() const { return fResult.isWhole; }
+    /// True when the last CopyTo() was asked to copy the entry onto or into itself.
+    bool IsOntoItself() const { return fResult.isItself; }
+
+    /// Removes the entry, a folder with all that can be removed in it; what cannot stays, without a
+    /// word. No link is followed and no mounted volume entered.
+    void DeleteEntry();
+    /// The same, telling what stays. With a ledger only what is in it goes.
+    /// Says whether nothing of it is left.
+    bool DeleteEntry(OperationUI& ui, const MoveLedger* ledger = nullptr);
 
     /// Fills the overwrite question with both files' sizes and dates, asks it and returns when it
     /// is answered.
@@ -43,7 +59,9 @@ public:
     void ShowError(long status);
 
 private:
-    bool fIsWhole = false;
+    bool IsAbove(const BDirectory& folder) const;
+
+    CopyResult fResult;
 };
 
 } // namespace norvane

@@ -44,29 +44,35 @@ void OperationProgress::Add(int64 bytes)
     fDoneBytes += bytes;
 }
 
-int32 OperationProgress::Percent() const
+double OperationProgress::Share() const
 {
-    if (fTotalBytes <= 0) {
+    const int64 done = fTotalEntries > 0 ? fDoneEntries : fDoneBytes;
+    const int64 total = fTotalEntries > 0 ? fTotalEntries : fTotalBytes;
+    if (done <= 0 || total <= 0) {
         return 0;
     }
     // Sources may grow while they are copied: more than all of it is all of it.
-    const int64 done = std::min(fDoneBytes, fTotalBytes);
-    return static_cast<int32>(double(done) / double(fTotalBytes) * 100.0);
+    return double(std::min(done, total)) / double(total);
+}
+
+int32 OperationProgress::Percent() const
+{
+    return static_cast<int32>(Share() * 100.0);
 }
 
 bigtime_t OperationProgress::TimeLeft(bigtime_t now) const
 {
     const bigtime_t elapsed = now - fStart;
-    if (elapsed < kFirstEstimate || fDoneBytes <= 0 || fTotalBytes <= 0) {
+    const double share = Share();
+    if (elapsed < kFirstEstimate || share <= 0) {
         return -1;
     }
-    const int64 leftBytes = std::max<int64>(fTotalBytes - fDoneBytes, 0);
-    return static_cast<bigtime_t>(double(elapsed) * double(leftBytes) / double(fDoneBytes));
+    return static_cast<bigtime_t>(double(elapsed) * (1 - share) / share);
 }
 
 std::string OperationProgress::Title(const std::string& base, bigtime_t now) const
 {
-    if (fDoneBytes <= 0 || fTotalBytes <= 0) {
+    if (Share() <= 0) {
         return base;
     }
     std::string title = base + " - " + std::to_string(Percent()) + " %";

@@ -6,8 +6,8 @@
 
 namespace norvane {
 
-/// How far an operation is: bytes of the current file and of the whole, and the time left by what
-/// was seen so far.
+/// How far an operation is: bytes of the current file and of the whole, or entries of a deletion,
+/// and the time left by what was seen so far.
 ///
 /// Plain numbers: the clock is handed in, so that it can be tested in a line.
 class OperationProgress
@@ -18,6 +18,11 @@ public:
     void Start(int64 totalBytes, bigtime_t now);
     void StartFile(int64 sizeBytes);
     void Add(int64 bytes);
+    /// Bytes that need no copying after all: their file is done.
+    void Skip(int64 bytes) { fDoneBytes += bytes; }
+    /// From now on the share done is that of entries, not of bytes: they are deleted.
+    void StartEntries(int64 totalEntries) { fTotalEntries = totalEntries; }
+    void AddEntries(int64 entries) { fDoneEntries += entries; }
 
     int64 TotalBytes() const { return fTotalBytes; }
     int64 DoneBytes() const { return fDoneBytes; }
@@ -32,10 +37,14 @@ public:
     std::string Title(const std::string& base, bigtime_t now) const;
 
 private:
+    double Share() const;
+
     int64 fTotalBytes = 0;
     int64 fDoneBytes = 0;
     int64 fFileBytes = 0;
     int64 fFileDoneBytes = 0;
+    int64 fTotalEntries = 0;
+    int64 fDoneEntries = 0;
     bigtime_t fStart = 0;
 };
 

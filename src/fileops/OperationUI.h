@@ -46,6 +46,9 @@ public:
     /// The next `count` bytes of the file named `name` were read and handed on.
     virtual void BytesCopied(const char* name, int64 count) = 0;
 
+    /// So many entries more are gone for good.
+    virtual void EntriesRemoved(int64 count) = 0;
+
     /// False when there is nobody to ask: a file that exists is then a failure like any other.
     virtual bool CanAsk() const = 0;
     /// The answer that stands, or kAnswerNone.
@@ -64,6 +67,9 @@ public:
 
     /// True once the person asked to stop; looked at for every entry and every chunk.
     virtual bool IsStopped() const = 0;
+    /// False once nothing more may be deleted: the person asked to stop, or the program's end
+    /// answered a question in the person's place.
+    virtual bool MayDelete() const = 0;
 };
 
 } // namespace norvane

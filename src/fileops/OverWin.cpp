@@ -146,16 +146,23 @@ void OverWin::HideDisplay()
     fAnswered.notify_all();
 }
 
+void OverWin::DispatchMessage(BMessage* message, BHandler* target)
+{
+    if (message->what == B_QUIT_REQUESTED && target == this && !fClosesWhenAnswered) {
+        // Its operation still has to read the answer, and ends it then. The request is answered by
+        // that end.
+        fQuitRequest.reset(DetachCurrentMessage());
+    } else {
+        BWindow::DispatchMessage(message, target);
+    }
+}
+
 void OverWin::MessageReceived(BMessage* message)
 {
     if (message->what >= kAnswerOverwrite && message->what <= kAnswerCancel) {
         TakeAnswer(*message);
     } else if (message->what == kAnswerForQuit) {
-        Answer(kAnswerCancel);
-    } else if (message->what == B_QUIT_REQUESTED && !fClosesWhenAnswered) {
-        // Its operation still has to read the answer, and ends it then. The request is answered by
-        // that end.
-        fQuitRequest.reset(DetachCurrentMessage());
+        AnswerForQuit();
     } else {
         BWindow::MessageReceived(message);
     }
@@ -168,6 +175,13 @@ void OverWin::TakeAnswer(const BMessage& message)
         return; // a second click on the question before
     }
     Answer(message.what);
+}
+
+void OverWin::AnswerForQuit()
+{
+    // Before the answer itself, which whoever waits for it acts upon.
+    fWasAnsweredForQuit = fWasAnsweredForQuit || fIsShown;
+    Answer(kAnswerCancel);
 }
 
 void OverWin::Answer(uint32 answer)

@@ -45,16 +45,20 @@ public:
     bool IsShown() const { return fIsShown; }
     /// The standing answer, kAnswerNone when none was given. Thread: any.
     uint32 GetRetType() const { return fAnswer; }
+    /// True once a question was answered because the program is quitting. Thread: any.
+    bool WasAnsweredForQuit() const { return fWasAnsweredForQuit; }
     /// The dialog quits by itself once it is answered: nobody is waiting for it.
     void CloseWhenAnswered() { fClosesWhenAnswered = true; }
 
     // BWindow
+    void DispatchMessage(BMessage* message, BHandler* target) override;
     void MessageReceived(BMessage* message) override;
 
 private:
     void BuildLines(BView* container);
     void BuildButtons(BView* container);
     void TakeAnswer(const BMessage& message);
+    void AnswerForQuit();
     void Answer(uint32 answer);
 
     BStringView* fSourceLine = nullptr;
@@ -66,6 +70,7 @@ private:
     std::unique_ptr<BMessage> fQuitRequest; // kept until this ends; null when nobody asked
 
     std::atomic<uint32> fAnswer{kAnswerNone};
+    std::atomic<bool> fWasAnsweredForQuit{false};
     std::atomic<bool> fIsShown{false};
     std::atomic<int32> fQuestion{0}; // counts questions, so that a late answer is known as one
     std::mutex fAnsweredMutex;       // guards no data: orders fIsShown's fall with the wait for it

@@ -1,40 +1,63 @@
 #include "fileops/TreeCopier.h"
 
+#include "fileops/FileCopier.h"
+#include "fileops/MoveLedger.h"
 #include "fileops/OperationUI.h"
 #include "fileops/ProblemList.h"
+#include "fileops/RecordCopy.h"
 
 #include <Directory.h>
 #include <Entry.h>
 #include <Errors.h>
 #include <Path.h>
+#include <SymLink.h>
 #include <fs_info.h>
 
 namespace norvane {
 
-CopyResult TreeCopier::Copy(const CopyPlace& source, const CopyPlace& target, const char* name)
+bool LiesIn(BEntry entry, const node_ref& node)
 {
     struct stat record;
-    const status_t status = source.folder.GetStatFor(name, &record);
-    if (status != B_OK) {
-        Note(name, status);
-        return CopyResult();
+    status_t status = B_OK;
+    while (status == B_OK && (status = entry.GetStat(&record)) == B_OK) {
+        if (node_ref(record.st_dev, record.st_ino) == node) {
+            return true;
+        }
+        status = entry.GetParent(&entry);
     }
-    return CopyEntry(source, target, name, record);
+    // Above the root there is nothing; any other end leaves it open.
+    return status != B_ENTRY_NOT_FOUND;
 }
 
-CopyResult TreeCopier::CopyEntry(const CopyPlace& source, const CopyPlace& target, const char* name,
-                                 const struct stat& record)
+CopyResult TreeCopier::Copy(const CopyStep& step)
+{
+    struct stat record;
+    const status_t status = step.source.folder.GetStatFor(step.name, &record);
+    if (status != B_OK) {
+        Note(step.name, status);
+        return CopyResult();
+    }
+    fTopSource = node_ref(record.st_dev, record.st_ino);
+    if (fPurpose.IsMove()) {
+        fPurpose.ledger->Begin(step.source.path);
+    }
+    CopyResult result = CopyEntry(step, record);
+    result.isItself |= fHasMetItself;
+    return result;
+}
+
+CopyResult TreeCopier::CopyEntry(const CopyStep& step, const struct stat& record)
 {
     if (S_ISREG(record.st_mode)) {
-        return FileCopier(fUI, source, target, name, record).Run();
+        return FileCopier(fUI, fPurpose, step, record).Run();
     }
     if (S_ISDIR(record.st_mode)) {
-        return CopyFolder(source, target, name, record);
+        return CopyFolder(step, record);
     }
     if (S_ISLNK(record.st_mode)) {
-        return CopyLink(source, target, name);
+        return CopyLink(step, record);
     }
-    return RefuseKind(name);
+    return RefuseKind(step.name);
 }
 
 bool TreeCopier::Note(const char* name, status_t status)
@@ -46,13 +69,13 @@ bool TreeCopier::Note(const char* name, status_t status)
 CopyResult TreeCopier::RefuseKind(const char* name)
 {
     fUI.NoteProblem(name, "it is neither a file nor a folder nor a link");
-    return {true, false};
+    return {.isDone = true};
 }
 
-bool TreeCopier::OpenSource(BDirectory* folder, const CopyPlace& source, const char* name,
-                            const struct stat& record)
+bool TreeCopier::OpenSource(BDirectory* folder, const CopyStep& step, const struct stat& record)
 {
-    const status_t status = folder->SetToChild(source.folder, name);
+    const char* name = step.name;
+    const status_t status = folder->SetToChild(step.source.folder, name);
     if (status != B_OK) {
         return Note(name, status);
     }
@@ -78,55 +101,80 @@ bool TreeCopier::IsKernelVolume(const BDirectory& folder, dev_t device)
     return fIsKernelDevice;
 }
 
-bool TreeCopier::OpenTarget(BDirectory* folder, const CopyPlace& target, const char* name,
-                            const struct stat& record, bool* isNew)
+bool TreeCopier::OpenTarget(BDirectory* folder, const CopyStep& step, const struct stat& record,
+                            bool* isNew)
 {
-    status_t status = target.folder.CreateNewDirectory(name, record.st_mode & 0777, folder);
+    status_t status =
+        step.target.folder.CreateNewDirectory(step.targetName, record.st_mode & 0777, folder);
     *isNew = status == B_OK;
-    if (status == B_FILE_EXISTS) {
+    if (status == B_FILE_EXISTS && !fPurpose.isAllNew) {
         // Merged into when it is a folder itself; nothing is ever written through a link.
-        status = folder->SetToChild(target.folder, name);
+        status = folder->SetToChild(step.target.folder, step.targetName);
     }
-    return status == B_OK || Note(name, status);
+    return status == B_OK || Note(step.name, status);
 }
 
-CopyResult TreeCopier::CopyFolder(const CopyPlace& source, const CopyPlace& target,
-                                  const char* name, const struct stat& record)
+CopyResult TreeCopier::CopyFolder(const CopyStep& step, const struct stat& record)
 {
     const node_ref sourceNode(record.st_dev, record.st_ino);
     if (fHasTopTarget && sourceNode == fTopTarget) {
-        return {true, false};
+        fHasMetItself = true;
+        return {.isDone = true};
     }
-    BDirectory sourceFolder;
-    BDirectory targetFolder;
+    BDirectory source;
+    BDirectory target;
     bool isNew = false;
-    if (!OpenSource(&sourceFolder, source, name, record) ||
-        !OpenTarget(&targetFolder, target, name, record, &isNew)) {
-        return {true, false};
+    if (!OpenSource(&source, step, record) || !OpenTarget(&target, step, record, &isNew)) {
+        return {.isDone = true};
     }
     node_ref targetNode;
-    if (targetFolder.GetNodeRef(&targetNode) != B_OK || targetNode == sourceNode) {
-        return CopyResult(); // the same folder by another way: as copied onto itself
+    if (target.GetNodeRef(&targetNode) != B_OK || targetNode == sourceNode) {
+        return {.isItself = true}; // the same folder by another way: as copied onto itself
     }
     if (!fHasTopTarget) {
         fTopTarget = targetNode;
         fHasTopTarget = true;
     }
-    const CopyPlace sourcePlace{sourceFolder, source.PathOf(name)};
-    const CopyPlace targetPlace{targetFolder, target.PathOf(name)};
-    const Children children = List(name, sourceFolder);
+    bool isWhole = CopyContents(step, source, target);
+    isWhole &= FinishFolder(step, source, target, record, isNew);
+    return {.isDone = true, .isWhole = isWhole};
+}
+
+bool TreeCopier::CopyContents(const CopyStep& step, BDirectory& source, BDirectory& target)
+{
+    const CopyPlace sourcePlace{source, step.SourcePath()};
+    const CopyPlace targetPlace{target, step.TargetPath()};
+    const Children children = List(step.name, source);
     bool isWhole = children.isWhole;
     isWhole &= CopyChildren(children.files, sourcePlace, targetPlace);
     isWhole &= CopyChildren(children.others, sourcePlace, targetPlace);
     isWhole &= CopyChildren(children.folders, sourcePlace, targetPlace);
-    if (isNew) {
-        // It was made with all rights for its owner, so that it could be filled.
-        mode_t permissions = 0;
-        if (targetFolder.GetPermissions(&permissions) == B_OK) {
-            targetFolder.SetPermissions(permissions & record.st_mode);
-        }
+    return isWhole;
+}
+
+bool TreeCopier::FinishFolder(const CopyStep& step, BDirectory& source, BDirectory& target,
+                              const struct stat& record, bool isNew)
+{
+    if (fPurpose.IsMove()) {
+        fPurpose.ledger->Add(step.SourcePath(), record);
     }
-    return {true, isWhole};
+    if (!isNew) {
+        return true; // a folder that was there keeps what it is
+    }
+    status_t status = B_OK;
+    mode_t permissions = 0;
+    if (fPurpose.IsMove()) {
+        status = target.CopyAttrsFrom(source);
+        // Times come last: creating entries inside the folder has changed them.
+        TakeRecordAlong(&target, record);
+    } else if (target.GetPermissions(&permissions) == B_OK) {
+        // It was made with all rights for its owner, so that it could be filled.
+        target.SetPermissions(permissions & record.st_mode);
+    }
+    if (status != B_OK) {
+        fUI.NoteProblem(step.name, "its attributes could not be kept");
+    }
+    return status == B_OK;
 }
 
 TreeCopier::Children TreeCopier::List(const char* name, BDirectory& folder)
@@ -160,28 +208,60 @@ bool TreeCopier::CopyChildren(const std::vector<Child>& children, const CopyPlac
         if (fUI.IsStopped()) {
             return false;
         }
-        isWhole &= CopyEntry(source, target, child.name.c_str(), child.record).isWhole;
+        const char* name = child.name.c_str();
+        isWhole &= CopyEntry({source, name, target, name}, child.record).isWhole;
     }
     return isWhole;
 }
 
-CopyResult TreeCopier::CopyLink(const CopyPlace& source, const CopyPlace& target, const char* name)
+CopyResult TreeCopier::CopyLink(const CopyStep& step, const struct stat& record)
 {
-    const BEntry pointedTo(&source.folder, name, true);
-    BPath path;
-    status_t status = pointedTo.InitCheck();
-    if (status == B_OK) {
-        status = pointedTo.Exists() ? pointedTo.GetPath(&path) : status_t(B_ENTRY_NOT_FOUND);
-    }
-    if (status == B_OK) {
-        status = target.folder.CreateSymLink(name, path.Path(), nullptr);
-    }
+    const status_t status = MakeLink(step, record);
     if (status != B_OK) {
         fUI.Tell("You appear to be trying to copy a link that is broken.  This is not supported in "
                  "this version.",
                  Notice::kInfo);
     }
-    return {true, status == B_OK};
+    return {.isDone = true, .isWhole = status == B_OK};
+}
+
+status_t TreeCopier::MakeLink(const CopyStep& step, const struct stat& record)
+{
+    std::string text;
+    BSymLink link;
+    status_t status = TextFor(step, &text);
+    if (status == B_OK) {
+        status = step.target.folder.CreateSymLink(step.targetName, text.c_str(), &link);
+    }
+    if (status == B_OK && fPurpose.IsMove()) {
+        TakeRecordAlong(&link, record);
+        fPurpose.ledger->Add(step.SourcePath(), record);
+    }
+    return status;
+}
+
+status_t TreeCopier::TextFor(const CopyStep& step, std::string* text) const
+{
+    const BEntry pointedTo(&step.source.folder, step.name, true);
+    if (pointedTo.InitCheck() != B_OK) {
+        return pointedTo.InitCheck();
+    }
+    if (!pointedTo.Exists()) {
+        return B_ENTRY_NOT_FOUND;
+    }
+    if (fPurpose.IsMove() && LiesIn(pointedTo, fTopSource)) {
+        // What it points to moves along, so that its own text goes on leading there.
+        char own[B_PATH_NAME_LENGTH * 4];
+        const ssize_t length = BSymLink(&step.source.folder, step.name).ReadLink(own, sizeof(own));
+        *text = length > 0 ? own : "";
+        return length > 0 ? status_t(B_OK) : static_cast<status_t>(length);
+    }
+    BPath path;
+    const status_t status = pointedTo.GetPath(&path);
+    if (status == B_OK) {
+        *text = path.Path();
+    }
+    return status;
 }
 
 } // namespace norvane

@@ -1,13 +1,22 @@
 #pragma once
 
-#include "fileops/FileCopier.h"
+#include "fileops/CopyPlace.h"
 
+#include <Entry.h>
 #include <Node.h>
+#include <SupportDefs.h>
+
+#include <sys/stat.h>
 
 #include <string>
 #include <vector>
 
 namespace norvane {
+
+class OperationUI;
+
+/// Whether `entry` is the node, or lies below it at any depth; true when that cannot be told.
+bool LiesIn(BEntry entry, const node_ref& node);
 
 /// Copies one item of an operation, a folder with all below it: files first, then links, then
 /// subfolders.
@@ -17,11 +26,10 @@ namespace norvane {
 class TreeCopier
 {
 public:
-    /// Ownership: borrows `ui` for its own life.
-    explicit TreeCopier(OperationUI& ui) : fUI(ui) {}
+    /// Ownership: borrows both for its own life.
+    TreeCopier(OperationUI& ui, const CopyPurpose& purpose) : fUI(ui), fPurpose(purpose) {}
 
-    /// Copies the entry `name` of `source` into `target`, under its own name.
-    CopyResult Copy(const CopyPlace& source, const CopyPlace& target, const char* name);
+    CopyResult Copy(const CopyStep& step);
 
 private:
     struct Child
@@ -37,27 +45,32 @@ private:
         bool isWhole = true; // all were listed
     };
 
-    CopyResult CopyEntry(const CopyPlace& source, const CopyPlace& target, const char* name,
-                         const struct stat& record);
-    CopyResult CopyFolder(const CopyPlace& source, const CopyPlace& target, const char* name,
-                          const struct stat& record);
-    CopyResult CopyLink(const CopyPlace& source, const CopyPlace& target, const char* name);
+    CopyResult CopyEntry(const CopyStep& step, const struct stat& record);
+    CopyResult CopyFolder(const CopyStep& step, const struct stat& record);
+    bool CopyContents(const CopyStep& step, BDirectory& source, BDirectory& target);
+    CopyResult CopyLink(const CopyStep& step, const struct stat& record);
+    status_t TextFor(const CopyStep& step, std::string* text) const;
+    status_t MakeLink(const CopyStep& step, const struct stat& record);
     CopyResult RefuseKind(const char* name);
-    bool OpenSource(BDirectory* folder, const CopyPlace& source, const char* name,
-                    const struct stat& record);
+    bool OpenSource(BDirectory* folder, const CopyStep& step, const struct stat& record);
     bool IsKernelVolume(const BDirectory& folder, dev_t device);
-    bool OpenTarget(BDirectory* folder, const CopyPlace& target, const char* name,
-                    const struct stat& record, bool* isNew);
+    bool OpenTarget(BDirectory* folder, const CopyStep& step, const struct stat& record,
+                    bool* isNew);
+    bool FinishFolder(const CopyStep& step, BDirectory& source, BDirectory& target,
+                      const struct stat& record, bool isNew);
     bool Note(const char* name, status_t status);
     Children List(const char* name, BDirectory& folder);
     bool CopyChildren(const std::vector<Child>& children, const CopyPlace& source,
                       const CopyPlace& target);
 
     OperationUI& fUI;
+    const CopyPurpose fPurpose;
+    node_ref fTopSource; // the item itself
     // The folder that this item became. The walk never enters it: a folder copied into itself would
     // not end.
     node_ref fTopTarget;
     bool fHasTopTarget = false;
+    bool fHasMetItself = false; // its target lies in it
     // The volume that was looked at last: it seldom changes within a tree.
     dev_t fDevice = 0;
     bool fHasDevice = false;

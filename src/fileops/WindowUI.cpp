@@ -21,6 +21,13 @@ void WindowUI::BytesCopied(const char* name, int64 count)
     }
 }
 
+void WindowUI::EntriesRemoved(int64 count)
+{
+    if (fCopyWin != nullptr) {
+        fCopyWin->EntriesRemoved(count);
+    }
+}
+
 uint32 WindowUI::StandingAnswer() const
 {
     return fOverWin != nullptr ? fOverWin->GetRetType() : uint32(kAnswerNone);
@@ -66,6 +73,11 @@ void WindowUI::NoteProblem(const std::string& name, const std::string& reason)
 bool WindowUI::IsStopped() const
 {
     return fCopyWin != nullptr && fCopyWin->IsStopped();
+}
+
+bool WindowUI::MayDelete() const
+{
+    return !IsStopped() && (fOverWin == nullptr || !fOverWin->WasAnsweredForQuit());
 }
 
 } // namespace norvane

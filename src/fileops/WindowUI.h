@@ -19,6 +19,7 @@ public:
     void FileStarted(const std::string& sourcePath, const std::string& targetPath,
                      int64 sizeBytes) override;
     void BytesCopied(const char* name, int64 count) override;
+    void EntriesRemoved(int64 count) override;
     bool CanAsk() const override { return fOverWin != nullptr; }
     uint32 StandingAnswer() const override;
     void AskOverwrite(const OverwriteQuestion& question) override;
@@ -27,6 +28,7 @@ public:
     void Tell(const char* text, Notice notice) override;
     void NoteProblem(const std::string& name, const std::string& reason) override;
     bool IsStopped() const override;
+    bool MayDelete() const override;
 
 private:
     CopyWin* fCopyWin;

@@ -25,10 +25,12 @@ public:
     std::deque<uint32> answers;
     bool canAsk = true;
     bool isStopped = false;
+    bool mayDelete = true;
     // Called before what they are named after is written down.
     std::function<void(const std::string& sourcePath)> onFile;
     std::function<void(int64 count)> onBytes;
     std::function<void(const norvane::OverwriteQuestion&)> onQuestion;
+    std::function<void()> onRemoval;
 
     std::vector<StartedFile> files;
     std::vector<norvane::OverwriteQuestion> questions;
@@ -36,6 +38,7 @@ public:
     std::vector<std::pair<std::string, std::string>> problems;
     int64 bytes = 0;
     int64 chunks = 0;
+    int64 removed = 0;
     int32 hidden = 0; // how often hidden, less how often shown again
     uint32 answer = norvane::kAnswerNone;
 
@@ -55,6 +58,13 @@ public:
         }
         bytes += count;
         chunks++;
+    }
+    void EntriesRemoved(int64 count) override
+    {
+        if (onRemoval) {
+            onRemoval();
+        }
+        removed += count;
     }
     bool CanAsk() const override { return canAsk; }
     uint32 StandingAnswer() const override { return answer; }
@@ -78,4 +88,5 @@ public:
         problems.push_back({name, reason});
     }
     bool IsStopped() const override { return isStopped; }
+    bool MayDelete() const override { return mayDelete && !isStopped; }
 };
