@@ -2,6 +2,7 @@
 
 #include "PathLookup.h"
 #include "StatChange.h"
+#include "TrashRecords.h"
 
 #include <Directory.h>
 #include <Path.h>
@@ -284,17 +285,24 @@ status_t BEntry::MoveInto(const kits::FolderHold& base, const char* path, bool c
         status = B_FILE_EXISTS;
         return clobber ? status_t(B_OK) : status;
     }
+    const kits::TrashMove move{kits::TrashOf(fFolder),
+                               kits::TrashOf(place.folder),
+                               from->Get(),
+                               fName,
+                               to->Get(),
+                               place.name};
+    std::string movedName = place.name;
     if (clobber) {
-        status = kits::sys::RenameAt(from->Get(), name, to->Get(), newName);
+        status = kits::MoveWithRecordOver(move);
         if (status == B_OK) {
             status = RemoveOldLink(from->Get(), name, to->Get(), newName);
         }
     } else {
-        status = kits::sys::RenameNewAt(from->Get(), name, to->Get(), newName);
+        status = kits::MoveWithRecord(move, &movedName);
     }
     if (status == B_OK) {
         fFolder = std::move(place.folder);
-        fName = std::move(place.name);
+        fName = std::move(movedName);
     }
     return status;
 }
@@ -334,9 +342,21 @@ status_t BEntry::Remove()
     // the second too.
     if (status == B_IS_A_DIRECTORY || status == B_NOT_ALLOWED) {
         const status_t asFolder = kits::sys::RemoveFolderAt(folder->Get(), fName.c_str());
-        return asFolder == B_NOT_A_DIRECTORY ? status : asFolder;
+        status = asFolder == B_NOT_A_DIRECTORY ? status : asFolder;
+    }
+    if (status == B_OK) {
+        // After the entry: as long as that is there it can be restored.
+        ForgetOrigin();
     }
     return status;
+}
+
+void BEntry::ForgetOrigin() const
+{
+    const std::shared_ptr<const kits::Trash> trash = kits::TrashOf(fFolder);
+    if (trash != nullptr) {
+        kits::RemoveTrashRecord(*trash, fName);
+    }
 }
 
 bool BEntry::operator==(const BEntry& other) const

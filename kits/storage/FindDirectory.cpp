@@ -1,12 +1,13 @@
 #include <FindDirectory.h>
 
 #include "PathLookup.h"
+#include "TrashFolder.h"
 
 #include <Directory.h>
 #include <Path.h>
+#include <Volume.h>
 #include <fs_info.h>
 
-#include <cstdlib>
 #include <fcntl.h>
 
 namespace {
@@ -19,14 +20,6 @@ struct Found
     Creation creation = Creation::kNever;
     mode_t mode = 0777;
 };
-
-/// A base folder of the desktop's conventions: only an absolute path in the environment counts.
-std::string BaseFolder(const char* variable, const char* underHome)
-{
-    const char* value = std::getenv(variable);
-    return value != nullptr && *value == '/' ? std::string(value)
-                                             : kits::HomeFolder() + "/" + underHome;
-}
 
 /// `add-ons` beside the program's own file.
 std::string ProgramAddOns()
@@ -44,19 +37,36 @@ Found Find(directory_which which)
     case B_DESKTOP_DIRECTORY:
         return {kits::HomeFolder() + "/Desktop", Creation::kWhenAsked, 0777};
     case B_TRASH_DIRECTORY:
-        return {BaseFolder("XDG_DATA_HOME", ".local/share") + "/Trash/files", Creation::kAlways,
-                0700};
+        return {kits::HomeTrash().folder + "/files", Creation::kAlways, 0700};
     case B_BEOS_ADDONS_DIRECTORY:
         return {ProgramAddOns(), Creation::kNever, 0777};
     case B_USER_DIRECTORY:
         return {kits::HomeFolder(), Creation::kNever, 0777};
     case B_USER_ADDONS_DIRECTORY:
-        return {BaseFolder("XDG_DATA_HOME", ".local/share") + "/norvane/add-ons",
+        return {kits::BaseFolder("XDG_DATA_HOME", ".local/share") + "/norvane/add-ons",
                 Creation::kWhenAsked, 0700};
     case B_USER_SETTINGS_DIRECTORY:
-        return {BaseFolder("XDG_CONFIG_HOME", ".config"), Creation::kAlways, 0700};
+        return {kits::BaseFolder("XDG_CONFIG_HOME", ".config"), Creation::kAlways, 0700};
     }
     return {};
+}
+
+/// The Trash of `volume`; the home Trash when that lies there.
+status_t FindTrashOf(const BVolume& volume, BPath* path, bool createIt)
+{
+    const std::string home = kits::HomeTrash().folder;
+    if (dev_for_path(home.c_str()) == static_cast<int32>(volume.Device())) {
+        return find_directory(B_TRASH_DIRECTORY, path);
+    }
+    BDirectory root;
+    status_t status = volume.GetRootDirectory(&root);
+    kits::Trash trash;
+    if (status == B_OK) {
+        status = kits::FindVolumeTrash(
+            BPath(&root).Path(),
+            createIt ? kits::TrashCreation::kWhenMissing : kits::TrashCreation::kNever, &trash);
+    }
+    return status == B_OK ? path->SetTo((trash.folder + "/files").c_str()) : status;
 }
 
 } // namespace
@@ -66,16 +76,24 @@ status_t find_directory(directory_which which, BPath* path, bool createIt, BVolu
     if (path == nullptr) {
         return B_BAD_VALUE;
     }
-    if (volume != nullptr && which == B_TRASH_DIRECTORY) {
-        return B_UNSUPPORTED;
-    }
     const Found found = Find(which);
     if (found.path.empty()) {
         return B_BAD_VALUE;
     }
+    if (volume != nullptr && volume->InitCheck() != B_OK) {
+        return B_BAD_VALUE;
+    }
+    // Before the volume is compared the home Trash has to be somewhere.
     const bool creates =
         found.creation == Creation::kAlways || (found.creation == Creation::kWhenAsked && createIt);
+    const bool isMissing = creates && !BEntry(found.path.c_str(), true).Exists();
     const status_t status = creates ? create_directory(found.path.c_str(), found.mode) : B_OK;
+    if (isMissing && which == B_TRASH_DIRECTORY) {
+        kits::TrashWasMade();
+    }
+    if (status == B_OK && volume != nullptr && which == B_TRASH_DIRECTORY) {
+        return FindTrashOf(*volume, path, createIt);
+    }
     return status == B_OK ? path->SetTo(found.path.c_str()) : status;
 }
 

@@ -1,12 +1,13 @@
+#include "KernelVolume.h"
+#include "SystemCalls.h"
+
 #include <Directory.h>
 #include <fs_info.h>
 
-#include <linux/magic.h>
-#include <sys/vfs.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <iterator>
+#include <linux/magic.h>
+#include <sys/vfs.h>
 
 namespace {
 
@@ -25,15 +26,16 @@ constexpr long kKernelVolumes[] = {
 
 } // namespace
 
+bool kits::IsKernelVolume(int folder)
+{
+    struct statfs volume;
+    return sys::VolumeRecord(folder, &volume) == B_OK &&
+           std::find(std::begin(kKernelVolumes), std::end(kKernelVolumes),
+                     static_cast<long>(volume.f_type)) != std::end(kKernelVolumes);
+}
+
 bool is_kernel_volume(const BDirectory& folder)
 {
-    const int descriptor = folder.Dup();
-    if (descriptor < 0) {
-        return false;
-    }
-    struct statfs volume;
-    const bool isKnown = fstatfs(descriptor, &volume) == 0;
-    close(descriptor);
-    return isKnown && std::find(std::begin(kKernelVolumes), std::end(kKernelVolumes),
-                                static_cast<long>(volume.f_type)) != std::end(kKernelVolumes);
+    const kits::UniqueFd opened(folder.Dup());
+    return opened.IsOpen() && kits::IsKernelVolume(opened.Get());
 }

@@ -78,6 +78,9 @@ BMessage DeviceNotice(int32 opcode, dev_t device)
     BMessage message(B_NODE_MONITOR);
     message.AddInt32("opcode", opcode);
     message.AddInt32("device", static_cast<int32>(device));
+    if (opcode == B_DEVICE_MOUNTED) {
+        message.AddInt32("new device", static_cast<int32>(device));
+    }
     return message;
 }
 

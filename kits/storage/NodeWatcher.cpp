@@ -119,13 +119,26 @@ status_t NodeWatcher::Watch(const node_ref* node, uint32 flags, const BMessenger
     });
 }
 
+void NodeWatcher::RemoveMountTarget(const BMessenger& target)
+{
+    fMountTargets.Remove(target);
+    if (fMountTargets.IsEmpty()) {
+        fMounts.reset();
+    }
+}
+
+status_t NodeWatcher::StopWatchingMounts(const BMessenger& target)
+{
+    return Call([&] {
+        RemoveMountTarget(target);
+        return status_t(B_OK);
+    });
+}
+
 status_t NodeWatcher::StopWatching(const BMessenger& target)
 {
     return Call([&] {
-        fMountTargets.Remove(target);
-        if (fMountTargets.IsEmpty()) {
-            fMounts.reset();
-        }
+        RemoveMountTarget(target);
         std::vector<Folder*> folders;
         for (const auto& [watch, folder] : fFolders) {
             folders.push_back(folder.get());

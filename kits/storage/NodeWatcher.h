@@ -34,6 +34,8 @@ public:
     status_t Watch(const node_ref* node, uint32 flags, const BMessenger& target,
                    std::shared_ptr<const FolderListing>* listing = nullptr);
     status_t StopWatching(const BMessenger& target);
+    /// Ends the notices about mounts alone.
+    status_t StopWatchingMounts(const BMessenger& target);
 
 private:
     /// A watched folder; the kernel knows it by `watch`, and the same folder always by the same.
@@ -82,6 +84,7 @@ private:
     status_t Call(const std::function<status_t()>& task);
 
     // The watcher's thread.
+    void RemoveMountTarget(const BMessenger& target);
     void Run();
     void RunTasks();
     int PollTimeout() const;

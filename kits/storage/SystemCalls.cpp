@@ -4,9 +4,13 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
+#include <linux/openat2.h>
 #include <sys/syscall.h>
+#include <sys/vfs.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
@@ -72,6 +76,25 @@ int OpenAt(int folder, const char* name, int flags, mode_t mode)
     return Retry([&] { return ::openat(folder, name, flags | O_CLOEXEC | O_NOCTTY, mode); });
 }
 
+int OpenUnmountedFolderAt(int folder, const char* name)
+{
+    constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
+    struct open_how how = {};
+    how.flags = kFlags;
+    how.resolve = RESOLVE_NO_XDEV | RESOLVE_NO_SYMLINKS | RESOLVE_BENEATH;
+    const int opened = static_cast<int>(
+        Retry([&] { return ::syscall(SYS_openat2, folder, name, &how, sizeof(how)); }));
+    // Older systems do not know the call, and some sandboxes forbid what they do not know.
+    if (opened != B_UNSUPPORTED && opened != B_NOT_ALLOWED) {
+        return opened;
+    }
+    UniqueFd child(OpenAt(folder, name, kFlags));
+    if (child.IsOpen() && MountOf(child.Get()) != MountOf(folder)) {
+        return B_CROSS_DEVICE_LINK;
+    }
+    return child.Release();
+}
+
 status_t Close(int descriptor)
 {
     // Never again after EINTR: the descriptor is gone by then and may be someone else's already.
@@ -115,6 +138,11 @@ status_t StatAt(int folder, const char* name, struct stat* st)
 {
     return Retry(
         [&] { return ::fstatat(folder, name, st, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT); });
+}
+
+status_t StatPath(const char* path, struct stat* st)
+{
+    return Retry([&] { return ::fstatat(AT_FDCWD, path, st, AT_NO_AUTOMOUNT); });
 }
 
 status_t StatxAt(int folder, const char* name, struct statx* record)
@@ -210,6 +238,30 @@ status_t RenameNewAt(int from, const char* name, int to, const char* newName)
         return looked;
     }
     return RenameAt(from, name, to, newName);
+}
+
+status_t VolumeRecord(int descriptor, struct statfs* record)
+{
+    return Retry([&] { return ::fstatfs(descriptor, record); });
+}
+
+int MountOf(int descriptor)
+{
+    char path[40];
+    std::snprintf(path, sizeof(path), "/proc/self/fdinfo/%d", descriptor);
+    const UniqueFd file(OpenAt(kWorkingDirectory, path, O_RDONLY));
+    if (!file.IsOpen()) {
+        return file.Get();
+    }
+    char text[512];
+    const ssize_t length = ReadAt(file.Get(), text, sizeof(text) - 1, 0);
+    if (length < 0) {
+        return static_cast<int>(length);
+    }
+    text[length] = '\0';
+    constexpr char kKey[] = "mnt_id:";
+    const char* found = std::strstr(text, kKey);
+    return found == nullptr ? B_UNSUPPORTED : std::atoi(found + sizeof(kKey) - 1);
 }
 
 ssize_t ListAttributes(int descriptor, char* buffer, size_t size)

@@ -6,6 +6,7 @@
 
 #include <string>
 
+struct statfs;
 struct statx;
 
 /// The system calls of the storage kit, one place for each.
@@ -20,6 +21,9 @@ extern const int kWorkingDirectory;
 
 // Opening. Descriptors are closed in programs that are started.
 int OpenAt(int folder, const char* name, int flags, mode_t mode = 0);
+/// Opens the folder `name`, itself, unless something is mounted there: B_CROSS_DEVICE_LINK then,
+/// also when it is of the same volume.
+int OpenUnmountedFolderAt(int folder, const char* name);
 status_t Close(int descriptor);
 int Duplicate(int descriptor);
 
@@ -32,6 +36,8 @@ status_t Sync(int file);
 // Records.
 status_t Stat(int descriptor, struct stat* st);
 status_t StatAt(int folder, const char* name, struct stat* st);
+/// Of what the path leads to, links followed.
+status_t StatPath(const char* path, struct stat* st);
 /// All that a list of files needs; several threads may ask for entries of one folder.
 status_t StatxAt(int folder, const char* name, struct statx* record);
 status_t SetMode(int descriptor, mode_t mode);
@@ -51,6 +57,12 @@ status_t RemoveFolderAt(int folder, const char* name);
 status_t RenameAt(int from, const char* name, int to, const char* newName);
 /// B_FILE_EXISTS when the new name is taken. A file system that cannot promise it is asked first.
 status_t RenameNewAt(int from, const char* name, int to, const char* newName);
+
+// Volumes.
+status_t VolumeRecord(int descriptor, struct statfs* record);
+/// The number by which the system lists the mount that an open node was reached through; a negative
+/// value is a status.
+int MountOf(int descriptor);
 
 // Extended attributes, by the system's names.
 ssize_t ListAttributes(int descriptor, char* buffer, size_t size);

@@ -189,6 +189,7 @@ private:
     status_t Set(const kits::FolderHold& base, const char* path, bool traverse);
     status_t MoveInto(const kits::FolderHold& base, const char* path, bool clobber);
     status_t Fail(status_t status);
+    void ForgetOrigin() const;
 
     kits::FolderHold fFolder;
     std::string fName;

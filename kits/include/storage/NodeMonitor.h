@@ -26,7 +26,7 @@ enum : int32 {
     B_ENTRY_MOVED = 3,
     B_STAT_CHANGED =
         4, ///< "device", "node", and "directory", "name" for an entry of a watched folder
-    B_DEVICE_MOUNTED = 6,   ///< "device"
+    B_DEVICE_MOUNTED = 6,   ///< "device" and "new device": that of the local volume
     B_DEVICE_UNMOUNTED = 7, ///< "device"
 };
 

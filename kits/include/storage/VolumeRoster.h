@@ -26,8 +26,8 @@ public:
     /// The volume that holds the home folder.
     status_t GetBootVolume(BVolume* volume);
 
-    /// Sends B_NODE_MONITOR messages about mounts (B_DEVICE_MOUNTED: "new device") and their ends
-    /// (B_DEVICE_UNMOUNTED: "device") to `target` until StopWatching() or the roster's end.
+    /// Sends B_NODE_MONITOR messages about mounts (B_DEVICE_MOUNTED) and their ends
+    /// (B_DEVICE_UNMOUNTED) to `target` until StopWatching() or the roster's end.
     /// Errors: B_BAD_VALUE when there is no such target.
     status_t StartWatching(BMessenger target);
     void StopWatching();

@@ -1,0 +1,274 @@
+#include "TrashFolder.h"
+
+#include "EntryName.h"
+#include "MountTable.h"
+#include "PathLookup.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <fcntl.h>
+#include <map>
+#include <mutex>
+#include <unistd.h>
+
+namespace kits {
+
+namespace {
+
+constexpr std::string_view kFiles = "/files";
+constexpr auto kBelievedFor = std::chrono::seconds(1);
+constexpr size_t kMostBelieved = 64;
+
+/// Whether a folder of a Trash may be used: the user's own, and nobody else's to write in.
+bool IsSafe(const struct stat& st)
+{
+    return S_ISDIR(st.st_mode) && st.st_uid == ::geteuid() && (st.st_mode & 022) == 0;
+}
+
+/// Opens the folder `name` of a Trash, itself, after it was made when it was missing. Returns a
+/// descriptor or a status.
+int OpenOwn(int parent, const char* name, TrashCreation creation)
+{
+    constexpr int kFlags = O_PATH | O_DIRECTORY | O_NOFOLLOW;
+    int opened = sys::OpenAt(parent, name, kFlags);
+    if (opened == B_ENTRY_NOT_FOUND && creation == TrashCreation::kWhenMissing) {
+        const status_t made = sys::MakeFolderAt(parent, name, 0700);
+        if (made != B_OK && made != B_FILE_EXISTS) {
+            return made;
+        }
+        TrashWasMade();
+        opened = sys::OpenAt(parent, name, kFlags);
+    }
+    UniqueFd folder(opened == B_NOT_A_DIRECTORY || opened == B_LINK_LIMIT ? B_NOT_ALLOWED : opened);
+    struct stat st;
+    if (folder.IsOpen() && (sys::Stat(folder.Get(), &st) != B_OK || !IsSafe(st))) {
+        return B_NOT_ALLOWED;
+    }
+    return folder.Release();
+}
+
+std::string UserNumber()
+{
+    return std::to_string(::geteuid());
+}
+
+/// The folder of all users' Trashes, which the administrator made: a real folder in which nobody
+/// can remove what is another's.
+UniqueFd OpenShared(int top)
+{
+    UniqueFd shared(sys::OpenAt(top, ".Trash", O_PATH | O_DIRECTORY | O_NOFOLLOW));
+    struct stat st;
+    if (shared.IsOpen() && (sys::Stat(shared.Get(), &st) != B_OK || (st.st_mode & S_ISVTX) == 0)) {
+        return UniqueFd(B_NOT_ALLOWED);
+    }
+    return shared;
+}
+
+status_t CheckFiles(int trash, TrashCreation creation)
+{
+    const UniqueFd files(OpenOwn(trash, "files", creation));
+    return files.IsOpen() ? B_OK : files.Get();
+}
+
+status_t FindShared(int top, TrashCreation creation)
+{
+    const UniqueFd shared = OpenShared(top);
+    if (!shared.IsOpen()) {
+        return shared.Get();
+    }
+    const UniqueFd own(OpenOwn(shared.Get(), UserNumber().c_str(), creation));
+    return own.IsOpen() ? CheckFiles(own.Get(), creation) : own.Get();
+}
+
+status_t FindPrivate(int top, TrashCreation creation)
+{
+    const UniqueFd own(OpenOwn(top, (".Trash-" + UserNumber()).c_str(), creation));
+    return own.IsOpen() ? CheckFiles(own.Get(), creation) : own.Get();
+}
+
+std::string InFolder(const std::string& folder, const std::string& name)
+{
+    return folder == "/" ? folder + name : folder + "/" + name;
+}
+
+std::string ParentOf(const std::string& path)
+{
+    const size_t slash = path.rfind('/');
+    return slash == 0 || slash == std::string::npos ? "/" : path.substr(0, slash);
+}
+
+/// The folder that a volume's Trash at `path` would be the Trash of; "" when it is named like none.
+std::string TopFolderOf(const std::string& path)
+{
+    const std::string parent = ParentOf(path);
+    if (path == InFolder(parent, ".Trash-" + UserNumber())) {
+        return parent;
+    }
+    const std::string above = ParentOf(parent);
+    return path == InFolder(InFolder(above, ".Trash"), UserNumber()) ? above : std::string();
+}
+
+bool IsMountedAt(int folder, const std::string& point)
+{
+    Mount mount;
+    return FindMountOf(folder, &mount) && mount.point == point;
+}
+
+/// Looks whether the folder is a Trash's; `files` is a descriptor of it.
+std::shared_ptr<const Trash> Recognize(int files, dev_t device, ino_t node)
+{
+    Trash home = HomeTrash();
+    struct stat st;
+    if (sys::StatPath((home.folder + std::string(kFiles)).c_str(), &st) == B_OK &&
+        st.st_dev == device && st.st_ino == node) {
+        return std::make_shared<const Trash>(std::move(home));
+    }
+    std::string path;
+    if (sys::PathOf(files, &path) != B_OK || !path.ends_with(kFiles)) {
+        return nullptr;
+    }
+    path.resize(path.size() - kFiles.size());
+    const std::string top = TopFolderOf(path);
+    if (top.empty() || !IsMountedAt(files, top)) {
+        return nullptr;
+    }
+    const UniqueFd opened(sys::OpenAt(sys::kWorkingDirectory, top.c_str(), O_PATH | O_DIRECTORY));
+    const bool isPrivate = ParentOf(path) == top;
+    const status_t status = !opened.IsOpen() ? opened.Get()
+                            : isPrivate      ? FindPrivate(opened.Get(), TrashCreation::kNever)
+                                             : FindShared(opened.Get(), TrashCreation::kNever);
+    return status == B_OK ? std::make_shared<const Trash>(Trash{path, top}) : nullptr;
+}
+
+/// What was found about folders lately.
+class Believed
+{
+public:
+    using Clock = std::chrono::steady_clock;
+    using Key = std::pair<dev_t, ino_t>;
+
+    bool Find(const Key& key, std::shared_ptr<const Trash>* trash)
+    {
+        std::string home = HomeTrash().folder;
+        std::lock_guard lock(fMutex);
+        if (home != fHome) {
+            fAnswers.clear();
+            fHome = std::move(home);
+        }
+        const auto found = fAnswers.find(key);
+        if (found == fAnswers.end() || Clock::now() - found->second.since > kBelievedFor) {
+            return false;
+        }
+        *trash = found->second.trash;
+        return true;
+    }
+
+    void Remember(const Key& key, std::shared_ptr<const Trash> trash)
+    {
+        std::lock_guard lock(fMutex);
+        if (fAnswers.size() >= kMostBelieved) {
+            fAnswers.clear();
+        }
+        fAnswers[key] = {std::move(trash), Clock::now()};
+    }
+
+    void Forget()
+    {
+        std::lock_guard lock(fMutex);
+        fAnswers.clear();
+    }
+
+private:
+    struct Answer
+    {
+        std::shared_ptr<const Trash> trash;
+        Clock::time_point since;
+    };
+
+    std::mutex fMutex; // guards the next two
+    std::map<Key, Answer> fAnswers;
+    std::string fHome; // the home Trash that the answers go by
+};
+
+Believed& TheBelieved()
+{
+    // Never destroyed: statics may still move entries.
+    static Believed* sBelieved = new Believed;
+    return *sBelieved;
+}
+
+} // namespace
+
+std::string BaseFolder(const char* variable, const char* underHome)
+{
+    const char* value = std::getenv(variable);
+    return value != nullptr && *value == '/' ? std::string(value) : HomeFolder() + "/" + underHome;
+}
+
+Trash HomeTrash()
+{
+    return {BaseFolder("XDG_DATA_HOME", ".local/share") + "/Trash", std::string()};
+}
+
+status_t FindVolumeTrash(const std::string& topFolder, TrashCreation creation, Trash* trash)
+{
+    const UniqueFd top(
+        sys::OpenAt(sys::kWorkingDirectory, topFolder.c_str(), O_PATH | O_DIRECTORY));
+    if (!top.IsOpen()) {
+        return top.Get();
+    }
+    if (FindShared(top.Get(), creation) == B_OK) {
+        *trash = {InFolder(InFolder(topFolder, ".Trash"), UserNumber()), topFolder};
+        return B_OK;
+    }
+    const status_t status = FindPrivate(top.Get(), creation);
+    if (status == B_OK) {
+        *trash = {InFolder(topFolder, ".Trash-" + UserNumber()), topFolder};
+    }
+    return status;
+}
+
+std::shared_ptr<const Trash> TrashOf(const FolderHold& folder)
+{
+    FolderTable& table = FolderTable::Get();
+    const Believed::Key key{table.DeviceOf(folder), table.NodeOf(folder)};
+    std::shared_ptr<const Trash> trash;
+    if (TheBelieved().Find(key, &trash)) {
+        return trash;
+    }
+    OpenFolder open;
+    if (table.Open(folder, &open) != B_OK) {
+        return nullptr;
+    }
+    trash = Recognize(open->Get(), key.first, key.second);
+    TheBelieved().Remember(key, trash);
+    return trash;
+}
+
+void TrashWasMade()
+{
+    TheBelieved().Forget();
+}
+
+int OpenTrashInfo(const Trash& trash, TrashCreation creation)
+{
+    // The home Trash is the user's own to lay out, with links when they like.
+    const bool isHome = trash.topFolder.empty();
+    const UniqueFd folder(sys::OpenAt(sys::kWorkingDirectory, trash.folder.c_str(),
+                                      O_PATH | O_DIRECTORY | (isHome ? 0 : O_NOFOLLOW)));
+    if (!folder.IsOpen()) {
+        return folder.Get();
+    }
+    if (!isHome) {
+        return OpenOwn(folder.Get(), "info", creation);
+    }
+    constexpr int kFlags = O_PATH | O_DIRECTORY;
+    const int opened = sys::OpenAt(folder.Get(), "info", kFlags);
+    if (opened != B_ENTRY_NOT_FOUND || creation == TrashCreation::kNever) {
+        return opened;
+    }
+    const status_t made = sys::MakeFolderAt(folder.Get(), "info", 0700);
+    return made == B_OK || made == B_FILE_EXISTS ? sys::OpenAt(folder.Get(), "info", kFlags) : made;
+}
+
+} // namespace kits

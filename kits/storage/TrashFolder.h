@@ -1,0 +1,43 @@
+#pragma once
+
+#include "FolderTable.h"
+
+#include <memory>
+#include <string>
+
+namespace kits {
+
+enum class TrashCreation { kNever, kWhenMissing };
+
+/// A Trash: the folder of what was deleted, and that of the records of where it came from.
+struct Trash
+{
+    std::string folder;    // its path; `files` and `info` are in it
+    std::string topFolder; // that of its volume; "" for the home Trash
+};
+
+/// A base folder of the desktop's conventions: what `variable` of the environment says when that is
+/// absolute, else `underHome` in the home folder.
+std::string BaseFolder(const char* variable, const char* underHome);
+
+/// The home Trash, whether it is there or not.
+Trash HomeTrash();
+
+/// Finds the Trash of the volume that is mounted at `topFolder`, and makes it when asked to. Only
+/// folders that belong to the user and are nobody else's to write in are used, and no links.
+/// Errors: B_ENTRY_NOT_FOUND when there is none; B_NOT_ALLOWED for an unsafe one; those of
+/// creation.
+status_t FindVolumeTrash(const std::string& topFolder, TrashCreation creation, Trash* trash);
+
+/// The Trash whose `files` folder this is; null when it is a folder like any other. Cheap: what was
+/// found is believed for a second.
+std::shared_ptr<const Trash> TrashOf(const FolderHold& folder);
+
+/// To be called when a Trash was made: its folder may have been known as another before.
+void TrashWasMade();
+
+/// Opens the folder of the records, after it has been made when it was missing. Returns a
+/// descriptor or a status.
+int OpenTrashInfo(const Trash& trash, TrashCreation creation);
+
+} // namespace kits

@@ -1,0 +1,265 @@
+#include "TrashRecords.h"
+
+#include <cstring>
+#include <fcntl.h>
+#include <mutex>
+
+namespace kits {
+
+namespace {
+
+constexpr std::string_view kEnding = ".trashinfo";
+constexpr size_t kLongestName = B_FILE_NAME_LENGTH - 1 - kEnding.size();
+// An ending that tells the kind of a file is kept when its name is shortened.
+constexpr size_t kLongestKind = 16;
+constexpr int kMostTries = 10'000;
+
+std::string RecordName(const std::string& name)
+{
+    return name + std::string(kEnding);
+}
+
+bool IsPlain(unsigned char byte)
+{
+    return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') ||
+           (byte >= '0' && byte <= '9') || std::strchr("-_.~/", byte) != nullptr;
+}
+
+std::string Encoded(std::string_view path)
+{
+    constexpr char kDigits[] = "0123456789ABCDEF";
+    std::string text;
+    text.reserve(path.size() + 16);
+    for (const char each : path) {
+        const auto byte = static_cast<unsigned char>(each);
+        if (byte != 0 && IsPlain(byte)) {
+            text += each;
+        } else {
+            text += '%';
+            text += kDigits[byte >> 4];
+            text += kDigits[byte & 15];
+        }
+    }
+    return text;
+}
+
+std::string LocalTime(time_t moment)
+{
+    // localtime_r() alone need not look at the zone; looking at it each time costs more than the
+    // rest.
+    static std::once_flag sIsZoneRead;
+    std::call_once(sIsZoneRead, ::tzset);
+    struct tm parts = {};
+    ::localtime_r(&moment, &parts);
+    char text[32];
+    const size_t length = std::strftime(text, sizeof(text), "%Y-%m-%dT%H:%M:%S", &parts);
+    return std::string(text, length);
+}
+
+/// The n-th shorter name for one that leaves no room for the record's ending: its beginning, "~", a
+/// number from the second on, and the ending that tells its kind.
+std::string Shortened(const std::string& name, int n)
+{
+    const size_t dot = name.rfind('.');
+    const bool hasKind = dot != std::string::npos && dot > 0 && name.size() - dot <= kLongestKind;
+    const std::string tail =
+        "~" + (n == 0 ? std::string() : std::to_string(n + 1)) + (hasKind ? name.substr(dot) : "");
+    size_t length = kLongestName - tail.size();
+    // Not within a letter, where the name is UTF-8.
+    for (int i = 0; i < 3 && (static_cast<unsigned char>(name[length]) & 0xc0) == 0x80; ++i) {
+        --length;
+    }
+    return name.substr(0, length) + tail;
+}
+
+/// Tries `name`, or when it is too long shorter ones in turn, until one is free.
+template<typename Try>
+status_t WithFreeName(const std::string& name, std::string* used, Try tryName)
+{
+    const bool isLong = name.size() > kLongestName;
+    status_t status = B_FILE_EXISTS;
+    for (int n = 0; n < (isLong ? kMostTries : 1) && status == B_FILE_EXISTS; ++n) {
+        const std::string candidate = isLong ? Shortened(name, n) : name;
+        status = tryName(candidate);
+        if (status == B_OK) {
+            *used = candidate;
+        }
+    }
+    return status;
+}
+
+/// Writes a new record in one go; leaves none behind when that fails.
+status_t WriteRecord(int info, const std::string& name, const std::string& text)
+{
+    const std::string recordName = RecordName(name);
+    UniqueFd record(
+        sys::OpenAt(info, recordName.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0600));
+    if (!record.IsOpen()) {
+        return record.Get();
+    }
+    const ssize_t written = sys::WriteAt(record.Get(), text.data(), text.size(), 0);
+    const bool isWhole = written == static_cast<ssize_t>(text.size());
+    status_t status = written < 0 ? static_cast<status_t>(written) : isWhole ? B_OK : B_DEVICE_FULL;
+    const status_t closed = sys::Close(record.Release());
+    if (status == B_OK) {
+        status = closed;
+    }
+    if (status != B_OK) {
+        sys::RemoveFileAt(info, recordName.c_str());
+    }
+    return status;
+}
+
+/// Claims a name by its record, then moves the entry to it.
+status_t MoveIn(const TrashMove& move, std::string* movedName)
+{
+    std::string path;
+    std::string text;
+    status_t status = sys::PathOf(move.from, &path);
+    if (status == B_OK) {
+        path = path == "/" ? path + move.name : path + "/" + move.name;
+        status = TrashRecordText(*move.toTrash, path, std::time(nullptr), &text);
+    }
+    if (status != B_OK) {
+        return status;
+    }
+    const UniqueFd info(OpenTrashInfo(*move.toTrash, TrashCreation::kWhenMissing));
+    if (!info.IsOpen()) {
+        return info.Get();
+    }
+    return WithFreeName(move.newName, movedName, [&](const std::string& name) {
+        status_t moved = WriteRecord(info.Get(), name, text);
+        if (moved == B_OK) {
+            moved = sys::RenameNewAt(move.from, move.name.c_str(), move.to, name.c_str());
+            if (moved != B_OK) {
+                sys::RemoveFileAt(info.Get(), RecordName(name).c_str());
+            }
+        }
+        return moved;
+    });
+}
+
+/// Renames an entry in a Trash, its record first: so the new name is claimed.
+status_t RenameInside(const TrashMove& move)
+{
+    const UniqueFd info(OpenTrashInfo(*move.fromTrash, TrashCreation::kNever));
+    const std::string record = RecordName(move.name);
+    const std::string newRecord = RecordName(move.newName);
+    status_t renamed =
+        info.IsOpen() ? sys::RenameNewAt(info.Get(), record.c_str(), info.Get(), newRecord.c_str())
+                      : info.Get();
+    const bool hasRecord = renamed == B_OK;
+    if (!hasRecord && renamed != B_ENTRY_NOT_FOUND) {
+        return renamed;
+    }
+    renamed = sys::RenameNewAt(move.from, move.name.c_str(), move.to, move.newName.c_str());
+    if (renamed != B_OK && hasRecord) {
+        sys::RenameNewAt(info.Get(), newRecord.c_str(), info.Get(), record.c_str());
+    }
+    return renamed;
+}
+
+bool IsInside(const TrashMove& move)
+{
+    return move.fromTrash != nullptr && move.toTrash != nullptr &&
+           move.fromTrash->folder == move.toTrash->folder;
+}
+
+} // namespace
+
+status_t TrashRecordText(const Trash& trash, const std::string& path, time_t deleted,
+                         std::string* text)
+{
+    std::string_view noted = path;
+    if (!trash.topFolder.empty()) {
+        const std::string above = trash.topFolder == "/" ? "/" : trash.topFolder + "/";
+        if (!noted.starts_with(above)) {
+            return B_CROSS_DEVICE_LINK;
+        }
+        noted.remove_prefix(above.size());
+    }
+    *text = "[Trash Info]\nPath=" + Encoded(noted) + "\nDeletionDate=" + LocalTime(deleted) + "\n";
+    return B_OK;
+}
+
+status_t ClaimTrashName(const Trash& trash, int files, const std::string& name,
+                        const std::string& text, std::string* claimed)
+{
+    const UniqueFd info(OpenTrashInfo(trash, TrashCreation::kWhenMissing));
+    if (!info.IsOpen()) {
+        return info.Get();
+    }
+    return WithFreeName(name, claimed, [&](const std::string& candidate) {
+        const status_t written = WriteRecord(info.Get(), candidate, text);
+        struct stat st;
+        const status_t looked =
+            written == B_OK ? sys::StatAt(files, candidate.c_str(), &st) : written;
+        if (written != B_OK || looked == B_ENTRY_NOT_FOUND) {
+            return written;
+        }
+        sys::RemoveFileAt(info.Get(), RecordName(candidate).c_str());
+        return looked == B_OK ? status_t(B_FILE_EXISTS) : looked;
+    });
+}
+
+status_t RemoveTrashRecord(const Trash& trash, const std::string& name)
+{
+    if (name.size() > kLongestName) {
+        return B_OK;
+    }
+    const UniqueFd info(OpenTrashInfo(trash, TrashCreation::kNever));
+    const status_t status =
+        info.IsOpen() ? sys::RemoveFileAt(info.Get(), RecordName(name).c_str()) : info.Get();
+    return status == B_ENTRY_NOT_FOUND ? B_OK : status;
+}
+
+status_t MoveWithRecord(const TrashMove& move, std::string* movedName)
+{
+    *movedName = move.newName;
+    if (IsInside(move)) {
+        return RenameInside(move);
+    }
+    const status_t status =
+        move.toTrash != nullptr
+            ? MoveIn(move, movedName)
+            : sys::RenameNewAt(move.from, move.name.c_str(), move.to, move.newName.c_str());
+    if (status == B_OK && move.fromTrash != nullptr) {
+        RemoveTrashRecord(*move.fromTrash, move.name);
+    }
+    return status;
+}
+
+status_t MoveWithRecordOver(const TrashMove& move)
+{
+    const status_t status =
+        sys::RenameAt(move.from, move.name.c_str(), move.to, move.newName.c_str());
+    if (status != B_OK) {
+        return status;
+    }
+    if (IsInside(move)) {
+        // What had no record of its own, a copy written beside its target, gets the replaced one's.
+        const UniqueFd info(OpenTrashInfo(*move.toTrash, TrashCreation::kNever));
+        if (info.IsOpen()) {
+            sys::RenameAt(info.Get(), RecordName(move.name).c_str(), info.Get(),
+                          RecordName(move.newName).c_str());
+        }
+        return B_OK;
+    }
+    if (move.toTrash != nullptr) {
+        RemoveTrashRecord(*move.toTrash, move.newName);
+        std::string path;
+        std::string text;
+        const UniqueFd info(OpenTrashInfo(*move.toTrash, TrashCreation::kWhenMissing));
+        if (info.IsOpen() && sys::PathOf(move.from, &path) == B_OK &&
+            TrashRecordText(*move.toTrash, path + "/" + move.name, std::time(nullptr), &text) ==
+                B_OK) {
+            WriteRecord(info.Get(), move.newName, text);
+        }
+    }
+    if (move.fromTrash != nullptr) {
+        RemoveTrashRecord(*move.fromTrash, move.name);
+    }
+    return B_OK;
+}
+
+} // namespace kits

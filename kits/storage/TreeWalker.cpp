@@ -1,0 +1,274 @@
+#include "TreeWalker.h"
+
+#include <algorithm>
+#include <fcntl.h>
+#include <memory>
+#include <system_error>
+
+namespace kits {
+
+namespace {
+
+constexpr size_t kMostOpen = 256;
+// With fewer folders waiting a helper would find nothing left to do.
+constexpr size_t kHelpedFrom = 8;
+
+size_t MostHelpers()
+{
+    // The disk is waited for more than the processor, so two threads are worth it everywhere.
+    return std::clamp<size_t>(std::thread::hardware_concurrency(), 2, 4) - 1;
+}
+
+} // namespace
+
+void TreeWalker::Walk(OpenFolder parent, const std::string& name)
+{
+    Folder top;
+    top.open = std::move(parent);
+    EnterLater(top, name.c_str());
+    Work();
+    for (std::thread& helper : fHelpers) {
+        helper.join();
+    }
+    fHelpers.clear();
+}
+
+status_t TreeWalker::Status() const
+{
+    std::lock_guard lock(fMutex);
+    return fStatus;
+}
+
+void TreeWalker::NoteStatus(status_t status)
+{
+    std::lock_guard lock(fMutex);
+    if (fStatus == B_OK || status == B_CANCELED) { // being stopped outweighs what was told
+        fStatus = status;
+    }
+}
+
+void TreeWalker::EnterLater(Folder& above, const char* name)
+{
+    auto folder = std::make_unique<Folder>();
+    folder->above = &above;
+    folder->name = name;
+    std::lock_guard lock(fMutex);
+    ++above.pending;
+    fWaiting.push_back(folder.release());
+    if (fWaiting.size() >= kHelpedFrom && !fNeedsHelper && fHelpers.size() < MostHelpers()) {
+        fNeedsHelper = true;
+    }
+}
+
+void TreeWalker::StartHelper()
+{
+    {
+        std::lock_guard lock(fMutex);
+        if (!fNeedsHelper || fHelpers.size() >= MostHelpers()) {
+            return;
+        }
+        fNeedsHelper = false;
+        try {
+            fHelpers.emplace_back([this] { Work(); });
+        } catch (const std::system_error&) {
+            // No more threads to be had: this one does it alone.
+        }
+    }
+    fChanged.notify_all();
+}
+
+void TreeWalker::Work()
+{
+    std::unique_lock lock(fMutex);
+    for (;;) {
+        fChanged.wait(lock, [this] { return !fWaiting.empty() || fBusy == 0; });
+        if (fWaiting.empty()) {
+            return;
+        }
+        Folder* folder = fWaiting.back();
+        fWaiting.pop_back();
+        ++fBusy;
+        lock.unlock();
+        Process(folder);
+        lock.lock();
+        --fBusy;
+        if (fBusy == 0 || fWaiting.size() > 1) {
+            fChanged.notify_all();
+        }
+    }
+}
+
+void TreeWalker::Process(Folder* folder)
+{
+    if (IsStopped()) {
+        NoteStatus(B_CANCELED);
+        SetLeft(folder->above);
+        Done(folder);
+        return;
+    }
+    const OpenFolder above = OpenAbove(*folder);
+    const int opened =
+        above == nullptr ? B_ENTRY_NOT_FOUND : OpenChild(above->Get(), folder->name.c_str());
+    if (opened < 0) {
+        OpenFailed(*folder, above == nullptr ? -1 : above->Get(), opened);
+        Done(folder);
+        return;
+    }
+    const auto open = std::make_shared<const UniqueFd>(opened);
+    struct stat st = {};
+    status_t status = sys::Stat(opened, &st);
+    folder->device = st.st_dev;
+    folder->node = st.st_ino;
+    if (status == B_OK && !MayEnter(*folder, opened)) {
+        Done(folder);
+        return;
+    }
+    FolderListing listing;
+    if (status == B_OK) {
+        status = listing.Read(opened);
+    }
+    if (status != B_OK) {
+        Tell(*folder, "", status);
+        SetLeft(folder);
+    }
+    SetOpen(folder, open);
+    // What was read before a failure is there all the same.
+    Visit(*folder, opened, listing);
+    StartHelper();
+    {
+        std::lock_guard lock(fMutex);
+        --folder->pending;
+        if (folder->pending > 0) {
+            return;
+        }
+        ++folder->pending;
+    }
+    Leave(*folder);
+    Done(folder);
+}
+
+void TreeWalker::Done(Folder* folder)
+{
+    for (;;) {
+        Folder* above = folder->above;
+        bool isAboveDone = false;
+        OpenFolder closed; // closed after the lock is free
+        {
+            std::lock_guard lock(fMutex);
+            if (folder->open != nullptr) {
+                fOpen.erase(folder->inOpen);
+                closed = std::move(folder->open);
+            }
+            --above->pending;
+            isAboveDone = above->pending == 0;
+            if (isAboveDone) {
+                ++above->pending; // left by this thread alone
+            }
+        }
+        delete folder;
+        if (!isAboveDone) {
+            return; // the top's parent is never done: its own count stays
+        }
+        folder = above;
+        Leave(*folder);
+    }
+}
+
+void TreeWalker::SetOpen(Folder* folder, OpenFolder open)
+{
+    OpenFolder closed;
+    std::lock_guard lock(fMutex);
+    if (folder->open != nullptr) {
+        return;
+    }
+    folder->open = std::move(open);
+    folder->inOpen = fOpen.insert(fOpen.end(), folder);
+    if (fOpen.size() > kMostOpen) {
+        Folder* longest = fOpen.front();
+        fOpen.pop_front();
+        closed = std::move(longest->open);
+    }
+}
+
+OpenFolder TreeWalker::Opened(const Folder* folder)
+{
+    std::lock_guard lock(fMutex);
+    return folder->open;
+}
+
+OpenFolder TreeWalker::OpenAbove(const Folder& folder)
+{
+    Folder* above = folder.above;
+    OpenFolder open = Opened(above);
+    if (open != nullptr) {
+        return open;
+    }
+    // From below when that is open: it may have been moved, so what is found is compared.
+    const OpenFolder below = Opened(&folder);
+    if (below != nullptr) {
+        auto found = std::make_shared<const UniqueFd>(
+            sys::OpenAt(below->Get(), "..", O_RDONLY | O_DIRECTORY | O_NONBLOCK));
+        struct stat st;
+        if (found->IsOpen() && sys::Stat(found->Get(), &st) == B_OK && st.st_dev == above->device &&
+            st.st_ino == above->node) {
+            open = std::move(found);
+        }
+    }
+    if (open == nullptr) {
+        open = Reopen(above);
+    }
+    if (open != nullptr) {
+        SetOpen(above, open);
+    }
+    return open;
+}
+
+/// Opens a closed folder on the way down from the lowest one above it that is open.
+OpenFolder TreeWalker::Reopen(const Folder* folder)
+{
+    std::vector<const Folder*> way;
+    OpenFolder open;
+    for (const Folder* at = folder; open == nullptr; at = at->above) {
+        open = Opened(at);
+        if (open == nullptr) {
+            way.push_back(at);
+        }
+    }
+    for (; !way.empty(); way.pop_back()) {
+        const Folder* next = way.back();
+        auto opened = std::make_shared<const UniqueFd>(OpenChild(open->Get(), next->name.c_str()));
+        struct stat st;
+        if (!opened->IsOpen() || sys::Stat(opened->Get(), &st) != B_OK ||
+            st.st_dev != next->device || st.st_ino != next->node) {
+            return nullptr;
+        }
+        open = std::move(opened);
+    }
+    return open;
+}
+
+std::string TreeWalker::PathOf(const Folder& folder, const char* name)
+{
+    std::string path = name;
+    for (const Folder* at = &folder; at->above != nullptr; at = at->above) {
+        path = path.empty() ? at->name : at->name + "/" + path;
+    }
+    return path;
+}
+
+void TreeWalker::Tell(const Folder& folder, const char* name, status_t status)
+{
+    NoteStatus(status);
+    if (fHooks != nullptr) {
+        const std::string path = PathOf(folder, name);
+        WithHooks([&](BTreeHooks& hooks) { hooks.Failed(path.c_str(), status); });
+    }
+}
+
+void TreeWalker::SetLeft(Folder* folder)
+{
+    std::lock_guard lock(fMutex);
+    folder->isLeft = true;
+}
+
+} // namespace kits
