@@ -122,7 +122,9 @@ void CLVListItem::Update(BView* owner, const BFont* font)
     font->GetHeight(&height);
     const float lineHeight = std::ceil(height.ascent + height.descent + height.leading);
     SetHeight(std::max(lineHeight, fMinimumHeight));
-    SetWidth(static_cast<ColumnListView*>(owner)->DataWidth());
+    if (const auto* list = dynamic_cast<const ColumnListView*>(owner)) {
+        SetWidth(list->DataWidth());
+    }
 }
 
 } // namespace norvane

@@ -15,6 +15,7 @@
 #include <InterfaceDefs.h>
 #include <OS.h>
 
+#include "BesideMain.h"
 #include "testing/Driver.h"
 
 #include <cstdio>
@@ -217,5 +218,5 @@ int32 PlayRounds(int32 rounds)
 int main(int argumentCount, char** arguments)
 {
     const int32 rounds = argumentCount > 1 ? std::atoi(arguments[1]) : 60;
-    return PlayRounds(rounds) == 0 ? 0 : 1;
+    return RunBesideMain([rounds] { return PlayRounds(rounds) == 0 ? 0 : 1; });
 }

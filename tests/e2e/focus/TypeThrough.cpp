@@ -14,6 +14,7 @@
 #include <View.h>
 #include <Window.h>
 
+#include "BesideMain.h"
 #include "testing/Driver.h"
 
 #include <atomic>
@@ -165,5 +166,5 @@ int32 PlayRounds(int32 rounds)
 int main(int argumentCount, char** arguments)
 {
     const int32 rounds = argumentCount > 1 ? std::atoi(arguments[1]) : 60;
-    return PlayRounds(rounds) == 0 ? 0 : 1;
+    return RunBesideMain([rounds] { return PlayRounds(rounds) == 0 ? 0 : 1; });
 }

@@ -192,6 +192,21 @@ TEST_F(OverWinTest, IgnoresAnAnswerToTheQuestionBefore)
     EXPECT_EQ(second.get(), uint32(kAnswerCancel));
 }
 
+TEST_F(OverWinTest, LivesUntilItsOperationEndsIt)
+{
+    auto answer = Ask();
+    // As the end of the program asks it, while the operation has yet to read the answer.
+    Operations::BeginQuit();
+    const BMessenger window(nullptr, fWindow);
+    BMessage request(B_QUIT_REQUESTED);
+    ASSERT_EQ(window.SendMessage(&request), B_OK);
+    EXPECT_EQ(answer.get(), uint32(kAnswerCancel));
+
+    ASSERT_TRUE(kits::testing::Sync(fWindow));
+    EXPECT_TRUE(window.IsValid());
+    EXPECT_EQ(fWindow->GetRetType(), uint32(kAnswerCancel));
+}
+
 TEST_F(OverWinTest, QuittingAnswersTheOpenQuestion)
 {
     const Operations::Running running{BMessenger(fWindow)};
