@@ -194,6 +194,7 @@ TEST_F(OverWinTest, IgnoresAnAnswerToTheQuestionBefore)
 
 TEST_F(OverWinTest, LivesUntilItsOperationEndsIt)
 {
+    const Operations::Running running{BMessenger(fWindow)};
     auto answer = Ask();
     // As the end of the program asks it, while the operation has yet to read the answer.
     Operations::BeginQuit();
