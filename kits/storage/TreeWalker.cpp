@@ -3,15 +3,25 @@
 #include <algorithm>
 #include <fcntl.h>
 #include <memory>
+#include <sys/resource.h>
 #include <system_error>
 
 namespace kits {
 
 namespace {
 
-constexpr size_t kMostOpen = 256;
+// Deeper than any tree that a path can name; going on below costs a way down from the top for many
+// folders.
+constexpr size_t kMostOpen = 4096;
 // With fewer folders waiting a helper would find nothing left to do.
 constexpr size_t kHelpedFrom = 8;
+
+size_t MostOpen()
+{
+    struct rlimit limit;
+    const bool isKnown = ::getrlimit(RLIMIT_NOFILE, &limit) == 0;
+    return isKnown ? std::clamp<size_t>(limit.rlim_cur / 4, 32, kMostOpen) : 64;
+}
 
 size_t MostHelpers()
 {
@@ -20,6 +30,8 @@ size_t MostHelpers()
 }
 
 } // namespace
+
+TreeWalker::TreeWalker(BTreeHooks* hooks) : fHooks(hooks), fMostOpen(MostOpen()) {}
 
 void TreeWalker::Walk(OpenFolder parent, const std::string& name)
 {
@@ -183,7 +195,7 @@ void TreeWalker::SetOpen(Folder* folder, OpenFolder open)
     }
     folder->open = std::move(open);
     folder->inOpen = fOpen.insert(fOpen.end(), folder);
-    if (fOpen.size() > kMostOpen) {
+    if (fOpen.size() > fMostOpen) {
         Folder* longest = fOpen.front();
         fOpen.pop_front();
         closed = std::move(longest->open);

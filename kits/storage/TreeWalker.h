@@ -26,7 +26,7 @@ class TreeWalker
 {
 public:
     /// `hooks` may be null.
-    explicit TreeWalker(BTreeHooks* hooks) : fHooks(hooks) {}
+    explicit TreeWalker(BTreeHooks* hooks);
     virtual ~TreeWalker() = default;
     TreeWalker(const TreeWalker&) = delete;
     TreeWalker& operator=(const TreeWalker&) = delete;
@@ -91,7 +91,8 @@ private:
     void SetOpen(Folder* folder, OpenFolder open);
     void StartHelper();
 
-    BTreeHooks* fHooks;
+    BTreeHooks* const fHooks;
+    const size_t fMostOpen;
     std::mutex fHooksMutex; // held while a hook but IsStopped() is called
 
     mutable std::mutex fMutex; // guards all that follows, and what folders hold

@@ -7,6 +7,7 @@
 #include <atomic>
 #include <set>
 #include <string>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -53,7 +54,20 @@ protected:
         }
     }
 
+    void MakeDeep(int levels)
+    {
+        fTree.MakeFolder("top");
+        BDirectory at(fTree.Path("top").c_str());
+        for (int i = 0; i < levels; ++i) {
+            BDirectory next;
+            ASSERT_EQ(at.CreateNewDirectory("deep", 0777, &next), B_OK);
+            ASSERT_EQ(at.CreateNewDirectory("empty", 0777, &fUnused), B_OK);
+            at = next;
+        }
+    }
+
     TempTree fTree;
+    BDirectory fUnused;
 };
 
 } // namespace
@@ -95,18 +109,26 @@ TEST_F(TreeRemovalTest, FollowsNoLink)
 
 TEST_F(TreeRemovalTest, GetsToTheBottomOfADeepTree)
 {
-    // Deeper than folders are kept open, and than a path can be long.
-    fTree.MakeFolder("top");
-    BDirectory at(fTree.Path("top").c_str());
-    for (int i = 0; i < 1500; ++i) {
-        BDirectory next;
-        ASSERT_EQ(at.CreateDirectory("deep", &next), B_OK);
-        ASSERT_EQ(at.CreateDirectory("empty", nullptr), B_OK);
-        at = next;
-    }
+    // Deeper than a path can be long.
+    MakeDeep(1200);
 
     EXPECT_EQ(Remove("top"), B_OK);
 
+    EXPECT_EQ(fTree.List(), "");
+}
+
+TEST_F(TreeRemovalTest, GetsToTheBottomWithFewDescriptors)
+{
+    struct rlimit before;
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    MakeDeep(300);
+    const struct rlimit few = {160, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
+
+    const status_t status = Remove("top");
+
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_EQ(status, B_OK);
     EXPECT_EQ(fTree.List(), "");
 }
 
