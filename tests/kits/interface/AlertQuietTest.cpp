@@ -67,11 +67,11 @@ protected:
 
     bool IsWaiting() const { return fProgress->answer == ProgressWindow::kNone; }
 
-    /// Whether the alert still waits once it has handled all keys so far.
+    /// Whether the alert still waits once it has handled all keys so far, and what those led to.
     bool IsWaitingAfterKeys()
     {
         SyncServer();
-        return Sync(fAlert) && IsWaiting();
+        return Sync(fAlert) && Sync(fAlert) && CountShown("Unasked") == 1 && IsWaiting();
     }
 
     int32 Answer()
