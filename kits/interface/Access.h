@@ -57,4 +57,7 @@ public:
     virtual void GetInputMethod(InputMethodState* state) const = 0;
 };
 
+/// How a handler edits text; null for one that is no text view. Ownership: lends, while it lives.
+const EditingView* EditingOf(const BHandler* handler);
+
 } // namespace kits

@@ -190,7 +190,7 @@ void PublishIfChanged(BWindow& window, WindowState& state)
         return;
     }
     const bool isListened = WindowServer::Get().IsAccessibilityActive();
-    const auto* editing = dynamic_cast<const EditingView*>(state.focus);
+    const EditingView* editing = EditingOf(state.focus);
     const bool isNews = isListened || editing != nullptr || state.isTextPublished ||
                         (state.publishedFocus != state.focus);
     state.publishedFrame = frame;

@@ -108,7 +108,8 @@ int32 TextBuffer::Clamp(int32 offset) const
         if (!IsContinuation(fBytes[static_cast<size_t>(offset)])) {
             break;
         }
-        if (Utf8Length(std::string_view(fBytes).substr(static_cast<size_t>(offset - back))) > back) {
+        if (Utf8Length(std::string_view(fBytes).substr(static_cast<size_t>(offset - back))) >
+            back) {
             return offset - back;
         }
     }

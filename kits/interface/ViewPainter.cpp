@@ -295,6 +295,19 @@ void ViewPainter::Text(const char* string, int32 length, BPoint where)
         QRectF(clip.left(), (baseLine - 2 * height) * Scale(), clip.width(), 3 * height * Scale()));
 }
 
+void ViewPainter::Units(const QRectF& area, const std::function<void(QPainter&)>& paint)
+{
+    if (!SetMode(false)) {
+        return;
+    }
+    QPainter& painter = fCanvas->Painter();
+    painter.setPen(QPen(BrushFor(fState->high).color()));
+    painter.setTransform(QTransform::fromScale(Scale(), Scale()).translate(fX, fY));
+    paint(painter);
+    painter.resetTransform();
+    Drawn(QTransform::fromScale(Scale(), Scale()).mapRect(area.translated(fX, fY)));
+}
+
 void ViewPainter::Picture(const QImage& picture, const QRectF& source, const QRect& target)
 {
     if (target.isEmpty() || source.isEmpty()) {

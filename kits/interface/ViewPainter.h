@@ -8,6 +8,8 @@
 #include <QBrush>
 #include <QPolygonF>
 
+#include <functional>
+
 class BView;
 
 namespace kits {
@@ -46,6 +48,9 @@ public:
                    bool isFilled);
     void Polygon(const BPoint* points, int32 count, const pattern& p, bool isFilled, bool isClosed);
     void Text(const char* string, int32 length, BPoint where);
+    /// Lets `paint` draw text: its painter has the view's high colour and the view's units.
+    /// `area`, in view units too, is what it may reach.
+    void Units(const QRectF& area, const std::function<void(QPainter&)>& paint);
     void Picture(const QImage& picture, const QRectF& source, const QRect& target);
 
     /// The brush for a pattern in the view's colours and mode.

@@ -146,7 +146,7 @@ BHandler* BWindow::TargetOf(BMessage* message, BHandler* target)
     if (target != this) {
         return target;
     }
-    if (kits::IsKey(message->what)) {
+    if (kits::IsKey(message->what) || message->what == B_INPUT_METHOD_EVENT) {
         return fState->focus != nullptr ? static_cast<BHandler*>(fState->focus) : this;
     }
     if (kits::IsMouse(message->what)) {

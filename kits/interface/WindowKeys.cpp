@@ -153,7 +153,7 @@ void KeyDown(BWindow& window, WindowState& state, BMessage* message, BHandler* t
     state.isMenuKeyArmed = false;
     const char* bytes = BytesOf(*message);
     auto* view = dynamic_cast<BView*>(target);
-    const auto* editing = dynamic_cast<const EditingView*>(target);
+    const EditingView* editing = EditingOf(target);
     const bool isWanted = editing != nullptr && editing->WantsKey(*message);
     if (!isWanted) {
         if (InvokeShortcut(state, *message) || MenuBarAccess::InvokeShortcut(&window, message)) {

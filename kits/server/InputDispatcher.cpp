@@ -1,6 +1,7 @@
 #include "InputDispatcher.h"
 
 #include "InputMessages.h"
+#include "InputMethod.h"
 #include "NativeWindow.h"
 #include "ServerState.h"
 #include "Surface.h"
@@ -13,6 +14,7 @@
 #include <Point.h>
 
 #include <QGuiApplication>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QStyleHints>
@@ -171,9 +173,33 @@ void InputDispatcher::PointerModifiersSeen(Qt::KeyboardModifiers modifiers)
     ModifiersSeen(0, (fSides.Modifiers(modifiers, 0) & ~kLocks) | locks);
 }
 
-void InputDispatcher::Commit(const NativeWindow& native, const QString& text)
+void InputDispatcher::TextInput(const NativeWindow& native, const QInputMethodEvent& event)
 {
     const int32 target = fState.router.TextTarget(native.Token(), system_time());
+    const NativeWindow* window = fState.windows.Find(target);
+    const bool isTextField = window != nullptr && window->GetPublished().inputMethod.isTextField;
+    const bool isPlain =
+        event.preeditString().isEmpty() && event.replacementLength() == 0 && fPreviewing != target;
+    if (isPlain || !isTextField) {
+        Commit(target, event.commitString());
+        return;
+    }
+    for (auto& message : TextInputMessages(window->GetPublished().inputMethod, event)) {
+        message->AddInt32("window", target);
+        Post(target, std::move(message));
+    }
+    fPreviewing = event.preeditString().isEmpty() ? 0 : target;
+}
+
+void InputDispatcher::PreviewEnded(int32 window)
+{
+    if (fPreviewing == window) {
+        fPreviewing = 0;
+    }
+}
+
+void InputDispatcher::Commit(int32 target, const QString& text)
+{
     for (const char32_t character : text.toUcs4()) {
         PlatformKey key;
         key.bytes = QString::fromUcs4(&character, 1).toStdString();

@@ -14,6 +14,7 @@
 #include <string>
 
 class BMessage;
+class QInputMethodEvent;
 class QKeyEvent;
 class QMouseEvent;
 class QWheelEvent;
@@ -41,7 +42,11 @@ public:
     explicit InputDispatcher(ServerState& state) : fState(state) {}
 
     void Key(const NativeWindow& native, const QKeyEvent& event);
-    void Commit(const NativeWindow& native, const QString& text);
+    /// What an input method enters and shows: key messages of the characters, unless a text field
+    /// shows a preview or text of it is replaced.
+    void TextInput(const NativeWindow& native, const QInputMethodEvent& event);
+    /// The window's text field shows no preview any more.
+    void PreviewEnded(int32 window);
     void Mouse(const NativeWindow& native, const QMouseEvent& event);
     void Wheel(const NativeWindow& native, const QWheelEvent& event);
     /// The pointer came into the native window or left it.
@@ -60,6 +65,7 @@ private:
     void PostKey(uint32 what, const InputRouter::KeyTarget& target, const PlatformKey& key,
                  int32 code);
     void PostKeyUp(int32 window, int32 code);
+    void Commit(int32 target, const QString& text);
     void ModifiersSeen(int32 target, uint32 modifiers);
     void PointerModifiersSeen(Qt::KeyboardModifiers modifiers);
     void PressMouse(const NativeWindow& native, const QMouseEvent& event);
@@ -76,6 +82,7 @@ private:
     std::map<int32, PlatformKey> fHeld; // by code: what their releases will say
     int32 fActive = 0;                  // the window that was told it is active
     int32 fSuccessor = 0;               // was last passed the focus by a window that left
+    int32 fPreviewing = 0;              // the window whose text field shows a preview
     int32 fGrabber = 0;                 // the window that holds the mouse grab
 };
 

@@ -21,6 +21,12 @@
 // B_MOUSE_WHEEL_CHANGED      "be:wheel_delta_x", "be:wheel_delta_y" (float, whole text lines: the
 //                            desktop's lines per notch are counted in already; down and right
 //                            positive), "where", "screen_where", "modifiers"
+// B_INPUT_METHOD_EVENT       to a text field that an input method writes into: "be:string" (string)
+//                            and either "be:confirmed" (bool, true): the text is entered, in place
+//                            of "kits:replace_length" units of UTF-16 from "kits:replace_from"
+//                            (int32, from the caret); or it is shown as a preview, the caret at
+//                            "be:selection" (int32, in its units). "kits:view", "kits:resets"
+//                            (int32): which field it is for, as InputMethodState said
 // B_WINDOW_ACTIVATED         "active" (bool)
 // B_WINDOW_MOVED             "where" (BPoint: the client area's left top, screen units)
 // B_WINDOW_RESIZED           "width", "height" (int32, as BRect::Width())

@@ -1,5 +1,10 @@
 #include "InputMethod.h"
 
+#include <AppDefs.h>
+#include <Message.h>
+#include <OS.h>
+
+#include <QInputMethodEvent>
 #include <QInputMethodQueryEvent>
 #include <QRectF>
 #include <QString>
@@ -36,7 +41,46 @@ QVariant Answer(const InputMethodState& state, Qt::InputMethodQuery query)
     }
 }
 
+std::unique_ptr<BMessage> TextInputMessage(const InputMethodState& state, const QString& text)
+{
+    auto message = std::make_unique<BMessage>(B_INPUT_METHOD_EVENT);
+    message->AddInt64("when", system_time());
+    message->AddString("be:string", text.toUtf8().constData());
+    message->AddInt32("kits:view", state.view);
+    message->AddInt32("kits:resets", state.resets);
+    return message;
+}
+
+int32 CaretIn(const QInputMethodEvent& event)
+{
+    for (const QInputMethodEvent::Attribute& attribute : event.attributes()) {
+        if (attribute.type == QInputMethodEvent::Cursor) {
+            return attribute.start;
+        }
+    }
+    return static_cast<int32>(event.preeditString().size());
+}
+
 } // namespace
+
+std::vector<std::unique_ptr<BMessage>> TextInputMessages(const InputMethodState& state,
+                                                         const QInputMethodEvent& event)
+{
+    std::vector<std::unique_ptr<BMessage>> messages;
+    if (!event.commitString().isEmpty() || event.replacementLength() > 0) {
+        auto commit = TextInputMessage(state, event.commitString());
+        commit->AddBool("be:confirmed", true);
+        commit->AddInt32("kits:replace_from", event.replacementStart());
+        commit->AddInt32("kits:replace_length", event.replacementLength());
+        messages.push_back(std::move(commit));
+    }
+    if (messages.empty() || !event.preeditString().isEmpty()) {
+        auto preview = TextInputMessage(state, event.preeditString());
+        preview->AddInt32("be:selection", CaretIn(event));
+        messages.push_back(std::move(preview));
+    }
+    return messages;
+}
 
 void AnswerInputMethod(const InputMethodState& state, QInputMethodQueryEvent& event)
 {

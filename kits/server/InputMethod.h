@@ -2,11 +2,20 @@
 
 #include "Published.h"
 
+#include <memory>
+#include <vector>
+
+class BMessage;
+class QInputMethodEvent;
 class QInputMethodQueryEvent;
 
 namespace kits {
 
 /// Answers what an input method asks, from what the window published; its thread is not asked.
 void AnswerInputMethod(const InputMethodState& state, QInputMethodQueryEvent& event);
+
+/// What a text field is told of an input method's event: what to enter, then what to show.
+std::vector<std::unique_ptr<BMessage>> TextInputMessages(const InputMethodState& state,
+                                                         const QInputMethodEvent& event);
 
 } // namespace kits

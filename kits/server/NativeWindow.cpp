@@ -396,11 +396,20 @@ void NativeWindow::Publish(std::shared_ptr<const Published> published)
     if (published == nullptr) {
         return;
     }
+    const InputMethodState before = fPublished->inputMethod;
     fPublished = std::move(published);
     fAccessible.Changed(fPublished);
+    const InputMethodState& now = fPublished->inputMethod;
+    const bool isAnew = now.view != before.view || now.resets != before.resets;
+    if (isAnew) {
+        ServerState::Get().input.PreviewEnded(fToken);
+    }
     // The toolkit cannot see a caret or a focus that move inside the window.
     if (fSurface != nullptr && QGuiApplication::focusWindow() == fSurface.get()) {
-        QGuiApplication::inputMethod()->update(Qt::ImQueryInput);
+        if (isAnew) {
+            QGuiApplication::inputMethod()->reset();
+        }
+        QGuiApplication::inputMethod()->update(Qt::ImQueryInput | Qt::ImEnabled);
     }
 }
 

@@ -57,7 +57,9 @@ struct InputMethodState
     // view that is no text field becomes the key messages of its characters.
     bool isEnabled = true;
     bool isTextField = false;
-    BRect caret; // window units
+    int32 view = 0;   // the text field's token: another one makes the input method begin anew,
+    int32 resets = 0; // and so does another number here
+    BRect caret;      // window units
     std::string surroundingText;
     int32 caretOffset = 0;  // bytes into surroundingText
     int32 anchorOffset = 0; // bytes into surroundingText

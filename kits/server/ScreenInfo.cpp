@@ -21,6 +21,7 @@ void ScreenInfo::Refresh()
         return;
     }
     const int interval = QGuiApplication::styleHints()->mouseDoubleClickInterval();
+    caretFlash = QGuiApplication::styleHints()->cursorFlashTime() * bigtime_t{1000};
     std::lock_guard<std::mutex> lock(fLock);
     fFrame = RectTo(screen->geometry());
     fAvailable = RectTo(screen->availableGeometry());

@@ -24,6 +24,8 @@ public:
 
     /// Whether assistive programs listen.
     std::atomic<bool> isAccessibilityActive{false};
+    /// How long a caret is on and off together; 0: it does not blink.
+    std::atomic<bigtime_t> caretFlash{1'000'000};
 
 private:
     mutable std::mutex fLock;

@@ -135,7 +135,7 @@ bool Surface::InputEvent(QEvent* event)
         input.Crossed(fOwner, event->type() == QEvent::Enter);
         return true;
     case QEvent::InputMethod:
-        input.Commit(fOwner, static_cast<QInputMethodEvent*>(event)->commitString());
+        input.TextInput(fOwner, *static_cast<QInputMethodEvent*>(event));
         return true;
     case QEvent::InputMethodQuery:
         AnswerInputMethod(fOwner.GetPublished().inputMethod,

@@ -1,0 +1,233 @@
+#include <Clipboard.h>
+
+#include "ClipboardHooks.h"
+
+#include <Application.h>
+#include <Locker.h>
+#include <Message.h>
+#include <TypeConstants.h>
+
+#include <algorithm>
+#include <map>
+#include <mutex>
+#include <vector>
+
+namespace kits {
+
+namespace {
+
+constexpr char kTextField[] = "text/plain";
+
+ClipboardHooks& Hooks()
+{
+    static ClipboardHooks hooks;
+    return hooks;
+}
+
+std::string TextOf(const BMessage& message)
+{
+    const void* data = nullptr;
+    ssize_t size = 0;
+    if (message.FindData(kTextField, B_MIME_TYPE, &data, &size) != B_OK) {
+        return {};
+    }
+    return std::string(static_cast<const char*>(data), static_cast<size_t>(size));
+}
+
+} // namespace
+
+void SetClipboardHooks(const ClipboardHooks& hooks)
+{
+    Hooks() = hooks;
+}
+
+const ClipboardHooks& GetClipboardHooks()
+{
+    return Hooks();
+}
+
+} // namespace kits
+
+/// What the clipboards of one name share. Guarded by its lock.
+struct BClipboard::Store
+{
+    explicit Store(bool isShared) : isDesktops(isShared) {}
+
+    static std::shared_ptr<Store> Get(const std::string& name);
+    void Fetch();
+
+    const bool isDesktops; // of all programs
+    BLocker lock;
+    BMessage data;      // what is looked at and changed
+    BMessage committed; // what this program offered last
+    BMessenger source;
+    uint64 offer = 0;      // its number on the desktop
+    bool isFetched = true; // `data` is what was there when the lock was taken
+    uint32 count = 0;
+    std::vector<BMessenger> watchers;
+};
+
+std::shared_ptr<BClipboard::Store> BClipboard::Store::Get(const std::string& name)
+{
+    static std::mutex lock;
+    static std::map<std::string, std::shared_ptr<Store>> stores;
+    std::lock_guard<std::mutex> guard(lock);
+    std::shared_ptr<Store>& store = stores[name];
+    if (store == nullptr) {
+        store = std::make_shared<Store>(name == "system");
+    }
+    return store;
+}
+
+// Only when somebody looks: copying never asks another program for what it is about to replace.
+void BClipboard::Store::Fetch()
+{
+    if (isFetched) {
+        return;
+    }
+    isFetched = true;
+    const kits::ClipboardHooks& hooks = kits::GetClipboardHooks();
+    if (!isDesktops || hooks.fetch == nullptr) {
+        data = committed;
+        return;
+    }
+    const kits::ClipboardContent content = hooks.fetch(kits::ClipboardKind::kClipboard);
+    if (content.offer != 0 && content.offer == offer) {
+        data = committed;
+        return;
+    }
+    if (content.text != kits::TextOf(data)) {
+        count++;
+    }
+    source = BMessenger();
+    data.MakeEmpty();
+    if (!content.text.empty()) {
+        data.AddData(kits::kTextField, B_MIME_TYPE, content.text.data(),
+                     static_cast<ssize_t>(content.text.size()));
+    }
+}
+
+BClipboard::BClipboard(const char* name, bool)
+    : fName(name != nullptr ? name : ""), fStore(Store::Get(fName))
+{
+}
+
+BClipboard::~BClipboard() = default;
+
+uint32 BClipboard::LocalCount() const
+{
+    return SystemCount();
+}
+
+uint32 BClipboard::SystemCount() const
+{
+    fStore->lock.Lock();
+    const uint32 count = fStore->count;
+    fStore->lock.Unlock();
+    return count;
+}
+
+status_t BClipboard::StartWatching(BMessenger target)
+{
+    if (!target.IsValid()) {
+        return B_BAD_VALUE;
+    }
+    StopWatching(target);
+    fStore->lock.Lock();
+    fStore->watchers.push_back(target);
+    fStore->lock.Unlock();
+    return B_OK;
+}
+
+status_t BClipboard::StopWatching(BMessenger target)
+{
+    fStore->lock.Lock();
+    const auto removed = std::erase(fStore->watchers, target);
+    fStore->lock.Unlock();
+    return removed > 0 ? B_OK : B_BAD_VALUE;
+}
+
+bool BClipboard::Lock()
+{
+    if (!fStore->lock.Lock()) {
+        return false;
+    }
+    if (fStore->lock.CountLocks() == 1) {
+        fStore->isFetched = false;
+    }
+    return true;
+}
+
+void BClipboard::Unlock()
+{
+    fStore->lock.Unlock();
+}
+
+bool BClipboard::IsLocked() const
+{
+    return fStore->lock.IsLocked();
+}
+
+status_t BClipboard::Clear()
+{
+    if (!IsLocked()) {
+        return B_NOT_ALLOWED;
+    }
+    fStore->data.MakeEmpty();
+    fStore->isFetched = true;
+    return B_OK;
+}
+
+status_t BClipboard::Commit()
+{
+    if (!IsLocked()) {
+        return B_NOT_ALLOWED;
+    }
+    Store& store = *fStore;
+    store.Fetch();
+    store.committed = store.data;
+    store.source = be_app_messenger;
+    store.count++;
+    const kits::ClipboardHooks& hooks = kits::GetClipboardHooks();
+    if (store.isDesktops && hooks.offer != nullptr) {
+        store.offer = hooks.offer(kits::ClipboardKind::kClipboard, kits::TextOf(store.data));
+    }
+    BMessage change(B_CLIPBOARD_CHANGED);
+    change.AddString("be:clipboard", Name());
+    // Posting takes no lock of ours, and waits for nobody.
+    for (const BMessenger& watcher : store.watchers) {
+        watcher.SendMessage(&change);
+    }
+    return B_OK;
+}
+
+status_t BClipboard::Revert()
+{
+    if (!IsLocked()) {
+        return B_NOT_ALLOWED;
+    }
+    fStore->isFetched = false;
+    fStore->Fetch();
+    return B_OK;
+}
+
+BMessenger BClipboard::DataSource() const
+{
+    if (!IsLocked()) {
+        return BMessenger();
+    }
+    fStore->Fetch();
+    return fStore->source;
+}
+
+BMessage* BClipboard::Data() const
+{
+    if (!IsLocked()) {
+        return nullptr;
+    }
+    fStore->Fetch();
+    return &fStore->data;
+}
+
+// Never destroyed: other statics may use it to the end.
+BClipboard* const be_clipboard = new BClipboard("system");

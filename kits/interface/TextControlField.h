@@ -1,0 +1,23 @@
+#pragma once
+
+#include <TextView.h>
+
+class BTextControl;
+
+namespace kits {
+
+/// The one-line text view inside a text control.
+class FieldTextView : public BTextView
+{
+public:
+    FieldTextView(BTextControl& control, BRect frame, uint32 flags);
+
+    // BTextView
+    void KeyDown(const char* bytes, int32 byteCount) override;
+    void MakeFocus(bool focus = true) override;
+
+private:
+    BTextControl& fControl;
+};
+
+} // namespace kits

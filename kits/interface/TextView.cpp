@@ -1,0 +1,342 @@
+#include "TextViewState.h"
+
+#include "app/HandlerAccess.h"
+#include "server/WindowServer.h"
+
+#include <AppDefs.h>
+#include <Clipboard.h>
+#include <Message.h>
+#include <Region.h>
+#include <Window.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "ViewHost.h"
+
+using kits::TextAction;
+using kits::TextViewState;
+
+namespace kits {
+
+TextViewState::TextViewState(BTextView& owner, BRect textRect) : view(owner)
+{
+    geometry.SetRect(textRect);
+}
+
+const EditingView* EditingOf(const BHandler* handler)
+{
+    if (const auto* view = dynamic_cast<const BTextView*>(handler)) {
+        return &TextViewAccess::State(*view);
+    }
+    return dynamic_cast<const EditingView*>(handler);
+}
+
+} // namespace kits
+
+BTextView::BTextView(BRect frame, const char* name, BRect textRect, uint32 resizingMode,
+                     uint32 flags)
+    : BTextView(frame, name, textRect, nullptr, nullptr, resizingMode, flags)
+{
+}
+
+BTextView::BTextView(BRect frame, const char* name, BRect textRect, const BFont* initialFont,
+                     const rgb_color* initialColor, uint32 resizingMode, uint32 flags)
+    : BView(frame, name, resizingMode, flags | B_FRAME_EVENTS | B_INPUT_METHOD_AWARE),
+      fText(std::make_unique<TextViewState>(*this, textRect))
+{
+    SetViewColor(255, 255, 255);
+    SetFontAndColor(initialFont, B_FONT_ALL, initialColor);
+}
+
+BTextView::~BTextView() = default;
+
+// BView
+
+void BTextView::AttachedToWindow()
+{
+    BView::AttachedToWindow();
+    fText->UpdateScrollBars();
+}
+
+void BTextView::DetachedFromWindow()
+{
+    fText->isDragging = false;
+    fText->dragTicker.reset();
+    fText->blinkTicker.reset();
+    fText->isCaretOn = false;
+    BView::DetachedFromWindow();
+}
+
+void BTextView::Draw(BRect updateRect)
+{
+    fText->Draw(updateRect);
+}
+
+void BTextView::MouseDown(BPoint where)
+{
+    fText->Press(where);
+}
+
+void BTextView::MouseUp(BPoint where)
+{
+    BView::MouseUp(where);
+    fText->Release();
+}
+
+void BTextView::MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage)
+{
+    BView::MouseMoved(where, transit, dragMessage);
+    fText->DragTo(where);
+    const bool isLeaving = transit == B_EXITED_VIEW;
+    if (Window() != nullptr && (isLeaving || transit == B_ENTERED_VIEW)) {
+        const bool isText = !isLeaving && (IsEditable() || IsSelectable());
+        kits::ViewAccess::Host(*this)->Link().SetCursor(isText ? kits::PointerShape::kText
+                                                               : kits::PointerShape::kArrow);
+    }
+}
+
+void BTextView::WindowActivated(bool active)
+{
+    BView::WindowActivated(active);
+    if (IsFocus()) {
+        fText->InvalidateSelection(fText->Start(), fText->End());
+        fText->ShowCaret();
+    }
+}
+
+void BTextView::KeyDown(const char* bytes, int32 byteCount)
+{
+    if (!fText->Key(bytes, byteCount)) {
+        BView::KeyDown(bytes, byteCount);
+    }
+}
+
+void BTextView::FrameResized(float newWidth, float newHeight)
+{
+    BView::FrameResized(newWidth, newHeight);
+    fText->LimitScrolling();
+}
+
+void BTextView::MakeFocus(bool focus)
+{
+    if (focus == IsFocus()) {
+        return;
+    }
+    if (!focus) {
+        fText->EndPreview();
+    }
+    BView::MakeFocus(focus);
+    fText->undo.EndRun();
+    if (Window() != nullptr) {
+        fText->InvalidateSelection(fText->Start(), fText->End());
+        fText->ShowCaret();
+    }
+}
+
+void BTextView::MessageReceived(BMessage* message)
+{
+    switch (message->what) {
+    case kits::kTick: {
+        const int32 id = message->GetInt32("ticker", 0);
+        if (fText->blinkTicker != nullptr && fText->blinkTicker->Id() == id) {
+            fText->BlinkTick();
+        } else if (fText->dragTicker != nullptr && fText->dragTicker->Id() == id) {
+            fText->DragTick();
+        }
+        break;
+    }
+    case B_INPUT_METHOD_EVENT:
+        fText->TakeInput(*message);
+        break;
+    case B_CUT:
+        Cut(be_clipboard);
+        break;
+    case B_COPY:
+        Copy(be_clipboard);
+        break;
+    case B_PASTE:
+        Paste(be_clipboard);
+        break;
+    case B_UNDO:
+        Undo(be_clipboard);
+        break;
+    case B_SELECT_ALL:
+        SelectAll();
+        break;
+    default:
+        BView::MessageReceived(message);
+    }
+}
+
+void BTextView::SetFont(const BFont* font, uint32 mask)
+{
+    BView::SetFont(font, mask);
+    BFont merged;
+    GetFont(&merged);
+    fText->geometry.SetFont(merged);
+    Invalidate();
+}
+
+void BTextView::ScrollTo(BPoint where)
+{
+    BView::ScrollTo(where);
+}
+
+void BTextView::GetPreferredSize(float* width, float* height)
+{
+    const BRect rect = TextRect();
+    *width = Bounds().Width();
+    *height = std::max(rect.Height() + 2 * std::max(0.0f, rect.top), LineHeight());
+}
+
+void BTextView::ResizeToPreferred()
+{
+    float width = 0;
+    float height = 0;
+    GetPreferredSize(&width, &height);
+    ResizeTo(width, height);
+}
+
+// Looks
+
+void BTextView::SetTextRect(BRect rect)
+{
+    fText->geometry.SetRect(rect);
+    Invalidate();
+    fText->LimitScrolling();
+}
+
+BRect BTextView::TextRect() const
+{
+    BRect rect = fText->geometry.Rect();
+    rect.bottom = static_cast<float>(fText->geometry.RowTop(CountLines())) - 1;
+    return rect;
+}
+
+void BTextView::SetFontAndColor(const BFont* font, uint32 mode, const rgb_color* color)
+{
+    if (font != nullptr) {
+        SetFont(font, mode);
+    }
+    if (color != nullptr) {
+        fText->color = *color;
+        Invalidate();
+    }
+}
+
+void BTextView::GetFontAndColor(BFont* font, uint32* mode, rgb_color* color) const
+{
+    if (font != nullptr) {
+        GetFont(font);
+    }
+    if (mode != nullptr) {
+        *mode = B_FONT_ALL; // all of the text has the same
+    }
+    if (color != nullptr) {
+        *color = fText->color;
+    }
+}
+
+void BTextView::SetTabWidth(float width)
+{
+    fText->geometry.SetTabWidth(width);
+    fText->geometry.Reset();
+    Invalidate();
+}
+
+float BTextView::TabWidth() const
+{
+    return fText->geometry.TabWidth();
+}
+
+void BTextView::SetWordWrap(bool wrap)
+{
+    fText->geometry.SetWrap(wrap);
+    Invalidate();
+    fText->LimitScrolling();
+}
+
+bool BTextView::DoesWordWrap() const
+{
+    return fText->geometry.Wraps();
+}
+
+void BTextView::SetAlignment(alignment flag)
+{
+    fText->geometry.SetAlignment(flag);
+    Invalidate();
+}
+
+alignment BTextView::Alignment() const
+{
+    return fText->geometry.Alignment();
+}
+
+// Manners
+
+void BTextView::MakeSelectable(bool selectable)
+{
+    fText->isSelectable = selectable;
+    Invalidate();
+}
+
+bool BTextView::IsSelectable() const
+{
+    return fText->isSelectable;
+}
+
+void BTextView::MakeEditable(bool editable)
+{
+    fText->EndPreview();
+    fText->isEditable = editable;
+    fText->ShowCaret();
+    Invalidate();
+}
+
+bool BTextView::IsEditable() const
+{
+    return fText->isEditable;
+}
+
+void BTextView::SetMaxBytes(int32 max)
+{
+    fText->maxBytes = std::max<int32>(0, max);
+}
+
+int32 BTextView::MaxBytes() const
+{
+    return fText->maxBytes;
+}
+
+void BTextView::DisallowChar(uint32 character)
+{
+    fText->disallowed.insert(character);
+}
+
+void BTextView::AllowChar(uint32 character)
+{
+    fText->disallowed.erase(character);
+}
+
+void BTextView::SetAutoindent(bool indents)
+{
+    fText->indents = indents;
+}
+
+bool BTextView::DoesAutoindent() const
+{
+    return fText->indents;
+}
+
+void BTextView::SetSingleLine(bool isSingle)
+{
+    fText->text.SetSingleLine(isSingle);
+    fText->geometry.Reset();
+    Invalidate();
+}
+
+bool BTextView::IsSingleLine() const
+{
+    return fText->text.IsSingleLine();
+}
