@@ -198,7 +198,7 @@ TEST_F(OverWinTest, LivesUntilItsOperationEndsIt)
     auto answer = Ask();
     // As the end of the program asks it, while the operation has yet to read the answer.
     Operations::BeginQuit();
-    const BMessenger window(nullptr, fWindow);
+    const BMessenger window(fWindow);
     BMessage request(B_QUIT_REQUESTED);
     ASSERT_EQ(window.SendMessage(&request), B_OK);
     EXPECT_EQ(answer.get(), uint32(kAnswerCancel));
