@@ -134,7 +134,7 @@ private:
 
     bool Move(char byte)
     {
-        const float page = fState.view.Bounds().Height() / fState.geometry.RowHeight();
+        const float page = (fState.view.Bounds().Height() + 1) / fState.geometry.RowHeight();
         const int32 rows = std::max<int32>(1, static_cast<int32>(page) - 1);
         // One line has nowhere to go up or down to: others may want these keys.
         const bool isSingle = fState.text.IsSingleLine();

@@ -2,7 +2,9 @@
 
 #include "FontAccess.h"
 
+#include <QGlyphRun>
 #include <QPainter>
+#include <QRawFont>
 #include <QTextOption>
 
 #include <algorithm>
@@ -136,15 +138,16 @@ std::vector<std::pair<double, double>> TextLayout::Spans(int32 row, int32 from, 
         spans.emplace_back(line.cursorToX(start), line.cursorToX(end));
         return spans;
     }
-    for (int place = start; place < end; ++place) {
-        const double leading = line.cursorToX(place, QTextLine::Leading);
-        const double trailing = line.cursorToX(place, QTextLine::Trailing);
-        if (leading != trailing) {
-            spans.emplace_back(std::min(leading, trailing), std::max(leading, trailing));
+    // By the letters' own places: a caret's place between two directions belongs to both.
+    for (const QGlyphRun& run : line.glyphRuns(start, end - start)) {
+        const QList<QPointF> places = run.positions();
+        const QList<QPointF> widths = run.rawFont().advancesForGlyphIndexes(run.glyphIndexes());
+        for (qsizetype i = 0; i < std::min(places.size(), widths.size()); ++i) {
+            spans.emplace_back(places[i].x(), places[i].x() + widths[i].x());
         }
     }
     std::sort(spans.begin(), spans.end());
-    constexpr double kTouching = 0.01;
+    constexpr double kTouching = 1; // the layout rounds places, the font does not
     std::vector<std::pair<double, double>> joined;
     for (const auto& span : spans) {
         if (!joined.empty() && span.first <= joined.back().second + kTouching) {

@@ -1,0 +1,217 @@
+#include "ControlWindow.h"
+
+#include <TextView.h>
+
+#include <server/NativeWindow.h>
+#include <server/Surface.h>
+#include <testing/Native.h>
+
+#include <QCoreApplication>
+#include <QInputMethodEvent>
+
+#include <string>
+
+namespace {
+
+using namespace kits::testing;
+
+/// A field with the focus, and an input method that writes into it.
+class TextInputTest : public ControlTest
+{
+protected:
+    void ShowText(const char* text)
+    {
+        fView = Add(new BTextView(BRect(10, 10, 209, 55), "text", BRect(2, 2, 190, 43),
+                                  B_FOLLOW_LEFT | B_FOLLOW_TOP, B_WILL_DRAW | B_NAVIGABLE));
+        fOther = Add(new BTextView(BRect(10, 60, 209, 90), "other", BRect(2, 2, 190, 28),
+                                   B_FOLLOW_LEFT | B_FOLLOW_TOP, B_WILL_DRAW | B_NAVIGABLE));
+        fView->SetText(text);
+        Show();
+        Focus(fView);
+        ASSERT_TRUE(WaitFor([this] { return Published().isTextField; }));
+    }
+    kits::InputMethodState Published()
+    {
+        Sync(fWindow);
+        SyncServer();
+        kits::InputMethodState state;
+        OnServer([&] {
+            auto* surface = static_cast<kits::Surface*>(NativeOf(fWindow));
+            state = surface->Owner().GetPublished().inputMethod;
+        });
+        return state;
+    }
+    void Preview(const char* text, int caret = -1, const char* commit = "")
+    {
+        OnServer([=, this] {
+            QList<QInputMethodEvent::Attribute> attributes;
+            if (caret >= 0) {
+                attributes.append({QInputMethodEvent::Cursor, caret, 1, QVariant()});
+            }
+            QInputMethodEvent event(QString::fromUtf8(text), attributes);
+            event.setCommitString(QString::fromUtf8(commit));
+            QCoreApplication::sendEvent(NativeOf(fWindow), &event);
+        });
+        Sync(fWindow);
+    }
+    void CommitOver(const char* text, int from, int length)
+    {
+        OnServer([=, this] {
+            QInputMethodEvent event;
+            event.setCommitString(QString::fromUtf8(text), from, length);
+            QCoreApplication::sendEvent(NativeOf(fWindow), &event);
+        });
+    }
+    std::string Text()
+    {
+        return Locked([this] { return std::string(fView->Text()); });
+    }
+    float CaretX() { return Published().caret.left; }
+
+    BTextView* fView = nullptr;
+    BTextView* fOther = nullptr;
+};
+
+TEST_F(TextInputTest, PreviewIsShownAndNoPartOfTheText)
+{
+    ShowText("ab");
+    TypeKey(B_END);
+    ASSERT_TRUE(WaitFor([this] { return Published().caretOffset == 2; }));
+    const float before = CaretX();
+
+    Preview("mmm");
+
+    EXPECT_EQ(Text(), "ab");
+    EXPECT_TRUE(WaitFor([&] { return CaretX() > before + 15; }));
+
+    Preview("mmm", 0);
+    EXPECT_TRUE(WaitFor([&] { return CaretX() == before; }));
+}
+
+TEST_F(TextInputTest, CommitTakesThePreviewsPlace)
+{
+    ShowText("ab");
+    TypeKey(B_RIGHT_ARROW);
+
+    Preview("ni");
+    Preview("nihao");
+    CommitText("\xe4\xbd\xa0\xe5\xa5\xbd");
+
+    EXPECT_EQ(Text(), "a\xe4\xbd\xa0\xe5\xa5\xbd"
+                      "b");
+    TypeText("x");
+    EXPECT_EQ(Text(), "a\xe4\xbd\xa0\xe5\xa5\xbdxb");
+}
+
+TEST_F(TextInputTest, PreviewThatIsGivenUpLeavesNothing)
+{
+    ShowText("ab");
+
+    Preview("ni");
+    Preview("");
+    TypeText("x");
+
+    EXPECT_EQ(Text(), "xab");
+}
+
+TEST_F(TextInputTest, OneEventMayEnterAndShow)
+{
+    ShowText("");
+
+    Preview("b", -1, "a");
+    EXPECT_EQ(Text(), "a");
+    CommitText("c");
+
+    EXPECT_EQ(Text(), "ac");
+}
+
+TEST_F(TextInputTest, PreviewTakesTheSelectionsPlace)
+{
+    ShowText("one two");
+    TypeKey(B_RIGHT_ARROW, B_COMMAND_KEY | B_SHIFT_KEY);
+
+    Preview("x");
+    EXPECT_EQ(Text(), "two");
+
+    CommitText("y ");
+    EXPECT_EQ(Text(), "y two");
+}
+
+TEST_F(TextInputTest, CommitMayReplaceTextAroundTheCaret)
+{
+    ShowText("teh \xff");
+    TypeKey(B_END);
+    TypeKey(B_LEFT_ARROW);
+    TypeKey(B_LEFT_ARROW);
+
+    CommitOver("the", -3, 3);
+
+    EXPECT_EQ(Text(), "the \xff");
+}
+
+TEST_F(TextInputTest, ComposedLettersAreTyped)
+{
+    ShowText("caf");
+    TypeKey(B_END);
+
+    CommitText("\xc3\xa9");
+
+    EXPECT_EQ(Text(), "caf\xc3\xa9");
+}
+
+TEST_F(TextInputTest, ClickingKeepsWhatIsPreviewed)
+{
+    ShowText("ab");
+    TypeKey(B_END);
+    Preview("cd");
+    const int32 resets = Published().resets;
+
+    Click(fView, BPoint(3, 8));
+
+    EXPECT_EQ(Text(), "abcd");
+    EXPECT_TRUE(WaitFor([&] { return Published().resets > resets; }));
+    TypeText("x");
+    EXPECT_EQ(Text(), "xabcd");
+}
+
+TEST_F(TextInputTest, LosingTheFocusKeepsWhatIsPreviewed)
+{
+    ShowText("");
+    Preview("cd");
+
+    Focus(fOther);
+    CommitText("late");
+
+    EXPECT_EQ(Text(), "cd");
+}
+
+TEST_F(TextInputTest, InputMethodsAreToldOfTheTextAroundTheCaret)
+{
+    ShowText("one\ntw\xff\xc3\xa9\nthree");
+    TypeKey(B_DOWN_ARROW);
+    TypeKey(B_END);
+    TypeKey(B_LEFT_ARROW, B_SHIFT_KEY);
+
+    ASSERT_TRUE(WaitFor([this] { return Published().caretOffset == 5; }));
+    const kits::InputMethodState state = Published();
+    EXPECT_EQ(state.surroundingText, "tw\xef\xbf\xbd\xc3\xa9");
+    EXPECT_EQ(state.anchorOffset, 7);
+    EXPECT_EQ(state.caret.top, 10 + 2 + 15);
+}
+
+TEST_F(TextInputTest, TextThatCannotBeEditedTakesNothing)
+{
+    ShowText("ab");
+    Locked([this] {
+        fView->MakeEditable(false);
+        return 0;
+    });
+
+    Preview("x");
+    CommitText("y");
+    CommitOver("z", -1, 1);
+
+    EXPECT_EQ(Text(), "ab");
+}
+
+} // namespace
