@@ -47,6 +47,7 @@ struct CopyResult
     bool isDone = false;   // what the person is told
     bool isWhole = false;  // every byte arrived
     bool isItself = false; // the target is the source, or lies in it
+    bool isMade = false;   // something was made where nothing was
 };
 
 } // namespace norvane

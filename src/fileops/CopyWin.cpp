@@ -1,15 +1,13 @@
 #include "fileops/CopyWin.h"
 
-#include "fileops/NorvaneEntry.h"
 #include "fileops/Operations.h"
 #include "fileops/OverWin.h"
-#include "fileops/WindowUI.h"
 
 #include <AppDefs.h>
 #include <OS.h>
 
-#include <algorithm>
-#include <cstring>
+// The window's life: shown, begun, ended. What it does with its items and what is seen of it have
+// sources of their own.
 
 namespace norvane {
 
@@ -20,22 +18,13 @@ constexpr float kHeight = 96;
 constexpr float kOverallBarHeight = 32;
 constexpr uint32 kStartLate = 'Late';
 constexpr bigtime_t kActivationPatience = 300'000;
+constexpr bigtime_t kLong = 1'000'000; // an operation that nobody asked to see is shown then
 
 BRect CentredFrame(BRect around)
 {
     const float left = (around.left + around.right) / 2 - kWidth / 2;
     const float top = (around.top + around.bottom) / 2 - kHeight / 2;
     return BRect(left, top, left + kWidth, top + kHeight);
-}
-
-std::vector<entry_ref> ItemsOf(const BMessage& request)
-{
-    std::vector<entry_ref> items;
-    entry_ref item;
-    for (int32 index = 0; request.FindRef("refs", index, &item) == B_OK; index++) {
-        items.push_back(item);
-    }
-    return items;
 }
 
 status_t StartLate(void* data)
@@ -65,8 +54,14 @@ CopyWin::CopyWin(BRect frame, const char* title, const char* path, BMessage* req
         fOpener = BMessenger(nullptr, opener);
     }
     SetTakesKeys(false);
-    StartWithoutActivation();
-    Show();
+    if (request->what == kEmptyRequest) {
+        fShowTime = system_time() + kLong;
+        PostMessage(kStartLate);
+        Run();
+    } else {
+        StartWithoutActivation();
+        Show();
+    }
 }
 
 CopyWin::~CopyWin() = default;
@@ -142,51 +137,6 @@ void CopyWin::GiveActivationBack()
     SetTakesFocus(false);
 }
 
-void CopyWin::PerformOp(BMessage* request)
-{
-    const char* type = nullptr;
-    const bool isMove =
-        request->FindString("TypeOfCopy", &type) == B_OK && std::strcmp(type, "Move") == 0;
-    if (request->what != B_SIMPLE_DATA || request->HasString("Session") || isMove) {
-        return;
-    }
-    const std::vector<entry_ref> items = ItemsOf(*request);
-    if (!items.empty()) {
-        CopyItems(items);
-    }
-}
-
-void CopyWin::CopyItems(const std::vector<entry_ref>& items)
-{
-    OverWin* question = new OverWin(Frame(), "Item Exists", this);
-    {
-        const Operations::Running running{BMessenger(question)};
-        StartTotals(items);
-        for (const entry_ref& item : items) {
-            NorvaneEntry(&item).CopyTo(fPath.c_str(), this, question);
-            ShowForQuit();
-            if (question->GetRetType() == kAnswerCancel || fIsStopped) {
-                break;
-            }
-        }
-        PaintNow(system_time());
-        fProblems.Show();
-    }
-    if (question->Lock()) {
-        question->Quit();
-    }
-}
-
-void CopyWin::StartTotals(const std::vector<entry_ref>& items)
-{
-    int64 total = 0;
-    for (const entry_ref& item : items) {
-        total += static_cast<int64>(NorvaneEntry(&item).CopySize());
-    }
-    fProgress.Start(total, system_time());
-    ShowTotals(total, items.size());
-}
-
 void CopyWin::FileStarted(const std::string& sourcePath, const std::string& targetPath,
                           int64 sizeBytes)
 {
@@ -207,7 +157,7 @@ void CopyWin::BytesCopied(const char* name, int64 count)
     PaintIfDue();
 }
 
-void CopyWin::EntriesRemoved(int64 count)
+void CopyWin::EntriesVisited(int64 count)
 {
     fProgress.AddEntries(count);
     PaintIfDue();
@@ -233,6 +183,17 @@ void CopyWin::ShowForQuit()
     // Hidden by a question that was answered with Skip, it would leave a program that does not end
     // and does not say why.
     while (Operations::IsQuitting() && IsHidden()) {
+        Show();
+    }
+}
+
+void CopyWin::ShowWhenLong(bigtime_t now)
+{
+    if (fShowTime == 0 || now < fShowTime) {
+        return;
+    }
+    fShowTime = 0;
+    if (IsHidden()) {
         Show();
     }
 }

@@ -18,6 +18,7 @@ class BStringView;
 
 namespace norvane {
 
+class OperationUI;
 class OverWin;
 
 /// Sent to the handler when the operation ended; carries the pointer "WindowHandle", to compare
@@ -27,6 +28,11 @@ constexpr uint32 kOperationDone = 511;
 constexpr uint32 kTakeActivation = 'TakA';
 /// A request to fetch entries from a server.
 constexpr uint32 kDownloadRequest = 604;
+/// A request to delete "refs": into the Trash, or for good when the window's path is a Trash.
+constexpr uint32 kDeleteRequest = 606;
+/// A request to delete for good all that lies in the window's path. The window is shown only when
+/// that lasts longer than a second.
+constexpr uint32 kEmptyRequest = 'Empt';
 
 /// The small window that carries out one file operation, on its own thread, from start to end.
 ///
@@ -43,14 +49,14 @@ public:
 
     /// Runs the whole operation, tells the handler and asks the window to quit.
     void DoOp();
-    /// Carries out `request`: 'DATA' with "refs" is a copy into the path. Anything else does
-    /// nothing.
+    /// Carries out `request`: 'DATA' with "refs" is a copy or, by "TypeOfCopy", a move into the
+    /// path; kDeleteRequest and kEmptyRequest delete. Anything else does nothing.
     void PerformOp(BMessage* request);
 
     // What NorvaneEntry reports. Thread: the window's own.
     void FileStarted(const std::string& sourcePath, const std::string& targetPath, int64 sizeBytes);
     void BytesCopied(const char* name, int64 count);
-    void EntriesRemoved(int64 count);
+    void EntriesVisited(int64 count);
     void NoteProblem(const std::string& name, const std::string& reason);
     /// Hides the window before a question; nests with ShowAgain().
     void HideForQuestion();
@@ -64,12 +70,21 @@ public:
     bool QuitRequested() override;
 
 private:
+    /// What is done with each item.
+    enum class Verb : uint8 { kNone, kCopy, kMove, kTrash, kDelete };
+
+    Verb VerbFor(const BMessage& request) const;
     static bool ShowsOverallBar(const BMessage& request);
     void StartWithoutActivation();
     void GiveActivationBack();
-    void CopyItems(const std::vector<entry_ref>& items);
-    void StartTotals(const std::vector<entry_ref>& items);
+    void HandleItems(Verb verb, const std::vector<entry_ref>& items);
+    void HandleItem(Verb verb, const entry_ref& item, OperationUI& ui);
+    void CountItem(Verb verb, int64 doneBytes);
+    std::vector<int64> MeasureItems(Verb verb, const std::vector<entry_ref>& items,
+                                    OperationUI& ui);
+    std::vector<entry_ref> Contents() const;
     void ShowForQuit();
+    void ShowWhenLong(bigtime_t now);
 
     // What is seen (CopyWinViews.cpp)
     void BuildViews();
@@ -104,6 +119,7 @@ private:
     int64 fShownFileBytes = 0; // what the bars stand at
     int64 fShownBytes = 0;
     bigtime_t fNextPaint = 0;
+    bigtime_t fShowTime = 0;    // when an operation that goes on is to be seen; 0: it is
     bigtime_t fSettledTime = 0; // until then an activation is nobody's wish
 };
 

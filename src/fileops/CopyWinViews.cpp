@@ -83,6 +83,7 @@ void CopyWin::PaintIfDue()
         return;
     }
     ShowForQuit();
+    ShowWhenLong(now);
     if (now < fSettledTime && IsActiveNow()) {
         // Showing a window asks for the focus more than once, and a later answer may undo the
         // return of it.
@@ -140,8 +141,7 @@ bool CopyWin::IsActiveNow() const
 
 void CopyWin::TakeWaitingKeys()
 {
-    // Keys that were not meant for stopping
-    // are gone: nothing here could use them later.
+    // Keys that were not meant for stopping are gone: nothing here could use them later.
     BMessageQueue* queue = MessageQueue();
     bool asksToStop = false;
     queue->Lock();

@@ -155,10 +155,12 @@ CopyResult FileCopier::WriteNew(BFile* file)
         // Nobody asked for half a file; one that an error cut short stays, to be looked at.
         BEntry(&fStep.target.folder, fStep.targetName).Remove();
     }
-    return Written(isWhole && TakeAlong(file));
+    CopyResult result = Written(isWhole && TakeAlong(file));
+    result.isMade = true;
+    return result;
 }
 
-CopyResult FileCopier::Written(bool isWhole)
+CopyResult FileCopier::Written(bool isWhole) const
 {
     if (isWhole && fPurpose.IsMove()) {
         fPurpose.ledger->Add(fStep.SourcePath(), fRecord);

@@ -37,7 +37,7 @@ private:
     CopyResult WriteNew(BFile* file);
     CopyResult WriteOver(const struct stat& existing);
     CopyResult Failed(status_t status);
-    CopyResult Written(bool isWhole);
+    CopyResult Written(bool isWhole) const;
     Clash AskAboutClash(const struct stat& existing);
     Clash LeaveHidden();
     bool IsOlder(const struct stat& existing) const;

@@ -10,6 +10,7 @@
 #include <Alert.h>
 #include <Directory.h>
 #include <Errors.h>
+#include <FindDirectory.h>
 #include <Path.h>
 
 namespace norvane {
@@ -50,6 +51,13 @@ const ErrorRow& RowFor(status_t status)
         }
     }
     return kUnknownError;
+}
+
+/// What keeps an entry from being moved into the Trash, but not from being copied there.
+bool IsReasonToCopy(status_t status)
+{
+    return status == B_CROSS_DEVICE_LINK || status == B_BUSY || status == B_ENTRY_NOT_FOUND ||
+           status == B_NO_INIT;
 }
 
 } // namespace
@@ -119,14 +127,55 @@ bool NorvaneEntry::IsAbove(const BDirectory& folder) const
            LiesIn(folderEntry, node_ref(record.st_dev, record.st_ino));
 }
 
+std::string TrashName(const std::string& name, int64 attempt)
+{
+    if (attempt == 0) {
+        return name;
+    }
+    return name + " copy" + (attempt == 1 ? "" : std::to_string(attempt));
+}
+
+bool NorvaneEntry::TrashIt()
+{
+    BPath path;
+    struct stat own;
+    struct stat target;
+    BDirectory trash;
+    fTrashStatus = find_directory(B_TRASH_DIRECTORY, &path);
+    if (fTrashStatus == B_OK) {
+        fTrashStatus = trash.SetTo(path.Path());
+    }
+    if (fTrashStatus == B_OK) {
+        fTrashStatus = trash.GetStat(&target);
+    }
+    if (fTrashStatus == B_OK) {
+        fTrashStatus = GetStat(&own);
+    }
+    if (fTrashStatus != B_OK) {
+        return false;
+    }
+    fTrashStatus = own.st_dev == target.st_dev ? MoveIntoTrash(trash) : B_CROSS_DEVICE_LINK;
+    return !IsReasonToCopy(fTrashStatus);
+}
+
+status_t NorvaneEntry::MoveIntoTrash(BDirectory& trash)
+{
+    const std::string name = Name();
+    status_t status = B_FILE_EXISTS;
+    for (int64 attempt = 0; status == B_FILE_EXISTS; attempt++) {
+        status = MoveTo(&trash, TrashName(name, attempt).c_str());
+    }
+    return status;
+}
+
 void NorvaneEntry::DeleteEntry()
 {
-    TreeDeleter(nullptr, nullptr).Delete(*this);
+    DeleteTree(*this, nullptr, nullptr);
 }
 
 bool NorvaneEntry::DeleteEntry(OperationUI& ui, const MoveLedger* ledger)
 {
-    return TreeDeleter(&ui, ledger).Delete(*this);
+    return DeleteTree(*this, &ui, ledger);
 }
 
 void NorvaneEntry::Overwrite(const char* sourcePath, const char* targetPath, OverWin* overWin)

@@ -3,7 +3,10 @@
 #include "fileops/CopyPlace.h"
 
 #include <Entry.h>
+#include <Errors.h>
 #include <SupportDefs.h>
+
+#include <string>
 
 namespace norvane {
 
@@ -11,6 +14,9 @@ class CopyWin;
 class MoveLedger;
 class OperationUI;
 class OverWin;
+
+/// The name that an entry gets in the Trash when `attempt` names before were taken.
+std::string TrashName(const std::string& name, int64 attempt);
 
 /// One item of a file operation: an entry that can be measured, copied and deleted.
 ///
@@ -44,6 +50,18 @@ public:
     /// True when the last CopyTo() was asked to copy the entry onto or into itself.
     bool IsOntoItself() const { return fResult.isItself; }
 
+    /// True when the last CopyTo() made something where nothing was.
+    bool HasMade() const { return fResult.isMade; }
+
+    /// Moves the entry into the home Trash, where a name that is taken is followed by " copy",
+    /// " copy2", " copy3". False when it lies on another volume, is busy or gone: it is to be
+    /// copied there then. Other failures say true too, so see TrashStatus().
+    bool TrashIt();
+    /// B_OK when the last TrashIt() moved the entry, else why it did not.
+    status_t TrashStatus() const { return fTrashStatus; }
+    /// Moves the entry into `trash` in that way. Errors: those of moving.
+    status_t MoveIntoTrash(BDirectory& trash);
+
     /// Removes the entry, a folder with all that can be removed in it; what cannot stays, without a
     /// word. No link is followed and no mounted volume entered.
     void DeleteEntry();
@@ -62,6 +80,7 @@ private:
     bool IsAbove(const BDirectory& folder) const;
 
     CopyResult fResult;
+    status_t fTrashStatus = B_NO_INIT;
 };
 
 } // namespace norvane

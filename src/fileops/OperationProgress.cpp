@@ -44,6 +44,11 @@ void OperationProgress::Add(int64 bytes)
     fDoneBytes += bytes;
 }
 
+int64 OperationProgress::DoneBytes() const
+{
+    return fTotalEntries > 0 ? static_cast<int64>(Share() * double(fTotalBytes)) : fDoneBytes;
+}
+
 double OperationProgress::Share() const
 {
     const int64 done = fTotalEntries > 0 ? fDoneEntries : fDoneBytes;

@@ -2,6 +2,7 @@
 
 #include <SupportDefs.h>
 
+#include <algorithm>
 #include <string>
 
 namespace norvane {
@@ -18,16 +19,17 @@ public:
     void Start(int64 totalBytes, bigtime_t now);
     void StartFile(int64 sizeBytes);
     void Add(int64 bytes);
-    /// Bytes that need no copying after all: their file is done.
-    void Skip(int64 bytes) { fDoneBytes += bytes; }
+    /// At least so much is done: what was moved, and not copied, counts too.
+    void AdvanceTo(int64 doneBytes) { fDoneBytes = std::max(fDoneBytes, doneBytes); }
     /// From now on the share done is that of entries, not of bytes: they are deleted.
     void StartEntries(int64 totalEntries) { fTotalEntries = totalEntries; }
     void AddEntries(int64 entries) { fDoneEntries += entries; }
 
     int64 TotalBytes() const { return fTotalBytes; }
-    int64 DoneBytes() const { return fDoneBytes; }
+    int64 DoneBytes() const;
     int64 FileBytes() const { return fFileBytes; }
     int64 FileDoneBytes() const { return fFileDoneBytes; }
+    int64 DoneEntries() const { return fDoneEntries; }
 
     /// The share done, 0 to 100; 100 only when all of it is.
     int32 Percent() const;

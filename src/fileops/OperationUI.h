@@ -46,8 +46,8 @@ public:
     /// The next `count` bytes of the file named `name` were read and handed on.
     virtual void BytesCopied(const char* name, int64 count) = 0;
 
-    /// So many entries more are gone for good.
-    virtual void EntriesRemoved(int64 count) = 0;
+    /// A walk that measures or deletes came upon so many entries more.
+    virtual void EntriesVisited(int64 count) = 0;
 
     /// False when there is nobody to ask: a file that exists is then a failure like any other.
     virtual bool CanAsk() const = 0;

@@ -137,7 +137,7 @@ CopyResult TreeCopier::CopyFolder(const CopyStep& step, const struct stat& recor
     }
     bool isWhole = CopyContents(step, source, target);
     isWhole &= FinishFolder(step, source, target, record, isNew);
-    return {.isDone = true, .isWhole = isWhole};
+    return {.isDone = true, .isWhole = isWhole, .isMade = isNew};
 }
 
 bool TreeCopier::CopyContents(const CopyStep& step, BDirectory& source, BDirectory& target)
@@ -222,7 +222,7 @@ CopyResult TreeCopier::CopyLink(const CopyStep& step, const struct stat& record)
                  "this version.",
                  Notice::kInfo);
     }
-    return {.isDone = true, .isWhole = status == B_OK};
+    return {.isDone = true, .isWhole = status == B_OK, .isMade = status == B_OK};
 }
 
 status_t TreeCopier::MakeLink(const CopyStep& step, const struct stat& record)

@@ -1,100 +1,67 @@
 #include "fileops/TreeDeleter.h"
 
 #include "fileops/MoveLedger.h"
+#include "fileops/OperationHooks.h"
 #include "fileops/OperationUI.h"
 #include "fileops/ProblemList.h"
 
-#include <Directory.h>
 #include <Entry.h>
 #include <Errors.h>
 
+#include <cstring>
+
 namespace norvane {
 
-bool TreeDeleter::Delete(BEntry& entry)
+namespace {
+
+const char* LeafOf(const char* path)
 {
-    BDirectory folder;
-    const status_t status = entry.GetParent(&folder);
-    return status == B_OK ? DeleteChild(folder, entry.Name()) : Gone(status, entry.Name());
+    const char* slash = std::strrchr(path, '/');
+    return slash != nullptr ? slash + 1 : path;
 }
 
-bool TreeDeleter::DeleteChild(const BDirectory& folder, const char* name)
+class DeletionHooks : public OperationHooks
 {
-    struct stat record = {};
-    if (IsStopped() || !MayGo(folder, name, &record)) {
+public:
+    DeletionHooks(OperationUI& ui, const MoveLedger* ledger) : OperationHooks(ui), fLedger(ledger)
+    {
+    }
+
+    // BTreeHooks
+    void Failed(const char* path, status_t reason) override
+    {
+        const bool wasAdded = reason == B_DIRECTORY_NOT_EMPTY;
+        fUI.NoteProblem(LeafOf(path),
+                        wasAdded ? "something was added to it meanwhile" : ReasonFor(reason));
+    }
+
+    bool ChecksEntries() const override { return fLedger != nullptr; }
+
+    bool MayRemove(const char* path, const struct stat& record) override
+    {
+        if (fLedger == nullptr || fLedger->Holds(path, record)) {
+            return true;
+        }
+        fUI.NoteProblem(LeafOf(path), "it was added or changed meanwhile, and stays");
         return false;
     }
-    BEntry entry(&folder, name);
-    status_t status = entry.InitCheck() == B_OK ? entry.Remove() : entry.InitCheck();
-    if (status == B_DIRECTORY_NOT_EMPTY) {
-        if (!Empty(folder, name, record)) {
-            return false;
-        }
-        status = entry.Remove();
-    }
-    return Gone(status, name);
-}
 
-bool TreeDeleter::MayGo(const BDirectory& folder, const char* name, struct stat* record)
-{
-    if (fLedger == nullptr) {
-        return true;
-    }
-    const status_t status = folder.GetStatFor(name, record);
-    if (status != B_OK) {
-        return Gone(status, name);
-    }
-    return fLedger->Holds(fPath + name, *record) ||
-           Stays(name, "it was added or changed meanwhile, and stays");
-}
+private:
+    const MoveLedger* fLedger;
+};
 
-bool TreeDeleter::Empty(const BDirectory& parent, const char* name, const struct stat& record)
-{
-    BDirectory folder;
-    struct stat opened;
-    status_t status = folder.SetToChild(parent, name);
-    if (status == B_OK) {
-        status = folder.GetStat(&opened);
-    }
-    if (status != B_OK) {
-        return Gone(status, name);
-    }
-    if (fLedger != nullptr && (opened.st_dev != record.st_dev || opened.st_ino != record.st_ino)) {
-        return Stays(name, "another folder took its place");
-    }
-    const size_t length = fPath.size();
-    fPath += std::string(name) + "/";
-    bool isEmpty = true;
-    const char* child = nullptr;
-    while ((status = folder.GetNextName(&child)) == B_OK) {
-        isEmpty &= DeleteChild(folder, child);
-    }
-    fPath.resize(length);
-    return (status == B_ENTRY_NOT_FOUND || Gone(status, name)) && isEmpty;
-}
+} // namespace
 
-bool TreeDeleter::Gone(status_t status, const char* name)
+bool DeleteTree(BEntry& entry, OperationUI* ui, const MoveLedger* ledger)
 {
-    if (status == B_OK || status == B_ENTRY_NOT_FOUND) {
-        if (fUI != nullptr && status == B_OK) {
-            fUI->EntriesRemoved(1);
-        }
-        return true;
+    if (ui == nullptr) {
+        return entry.RemoveTree() == B_OK;
     }
-    return Stays(name, status == B_DIRECTORY_NOT_EMPTY ? "something was added to it meanwhile"
-                                                       : ReasonFor(status));
-}
-
-bool TreeDeleter::Stays(const char* name, const char* reason)
-{
-    if (fUI != nullptr) {
-        fUI->NoteProblem(name, reason);
+    if (!ui->MayDelete()) {
+        return false;
     }
-    return false;
-}
-
-bool TreeDeleter::IsStopped() const
-{
-    return fUI != nullptr && !fUI->MayDelete();
+    DeletionHooks hooks(*ui, ledger);
+    return entry.RemoveTree(&hooks) == B_OK;
 }
 
 } // namespace norvane

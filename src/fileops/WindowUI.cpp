@@ -21,10 +21,10 @@ void WindowUI::BytesCopied(const char* name, int64 count)
     }
 }
 
-void WindowUI::EntriesRemoved(int64 count)
+void WindowUI::EntriesVisited(int64 count)
 {
     if (fCopyWin != nullptr) {
-        fCopyWin->EntriesRemoved(count);
+        fCopyWin->EntriesVisited(count);
     }
 }
 

@@ -19,7 +19,7 @@ public:
     void FileStarted(const std::string& sourcePath, const std::string& targetPath,
                      int64 sizeBytes) override;
     void BytesCopied(const char* name, int64 count) override;
-    void EntriesRemoved(int64 count) override;
+    void EntriesVisited(int64 count) override;
     bool CanAsk() const override { return fOverWin != nullptr; }
     uint32 StandingAnswer() const override;
     void AskOverwrite(const OverwriteQuestion& question) override;

@@ -30,7 +30,7 @@ public:
     std::function<void(const std::string& sourcePath)> onFile;
     std::function<void(int64 count)> onBytes;
     std::function<void(const norvane::OverwriteQuestion&)> onQuestion;
-    std::function<void()> onRemoval;
+    std::function<void(int64 visited)> onVisit;
 
     std::vector<StartedFile> files;
     std::vector<norvane::OverwriteQuestion> questions;
@@ -38,7 +38,7 @@ public:
     std::vector<std::pair<std::string, std::string>> problems;
     int64 bytes = 0;
     int64 chunks = 0;
-    int64 removed = 0;
+    int64 visited = 0;
     int32 hidden = 0; // how often hidden, less how often shown again
     uint32 answer = norvane::kAnswerNone;
 
@@ -59,12 +59,12 @@ public:
         bytes += count;
         chunks++;
     }
-    void EntriesRemoved(int64 count) override
+    void EntriesVisited(int64 count) override
     {
-        if (onRemoval) {
-            onRemoval();
+        visited += count;
+        if (onVisit) {
+            onVisit(visited);
         }
-        removed += count;
     }
     bool CanAsk() const override { return canAsk; }
     uint32 StandingAnswer() const override { return answer; }
