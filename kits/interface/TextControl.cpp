@@ -279,13 +279,12 @@ void BTextControl::Draw(BRect)
 {
     const BRect frame = FieldFrame();
     const bool hasFocus = fField->IsFocus() && Window() != nullptr && Window()->IsActive();
+    if (hasFocus) {
+        kits::look::Fill(this, frame, kits::look::kFocus); // a ring without a gap at every scale
+    }
     kits::look::Fill(this, frame.InsetByCopy(kFrame, kFrame),
                      IsEnabled() ? kField : kDisabledField);
-    if (hasFocus) {
-        SetHighColor(kits::look::kFocus);
-        StrokeRect(frame);
-        StrokeRect(frame.InsetByCopy(1, 1));
-    } else {
+    if (!hasFocus) {
         kits::look::SunkenFrame(this, frame);
         kits::look::Frame(this, frame.InsetByCopy(1, 1), kits::look::kOutline,
                           kits::look::kSoftShine);

@@ -15,7 +15,72 @@ namespace kits {
 
 namespace {
 
+// How wide a selected line break is shown.
+constexpr double kBreakWidth = 4;
 constexpr rgb_color kIdleSelection = {222, 222, 222, 255};
+
+/// Draws lines of a view, row by row.
+class RowPainter
+{
+public:
+    explicit RowPainter(TextViewState& state) : fState(state), fPainter(state.view)
+    {
+        const BView& view = state.view;
+        fIsActive = view.IsFocus() && view.Window()->IsActive();
+    }
+    explicit operator bool() const { return static_cast<bool>(fPainter); }
+
+    void Fill(BRect box, rgb_color color) { fPainter.FillColor(fPainter.Pixels(box), color); }
+
+    /// Draws those rows of a line, whose first is `row`, that lie between two rows; returns how
+    /// many the line has.
+    int32 DrawLine(int32 line, int32 row, int32 first, int32 last)
+    {
+        const TextLayout layout = fState.geometry.LayoutOf(line);
+        for (int32 i = std::max(0, first - row); i < std::min(layout.CountRows(), last - row + 1);
+             ++i) {
+            const double left = fState.geometry.RowLeft(layout, i);
+            const double top = fState.geometry.RowTop(row + i);
+            DrawSelection(layout, line, i, left, top);
+            DrawRow(layout, i, left, top);
+        }
+        return layout.CountRows();
+    }
+
+private:
+    void DrawSelection(const TextLayout& layout, int32 line, int32 row, double left, double top)
+    {
+        const int32 start = fState.text.LineStart(line);
+        auto spans = layout.Spans(row, fState.Start() - start, fState.End() - start);
+        const int32 end = fState.text.LineEnd(line);
+        const bool isBreakSelected = fState.Start() <= end && fState.End() > end;
+        if (isBreakSelected && row + 1 == layout.CountRows()) {
+            const double edge = layout.IsRightToLeft() ? -kBreakWidth : layout.RowWidth(row);
+            spans.emplace_back(edge, edge + kBreakWidth);
+        }
+        for (const auto& [from, to] : spans) {
+            Fill(BRect(static_cast<float>(std::floor(left + from)), static_cast<float>(top),
+                       static_cast<float>(std::ceil(left + to)) - 1,
+                       static_cast<float>(top) + fState.geometry.RowHeight() - 1),
+                 fIsActive ? look::kSelectedRow : kIdleSelection);
+        }
+    }
+
+    void DrawRow(const TextLayout& layout, int32 row, double left, double top)
+    {
+        const double width = layout.RowWidth(row);
+        const double height = static_cast<double>(fState.geometry.RowHeight());
+        const QPointF baseLine(left, top + static_cast<double>(fState.geometry.Ascent()));
+        fState.widest = std::max(fState.widest, static_cast<float>(width));
+        // Letters of other scripts may reach beyond the font's own height, and to either side.
+        fPainter.Units(QRectF(left - height, top - height, width + 2 * height, 3 * height),
+                       [&](QPainter& painter) { layout.DrawRow(painter, row, baseLine); });
+    }
+
+    TextViewState& fState;
+    ViewPainter fPainter;
+    bool fIsActive;
+};
 
 } // namespace
 
@@ -32,48 +97,20 @@ BRect TextViewState::CaretRect() const
 
 void TextViewState::Draw(BRect updateRect)
 {
-    ViewPainter painter(view);
-    if (!painter) {
+    view.SetHighColor(color);
+    RowPainter rows(*this);
+    if (!rows) {
         return;
     }
-    const bool isActive = view.IsFocus() && view.Window()->IsActive();
-    const rgb_color selection = isActive ? look::kSelectedRow : kIdleSelection;
-    const int32 first = geometry.RowAt(static_cast<double>(updateRect.top));
     const int32 last = geometry.RowAt(static_cast<double>(updateRect.bottom));
-    view.SetHighColor(view.Parent() != nullptr && !isEditable && !isSelectable ? look::kDisabledText
-                                                                               : color);
-    TextGeometry::RowPlace place = geometry.PlaceOf(first);
+    const int32 first = geometry.RowAt(static_cast<double>(updateRect.top));
+    const TextGeometry::RowPlace place = geometry.PlaceOf(first);
     int32 row = first - place.rowInLine;
     for (int32 line = place.line; line < text.CountLines() && row <= last; ++line) {
-        const TextLayout layout = geometry.LayoutOf(line);
-        const int32 start = text.LineStart(line);
-        for (int32 i = 0; i < layout.CountRows(); ++i, ++row) {
-            if (row < first || row > last) {
-                continue;
-            }
-            const double left = geometry.RowLeft(layout, i);
-            const double top = geometry.RowTop(row);
-            widest = std::max(widest, static_cast<float>(layout.RowWidth(i)));
-            const auto fill = [&](double from, double to) {
-                const BRect box(static_cast<float>(std::floor(left + from)),
-                                static_cast<float>(top),
-                                static_cast<float>(std::ceil(left + to)) - 1,
-                                static_cast<float>(top) + geometry.RowHeight() - 1);
-                painter.FillColor(painter.Pixels(box), selection);
-            };
-            for (const auto& span : layout.Spans(i, Start() - start, End() - start)) {
-                fill(span.first, span.second);
-            }
-            const QRectF area(left - 2, top - 2, layout.RowWidth(i) + 4,
-                              static_cast<double>(geometry.RowHeight()) + 4);
-            painter.Units(area, [&](QPainter& lines) {
-                layout.DrawRow(lines, i,
-                               QPointF(left, top + static_cast<double>(geometry.Ascent())));
-            });
-        }
+        row += rows.DrawLine(line, row, first, last);
     }
     if (isCaretOn && HasCaret()) {
-        painter.FillColor(painter.Pixels(CaretRect()), color);
+        rows.Fill(CaretRect(), color);
     }
 }
 

@@ -76,9 +76,6 @@ void GetTextWin::BuildContents(const char* label, const char* text,
     AddChild(fBackground);
     fLabel = new BStringView(BRect(0, 0, kTextHeight, kTextHeight), "Label1", label);
     fBackground->AddChild(fLabel);
-    fField =
-        new BTextControl(BRect(0, 0, kTextHeight, kTextHeight), "Text1", nullptr, text, nullptr);
-    fBackground->AddChild(fField);
     const char* const names[kMostButtons] = {"Button1", "Button2", "Button3"};
     for (size_t i = 0; i < buttons.size(); ++i) {
         BMessage* message = new BMessage(kButtonPressed + static_cast<uint32>(i));
@@ -88,6 +85,10 @@ void GetTextWin::BuildContents(const char* label, const char* text,
         button->SetTarget(this);
         fButtons.push_back(button);
     }
+    // In front of the default button's mark, which reaches up to it.
+    fField =
+        new BTextControl(BRect(0, 0, kTextHeight, kTextHeight), "Text1", nullptr, text, nullptr);
+    fBackground->AddChild(fField);
 }
 
 void GetTextWin::LayOut(BRect around)
