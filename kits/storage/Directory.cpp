@@ -286,7 +286,8 @@ status_t BDirectory::ReadListing()
     auto listing = std::make_unique<kits::FolderListing>();
     const status_t status = listing->Read(Descriptor());
     if (status != B_OK) {
-        return status;
+        // What a folder says that was removed meanwhile must not read as the end of its entries.
+        return status == B_ENTRY_NOT_FOUND ? status_t(B_FILE_ERROR) : status;
     }
     listing->Sort();
     fListing = std::move(listing);

@@ -285,12 +285,13 @@ status_t BEntry::MoveInto(const kits::FolderHold& base, const char* path, bool c
         status = B_FILE_EXISTS;
         return clobber ? status_t(B_OK) : status;
     }
-    const kits::TrashMove move{kits::TrashOf(fFolder),
-                               kits::TrashOf(place.folder),
-                               from->Get(),
-                               fName,
-                               to->Get(),
-                               place.name};
+    std::shared_ptr<const kits::Trash> toTrash;
+    status = kits::FindTrashOf(place.folder, &toTrash);
+    if (status != B_OK) {
+        return status; // it must not get into a Trash without its record
+    }
+    const kits::TrashMove move{
+        kits::TrashOf(fFolder), toTrash, from->Get(), fName, to->Get(), place.name};
     std::string movedName = place.name;
     if (clobber) {
         status = kits::MoveWithRecordOver(move);

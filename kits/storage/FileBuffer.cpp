@@ -73,7 +73,8 @@ status_t FileBuffer::FillReadAhead(size_t wanted)
     const ssize_t read = sys::ReadAt(fFile, fReadBlock.get(), size, fPosition);
     fReadStart = fPosition;
     fReadLength = read < 0 ? 0 : static_cast<size_t>(read);
-    fIsAtEnd = fReadLength < size;
+    // Some file systems read less than asked before the end: only nothing at all is the end.
+    fIsAtEnd = read == 0;
     fReadAhead = kBlockBytes;
     return read < 0 ? static_cast<status_t>(read) : status_t(B_OK);
 }

@@ -52,7 +52,7 @@ Found Find(directory_which which)
 }
 
 /// The Trash of `volume`; the home Trash when that lies there.
-status_t FindTrashOf(const BVolume& volume, BPath* path, bool createIt)
+status_t FindTrashOn(const BVolume& volume, BPath* path, bool createIt)
 {
     const std::string home = kits::HomeTrash().folder;
     if (dev_for_path(home.c_str()) == static_cast<int32>(volume.Device())) {
@@ -92,7 +92,7 @@ status_t find_directory(directory_which which, BPath* path, bool createIt, BVolu
         kits::TrashWasMade();
     }
     if (status == B_OK && volume != nullptr && which == B_TRASH_DIRECTORY) {
-        return FindTrashOf(*volume, path, createIt);
+        return FindTrashOn(*volume, path, createIt);
     }
     return status == B_OK ? path->SetTo(found.path.c_str()) : status;
 }

@@ -114,30 +114,49 @@ bool IsMountedAt(int folder, const std::string& point)
     return FindMountOf(folder, &mount) && mount.point == point;
 }
 
-/// Looks whether the folder is a Trash's; `files` is a descriptor of it.
-std::shared_ptr<const Trash> Recognize(int files, dev_t device, ino_t node)
+/// Whether a status says that something is not there, or is not what was looked for.
+bool IsNone(status_t status)
 {
-    Trash home = HomeTrash();
-    struct stat st;
-    if (sys::StatPath((home.folder + std::string(kFiles)).c_str(), &st) == B_OK &&
-        st.st_dev == device && st.st_ino == node) {
-        return std::make_shared<const Trash>(std::move(home));
-    }
-    std::string path;
-    if (sys::PathOf(files, &path) != B_OK || !path.ends_with(kFiles)) {
-        return nullptr;
-    }
-    path.resize(path.size() - kFiles.size());
+    return status == B_ENTRY_NOT_FOUND || status == B_NOT_A_DIRECTORY || status == B_NOT_ALLOWED;
+}
+
+/// Looks at a folder named as those of volumes' Trashes are; `path` is without "/files".
+status_t RecognizeOnVolume(int files, const std::string& path, std::shared_ptr<const Trash>* trash)
+{
     const std::string top = TopFolderOf(path);
     if (top.empty() || !IsMountedAt(files, top)) {
-        return nullptr;
+        return B_OK;
     }
     const UniqueFd opened(sys::OpenAt(sys::kWorkingDirectory, top.c_str(), O_PATH | O_DIRECTORY));
     const bool isPrivate = ParentOf(path) == top;
     const status_t status = !opened.IsOpen() ? opened.Get()
                             : isPrivate      ? FindPrivate(opened.Get(), TrashCreation::kNever)
                                              : FindShared(opened.Get(), TrashCreation::kNever);
-    return status == B_OK ? std::make_shared<const Trash>(Trash{path, top}) : nullptr;
+    if (status == B_OK) {
+        *trash = std::make_shared<const Trash>(Trash{path, top});
+    }
+    return IsNone(status) ? status_t(B_OK) : status;
+}
+
+/// Looks whether the folder is a Trash's; `files` is a descriptor of it.
+status_t Recognize(int files, dev_t device, ino_t node, std::shared_ptr<const Trash>* trash)
+{
+    Trash home = HomeTrash();
+    struct stat st;
+    const status_t status = sys::StatPath((home.folder + std::string(kFiles)).c_str(), &st);
+    if (status == B_OK && st.st_dev == device && st.st_ino == node) {
+        *trash = std::make_shared<const Trash>(std::move(home));
+        return B_OK;
+    }
+    std::string path;
+    if (sys::PathOf(files, &path) != B_OK || !path.ends_with(kFiles)) {
+        return B_OK;
+    }
+    if (status != B_OK && !IsNone(status)) {
+        return status; // it may be that of the home Trash
+    }
+    path.resize(path.size() - kFiles.size());
+    return RecognizeOnVolume(files, path, trash);
 }
 
 /// What was found about folders lately.
@@ -228,20 +247,29 @@ status_t FindVolumeTrash(const std::string& topFolder, TrashCreation creation, T
     return status;
 }
 
-std::shared_ptr<const Trash> TrashOf(const FolderHold& folder)
+status_t FindTrashOf(const FolderHold& folder, std::shared_ptr<const Trash>* trash)
 {
+    trash->reset();
     FolderTable& table = FolderTable::Get();
     const Believed::Key key{table.DeviceOf(folder), table.NodeOf(folder)};
-    std::shared_ptr<const Trash> trash;
-    if (TheBelieved().Find(key, &trash)) {
-        return trash;
+    if (TheBelieved().Find(key, trash)) {
+        return B_OK;
     }
     OpenFolder open;
-    if (table.Open(folder, &open) != B_OK) {
-        return nullptr;
+    status_t status = table.Open(folder, &open);
+    if (status == B_OK) {
+        status = Recognize(open->Get(), key.first, key.second, trash);
     }
-    trash = Recognize(open->Get(), key.first, key.second);
-    TheBelieved().Remember(key, trash);
+    if (status == B_OK) {
+        TheBelieved().Remember(key, *trash);
+    }
+    return status;
+}
+
+std::shared_ptr<const Trash> TrashOf(const FolderHold& folder)
+{
+    std::shared_ptr<const Trash> trash;
+    FindTrashOf(folder, &trash);
     return trash;
 }
 

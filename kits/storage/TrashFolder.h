@@ -29,8 +29,10 @@ Trash HomeTrash();
 /// creation.
 status_t FindVolumeTrash(const std::string& topFolder, TrashCreation creation, Trash* trash);
 
-/// The Trash whose `files` folder this is; null when it is a folder like any other. Cheap: what was
-/// found is believed for a second.
+/// Finds the Trash whose `files` folder this is; null when it is a folder like any other. Cheap:
+/// what was found is believed for a second. Errors: those that leave it open whether it is a Trash.
+status_t FindTrashOf(const FolderHold& folder, std::shared_ptr<const Trash>* trash);
+/// The same; null also when it cannot be told.
 std::shared_ptr<const Trash> TrashOf(const FolderHold& folder);
 
 /// To be called when a Trash was made: its folder may have been known as another before.

@@ -67,15 +67,18 @@ status_t BTrashClaim::SetTo(const BDirectory* trash, const BEntry* original, con
         return B_BAD_VALUE;
     }
     const kits::FolderHold files = trash->Folder();
-    const std::shared_ptr<const kits::Trash> found = kits::TrashOf(files);
+    std::shared_ptr<const kits::Trash> found;
     OpenFolder open;
-    if (found == nullptr || FolderTable::Get().Open(files, &open) != B_OK) {
-        return B_BAD_VALUE;
+    status_t status = kits::FindTrashOf(files, &found);
+    if (status == B_OK) {
+        status = found == nullptr ? status_t(B_BAD_VALUE) : FolderTable::Get().Open(files, &open);
     }
     BPath path;
     std::string text;
     std::string claimed;
-    status_t status = original->GetPath(&path);
+    if (status == B_OK) {
+        status = original->GetPath(&path);
+    }
     if (status == B_OK) {
         status = kits::TrashRecordText(*found, path.Path(), std::time(nullptr), &text);
     }

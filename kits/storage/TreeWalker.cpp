@@ -13,6 +13,7 @@ namespace {
 // Deeper than any tree that a path can name; going on below costs a way down from the top for many
 // folders.
 constexpr size_t kMostOpen = 4096;
+constexpr size_t kFewestOpen = 16;
 // With fewer folders waiting a helper would find nothing left to do.
 constexpr size_t kHelpedFrom = 8;
 
@@ -119,8 +120,13 @@ void TreeWalker::Process(Folder* folder)
         return;
     }
     const OpenFolder above = OpenAbove(*folder);
-    const int opened =
-        above == nullptr ? B_ENTRY_NOT_FOUND : OpenChild(above->Get(), folder->name.c_str());
+    int opened = B_ENTRY_NOT_FOUND;
+    if (above != nullptr) {
+        opened = OpenChild(above->Get(), folder->name.c_str());
+        if (opened == B_NO_MORE_FDS && CloseSome()) {
+            opened = OpenChild(above->Get(), folder->name.c_str());
+        }
+    }
     if (opened < 0) {
         OpenFailed(*folder, above == nullptr ? -1 : above->Get(), opened);
         Done(folder);
@@ -202,6 +208,19 @@ void TreeWalker::SetOpen(Folder* folder, OpenFolder open)
     }
 }
 
+/// Closes what is open above the folders that are being walked, for when the program has no
+/// descriptors left.
+bool TreeWalker::CloseSome()
+{
+    std::vector<OpenFolder> closed;
+    std::lock_guard lock(fMutex);
+    while (fOpen.size() > kFewestOpen) {
+        closed.push_back(std::move(fOpen.front()->open));
+        fOpen.pop_front();
+    }
+    return !closed.empty();
+}
+
 OpenFolder TreeWalker::Opened(const Folder* folder)
 {
     std::lock_guard lock(fMutex);
@@ -227,6 +246,9 @@ OpenFolder TreeWalker::OpenAbove(const Folder& folder)
         }
     }
     if (open == nullptr) {
+        open = Reopen(above);
+    }
+    if (open == nullptr && CloseSome()) {
         open = Reopen(above);
     }
     if (open != nullptr) {

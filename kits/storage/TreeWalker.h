@@ -89,6 +89,7 @@ private:
     OpenFolder Opened(const Folder* folder);
     OpenFolder Reopen(const Folder* folder);
     void SetOpen(Folder* folder, OpenFolder open);
+    bool CloseSome();
     void StartHelper();
 
     BTreeHooks* const fHooks;

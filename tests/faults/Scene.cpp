@@ -1,0 +1,228 @@
+#include "Scene.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr time_t kOld = 1'000'000'000;
+constexpr time_t kBetween = 1'100'000'000;
+constexpr time_t kNew = 1'200'000'000;
+
+/// Nothing that follows would mean anything.
+[[noreturn]] void GiveUp(const char* what, const std::string& path)
+{
+    std::fprintf(stderr, "faults: cannot %s %s: ", what, path.c_str());
+    std::perror("");
+    std::exit(2);
+}
+
+std::string ReadFile(int folder, const char* name)
+{
+    std::string text;
+    const int file = openat(folder, name, O_RDONLY | O_NOFOLLOW);
+    if (file < 0) {
+        return "(unreadable)";
+    }
+    char buffer[64 * 1024];
+    for (ssize_t count = read(file, buffer, sizeof(buffer)); count > 0;
+         count = read(file, buffer, sizeof(buffer))) {
+        text.append(buffer, static_cast<size_t>(count));
+    }
+    close(file);
+    return text;
+}
+
+/// Does something with each entry of a folder but "." and "..".
+template<typename Visit>
+void ForEach(int folder, Visit visit)
+{
+    DIR* list = fdopendir(dup(folder));
+    if (list == nullptr) {
+        return;
+    }
+    rewinddir(list);
+    std::vector<std::string> names;
+    for (const dirent* entry = readdir(list); entry != nullptr; entry = readdir(list)) {
+        const std::string name = entry->d_name;
+        if (name != "." && name != "..") {
+            names.push_back(name);
+        }
+    }
+    closedir(list);
+    for (const std::string& name : names) {
+        visit(name);
+    }
+}
+
+int OpenFolder(int parent, const char* name)
+{
+    int folder = openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW);
+    if (folder < 0 && fchmodat(parent, name, 0700, 0) == 0) {
+        folder = openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW);
+    }
+    return folder;
+}
+
+void Empty(int folder)
+{
+    ForEach(folder, [folder](const std::string& name) {
+        if (unlinkat(folder, name.c_str(), 0) == 0) {
+            return;
+        }
+        const int child = OpenFolder(folder, name.c_str());
+        if (child >= 0) {
+            Empty(child);
+            close(child);
+        }
+        unlinkat(folder, name.c_str(), AT_REMOVEDIR);
+    });
+}
+
+void LookAt(int parent, const char* name, const std::string& path, Snapshot* all)
+{
+    struct stat st = {};
+    if (fstatat(parent, name, &st, AT_SYMLINK_NOFOLLOW) != 0) {
+        return;
+    }
+    SceneItem item;
+    item.mode = st.st_mode & 0777;
+    if (S_ISDIR(st.st_mode)) {
+        item.kind = 'd';
+        const int folder = OpenFolder(parent, name);
+        if (folder >= 0) {
+            ForEach(folder, [&](const std::string& child) {
+                LookAt(folder, child.c_str(), path.empty() ? child : path + "/" + child, all);
+            });
+            close(folder);
+        }
+    } else if (S_ISLNK(st.st_mode)) {
+        item.kind = 'l';
+        char text[4096];
+        const ssize_t length = readlinkat(parent, name, text, sizeof(text));
+        item.text.assign(text, length < 0 ? 0 : static_cast<size_t>(length));
+    } else {
+        item.text = ReadFile(parent, name);
+    }
+    if (!path.empty()) {
+        all->emplace(path, std::move(item));
+    }
+}
+
+} // namespace
+
+void Scene::Clear() const
+{
+    for (const char* volume : {"one", "two"}) {
+        const int folder = open(Path(volume).c_str(), O_RDONLY | O_DIRECTORY);
+        if (folder < 0) {
+            GiveUp("open", Path(volume));
+        }
+        Empty(folder);
+        close(folder);
+        for (const char* name : {"source", "target", "foreign"}) {
+            MakeFolder(std::string(volume) + "/" + name);
+        }
+        MakeFile(std::string(volume) + "/foreign/file", 3000);
+    }
+    MakeFolder("one/home/.local/share/Trash/files");
+    MakeFolder("one/home/.local/share/Trash/info");
+    MakeFile("one/home/.local/share/Trash/files/older", 20);
+    MakeFile("one/home/.local/share/Trash/info/older.trashinfo", 20);
+}
+
+void Scene::MakeItem(const std::string& name) const
+{
+    MakeFolder(name);
+    MakeFolder(name + "/hollow");
+    MakeFolder(name + "/sub/deep");
+    MakeFile(name + "/a", 10);
+    MakeFile(name + "/big", 300'000);
+    MakeFile(name + "/empty", 0);
+    MakeFile(name + "/private", 70'000, 0600);
+    MakeFile(name + "/run", 4096, 0755);
+    MakeFile(name + "/sub/b", 5000);
+    MakeFile(name + "/sub/deep/c", 1);
+    MakeLink(name + "/link", "sub/b");
+    MakeLink(name + "/sub/out", Path("one/foreign/file"));
+    for (const char* file : {"a", "big", "private", "run", "sub/b"}) {
+        SetTime(name + "/" + file, kBetween);
+    }
+}
+
+void Scene::MakeClashes(const std::string& target) const
+{
+    MakeFolder(target + "/item/sub");
+    MakeFile(target + "/item/a", 300);
+    SetTime(target + "/item/a", kOld);
+    MakeFile(target + "/item/big", 70'000, 0640);
+    SetTime(target + "/item/big", kNew);
+    MakeFile(target + "/item/sub/b", 9000);
+    SetTime(target + "/item/sub/b", kOld);
+    MakeFile(target + "/item/own", 40);
+    MakeFile(target + "/beside", 50);
+}
+
+void Scene::MakeFile(const std::string& name, size_t sizeBytes, mode_t mode) const
+{
+    const int file = open(Path(name).c_str(), O_WRONLY | O_CREAT | O_EXCL, mode);
+    if (file < 0) {
+        GiveUp("make", Path(name));
+    }
+    std::string text;
+    while (text.size() < sizeBytes) {
+        text += "<" + name + " " + std::to_string(text.size()) + ">";
+    }
+    text.resize(sizeBytes);
+    if (write(file, text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
+        GiveUp("write", Path(name));
+    }
+    close(file);
+}
+
+void Scene::MakeFolder(const std::string& name) const
+{
+    for (size_t slash = name.find('/'); slash != std::string::npos;
+         slash = name.find('/', slash + 1)) {
+        mkdir(Path(name.substr(0, slash)).c_str(), 0755);
+    }
+    mkdir(Path(name).c_str(), 0755);
+}
+
+void Scene::MakeLink(const std::string& name, const std::string& text) const
+{
+    if (symlink(text.c_str(), Path(name).c_str()) != 0) {
+        GiveUp("link", Path(name));
+    }
+}
+
+void Scene::SetTime(const std::string& name, time_t modified) const
+{
+    const struct timespec times[2] = {{modified, 0}, {modified, 0}};
+    utimensat(AT_FDCWD, Path(name).c_str(), times, AT_SYMLINK_NOFOLLOW);
+}
+
+Snapshot Scene::Look() const
+{
+    Snapshot all;
+    LookAt(AT_FDCWD, fRoot.c_str(), "", &all);
+    return all;
+}
+
+Snapshot Below(const Snapshot& all, const std::string& path)
+{
+    Snapshot part;
+    const std::string prefix = path + "/";
+    for (const auto& [name, item] : all) {
+        if (name == path) {
+            part.emplace("", item);
+        } else if (name.starts_with(prefix)) {
+            part.emplace(name.substr(prefix.size()), item);
+        }
+    }
+    return part;
+}
