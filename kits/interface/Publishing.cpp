@@ -1,6 +1,8 @@
 #include "Publishing.h"
 
 #include "Access.h"
+#include "TextDecoding.h"
+#include "TextViewState.h"
 #include "ViewState.h"
 #include "WindowState.h"
 
@@ -14,6 +16,7 @@
 #include <ScrollBar.h>
 #include <StatusBar.h>
 #include <StringView.h>
+#include <TextControl.h>
 #include <Window.h>
 
 #include <algorithm>
@@ -29,6 +32,9 @@ using NodePointer = std::shared_ptr<AccessibleNode>;
 // Rows and menu items are no views and have no number of their own: they get one as they are first
 // seen, above those of views.
 constexpr int32 kFirstThingId = 1 << 24;
+
+// How much of a text is told; it is told anew at each frame while somebody listens.
+constexpr int32 kMostFieldBytes = 4096;
 
 class Describer
 {
@@ -91,8 +97,12 @@ private:
         if (view.IsFocus()) {
             node->states |= AccessibleNode::kFocused;
         }
-        if (auto* control = dynamic_cast<BControl*>(&view)) {
+        if (auto* textControl = dynamic_cast<BTextControl*>(&view)) {
+            node->name = textControl->Label(); // its field is the child
+        } else if (auto* control = dynamic_cast<BControl*>(&view)) {
             DescribeControl(*node, *control);
+        } else if (auto* field = dynamic_cast<BTextView*>(&view)) {
+            DescribeField(*node, *field);
         } else if (auto* text = dynamic_cast<BStringView*>(&view)) {
             node->role = Role::kStaticText;
             node->name = text->Text() != nullptr ? text->Text() : "";
@@ -122,6 +132,22 @@ private:
         }
         if (button == nullptr && control.Value() != B_CONTROL_OFF) {
             node.states |= AccessibleNode::kMarked;
+        }
+    }
+
+    static void DescribeField(AccessibleNode& node, const BTextView& field)
+    {
+        node.role = Role::kTextField;
+        const auto* control = dynamic_cast<const BTextControl*>(field.Parent());
+        if (control != nullptr) {
+            node.name = control->Label()[0] != '\0' || control->Name() == nullptr ? control->Label()
+                                                                                  : control->Name();
+        }
+        const TextBuffer& text = TextViewAccess::State(field).text;
+        const int32 end = text.Clamp(std::min(text.Length(), kMostFieldBytes));
+        node.value = DecodedText(text.Part(0, end), text.IsSingleLine()).Text().toStdString();
+        if (!field.IsEditable()) {
+            node.states |= AccessibleNode::kDisabled;
         }
     }
 

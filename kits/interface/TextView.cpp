@@ -61,6 +61,7 @@ void BTextView::AttachedToWindow()
 
 void BTextView::DetachedFromWindow()
 {
+    fText->geometry.SetPreview({});
     fText->isDragging = false;
     fText->dragTicker.reset();
     fText->blinkTicker.reset();

@@ -8,6 +8,8 @@
 #include <Message.h>
 #include <StatusBar.h>
 #include <StringView.h>
+#include <TextControl.h>
+#include <TextView.h>
 
 namespace {
 
@@ -57,6 +59,29 @@ TEST_F(DescriptionTest, NamesTheWindowAndItsControls)
               AccessibleNode::kDefault | AccessibleNode::kDisabled);
     EXPECT_EQ(root->children[1]->role, Role::kStaticText);
     EXPECT_EQ(root->children[1]->name, "Are you sure?");
+}
+
+TEST_F(DescriptionTest, FieldsTellTheirLabelAndText)
+{
+    auto* control = new BTextControl(BRect(0, 0, 199, 20), "host", "Host:", "caf\xff", nullptr);
+    fWindow->AddChild(control);
+    auto* text = new BTextView(BRect(0, 30, 99, 90), "log", BRect(0, 0, 99, 60), B_FOLLOW_NONE);
+    text->SetText("one\ntwo");
+    text->MakeEditable(false);
+    fWindow->AddChild(text);
+
+    const auto root = Describe();
+
+    ASSERT_EQ(root->children.size(), 2u);
+    ASSERT_EQ(root->children[0]->children.size(), 1u);
+    const AccessibleNode& field = *root->children[0]->children[0];
+    EXPECT_EQ(field.role, Role::kTextField);
+    EXPECT_EQ(field.name, "Host:");
+    EXPECT_EQ(field.value, "caf\xef\xbf\xbd");
+    EXPECT_NE(field.states & AccessibleNode::kFocusable, 0u);
+    EXPECT_EQ(root->children[1]->role, Role::kTextField);
+    EXPECT_EQ(root->children[1]->name, "log");
+    EXPECT_NE(root->children[1]->states & AccessibleNode::kDisabled, 0u);
 }
 
 TEST_F(DescriptionTest, ListsTellTheirVisibleRowsOnly)
