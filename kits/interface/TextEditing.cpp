@@ -8,6 +8,9 @@ namespace kits {
 
 namespace {
 
+// A line is shaped as a whole at each key; a longer one than any path would make typing slow.
+constexpr int32 kMostLineBytes = 64 * 1024;
+
 uint32 CodePoint(std::string_view character)
 {
     const auto byte = [character](size_t i) {
@@ -116,7 +119,8 @@ std::string TextViewState::Allowed(std::string_view entered, int32 removedBytes)
         }
         place += length;
     }
-    const int32 room = std::max(0, maxBytes - (text.Length() - removedBytes));
+    const int32 most = text.IsSingleLine() ? std::min(maxBytes, kMostLineBytes) : maxBytes;
+    const int32 room = std::max(0, most - (text.Length() - removedBytes));
     return std::string(CutAtCharacter(allowed, room));
 }
 

@@ -172,7 +172,8 @@ public:
     void SetAutoindent(bool indents);
     bool DoesAutoindent() const;
     /// Makes all of the text one line: line breaks and tabs are shown as signs, and those that are
-    /// entered or pasted become blanks. An addition of this library.
+    /// entered or pasted become blanks. No more than 64 KiB are entered. An addition of this
+    /// library.
     void SetSingleLine(bool isSingle);
     bool IsSingleLine() const;
 

@@ -74,6 +74,26 @@ TEST_F(TextViewLimitsTest, SingleLineTakesNoBreaks)
     EXPECT_EQ(Locked([this] { return fView->CountLines(); }), 1);
 }
 
+TEST_F(TextViewLimitsTest, SingleLineTakesNoMoreThanStaysQuick)
+{
+    ShowText("");
+    Locked([this] {
+        fView->SetSingleLine(true);
+        return 0;
+    });
+    const std::string much(100'000, 'm');
+    be_clipboard->Lock();
+    be_clipboard->Clear();
+    be_clipboard->Data()->AddData("text/plain", B_MIME_TYPE, much.data(),
+                                  static_cast<ssize_t>(much.size()));
+    be_clipboard->Commit();
+    be_clipboard->Unlock();
+
+    TypeKey('v', B_COMMAND_KEY);
+
+    EXPECT_EQ(Text().size(), 64u * 1024);
+}
+
 TEST_F(TextViewLimitsTest, HooksSeeEveryChange)
 {
     class Counter : public BTextView
