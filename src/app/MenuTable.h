@@ -47,6 +47,9 @@ enum WindowCommand : uint32 {
     kGoTo = 134,
     kPreferences = 135,
     kHelp = 140,
+    kFolderNamed = 512,     // string "text": the name of a new folder
+    kNewNameTyped = 513,    // string "text": the selected entry's
+    kFolderToGoTyped = 514, // string "text"
     kColumnResized = 600,
     kPreferencesSaved = 614,
     kFocusPane = 1000, // to 1009

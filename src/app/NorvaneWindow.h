@@ -58,7 +58,12 @@ private:
 
     // Commands (WindowCommands.cpp); each does nothing without the pane it needs
     void PaneCommand(uint32 what);
+    void TextTyped(const BMessage& message);
     void DoAboutBox();
+    void DoNewFolder();
+    void DoRename();
+    void EmptyTrash();
+    void AskWhereToGo();
     void DoGetSpace();
     void DoDrag(BMessage* message);
     void OpenInLeftPane();

@@ -1,6 +1,7 @@
 #include "app/MenuTable.h"
 #include "app/NorvaneWindow.h"
 #include "fileops/CopyWin.h"
+#include "fileops/GetTextWin.h"
 #include "fileops/OverWin.h"
 #include "panes/DirPane.h"
 #include "panes/DirView.h"
@@ -12,8 +13,10 @@
 #include <Alert.h>
 #include <AppDefs.h>
 #include <Autolock.h>
+#include <FindDirectory.h>
 #include <MessageQueue.h>
 #include <NodeMonitor.h>
+#include <Path.h>
 #include <StorageDefs.h>
 #include <fs_info.h>
 
@@ -50,6 +53,23 @@ void NorvaneWindow::MessageReceived(BMessage* message)
         break;
     case kAbout:
         DoAboutBox();
+        break;
+    case kNewFolder:
+        DoNewFolder();
+        break;
+    case kRename:
+        DoRename();
+        break;
+    case kEmptyTrash:
+        EmptyTrash();
+        break;
+    case kGoTo:
+        AskWhereToGo();
+        break;
+    case kFolderNamed:
+    case kNewNameTyped:
+    case kFolderToGoTyped:
+        TextTyped(*message);
         break;
     case kOpenInLeftPane:
         OpenInLeftPane();
@@ -141,6 +161,55 @@ void NorvaneWindow::DoGetSpace()
     DirPane* pane = GetFocusedPane();
     if (pane != nullptr) {
         pane->GetSize();
+    }
+}
+
+void NorvaneWindow::DoNewFolder()
+{
+    if (DirPane* pane = GetFocusedPane()) {
+        pane->DoNewFolder();
+    }
+}
+
+void NorvaneWindow::DoRename()
+{
+    if (DirPane* pane = GetFocusedPane()) {
+        pane->DoRename();
+    }
+}
+
+void NorvaneWindow::EmptyTrash()
+{
+    BPath trash;
+    if (find_directory(B_TRASH_DIRECTORY, &trash) != B_OK) {
+        return;
+    }
+    // Works on its own thread, and is seen only when it takes long.
+    BMessage request(kEmptyRequest);
+    new CopyWin(Frame(), "Empty Trash", trash.Path(), &request, this);
+}
+
+void NorvaneWindow::AskWhereToGo()
+{
+    auto* prompt = new GetTextWin(Frame(), "GoTo", this, "What Directory do you want to go to?", "",
+                                  kFolderToGoTyped, "OK", "Cancel", nullptr);
+    prompt->Show();
+}
+
+void NorvaneWindow::TextTyped(const BMessage& message)
+{
+    const char* text = nullptr;
+    DirPane* pane = GetFocusedPane();
+    if (pane == nullptr || message.FindString("text", &text) != B_OK || text[0] == '\0') {
+        return;
+    }
+    Activate();
+    if (message.what == kFolderNamed) {
+        pane->MkDir(text);
+    } else if (message.what == kNewNameTyped) {
+        pane->Rename(text);
+    } else {
+        pane->GoToDir(text);
     }
 }
 
@@ -298,8 +367,10 @@ void NorvaneWindow::VolumeChanged(const BMessage& message)
     }
     for (int32 index = 0; index < CountPanes(); index++) {
         const DirView* list = PaneAt(index)->GetDirView();
+        // What was mounted there is gone, so the path may lead to the folder beneath it by now.
         const int32 shown = dev_for_path(list->Path().c_str());
-        if (list->Mode() != kFtpMode && (shown == device || shown < 0)) {
+        const bool wasShown = static_cast<int32>(list->FolderNode().device) == device;
+        if (list->Mode() != kFtpMode && (wasShown || shown == device || shown < 0)) {
             PaneAt(index)->SetPath(HomeFolder().c_str());
         }
     }

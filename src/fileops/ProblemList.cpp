@@ -11,6 +11,8 @@ constexpr size_t kShownLines = 20;
 constexpr size_t kShownNameBytes =
     80; // a longer name is cut: this is text to read, not a path to use
 
+} // namespace
+
 std::string ShownName(const std::string& name)
 {
     std::string shown = name;
@@ -29,8 +31,6 @@ std::string ShownName(const std::string& name)
     }
     return shown;
 }
-
-} // namespace
 
 void ProblemList::Add(const std::string& name, const std::string& reason)
 {

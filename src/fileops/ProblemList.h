@@ -25,6 +25,8 @@ private:
     int64 fCount = 0;
 };
 
+/// A name as text to read: a long one is cut, a line break is a blank.
+std::string ShownName(const std::string& name);
 /// What a status code means, as the second half of "name: reason".
 const char* ReasonFor(status_t status);
 

@@ -232,6 +232,26 @@ void DirPane::GetCachedPath(char* path) const
     GetPath(path);
 }
 
+void DirPane::DoNewFolder()
+{
+    fList->DoNewFolder();
+}
+
+void DirPane::DoRename()
+{
+    fList->DoRename();
+}
+
+void DirPane::MkDir(const char* name)
+{
+    fList->MkDir(name);
+}
+
+void DirPane::Rename(const char* newName)
+{
+    fList->Rename(newName);
+}
+
 void DirPane::Invoke()
 {
     fList->Invoke();

@@ -55,6 +55,10 @@ public:
     /// Units: `path` holds B_PATH_NAME_LENGTH bytes; a longer one gives an empty string.
     void GetPath(char* path) const;
     void GetCachedPath(char* path) const;
+    void DoNewFolder();
+    void DoRename();
+    void MkDir(const char* name);
+    void Rename(const char* newName);
     void Invoke();
     void NavigateUp();
     void NavigateDown();

@@ -102,7 +102,7 @@ void DirView::MakeFocus(bool isFocused)
 {
     ColumnListView::MakeFocus(isFocused);
     if (auto* pane = dynamic_cast<DirPane*>(fPane)) {
-        pane->HightlighHeader(isFocused);
+        pane->HightlighHeader(isFocused || fRename.IsOpen());
     }
 }
 
@@ -200,6 +200,12 @@ void DirView::MessageReceived(BMessage* message)
         break;
     case kFolderMeasured:
         FolderMeasured(*message);
+        break;
+    case kRenameCommitted:
+        RenameEnded(true);
+        break;
+    case kRenameCancelled:
+        RenameEnded(false);
         break;
     default:
         ColumnListView::MessageReceived(message);

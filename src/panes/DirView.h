@@ -4,8 +4,10 @@
 #include "panes/DirListItem.h"
 #include "panes/FolderMeasure.h"
 #include "panes/MarkList.h"
+#include "panes/MousePress.h"
 #include "panes/PaneMessages.h"
 #include "panes/PaneNotifier.h"
+#include "panes/RenameField.h"
 #include "panes/RowIndex.h"
 #include "panes/RowOrder.h"
 
@@ -75,6 +77,21 @@ public:
     /// The saved folder that could not be read when the list was first shown; empty when it could.
     const std::string& UnreadableFolder() const { return fUnreadable; }
 
+    const node_ref& FolderNode() const { return fWatched; }
+
+    // Changes of entries
+    /// Asks, then deletes what is marked, else selected: into the Trash, or for good when the Trash
+    /// is shown. An operation window does it.
+    void Trash();
+    /// Makes a folder under a free name and opens its rename field.
+    void DoNewFolder();
+    void MkDir(const char* name);
+    /// Opens the rename field of the selected row.
+    void DoRename();
+    void Edit(int32 index);
+    /// Renames a row's entry; index -1 means the selected row.
+    void Rename(const char* newName, int32 index = -1);
+
     // Selection and marks
     int GetSelected(char* path) const;
     void GetSelected(BList* rows) const;
@@ -135,13 +152,6 @@ private:
     private:
         const DirView& fList;
     };
-    /// A press without modifiers that is being followed.
-    struct Press
-    {
-        BPoint where;
-        DirListItem* row = nullptr; // may be null; cleared when the row goes
-        bool isInPlace = true;      // the pointer never left the square around the press
-    };
 
     void AddColumns(const char* iconLabel);
     int32 CurrentInt32(const char* field) const;
@@ -164,7 +174,18 @@ private:
     bool TypeAhead(const char* bytes, int32 byteCount);
     void MarkSelected();
     void MarkSelectedAndGoOn();
-    void StartCopy();
+    bool IsRepeat() const;
+    void StartOperation(int32 key, uint32 held);
+    void StartCopy(const char* type);
+
+    // Changes of entries
+    std::vector<DirListItem*> ChosenRows() const;
+    status_t MakeFolder(const char* name) const;
+    void PlaceRenameField();
+    void DropRenameField();
+    void FieldClosed(bool hadFocus);
+    void RenameEnded(bool isCommitted);
+    void RenameRow(DirListItem* row, const char* newName);
 
     // Mouse and drops
     void MarkWithCommand(int32 index);
@@ -222,7 +243,8 @@ private:
     BMessenger fWatcher;
     DirListItem* fReplaced = nullptr; // another entry is about to take its name; a row of ours
     std::set<std::string> fMovedIn;   // names moved in from elsewhere, not listed yet
-    std::optional<Press> fPress;      // empty unless a press is being followed
+    std::optional<MousePress> fPress; // empty unless a press is being followed
+    RenameField fRename;
 };
 
 } // namespace norvane

@@ -15,6 +15,8 @@ namespace norvane {
 namespace {
 
 constexpr uint32 kShowHelp = 140;
+constexpr uint32 kMakeFolder = 106;
+constexpr uint32 kShowQuery = 123;
 
 } // namespace
 
@@ -39,6 +41,11 @@ bool DirView::HandleKey(const char* bytes, int32 byteCount)
 {
     const int32 last = CountItems() - 1;
     switch (bytes[0]) {
+    case B_DELETE:
+        if (!IsRepeat()) {
+            Trash();
+        }
+        return false;
     case B_BACKSPACE:
         NavigateUp();
         return false;
@@ -85,27 +92,60 @@ void DirView::MarkSelectedAndGoOn()
     }
 }
 
+bool DirView::IsRepeat() const
+{
+    return CurrentInt32("be:key_repeat") != 0;
+}
+
 bool DirView::HandleFunctionKey(int32 key)
 {
     switch (key) {
     case B_F1_KEY:
         NotifyParent(kShowHelp);
-        return false;
+        break;
     case B_F2_KEY:
         Refresh();
-        return false;
+        break;
     case B_F5_KEY:
-        // A key held too long must not start a copy after the other.
-        if (CurrentInt32("be:key_repeat") == 0) {
-            StartCopy();
+    case B_F6_KEY:
+    case B_F7_KEY:
+    case B_F8_KEY:
+        // A key held too long must not start one operation after the other.
+        if (!IsRepeat()) {
+            StartOperation(key, static_cast<uint32>(CurrentInt32("modifiers")));
         }
-        return false;
+        break;
     default:
-        return false;
+        break;
+    }
+    return false;
+}
+
+void DirView::StartOperation(int32 key, uint32 held)
+{
+    switch (key) {
+    case B_F5_KEY:
+        StartCopy("Copy");
+        break;
+    case B_F6_KEY:
+        if ((held & B_SHIFT_KEY) != 0) {
+            DoRename();
+        } else {
+            StartCopy("Move");
+        }
+        break;
+    case B_F7_KEY:
+        Window()->PostMessage((held & B_CONTROL_KEY) != 0 ? kShowQuery : kMakeFolder);
+        break;
+    case B_F8_KEY:
+        Trash();
+        break;
+    default:
+        break;
     }
 }
 
-void DirView::StartCopy()
+void DirView::StartCopy(const char* type)
 {
     if (Window() == nullptr || (fMarks.IsEmpty() && CurrentSelection() <= 0)) {
         return;
@@ -117,7 +157,7 @@ void DirView::StartCopy()
     }
     message->AddString("Dragging", "false");
     message->AddString("Direction", "Right");
-    message->AddString("TypeOfCopy", "Copy");
+    message->AddString("TypeOfCopy", type);
     Window()->PostMessage(message.get());
 }
 

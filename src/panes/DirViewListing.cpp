@@ -184,6 +184,7 @@ void DirView::Clear()
 
 void DirView::DeleteRows()
 {
+    DropRenameField();
     const int32 count = CountItems();
     // Deleted once the list has let go of them.
     auto rows = std::make_unique<RowList>(static_cast<std::size_t>(count));

@@ -32,7 +32,7 @@ void DirView::MouseDown(BPoint where)
     } else if (isPrimary && (held & B_SHIFT_KEY) != 0) {
         MarkWithShift(index);
     } else {
-        fPress = Press{where, RowAt(index)};
+        fPress = MousePress{where, RowAt(index)};
         if (fMarks.IsEmpty()) {
             fAnchor = fPress->row;
         }
@@ -73,7 +73,7 @@ void DirView::MouseMoved(BPoint where, uint32 transit, const BMessage* dragged)
 
 void DirView::MouseUp(BPoint where)
 {
-    const std::optional<Press> press = std::exchange(fPress, std::nullopt);
+    const std::optional<MousePress> press = std::exchange(fPress, std::nullopt);
     if (press.has_value() && press->isInPlace) {
         EmptyMarked();
         fAnchor = press->row;

@@ -249,6 +249,7 @@ void DirView::InsertRow(std::unique_ptr<DirListItem> row)
         fOrder.Displaced(row.get());
     }
     AddItem(row.release(), place.index); // ours, deleted by RemoveRow() or DeleteRows()
+    PlaceRenameField();
     NotifyParent(MSG_PANE_INFO);
 }
 
@@ -277,6 +278,9 @@ void DirView::RemoveRow(DirListItem* row)
     fOrder.Forget(row);
     fTotals.Remove(*row);
     ForgetPressedRow(row);
+    if (fRename.Row() == row) {
+        DropRenameField();
+    }
     if (fAnchor == row) {
         fAnchor = nullptr;
     }
@@ -284,6 +288,7 @@ void DirView::RemoveRow(DirListItem* row)
         fReplaced = nullptr;
     }
     RemoveItem(index);
+    PlaceRenameField();
     if (wasSelected && CountItems() > 0) {
         Select(std::min(index, CountItems() - 1));
     }

@@ -12,9 +12,11 @@ enum PaneMessage : uint32 {
     MSG_FTP_DISCONNECT = 208,
     MSG_PANE_INFO = 500,
     MSG_FTP_REFRESH = 511,
+    kRenameCommitted = 513,
     kColumnWidthChanged = 600, // strings "ColumnIndex" and "ColumnWidth"
     MSG_FTP_STATUS = 603,      // string "status"
     kRemoteEntries = 604,
+    kRenameCancelled = 605,
     MSG_PROGRESS_START = 607,
     MSG_PROGRESS_STOP = 608,
     MSG_PROGRESS_STEP = 609, // int32 "steps": how many it stands for, 1 when missing

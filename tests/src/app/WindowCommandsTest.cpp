@@ -276,11 +276,12 @@ TEST_F(WindowCommandsTest, OnlyWhatWorksCanBeChosen)
         const BMenuBar* bar = dynamic_cast<BMenuBar*>(fWindow->FindView("MenuBar"));
         ASSERT_NE(bar, nullptr);
         ASSERT_EQ(bar->CountItems(), 7);
-        for (const char* label : {"Open", "About", "Quit", "Add Pane", "Pane 10"}) {
+        for (const char* label : {"Open", "About", "Quit", "Add Pane", "Pane 10", "Rename",
+                                  "New Folder", "Empty Trash", "GoTo Directory"}) {
             ASSERT_NE(bar->FindItem(label), nullptr) << label;
             EXPECT_TRUE(bar->FindItem(label)->IsEnabled()) << label;
         }
-        for (const char* label : {"Rename", "Empty Trash", "Query", "Open Terminal"}) {
+        for (const char* label : {"Query", "Preferences", "Open Terminal"}) {
             ASSERT_NE(bar->FindItem(label), nullptr) << label;
             EXPECT_FALSE(bar->FindItem(label)->IsEnabled()) << label;
         }

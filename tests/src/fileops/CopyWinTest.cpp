@@ -95,7 +95,7 @@ TEST_F(CopyWinTest, OtherRequestsDoNothingButTellTheirEnd)
 {
     fTree.Write("from/a", "1");
     BMessage other = Request({"from/a"});
-    other.what = 606;
+    other.what = 604;
     Start(other);
     EXPECT_TRUE(HasEnded());
     fListener->ended = 0;

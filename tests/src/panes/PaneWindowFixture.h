@@ -51,7 +51,8 @@ public:
             return;
         }
         if (message->what == norvane::kLocalEntries ||
-            message->what == norvane::kColumnWidthChanged || message->what == 140) {
+            message->what == norvane::kColumnWidthChanged || message->what == 140 ||
+            message->what == 106 || message->what == 123) {
             const std::lock_guard lock(fMutex);
             fReceived.push_back(*message);
             return;

@@ -1,0 +1,64 @@
+#include "panes/RenameField.h"
+
+#include "panes/DirListItem.h"
+#include "panes/EditControl.h"
+#include "panes/PaneMessages.h"
+
+#include <ScrollView.h>
+
+namespace norvane {
+
+void RenameField::Open(BView* list, DirListItem* row, int32 index, BRect cell)
+{
+    Drop();
+    fRow = row;
+    // The container's border lies around the field.
+    fField = new EditControl(cell.InsetByCopy(1, 1), index, row->GetRef()->name, list,
+                             kRenameCommitted, kRenameCancelled);
+    fContainer = new BScrollView("renamecontainer", fField, B_FOLLOW_LEFT | B_FOLLOW_TOP, 0, false,
+                                 false, B_PLAIN_BORDER);
+    list->AddChild(fContainer); // adopted
+    fField->MakeFocus(true);
+}
+
+std::string RenameField::Text() const
+{
+    return fField->Text();
+}
+
+void RenameField::MoveTo(float top)
+{
+    fContainer->MoveTo(fContainer->Frame().left, top);
+}
+
+bool RenameField::IsMeant()
+{
+    if (fStaleMessages > 0) {
+        fStaleMessages--;
+        return false;
+    }
+    return IsOpen();
+}
+
+bool RenameField::Close()
+{
+    if (!IsOpen()) {
+        return false;
+    }
+    const bool hadFocus = fField->IsFocus();
+    fField->MakeFocus(false);
+    fContainer->RemoveSelf();
+    delete fContainer; // and the field in it
+    fContainer = nullptr;
+    fField = nullptr;
+    fRow = nullptr;
+    return hadFocus;
+}
+
+bool RenameField::Drop()
+{
+    fStaleMessages += IsOpen() ? 1 : 0;
+    return Close();
+}
+
+} // namespace norvane

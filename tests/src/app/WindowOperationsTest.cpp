@@ -1,0 +1,220 @@
+#include "app/MenuTable.h"
+#include "app/NorvaneWindow.h"
+
+#include "AppFixture.h"
+#include "PrivateMounts.h"
+#include "settings/HomeFolder.h"
+
+#include <AppDefs.h>
+#include <NodeMonitor.h>
+#include <TextControl.h>
+#include <fs_info.h>
+
+#include <sys/mount.h>
+
+namespace norvane {
+
+using kits::testing::AnswerAlert;
+using kits::testing::TypeFunctionKey;
+using kits::testing::TypeKey;
+using kits::testing::TypeText;
+using kits::testing::WaitFor;
+using kits::testing::WaitForNoWindow;
+using kits::testing::WaitForWindow;
+
+/// Commands of the main window that change the disk, and its prompts.
+class WindowOperationsTest : public AppFixture
+{
+protected:
+    void SetUp() override
+    {
+        AppFixture::SetUp();
+        setenv("XDG_DATA_HOME", fTree.Path("data").c_str(), 1);
+    }
+
+    void TearDown() override
+    {
+        for (const char* title : {"Copy", "Delete", "Empty Trash"}) {
+            EXPECT_TRUE(WaitForNoWindow(title));
+        }
+        AppFixture::TearDown();
+        unsetenv("XDG_DATA_HOME");
+    }
+
+    void OpenTwo()
+    {
+        WritePanes({"one", "two"});
+        Open();
+    }
+
+    void SendText(uint32 what, const char* text)
+    {
+        BMessage message(what);
+        message.AddString("text", text);
+        Send(message);
+    }
+};
+
+// Moves
+
+TEST_F(WindowOperationsTest, F6MovesToTheNextPane)
+{
+    fTree.Write("one/tree/a", "1");
+    OpenTwo();
+    Select(0, "tree");
+    TypeFunctionKey(B_F6_KEY);
+    EXPECT_TRUE(WaitFor([this] { return fTree.List("one").empty(); }));
+    EXPECT_EQ(fTree.Read("two/tree/a"), "1");
+}
+
+TEST_F(WindowOperationsTest, ASkippedMoveLeavesTheTargetAndTakesTheSource)
+{
+    fTree.Write("one/a", "new");
+    fTree.Write("two/a", "old");
+    OpenTwo();
+    Select(0, "a");
+    TypeFunctionKey(B_F6_KEY);
+    ASSERT_TRUE(AnswerAlert("Skip"));
+    EXPECT_TRUE(WaitFor([this] { return fTree.List("one").empty(); }));
+    EXPECT_EQ(fTree.Read("two/a"), "old");
+    EXPECT_EQ(fTree.Read("data/Trash/files/a"), "new");
+}
+
+// Prompts
+
+TEST_F(WindowOperationsTest, GoToShowsTheFolderThatIsTyped)
+{
+    OpenTwo();
+    TypeKey('g', B_COMMAND_KEY);
+    BWindow* prompt = WaitForWindow("GoTo");
+    ASSERT_NE(prompt, nullptr);
+    ASSERT_TRUE(kits::testing::WaitForFocus(prompt));
+    ASSERT_TRUE(kits::testing::WaitUntilAnswers(prompt));
+    TypeText(fTree.Path("three").c_str());
+    TypeKey(B_ENTER);
+    EXPECT_TRUE(WaitFor([this] { return PanePath(0) == fTree.Path("three"); }));
+    EXPECT_TRUE(WaitForNoWindow("GoTo"));
+    EXPECT_EQ(PanePath(1), fTree.Path("two"));
+}
+
+TEST_F(WindowOperationsTest, GoToThatIsCancelledChangesNothing)
+{
+    OpenTwo();
+    Send(kGoTo);
+    BWindow* prompt = WaitForWindow("GoTo");
+    ASSERT_NE(prompt, nullptr);
+    ASSERT_TRUE(kits::testing::WaitForFocus(prompt));
+    ASSERT_TRUE(kits::testing::WaitUntilAnswers(prompt));
+    TypeText(fTree.Path("three").c_str());
+    kits::testing::Click(kits::testing::FindView(prompt, "Cancel"));
+    EXPECT_TRUE(WaitForNoWindow("GoTo"));
+    ASSERT_TRUE(kits::testing::Sync(fWindow));
+    EXPECT_EQ(PanePath(0), fTree.Path("one"));
+}
+
+TEST_F(WindowOperationsTest, TypedTextsReachTheFocusedPane)
+{
+    fTree.Write("one/a", "1");
+    OpenTwo();
+    SendText(514, "../three");
+    EXPECT_EQ(PanePath(0), fTree.Path("three"));
+    SendText(512, "made");
+    EXPECT_TRUE(fTree.IsFolder("three/made"));
+    SendText(514, fTree.Path("one").c_str());
+    Select(0, "a");
+    SendText(513, "renamed");
+    EXPECT_EQ(fTree.List("one"), "renamed\n");
+}
+
+TEST_F(WindowOperationsTest, EmptyTextsDoNothing)
+{
+    fTree.Write("one/a", "1");
+    OpenTwo();
+    Select(0, "a");
+    for (const uint32 what : {512u, 513u, 514u}) {
+        SendText(what, "");
+        Send(what);
+    }
+    EXPECT_EQ(PanePath(0), fTree.Path("one"));
+    EXPECT_EQ(fTree.List("one"), "a\n");
+}
+
+// Commands
+
+TEST_F(WindowOperationsTest, NewFolderAndRenameReachTheFocusedPane)
+{
+    OpenTwo();
+    Focus(1);
+    TypeKey('n', B_COMMAND_KEY);
+    ASSERT_TRUE(WaitFor([this] { return fTree.IsFolder("two/New Folder"); }));
+    ASSERT_TRUE(kits::testing::Sync(fWindow));
+    EXPECT_EQ(FocusedPane(), 1);
+    TypeKey(B_ESCAPE);
+    ASSERT_TRUE(kits::testing::Sync(fWindow));
+    Send(kRename);
+    TypeText("mine");
+    TypeKey(B_ENTER);
+    EXPECT_TRUE(WaitFor([this] { return fTree.IsFolder("two/mine"); }));
+}
+
+TEST_F(WindowOperationsTest, WithoutAPaneTheyDoNothing)
+{
+    OpenTwo();
+    Send(kRemovePane);
+    Send(kRemovePane);
+    ASSERT_EQ(CountPanes(), 0);
+    Send(kNewFolder);
+    Send(kRename);
+    SendText(512, "x");
+    SendText(514, "/");
+    EXPECT_EQ(CountPanes(), 0);
+}
+
+TEST_F(WindowOperationsTest, EmptiesTheTrashUnseen)
+{
+    fTree.Write("data/Trash/files/tree/a", "1");
+    fTree.Write("data/Trash/files/b", "2");
+    fTree.Write("data/Trash/info/tree.trashinfo", "[Trash Info]\n");
+    fTree.Write("data/Trash/info/b.trashinfo", "[Trash Info]\n");
+    OpenTwo();
+    fWindow->PostMessage(kEmptyTrash);
+    EXPECT_TRUE(WaitFor([this] { return fTree.List("data/Trash/files").empty(); }));
+    EXPECT_TRUE(WaitFor([this] { return fTree.List("data/Trash/info").empty(); }));
+    EXPECT_EQ(kits::testing::CountShown("Empty Trash"), 0);
+    EXPECT_TRUE(fTree.IsFolder("data/Trash/files"));
+}
+
+TEST_F(WindowOperationsTest, AnEmptyTrashIsEmptiedTwice)
+{
+    OpenTwo();
+    Send(kEmptyTrash);
+    Send(kEmptyTrash);
+    EXPECT_EQ(fTree.List("data/Trash/files"), "");
+}
+
+// Volumes
+
+TEST_F(WindowOperationsTest, APaneOnTheMountPointItselfGoesHome)
+{
+    const PrivateResult result = RunWithPrivateMounts([this] {
+        if (!MountMemory(fTree.Path("one"), 1 << 20)) {
+            return false;
+        }
+        OpenTwo();
+        const int32 device = dev_for_path(fTree.Path("one").c_str());
+        if (umount2(fTree.Path("one").c_str(), MNT_DETACH) != 0) {
+            return false;
+        }
+        BMessage notice(B_NODE_MONITOR);
+        notice.AddInt32("opcode", B_DEVICE_UNMOUNTED);
+        notice.AddInt32("device", device);
+        Send(notice);
+        return PanePath(0) == HomeFolder() && PanePath(1) == fTree.Path("two");
+    });
+    if (result == PrivateResult::kUnavailable) {
+        GTEST_SKIP() << "this system allows no private mounts";
+    }
+    EXPECT_EQ(result, PrivateResult::kPassed);
+}
+
+} // namespace norvane
