@@ -18,6 +18,7 @@ class BStringView;
 
 namespace norvane {
 
+class ItemOperations;
 class OperationUI;
 class OverWin;
 
@@ -78,7 +79,7 @@ private:
     void StartWithoutActivation();
     void GiveActivationBack();
     void HandleItems(Verb verb, const std::vector<entry_ref>& items);
-    void HandleItem(Verb verb, const entry_ref& item, OperationUI& ui);
+    void HandleItem(Verb verb, const entry_ref& item, ItemOperations& operations, OperationUI& ui);
     void CountItem(Verb verb, int64 doneBytes);
     std::vector<int64> MeasureItems(Verb verb, const std::vector<entry_ref>& items,
                                     OperationUI& ui);

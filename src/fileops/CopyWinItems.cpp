@@ -77,9 +77,10 @@ void CopyWin::HandleItems(Verb verb, const std::vector<entry_ref>& items)
         const Operations::Running running{BMessenger(question)};
         WindowUI ui(this, question);
         const std::vector<int64> sizes = MeasureItems(verb, items, ui);
+        ItemOperations operations(fPath.c_str(), ui);
         int64 doneBytes = 0;
         for (size_t index = 0; index < items.size() && !fIsStopped; index++) {
-            HandleItem(verb, items[index], ui);
+            HandleItem(verb, items[index], operations, ui);
             doneBytes += sizes[index];
             CountItem(verb, doneBytes);
             ShowForQuit();
@@ -105,18 +106,19 @@ void CopyWin::CountItem(Verb verb, int64 doneBytes)
     }
 }
 
-void CopyWin::HandleItem(Verb verb, const entry_ref& item, OperationUI& ui)
+void CopyWin::HandleItem(Verb verb, const entry_ref& item, ItemOperations& operations,
+                         OperationUI& ui)
 {
     NorvaneEntry entry(&item);
     switch (verb) {
     case Verb::kCopy:
-        CopyItem(entry, fPath.c_str(), ui);
+        operations.Copy(entry);
         break;
     case Verb::kMove:
-        MoveItem(entry, fPath.c_str(), ui);
+        operations.Move(entry);
         break;
     case Verb::kTrash:
-        TrashItem(entry, ui);
+        operations.Trash(entry);
         break;
     case Verb::kDelete:
         entry.DeleteEntry(ui);

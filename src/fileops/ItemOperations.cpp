@@ -15,12 +15,6 @@ namespace norvane {
 
 namespace {
 
-bool Note(OperationUI& ui, const NorvaneEntry& item, status_t status)
-{
-    ui.NoteProblem(item.Name(), ReasonFor(status));
-    return false;
-}
-
 /// Takes a free name in the Trash for a copy of the item.
 status_t Claim(BTrashClaim* claim, const BDirectory& trash, const NorvaneEntry& item)
 {
@@ -39,66 +33,10 @@ void RemovePart(const BDirectory& trash, const char* name)
     }
 }
 
-/// Copies the item into the Trash at `path`; false when it did not arrive whole. Part of a copy is
-/// removed when its source will be kept.
-bool CopyIntoTrash(NorvaneEntry& item, const char* path, OperationUI& ui, MoveLedger* ledger)
-{
-    BDirectory trash(path);
-    BTrashClaim claim;
-    status_t status = trash.InitCheck();
-    if (status == B_OK) {
-        status = Claim(&claim, trash, item);
-    }
-    if (status != B_OK) {
-        return Note(ui, item, status);
-    }
-    const CopyPurpose purpose{.ledger = ledger, .isAllNew = true};
-    item.CopyTo(path, ui, purpose, claim.Name());
-    const bool isDeletion = ledger != nullptr;
-    if (item.IsWhole() && (!isDeletion || ui.MayDelete())) {
-        claim.Keep();
-    } else if (isDeletion && item.HasMade()) {
-        RemovePart(trash, claim.Name());
-    }
-    return item.IsWhole();
-}
-
-/// Whether the item lies directly in the folder.
 bool IsDirectlyIn(const NorvaneEntry& item, const BDirectory& folder)
 {
     BDirectory parent;
     return item.GetParent(&parent) == B_OK && parent == folder;
-}
-
-/// Takes a source that was not copied whole from its place, as the person was promised, but to
-/// where it can be got back from.
-void LeaveForOwnTrash(NorvaneEntry& item, OperationUI& ui)
-{
-    BPath path;
-    status_t status = find_trash_for(&item, &path, true);
-    BDirectory trash;
-    if (status == B_OK) {
-        status = trash.SetTo(path.Path());
-    }
-    if (status == B_OK && !IsDirectlyIn(item, trash)) {
-        status = item.MoveIntoTrash(trash);
-    }
-    if (status != B_OK && status != B_ENTRY_NOT_FOUND) {
-        ui.NoteProblem(item.Name(), "it stays where it is");
-    }
-}
-
-/// Deletes what was read of the item, when all of it arrived.
-void DeleteSource(NorvaneEntry& item, bool isWhole, const MoveLedger& ledger, OperationUI& ui)
-{
-    if (!ui.MayDelete()) {
-        return;
-    }
-    if (isWhole) {
-        item.DeleteEntry(ui, &ledger);
-    } else {
-        LeaveForOwnTrash(item, ui);
-    }
 }
 
 bool IsMountPoint(const NorvaneEntry& item)
@@ -118,56 +56,128 @@ bool IsTrash(const char* path)
     return folder.InitCheck() == B_OK && is_trash_folder(&folder);
 }
 
-void CopyItem(NorvaneEntry& item, const char* destDir, OperationUI& ui)
+ItemOperations::ItemOperations(const char* path, OperationUI& ui)
+    : fUI(ui), fPath(path), fFolder(path),
+      fIsTrash(fFolder.InitCheck() == B_OK && is_trash_folder(&fFolder)),
+      fHomeTrashStatus(B_NO_INIT)
 {
-    if (IsTrash(destDir) && !IsDirectlyIn(item, BDirectory(destDir))) {
-        CopyIntoTrash(item, destDir, ui, nullptr);
+}
+
+void ItemOperations::Copy(NorvaneEntry& item)
+{
+    if (fIsTrash && !IsDirectlyIn(item, fFolder)) {
+        CopyIntoTrash(item, fFolder, fPath.c_str(), nullptr);
     } else {
-        item.CopyTo(destDir, ui);
+        item.CopyTo(fPath.c_str(), fUI);
     }
 }
 
-void MoveItem(NorvaneEntry& item, const char* destDir, OperationUI& ui)
+void ItemOperations::Move(NorvaneEntry& item)
 {
+    if (IsDirectlyIn(item, fFolder)) {
+        return;
+    }
     MoveLedger ledger;
-    if (IsDirectlyIn(item, BDirectory(destDir))) {
-        return;
+    bool isWhole = false;
+    if (fIsTrash) {
+        isWhole = CopyIntoTrash(item, fFolder, fPath.c_str(), &ledger);
+    } else {
+        item.CopyTo(fPath.c_str(), fUI, {.ledger = &ledger});
+        isWhole = item.IsWhole();
     }
-    if (IsTrash(destDir)) {
-        const bool isWhole = CopyIntoTrash(item, destDir, ui, &ledger);
-        if (!item.IsOntoItself()) {
-            DeleteSource(item, isWhole, ledger, ui);
-        }
-        return;
-    }
-    item.CopyTo(destDir, ui, {.ledger = &ledger});
     if (!item.IsOntoItself()) {
-        DeleteSource(item, item.IsWhole(), ledger, ui);
+        DeleteSource(item, isWhole, ledger);
     }
 }
 
-void TrashItem(NorvaneEntry& item, OperationUI& ui)
+void ItemOperations::Trash(NorvaneEntry& item)
 {
-    if (item.TrashIt()) {
-        if (item.TrashStatus() != B_OK) {
-            Note(ui, item, item.TrashStatus());
+    OpenHomeTrash();
+    if (fHomeTrashStatus != B_OK) {
+        fUI.NoteProblem(item.Name(), ReasonFor(fHomeTrashStatus));
+        return;
+    }
+    const bool isHandled = item.TrashIt(fHomeTrash);
+    const status_t status = item.TrashStatus();
+    if (isHandled || status == B_ENTRY_NOT_FOUND || status == B_NO_INIT) {
+        if (status != B_OK) {
+            fUI.NoteProblem(item.Name(), ReasonFor(status));
         }
+        return;
+    }
+    if (status == B_BUSY || IsMountPoint(item)) {
+        // It could be copied, but not be removed: nothing may go that is mounted.
+        fUI.NoteProblem(item.Name(), "it is a mounted volume");
+        return;
+    }
+    MoveLedger ledger;
+    const bool isWhole = CopyIntoTrash(item, fHomeTrash, fHomeTrashPath.c_str(), &ledger);
+    DeleteSource(item, isWhole, ledger);
+}
+
+void ItemOperations::OpenHomeTrash()
+{
+    if (fHomeTrashStatus == B_OK) {
         return;
     }
     BPath path;
-    const status_t status = find_directory(B_TRASH_DIRECTORY, &path);
-    if (status != B_OK || item.TrashStatus() == B_ENTRY_NOT_FOUND) {
-        Note(ui, item, item.TrashStatus());
+    fHomeTrashStatus = find_directory(B_TRASH_DIRECTORY, &path);
+    if (fHomeTrashStatus == B_OK) {
+        fHomeTrashPath = path.Path();
+        fHomeTrashStatus = fHomeTrash.SetTo(path.Path());
+    }
+}
+
+/// Says whether the item arrived whole. Part of a copy is removed when its source will be kept.
+bool ItemOperations::CopyIntoTrash(NorvaneEntry& item, const BDirectory& trash, const char* path,
+                                   MoveLedger* ledger)
+{
+    BTrashClaim claim;
+    const status_t status = Claim(&claim, trash, item);
+    if (status != B_OK) {
+        fUI.NoteProblem(item.Name(), ReasonFor(status));
+        return false;
+    }
+    const CopyPurpose purpose{.ledger = ledger, .isAllNew = true};
+    item.CopyTo(path, fUI, purpose, claim.Name());
+    const bool isDeletion = ledger != nullptr;
+    if (item.IsWhole() && (!isDeletion || fUI.MayDelete())) {
+        claim.Keep();
+    } else if (isDeletion && item.HasMade()) {
+        RemovePart(trash, claim.Name());
+    }
+    return item.IsWhole();
+}
+
+/// Deletes what was read of the item, when all of it arrived.
+void ItemOperations::DeleteSource(NorvaneEntry& item, bool isWhole, const MoveLedger& ledger)
+{
+    if (!fUI.MayDelete()) {
         return;
     }
-    if (item.TrashStatus() == B_BUSY || IsMountPoint(item)) {
-        // It could be copied, but not be removed: nothing may go that is mounted.
-        ui.NoteProblem(item.Name(), "it is a mounted volume");
-        return;
+    if (isWhole) {
+        item.DeleteEntry(fUI, &ledger);
+    } else {
+        LeaveForOwnTrash(item);
     }
-    MoveLedger ledger;
-    const bool isWhole = CopyIntoTrash(item, path.Path(), ui, &ledger);
-    DeleteSource(item, isWhole, ledger, ui);
+}
+
+/// Takes a source that was not copied whole from its place, as the person was promised, but to
+/// where it can be got back from.
+void ItemOperations::LeaveForOwnTrash(NorvaneEntry& item)
+{
+    BPath path;
+    status_t status = find_trash_for(&item, &path, true);
+    BDirectory trash;
+    if (status == B_OK) {
+        status = trash.SetTo(path.Path());
+    }
+    if (status == B_OK && !IsDirectlyIn(item, trash)) {
+        status = item.MoveIntoTrash(trash);
+    }
+    if (status != B_OK && status != B_ENTRY_NOT_FOUND) {
+        fUI.NoteProblem(item.Name(), "it stays where it is");
+    }
 }
 
 } // namespace norvane

@@ -138,16 +138,19 @@ std::string TrashName(const std::string& name, int64 attempt)
 bool NorvaneEntry::TrashIt()
 {
     BPath path;
-    struct stat own;
-    struct stat target;
     BDirectory trash;
     fTrashStatus = find_directory(B_TRASH_DIRECTORY, &path);
     if (fTrashStatus == B_OK) {
         fTrashStatus = trash.SetTo(path.Path());
     }
-    if (fTrashStatus == B_OK) {
-        fTrashStatus = trash.GetStat(&target);
-    }
+    return fTrashStatus == B_OK && TrashIt(trash);
+}
+
+bool NorvaneEntry::TrashIt(BDirectory& trash)
+{
+    struct stat own;
+    struct stat target;
+    fTrashStatus = trash.GetStat(&target);
     if (fTrashStatus == B_OK) {
         fTrashStatus = GetStat(&own);
     }

@@ -57,6 +57,8 @@ public:
     /// " copy2", " copy3". False when it lies on another volume, is busy or gone: it is to be
     /// copied there then. Other failures say true too, so see TrashStatus().
     bool TrashIt();
+    /// The same for a home Trash that is open already.
+    bool TrashIt(BDirectory& trash);
     /// B_OK when the last TrashIt() moved the entry, else why it did not.
     status_t TrashStatus() const { return fTrashStatus; }
     /// Moves the entry into `trash` in that way. Errors: those of moving.

@@ -57,19 +57,19 @@ bool WithItem(const Scene& scene, const Task& task, uint32 answer, const Operati
 
 bool Copy(NorvaneEntry& item, const std::string& target, ScriptedUI& ui)
 {
-    norvane::CopyItem(item, target.c_str(), ui);
+    norvane::ItemOperations(target.c_str(), ui).Copy(item);
     return item.IsWhole();
 }
 
 bool Move(NorvaneEntry& item, const std::string& target, ScriptedUI& ui)
 {
-    norvane::MoveItem(item, target.c_str(), ui);
+    norvane::ItemOperations(target.c_str(), ui).Move(item);
     return item.IsWhole();
 }
 
 bool MoveToTrash(NorvaneEntry& item, const std::string&, ScriptedUI& ui)
 {
-    norvane::TrashItem(item, ui);
+    norvane::ItemOperations("/", ui).Trash(item);
     return ui.problems.empty();
 }
 

@@ -34,13 +34,16 @@ protected:
 
     void Move(const std::string& name, const std::string& toFolder = "to")
     {
-        WithItem(name,
-                 [&](NorvaneEntry& item) { MoveItem(item, fTree.Path(toFolder).c_str(), fUI); });
+        WithItem(name, [&](NorvaneEntry& item) {
+            ItemOperations(fTree.Path(toFolder).c_str(), fUI).Move(item);
+        });
     }
 
     void Trash(const std::string& name)
     {
-        WithItem(name, [&](NorvaneEntry& item) { TrashItem(item, fUI); });
+        WithItem(name, [&](NorvaneEntry& item) {
+            ItemOperations(fTree.Path().c_str(), fUI).Trash(item);
+        });
     }
 
     /// What lies in the home Trash, and that each has its record and nothing else has one.

@@ -231,7 +231,7 @@ TEST_F(MoveItemTest, ACopyIntoTheTrashGetsARecordToo)
     fTree.Write("data/Trash/files/tree/old", "2");
     fTree.Write("data/Trash/info/tree.trashinfo", "");
     WithItem("from/tree", [&](NorvaneEntry& item) {
-        CopyItem(item, fTree.Path("data/Trash/files").c_str(), fUI);
+        ItemOperations(fTree.Path("data/Trash/files").c_str(), fUI).Copy(item);
     });
     EXPECT_EQ(Trashed(), "tree\ntree copy\n");
     EXPECT_EQ(fTree.Read("data/Trash/files/tree copy/a"), "1");

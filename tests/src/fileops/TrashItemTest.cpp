@@ -99,7 +99,7 @@ TEST_F(TrashItemTest, WhatIsGoneIsTold)
     fTree.Write("from/a", "1");
     WithItem("from/a", [&](NorvaneEntry& item) {
         fTree.Remove("from/a");
-        TrashItem(item, fUI);
+        ItemOperations(fTree.Path().c_str(), fUI).Trash(item);
     });
     EXPECT_EQ(ProblemNames(), "a ");
     EXPECT_EQ(Trashed(), "");
@@ -185,13 +185,15 @@ TEST_F(TrashItemTest, WithoutAnyTrashOnItsVolumeItStays)
 
 TEST_F(TrashItemTest, AFullHomeVolumeLeavesNoPart)
 {
-    const std::string contents(3 << 20, 'x');
-    fTree.Write("from/a", contents);
+    fTree.MakeFolder("from");
     fTree.MakeFolder("data");
-    Privately([&] {
-        if (!MountMemory(fTree.Path("data"), 1 << 20)) {
+    Privately([this] {
+        // The source on a volume of its own too: it goes into that one's Trash.
+        if (!MountMemory(fTree.Path("data"), 1 << 20) ||
+            !MountMemory(fTree.Path("from"), 8 << 20)) {
             return false;
         }
+        fTree.Write("from/a", std::string(3 << 20, 'x'));
         Trash("from/a");
         return Check(fTree.List("data/Trash/files") == "" && fTree.List("data/Trash/info") == "",
                      "no part, no record") &&
