@@ -114,6 +114,41 @@ bool IsMountedAt(int folder, const std::string& point)
     return FindMountOf(folder, &mount) && mount.point == point;
 }
 
+/// Opens the folder of the records by its path. Returns a descriptor or a status.
+int OpenInfo(const Trash& trash, TrashCreation creation)
+{
+    // The home Trash is the user's own to lay out, with links when they like.
+    const bool isHome = trash.topFolder.empty();
+    const UniqueFd folder(sys::OpenAt(sys::kWorkingDirectory, trash.folder.c_str(),
+                                      O_PATH | O_DIRECTORY | (isHome ? 0 : O_NOFOLLOW)));
+    if (!folder.IsOpen()) {
+        return folder.Get();
+    }
+    if (!isHome) {
+        return OpenOwn(folder.Get(), "info", creation);
+    }
+    constexpr int kFlags = O_PATH | O_DIRECTORY;
+    const int opened = sys::OpenAt(folder.Get(), "info", kFlags);
+    if (opened != B_ENTRY_NOT_FOUND || creation == TrashCreation::kNever) {
+        return opened;
+    }
+    const status_t made = sys::MakeFolderAt(folder.Get(), "info", 0700);
+    if (made != B_OK && made != B_FILE_EXISTS) {
+        return made;
+    }
+    TrashWasMade();
+    return sys::OpenAt(folder.Get(), "info", kFlags);
+}
+
+std::shared_ptr<const Trash> WithInfo(Trash trash)
+{
+    const UniqueFd info(OpenInfo(trash, TrashCreation::kNever));
+    if (info.IsOpen()) {
+        trash.info = FolderTable::Get().Know(info.Get());
+    }
+    return std::make_shared<const Trash>(std::move(trash));
+}
+
 /// Whether a status says that something is not there, or is not what was looked for.
 bool IsNone(status_t status)
 {
@@ -133,7 +168,7 @@ status_t RecognizeOnVolume(int files, const std::string& path, std::shared_ptr<c
                             : isPrivate      ? FindPrivate(opened.Get(), TrashCreation::kNever)
                                              : FindShared(opened.Get(), TrashCreation::kNever);
     if (status == B_OK) {
-        *trash = std::make_shared<const Trash>(Trash{path, top});
+        *trash = WithInfo({path, top, {}});
     }
     return IsNone(status) ? status_t(B_OK) : status;
 }
@@ -142,18 +177,21 @@ status_t RecognizeOnVolume(int files, const std::string& path, std::shared_ptr<c
 status_t Recognize(int files, dev_t device, ino_t node, std::shared_ptr<const Trash>* trash)
 {
     Trash home = HomeTrash();
+    const std::string homeFiles = home.folder + std::string(kFiles);
     struct stat st;
-    const status_t status = sys::StatPath((home.folder + std::string(kFiles)).c_str(), &st);
-    if (status == B_OK && st.st_dev == device && st.st_ino == node) {
-        *trash = std::make_shared<const Trash>(std::move(home));
+    const status_t status = sys::StatPath(homeFiles.c_str(), &st);
+    bool isHome = status == B_OK && st.st_dev == device && st.st_ino == node;
+    std::string path;
+    if (!isHome && (sys::PathOf(files, &path) != B_OK || !path.ends_with(kFiles))) {
         return B_OK;
     }
-    std::string path;
-    if (sys::PathOf(files, &path) != B_OK || !path.ends_with(kFiles)) {
+    isHome |= path == homeFiles;
+    if (isHome) {
+        *trash = WithInfo(std::move(home));
         return B_OK;
     }
     if (status != B_OK && !IsNone(status)) {
-        return status; // it may be that of the home Trash
+        return status; // it may be that of the home Trash, by way of a link
     }
     path.resize(path.size() - kFiles.size());
     return RecognizeOnVolume(files, path, trash);
@@ -226,7 +264,7 @@ std::string BaseFolder(const char* variable, const char* underHome)
 
 Trash HomeTrash()
 {
-    return {BaseFolder("XDG_DATA_HOME", ".local/share") + "/Trash", std::string()};
+    return {BaseFolder("XDG_DATA_HOME", ".local/share") + "/Trash", std::string(), {}};
 }
 
 status_t FindVolumeTrash(const std::string& topFolder, TrashCreation creation, Trash* trash)
@@ -237,12 +275,12 @@ status_t FindVolumeTrash(const std::string& topFolder, TrashCreation creation, T
         return top.Get();
     }
     if (FindShared(top.Get(), creation) == B_OK) {
-        *trash = {InFolder(InFolder(topFolder, ".Trash"), UserNumber()), topFolder};
+        *trash = {InFolder(InFolder(topFolder, ".Trash"), UserNumber()), topFolder, {}};
         return B_OK;
     }
     const status_t status = FindPrivate(top.Get(), creation);
     if (status == B_OK) {
-        *trash = {InFolder(topFolder, ".Trash-" + UserNumber()), topFolder};
+        *trash = {InFolder(topFolder, ".Trash-" + UserNumber()), topFolder, {}};
     }
     return status;
 }
@@ -278,25 +316,18 @@ void TrashWasMade()
     TheBelieved().Forget();
 }
 
-int OpenTrashInfo(const Trash& trash, TrashCreation creation)
+status_t OpenTrashInfo(const Trash& trash, TrashCreation creation, OpenFolder* info)
 {
-    // The home Trash is the user's own to lay out, with links when they like.
-    const bool isHome = trash.topFolder.empty();
-    const UniqueFd folder(sys::OpenAt(sys::kWorkingDirectory, trash.folder.c_str(),
-                                      O_PATH | O_DIRECTORY | (isHome ? 0 : O_NOFOLLOW)));
-    if (!folder.IsOpen()) {
-        return folder.Get();
+    struct stat st;
+    // It may have been removed since it was found.
+    if (trash.info && FolderTable::Get().Open(trash.info, info) == B_OK &&
+        sys::Stat((*info)->Get(), &st) == B_OK && st.st_nlink > 0) {
+        return B_OK;
     }
-    if (!isHome) {
-        return OpenOwn(folder.Get(), "info", creation);
-    }
-    constexpr int kFlags = O_PATH | O_DIRECTORY;
-    const int opened = sys::OpenAt(folder.Get(), "info", kFlags);
-    if (opened != B_ENTRY_NOT_FOUND || creation == TrashCreation::kNever) {
-        return opened;
-    }
-    const status_t made = sys::MakeFolderAt(folder.Get(), "info", 0700);
-    return made == B_OK || made == B_FILE_EXISTS ? sys::OpenAt(folder.Get(), "info", kFlags) : made;
+    auto opened = std::make_shared<const UniqueFd>(OpenInfo(trash, creation));
+    const status_t status = opened->IsOpen() ? B_OK : opened->Get();
+    *info = std::move(opened);
+    return status;
 }
 
 } // namespace kits

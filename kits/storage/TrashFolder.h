@@ -14,6 +14,7 @@ struct Trash
 {
     std::string folder;    // its path; `files` and `info` are in it
     std::string topFolder; // that of its volume; "" for the home Trash
+    FolderHold info;       // null when it was not there yet
 };
 
 /// A base folder of the desktop's conventions: what `variable` of the environment says when that is
@@ -38,8 +39,7 @@ std::shared_ptr<const Trash> TrashOf(const FolderHold& folder);
 /// To be called when a Trash was made: its folder may have been known as another before.
 void TrashWasMade();
 
-/// Opens the folder of the records, after it has been made when it was missing. Returns a
-/// descriptor or a status.
-int OpenTrashInfo(const Trash& trash, TrashCreation creation);
+/// Opens the folder of the records, after it has been made when it was missing.
+status_t OpenTrashInfo(const Trash& trash, TrashCreation creation, OpenFolder* info);
 
 } // namespace kits

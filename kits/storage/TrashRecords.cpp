@@ -123,16 +123,17 @@ status_t MoveIn(const TrashMove& move, std::string* movedName)
     if (status != B_OK) {
         return status;
     }
-    const UniqueFd info(OpenTrashInfo(*move.toTrash, TrashCreation::kWhenMissing));
-    if (!info.IsOpen()) {
-        return info.Get();
+    OpenFolder info;
+    status = OpenTrashInfo(*move.toTrash, TrashCreation::kWhenMissing, &info);
+    if (status != B_OK) {
+        return status;
     }
     return WithFreeName(move.newName, movedName, [&](const std::string& name) {
-        status_t moved = WriteRecord(info.Get(), name, text);
+        status_t moved = WriteRecord(info->Get(), name, text);
         if (moved == B_OK) {
             moved = sys::RenameNewAt(move.from, move.name.c_str(), move.to, name.c_str());
             if (moved != B_OK) {
-                sys::RemoveFileAt(info.Get(), RecordName(name).c_str());
+                sys::RemoveFileAt(info->Get(), RecordName(name).c_str());
             }
         }
         return moved;
@@ -142,19 +143,20 @@ status_t MoveIn(const TrashMove& move, std::string* movedName)
 /// Renames an entry in a Trash, its record first: so the new name is claimed.
 status_t RenameInside(const TrashMove& move)
 {
-    const UniqueFd info(OpenTrashInfo(*move.fromTrash, TrashCreation::kNever));
+    OpenFolder info;
+    status_t renamed = OpenTrashInfo(*move.fromTrash, TrashCreation::kNever, &info);
     const std::string record = RecordName(move.name);
     const std::string newRecord = RecordName(move.newName);
-    status_t renamed =
-        info.IsOpen() ? sys::RenameNewAt(info.Get(), record.c_str(), info.Get(), newRecord.c_str())
-                      : info.Get();
+    if (renamed == B_OK) {
+        renamed = sys::RenameNewAt(info->Get(), record.c_str(), info->Get(), newRecord.c_str());
+    }
     const bool hasRecord = renamed == B_OK;
     if (!hasRecord && renamed != B_ENTRY_NOT_FOUND) {
         return renamed;
     }
     renamed = sys::RenameNewAt(move.from, move.name.c_str(), move.to, move.newName.c_str());
     if (renamed != B_OK && hasRecord) {
-        sys::RenameNewAt(info.Get(), newRecord.c_str(), info.Get(), record.c_str());
+        sys::RenameNewAt(info->Get(), newRecord.c_str(), info->Get(), record.c_str());
     }
     return renamed;
 }
@@ -185,19 +187,20 @@ status_t TrashRecordText(const Trash& trash, const std::string& path, time_t del
 status_t ClaimTrashName(const Trash& trash, int files, const std::string& name,
                         const std::string& text, std::string* claimed)
 {
-    const UniqueFd info(OpenTrashInfo(trash, TrashCreation::kWhenMissing));
-    if (!info.IsOpen()) {
-        return info.Get();
+    OpenFolder info;
+    const status_t status = OpenTrashInfo(trash, TrashCreation::kWhenMissing, &info);
+    if (status != B_OK) {
+        return status;
     }
     return WithFreeName(name, claimed, [&](const std::string& candidate) {
-        const status_t written = WriteRecord(info.Get(), candidate, text);
+        const status_t written = WriteRecord(info->Get(), candidate, text);
         struct stat st;
         const status_t looked =
             written == B_OK ? sys::StatAt(files, candidate.c_str(), &st) : written;
         if (written != B_OK || looked == B_ENTRY_NOT_FOUND) {
             return written;
         }
-        sys::RemoveFileAt(info.Get(), RecordName(candidate).c_str());
+        sys::RemoveFileAt(info->Get(), RecordName(candidate).c_str());
         return looked == B_OK ? status_t(B_FILE_EXISTS) : looked;
     });
 }
@@ -207,9 +210,11 @@ status_t RemoveTrashRecord(const Trash& trash, const std::string& name)
     if (name.size() > kLongestName) {
         return B_OK;
     }
-    const UniqueFd info(OpenTrashInfo(trash, TrashCreation::kNever));
-    const status_t status =
-        info.IsOpen() ? sys::RemoveFileAt(info.Get(), RecordName(name).c_str()) : info.Get();
+    OpenFolder info;
+    status_t status = OpenTrashInfo(trash, TrashCreation::kNever, &info);
+    if (status == B_OK) {
+        status = sys::RemoveFileAt(info->Get(), RecordName(name).c_str());
+    }
     return status == B_ENTRY_NOT_FOUND ? B_OK : status;
 }
 
@@ -238,9 +243,9 @@ status_t MoveWithRecordOver(const TrashMove& move)
     }
     if (IsInside(move)) {
         // What had no record of its own, a copy written beside its target, gets the replaced one's.
-        const UniqueFd info(OpenTrashInfo(*move.toTrash, TrashCreation::kNever));
-        if (info.IsOpen()) {
-            sys::RenameAt(info.Get(), RecordName(move.name).c_str(), info.Get(),
+        OpenFolder info;
+        if (OpenTrashInfo(*move.toTrash, TrashCreation::kNever, &info) == B_OK) {
+            sys::RenameAt(info->Get(), RecordName(move.name).c_str(), info->Get(),
                           RecordName(move.newName).c_str());
         }
         return B_OK;
@@ -249,11 +254,12 @@ status_t MoveWithRecordOver(const TrashMove& move)
         RemoveTrashRecord(*move.toTrash, move.newName);
         std::string path;
         std::string text;
-        const UniqueFd info(OpenTrashInfo(*move.toTrash, TrashCreation::kWhenMissing));
-        if (info.IsOpen() && sys::PathOf(move.from, &path) == B_OK &&
+        OpenFolder info;
+        if (OpenTrashInfo(*move.toTrash, TrashCreation::kWhenMissing, &info) == B_OK &&
+            sys::PathOf(move.from, &path) == B_OK &&
             TrashRecordText(*move.toTrash, path + "/" + move.name, std::time(nullptr), &text) ==
                 B_OK) {
-            WriteRecord(info.Get(), move.newName, text);
+            WriteRecord(info->Get(), move.newName, text);
         }
     }
     if (move.fromTrash != nullptr) {

@@ -1,7 +1,10 @@
 // Runs each job of the program with each of its system calls failing in each way, or killed there,
 // and judges what is on the disk then.
 //
-//     LD_PRELOAD=libfaults.so faults-run [--sample COUNT] [--job NAME] [--call KIND] [--verbose]
+//     LD_PRELOAD=libfaults.so faults-run [--sample COUNT] [--job NAME] [--call KIND] [--kills
+//     COUNT] [--verbose]
+//
+// With --kills the jobs are killed at random moments instead, so many times each.
 //
 // Needs two memory file systems of its own where the system allows it (a user namespace); with one
 // volume alone the jobs between volumes are left out, and it says so.
@@ -47,6 +50,7 @@ struct Arguments
     size_t sample = 0; // 0: all
     std::string job;
     std::string call;
+    int kills = 0;
     bool isVerbose = false;
 };
 
@@ -168,11 +172,14 @@ public:
     /// Counts the calls of a job that meets no fault.
     bool Count(const Job& job, int (&counts)[kFaultKinds]);
     void Run(const Point& point);
+    /// Kills the job at `count` random moments.
+    void KillAtRandom(const Job& job, int count);
     void PrintTable() const;
     size_t Faults() const { return fFaults; }
 
 private:
-    int RunJob(const Job& job, const FaultPlan& plan, Report* report);
+    /// `killAfter` is in microseconds; negative: not at all.
+    int RunJob(const Job& job, const FaultPlan& plan, Report* report, int killAfter = -1);
     std::vector<std::string> JudgeEnd(const Point& point, int status, const Report& report,
                                       const Snapshot& before);
 
@@ -185,7 +192,7 @@ private:
 };
 
 /// Runs the operation in a child; returns how that ended.
-int Harness::RunJob(const Job& job, const FaultPlan& plan, Report* report)
+int Harness::RunJob(const Job& job, const FaultPlan& plan, Report* report, int killAfter)
 {
     int channel[2];
     if (pipe(channel) != 0) {
@@ -207,6 +214,10 @@ int Harness::RunJob(const Job& job, const FaultPlan& plan, Report* report)
         _exit(0);
     }
     close(channel[1]);
+    if (killAfter >= 0) {
+        usleep(static_cast<useconds_t>(killAfter));
+        kill(child, SIGKILL);
+    }
     const bool isTold = read(channel[0], report, sizeof(*report)) == sizeof(*report);
     close(channel[0]);
     int status = 0;
@@ -273,6 +284,42 @@ void Harness::Run(const Point& point)
             std::printf("    %s\n", fault.c_str());
         }
     }
+}
+
+void Harness::KillAtRandom(const Job& job, int count)
+{
+    using Clock = std::chrono::steady_clock;
+    const FaultPlan plan{fScene.Root().c_str(), kFaultOpen, kFaultNone, 0, false};
+    constexpr int kRuns = 3;
+    int shortest = 1'000'000;
+    int killed = 0;
+    int faulty = 0;
+    for (int i = -kRuns; killed < count && i < count * 20; ++i) {
+        fScene.Clear();
+        job.prepare(fScene);
+        const Snapshot before = fScene.Look();
+        Report report;
+        const auto start = Clock::now();
+        // The first ones run to their ends, to tell how long it takes.
+        const int status =
+            RunJob(job, plan, &report, i < 0 ? -1 : static_cast<int>(random() % (shortest + 1)));
+        if (i < 0) {
+            const auto took =
+                std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start);
+            shortest = std::min(shortest, static_cast<int>(took.count()));
+        }
+        const bool wasKilled = WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
+        killed += wasKilled ? 1 : 0;
+        const Ending ending{wasKilled, !wasKilled && report.saysWhole, wasKilled, false};
+        const auto faults = Judge(job.task, ending, fScene, before, fScene.Look());
+        faulty += faults.empty() ? 0 : 1;
+        for (const std::string& fault : faults) {
+            std::printf("%s, killed at random: %s\n", job.name.c_str(), fault.c_str());
+        }
+    }
+    fFaults += static_cast<size_t>(faulty);
+    std::printf("%-22s killed %d times, within %d us: %d faults\n", job.name.c_str(), killed,
+                shortest, faulty);
 }
 
 void Harness::PrintTable() const
@@ -350,11 +397,14 @@ bool Read(int count, char** words, Arguments* arguments)
             arguments->job = words[++i];
         } else if (word == "--call" && hasValue) {
             arguments->call = words[++i];
+        } else if (word == "--kills" && hasValue) {
+            arguments->kills = std::atoi(words[++i]);
         } else if (word == "--verbose") {
             arguments->isVerbose = true;
         } else {
             std::fprintf(stderr,
-                         "usage: %s [--sample COUNT] [--job NAME] [--call KIND] [--verbose]\n",
+                         "usage: %s [--sample COUNT] [--job NAME] [--call KIND] [--kills COUNT] "
+                         "[--verbose]\n",
                          words[0]);
             return false;
         }
@@ -383,6 +433,10 @@ int RunAll(const Arguments& arguments, const std::string& root, const Library& l
             (!arguments.job.empty() && arguments.job != job.name)) {
             continue;
         }
+        if (arguments.kills > 0) {
+            harness.KillAtRandom(job, arguments.kills);
+            continue;
+        }
         int counts[kFaultKinds] = {};
         harness.Count(job, counts);
         const auto more = PointsOf(job, counts, arguments, root.c_str());
@@ -393,7 +447,9 @@ int RunAll(const Arguments& arguments, const std::string& root, const Library& l
     for (size_t i = 0; i < std::min(wanted, points.size()); ++i) {
         harness.Run(points[i * points.size() / std::min(wanted, points.size())]);
     }
-    harness.PrintTable();
+    if (arguments.kills == 0) {
+        harness.PrintTable();
+    }
     const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
     std::printf("%.1f s\n", took.count());
     scene.Clear();
