@@ -1,5 +1,8 @@
 #include "ControlWindow.h"
 
+#include <AppDefs.h>
+#include <Message.h>
+#include <Messenger.h>
 #include <TextView.h>
 
 #include <server/NativeWindow.h>
@@ -183,6 +186,26 @@ TEST_F(TextInputTest, LosingTheFocusKeepsWhatIsPreviewed)
     CommitText("late");
 
     EXPECT_EQ(Text(), "cd");
+}
+
+TEST_F(TextInputTest, WhatComesForAnEndedPreviewIsDropped)
+{
+    ShowText("");
+    Preview("cd");
+    const int32 resets = Published().resets;
+    Click(fView, BPoint(3, 8));
+    ASSERT_EQ(Text(), "cd");
+
+    BMessage late(B_INPUT_METHOD_EVENT);
+    late.AddString("be:string", "CD");
+    late.AddBool("be:confirmed", true);
+    late.AddInt32("kits:resets", resets);
+    BMessenger(fView).SendMessage(&late);
+    EXPECT_EQ(Text(), "cd");
+
+    late.ReplaceInt32("kits:resets", resets + 1);
+    BMessenger(fView).SendMessage(&late);
+    EXPECT_EQ(Text(), "CDcd");
 }
 
 TEST_F(TextInputTest, InputMethodsAreToldOfTheTextAroundTheCaret)
