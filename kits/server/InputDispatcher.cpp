@@ -389,7 +389,7 @@ void InputDispatcher::FocusChanged(QWindow* window)
             Post(capture, std::move(lost));
         }
     } else if (comesFromOutside) {
-        fState.router.KeysFoundDown(x11::HeldKeys(), system_time());
+        fState.router.KeysFoundDown(x11::KeysAtFocus(), system_time());
     }
     TellActivation();
 }

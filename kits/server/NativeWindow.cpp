@@ -174,6 +174,7 @@ void NativeWindow::Show(const ShowRequest& request)
     }
     fSurface->create();
     x11::SetBackground(fSurface.get(), kBackground);
+    x11::TellKeysAtFocus(fSurface.get());
     fIsShown = true;
     ShowRequest routed = request;
     routed.opener = KeysOpener();

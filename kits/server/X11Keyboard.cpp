@@ -1,5 +1,6 @@
 #include "X11Keyboard.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QGuiApplication>
 #include <QWindow>
 #include <qguiapplication_platform.h>
@@ -23,6 +24,42 @@ QNativeInterface::QX11Application* Application()
     return qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
 }
 
+template<typename Type>
+using Reply = std::unique_ptr<Type, decltype(&std::free)>;
+
+std::vector<int32> sKeysAtFocus;
+
+/// Hears which keys are down when a window gets the focus: the event that says so comes right
+/// behind that of the focus, before any key.
+class FocusKeys : public QAbstractNativeEventFilter
+{
+public:
+    bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override
+    {
+        const auto* event = static_cast<const xcb_generic_event_t*>(message);
+        const int kind = event->response_type & 0x7f;
+        if (kind == XCB_FOCUS_IN) {
+            sKeysAtFocus.clear();
+            fIsFocus = true;
+            return false;
+        }
+        if (kind == XCB_KEYMAP_NOTIFY && fIsFocus) {
+            // The first byte of the whole map, of codes that no keyboard has, is not sent.
+            const uint8* keys = reinterpret_cast<const xcb_keymap_notify_event_t*>(event)->keys;
+            for (int32 code = 8; code < 256; ++code) {
+                if ((keys[code / 8 - 1] & (1 << (code % 8))) != 0) {
+                    sKeysAtFocus.push_back(code);
+                }
+            }
+        }
+        fIsFocus = false;
+        return false;
+    }
+
+private:
+    bool fIsFocus = false; // the event before was that of a focus
+};
+
 } // namespace
 
 bool UseDetectableRepeats()
@@ -37,25 +74,35 @@ bool UseDetectableRepeats()
     return isSupported != 0;
 }
 
-std::vector<int32> HeldKeys()
+void TellKeysAtFocus(QWindow* window)
 {
-    std::vector<int32> codes;
     QNativeInterface::QX11Application* application = Application();
     if (application == nullptr) {
-        return codes;
+        return;
     }
     xcb_connection_t* connection = application->connection();
-    const std::unique_ptr<xcb_query_keymap_reply_t, decltype(&std::free)> reply(
-        xcb_query_keymap_reply(connection, xcb_query_keymap(connection), nullptr), &std::free);
-    if (reply == nullptr) {
-        return codes;
+    const auto id = static_cast<xcb_window_t>(window->winId());
+    const Reply<xcb_get_window_attributes_reply_t> attributes(
+        xcb_get_window_attributes_reply(connection, xcb_get_window_attributes(connection, id),
+                                        nullptr),
+        &std::free);
+    if (attributes != nullptr) {
+        const uint32 mask = attributes->your_event_mask | XCB_EVENT_MASK_KEYMAP_STATE;
+        xcb_change_window_attributes(connection, id, XCB_CW_EVENT_MASK, &mask);
     }
-    for (int32 code = 0; code < 256; ++code) {
-        if ((reply->keys[code / 8] & (1 << (code % 8))) != 0) {
-            codes.push_back(code);
-        }
+}
+
+void HearKeysAtFocus()
+{
+    if (Application() != nullptr) {
+        static FocusKeys keys; // the application forgets it when it ends
+        qGuiApp->installNativeEventFilter(&keys);
     }
-    return codes;
+}
+
+std::vector<int32> KeysAtFocus()
+{
+    return sKeysAtFocus;
 }
 
 std::optional<uint32> FocusedWindow()
@@ -65,7 +112,7 @@ std::optional<uint32> FocusedWindow()
         return std::nullopt;
     }
     xcb_connection_t* connection = application->connection();
-    const std::unique_ptr<xcb_get_input_focus_reply_t, decltype(&std::free)> reply(
+    const Reply<xcb_get_input_focus_reply_t> reply(
         xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr),
         &std::free);
     return reply == nullptr ? std::nullopt : std::optional<uint32>(reply->focus);

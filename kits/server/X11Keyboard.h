@@ -15,8 +15,13 @@ namespace x11 {
 
 /// Asks for repeats without releases between them. False where the answer is no, or there is no X.
 bool UseDetectableRepeats();
-/// The scan codes of the keys that are down now.
-std::vector<int32> HeldKeys();
+/// Has the X server tell, each time the window gets the focus, which keys are down then.
+void TellKeysAtFocus(QWindow* window);
+/// From now on what it tells is heard.
+void HearKeysAtFocus();
+/// The scan codes of the keys that were down when a window got the focus last. A key pressed since
+/// is not among them, though the focus may have been noticed only now.
+std::vector<int32> KeysAtFocus();
 /// The X window that gets the keys now; nothing where there is no X.
 std::optional<uint32> FocusedWindow();
 /// The grey that the X server fills growing windows with until they are painted.

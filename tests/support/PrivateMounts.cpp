@@ -11,6 +11,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 
 namespace {
 
@@ -62,6 +63,9 @@ PrivateResult RunWithPrivateMounts(const std::function<bool()>& work)
         return work() ? PrivateResult::kPassed : PrivateResult::kFailed;
     }
     const std::string filter = "--gtest_filter=" + NameOfThisTest();
+    // By its path: opened through /proc it would belong to the mounts left behind, and not find its
+    // libraries where those have other paths.
+    const std::string program = std::filesystem::read_symlink("/proc/self/exe");
     const pid_t child = fork();
     if (child == 0) {
         if (!EnterPrivateMounts()) {
@@ -69,7 +73,7 @@ PrivateResult RunWithPrivateMounts(const std::function<bool()>& work)
         }
         setenv(kInsideVariable, "1", 1);
         alarm(60);
-        execl("/proc/self/exe", "private-mounts", filter.c_str(), nullptr);
+        execl(program.c_str(), "private-mounts", filter.c_str(), nullptr);
         _exit(kFailedStatus);
     }
     int status = 0;
