@@ -144,6 +144,21 @@ TEST_F(MoveNotWholeTest, BelowItselfByAnotherWayNothingIsDeleted)
     EXPECT_EQ(Trashed(), "");
 }
 
+TEST_F(MoveNotWholeTest, BelowItselfBehindAnUnreadableFolderNothingIsDeleted)
+{
+    fTree.Write("a/file", "1");
+    fTree.MakeFolder("a/b/c");
+    SetMode("a/b", 0311); // the walk does not come upon its own target
+    {
+        const WithoutFileRights rights;
+        Move("a", "a/b/c");
+    }
+    SetMode("a/b", 0755);
+    EXPECT_EQ(fTree.Read("a/file"), "1");
+    EXPECT_EQ(fTree.Read("a/b/c/a/file"), "1");
+    EXPECT_EQ(Trashed(), "");
+}
+
 // Faults
 
 TEST_F(MoveNotWholeTest, WhatCannotBeReadSendsTheFolderToTheTrash)
