@@ -272,3 +272,16 @@ TEST_F(DirectoryTest, ReadsALargeFolderWithTwoThreads)
     }
     EXPECT_GE(links, 24999);
 }
+
+TEST_F(DirectoryTest, TellsAFolderThatIsGoneFromOneThatIsEmpty)
+{
+    fTree.MakeFolder("gone");
+    fTree.MakeFolder("empty");
+    BDirectory gone(fTree.Path("gone").c_str());
+    BDirectory empty(fTree.Path("empty").c_str());
+    fTree.Remove("gone");
+    const char* name = nullptr;
+
+    EXPECT_EQ(gone.GetNextName(&name), B_FILE_ERROR);
+    EXPECT_EQ(empty.GetNextName(&name), B_ENTRY_NOT_FOUND);
+}

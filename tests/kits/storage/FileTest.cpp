@@ -4,7 +4,9 @@
 
 #include <TempTree.h>
 #include <fcntl.h>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <random>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -228,4 +230,26 @@ TEST_F(FileTest, IsNotInheritedByPrograms)
     ASSERT_GE(copy, 0);
     EXPECT_EQ(fcntl(copy, F_GETFD) & FD_CLOEXEC, FD_CLOEXEC);
     close(copy);
+}
+
+TEST_F(FileTest, ReadsOnWhereTheSystemGivesLessThanAsked)
+{
+    // The kernel's lists come by the page, however much is asked for.
+    constexpr const char* kList = "/proc/kallsyms";
+    std::ifstream list(kList);
+    const std::string expected(std::istreambuf_iterator<char>(list), {});
+    if (expected.size() < 100'000) {
+        GTEST_SKIP() << "this system shows no " << kList;
+    }
+    BFile file(kList, B_READ_ONLY);
+    std::string read;
+    char chunk[4096];
+    ssize_t count = 0;
+    do {
+        count = file.Read(chunk, sizeof(chunk));
+        read.append(chunk, count > 0 ? static_cast<size_t>(count) : 0);
+    } while (count == ssize_t(sizeof(chunk)));
+
+    EXPECT_EQ(read.size(), expected.size());
+    EXPECT_EQ(read, expected);
 }

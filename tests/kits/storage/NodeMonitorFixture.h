@@ -45,7 +45,7 @@ public:
         const char* name = "";
         message->FindInt32("opcode", &notice.opcode);
         message->FindString("name", &name);
-        notice.name = name;
+        notice.name = name != nullptr ? name : ""; // mounts have none
         message->FindInt64("directory", &notice.directory);
         message->FindInt64("node", &notice.node);
         message->FindInt64("from directory", &notice.from);
