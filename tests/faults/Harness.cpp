@@ -9,8 +9,7 @@
 // Needs two memory file systems of its own where the system allows it (a user namespace); with one
 // volume alone the jobs between volumes are left out, and it says so.
 
-#include "Faults.h"
-#include "Jobs.h"
+#include "Points.h"
 
 #include "../kits/storage/OwnVolume.h"
 
@@ -32,19 +31,6 @@ namespace {
 
 constexpr unsigned kMostSeconds = 20; // of one operation: it takes milliseconds
 
-struct Way
-{
-    int action;
-    bool isLasting;
-};
-
-/// One point: a job, and what fails in it.
-struct Point
-{
-    const Job* job;
-    FaultPlan plan;
-};
-
 struct Arguments
 {
     size_t sample = 0; // 0: all
@@ -53,82 +39,6 @@ struct Arguments
     int kills = 0;
     bool isVerbose = false;
 };
-
-const std::map<int, const char*> kActionNames = {
-    {kFaultShort, "short"},
-    {kFaultKillBefore, "killed before"},
-    {kFaultKillAfter, "killed after"},
-    {kFaultKillWithin, "killed within"},
-    {ENOSPC, "ENOSPC"},
-    {EDQUOT, "EDQUOT"},
-    {EIO, "EIO"},
-    {EACCES, "EACCES"},
-    {EINTR, "EINTR"},
-    {ENOENT, "ENOENT"},
-    {EMFILE, "EMFILE"},
-    {EBUSY, "EBUSY"},
-    {EPERM, "EPERM"},
-    {EOPNOTSUPP, "EOPNOTSUPP"},
-};
-
-/// In which ways a kind of call is made to fail.
-std::vector<Way> WaysOf(FaultKind kind)
-{
-    std::vector<int> errors;
-    switch (kind) {
-    case kFaultOpen:
-        errors = {ENOSPC, EDQUOT, EIO, EACCES, EINTR, ENOENT, EMFILE};
-        break;
-    case kFaultRead:
-        errors = {EIO, EINTR, kFaultShort};
-        break;
-    case kFaultWrite:
-        errors = {ENOSPC, EDQUOT, EIO, EINTR, kFaultShort, kFaultKillWithin};
-        break;
-    case kFaultClose:
-        errors = {EIO, ENOSPC, EDQUOT, EINTR};
-        break;
-    case kFaultSync:
-        errors = {EIO, ENOSPC, EDQUOT};
-        break;
-    case kFaultRename:
-    case kFaultLink:
-    case kFaultMakeFolder:
-        errors = {ENOSPC, EDQUOT, EIO, EACCES, EINTR, ENOENT};
-        break;
-    case kFaultUnlink:
-        errors = {EIO, EACCES, EINTR, ENOENT, EBUSY};
-        break;
-    case kFaultStat:
-    case kFaultList:
-        errors = {EIO, EACCES, EINTR, ENOENT};
-        break;
-    case kFaultCopyRange:
-        errors = {ENOSPC, EDQUOT, EIO, EINTR, kFaultShort};
-        break;
-    case kFaultControl:
-    case kFaultSetSize:
-    case kFaultSetMode:
-        errors = {EIO, EACCES, EPERM, EINTR};
-        break;
-    case kFaultAttributes:
-        errors = {ENOSPC, EDQUOT, EIO, EACCES, EOPNOTSUPP};
-        break;
-    case kFaultKinds:
-        break;
-    }
-    std::vector<Way> ways;
-    for (const int error : errors) {
-        ways.push_back({error, false});
-        // A disk stays full and a bad one bad; interruptions and vanished names do not last.
-        if (error == ENOSPC || error == EIO || error == EACCES || error == kFaultShort) {
-            ways.push_back({error, true});
-        }
-    }
-    ways.push_back({kFaultKillBefore, false});
-    ways.push_back({kFaultKillAfter, false});
-    return ways;
-}
 
 /// What is preloaded.
 struct Library
@@ -277,7 +187,7 @@ void Harness::Run(const Point& point)
     fFaults += faults.empty() ? 0 : 1;
     if (!faults.empty() || fIsVerbose) {
         std::printf("%s: %s %d %s%s%s\n", point.job->name.c_str(), kFaultNames[point.plan.kind],
-                    point.plan.nth, kActionNames.at(point.plan.action),
+                    point.plan.nth, ActionName(point.plan.action),
                     point.plan.isLasting ? " from there on" : "",
                     report.fired == 0 && !WIFSIGNALED(status) ? " (not met)" : "");
         for (const std::string& fault : faults) {
@@ -368,24 +278,6 @@ bool MountVolumes(const std::string& root)
     return true;
 }
 
-std::vector<Point> PointsOf(const Job& job, const int (&counts)[kFaultKinds],
-                            const Arguments& arguments, const char* folder)
-{
-    std::vector<Point> points;
-    for (int number = 0; number < kFaultKinds; ++number) {
-        const auto kind = static_cast<FaultKind>(number);
-        if (!arguments.call.empty() && arguments.call != kFaultNames[kind]) {
-            continue;
-        }
-        for (int nth = 1; nth <= counts[kind]; ++nth) {
-            for (const Way& way : WaysOf(kind)) {
-                points.push_back({&job, {folder, kind, way.action, nth, way.isLasting}});
-            }
-        }
-    }
-    return points;
-}
-
 bool Read(int count, char** words, Arguments* arguments)
 {
     for (int i = 1; i < count; ++i) {
@@ -439,7 +331,7 @@ int RunAll(const Arguments& arguments, const std::string& root, const Library& l
         }
         int counts[kFaultKinds] = {};
         harness.Count(job, counts);
-        const auto more = PointsOf(job, counts, arguments, root.c_str());
+        const auto more = PointsOf(job, counts, arguments.call, root.c_str());
         points.insert(points.end(), more.begin(), more.end());
     }
     // A sample is spread evenly over all.
