@@ -246,6 +246,12 @@ void BTextControl::ResizeToPreferred()
 void BTextControl::AttachedToWindow()
 {
     BControl::AttachedToWindow();
+    const float missing = fField->LineHeight() + 2 * kFrame - (Bounds().Height() + 1);
+    if (missing > 0) {
+        // A frame lower than the font would cut letters off; it grows around its middle.
+        MoveBy(0, -std::ceil(missing / 2));
+        ResizeBy(0, missing);
+    }
     PlaceField();
 }
 

@@ -1,18 +1,15 @@
-#include "TextViewState.h"
+#include <TextView.h>
 
-#include "app/HandlerAccess.h"
-#include "server/WindowServer.h"
+#include "TextViewState.h"
+#include "ViewHost.h"
 
 #include <AppDefs.h>
 #include <Clipboard.h>
 #include <Message.h>
-#include <Region.h>
 #include <Window.h>
 
 #include <algorithm>
 #include <cmath>
-
-#include "ViewHost.h"
 
 using kits::TextAction;
 using kits::TextViewState;
@@ -56,6 +53,12 @@ BTextView::~BTextView() = default;
 void BTextView::AttachedToWindow()
 {
     BView::AttachedToWindow();
+    const float missing = LineHeight() - (Bounds().Height() + 1);
+    if (IsSingleLine() && missing > 0) {
+        // A frame lower than the font would cut letters off; it grows around its middle.
+        MoveBy(0, -std::ceil(missing / 2));
+        ResizeBy(0, missing);
+    }
     fText->UpdateScrollBars();
 }
 

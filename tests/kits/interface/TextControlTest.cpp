@@ -195,6 +195,18 @@ TEST_F(TextControlTest, WithoutALabelTheFieldTakesAll)
     EXPECT_EQ(Locked([=] { return field->TextView()->Frame(); }), BRect(2, 2, 97, 28));
 }
 
+TEST_F(TextControlTest, LowFrameGrowsAroundItsMiddle)
+{
+    auto* field = Add(new BTextControl(BRect(20, 20, 119, 28), "low", nullptr, "text", nullptr));
+    auto* text = new BTextView(BRect(20, 60, 119, 68), "low text", BRect(2, 0, 97, 8),
+                               B_FOLLOW_LEFT | B_FOLLOW_TOP);
+    text->SetSingleLine(true);
+    Add(text);
+
+    EXPECT_EQ(field->Frame(), BRect(20, 15, 119, 33)); // a line of 15 and the field's frame
+    EXPECT_EQ(text->Frame(), BRect(20, 57, 119, 71));
+}
+
 TEST_F(TextControlTest, PreferredSizeHoldsLabelAndText)
 {
     BTextControl* field = AddField("Label");

@@ -2,6 +2,7 @@
 
 #include <Clipboard.h>
 #include <Message.h>
+#include <ScrollBar.h>
 #include <TypeConstants.h>
 
 #include <string>
@@ -191,6 +192,34 @@ TEST_F(TextViewTest, UndoAndRedoAnswerTheirKeys)
     TypeKey('z', B_COMMAND_KEY | B_SHIFT_KEY);
     EXPECT_EQ(Text(), "one two");
     EXPECT_EQ(Selection(), "7-7");
+}
+
+TEST_F(TextViewTest, MovingTheCaretBeginsAnotherStep)
+{
+    ShowText("");
+    TypeText("ab");
+    TypeKey(B_LEFT_ARROW);
+    TypeKey(B_RIGHT_ARROW);
+    TypeText("cd");
+
+    TypeKey('z', B_COMMAND_KEY);
+
+    EXPECT_EQ(Text(), "ab");
+}
+
+TEST_F(TextViewTest, WheelScrolls)
+{
+    std::string lines;
+    for (int i = 0; i < 100; ++i) {
+        lines += "line\n";
+    }
+    AddText(lines.c_str());
+    Show();
+    Add(new BScrollBar(BRect(210, 10, 223, 109), "bar", fView, 0, 1000, B_VERTICAL));
+
+    TurnWheel(fView, BPoint(20, 20), 1);
+
+    EXPECT_GT(Locked([this] { return fView->Bounds().top; }), 0);
 }
 
 TEST_F(TextViewTest, UndoBringsTheSelectionBack)
