@@ -86,8 +86,9 @@ status_t find_directory(directory_which which, BPath* path, bool createIt, BVolu
     // Before the volume is compared the home Trash has to be somewhere.
     const bool creates =
         found.creation == Creation::kAlways || (found.creation == Creation::kWhenAsked && createIt);
-    const bool isMissing = creates && !BEntry(found.path.c_str(), true).Exists();
-    const status_t status = creates ? create_directory(found.path.c_str(), found.mode) : B_OK;
+    // Nearly always it is there.
+    const bool isMissing = creates && !BEntry(found.path.c_str(), true).IsDirectory();
+    const status_t status = isMissing ? create_directory(found.path.c_str(), found.mode) : B_OK;
     if (isMissing && which == B_TRASH_DIRECTORY) {
         kits::TrashWasMade();
     }

@@ -4,6 +4,7 @@
 
 #include <Directory.h>
 #include <Entry.h>
+#include <Errors.h>
 #include <File.h>
 #include <FindDirectory.h>
 #include <Path.h>
@@ -19,7 +20,8 @@ enum class Fit { kRequired, kIgnored };
 
 /// Leaves the file at the first byte of the first line of `key`. With Fit::kRequired lines that do
 /// not fit, and values longer than `valueBytes`, are passed over.
-bool Find(BFile& file, const char* key, char* value, std::size_t valueBytes, Fit fit)
+/// Errors: B_NAME_NOT_FOUND when there is no such line; those of reading.
+status_t Find(BFile& file, const char* key, char* value, std::size_t valueBytes, Fit fit)
 {
     char line[kProfileLineBytes] = "";
     int64 lineStart = 0;
@@ -27,7 +29,7 @@ bool Find(BFile& file, const char* key, char* value, std::size_t valueBytes, Fit
     for (;;) {
         const int64 consumed = ReadLine(file, line);
         if (consumed <= 0) {
-            return false;
+            return consumed < 0 ? static_cast<status_t>(consumed) : status_t(B_NAME_NOT_FOUND);
         }
         if (Compare(key, line)) {
             // A line that is shorter than its key ends before the place of its value.
@@ -40,7 +42,7 @@ bool Find(BFile& file, const char* key, char* value, std::size_t valueBytes, Fit
                 if (fits) {
                     std::strcpy(value, found);
                 }
-                return true;
+                return B_OK;
             }
         }
         lineStart += consumed;
@@ -81,6 +83,33 @@ bool GetProfileString(const char* folder, const char* key, std::string& value, c
     return true;
 }
 
+status_t ReadProfileString(const char* folder, const char* key, std::string* value,
+                           const char* file)
+{
+    BPath path;
+    status_t status = find_directory(B_USER_SETTINGS_DIRECTORY, &path);
+    if (status == B_OK) {
+        status = path.Append((std::string(folder) + "/" + file).c_str());
+    }
+    if (status != B_OK) {
+        return status;
+    }
+    BFile profile;
+    status = profile.SetTo(path.Path(), B_READ_ONLY);
+    if (status == B_ENTRY_NOT_FOUND && !Exists(path.Path())) {
+        return B_NAME_NOT_FOUND;
+    }
+    if (status != B_OK) {
+        return status;
+    }
+    char text[kProfileLineBytes];
+    status = Find(profile, key, text, sizeof(text), Fit::kRequired);
+    if (status == B_OK) {
+        *value = text;
+    }
+    return status;
+}
+
 bool SetProfileString(const char* folder, const char* key, const char* value, const char* file)
 {
     const std::string record = std::string(key) + "=" + value + "\n";
@@ -97,8 +126,11 @@ bool SetProfileString(const char* folder, const char* key, const char* value, co
     BFile profile(path, B_READ_WRITE);
     char oldValue[kProfileLineBytes];
     // An old line that is too long to be read is rewritten all the same, or it would stay for ever.
-    if (!Find(profile, key, oldValue, sizeof(oldValue), Fit::kIgnored)) {
+    const status_t found = Find(profile, key, oldValue, sizeof(oldValue), Fit::kIgnored);
+    if (found == B_NAME_NOT_FOUND) {
         profile.Seek(0, SEEK_END);
+    } else if (found != B_OK) {
+        return false; // where the line stands cannot be told
     }
     profile.Write(record.data(), record.size());
     return true;
@@ -147,7 +179,7 @@ void GetPathOnly(char* path)
 
 bool FindValue(BFile& file, const char* key, char* value, std::size_t valueBytes)
 {
-    return Find(file, key, value, valueBytes, Fit::kRequired);
+    return Find(file, key, value, valueBytes, Fit::kRequired) == B_OK;
 }
 
 int64 ReadLine(BFile& file, char* line)
@@ -168,7 +200,7 @@ int64 ReadLine(BFile& file, char* line)
         }
     }
     line[length > 0 && count == static_cast<int64>(length) ? length - 1 : length] = '\0';
-    return count;
+    return got < 0 ? got : count;
 }
 
 bool Compare(const char* key, const char* line)

@@ -29,11 +29,16 @@ bool GetProfileString(const char* folder, const char* key, char* value, std::siz
 /// The same with the value as a string.
 bool GetProfileString(const char* folder, const char* key, std::string& value, const char* file);
 
+/// The same, telling a key that is not there from one that cannot be read.
+/// Errors: B_NAME_NOT_FOUND when the file or the key is missing; those of reading.
+status_t ReadProfileString(const char* folder, const char* key, std::string* value,
+                           const char* file);
+
 /// Stores `key=value` over the old line from its first byte on, or at the end of the file, which is
 /// neither shortened nor shifted. A longer value overwrites the start of its neighbour: writers of
 /// several keys use SettingsWriter. Creates folder and file when needed.
-/// Errors: false when the file cannot be created (told in an alert), or when the line does not fit
-/// or the value holds a line feed (nothing is written then).
+/// Errors: false when the file cannot be created (told in an alert), or when the line does not fit,
+/// the value holds a line feed, or the file cannot be read (nothing is written then).
 bool SetProfileString(const char* folder, const char* key, const char* value, const char* file);
 
 /// Creates the folder when it is missing and an empty file in it, both open to their owner only.
@@ -51,7 +56,8 @@ void GetPathOnly(char* path);
 /// Lines and values that do not fit their buffers are passed over.
 bool FindValue(BFile& file, const char* key, char* value, std::size_t valueBytes);
 
-/// Reads one line without its line feed and returns the number of bytes consumed, 0 at the end.
+/// Reads one line without its line feed and returns the number of bytes consumed, 0 at the end, or
+/// the status when reading failed.
 /// A last line without a line feed loses its last character. Of a line longer than the buffer only
 /// the start is kept; the result tells.
 /// Units: `line` holds kProfileLineBytes.

@@ -3,6 +3,8 @@
 #include "settings/Numbers.h"
 #include "settings/Profile.h"
 
+#include <Errors.h>
+
 #include <utility>
 
 namespace norvane {
@@ -75,8 +77,13 @@ bool SettingsWriter::Write()
     fWanted.clear();
     for (const std::string& key : fKnownKeys) {
         std::string value;
-        if (GetProfileString(fFolder.c_str(), key.c_str(), value, fFile.c_str())) {
+        const status_t status =
+            ReadProfileString(fFolder.c_str(), key.c_str(), &value, fFile.c_str());
+        if (status == B_OK) {
             fWanted[key] = value;
+        } else if (status != B_NAME_NOT_FOUND) {
+            // It may be there: writing could overwrite it, and nobody would set it again.
+            return false;
         }
     }
     for (const auto& [key, value] : fNew) {

@@ -28,7 +28,8 @@ public:
     bool Set(const std::string& key, int number);
 
     /// Writes all at once.
-    /// Errors: false when the file cannot be created, or when some key still differs at the end.
+    /// Errors: false when the file cannot be read (nothing is written then) or created, or when
+    /// some key still differs at the end.
     bool Write();
 
 private:
