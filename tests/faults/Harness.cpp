@@ -334,6 +334,7 @@ int RunAll(const Arguments& arguments, const std::string& root, const Library& l
         const auto more = PointsOf(job, counts, arguments.call, root.c_str());
         points.insert(points.end(), more.begin(), more.end());
     }
+    std::printf("%zu points in all\n", points.size());
     // A sample is spread evenly over all.
     const size_t wanted = arguments.sample == 0 ? points.size() : arguments.sample;
     for (size_t i = 0; i < std::min(wanted, points.size()); ++i) {

@@ -59,6 +59,21 @@ void ForEach(int folder, Visit visit)
     }
 }
 
+/// Made once, as the same files are made for every point.
+const std::string& ContentsOf(const std::string& name, size_t sizeBytes)
+{
+    static std::map<std::string, std::string> sTexts;
+    std::string& text = sTexts[name];
+    if (text.size() != sizeBytes) {
+        text.clear();
+        while (text.size() < sizeBytes) {
+            text += "<" + name + " " + std::to_string(text.size()) + ">";
+        }
+        text.resize(sizeBytes);
+    }
+    return text;
+}
+
 int OpenFolder(int parent, const char* name)
 {
     int folder = openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW);
@@ -141,7 +156,7 @@ void Scene::MakeItem(const std::string& name) const
     MakeFolder(name + "/hollow");
     MakeFolder(name + "/sub/deep");
     MakeFile(name + "/a", 10);
-    MakeFile(name + "/big", 300'000);
+    MakeFile(name + "/big", 270'000);
     MakeFile(name + "/empty", 0);
     MakeFile(name + "/private", 70'000, 0600);
     MakeFile(name + "/run", 4096, 0755);
@@ -173,11 +188,7 @@ void Scene::MakeFile(const std::string& name, size_t sizeBytes, mode_t mode) con
     if (file < 0) {
         GiveUp("make", Path(name));
     }
-    std::string text;
-    while (text.size() < sizeBytes) {
-        text += "<" + name + " " + std::to_string(text.size()) + ">";
-    }
-    text.resize(sizeBytes);
+    const std::string& text = ContentsOf(name, sizeBytes);
     if (write(file, text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
         GiveUp("write", Path(name));
     }
