@@ -1,4 +1,5 @@
 #include "TextViewState.h"
+#include "ViewHost.h"
 
 #include <InterfaceDefs.h>
 #include <Message.h>
@@ -104,6 +105,16 @@ void TextViewState::DragTick()
     DragTo(dragPoint);
     if (dragTicker != nullptr) {
         dragTicker->NextTick();
+    }
+}
+
+void TextViewState::ShapePointer(bool isOver)
+{
+    const bool isText = isOver && (isEditable || isSelectable);
+    ViewHost* host = ViewAccess::Host(view);
+    if (host != nullptr && isText != isTextPointer) {
+        isTextPointer = isText;
+        host->Link().SetCursor(isText ? PointerShape::kText : PointerShape::kArrow);
     }
 }
 

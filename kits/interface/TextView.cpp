@@ -1,7 +1,6 @@
 #include <TextView.h>
 
 #include "TextViewState.h"
-#include "ViewHost.h"
 
 #include <AppDefs.h>
 #include <Clipboard.h>
@@ -69,6 +68,7 @@ void BTextView::DetachedFromWindow()
     fText->dragTicker.reset();
     fText->blinkTicker.reset();
     fText->isCaretOn = false;
+    fText->ShapePointer(false);
     BView::DetachedFromWindow();
 }
 
@@ -92,12 +92,7 @@ void BTextView::MouseMoved(BPoint where, uint32 transit, const BMessage* dragMes
 {
     BView::MouseMoved(where, transit, dragMessage);
     fText->DragTo(where);
-    const bool isLeaving = transit == B_EXITED_VIEW;
-    if (Window() != nullptr && (isLeaving || transit == B_ENTERED_VIEW)) {
-        const bool isText = !isLeaving && (IsEditable() || IsSelectable());
-        kits::ViewAccess::Host(*this)->Link().SetCursor(isText ? kits::PointerShape::kText
-                                                               : kits::PointerShape::kArrow);
-    }
+    fText->ShapePointer(transit == B_ENTERED_VIEW || transit == B_INSIDE_VIEW);
 }
 
 void BTextView::WindowActivated(bool active)

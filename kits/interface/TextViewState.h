@@ -84,6 +84,8 @@ struct TextViewState : EditingView
     void Press(BPoint where);
     void DragTo(BPoint where);
     void Release();
+    /// Gives the pointer the shape it has over text, or takes that back.
+    void ShapePointer(bool isOver);
     /// Goes on scrolling while the pointer is held outside.
     void DragTick();
 
@@ -135,6 +137,7 @@ struct TextViewState : EditingView
 
     bool isUndoing = false; // hooks run for Undo() or Redo()
     bool wasUndone = false; // the last change was Undo(): it can be done again
+    bool isTextPointer = false;
     bool isDragging = false;
     Grain dragGrain = Grain::kCharacter;
     int32 dragFrom = 0; // what the press itself selected

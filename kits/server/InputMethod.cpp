@@ -4,6 +4,8 @@
 #include <Message.h>
 #include <OS.h>
 
+#include <QGuiApplication>
+#include <QInputMethod>
 #include <QInputMethodEvent>
 #include <QInputMethodQueryEvent>
 #include <QRectF>
@@ -80,6 +82,20 @@ std::vector<std::unique_ptr<BMessage>> TextInputMessages(const InputMethodState&
         messages.push_back(std::move(preview));
     }
     return messages;
+}
+
+bool IsAnew(const InputMethodState& before, const InputMethodState& now)
+{
+    return now.view != before.view || now.resets != before.resets;
+}
+
+void TellInputMethod(bool isAnew)
+{
+    QInputMethod* inputMethod = QGuiApplication::inputMethod();
+    if (isAnew) {
+        inputMethod->reset();
+    }
+    inputMethod->update(Qt::ImQueryInput | Qt::ImEnabled);
 }
 
 void AnswerInputMethod(const InputMethodState& state, QInputMethodQueryEvent& event)

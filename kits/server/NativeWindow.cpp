@@ -3,6 +3,7 @@
 #include "Fitting.h"
 #include "FrontImage.h"
 #include "InputMessages.h"
+#include "InputMethod.h"
 #include "ServerState.h"
 #include "Surface.h"
 #include "WindowFlags.h"
@@ -16,7 +17,6 @@
 
 #include <QCursor>
 #include <QGuiApplication>
-#include <QInputMethod>
 #include <QScreen>
 
 #include <algorithm>
@@ -400,17 +400,13 @@ void NativeWindow::Publish(std::shared_ptr<const Published> published)
     const InputMethodState before = fPublished->inputMethod;
     fPublished = std::move(published);
     fAccessible.Changed(fPublished);
-    const InputMethodState& now = fPublished->inputMethod;
-    const bool isAnew = now.view != before.view || now.resets != before.resets;
+    const bool isAnew = IsAnew(before, fPublished->inputMethod);
     if (isAnew) {
         ServerState::Get().input.PreviewEnded(fToken);
     }
     // The toolkit cannot see a caret or a focus that move inside the window.
     if (fSurface != nullptr && QGuiApplication::focusWindow() == fSurface.get()) {
-        if (isAnew) {
-            QGuiApplication::inputMethod()->reset();
-        }
-        QGuiApplication::inputMethod()->update(Qt::ImQueryInput | Qt::ImEnabled);
+        TellInputMethod(isAnew);
     }
 }
 

@@ -2,6 +2,11 @@
 
 #include <ScrollView.h>
 
+#include <testing/Native.h>
+
+#include <QCursor>
+#include <QWindow>
+
 #include <string>
 
 namespace {
@@ -84,6 +89,31 @@ TEST_F(TextViewMouseTest, DraggingOutsideScrolls)
     ReleaseMouse(fView, BPoint(20, 160));
 
     EXPECT_TRUE(hasScrolled);
+}
+
+TEST_F(TextViewMouseTest, PointerTellsThatThereIsText)
+{
+    ShowText("one");
+    const auto shape = [this] {
+        Sync(fWindow);
+        SyncServer();
+        Qt::CursorShape found = Qt::BlankCursor;
+        OnServer([&] { found = NativeOf(fWindow)->cursor().shape(); });
+        return found;
+    };
+
+    MoveMouse(fView, BPoint(20, 20));
+    EXPECT_EQ(shape(), Qt::IBeamCursor);
+    MoveMouse(fView, BPoint(20, 150));
+    EXPECT_EQ(shape(), Qt::ArrowCursor);
+
+    MoveMouse(fView, BPoint(20, 20));
+    Locked([this] {
+        fView->RemoveSelf();
+        delete fView;
+        return 0;
+    });
+    EXPECT_EQ(shape(), Qt::ArrowCursor);
 }
 
 // Scrolling
