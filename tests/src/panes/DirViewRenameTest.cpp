@@ -143,6 +143,21 @@ TEST_F(DirViewRenameTest, AFieldWhoseRowGoesCloses)
     EXPECT_TRUE(WaitFor([this] { return fTree.List("shown") == "c\n"; }));
 }
 
+TEST_F(DirViewRenameTest, AnotherRowsFieldTakesTheFirstOnesPlace)
+{
+    fTree.Write("shown/a", "1");
+    fTree.Write("shown/b", "2");
+    Open();
+    StartRename(1);
+    Locked([this] { fList->Edit(2); });
+    // What the first field still has to say is not meant for the second.
+    ASSERT_TRUE(kits::testing::Sync(fWindow));
+    ASSERT_TRUE(HasField());
+    TypeText("c");
+    TypeKey(B_ENTER);
+    EXPECT_TRUE(WaitFor([this] { return fTree.List("shown") == "a\nc\n"; }));
+}
+
 TEST_F(DirViewRenameTest, AFieldMovesWithItsRow)
 {
     fTree.Write("shown/b", "1");
