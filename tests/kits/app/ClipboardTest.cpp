@@ -135,6 +135,26 @@ TEST(ClipboardTest, CountsReplacements)
     EXPECT_EQ(clipboard.LocalCount(), before + 2);
 }
 
+TEST(ClipboardTest, TellsThoseWhoWatch)
+{
+    BClipboard clipboard("told");
+    Record record;
+    auto* looper = new RecordingLooper(record);
+    looper->Run();
+
+    EXPECT_EQ(clipboard.StartWatching(BMessenger(looper)), B_OK);
+    EXPECT_EQ(clipboard.StartWatching(BMessenger(looper)), B_OK); // told once all the same
+    Put(clipboard, "a");
+    EXPECT_TRUE(record.Await());
+    EXPECT_EQ(clipboard.StopWatching(BMessenger(looper)), B_OK);
+    Put(clipboard, "b");
+    looper->PostMessage('last');
+    EXPECT_TRUE(record.Await(2));
+
+    EndLooper(looper);
+    EXPECT_EQ(record.All(), (Record::Entries{{"looper", B_CLIPBOARD_CHANGED}, {"looper", 'last'}}));
+}
+
 TEST(ClipboardTest, RefusesToTellNobody)
 {
     BClipboard clipboard("watched");
