@@ -55,4 +55,29 @@ TEST(OperationProgressTest, SaysHundredOnlyWhenAllIsDone)
     EXPECT_EQ(progress.Percent(), 99);
 }
 
+TEST(OperationProgressTest, WhatWasMovedCountsWithoutBeingCopied)
+{
+    OperationProgress progress;
+    progress.Start(1000, 0);
+    progress.AdvanceTo(400);
+    EXPECT_EQ(progress.Title("Delete", 0), "Delete - 40 %");
+    progress.AdvanceTo(300); // some of it was copied, and has been counted
+    EXPECT_EQ(progress.DoneBytes(), 400);
+}
+
+TEST(OperationProgressTest, ADeletionCountsEntries)
+{
+    OperationProgress progress;
+    progress.AddEntries(7); // while measuring
+    progress.Start(1000, 0);
+    progress.StartEntries(200);
+    EXPECT_EQ(progress.Title("Delete", 0), "Delete");
+    progress.AddEntries(50);
+    EXPECT_EQ(progress.Percent(), 25);
+    EXPECT_EQ(progress.DoneBytes(), 250); // so that the bar stands at the same share
+    EXPECT_EQ(progress.TimeLeft(4'000'000), 12'000'000);
+    progress.AddEntries(500);
+    EXPECT_EQ(progress.Percent(), 100);
+}
+
 } // namespace norvane

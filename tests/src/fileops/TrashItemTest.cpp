@@ -144,6 +144,24 @@ TEST_F(TrashItemTest, FromAnotherVolumeItIsCopiedWithARecord)
     });
 }
 
+TEST_F(TrashItemTest, ThroughAnotherMountOfItsVolumeItIsCopied)
+{
+    fTree.Write("other/tree/a", "1");
+    fTree.MakeFolder("from");
+    Privately([this] {
+        // The same device, yet nothing can be moved out of it by renaming.
+        if (mount(fTree.Path("other").c_str(), fTree.Path("from").c_str(), nullptr, MS_BIND,
+                  nullptr) != 0) {
+            return false;
+        }
+        Trash("from/tree");
+        return Check(Trashed() == "tree\n", "in the Trash") &&
+               Check(fTree.Read("data/Trash/files/tree/a") == "1", "whole") &&
+               Check(fTree.List("other") == "", "and gone") &&
+               Check(fUI.problems.empty(), "without a word");
+    });
+}
+
 TEST_F(TrashItemTest, APartialCopyIsRemovedAndItsSourceInItsOwnTrash)
 {
     fTree.MakeFolder("from");
