@@ -110,16 +110,23 @@ status_t WriteRecord(int info, const std::string& name, const std::string& text)
     return status;
 }
 
+/// The record of an entry that is moved into a Trash now.
+status_t RecordOf(const TrashMove& move, std::string* text)
+{
+    std::string path;
+    const status_t status = sys::PathOf(move.from, &path);
+    if (status != B_OK) {
+        return status;
+    }
+    path = path == "/" ? path + move.name : path + "/" + move.name;
+    return TrashRecordText(*move.toTrash, path, std::time(nullptr), text);
+}
+
 /// Claims a name by its record, then moves the entry to it.
 status_t MoveIn(const TrashMove& move, std::string* movedName)
 {
-    std::string path;
     std::string text;
-    status_t status = sys::PathOf(move.from, &path);
-    if (status == B_OK) {
-        path = path == "/" ? path + move.name : path + "/" + move.name;
-        status = TrashRecordText(*move.toTrash, path, std::time(nullptr), &text);
-    }
+    status_t status = RecordOf(move, &text);
     if (status != B_OK) {
         return status;
     }
@@ -251,14 +258,11 @@ status_t MoveWithRecordOver(const TrashMove& move)
         return B_OK;
     }
     if (move.toTrash != nullptr) {
-        RemoveTrashRecord(*move.toTrash, move.newName);
-        std::string path;
+        RemoveTrashRecord(*move.toTrash, move.newName); // it told of what was replaced
         std::string text;
         OpenFolder info;
-        if (OpenTrashInfo(*move.toTrash, TrashCreation::kWhenMissing, &info) == B_OK &&
-            sys::PathOf(move.from, &path) == B_OK &&
-            TrashRecordText(*move.toTrash, path + "/" + move.name, std::time(nullptr), &text) ==
-                B_OK) {
+        if (RecordOf(move, &text) == B_OK &&
+            OpenTrashInfo(*move.toTrash, TrashCreation::kWhenMissing, &info) == B_OK) {
             WriteRecord(info->Get(), move.newName, text);
         }
     }

@@ -180,6 +180,20 @@ TEST_F(TrashTest, TakesTheRecordAlongInsideTheTrash)
     EXPECT_EQ(OriginIn(fTree.Read(InInfo("other"))), fTree.Path("from/report"));
 }
 
+TEST_F(TrashTest, ReplacesTheRecordOfWhatIsReplaced)
+{
+    fTree.Write("first/report", "old");
+    fTree.Write("second/report", "new");
+    ASSERT_EQ(Trash("first/report"), B_OK);
+    BEntry entry(fTree.Path("second/report").c_str());
+    BDirectory trash(fTree.Path(InFiles("")).c_str());
+
+    EXPECT_EQ(entry.MoveTo(&trash, nullptr, true), B_OK);
+
+    EXPECT_EQ(fTree.Read(InFiles("report")), "new");
+    EXPECT_EQ(OriginIn(fTree.Read(InInfo("report"))), fTree.Path("second/report"));
+}
+
 TEST_F(TrashTest, LeavesDeeperFoldersWithoutRecords)
 {
     fTree.Write("folder/child", "");
