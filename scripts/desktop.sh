@@ -74,8 +74,9 @@ wait_for() {
 
 # The id of the newest mapped window with this title, alone or with its progress ("Copy - 42 %").
 window_id() {
-    local id
-    for id in $(xdotool search --onlyvisible --name "^$1( - .*)?\$" 2>/dev/null | tac); do
+    local id title
+    title=$(sed 's/[]\$*.^+?(){}|[]/\\&/g' <<<"$1")
+    for id in $(xdotool search --onlyvisible --name "^$title( - .*)?\$" 2>/dev/null | tac); do
         echo "$id"
         return 0
     done
