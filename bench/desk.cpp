@@ -2,7 +2,8 @@
 //
 //   desk start COMMAND...     from the start of the command to its last change of the screen;
 //                             leaves the command running and prints its process id first
-//   desk key NAME             from a key press to the last change of the screen
+//   desk key NAME [QUIET]     from a key press to the last change of the screen, after which it was
+//                             still for QUIET milliseconds
 //   desk keys NAME COUNT      from a key press to the first frame that answers it, COUNT times: the
 //   50th,
 //                             99th and 100th of a hundred
@@ -47,14 +48,14 @@ int Start(ScreenWatch& screen, char** command)
     return end < 0 ? 1 : 0;
 }
 
-int Key(ScreenWatch& screen, const char* name)
+int Key(ScreenWatch& screen, const char* name, double quietMs)
 {
     screen.Drain();
     const double begin = ScreenWatch::Now();
     if (!screen.Press(name)) {
         return Fail("no such key");
     }
-    const double end = screen.LastChange(kQuietMs, kLimitMs);
+    const double end = screen.LastChange(quietMs, kLimitMs);
     std::printf("%.1f\n", end < 0 ? -1.0 : end - begin);
     return end < 0 ? 1 : 0;
 }
@@ -112,8 +113,8 @@ int main(int argc, char** argv)
     if (argc >= 3 && std::strcmp(argv[1], "start") == 0) {
         return Start(screen, argv + 2);
     }
-    if (argc == 3 && std::strcmp(argv[1], "key") == 0) {
-        return Key(screen, argv[2]);
+    if ((argc == 3 || argc == 4) && std::strcmp(argv[1], "key") == 0) {
+        return Key(screen, argv[2], argc == 4 ? std::atof(argv[3]) : kQuietMs);
     }
     if (argc == 4 && std::strcmp(argv[1], "keys") == 0) {
         return Keys(screen, argv[2], std::atoi(argv[3]));
@@ -121,5 +122,5 @@ int main(int argc, char** argv)
     if (argc == 4 && std::strcmp(argv[1], "operation") == 0) {
         return Operation(screen, argv[2], argv[3]);
     }
-    return Fail("start COMMAND... | key NAME | keys NAME COUNT | operation NAME TITLE");
+    return Fail("start COMMAND... | key NAME [QUIET] | keys NAME COUNT | operation NAME TITLE");
 }
