@@ -11,7 +11,6 @@
 
 #include "app/LooperCore.h"
 
-#include <AppDefs.h>
 #include <Message.h>
 #include <OS.h>
 
@@ -30,9 +29,6 @@ namespace {
 
 // The grey of windows that are not painted yet.
 constexpr uint8 kBackground = 216;
-
-// A window that is being dragged about may report many frames before its thread answers one.
-constexpr size_t kMaxReported = 64;
 
 Qt::CursorShape CursorFor(PointerShape shape)
 {
@@ -435,76 +431,6 @@ void NativeWindow::PresentRegion(bool isAll)
     }
     bigtime_t never = 0;
     fFront->firstPresentTime.compare_exchange_strong(never, system_time());
-}
-
-// What the system says
-
-void NativeWindow::GeometryChanged(const QRect& geometry)
-{
-    if (!fIsShown || IsPopUp() || geometry == fGeometry) {
-        return;
-    }
-    const QRect old = std::exchange(fGeometry, geometry);
-    fReported.push_back(geometry);
-    if (fReported.size() > kMaxReported) {
-        fReported.pop_front();
-    }
-    if (old.topLeft() != geometry.topLeft()) {
-        auto moved = std::make_unique<BMessage>(B_WINDOW_MOVED);
-        moved->AddInt64("when", system_time());
-        moved->AddPoint("where", RectTo(geometry).LeftTop());
-        Post(std::move(moved));
-    }
-    if (old.size() != geometry.size()) {
-        auto resized = std::make_unique<BMessage>(B_WINDOW_RESIZED);
-        resized->AddInt64("when", system_time());
-        resized->AddInt32("width", geometry.width() - 1);
-        resized->AddInt32("height", geometry.height() - 1);
-        Post(std::move(resized));
-    }
-}
-
-void NativeWindow::CloseAsked()
-{
-    ServerState& state = ServerState::Get();
-    if ((fShape.flags & B_NOT_CLOSABLE) == B_NOT_CLOSABLE) {
-        return;
-    }
-    if (state.router.IsBlocked(fToken)) {
-        if (NativeWindow* modal = state.windows.Find(state.router.TopmostModal())) {
-            modal->Activate();
-        }
-        return;
-    }
-    Post(std::make_unique<BMessage>(B_QUIT_REQUESTED));
-}
-
-void NativeWindow::StatesChanged(Qt::WindowStates states)
-{
-    const Qt::WindowStates changed = states ^ std::exchange(fStates, states);
-    if ((changed & Qt::WindowMinimized) != 0) {
-        auto minimized = std::make_unique<BMessage>(B_MINIMIZE);
-        minimized->AddInt64("when", system_time());
-        minimized->AddBool("minimize", (states & Qt::WindowMinimized) != 0);
-        Post(std::move(minimized));
-    }
-    const bool canZoom = (WindowFlagsFor(fShape) & Qt::WindowMaximizeButtonHint) != 0 && fIsShown;
-    if ((changed & Qt::WindowMaximized) != 0 && canZoom) {
-        auto zoomed = std::make_unique<BMessage>(B_ZOOM);
-        zoomed->AddInt64("when", system_time());
-        Post(std::move(zoomed));
-    }
-}
-
-void NativeWindow::ScaleMayHaveChanged()
-{
-    const float scale = static_cast<float>(fSurface->devicePixelRatio());
-    if (fScale.exchange(scale) == scale) {
-        return;
-    }
-    auto changed = std::make_unique<BMessage>(kScaleChanged);
-    changed->AddFloat("scale", scale);
-    Post(std::move(changed));
 }
 
 } // namespace kits
