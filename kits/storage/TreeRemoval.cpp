@@ -187,6 +187,12 @@ status_t BEntry::RemoveTree(BTreeHooks* hooks)
         TreeRemover remover(hooks);
         remover.Walk(folder, fName);
         status = remover.Status();
+        if (status == B_OK && kits::sys::StatAt(parent, fName.c_str(), &record) == B_OK) {
+            status = B_FILE_ERROR; // what was said to be gone is there
+            if (hooks != nullptr) {
+                hooks->Failed(fName.c_str(), status);
+            }
+        }
     } else if (status != B_OK && hooks != nullptr) {
         hooks->Failed(fName.c_str(), status);
     }
