@@ -96,7 +96,8 @@ status_t ReadProfileString(const char* folder, const char* key, std::string* val
     }
     BFile profile;
     status = profile.SetTo(path.Path(), B_READ_ONLY);
-    if (status == B_ENTRY_NOT_FOUND && !Exists(path.Path())) {
+    const bool isMissing = status == B_ENTRY_NOT_FOUND || status == B_NOT_A_DIRECTORY;
+    if (isMissing && !Exists(path.Path())) {
         return B_NAME_NOT_FOUND;
     }
     if (status != B_OK) {

@@ -30,7 +30,8 @@ release() { xdotool mouseup 1; }
 file="18 11"
 navigation="74 11"
 about="40 142"
-rename="40 51"
+view="140 11"
+query="160 89"
 row_of_file="400 116"
 
 what="click, click"
@@ -62,9 +63,10 @@ at 600 400; sleep 0.2; release
 expect "$what: the menu stayed" menu_closed
 
 what="a disabled item"
-at $file; press; release
+at $view; press; release
 expect "$what: no menu" menu_open
-at $rename; sleep 0.1; press; release
+shot menus-disabled
+at $query; sleep 0.1; press; release
 sleep 0.3
 [ "$(menus)" -le 1 ] || fail "$what: opened something"
 key Escape
@@ -103,8 +105,8 @@ key alt
 expect "$what: no menu" menu_open
 key Right Left
 menu_open || fail "$what: $(menus) menus are open"
-# Over the separator and past what cannot be chosen: Open, Calculate, About.
-key Home Down Down Return
+# Over the separators: Open, Rename, New Folder, Empty Trash, Calculate, About.
+key Home Down Down Down Down Down Return
 expect "$what: no about box" about_shown
 dismiss "About Norvane"
 expect "$what: no focus" window_focused Norvane
