@@ -109,6 +109,15 @@ TEST(FontTest, LeavesWhatFitsAndEmptiesWhatCannot)
     EXPECT_STREQ(cannot.String(), "");
 }
 
+TEST(FontTest, TheTestsUseOneFontWhateverIsInstalled)
+{
+    BFont named;
+    ASSERT_EQ(named.SetFamilyAndStyle("DejaVu Sans", nullptr), B_OK);
+    named.SetSize(be_plain_font->Size());
+
+    EXPECT_EQ(be_plain_font->StringWidth("Hamburgefonts"), named.StringWidth("Hamburgefonts"));
+}
+
 TEST(FontTest, MeasuresTheSameOnEveryThread)
 {
     const float here = be_plain_font->StringWidth("Hamburgefonts");

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <set>
 #include <string>
 
@@ -42,6 +43,11 @@ struct ExpectedLine
     char shortcut;
     uint32 modifiers;
 };
+
+void PrintTo(const ExpectedLine& line, std::ostream* out)
+{
+    *out << line.label;
+}
 
 class MenuLineTest : public ::testing::TestWithParam<ExpectedLine>
 {
