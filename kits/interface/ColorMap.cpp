@@ -2,8 +2,8 @@
 
 #include <Screen.h>
 
+#include <algorithm>
 #include <array>
-#include <climits>
 
 namespace kits {
 
@@ -42,18 +42,27 @@ int Distance(const rgb_color& color, int red, int green, int blue)
     return dr * dr + dg * dg + db * db;
 }
 
+// The level of the cube's side that is nearest, the lower one of two.
+int Level(int channel)
+{
+    return (channel + (kLevelStep - 1) / 2) / kLevelStep;
+}
+
+/// The first of the nearest colours. Greys come before the cube.
 uint8 Search(const rgb_color* colors, int red, int green, int blue)
 {
-    int best = 0;
-    int bestDistance = INT_MAX;
-    for (int i = 0; i < kTransparent && bestDistance > 0; ++i) {
-        const int distance = Distance(colors[i], red, green, blue);
-        if (distance < bestDistance) {
-            bestDistance = distance;
+    // The nearest grey is next to the channels' mean.
+    const int guess = (red + green + blue) * (kGreys - 1) / (3 * 255);
+    int best = std::max(guess - 1, 0);
+    for (int i = best + 1; i <= std::min(guess + 2, kGreys - 1); ++i) {
+        if (Distance(colors[i], red, green, blue) < Distance(colors[best], red, green, blue)) {
             best = i;
         }
     }
-    return static_cast<uint8>(best);
+    const int cube = kGreys + (Level(red) * kCubeSide + Level(green)) * kCubeSide + Level(blue);
+    const bool isGrey =
+        Distance(colors[best], red, green, blue) <= Distance(colors[cube], red, green, blue);
+    return static_cast<uint8>(isGrey ? best : cube);
 }
 
 color_map MakeMap()

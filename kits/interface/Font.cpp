@@ -7,9 +7,9 @@
 #include <cstring>
 #include <deque>
 
+using kits::FaceOf;
 using kits::FontAccess;
 using kits::SystemFont;
-using kits::SystemFonts;
 using kits::TextFrom;
 
 namespace {
@@ -29,11 +29,6 @@ BFont MakeFont(const char* family, uint16 face)
 const BFont gPlainFont;
 const BFont gBoldFont = MakeFont(nullptr, B_BOLD_FACE);
 const BFont gFixedFont = MakeFont("monospace", B_REGULAR_FACE);
-
-const SystemFonts::Values& ValuesOf(SystemFont system)
-{
-    return system == SystemFont::kFixed ? SystemFonts::Get().fixed : SystemFonts::Get().plain;
-}
 
 } // namespace
 
@@ -73,10 +68,11 @@ const ThreadFont& FontAccess::For(const BFont& font)
     if (found != entries.end()) {
         return found->font;
     }
+    const bool isBold = (key.face & B_BOLD_FACE) != 0;
     QFont made(QString::fromStdString(
-        key.system == SystemFont::kNone ? key.family : ValuesOf(key.system).family));
+        key.system == SystemFont::kNone ? key.family : FaceOf(key.system, isBold).family));
     made.setPixelSize(std::max(1, key.size));
-    made.setBold((key.face & B_BOLD_FACE) != 0);
+    made.setBold(isBold);
     made.setItalic((key.face & B_ITALIC_FACE) != 0);
     made.setUnderline((key.face & B_UNDERSCORE_FACE) != 0);
     made.setStrikeOut((key.face & B_STRIKEOUT_FACE) != 0);
@@ -135,7 +131,9 @@ void BFont::SetFace(uint16 face)
 void BFont::GetFamilyAndStyle(font_family* family, font_style* style) const
 {
     if (family != nullptr) {
-        const std::string& name = fSystem == SystemFont::kNone ? fFamily : ValuesOf(fSystem).family;
+        const bool isBold = (fFace & B_BOLD_FACE) != 0;
+        const std::string& name =
+            fSystem == SystemFont::kNone ? fFamily : FaceOf(fSystem, isBold).family;
         const size_t length = std::min<size_t>(name.size(), B_FONT_FAMILY_LENGTH);
         std::memcpy(*family, name.data(), length);
         (*family)[length] = '\0';
@@ -154,8 +152,7 @@ float BFont::Size() const
     if (!fIsFitted) {
         return fSize;
     }
-    const SystemFonts::Values& values = ValuesOf(fSystem);
-    return static_cast<float>((fFace & B_BOLD_FACE) != 0 ? values.boldSize : values.size);
+    return static_cast<float>(FaceOf(fSystem, (fFace & B_BOLD_FACE) != 0).size);
 }
 
 uint16 BFont::Face() const
@@ -171,8 +168,7 @@ bool BFont::IsFixed() const
 void BFont::GetHeight(font_height* height) const
 {
     if (fIsFitted) {
-        const SystemFonts::Values& values = ValuesOf(fSystem);
-        const int32 descent = (fFace & B_BOLD_FACE) != 0 ? values.boldDescent : values.descent;
+        const int32 descent = FaceOf(fSystem, (fFace & B_BOLD_FACE) != 0).descent;
         *height = {static_cast<float>(kSystemHeight - descent), static_cast<float>(descent), 0};
         return;
     }

@@ -52,21 +52,15 @@ private:
 /// The first `length` bytes of UTF-8 text (-1: all); bytes that are not UTF-8 become U+FFFD.
 QString TextFrom(const char* string, int32 length = -1);
 
-/// What the desktop says of the system's fonts; found out once, when the server runs.
-struct SystemFonts
+/// What the desktop says of one face of a system font.
+struct SystemFace
 {
-    struct Values
-    {
-        std::string family;
-        int32 size = 12; // pixels: the largest at which a line is 15 units high
-        int32 boldSize = 12;
-        int32 descent = 3;
-        int32 boldDescent = 3;
-    };
-    Values plain;
-    Values fixed;
-
-    static const SystemFonts& Get();
+    std::string family;
+    int32 size = 12; // pixels: the largest at which a line is 15 units high
+    int32 descent = 3;
 };
+
+/// Found out when first asked for while the server runs, and kept.
+const SystemFace& FaceOf(SystemFont system, bool isBold);
 
 } // namespace kits

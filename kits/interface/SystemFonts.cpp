@@ -3,67 +3,93 @@
 #include "server/WindowServer.h"
 
 #include <QFontDatabase>
-#include <QFontInfo>
 #include <QGuiApplication>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
+#include <mutex>
 
 namespace kits {
 
 namespace {
 
 constexpr double kLineHeight = 15.2; // families differ in the second digit
+constexpr int kUsual = 12;
 constexpr int kLargest = 24;
 constexpr int kSmallest = 6;
 
-// The size at which the family's line is 15 units high, and its descent in whole units.
-void Fit(const QString& family, bool isBold, int32* size, int32* descent)
+/// Measures lines of one face. Each size that is asked about makes the system look for its font
+/// anew, which costs a good part of a millisecond: so few are asked about.
+class LineMeasure
 {
-    QFont font(family);
-    font.setBold(isBold);
-    for (int pixels = kLargest; pixels >= kSmallest; --pixels) {
-        font.setPixelSize(pixels);
-        const QFontMetricsF metrics(font);
-        if (metrics.ascent() + metrics.descent() <= kLineHeight || pixels == kSmallest) {
-            *size = pixels;
-            *descent = static_cast<int32>(std::lround(metrics.descent()));
-            return;
-        }
+public:
+    LineMeasure(const QString& family, bool isBold) : fFont(family) { fFont.setBold(isBold); }
+
+    QFontMetricsF At(int pixels)
+    {
+        fFont.setPixelSize(pixels);
+        return QFontMetricsF(fFont);
     }
-}
+    bool Fits(int pixels)
+    {
+        const QFontMetricsF metrics = At(pixels);
+        return metrics.ascent() + metrics.descent() <= kLineHeight;
+    }
+    /// The largest size whose line is 15 units high. Heights grow nearly as sizes do.
+    int Largest()
+    {
+        const QFontMetricsF usual = At(kUsual);
+        const double estimate = kLineHeight * kUsual / (usual.ascent() + usual.descent());
+        int pixels = std::clamp(static_cast<int>(estimate), kSmallest, kLargest);
+        while (pixels > kSmallest && !Fits(pixels)) {
+            --pixels;
+        }
+        while (pixels < kLargest && Fits(pixels + 1)) {
+            ++pixels;
+        }
+        return pixels;
+    }
 
-SystemFonts::Values ValuesOf(QFontDatabase::SystemFont kind)
-{
-    SystemFonts::Values values;
-    const QString family = QFontDatabase::systemFont(kind).family();
-    values.family = family.toStdString();
-    Fit(family, false, &values.size, &values.descent);
-    Fit(family, true, &values.boldSize, &values.boldDescent);
-    return values;
-}
+private:
+    QFont fFont;
+};
 
-SystemFonts AskTheDesktop()
+SystemFace AskTheDesktop(SystemFont system, bool isBold)
 {
-    SystemFonts fonts;
+    SystemFace face;
     // The desktop's settings belong to the server's thread.
-    WindowServer::Get().Call([&fonts] {
-        fonts.plain = ValuesOf(QFontDatabase::GeneralFont);
-        fonts.fixed = ValuesOf(QFontDatabase::FixedFont);
+    WindowServer::Get().Call([&] {
+        const QString family =
+            QFontDatabase::systemFont(system == SystemFont::kFixed ? QFontDatabase::FixedFont
+                                                                   : QFontDatabase::GeneralFont)
+                .family();
+        LineMeasure lines(family, isBold);
+        face.family = family.toStdString();
+        face.size = lines.Largest();
+        face.descent = static_cast<int32>(std::lround(lines.At(face.size).descent()));
     });
-    return fonts;
+    return face;
 }
 
 } // namespace
 
-const SystemFonts& SystemFonts::Get()
+const SystemFace& FaceOf(SystemFont system, bool isBold)
 {
     if (!WindowServer::Get().IsRunning()) {
         // Fonts cannot be asked for yet, or no more: sizes that any family comes close to.
-        static const SystemFonts assumed{};
+        static const SystemFace assumed{};
         return assumed;
     }
-    static const SystemFonts fonts = AskTheDesktop();
-    return fonts;
+    struct Known
+    {
+        std::once_flag asked;
+        SystemFace face;
+    };
+    static std::array<Known, 4> known;
+    Known& one = known[(system == SystemFont::kFixed ? 2 : 0) + (isBold ? 1 : 0)];
+    std::call_once(one.asked, [&] { one.face = AskTheDesktop(system, isBold); });
+    return one.face;
 }
 
 } // namespace kits

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cstring>
 
 namespace {
@@ -27,6 +28,30 @@ TEST(ColorMapTest, EveryColourFindsItself)
         EXPECT_EQ(screen.ColorForIndex(screen.IndexForColor(color)), color) << i;
     }
     EXPECT_EQ(screen.IndexForColor(1, 2, 3, 0), B_TRANSPARENT_8_BIT);
+}
+
+TEST(ColorMapTest, FindsTheFirstOfTheNearestColours)
+{
+    const color_map* map = system_colors();
+    const auto wide = [](int five) {
+        return (five << 3) | (five >> 2);
+    };
+    for (int place = 0; place < 32768; ++place) {
+        int nearest = 0;
+        int least = INT_MAX;
+        for (int i = 0; i < B_TRANSPARENT_8_BIT; ++i) {
+            const rgb_color& color = map->color_list[i];
+            const int red = color.red - wide(place >> 10);
+            const int green = color.green - wide((place >> 5) & 31);
+            const int blue = color.blue - wide(place & 31);
+            const int distance = red * red + green * green + blue * blue;
+            if (distance < least) {
+                least = distance;
+                nearest = i;
+            }
+        }
+        ASSERT_EQ(map->index_map[place], nearest) << place;
+    }
 }
 
 TEST(BitmapTest, RowsArePaddedToFourBytes)
