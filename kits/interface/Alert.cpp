@@ -61,11 +61,15 @@ BAlert::BAlert(const char* title, const char* text, const char* button1, const c
               B_MODAL_APP_WINDOW_FEEL,
               B_NOT_RESIZABLE | B_NOT_CLOSABLE | B_NOT_ZOOMABLE | B_NOT_MINIMIZABLE |
                   B_ASYNCHRONOUS_CONTROLS),
-      fText(text != nullptr ? text : ""), fAnswer(std::make_shared<kits::AlertAnswer>())
+      fText(text != nullptr ? text : ""), fSpacing(spacing),
+      fTextView(new kits::AlertTextView(Bounds(), fText, type)),
+      fAnswer(std::make_shared<kits::AlertAnswer>())
 {
+    AddChild(fTextView); // adopted
     SetAnswerDelay(kReadingTime, ComesUnasked() ? kQuietTime : 0);
     const char* const labels[3] = {button1, button2, button3};
-    Build(labels, width, spacing, type);
+    AddButtons(fTextView, labels, width);
+    LayOut();
 }
 
 BAlert::~BAlert()
@@ -117,6 +121,17 @@ BButton* BAlert::ButtonAt(int32 button) const
     return button >= 0 && button < static_cast<int32>(fButtons.size())
                ? fButtons[static_cast<size_t>(button)]
                : nullptr;
+}
+
+alert_type BAlert::Type() const
+{
+    return fTextView->Type();
+}
+
+void BAlert::SetType(alert_type type)
+{
+    fTextView->SetType(type);
+    LayOut();
 }
 
 BPoint BAlert::AlertPosition(float width, float height)
@@ -208,14 +223,13 @@ bool BAlert::AnswerByKey(const BMessage& key)
 
 // Building
 
-void BAlert::Build(const char* const labels[3], button_width width, button_spacing spacing,
-                   alert_type type)
+void BAlert::LayOut()
 {
-    auto* text = new kits::AlertTextView(Bounds(), fText, type);
-    AddChild(text); // adopted
-    AddButtons(text, labels, width);
-
-    const float gap = spacing == B_OFFSET_SPACING && fButtons.size() > 1 ? kOffsetGap : 0;
+    if (!fButtons.empty()) {
+        fButtons.back()->MakeDefault(false); // its mark is no part of its width
+    }
+    kits::AlertTextView* text = fTextView;
+    const float gap = fSpacing == B_OFFSET_SPACING && fButtons.size() > 1 ? kOffsetGap : 0;
     const float buttonsWidth = ButtonsWidth() + gap;
     float windowWidth = std::max(kNarrowest, text->TextLeft() + buttonsWidth + 2 * kEdge);
     const float screenHeight = BScreen(B_MAIN_SCREEN_ID).Frame().Height();

@@ -55,6 +55,12 @@ AlertTextView::AlertTextView(BRect frame, const std::string& text, alert_type ty
     SetLowColor(look::kGround);
 }
 
+void AlertTextView::SetType(alert_type type)
+{
+    fType = type;
+    Invalidate();
+}
+
 float AlertTextView::TextLeft() const
 {
     return fType == B_EMPTY_ALERT ? kTextLeftWithoutIcon : kTextLeft;

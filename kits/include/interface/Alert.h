@@ -11,7 +11,8 @@ class BInvoker;
 
 namespace kits {
 class AlertAnswer;
-}
+class AlertTextView;
+} // namespace kits
 
 enum alert_type {
     B_EMPTY_ALERT = 0,
@@ -56,6 +57,10 @@ public:
     /// The n-th button, or null.
     BButton* ButtonAt(int32 button) const;
     const char* Text() const { return fText.c_str(); }
+    /// The kind of the alert, as its icon shows it.
+    alert_type Type() const;
+    /// Shows the icon of another kind; one that comes or goes makes the text move.
+    void SetType(alert_type type);
 
     /// Where an alert of that size goes: centred over the active window, within the screen.
     static BPoint AlertPosition(float width, float height);
@@ -66,9 +71,8 @@ public:
     bool QuitRequested() override;
 
 private:
-    void Build(const char* const labels[3], button_width width, button_spacing spacing,
-               alert_type type);
     void AddButtons(BView* parent, const char* const labels[3], button_width width);
+    void LayOut();
     float ButtonsWidth() const;
     void PlaceButtons(float top, float offsetGap);
     bool AnswerByKey(const BMessage& key);
@@ -76,6 +80,8 @@ private:
     void Answer(int32 button);
 
     std::string fText;
+    const button_spacing fSpacing;
+    kits::AlertTextView* fTextView; // a child
     std::vector<BButton*> fButtons; // children, from the left
     std::vector<char> fShortcuts;
     std::shared_ptr<kits::AlertAnswer> fAnswer; // shared with the thread that waits

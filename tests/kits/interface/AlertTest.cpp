@@ -322,4 +322,65 @@ TEST(AlertTest, ButtonsAreAsBroadAsAsked)
     }
 }
 
+void Discard(BAlert* alert)
+{
+    alert->Lock();
+    alert->Quit();
+}
+
+TEST(AlertTest, IsOfTheKindItWasMadeAs)
+{
+    BAlert* warning = MakeAlert();
+    auto* offset = new BAlert("a", "b", "I", nullptr, nullptr, B_WIDTH_AS_USUAL, B_OFFSET_SPACING,
+                              B_STOP_ALERT);
+    auto* usual = new BAlert("a", "b", "I");
+
+    EXPECT_EQ(warning->Type(), B_WARNING_ALERT);
+    EXPECT_EQ(offset->Type(), B_STOP_ALERT);
+    EXPECT_EQ(usual->Type(), B_INFO_ALERT);
+    for (BAlert* alert : {warning, offset, usual}) {
+        Discard(alert);
+    }
+}
+
+TEST(AlertTest, AnotherKindMakesRoomForItsIcon)
+{
+    const auto make = [](alert_type type) {
+        return new BAlert("a", "b", "No", "Yes", nullptr, B_WIDTH_FROM_LABEL, type);
+    };
+    BAlert* const plain = make(B_EMPTY_ALERT);
+    BAlert* const changed = make(B_STOP_ALERT);
+
+    changed->SetType(B_EMPTY_ALERT);
+
+    EXPECT_EQ(changed->Type(), B_EMPTY_ALERT);
+    EXPECT_EQ(changed->Bounds(), plain->Bounds());
+    EXPECT_EQ(changed->ButtonAt(0)->Frame(), plain->ButtonAt(0)->Frame());
+    EXPECT_EQ(changed->ButtonAt(1)->Frame(), plain->ButtonAt(1)->Frame());
+    changed->SetType(B_WARNING_ALERT);
+    EXPECT_GT(changed->Bounds().Height(), plain->Bounds().Height());
+    Discard(plain);
+    Discard(changed);
+}
+
+TEST(AlertTest, ItsKindIsSeenInTheIconStrip)
+{
+    constexpr rgb_color kRed = {204, 36, 36, 255};
+    constexpr rgb_color kYellow = {255, 206, 40, 255};
+    RunningAlert running([] {
+        BAlert* made = MakeAlert();
+        made->SetType(B_STOP_ALERT);
+        return made;
+    });
+    BWindow* alert = WaitForWindow("Sir?");
+    ASSERT_NE(alert, nullptr);
+
+    const Picture picture = TakePicture(alert);
+
+    EXPECT_GT(picture.Count(kRed, 18, 10, 50, 42), 100);
+    EXPECT_EQ(picture.Count(kYellow, 18, 10, 50, 42), 0);
+    ASSERT_TRUE(AnswerAlert("Cancel"));
+    EXPECT_EQ(running.Answer(), 0);
+}
+
 } // namespace
