@@ -12,6 +12,9 @@
 
 #include <sys/mount.h>
 
+#include <cerrno>
+#include <cstring>
+
 namespace norvane {
 
 using kits::testing::AnswerAlert;
@@ -194,7 +197,44 @@ TEST_F(WindowOperationsTest, AnEmptyTrashIsEmptiedTwice)
 
 // Volumes
 
-TEST_F(WindowOperationsTest, APaneOnTheMountPointItselfGoesHome)
+/// Shows a volume at its top and in a folder inside, unmounts it and says what became of the panes.
+class UnmountTest : public WindowOperationsTest, public ::testing::WithParamInterface<int>
+{
+protected:
+    bool ShowAndUnmount()
+    {
+        fTree.MakeFolder("volume");
+        const std::string volume = fTree.Path("volume");
+        if (!MountMemory(volume, 1 << 20)) {
+            return false;
+        }
+        fTree.Write("volume/deep/inside/a", "1");
+        WritePanes({"volume", "volume/deep/inside", "two"});
+        Open();
+        EXPECT_EQ(PanePath(0), volume);
+        EXPECT_EQ(PanePath(1), fTree.Path("volume/deep/inside"));
+        // Folders that are open for some idle seconds more keep it busy, the panes as such do not.
+        EXPECT_TRUE(WaitFor([&] { return umount2(volume.c_str(), GetParam()) == 0; }))
+            << strerror(errno);
+        EXPECT_TRUE(WaitFor([this] { return PanePath(0) == HomeFolder(); }));
+        EXPECT_TRUE(WaitFor([this] { return PanePath(1) == HomeFolder(); }));
+        EXPECT_EQ(PanePath(2), fTree.Path("two"));
+        return !HasFailure();
+    }
+};
+
+TEST_P(UnmountTest, PanesAtTheTopAndInsideGoHome)
+{
+    const PrivateResult result = RunWithPrivateMounts([this] { return ShowAndUnmount(); });
+    if (result == PrivateResult::kUnavailable) {
+        GTEST_SKIP() << "this system allows no private mounts";
+    }
+    EXPECT_EQ(result, PrivateResult::kPassed);
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, UnmountTest, ::testing::Values(0, MNT_DETACH));
+
+TEST_F(WindowOperationsTest, APaneThatWentElsewhereStaysThere)
 {
     const PrivateResult result = RunWithPrivateMounts([this] {
         if (!MountMemory(fTree.Path("one"), 1 << 20)) {
@@ -202,14 +242,12 @@ TEST_F(WindowOperationsTest, APaneOnTheMountPointItselfGoesHome)
         }
         OpenTwo();
         const int32 device = dev_for_path(fTree.Path("one").c_str());
-        if (umount2(fTree.Path("one").c_str(), MNT_DETACH) != 0) {
-            return false;
-        }
+        SendText(514, "../three");
         BMessage notice(B_NODE_MONITOR);
         notice.AddInt32("opcode", B_DEVICE_UNMOUNTED);
         notice.AddInt32("device", device);
         Send(notice);
-        return PanePath(0) == HomeFolder() && PanePath(1) == fTree.Path("two");
+        return PanePath(0) == fTree.Path("three") && PanePath(1) == fTree.Path("two");
     });
     if (result == PrivateResult::kUnavailable) {
         GTEST_SKIP() << "this system allows no private mounts";
