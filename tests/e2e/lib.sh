@@ -77,6 +77,9 @@ with_mounts() {
 
 inside() { echo "/proc/$program_pid/root$1"; }
 
+# in_mounts COMMAND...: runs it where the program's mounts are seen
+in_mounts() { nsenter --target "$program_pid" --user --preserve-credentials --mount "$@"; }
+
 # What a program that does not show itself is doing, for whoever reads the log.
 describe_program() {
     if program_ended; then
