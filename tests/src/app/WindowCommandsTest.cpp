@@ -1,6 +1,7 @@
 #include "app/MenuTable.h"
 #include "app/NorvaneWindow.h"
 
+#include "AlertText.h"
 #include "AppFixture.h"
 #include "fileops/OverWin.h"
 #include "settings/HomeFolder.h"
@@ -213,9 +214,10 @@ TEST_F(WindowCommandsTest, TellsWhatItIs)
 {
     OpenThree();
     fWindow->PostMessage(kAbout);
-    std::string text;
-    ASSERT_TRUE(kits::testing::AnswerAlert("Big Deal", &text));
-    EXPECT_EQ(text.rfind("Norvane AlphaII v0.6.2\n\n", 0), 0u);
+    const std::string alert = AlertText("About Norvane");
+    EXPECT_EQ(alert.rfind("info: Norvane AlphaII v0.6.2\n\n", 0), 0u) << alert;
+    EXPECT_EQ(alert.substr(alert.find(" [")), " [Big Deal]*");
+    ASSERT_TRUE(kits::testing::AnswerAlert("Big Deal"));
 }
 
 TEST_F(WindowCommandsTest, ShowsTheOverwriteQuestionUntilItIsAnswered)

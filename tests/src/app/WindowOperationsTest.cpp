@@ -6,7 +6,9 @@
 #include "settings/HomeFolder.h"
 
 #include <AppDefs.h>
+#include <Button.h>
 #include <NodeMonitor.h>
+#include <StringView.h>
 #include <TextControl.h>
 #include <fs_info.h>
 
@@ -98,6 +100,30 @@ TEST_F(WindowOperationsTest, GoToShowsTheFolderThatIsTyped)
     EXPECT_TRUE(WaitFor([this] { return PanePath(0) == fTree.Path("three"); }));
     EXPECT_TRUE(WaitForNoWindow("GoTo"));
     EXPECT_EQ(PanePath(1), fTree.Path("two"));
+}
+
+TEST_F(WindowOperationsTest, GoToAsksInItsOwnWords)
+{
+    OpenTwo();
+    Send(kGoTo);
+    BWindow* prompt = WaitForWindow("GoTo");
+    ASSERT_NE(prompt, nullptr);
+    ASSERT_TRUE(prompt->Lock());
+    const auto* label = dynamic_cast<BStringView*>(prompt->FindView("Label1"));
+    const auto* field = dynamic_cast<BTextControl*>(prompt->FindView("Text1"));
+    const auto* first = dynamic_cast<BButton*>(prompt->FindView("Button1"));
+    const auto* second = dynamic_cast<BButton*>(prompt->FindView("Button2"));
+    ASSERT_TRUE(label != nullptr && field != nullptr && first != nullptr && second != nullptr);
+    EXPECT_STREQ(label->Text(), "What Directory do you want to go to?");
+    EXPECT_STREQ(field->Text(), "");
+    EXPECT_STREQ(first->Label(), "OK");
+    EXPECT_TRUE(first->IsDefault());
+    EXPECT_STREQ(second->Label(), "Cancel");
+    EXPECT_LT(first->Frame().right, second->Frame().left);
+    EXPECT_EQ(prompt->FindView("Button3"), nullptr);
+    prompt->Unlock();
+    prompt->PostMessage(B_QUIT_REQUESTED);
+    EXPECT_TRUE(WaitForNoWindow("GoTo"));
 }
 
 TEST_F(WindowOperationsTest, GoToThatIsCancelledChangesNothing)

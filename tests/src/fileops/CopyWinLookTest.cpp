@@ -94,10 +94,16 @@ TEST_F(CopyWinLookTest, ShowsPathsAndBytesUnderItsLabels)
     EXPECT_TRUE(HasEnded());
 }
 
-TEST_F(CopyWinLookTest, CannotBeClosedOrResized)
+TEST_F(CopyWinLookTest, CannotBeClosedOrResizedAndHasNothingToShowAtFirst)
 {
     fTree.Write("from/a", "new");
     CopyWin* window = StartWithClash({"a"});
+    ExpectLine(window, 2, BRect(50, 1, 290, 15), "initializing...");
+    ExpectLine(window, 3, BRect(50, 16, 290, 30), "initializing...");
+    for (int32 index = 0; index < 4; index++) {
+        EXPECT_EQ(ViewOf(window, index)->ResizingMode(), B_FOLLOW_LEFT | B_FOLLOW_TOP);
+        EXPECT_STREQ(ViewOf(window, index)->Name(), index == 0 ? "label1" : "label2");
+    }
     const uint32 flags = B_NOT_CLOSABLE | B_NOT_ZOOMABLE | B_NOT_MINIMIZABLE | B_NOT_RESIZABLE;
     EXPECT_EQ(window->Flags() & flags, flags);
     EXPECT_EQ(window->Look(), B_TITLED_WINDOW_LOOK);

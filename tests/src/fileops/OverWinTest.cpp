@@ -68,11 +68,19 @@ TEST_F(OverWinTest, ShowsPathsCrossedWithDetails)
     ASSERT_TRUE(fWindow->Lock());
     std::string lines;
     BView* container = fWindow->FindView("FtpConContainer");
+    const float middles[] = {15, 30, 55, 70}; // of the lines' frames
+    const float lefts[] = {10, 30, 10, 30};
     for (int32 index = 0; index < 4; index++) {
-        lines += dynamic_cast<BStringView*>(container->ChildAt(index))->Text() + std::string("|");
+        const auto* line = dynamic_cast<BStringView*>(container->ChildAt(index));
+        lines += line->Name() + std::string(" ") + line->Text() + std::string("|");
+        // As high as the font, around the frame's middle.
+        EXPECT_NEAR((line->Frame().top + line->Frame().bottom) / 2, middles[index], 0.5);
+        EXPECT_EQ(line->Frame().left, lefts[index]);
+        EXPECT_EQ(line->Frame().right, 440);
     }
     fWindow->Unlock();
-    EXPECT_EQ(lines, "Overwrite: /from/a|5 Bytes|With file: /to/a|2 K|");
+    EXPECT_EQ(lines, "OverwriteFile Overwrite: /from/a|OverwriteFile 5 Bytes|"
+                     "OverwriteWith With file: /to/a|OverwriteWith 2 K|");
 }
 
 TEST_F(OverWinTest, HasItsButtonsInPlace)
