@@ -18,7 +18,6 @@ constexpr float kHeight = 96;
 constexpr float kOverallBarHeight = 32;
 constexpr uint32 kStartLate = 'Late';
 constexpr bigtime_t kActivationPatience = 300'000;
-constexpr bigtime_t kLong = 1'000'000; // an operation that nobody asked to see is shown then
 
 BRect CentredFrame(BRect around)
 {
@@ -55,7 +54,7 @@ CopyWin::CopyWin(BRect frame, const char* title, const char* path, BMessage* req
     }
     SetTakesKeys(false);
     if (request->what == kEmptyRequest) {
-        fShowTime = system_time() + kLong;
+        fLateShow.Start(system_time());
         PostMessage(kStartLate);
         Run();
     } else {
@@ -189,11 +188,7 @@ void CopyWin::ShowForQuit()
 
 void CopyWin::ShowWhenLong(bigtime_t now)
 {
-    if (fShowTime == 0 || now < fShowTime) {
-        return;
-    }
-    fShowTime = 0;
-    if (IsHidden()) {
+    if (fLateShow.TakeDue(now) && IsHidden()) {
         Show();
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fileops/LateShow.h"
 #include "fileops/OperationProgress.h"
 #include "fileops/ProblemList.h"
 
@@ -120,7 +121,7 @@ private:
     int64 fShownFileBytes = 0; // what the bars stand at
     int64 fShownBytes = 0;
     bigtime_t fNextPaint = 0;
-    bigtime_t fShowTime = 0;    // when an operation that goes on is to be seen; 0: it is
+    LateShow fLateShow;
     bigtime_t fSettledTime = 0; // until then an activation is nobody's wish
 };
 
