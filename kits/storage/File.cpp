@@ -1,5 +1,6 @@
 #include <File.h>
 
+#include "EntryName.h"
 #include "FileBuffer.h"
 #include "PathLookup.h"
 
@@ -40,25 +41,23 @@ int SystemFlags(uint32 openMode)
 }
 
 /// Refuses what is no regular file, and does what must not be done to anything else.
-status_t CheckOpened(int file, uint32 openMode, off_t* start)
+status_t CheckOpened(int file, uint32 openMode, struct stat* st)
 {
-    struct stat st;
-    status_t status = kits::sys::Stat(file, &st);
+    status_t status = kits::sys::Stat(file, st);
     if (status != B_OK) {
         return status;
     }
-    if (S_ISDIR(st.st_mode)) {
+    if (S_ISDIR(st->st_mode)) {
         return B_IS_A_DIRECTORY;
     }
-    if (!S_ISREG(st.st_mode)) {
+    if (!S_ISREG(st->st_mode)) {
         return B_BAD_VALUE;
     }
     const bool isWritable = (openMode & kAccessMask) != B_READ_ONLY;
-    if ((openMode & B_ERASE_FILE) != 0 && isWritable && st.st_size > 0) {
+    if ((openMode & B_ERASE_FILE) != 0 && isWritable && st->st_size > 0) {
         status = kits::sys::SetSize(file, 0);
-        st.st_size = 0;
+        st->st_size = 0;
     }
-    *start = (openMode & B_OPEN_AT_END) != 0 ? st.st_size : 0;
     return status;
 }
 
@@ -128,7 +127,8 @@ status_t BFile::SetTo(const BEntry* entry, uint32 openMode)
     if (status == B_OK) {
         status = kits::FolderTable::Get().Open(entry->fFolder, &folder);
     }
-    return status == B_OK ? OpenAt(folder->Get(), entry->fName, openMode) : Fail(status);
+    struct stat st;
+    return status == B_OK ? OpenAt(folder->Get(), entry->fName, openMode, &st) : Fail(status);
 }
 
 status_t BFile::SetTo(const char* path, uint32 openMode)
@@ -137,7 +137,8 @@ status_t BFile::SetTo(const char* path, uint32 openMode)
     if (path == nullptr || *path == '\0') {
         return Fail(B_BAD_VALUE);
     }
-    return OpenAt(kits::sys::kWorkingDirectory, kits::SystemPath(path), openMode);
+    struct stat st;
+    return OpenAt(kits::sys::kWorkingDirectory, kits::SystemPath(path), openMode, &st);
 }
 
 status_t BFile::SetTo(const BDirectory* directory, const char* path, uint32 openMode)
@@ -147,22 +148,31 @@ status_t BFile::SetTo(const BDirectory* directory, const char* path, uint32 open
         *path == '\0') {
         return Fail(B_BAD_VALUE);
     }
-    return OpenAt(directory->Descriptor(), kits::SystemPath(path), openMode);
+    struct stat st;
+    return OpenAt(directory->Descriptor(), kits::SystemPath(path), openMode, &st);
 }
 
-status_t BFile::OpenAt(int folder, const std::string& path, uint32 openMode)
+status_t BFile::SetToChild(const BDirectory& folder, const char* name, struct stat* st)
+{
+    Unset();
+    if (folder.InitCheck() != B_OK || !kits::IsEntryName(name) || st == nullptr) {
+        return Fail(B_BAD_VALUE);
+    }
+    return OpenAt(folder.Descriptor(), name, B_READ_ONLY | B_NO_TRAVERSE, st);
+}
+
+status_t BFile::OpenAt(int folder, const std::string& path, uint32 openMode, struct stat* st)
 {
     kits::UniqueFd file(kits::OpenPath(folder, path, SystemFlags(openMode), 0666));
     if (!file.IsOpen()) {
         return Fail(file.Get());
     }
-    off_t start = 0;
-    const status_t status = CheckOpened(file.Get(), openMode, &start);
+    const status_t status = CheckOpened(file.Get(), openMode, st);
     if (status != B_OK) {
         return Fail(status);
     }
     AdoptFile(file.Release(), openMode);
-    fBuffer->SetPosition(start);
+    fBuffer->SetPosition((openMode & B_OPEN_AT_END) != 0 ? st->st_size : 0);
     return B_OK;
 }
 

@@ -12,11 +12,15 @@
 #include <Entry.h>
 #include <Errors.h>
 
+#include <algorithm>
+
 namespace norvane {
 
 namespace {
 
 constexpr size_t kChunkBytes = 4096;
+// Files up to this size are read at once, and tell of their bytes at once.
+constexpr off_t kSmall = 64 * 1024;
 
 /// Removes the file beside the target again, unless it took the target's place.
 class BesideGuard
@@ -25,23 +29,26 @@ public:
     BesideGuard(const BDirectory& folder, const char* name) : fEntry(&folder, name) {}
     ~BesideGuard()
     {
-        if (!fIsDismissed) {
+        if (fIsThere) {
             fEntry.Remove();
         }
     }
     BesideGuard(const BesideGuard&) = delete;
     BesideGuard& operator=(const BesideGuard&) = delete;
 
+    /// What it says first: a file that could not be removed again is not made.
+    status_t InitCheck() const { return fEntry.InitCheck(); }
+    void WasMade() { fIsThere = true; }
     status_t RenameOver(const char* name)
     {
         const status_t status = fEntry.Rename(name, true);
-        fIsDismissed = status == B_OK;
+        fIsThere = status != B_OK;
         return status;
     }
 
 private:
     BEntry fEntry;
-    bool fIsDismissed = false;
+    bool fIsThere = false;
 };
 
 bool IsSameNode(const struct stat& a, const struct stat& b)
@@ -51,27 +58,80 @@ bool IsSameNode(const struct stat& a, const struct stat& b)
 
 } // namespace
 
-FileCopier::FileCopier(OperationUI& ui, const CopyPurpose& purpose, const CopyStep& step,
-                       const struct stat& record)
-    : fUI(ui), fPurpose(purpose), fStep(step), fRecord(record)
+FileCopier::FileCopier(OperationUI& ui, const CopyPurpose& purpose, const CopyStep& step)
+    : fUI(ui), fPurpose(purpose), fStep(step), fName(step.name), fSourcePath(step.SourcePath())
 {
 }
 
 CopyResult FileCopier::Run()
 {
-    if (!OpenSource()) {
+    if (Begin()) {
+        Fill();
+    }
+    return End();
+}
+
+bool FileCopier::Begin()
+{
+    // A name may lead somewhere else by now: only a regular file is opened, and a link never
+    // followed.
+    fOpened = fSource.SetToChild(fStep.source.folder, fStep.name, &fRecord);
+    if (fOpened != B_OK) {
+        return false;
+    }
+    fCreated =
+        fStep.target.folder.CreateNewFile(fStep.targetName, fRecord.st_mode & 0666, &fTarget);
+    if (fCreated != B_OK || fRecord.st_size > kSmall) {
+        return false;
+    }
+    TellStart();
+    return true;
+}
+
+void FileCopier::Fill()
+{
+    if (CopySmall()) {
+        CheckContents();
+    }
+    Complete();
+    fIsFilled = true;
+}
+
+CopyResult FileCopier::End()
+{
+    if (fOpened != B_OK) {
+        fUI.Tell("Couldn't open the file for reading.", Notice::kStop);
         return CopyResult();
     }
-    BFile file;
-    const status_t status =
-        fStep.target.folder.CreateNewFile(fStep.targetName, fRecord.st_mode & 0666, &file);
-    if (status == B_OK) {
-        return WriteNew(&file);
+    if (fIsFilled) {
+        fUI.BytesCopied(fName.c_str(), fCopiedBytes);
+    } else if (fCreated != B_OK) {
+        return MeetExisting();
+    } else {
+        WriteNew();
     }
+    CopyResult result = Written();
+    result.isMade = true;
+    return result;
+}
+
+void FileCopier::WriteNew()
+{
+    TellStart();
+    CopyContents();
+    Complete();
+    if (!fIsWhole && fUI.IsStopped()) {
+        // Nobody asked for half a file; one that an error cut short stays, to be looked at.
+        BEntry(&fStep.target.folder, fStep.targetName).Remove();
+    }
+}
+
+CopyResult FileCopier::MeetExisting()
+{
     struct stat existing;
-    if (status != B_FILE_EXISTS ||
+    if (fCreated != B_FILE_EXISTS ||
         fStep.target.folder.GetStatFor(fStep.targetName, &existing) != B_OK) {
-        return Failed(status);
+        return Failed(fCreated);
     }
     // Before asking whether there is anybody to ask: whatever the answer, a file is never written
     // over itself.
@@ -79,7 +139,7 @@ CopyResult FileCopier::Run()
         return {.isItself = true};
     }
     if (fPurpose.isAllNew || !fUI.CanAsk()) {
-        return Failed(status);
+        return Failed(fCreated);
     }
     if (AskAboutClash(existing) != Clash::kReplace) {
         return CopyResult();
@@ -87,23 +147,9 @@ CopyResult FileCopier::Run()
     return WriteOver(existing);
 }
 
-bool FileCopier::OpenSource()
-{
-    // A name may lead somewhere else by now: only a regular file is opened, and a link never
-    // followed.
-    status_t status = fSource.SetTo(&fStep.source.folder, fStep.name, B_READ_ONLY | B_NO_TRAVERSE);
-    if (status == B_OK) {
-        status = fSource.GetStat(&fRecord);
-    }
-    if (status != B_OK) {
-        fUI.Tell("Couldn't open the file for reading.", Notice::kStop);
-    }
-    return status == B_OK;
-}
-
 CopyResult FileCopier::Failed(status_t status)
 {
-    fUI.NoteProblem(fStep.name, ReasonFor(status));
+    fUI.NoteProblem(fName, ReasonFor(status));
     return {.isDone = true};
 }
 
@@ -120,7 +166,7 @@ FileCopier::Clash FileCopier::AskAboutClash(const struct stat& existing)
         return IsOlder(existing) ? Clash::kReplace : LeaveHidden();
     }
     fUI.HideProgress();
-    fUI.AskOverwrite({fStep.SourcePath(), fStep.TargetPath(),
+    fUI.AskOverwrite({fSourcePath, fStep.TargetPath(),
                       OverwriteDetails(existing.st_size, existing.st_mtime),
                       OverwriteDetails(fRecord.st_size, fRecord.st_mtime)});
     const uint32 answer = fUI.StandingAnswer();
@@ -148,87 +194,89 @@ bool FileCopier::IsOlder(const struct stat& existing) const
     return existing.st_mtime < fRecord.st_mtime;
 }
 
-CopyResult FileCopier::WriteNew(BFile* file)
-{
-    const bool isWhole = CopyContents(file);
-    if (!isWhole && fUI.IsStopped()) {
-        // Nobody asked for half a file; one that an error cut short stays, to be looked at.
-        BEntry(&fStep.target.folder, fStep.targetName).Remove();
-    }
-    CopyResult result = Written(isWhole && TakeAlong(file));
-    result.isMade = true;
-    return result;
-}
-
-CopyResult FileCopier::Written(bool isWhole) const
-{
-    if (isWhole && fPurpose.IsMove()) {
-        fPurpose.ledger->Add(fStep.SourcePath(), fRecord);
-    }
-    return {.isDone = !fIsFull && !fUI.IsStopped(), .isWhole = isWhole};
-}
-
 CopyResult FileCopier::WriteOver(const struct stat& existing)
 {
     if (S_ISDIR(existing.st_mode)) {
         return Failed(B_IS_A_DIRECTORY);
     }
     const OwnTemporaryName beside;
-    BFile file;
-    const status_t created = CreateBeside(existing, beside, &file);
+    BesideGuard guard(fStep.target.folder, beside.Name());
+    status_t created = guard.InitCheck();
+    if (created == B_OK) {
+        created = CreateBeside(existing, beside);
+    }
     if (created != B_OK) {
         return Failed(created);
     }
-    BesideGuard guard(fStep.target.folder, beside.Name());
-    if (!CopyContents(&file)) {
-        return Written(false);
+    guard.WasMade();
+    TellStart();
+    CopyContents();
+    if (!fIsWhole) {
+        return Written();
     }
     const status_t renamed = guard.RenameOver(fStep.targetName);
     if (renamed != B_OK) {
         return Failed(renamed);
     }
     if (S_ISREG(existing.st_mode) && !fPurpose.IsMove()) {
-        file.SetPermissions(existing.st_mode & 0777);
+        fTarget.SetPermissions(existing.st_mode & 0777);
     }
-    return Written(TakeAlong(&file));
+    Complete();
+    return Written();
 }
 
-bool FileCopier::TakeAlong(BFile* file)
-{
-    if (!fPurpose.IsMove()) {
-        return true;
-    }
-    const status_t status = file->CopyAttrsFrom(fSource);
-    if (status != B_OK) {
-        fUI.NoteProblem(fStep.name, "its attributes could not be kept");
-    }
-    TakeRecordAlong(file, fRecord);
-    return status == B_OK;
-}
-
-status_t FileCopier::CreateBeside(const struct stat& existing, const OwnTemporaryName& name,
-                                  BFile* file)
+status_t FileCopier::CreateBeside(const struct stat& existing, const OwnTemporaryName& name)
 {
     // A replaced file keeps its mode, which is set when the new one is in its place. What replaces
     // a link is a new file.
     const mode_t mode = S_ISREG(existing.st_mode) ? mode_t(0600) : fRecord.st_mode & 0666;
-    return fStep.target.folder.CreateNewFile(name.Name(), mode, file);
+    return fStep.target.folder.CreateNewFile(name.Name(), mode, &fTarget);
 }
 
-bool FileCopier::CopyContents(BFile* file)
+CopyResult FileCopier::Written()
 {
-    fUI.FileStarted(fStep.SourcePath(), fStep.TargetPath(), fRecord.st_size);
-    int64 copiedBytes = 0;
-    if (!CopyChunks(file, &copiedBytes)) {
-        return false;
+    if (fIsFull) {
+        fUI.Tell("Out of space on the target volume.", Notice::kStop);
     }
-    if (!fPurpose.IsMove()) {
-        CopyFileInfo(&fSource, file); // a move takes all attributes along
+    for (const std::string& problem : fProblems) {
+        fUI.NoteProblem(fName, problem);
     }
-    return IsComplete(*file, copiedBytes);
+    if (fIsWhole && fPurpose.IsMove()) {
+        fPurpose.ledger->Add(fSourcePath, fRecord);
+    }
+    return {.isDone = !fIsFull && !fUI.IsStopped(), .isWhole = fIsWhole};
 }
 
-bool FileCopier::CopyChunks(BFile* file, int64* copiedBytes)
+void FileCopier::TellStart()
+{
+    fUI.FileStarted(fSourcePath, fStep.TargetPath(), fRecord.st_size);
+}
+
+void FileCopier::CopyContents()
+{
+    if (CopyChunks()) {
+        CheckContents();
+    }
+}
+
+void FileCopier::CheckContents()
+{
+    if (!fPurpose.IsMove()) {
+        CopyFileInfo(&fSource, &fTarget); // a move takes all attributes along
+    }
+    fIsWhole = IsComplete();
+}
+
+bool FileCopier::CopySmall()
+{
+    char contents[kSmall];
+    // Whether it has grown since it was opened shows at the end; some that say they are empty are
+    // not.
+    const auto size = static_cast<size_t>(std::max<off_t>(fRecord.st_size, 1));
+    return CopyPiece(fSource.Read(contents, size), contents) && HandOver();
+}
+
+bool FileCopier::CopyChunks()
 {
     char chunk[kChunkBytes];
     ssize_t count = 0;
@@ -237,19 +285,31 @@ bool FileCopier::CopyChunks(BFile* file, int64* copiedBytes)
             return false;
         }
         count = fSource.Read(chunk, sizeof(chunk));
-        if (count < 0) {
-            fUI.NoteProblem(fStep.name, ReasonFor(static_cast<status_t>(count)));
+        if (!CopyPiece(count, chunk)) {
             return false;
         }
-        const ssize_t written = file->Write(chunk, static_cast<size_t>(count));
-        if (written != count) {
-            return WriteFailed(written);
-        }
-        *copiedBytes += count;
-        fUI.BytesCopied(fStep.name, count);
+        fUI.BytesCopied(fName.c_str(), count);
     } while (count == static_cast<ssize_t>(kChunkBytes));
-    // Hands over what waits in the file's buffer: its status is that of all that came before.
-    const ssize_t flushed = file->Write(chunk, 0);
+    return HandOver();
+}
+
+bool FileCopier::CopyPiece(ssize_t read, const char* bytes)
+{
+    if (read < 0) {
+        return Note(ReasonFor(static_cast<status_t>(read)));
+    }
+    const ssize_t written = fTarget.Write(bytes, static_cast<size_t>(read));
+    if (written != read) {
+        return WriteFailed(written);
+    }
+    fCopiedBytes += read;
+    return true;
+}
+
+bool FileCopier::HandOver()
+{
+    // The status of what waits in the file's buffer is that of all that came before.
+    const ssize_t flushed = fTarget.Write("", 0);
     return flushed == 0 || WriteFailed(flushed);
 }
 
@@ -257,31 +317,48 @@ bool FileCopier::WriteFailed(ssize_t status)
 {
     if (status == B_DEVICE_FULL) {
         fIsFull = true;
-        fUI.Tell("Out of space on the target volume.", Notice::kStop);
-    } else {
-        const status_t reason = status < 0 ? static_cast<status_t>(status) : status_t(B_IO_ERROR);
-        fUI.NoteProblem(fStep.name, ReasonFor(reason));
+        return false;
     }
+    return Note(ReasonFor(status < 0 ? static_cast<status_t>(status) : status_t(B_IO_ERROR)));
+}
+
+bool FileCopier::Note(const std::string& problem)
+{
+    fProblems.push_back(problem);
     return false;
 }
 
-bool FileCopier::IsComplete(const BFile& file, int64 copiedBytes)
+bool FileCopier::IsComplete()
 {
     struct stat now;
     off_t written = 0;
-    const bool isReadToTheEnd = fSource.GetStat(&now) == B_OK && now.st_size == copiedBytes &&
+    const bool isReadToTheEnd = fSource.GetStat(&now) == B_OK && now.st_size == fCopiedBytes &&
                                 now.st_size == fRecord.st_size &&
                                 now.st_mtim.tv_sec == fRecord.st_mtim.tv_sec &&
                                 now.st_mtim.tv_nsec == fRecord.st_mtim.tv_nsec;
     if (!isReadToTheEnd) {
-        fUI.NoteProblem(fStep.name, "it changed while it was being copied");
-        return false;
+        return Note("it changed while it was being copied");
     }
-    if (file.GetSize(&written) != B_OK || written != copiedBytes) {
-        fUI.NoteProblem(fStep.name, "not every byte arrived");
-        return false;
+    if (fTarget.GetSize(&written) != B_OK || written != fCopiedBytes) {
+        return Note("not every byte arrived");
     }
     return true;
+}
+
+void FileCopier::Complete()
+{
+    if (fIsWhole && fPurpose.IsMove()) {
+        if (fTarget.CopyAttrsFrom(fSource) != B_OK) {
+            fIsWhole = Note("its attributes could not be kept");
+        }
+        TakeRecordAlong(&fTarget, fRecord);
+    }
+    fSource.Unset();
+    // Some file systems tell only now that bytes did not arrive.
+    const status_t closed = fTarget.Close();
+    if (closed != B_OK && fIsWhole) {
+        fIsWhole = Note(ReasonFor(closed));
+    }
 }
 
 } // namespace norvane

@@ -13,20 +13,28 @@
 #include <SymLink.h>
 #include <fs_info.h>
 
+#include <cstring>
+#include <dirent.h>
+
 namespace norvane {
 
-bool LiesIn(BEntry entry, const node_ref& node)
+status_t LiesIn(BEntry entry, const node_ref& node, bool* lies)
 {
     struct stat record;
-    status_t status = B_OK;
-    while (status == B_OK && (status = entry.GetStat(&record)) == B_OK) {
-        if (node_ref(record.st_dev, record.st_ino) == node) {
-            return true;
+    status_t status = entry.GetStat(&record);
+    while (status == B_OK) {
+        const bool isNode = node_ref(record.st_dev, record.st_ino) == node;
+        const bool isRoot = std::strcmp(entry.Name(), ".") == 0;
+        if (isNode || isRoot) {
+            *lies = isNode;
+            return B_OK;
         }
         status = entry.GetParent(&entry);
+        if (status == B_OK) {
+            status = entry.GetStat(&record);
+        }
     }
-    // Above the root there is nothing; any other end leaves it open.
-    return status != B_ENTRY_NOT_FOUND;
+    return status;
 }
 
 CopyResult TreeCopier::Copy(const CopyStep& step)
@@ -42,6 +50,7 @@ CopyResult TreeCopier::Copy(const CopyStep& step)
         fPurpose.ledger->Begin(step.source.path);
     }
     CopyResult result = CopyEntry(step, record);
+    result.isWhole &= fSmallFiles.Drain();
     result.isItself |= fHasMetItself;
     return result;
 }
@@ -49,7 +58,7 @@ CopyResult TreeCopier::Copy(const CopyStep& step)
 CopyResult TreeCopier::CopyEntry(const CopyStep& step, const struct stat& record)
 {
     if (S_ISREG(record.st_mode)) {
-        return FileCopier(fUI, fPurpose, step, record).Run();
+        return FileCopier(fUI, fPurpose, step).Run();
     }
     if (S_ISDIR(record.st_mode)) {
         return CopyFolder(step, record);
@@ -128,7 +137,12 @@ CopyResult TreeCopier::CopyFolder(const CopyStep& step, const struct stat& recor
         return {.isDone = true};
     }
     node_ref targetNode;
-    if (target.GetNodeRef(&targetNode) != B_OK || targetNode == sourceNode) {
+    const status_t known = target.GetNodeRef(&targetNode);
+    if (known != B_OK) {
+        Note(step.name, known);
+        return {.isDone = true, .isMade = isNew};
+    }
+    if (targetNode == sourceNode) {
         return {.isItself = true}; // the same folder by another way: as copied onto itself
     }
     if (!fHasTopTarget) {
@@ -146,7 +160,7 @@ bool TreeCopier::CopyContents(const CopyStep& step, BDirectory& source, BDirecto
     const CopyPlace targetPlace{target, step.TargetPath()};
     const Children children = List(step.name, source);
     bool isWhole = children.isWhole;
-    isWhole &= CopyChildren(children.files, sourcePlace, targetPlace);
+    isWhole &= CopyFiles(children.files, sourcePlace, targetPlace);
     isWhole &= CopyChildren(children.others, sourcePlace, targetPlace);
     isWhole &= CopyChildren(children.folders, sourcePlace, targetPlace);
     return isWhole;
@@ -181,23 +195,54 @@ TreeCopier::Children TreeCopier::List(const char* name, BDirectory& folder)
 {
     Children children;
     const char* childName = nullptr;
-    status_t status = folder.GetNextName(&childName);
-    for (; status == B_OK; status = folder.GetNextName(&childName)) {
+    uint8 kind = DT_UNKNOWN;
+    status_t status = folder.GetNextName(&childName, &kind);
+    for (; status == B_OK; status = folder.GetNextName(&childName, &kind)) {
+        if (kind == DT_REG) {
+            children.files.emplace_back(childName); // what it is shows when it is opened
+            continue;
+        }
         Child child{childName, {}};
         const status_t found = folder.GetStatFor(childName, &child.record);
         if (found != B_OK) {
             children.isWhole = Note(childName, found);
             continue;
         }
-        std::vector<Child>& list = S_ISREG(child.record.st_mode)   ? children.files
-                                   : S_ISDIR(child.record.st_mode) ? children.folders
-                                                                   : children.others;
-        list.push_back(std::move(child));
+        if (S_ISREG(child.record.st_mode)) {
+            children.files.push_back(std::move(child.name));
+        } else if (S_ISDIR(child.record.st_mode)) {
+            children.folders.push_back(std::move(child));
+        } else {
+            children.others.push_back(std::move(child));
+        }
     }
     if (status != B_ENTRY_NOT_FOUND) {
         children.isWhole = Note(name, status);
     }
     return children;
+}
+
+bool TreeCopier::CopyFiles(const std::vector<std::string>& names, const CopyPlace& source,
+                           const CopyPlace& target)
+{
+    bool isWhole = true;
+    for (const std::string& text : names) {
+        if (fUI.IsStopped()) {
+            isWhole = false;
+            break;
+        }
+        const char* name = text.c_str();
+        auto copier =
+            std::make_unique<FileCopier>(fUI, fPurpose, CopyStep{source, name, target, name});
+        if (copier->Begin()) {
+            fSmallFiles.Add(std::move(copier));
+            continue;
+        }
+        // What is said of this file comes after what is said of those before it.
+        isWhole &= fSmallFiles.Drain();
+        isWhole &= copier->End().isWhole;
+    }
+    return isWhole;
 }
 
 bool TreeCopier::CopyChildren(const std::vector<Child>& children, const CopyPlace& source,
@@ -249,7 +294,14 @@ status_t TreeCopier::TextFor(const CopyStep& step, std::string* text) const
     if (!pointedTo.Exists()) {
         return B_ENTRY_NOT_FOUND;
     }
-    if (fPurpose.IsMove() && LiesIn(pointedTo, fTopSource)) {
+    bool movesAlong = false;
+    if (fPurpose.IsMove()) {
+        const status_t status = LiesIn(pointedTo, fTopSource, &movesAlong);
+        if (status != B_OK) {
+            return status;
+        }
+    }
+    if (movesAlong) {
         // What it points to moves along, so that its own text goes on leading there.
         char own[B_PATH_NAME_LENGTH * 4];
         const ssize_t length = BSymLink(&step.source.folder, step.name).ReadLink(own, sizeof(own));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fileops/CopyPlace.h"
+#include "fileops/CopyQueue.h"
 
 #include <Entry.h>
 #include <Node.h>
@@ -15,8 +16,9 @@ namespace norvane {
 
 class OperationUI;
 
-/// Whether `entry` is the node, or lies below it at any depth; true when that cannot be told.
-bool LiesIn(BEntry entry, const node_ref& node);
+/// Finds whether `entry` is the node, or lies below it at any depth. Errors: those of looking on
+/// the way up, which leave it open.
+status_t LiesIn(BEntry entry, const node_ref& node, bool* lies);
 
 /// Copies one item of an operation, a folder with all below it: files first, then links, then
 /// subfolders.
@@ -39,7 +41,7 @@ private:
     };
     struct Children
     {
-        std::vector<Child> files;
+        std::vector<std::string> files;
         std::vector<Child> others;
         std::vector<Child> folders;
         bool isWhole = true; // all were listed
@@ -60,12 +62,15 @@ private:
                       const struct stat& record, bool isNew);
     bool Note(const char* name, status_t status);
     Children List(const char* name, BDirectory& folder);
+    bool CopyFiles(const std::vector<std::string>& names, const CopyPlace& source,
+                   const CopyPlace& target);
     bool CopyChildren(const std::vector<Child>& children, const CopyPlace& source,
                       const CopyPlace& target);
 
     OperationUI& fUI;
     const CopyPurpose fPurpose;
-    node_ref fTopSource; // the item itself
+    CopyQueue fSmallFiles; // of all folders; empty again when the item is done
+    node_ref fTopSource;   // the item itself
     // The folder that this item became. The walk never enters it: a folder copied into itself would
     // not end.
     node_ref fTopTarget;

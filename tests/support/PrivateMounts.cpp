@@ -87,6 +87,22 @@ PrivateResult RunWithPrivateMounts(const std::function<bool()>& work)
                                                                      : PrivateResult::kFailed;
 }
 
+void ExpectPassed(PrivateResult result)
+{
+    if (result == PrivateResult::kUnavailable) {
+        GTEST_SKIP() << "this system allows no private mounts";
+    }
+    EXPECT_EQ(result, PrivateResult::kPassed);
+}
+
+bool Check(bool isTrue, const char* what)
+{
+    if (!isTrue) {
+        std::fprintf(stderr, "not so: %s\n", what);
+    }
+    return isTrue;
+}
+
 bool MountMemory(const std::string& path, long bytes)
 {
     const std::string options = "size=" + std::to_string(bytes);

@@ -16,6 +16,12 @@ enum class PrivateResult {
 /// a mere copy of this one would lack the threads, and might keep their locks for ever.
 PrivateResult RunWithPrivateMounts(const std::function<bool()>& work);
 
+/// The test passes as the work did, or is skipped where there are no private mounts.
+void ExpectPassed(PrivateResult result);
+/// For checks within RunWithPrivateMounts(), whose expectations nobody else hears of: says `what`
+/// when it is not so, and returns whether it is.
+bool Check(bool isTrue, const char* what);
+
 /// Mounts an empty memory file system of `bytes` at `path`. Call within RunWithPrivateMounts().
 bool MountMemory(const std::string& path, long bytes);
 /// Makes the folder `path` read only for this process. Call within RunWithPrivateMounts().

@@ -39,6 +39,9 @@ public:
     status_t SetTo(const BEntry* entry, uint32 openMode);
     status_t SetTo(const char* path, uint32 openMode);
     status_t SetTo(const BDirectory* directory, const char* path, uint32 openMode);
+    /// Kit extension: opens the file `name` of the folder for reading, itself: a link is
+    /// B_LINK_LIMIT. `st` tells what was opened.
+    status_t SetToChild(const BDirectory& folder, const char* name, struct stat* st);
     void Unset() override;
     /// As Unset(), and tells what became of the last bytes. Kit extension.
     status_t Close();
@@ -65,7 +68,7 @@ public:
 private:
     friend class BDirectory;
 
-    status_t OpenAt(int folder, const std::string& path, uint32 openMode);
+    status_t OpenAt(int folder, const std::string& path, uint32 openMode, struct stat* st);
     void AdoptFile(int descriptor, uint32 openMode);
     status_t Settle() const override;
 

@@ -205,6 +205,25 @@ TEST_F(FileTest, FollowsALinkUnlessToldNotTo)
     EXPECT_EQ(BFile(Path("link").c_str(), B_READ_ONLY | B_NO_TRAVERSE).InitCheck(), B_LINK_LIMIT);
 }
 
+TEST_F(FileTest, OpensAChildItselfAndTellsWhatItIs)
+{
+    fTree.Write("f", "abc");
+    fTree.Link("link", "f");
+    const BDirectory folder(Path("").c_str());
+    BFile file;
+    struct stat st = {};
+
+    EXPECT_EQ(file.SetToChild(folder, "f", &st), B_OK);
+    EXPECT_EQ(st.st_size, 3);
+    EXPECT_TRUE(file.IsReadable());
+    EXPECT_FALSE(file.IsWritable());
+    EXPECT_EQ(file.SetToChild(folder, "link", &st), B_LINK_LIMIT);
+    EXPECT_EQ(file.SetToChild(folder, "gone", &st), B_ENTRY_NOT_FOUND);
+    EXPECT_EQ(file.SetToChild(folder, "../f", &st), B_BAD_VALUE);
+    EXPECT_EQ(file.SetToChild(BDirectory(), "f", &st), B_BAD_VALUE);
+    EXPECT_EQ(file.InitCheck(), B_BAD_VALUE);
+}
+
 TEST_F(FileTest, KeepsToItsMode)
 {
     fTree.Write("f", "abc");

@@ -74,20 +74,7 @@ protected:
     /// Runs `work` where it may mount; a system that forbids that skips the test.
     static void Privately(const std::function<bool()>& work)
     {
-        const PrivateResult result = RunWithPrivateMounts(work);
-        if (result == PrivateResult::kUnavailable) {
-            GTEST_SKIP() << "this system allows no private mounts";
-        }
-        EXPECT_EQ(result, PrivateResult::kPassed);
-    }
-
-    /// For checks in a process of its own, whose expectations nobody else hears of.
-    static bool Check(bool isTrue, const char* what)
-    {
-        if (!isTrue) {
-            std::fprintf(stderr, "not so: %s\n", what);
-        }
-        return isTrue;
+        ExpectPassed(RunWithPrivateMounts(work));
     }
 };
 

@@ -14,8 +14,9 @@ protected:
     /// The next move copies the item's first file, then does `change`.
     void AfterTheFirstFile(const std::function<void()>& change)
     {
-        fUI.onFile = [this, change](const std::string&) {
-            if (fCopied++ == 1) {
+        // A small file is told of once it is there.
+        fUI.onBytes = [this, change](int64) {
+            if (fCopied++ == 0) {
                 change();
             }
         };
