@@ -82,6 +82,11 @@ void TextBuffer::SetText(std::string_view text)
 
 void TextBuffer::Replace(int32 from, int32 to, std::string_view inserted)
 {
+    // The first key in a large text would copy all of it to a larger place.
+    const size_t needed = fBytes.size() - static_cast<size_t>(to - from) + inserted.size();
+    if (needed > fBytes.capacity()) {
+        fBytes.reserve(needed + needed / 8);
+    }
     fBytes.replace(static_cast<size_t>(from), static_cast<size_t>(to - from), inserted);
     if (!fIsSingleLine) {
         fLines.Replace(from, to - from, inserted);

@@ -3,10 +3,13 @@
 #include "TextBuffer.h"
 
 #include <algorithm>
+#include <atomic>
 
 namespace kits {
 
 namespace {
+
+std::atomic<int64> gDecodedBytes = 0;
 
 constexpr char16_t kDeleteSign = 0x2421;
 
@@ -34,6 +37,7 @@ bool IsRightToLeft(QChar unit)
 DecodedText::DecodedText(std::string_view bytes, bool showsTabs)
     : fByteCount(static_cast<int32>(bytes.size()))
 {
+    gDecodedBytes.fetch_add(fByteCount, std::memory_order_relaxed);
     fText.reserve(fByteCount);
     const bool isAscii = std::all_of(bytes.begin(), bytes.end(),
                                      [](char byte) { return static_cast<uint8>(byte) < 0x80; });
@@ -60,6 +64,11 @@ DecodedText::DecodedText(std::string_view bytes, bool showsTabs)
         place += static_cast<size_t>(std::max<int32>(length, 1));
     }
     fBytes.push_back(fByteCount);
+}
+
+int64 CountDecodedBytes()
+{
+    return gDecodedBytes.load(std::memory_order_relaxed);
 }
 
 int32 DecodedText::UnitOf(int32 byte) const

@@ -9,6 +9,9 @@
 
 namespace kits {
 
+/// What a line is written along.
+enum class TextDirection : uint8 { kUnknown, kLeftToRight, kRightToLeft };
+
 /// A line's bytes as what is shown, and the way from one to the other.
 ///
 /// Bytes that are not UTF-8 become U+FFFD each, control characters but the tab their signs
@@ -33,5 +36,10 @@ private:
     int32 fByteCount;
     bool fHasRightToLeft = false;
 };
+
+/// How many bytes of text were decoded so far, by all threads together. All that is shaped,
+/// measured or searched for the limits of words is decoded first: tests bound the work of an event
+/// by it.
+int64 CountDecodedBytes();
 
 } // namespace kits

@@ -8,7 +8,8 @@ namespace kits {
 
 namespace {
 
-// A line is shaped as a whole at each key; a longer one than any path would make typing slow.
+// More than any path or command has: what is pasted by mistake does not fill a field with
+// megabytes.
 constexpr int32 kMostLineBytes = 64 * 1024;
 
 uint32 CodePoint(std::string_view character)
@@ -61,13 +62,14 @@ void TextViewState::Replace(int32 from, int32 to, std::string_view inserted)
     const int32 removedLines = text.LineOf(to) - firstLine + 1;
     const int32 rowsBefore = geometry.CountRows();
     const int32 firstRow = geometry.RowOf(text.LineStart(firstLine));
+    const int32 added = static_cast<int32>(inserted.size());
     text.Replace(from, to, inserted);
-    const int32 lastLine = text.LineOf(from + static_cast<int32>(inserted.size()));
-    geometry.LinesReplaced(firstLine, removedLines, lastLine - firstLine + 1);
+    geometry.TextReplaced(from, to - from, removedLines, added);
+    const int32 lastLine = text.LineOf(from + added);
     // A place behind the change moves along with its text.
     const auto follow = [=](int32& offset) {
         if (offset >= to) {
-            offset += static_cast<int32>(inserted.size()) - (to - from);
+            offset += added - (to - from);
         } else if (offset > from) {
             offset = from;
         }

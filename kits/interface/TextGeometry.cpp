@@ -47,20 +47,32 @@ void TextGeometry::SetWrap(bool wraps)
 
 void TextGeometry::SetPreview(const TextPreview& preview)
 {
-    const int32 before = fText.LineOf(fPreview.offset);
+    const auto forget = [this](int32 offset) {
+        fPieces.ForgetSize(offset);
+        LinesReplaced(fText.LineOf(offset), 1, 1);
+    };
+    forget(fPreview.offset);
     fPreview = preview;
-    LinesReplaced(before, 1, 1);
-    LinesReplaced(fText.LineOf(fPreview.offset), 1, 1);
+    forget(fPreview.offset);
 }
 
 void TextGeometry::Reset()
 {
     fStyle.showsTabs = fText.IsSingleLine();
+    fPieces.Clear();
+    fAdvances.Clear();
     fRowCounts.clear();
     fFirstRows.clear();
     if (fIsWrapped) {
         fRowCounts.resize(static_cast<size_t>(fText.CountLines()));
     }
+}
+
+void TextGeometry::TextReplaced(int32 offset, int32 removed, int32 removedLines, int32 inserted)
+{
+    fPieces.TextReplaced(offset, removed, inserted);
+    const int32 first = fText.LineOf(offset);
+    LinesReplaced(first, removedLines, fText.LineOf(offset + inserted) - first + 1);
 }
 
 void TextGeometry::LinesReplaced(int32 first, int32 removed, int32 inserted)
@@ -81,14 +93,16 @@ bool TextGeometry::IsPreviewedIn(int32 line) const
     return !fPreview.text.isEmpty() && fText.LineOf(fPreview.offset) == line;
 }
 
-TextLayout TextGeometry::LayoutOf(int32 line) const
+TextLine TextGeometry::LayoutOf(int32 line) const
 {
+    const int32 start = fText.LineStart(line);
+    const TextLine::Source source{fText.Line(line), start, fStyle, fPieces.Of(line), fAdvances};
     if (!IsPreviewedIn(line)) {
-        return TextLayout(fText.Line(line), fStyle, nullptr);
+        return TextLine(source, nullptr);
     }
     TextPreview inLine = fPreview;
-    inLine.offset -= fText.LineStart(line);
-    return TextLayout(fText.Line(line), fStyle, &inLine);
+    inLine.offset -= start;
+    return TextLine(source, &inLine);
 }
 
 // Rows
@@ -168,6 +182,12 @@ float TextGeometry::RowWidth(int32 row) const
     return static_cast<float>(LayoutOf(place.line).RowWidth(place.rowInLine));
 }
 
+float TextGeometry::RoughRowWidth(int32 row) const
+{
+    const RowPlace place = PlaceOf(row);
+    return static_cast<float>(LayoutOf(place.line).RoughRowWidth(place.rowInLine));
+}
+
 double TextGeometry::RowTop(int32 row) const
 {
     return static_cast<double>(fRect.top) + static_cast<double>(RowHeight()) * row;
@@ -182,9 +202,12 @@ int32 TextGeometry::RowAt(double y) const
 
 // Text that is wider than its place begins at its left edge, however it is aligned: the view
 // scrolls.
-double TextGeometry::RowLeft(const TextLayout& layout, int32 rowInLine) const
+double TextGeometry::RowLeft(const TextLine& layout, int32 rowInLine) const
 {
     const double left = static_cast<double>(fRect.left);
+    if (layout.IsOneLongRow()) {
+        return left;
+    }
     const double room = static_cast<double>(fRect.Width()) + 1 - layout.RowWidth(rowInLine);
     if (room <= 0) {
         return left;
@@ -203,7 +226,7 @@ BPoint TextGeometry::PointAt(int32 offset) const
 {
     const int32 line = fText.LineOf(offset);
     const int32 inLine = offset - fText.LineStart(line);
-    const TextLayout layout = LayoutOf(line);
+    const TextLine layout = LayoutOf(line);
     const int32 row = layout.RowOf(inLine);
     return BPoint(static_cast<float>(RowLeft(layout, row) + layout.XOf(inLine)),
                   static_cast<float>(RowTop(FirstRowOf(line) + row)));
@@ -213,7 +236,7 @@ BPoint TextGeometry::CaretAt(int32 offset) const
 {
     const int32 line = fText.LineOf(offset);
     const int32 inLine = offset - fText.LineStart(line);
-    const TextLayout layout = LayoutOf(line);
+    const TextLine layout = LayoutOf(line);
     const int32 row = layout.RowOf(inLine);
     return BPoint(
         static_cast<float>(std::floor(RowLeft(layout, row) + layout.CaretX(inLine) + 0.5)),
@@ -228,7 +251,7 @@ int32 TextGeometry::OffsetAt(BPoint point) const
 int32 TextGeometry::OffsetInRow(int32 row, double x) const
 {
     const RowPlace place = PlaceOf(row);
-    const TextLayout layout = LayoutOf(place.line);
+    const TextLine layout = LayoutOf(place.line);
     return fText.LineStart(place.line) +
            layout.OffsetAt(place.rowInLine, x - RowLeft(layout, place.rowInLine));
 }

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "TextLayout.h"
+#include "TextAdvances.h"
+#include "TextLine.h"
+#include "TextPieces.h"
 
 #include <InterfaceDefs.h>
 #include <Rect.h>
@@ -14,7 +16,8 @@ class TextBuffer;
 
 /// Where the rows of a text are: its lines, wrapped or not, aligned in a rectangle.
 ///
-/// Nothing shaped is kept, only how many rows each line has. Units: those of the view.
+/// Nothing shaped is kept, only how many rows each line has and where long lines are cut. Units:
+/// those of the view; beyond 16 million of them places are not exact, as a BPoint's are not.
 class TextGeometry
 {
 public:
@@ -43,8 +46,9 @@ public:
 
     /// Everything is new.
     void Reset();
-    /// The lines from `first` on were replaced by others.
-    void LinesReplaced(int32 first, int32 removed, int32 inserted);
+    /// Follows a change that was made: at `offset`, `removed` bytes of `removedLines` lines went
+    /// (one, where no line break did) and `inserted` bytes came.
+    void TextReplaced(int32 offset, int32 removed, int32 removedLines, int32 inserted);
 
     float RowHeight() const { return fAscent + fDescent; }
     float Ascent() const { return fAscent; }
@@ -57,9 +61,13 @@ public:
     double RowTop(int32 row) const;
     /// The row at a height, above the first and below the last the nearest.
     int32 RowAt(double y) const;
+    /// As much of a row's width as is known without looking at all of a long line; the rest as
+    /// wide on the average.
+    float RoughRowWidth(int32 row) const;
     /// Where the text of a row begins, as it is aligned.
-    double RowLeft(const TextLayout& layout, int32 rowInLine) const;
-    TextLayout LayoutOf(int32 line) const;
+    double RowLeft(const TextLine& layout, int32 rowInLine) const;
+    /// Ownership: it borrows the text and what is known of its pieces: use one at a time.
+    TextLine LayoutOf(int32 line) const;
 
     BPoint PointAt(int32 offset) const;
     /// Where the caret stands: as PointAt(), but within the preview while there is one.
@@ -70,6 +78,7 @@ public:
 
 private:
     void FontChanged();
+    void LinesReplaced(int32 first, int32 removed, int32 inserted);
     int32 RowsOf(int32 line) const;
     int32 FirstRowOf(int32 line) const;
     bool IsPreviewedIn(int32 line) const;
@@ -82,6 +91,9 @@ private:
     bool fIsWrapped = false;
     alignment fAlignment = B_ALIGN_LEFT;
     TextPreview fPreview; // its offset counts from the text's beginning
+
+    mutable TextPieces fPieces{fText}; // of long lines
+    mutable TextAdvances fAdvances;
 
     // Of wrapped text; both grow as they are asked for.
     mutable std::vector<int32> fRowCounts; // for each line; 0: not known

@@ -8,6 +8,7 @@
 #include <Message.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 // What input methods show and enter.
 
@@ -17,6 +18,11 @@ namespace {
 
 // How much of a line an input method is told of, to either side of the caret.
 constexpr int32 kSurrounding = 512;
+
+int32 Within(int64 offset)
+{
+    return static_cast<int32>(std::clamp<int64>(offset, 0, INT32_MAX));
+}
 
 } // namespace
 
@@ -41,6 +47,19 @@ void TextViewState::GetInputMethod(InputMethodState* state) const
     state->anchorOffset = static_cast<int32>(shown(from, other).size());
 }
 
+// Selects units of UTF-16 of the caret's line, as an input method counts them.
+void TextViewState::SelectAround(int32 fromUnit, int32 units)
+{
+    // A unit has three bytes at most.
+    const int32 line = text.LineOf(Start());
+    const int64 reach = 3 * (std::abs(int64{fromUnit}) + units);
+    const int32 from = std::max(text.LineStart(line), text.Clamp(Within(Start() - reach)));
+    const int32 to = std::min(text.LineEnd(line), text.Clamp(Within(Start() + reach)));
+    const DecodedText shown(text.Part(from, to), text.IsSingleLine());
+    const int32 first = shown.UnitOf(Start() - from) + fromUnit;
+    SetSelection(from + shown.ByteOf(first), from + shown.ByteOf(first + units));
+}
+
 void TextViewState::TakeInput(const BMessage& message)
 {
     const char* entered = nullptr;
@@ -61,11 +80,7 @@ void TextViewState::TakeInput(const BMessage& message)
         InvalidateBelow(row);
     }
     if (replaceLength > 0) {
-        const int32 start = text.LineStart(text.LineOf(Start()));
-        const DecodedText line(text.Part(start, text.LineEnd(text.LineOf(Start()))),
-                               text.IsSingleLine());
-        const int32 unit = line.UnitOf(Start() - start) + replaceFrom;
-        SetSelection(start + line.ByteOf(unit), start + line.ByteOf(unit + replaceLength));
+        SelectAround(replaceFrom, replaceLength);
     }
     if (message.GetBool("be:confirmed", false)) {
         if (*entered != '\0' || HasSelection()) {

@@ -8,6 +8,7 @@
 #include <QTextOption>
 
 #include <algorithm>
+#include <cmath>
 
 namespace kits {
 
@@ -16,16 +17,41 @@ namespace {
 // More than any text is wide; the layout's own numbers end at twice that.
 constexpr qreal kEndless = 1 << 24;
 
+// The widths of a piece's letters add up, wherever the line is cut.
+QFont FontFor(const TextStyle& style, bool isPiece)
+{
+    QFont font = FontAccess::For(style.font).font;
+    if (isPiece) {
+        font.setKerning(false);
+        font.setStyleStrategy(
+            static_cast<QFont::StyleStrategy>(font.styleStrategy() | QFont::PreferNoShaping));
+    }
+    return font;
+}
+
+Qt::LayoutDirection DirectionOf(const QString& text, TextDirection lineDirection)
+{
+    const bool isRightToLeft = lineDirection == TextDirection::kUnknown
+                                   ? text.isRightToLeft()
+                                   : lineDirection == TextDirection::kRightToLeft;
+    return isRightToLeft ? Qt::RightToLeft : Qt::LeftToRight;
+}
+
 } // namespace
 
-TextLayout::TextLayout(std::string_view bytes, const TextStyle& style, const TextPreview* preview)
-    : fText(bytes, style.showsTabs), fLayout(fText.Text(), FontAccess::For(style.font).font)
+TextLayout::TextLayout(std::string_view bytes, const TextStyle& style, const TextPreview* preview,
+                       TextDirection lineDirection)
+    : fText(bytes, style.showsTabs),
+      fLayout(fText.Text(), FontFor(style, lineDirection != TextDirection::kUnknown))
 {
     const bool isWrapped = style.wrapWidth > 0;
     QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+    if (lineDirection != TextDirection::kUnknown && !isWrapped) {
+        option.setFlags(QTextOption::IncludeTrailingSpaces);
+    }
     option.setWrapMode(isWrapped ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
     option.setTabStopDistance(static_cast<qreal>(style.tabWidth));
-    option.setTextDirection(fText.Text().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    option.setTextDirection(DirectionOf(fText.Text(), lineDirection));
     fLayout.setTextOption(option);
     if (preview != nullptr && !preview->text.isEmpty()) {
         fPreviewUnit = fText.UnitOf(preview->offset);
@@ -83,9 +109,19 @@ int32 TextLayout::RowEnd(int32 row) const
     return OffsetOf(isLast ? end : fLayout.previousCursorPosition(end));
 }
 
+int32 TextLayout::PlaceBefore(int32 offset) const
+{
+    return OffsetOf(fLayout.previousCursorPosition(PlaceOf(offset)));
+}
+
 double TextLayout::RowWidth(int32 row) const
 {
     return RowAt(row).naturalTextWidth();
+}
+
+double TextLayout::Advance() const
+{
+    return RowAt(0).horizontalAdvance();
 }
 
 bool TextLayout::IsRightToLeft() const
@@ -107,9 +143,28 @@ double TextLayout::CaretX(int32 offset) const
     return line.isValid() ? line.cursorToX(place) : 0;
 }
 
+// Among characters of several letters that the font does not join, the layout's own answer may be a
+// place further on.
+int32 TextLayout::NearestPlace(const QTextLine& line, double x) const
+{
+    int nearest = line.xToCursor(x);
+    if (fText.HasRightToLeft()) {
+        return nearest; // places are not in the order of their x
+    }
+    const auto distance = [&](int place) {
+        return std::abs(line.cursorToX(place) - x);
+    };
+    for (int before = fLayout.previousCursorPosition(nearest);
+         before >= line.textStart() && distance(before) < distance(nearest);
+         before = fLayout.previousCursorPosition(nearest)) {
+        nearest = before;
+    }
+    return nearest;
+}
+
 int32 TextLayout::OffsetAt(int32 row, double x) const
 {
-    const int32 offset = OffsetOf(RowAt(row).xToCursor(x));
+    const int32 offset = OffsetOf(NearestPlace(RowAt(row), x));
     return std::clamp(offset, RowStart(row), std::max(RowStart(row), RowEnd(row)));
 }
 

@@ -34,24 +34,31 @@ struct TextPreview
     int32 caret = 0;  // in `text`
 };
 
-/// One line of a text, shaped and, where it is wrapped, in rows: what is where, and how it is
-/// drawn.
+/// A line of a text or a piece of a long one, shaped and, where it is wrapped, in rows: what is
+/// where, and how it is drawn.
 ///
 /// Made when it is needed and thrown away: shaping a line costs a few microseconds, and what is
-/// shaped belongs to the thread that did it. Units: offsets are bytes from the line's beginning, x
-/// is from the left edge of its text.
+/// shaped belongs to the thread that did it. Units: offsets are bytes from the beginning, x is from
+/// the left edge.
 class TextLayout
 {
 public:
-    /// Borrows `bytes` for the call. `preview` is null when there is none.
-    TextLayout(std::string_view bytes, const TextStyle& style, const TextPreview* preview);
+    /// Borrows `bytes` for the call. `preview` is null when there is none. A piece is set along its
+    /// line's direction, without kerning and ligatures, and as wide as all of its blanks; a whole
+    /// line, whose direction is kUnknown, as its own letters say.
+    TextLayout(std::string_view bytes, const TextStyle& style, const TextPreview* preview,
+               TextDirection lineDirection = TextDirection::kUnknown);
 
     int32 CountRows() const { return fLayout.lineCount(); }
     int32 RowOf(int32 offset) const;
     int32 RowStart(int32 row) const;
     /// The last place for the caret in a row.
     int32 RowEnd(int32 row) const;
+    /// The last place for the caret before an offset.
+    int32 PlaceBefore(int32 offset) const;
     double RowWidth(int32 row) const;
+    /// From the beginning of a piece to that of the next one: the last letter may reach beyond.
+    double Advance() const;
     bool IsRightToLeft() const;
 
     double XOf(int32 offset) const;
@@ -72,6 +79,7 @@ private:
     int32 PlaceOf(int32 offset) const;
     int32 OffsetOf(int32 place) const;
     QTextLine RowAt(int32 row) const;
+    int32 NearestPlace(const QTextLine& line, double x) const;
 
     DecodedText fText;
     QTextLayout fLayout;

@@ -1,7 +1,9 @@
 #include "TextMovement.h"
 
 #include "TextBuffer.h"
+#include "TextCutting.h"
 #include "TextDecoding.h"
+#include "TextPieces.h"
 
 #include <QTextBoundaryFinder>
 
@@ -9,12 +11,18 @@ namespace kits {
 
 namespace {
 
-// The line around an offset, as the boundary finder reads it.
+// How much of a long line is read to either side of an offset.
+constexpr int32 kReach = 1024;
+
+// The line around an offset, as the boundary finder reads it; of a long one the part at hand.
 struct Place
 {
     Place(const TextBuffer& text, int32 offset)
         : line(text.LineOf(offset)), start(text.LineStart(line)), end(text.LineEnd(line)),
-          shown(text.Part(start, end), text.IsSingleLine()), unit(shown.UnitOf(offset - start))
+          isLong(end - start > TextPieces::kWholeBytes),
+          from(isLong ? start + SafeCut(text.Line(line), offset - kReach - start) : start),
+          to(isLong ? start + SafeCut(text.Line(line), offset + kReach - start) : end),
+          shown(text.Part(from, to), text.IsSingleLine()), unit(shown.UnitOf(offset - from))
     {
     }
 
@@ -23,18 +31,22 @@ struct Place
     {
         finder.setPosition(unit);
         const qsizetype next = finder.toNextBoundary();
-        return next < 0 ? end : start + shown.ByteOf(static_cast<int32>(next));
+        return next < 0 ? to : OffsetOf(next);
     }
     int32 Previous(QTextBoundaryFinder& finder) const
     {
         finder.setPosition(unit);
         const qsizetype previous = finder.toPreviousBoundary();
-        return previous < 0 ? start : start + shown.ByteOf(static_cast<int32>(previous));
+        return previous < 0 ? from : OffsetOf(previous);
     }
+    int32 OffsetOf(qsizetype place) const { return from + shown.ByteOf(static_cast<int32>(place)); }
 
     int32 line;
-    int32 start;
+    int32 start; // of the line
     int32 end;
+    bool isLong;
+    int32 from; // of what is read
+    int32 to;
     DecodedText shown;
     int32 unit;
 };
@@ -78,7 +90,7 @@ int32 TextMovement::NextWord(int32 offset) const
     while (next >= 0 && next < place.shown.Text().size() && !BeginsWord(finder)) {
         next = finder.toNextBoundary();
     }
-    return next < 0 ? place.end : place.start + place.shown.ByteOf(static_cast<int32>(next));
+    return next < 0 ? place.to : place.OffsetOf(next);
 }
 
 int32 TextMovement::PreviousWord(int32 offset) const
@@ -93,8 +105,7 @@ int32 TextMovement::PreviousWord(int32 offset) const
     while (previous > 0 && !BeginsWord(finder)) {
         previous = finder.toPreviousBoundary();
     }
-    return previous < 0 ? place.start
-                        : place.start + place.shown.ByteOf(static_cast<int32>(previous));
+    return previous < 0 ? place.from : place.OffsetOf(previous);
 }
 
 void TextMovement::GetWord(int32 offset, int32* from, int32* to) const

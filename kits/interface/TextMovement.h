@@ -7,7 +7,8 @@ namespace kits {
 class TextBuffer;
 
 /// Where the caret goes in a text, in the order of its bytes. What a person sees as one character
-/// is never split, nor are a letter and its accents.
+/// is never split, nor are a letter and its accents. Of a line longer than TextPieces::kWholeBytes
+/// only a KiB to either side is looked at: a longer word is walked in steps.
 class TextMovement
 {
 public:

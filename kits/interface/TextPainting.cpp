@@ -23,7 +23,7 @@ constexpr rgb_color kIdleSelection = {222, 222, 222, 255};
 class RowPainter
 {
 public:
-    explicit RowPainter(TextViewState& state) : fState(state), fPainter(state.view)
+    RowPainter(TextViewState& state, BRect seen) : fState(state), fPainter(state.view), fSeen(seen)
     {
         const BView& view = state.view;
         fIsActive = view.IsFocus() && view.Window()->IsActive();
@@ -36,7 +36,7 @@ public:
     /// many the line has.
     int32 DrawLine(int32 line, int32 row, int32 first, int32 last)
     {
-        const TextLayout layout = fState.geometry.LayoutOf(line);
+        const TextLine layout = fState.geometry.LayoutOf(line);
         for (int32 i = std::max(0, first - row); i < std::min(layout.CountRows(), last - row + 1);
              ++i) {
             const double left = fState.geometry.RowLeft(layout, i);
@@ -48,14 +48,15 @@ public:
     }
 
 private:
-    void DrawSelection(const TextLayout& layout, int32 line, int32 row, double left, double top)
+    void DrawSelection(const TextLine& layout, int32 line, int32 row, double left, double top)
     {
         const int32 start = fState.text.LineStart(line);
-        auto spans = layout.Spans(row, fState.Start() - start, fState.End() - start);
+        auto spans =
+            layout.SpansOf(row, fState.Start() - start, fState.End() - start, SeenFrom(left));
         const int32 end = fState.text.LineEnd(line);
         const bool isBreakSelected = fState.Start() <= end && fState.End() > end;
         if (isBreakSelected && row + 1 == layout.CountRows()) {
-            const double edge = layout.IsRightToLeft() ? -kBreakWidth : layout.RowWidth(row);
+            const double edge = layout.IsRightToLeft() ? -kBreakWidth : layout.RoughRowWidth(row);
             spans.emplace_back(edge, edge + kBreakWidth);
         }
         for (const auto& [from, to] : spans) {
@@ -66,19 +67,29 @@ private:
         }
     }
 
-    void DrawRow(const TextLayout& layout, int32 row, double left, double top)
+    void DrawRow(const TextLine& layout, int32 row, double left, double top)
     {
-        const double width = layout.RowWidth(row);
+        const double width = layout.RoughRowWidth(row);
         const double height = static_cast<double>(fState.geometry.RowHeight());
         const QPointF baseLine(left, top + static_cast<double>(fState.geometry.Ascent()));
         fState.widest = std::max(fState.widest, static_cast<float>(width));
         // Letters of other scripts may reach beyond the font's own height, and to either side.
-        fPainter.Units(QRectF(left - height, top - height, width + 2 * height, 3 * height),
-                       [&](QPainter& painter) { layout.DrawRow(painter, row, baseLine); });
+        fPainter.Units(
+            QRectF(left - height, top - height, width + 2 * height, 3 * height),
+            [&](QPainter& painter) { layout.DrawRow(painter, row, baseLine, SeenFrom(left)); });
+    }
+
+    // Letters may reach beyond their places.
+    TextLine::Seen SeenFrom(double left) const
+    {
+        const double reach = static_cast<double>(fState.geometry.RowHeight());
+        return {static_cast<double>(fSeen.left) - left - reach,
+                static_cast<double>(fSeen.right) + 1 - left + reach};
     }
 
     TextViewState& fState;
     ViewPainter fPainter;
+    BRect fSeen;
     bool fIsActive;
 };
 
@@ -98,7 +109,7 @@ BRect TextViewState::CaretRect() const
 void TextViewState::Draw(BRect updateRect)
 {
     view.SetHighColor(color);
-    RowPainter rows(*this);
+    RowPainter rows(*this, updateRect);
     if (!rows) {
         return;
     }

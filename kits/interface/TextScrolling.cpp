@@ -15,16 +15,16 @@ float TextViewState::ContentHeight() const
     return static_cast<float>(geometry.RowTop(geometry.CountRows())) + std::max(0.0f, rect.top);
 }
 
-// The widest of the rows that were seen, that one with the caret, and the longest one.
+// The widest of the rows that were seen and that one with the caret.
 float TextViewState::ContentWidth() const
 {
     if (geometry.Wraps()) {
         return geometry.Rect().right + 1;
     }
     if (text.CountLines() == 1) {
-        widest = geometry.RowWidth(0);
+        widest = geometry.RoughRowWidth(0);
     } else {
-        widest = std::max(widest, geometry.RowWidth(geometry.RowOf(caret)));
+        widest = std::max(widest, geometry.RoughRowWidth(geometry.RowOf(caret)));
     }
     const float margin = std::max(1.0f, geometry.Rect().left);
     return geometry.Rect().left + std::ceil(widest) + margin;

@@ -59,7 +59,7 @@ void TextViewState::MoveAside(bool isRight, bool isByWord, Reach reach)
 {
     const int32 line = text.LineOf(caret);
     const int32 start = text.LineStart(line);
-    const TextLayout layout = geometry.LayoutOf(line);
+    const TextLine layout = geometry.LayoutOf(line);
     // In a right-to-left line the left arrow leads on.
     const bool isForward = isRight != layout.IsRightToLeft();
     if (reach == Reach::kCaret && HasSelection() && !isByWord) {

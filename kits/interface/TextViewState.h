@@ -92,6 +92,7 @@ struct TextViewState : EditingView
     // Input methods (TextInput.cpp)
 
     void TakeInput(const BMessage& message);
+    void SelectAround(int32 fromUnit, int32 units);
     /// Makes what is previewed part of the text; the input method begins anew.
     void EndPreview();
 

@@ -338,16 +338,20 @@ void BTextView::GetTextRegion(int32 start, int32 end, BRegion* region) const
         return;
     }
     const kits::TextGeometry& geometry = fText->geometry;
-    for (int32 row = geometry.RowOf(from); row <= geometry.RowOf(to); ++row) {
+    const int32 lastRow = geometry.RowOf(to);
+    for (int32 row = geometry.RowOf(from); row <= lastRow;) {
         const kits::TextGeometry::RowPlace place = geometry.PlaceOf(row);
-        const kits::TextLayout layout = geometry.LayoutOf(place.line);
+        const kits::TextLine layout = geometry.LayoutOf(place.line);
         const int32 lineStart = fText->text.LineStart(place.line);
-        const float left = static_cast<float>(geometry.RowLeft(layout, place.rowInLine));
-        const float top = static_cast<float>(geometry.RowTop(row));
-        for (const auto& [begin, stop] :
-             layout.Spans(place.rowInLine, from - lineStart, to - lineStart)) {
-            region->Include(BRect(left + static_cast<float>(begin), top,
-                                  left + static_cast<float>(stop) - 1, top + LineHeight() - 1));
+        const int32 rows = layout.CountRows();
+        for (int32 i = place.rowInLine; i < rows && row <= lastRow; ++i, ++row) {
+            const float left = static_cast<float>(geometry.RowLeft(layout, i));
+            const float top = static_cast<float>(geometry.RowTop(row));
+            for (const auto& [begin, stop] :
+                 layout.SpansOf(i, from - lineStart, to - lineStart, kits::TextLine::kAll)) {
+                region->Include(BRect(left + static_cast<float>(begin), top,
+                                      left + static_cast<float>(stop) - 1, top + LineHeight() - 1));
+            }
         }
     }
 }

@@ -173,12 +173,12 @@ TEST_F(TextGeometryTest, WrappedRowsFollowChanges)
     const int32 before = fGeometry.CountRows();
 
     fText.Replace(1, 1, "\n1\n2");
-    fGeometry.LinesReplaced(0, 1, 3);
+    fGeometry.TextReplaced(1, 0, 1, 4);
     EXPECT_EQ(fGeometry.CountRows(), before + 2);
     EXPECT_EQ(fGeometry.RowOf(fText.Length()), before + 1);
 
     fText.Replace(1, 5, "");
-    fGeometry.LinesReplaced(0, 3, 1);
+    fGeometry.TextReplaced(1, 4, 3, 0);
     EXPECT_EQ(fGeometry.CountRows(), before);
 }
 
