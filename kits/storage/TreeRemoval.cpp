@@ -59,8 +59,10 @@ bool TreeRemover::MayRemove(const Folder& folder, const char* name, const struct
 bool TreeRemover::MayEnter(const Folder& folder, int descriptor)
 {
     struct stat record;
-    if (!fChecks ||
-        (kits::sys::Stat(descriptor, &record) == B_OK && MayRemove(folder, "", record))) {
+    const status_t status = fChecks ? kits::sys::Stat(descriptor, &record) : status_t(B_OK);
+    if (status != B_OK) {
+        Tell(folder, "", status);
+    } else if (!fChecks || MayRemove(folder, "", record)) {
         return true;
     }
     SetLeft(folder.above);
@@ -163,6 +165,9 @@ status_t BEntry::RemoveTree(BTreeHooks* hooks)
     kits::OpenFolder folder;
     status_t status = kits::FolderTable::Get().Open(fFolder, &folder);
     if (status != B_OK) {
+        if (hooks != nullptr) {
+            hooks->Failed(fName.c_str(), status);
+        }
         return status;
     }
     const bool checks = hooks != nullptr && hooks->ChecksEntries();
@@ -187,8 +192,10 @@ status_t BEntry::RemoveTree(BTreeHooks* hooks)
         TreeRemover remover(hooks);
         remover.Walk(folder, fName);
         status = remover.Status();
-        if (status == B_OK && kits::sys::StatAt(parent, fName.c_str(), &record) == B_OK) {
-            status = B_FILE_ERROR; // what was said to be gone is there
+        const status_t looked =
+            status == B_OK ? kits::sys::StatAt(parent, fName.c_str(), &record) : B_ENTRY_NOT_FOUND;
+        if (looked != B_ENTRY_NOT_FOUND) {
+            status = looked == B_OK ? B_FILE_ERROR : looked; // what was said to be gone is there
             if (hooks != nullptr) {
                 hooks->Failed(fName.c_str(), status);
             }

@@ -112,19 +112,28 @@ bool NorvaneEntry::CopyTo(const char* destDir, OperationUI& ui, const CopyPurpos
     const CopyPlace source{parent, sourcePath == "/" ? "" : sourcePath};
     const CopyPlace target{destination, destDir};
     fResult = TreeCopier(ui, purpose).Copy({source, Name(), target, newName});
-    fResult.isItself |= purpose.IsMove() && IsAbove(destination);
+    if (purpose.IsMove()) {
+        bool isAbove = false;
+        status = FindWhetherAbove(destination, &isAbove);
+        if (status != B_OK) {
+            ui.NoteProblem(Name(), "it stays where it is");
+        }
+        fResult.isItself |= status != B_OK || isAbove;
+    }
     return fResult.isDone;
 }
 
-bool NorvaneEntry::IsAbove(const BDirectory& folder) const
+status_t NorvaneEntry::FindWhetherAbove(const BDirectory& folder, bool* isAbove) const
 {
     struct stat record;
-    BEntry folderEntry;
-    if (GetStat(&record) != B_OK || !S_ISDIR(record.st_mode)) {
-        return false;
+    status_t status = GetStat(&record);
+    if (status != B_OK || !S_ISDIR(record.st_mode)) {
+        return status;
     }
-    return folder.GetEntry(&folderEntry) != B_OK ||
-           LiesIn(folderEntry, node_ref(record.st_dev, record.st_ino));
+    BEntry folderEntry;
+    status = folder.GetEntry(&folderEntry);
+    return status == B_OK ? LiesIn(folderEntry, node_ref(record.st_dev, record.st_ino), isAbove)
+                          : status;
 }
 
 std::string TrashName(const std::string& name, int64 attempt)

@@ -79,7 +79,7 @@ public:
     void ShowError(long status);
 
 private:
-    bool IsAbove(const BDirectory& folder) const;
+    status_t FindWhetherAbove(const BDirectory& folder, bool* isAbove) const;
 
     CopyResult fResult;
     status_t fTrashStatus = B_NO_INIT;

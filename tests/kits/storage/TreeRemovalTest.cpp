@@ -97,6 +97,18 @@ TEST_F(TreeRemovalTest, RemovesASingleFileAndALink)
     EXPECT_TRUE(fTree.Exists("kept/file"));
 }
 
+TEST_F(TreeRemovalTest, TellsWhenItCannotEvenBegin)
+{
+    fTree.Write("gone/file", "");
+    BEntry entry(fTree.Path("gone/file").c_str());
+    ASSERT_EQ(Remove("gone"), B_OK);
+    Hooks hooks;
+
+    EXPECT_NE(entry.RemoveTree(&hooks), B_OK);
+
+    EXPECT_EQ(hooks.failed, std::vector<std::string>{"file"});
+}
+
 TEST_F(TreeRemovalTest, FollowsNoLink)
 {
     fTree.Write("kept/file", "");
