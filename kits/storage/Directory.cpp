@@ -327,6 +327,10 @@ status_t BDirectory::GetNextEntry(BEntry* entry, bool traverse)
         entry->Unset();
         return status;
     }
+    if (!Folder()) {
+        entry->Unset();
+        return B_IO_ERROR;
+    }
     if (traverse) {
         return entry->Set(Folder(), name, true);
     }
@@ -348,6 +352,9 @@ status_t BDirectory::GetNextRef(entry_ref* ref)
     }
     if (status != B_OK) {
         return status;
+    }
+    if (!Folder()) {
+        return B_IO_ERROR;
     }
     ref->device = FolderTable::Get().DeviceOf(Folder());
     ref->directory = FolderTable::Get().NodeOf(Folder());

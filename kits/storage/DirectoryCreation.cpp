@@ -22,7 +22,7 @@ status_t BDirectory::CreateDirectory(const char* path, BDirectory* directory)
     }
     kits::Place place;
     OpenFolder folder;
-    status_t status = kits::LookUp(Folder(), path, kits::LastLink::kKept, &place);
+    status_t status = kits::LookUpFrom(Folder(), path, kits::LastLink::kKept, &place);
     if (status == B_OK) {
         status = FolderTable::Get().Open(place.folder, &folder);
     }
@@ -60,7 +60,7 @@ status_t BDirectory::CreateSymLink(const char* path, const char* linkToPath, BSy
     }
     kits::Place place;
     OpenFolder folder;
-    status_t status = kits::LookUp(Folder(), path, kits::LastLink::kKept, &place);
+    status_t status = kits::LookUpFrom(Folder(), path, kits::LastLink::kKept, &place);
     if (status == B_OK) {
         status = FolderTable::Get().Open(place.folder, &folder);
     }
@@ -101,6 +101,9 @@ status_t BDirectory::CreateNewDirectory(const char* name, mode_t mode, BDirector
         return status;
     }
     const int made = kits::sys::OpenAt(Descriptor(), name, kOpenFolderFlags | O_NOFOLLOW);
+    if (made < 0) {
+        kits::sys::RemoveFolderAt(Descriptor(), name); // nobody is told that it was made
+    }
     directory->Unset();
     return directory->AdoptFolder(made, {});
 }

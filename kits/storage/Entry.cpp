@@ -85,7 +85,8 @@ status_t BEntry::SetTo(const BDirectory* directory, const char* path, bool trave
         const status_t status = directory->GetEntry(this);
         return status == B_OK ? B_OK : Fail(status);
     }
-    return Set(directory->Folder(), path, traverse);
+    // Without its folder a name would be looked for in the working directory.
+    return directory->Folder() ? Set(directory->Folder(), path, traverse) : Fail(B_IO_ERROR);
 }
 
 status_t BEntry::SetTo(const entry_ref* ref, bool traverse)
@@ -323,6 +324,9 @@ status_t BEntry::MoveTo(BDirectory* directory, const char* path, bool clobber)
     }
     if (fStatus != B_OK) {
         return B_NO_INIT;
+    }
+    if (!directory->Folder()) {
+        return B_IO_ERROR;
     }
     const std::string name = path == nullptr ? fName : path;
     return MoveInto(directory->Folder(), name.c_str(), clobber);

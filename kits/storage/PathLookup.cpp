@@ -186,6 +186,11 @@ status_t LookUp(const FolderHold& base, const char* path, LastLink lastLink, Pla
     return B_LINK_LIMIT;
 }
 
+status_t LookUpFrom(const FolderHold& base, const char* path, LastLink lastLink, Place* place)
+{
+    return base ? LookUp(base, path, lastLink, place) : status_t(B_IO_ERROR);
+}
+
 std::string SystemPath(const char* path)
 {
     const size_t length = std::strlen(kPlatformHome);

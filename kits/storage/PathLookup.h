@@ -21,6 +21,10 @@ enum class LastLink { kKept, kFollowed };
 /// for an empty path, B_NAME_TOO_LONG, B_LINK_LIMIT ...
 status_t LookUp(const FolderHold& base, const char* path, LastLink lastLink, Place* place);
 
+/// The same from a folder that is open. Errors: B_IO_ERROR, too, when `base` is null, because the
+/// system did not tell which folder it is: the working directory is no stand-in.
+status_t LookUpFrom(const FolderHold& base, const char* path, LastLink lastLink, Place* place);
+
 /// Opens what `path` leads to from the folder `base`, a path of any length; the last step as
 /// `flags` say. Returns the descriptor or a status.
 int OpenPath(int base, const std::string& path, int flags, mode_t mode = 0);
