@@ -118,6 +118,19 @@ bool is_trash_folder(const BDirectory* folder)
            kits::TrashOf(folder->Folder()) != nullptr;
 }
 
+status_t is_trash_folder(const BDirectory* folder, bool* isTrash)
+{
+    if (folder == nullptr || folder->InitCheck() != B_OK || isTrash == nullptr) {
+        return B_BAD_VALUE;
+    }
+    std::shared_ptr<const kits::Trash> trash;
+    const status_t status = kits::FindTrashOf(folder->Folder(), &trash);
+    if (status == B_OK) {
+        *isTrash = trash != nullptr;
+    }
+    return status;
+}
+
 bool is_in_trash(const BEntry* entry)
 {
     std::string path;

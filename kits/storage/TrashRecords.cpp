@@ -147,25 +147,45 @@ status_t MoveIn(const TrashMove& move, std::string* movedName)
     });
 }
 
-/// Renames an entry in a Trash, its record first: so the new name is claimed.
+status_t ReadRecord(int info, const std::string& name, std::string* text)
+{
+    const UniqueFd record(
+        sys::OpenAt(info, RecordName(name).c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK));
+    if (!record.IsOpen()) {
+        return record.Get();
+    }
+    char buffer[4096];
+    ssize_t count = 0;
+    do {
+        count = sys::ReadAt(record.Get(), buffer, sizeof(buffer), static_cast<off_t>(text->size()));
+        text->append(buffer, count < 0 ? 0 : static_cast<size_t>(count));
+    } while (count > 0);
+    return count < 0 ? static_cast<status_t>(count) : status_t(B_OK);
+}
+
+/// Renames an entry in a Trash. Its record is there under both names meanwhile: the new one claims
+/// the name, and wherever the entry is found it can be restored.
 status_t RenameInside(const TrashMove& move)
 {
     OpenFolder info;
-    status_t renamed = OpenTrashInfo(*move.fromTrash, TrashCreation::kNever, &info);
-    const std::string record = RecordName(move.name);
-    const std::string newRecord = RecordName(move.newName);
-    if (renamed == B_OK) {
-        renamed = sys::RenameNewAt(info->Get(), record.c_str(), info->Get(), newRecord.c_str());
+    std::string text;
+    status_t status = OpenTrashInfo(*move.fromTrash, TrashCreation::kNever, &info);
+    if (status == B_OK) {
+        status = ReadRecord(info->Get(), move.name, &text);
     }
-    const bool hasRecord = renamed == B_OK;
-    if (!hasRecord && renamed != B_ENTRY_NOT_FOUND) {
-        return renamed;
+    const bool hasRecord = status == B_OK;
+    if (hasRecord) {
+        status = WriteRecord(info->Get(), move.newName, text);
     }
-    renamed = sys::RenameNewAt(move.from, move.name.c_str(), move.to, move.newName.c_str());
-    if (renamed != B_OK && hasRecord) {
-        sys::RenameNewAt(info->Get(), newRecord.c_str(), info->Get(), record.c_str());
+    if (status != B_OK && (hasRecord || status != B_ENTRY_NOT_FOUND)) {
+        return status;
     }
-    return renamed;
+    status = sys::RenameNewAt(move.from, move.name.c_str(), move.to, move.newName.c_str());
+    if (hasRecord) {
+        const std::string& unused = status == B_OK ? move.name : move.newName;
+        sys::RemoveFileAt(info->Get(), RecordName(unused).c_str());
+    }
+    return status;
 }
 
 bool IsInside(const TrashMove& move)

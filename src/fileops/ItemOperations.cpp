@@ -57,14 +57,28 @@ bool IsTrash(const char* path)
 }
 
 ItemOperations::ItemOperations(const char* path, OperationUI& ui)
-    : fUI(ui), fPath(path), fFolder(path),
-      fIsTrash(fFolder.InitCheck() == B_OK && is_trash_folder(&fFolder)),
+    : fUI(ui), fPath(path), fFolder(path), fTrashCheck(is_trash_folder(&fFolder, &fIsTrash)),
       fHomeTrashStatus(B_NO_INIT)
 {
 }
 
+/// False when nothing may be put into the folder: it is not there, or it cannot be told whether it
+/// is a Trash, where everything gets a record.
+bool ItemOperations::HasTarget(const NorvaneEntry& item)
+{
+    const status_t opened = fFolder.InitCheck();
+    const status_t status = opened == B_OK ? fTrashCheck : opened;
+    if (status != B_OK) {
+        fUI.NoteProblem(item.Name(), ReasonFor(status));
+    }
+    return status == B_OK;
+}
+
 void ItemOperations::Copy(NorvaneEntry& item)
 {
+    if (!HasTarget(item)) {
+        return;
+    }
     if (fIsTrash && !IsDirectlyIn(item, fFolder)) {
         CopyIntoTrash(item, fFolder, fPath.c_str(), nullptr);
     } else {
@@ -78,6 +92,10 @@ void ItemOperations::Move(NorvaneEntry& item)
         return;
     }
     MoveLedger ledger;
+    if (!HasTarget(item)) {
+        DeleteSource(item, false, ledger);
+        return;
+    }
     bool isWhole = false;
     if (fIsTrash) {
         isWhole = CopyIntoTrash(item, fFolder, fPath.c_str(), &ledger);

@@ -31,6 +31,7 @@ public:
     void Trash(NorvaneEntry& item);
 
 private:
+    bool HasTarget(const NorvaneEntry& item);
     bool CopyIntoTrash(NorvaneEntry& item, const BDirectory& trash, const char* path,
                        MoveLedger* ledger);
     void DeleteSource(NorvaneEntry& item, bool isWhole, const MoveLedger& ledger);
@@ -40,7 +41,8 @@ private:
     OperationUI& fUI;
     const std::string fPath;
     BDirectory fFolder;
-    bool fIsTrash;
+    bool fIsTrash = false;
+    const status_t fTrashCheck; // whether it is known that the folder is a Trash, or is none
     // Looked up when the first item goes there.
     std::string fHomeTrashPath;
     BDirectory fHomeTrash;

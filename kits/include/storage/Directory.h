@@ -93,6 +93,7 @@ private:
     friend class BSymLink;
     friend class BTrashClaim;
     friend bool is_trash_folder(const BDirectory* folder);
+    friend status_t is_trash_folder(const BDirectory* folder, bool* isTrash);
 
     status_t AdoptFolder(int descriptor, const kits::FolderHold& known);
     const kits::FolderHold& Folder() const;

@@ -57,6 +57,9 @@ private:
 /// Whether `folder` is the `files` folder of a Trash of this user, that of the home folder or of
 /// any volume.
 bool is_trash_folder(const BDirectory* folder);
+/// The same for those who must know: `isTrash` is the answer. Errors: B_BAD_VALUE; those of looking
+/// (no descriptor left, a bad disk), which leave it open.
+status_t is_trash_folder(const BDirectory* folder, bool* isTrash);
 
 /// Whether the entry lies in the `files` folder of a Trash of this user, directly or at any depth.
 bool is_in_trash(const BEntry* entry);

@@ -180,6 +180,21 @@ TEST_F(TrashTest, TakesTheRecordAlongInsideTheTrash)
     EXPECT_EQ(OriginIn(fTree.Read(InInfo("other"))), fTree.Path("from/report"));
 }
 
+TEST_F(TrashTest, KeepsTheRecordWhenTheNewNameIsTaken)
+{
+    fTree.Write("a", "1");
+    ASSERT_EQ(Trash("a"), B_OK);
+    const std::string record = fTree.Read(InInfo("a"));
+    fTree.Write(InFiles("b"), "2"); // without a record
+
+    BEntry entry(fTree.Path(InFiles("a")).c_str());
+    EXPECT_EQ(entry.Rename("b"), B_FILE_EXISTS);
+
+    EXPECT_EQ(fTree.Read(InInfo("a")), record);
+    EXPECT_FALSE(fTree.Exists(InInfo("b")));
+    EXPECT_EQ(fTree.Read(InFiles("b")), "2");
+}
+
 TEST_F(TrashTest, ReplacesTheRecordOfWhatIsReplaced)
 {
     fTree.Write("first/report", "old");
@@ -216,6 +231,21 @@ TEST_F(TrashTest, TakesNoOtherFolderForATrash)
     EXPECT_TRUE(fTree.Exists("x/Trash/info/report.trashinfo"));
     const BDirectory folder(fTree.Path("x/Trash/files").c_str());
     EXPECT_FALSE(is_trash_folder(&folder));
+}
+
+TEST_F(TrashTest, SaysWhetherItKnowsWhatAFolderIs)
+{
+    fTree.MakeFolder("other");
+    const BDirectory trash(fTree.Path(InFiles("")).c_str());
+    const BDirectory other(fTree.Path("other").c_str());
+    const BDirectory missing(fTree.Path("missing").c_str());
+    bool isTrash = false;
+
+    EXPECT_EQ(is_trash_folder(&trash, &isTrash), B_OK);
+    EXPECT_TRUE(isTrash);
+    EXPECT_EQ(is_trash_folder(&other, &isTrash), B_OK);
+    EXPECT_FALSE(isTrash);
+    EXPECT_EQ(is_trash_folder(&missing, &isTrash), B_BAD_VALUE);
 }
 
 TEST_F(TrashTest, KnowsWhatLiesInIt)
