@@ -292,7 +292,7 @@ status_t BEntry::MoveInto(const kits::FolderHold& base, const char* path, bool c
         return status; // it must not get into a Trash without its record
     }
     const kits::TrashMove move{
-        kits::TrashOf(fFolder), toTrash, from->Get(), fName, to->Get(), place.name};
+        kits::TrashOf(fFolder), toTrash, fFolder, from->Get(), fName, to->Get(), place.name};
     std::string movedName = place.name;
     if (clobber) {
         status = kits::MoveWithRecordOver(move);

@@ -1,8 +1,10 @@
 #include "TrashRecords.h"
 
+#include <chrono>
 #include <cstring>
 #include <fcntl.h>
 #include <mutex>
+#include <utility>
 
 namespace kits {
 
@@ -110,11 +112,57 @@ status_t WriteRecord(int info, const std::string& name, const std::string& text)
     return status;
 }
 
+/// The path of the folder that an entry was moved from into a Trash last: thousands may follow from
+/// there. It is believed for a moment in which nobody but this program would rename the folder.
+class LastSource
+{
+public:
+    using Clock = std::chrono::steady_clock;
+
+    status_t PathOf(const FolderHold& hold, int folder, std::string* path)
+    {
+        const FolderTable& table = FolderTable::Get();
+        const std::pair key(table.DeviceOf(hold), table.NodeOf(hold));
+        std::lock_guard lock(fMutex);
+        if (fPath.empty() || key != fKey || Clock::now() - fSince > kBelievedFor) {
+            fPath.clear();
+            fKey = key;
+            fSince = Clock::now();
+            const status_t status = sys::PathOf(folder, &fPath);
+            if (status != B_OK) {
+                return status;
+            }
+        }
+        *path = fPath;
+        return B_OK;
+    }
+    void Forget()
+    {
+        std::lock_guard lock(fMutex);
+        fPath.clear();
+    }
+
+private:
+    static constexpr auto kBelievedFor = std::chrono::milliseconds(100);
+
+    std::mutex fMutex; // guards the rest
+    std::pair<dev_t, ino_t> fKey;
+    std::string fPath; // "" when none is known
+    Clock::time_point fSince;
+};
+
+LastSource& TheLastSource()
+{
+    // Never destroyed: statics may still move entries.
+    static LastSource* source = new LastSource;
+    return *source;
+}
+
 /// The record of an entry that is moved into a Trash now.
 status_t RecordOf(const TrashMove& move, std::string* text)
 {
     std::string path;
-    const status_t status = sys::PathOf(move.from, &path);
+    const status_t status = TheLastSource().PathOf(move.fromFolder, move.from, &path);
     if (status != B_OK) {
         return status;
     }
@@ -248,6 +296,9 @@ status_t RemoveTrashRecord(const Trash& trash, const std::string& name)
 status_t MoveWithRecord(const TrashMove& move, std::string* movedName)
 {
     *movedName = move.newName;
+    if (move.toTrash == nullptr) {
+        TheLastSource().Forget(); // it may lie in what is renamed
+    }
     if (IsInside(move)) {
         return RenameInside(move);
     }
@@ -263,6 +314,7 @@ status_t MoveWithRecord(const TrashMove& move, std::string* movedName)
 
 status_t MoveWithRecordOver(const TrashMove& move)
 {
+    TheLastSource().Forget();
     const status_t status =
         sys::RenameAt(move.from, move.name.c_str(), move.to, move.newName.c_str());
     if (status != B_OK) {

@@ -26,6 +26,7 @@ struct TrashMove
 {
     std::shared_ptr<const Trash> fromTrash;
     std::shared_ptr<const Trash> toTrash;
+    const FolderHold& fromFolder;
     int from; // the folders, open
     const std::string& name;
     int to;

@@ -157,16 +157,8 @@ bool NorvaneEntry::TrashIt()
 
 bool NorvaneEntry::TrashIt(BDirectory& trash)
 {
-    struct stat own;
-    struct stat target;
-    fTrashStatus = trash.GetStat(&target);
-    if (fTrashStatus == B_OK) {
-        fTrashStatus = GetStat(&own);
-    }
-    if (fTrashStatus != B_OK) {
-        return false;
-    }
-    fTrashStatus = own.st_dev == target.st_dev ? MoveIntoTrash(trash) : B_CROSS_DEVICE_LINK;
+    // Whether it lies on another volume is for the system to say.
+    fTrashStatus = MoveIntoTrash(trash);
     return !IsReasonToCopy(fTrashStatus);
 }
 

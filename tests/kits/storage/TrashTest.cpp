@@ -35,6 +35,22 @@ TEST_F(TrashTest, WritesWhereAnEntryCameFrom)
     EXPECT_EQ(st.st_mode & 0777, 0600u);
 }
 
+TEST_F(TrashTest, FollowsTheFolderThatIsRenamedMeanwhile)
+{
+    fTree.Write("from/first", "");
+    fTree.Write("from/second", "");
+    fTree.Write("other/third", "");
+
+    ASSERT_EQ(Trash("from/first"), B_OK);
+    ASSERT_EQ(BEntry(fTree.Path("from").c_str()).Rename("renamed"), B_OK);
+    ASSERT_EQ(Trash("renamed/second"), B_OK);
+    ASSERT_EQ(Trash("other/third"), B_OK);
+
+    EXPECT_EQ(OriginIn(fTree.Read(InInfo("first"))), fTree.Path("from/first"));
+    EXPECT_EQ(OriginIn(fTree.Read(InInfo("second"))), fTree.Path("renamed/second"));
+    EXPECT_EQ(OriginIn(fTree.Read(InInfo("third"))), fTree.Path("other/third"));
+}
+
 TEST_F(TrashTest, WritesWhenItWasDeletedInLocalTime)
 {
     fTree.Write("report", "");
