@@ -11,6 +11,11 @@ namespace {
 
 // Wrapped text in a narrower place would be one letter per row.
 constexpr float kLeastWrapWidth = 8;
+// How much of a large text is looked at to learn how many rows a line has.
+constexpr int32 kProbes = 64;
+constexpr int32 kProbedBytes = 32 * 1024;
+// After a change of so many lines these are counted at once.
+constexpr int32 kFewLines = 64;
 
 } // namespace
 
@@ -61,11 +66,7 @@ void TextGeometry::Reset()
     fStyle.showsTabs = fText.IsSingleLine();
     fPieces.Clear();
     fAdvances.Clear();
-    fRowCounts.clear();
-    fFirstRows.clear();
-    if (fIsWrapped) {
-        fRowCounts.resize(static_cast<size_t>(fText.CountLines()));
-    }
+    fHasRows = false;
 }
 
 void TextGeometry::TextReplaced(int32 offset, int32 removed, int32 removedLines, int32 inserted)
@@ -77,15 +78,17 @@ void TextGeometry::TextReplaced(int32 offset, int32 removed, int32 removedLines,
 
 void TextGeometry::LinesReplaced(int32 first, int32 removed, int32 inserted)
 {
-    if (!fIsWrapped) {
+    if (!fIsWrapped || !fHasRows) {
         return;
     }
-    const int32 known = static_cast<int32>(fRowCounts.size());
-    first = std::min(first, known);
-    removed = std::min(removed, known - first);
-    const auto place = fRowCounts.begin() + first;
-    fRowCounts.insert(fRowCounts.erase(place, place + removed), static_cast<size_t>(inserted), 0);
-    fFirstRows.resize(std::min(fFirstRows.size(), static_cast<size_t>(first) + 1));
+    if (inserted > kFewLines && !IsSmall()) {
+        fHasRows = false; // most of it may be new
+        return;
+    }
+    fRows.Replace(first, removed, inserted);
+    for (int32 line = first; line < first + inserted; ++line) {
+        CountLine(line);
+    }
 }
 
 bool TextGeometry::IsPreviewedIn(int32 line) const
@@ -94,6 +97,14 @@ bool TextGeometry::IsPreviewedIn(int32 line) const
 }
 
 TextLine TextGeometry::LayoutOf(int32 line) const
+{
+    if (fIsWrapped && !Rows().IsCounted(line) && CountLine(line)) {
+        fCorrections++;
+    }
+    return Lay(line);
+}
+
+TextLine TextGeometry::Lay(int32 line) const
 {
     const int32 start = fText.LineStart(line);
     const TextLine::Source source{fText.Line(line), start, fStyle, fPieces.Of(line), fAdvances};
@@ -107,37 +118,67 @@ TextLine TextGeometry::LayoutOf(int32 line) const
 
 // Rows
 
+bool TextGeometry::IsSmall() const
+{
+    return fText.Length() <= kCountedBytes;
+}
+
+// How many rows some lines have on the average.
+double TextGeometry::UsualRows() const
+{
+    const int32 lines = fText.CountLines();
+    int32 bytes = 0;
+    int32 rows = 0;
+    int32 probes = 0;
+    for (int32 i = 0; i < kProbes && bytes < kProbedBytes; ++i) {
+        const int32 line = static_cast<int32>(int64{lines} * i / kProbes);
+        const int32 length = fText.LineEnd(line) - fText.LineStart(line);
+        if (length <= TextPieces::kWholeBytes) {
+            rows += Lay(line).CountRows();
+            bytes += length;
+            probes++;
+        }
+    }
+    return probes > 0 ? static_cast<double>(rows) / probes : 1;
+}
+
+TextRows& TextGeometry::Rows() const
+{
+    if (!fHasRows) {
+        fHasRows = true;
+        fRows.Reset(fText.CountLines(), IsSmall() ? 1 : UsualRows());
+        for (int32 line = 0; IsSmall() && line < fText.CountLines(); ++line) {
+            CountLine(line);
+        }
+    }
+    return fRows;
+}
+
+bool TextGeometry::CountLine(int32 line) const
+{
+    return fRows.Set(line, Lay(line).CountRows());
+}
+
+void TextGeometry::CountBetween(double top, double bottom) const
+{
+    for (int32 row = RowAt(top); fIsWrapped && row <= RowAt(bottom); ++row) {
+        PlaceOf(row);
+    }
+}
+
 int32 TextGeometry::RowsOf(int32 line) const
 {
-    if (!fIsWrapped) {
-        return 1;
-    }
-    int32& count = fRowCounts[static_cast<size_t>(line)];
-    if (count == 0) {
-        count = LayoutOf(line).CountRows();
-    }
-    return count;
+    return fIsWrapped ? Rows().FirstRow(line + 1) - Rows().FirstRow(line) : 1;
 }
 
 int32 TextGeometry::FirstRowOf(int32 line) const
 {
-    if (!fIsWrapped) {
-        return line;
-    }
-    if (fFirstRows.empty()) {
-        fFirstRows.push_back(0);
-    }
-    while (static_cast<int32>(fFirstRows.size()) <= line) {
-        const int32 last = static_cast<int32>(fFirstRows.size()) - 1;
-        fFirstRows.push_back(fFirstRows.back() + RowsOf(last));
-    }
-    return fFirstRows[static_cast<size_t>(line)];
+    return fIsWrapped ? Rows().FirstRow(line) : line;
 }
 
 int32 TextGeometry::CountRows() const
 {
-    const int32 last = fText.CountLines() - 1;
-    return FirstRowOf(last) + RowsOf(last);
+    return FirstRowOf(fText.CountLines());
 }
 
 TextGeometry::RowPlace TextGeometry::PlaceOf(int32 row) const
@@ -146,9 +187,13 @@ TextGeometry::RowPlace TextGeometry::PlaceOf(int32 row) const
     if (!fIsWrapped) {
         return {row, 0};
     }
-    const auto behind = std::upper_bound(fFirstRows.begin(), fFirstRows.end(), row);
-    const int32 line = static_cast<int32>(behind - fFirstRows.begin()) - 1;
-    return {line, row - fFirstRows[static_cast<size_t>(line)]};
+    int32 line = fRows.LineAt(row);
+    while (!fRows.IsCounted(line)) {
+        fCorrections += CountLine(line) ? 1 : 0;
+        row = std::min(row, CountRows() - 1);
+        line = fRows.LineAt(row);
+    }
+    return {line, row - fRows.FirstRow(line)};
 }
 
 int32 TextGeometry::RowOf(int32 offset) const
@@ -157,7 +202,8 @@ int32 TextGeometry::RowOf(int32 offset) const
     if (!fIsWrapped) {
         return line;
     }
-    return FirstRowOf(line) + LayoutOf(line).RowOf(offset - fText.LineStart(line));
+    const int32 inLine = LayoutOf(line).RowOf(offset - fText.LineStart(line));
+    return FirstRowOf(line) + inLine;
 }
 
 int32 TextGeometry::RowStart(int32 row) const

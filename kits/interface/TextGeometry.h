@@ -3,6 +3,7 @@
 #include "TextAdvances.h"
 #include "TextLine.h"
 #include "TextPieces.h"
+#include "TextRows.h"
 
 #include <InterfaceDefs.h>
 #include <Rect.h>
@@ -16,11 +17,16 @@ class TextBuffer;
 
 /// Where the rows of a text are: its lines, wrapped or not, aligned in a rectangle.
 ///
-/// Nothing shaped is kept, only how many rows each line has and where long lines are cut. Units:
-/// those of the view; beyond 16 million of them places are not exact, as a BPoint's are not.
+/// Nothing shaped is kept, only how many rows each line has and where long lines are cut. Of
+/// wrapped text beyond kCountedBytes only the lines that were asked for are counted; the others are
+/// taken to have as many rows as some that were looked at, so rows behind a line may get other
+/// numbers when it is counted. A line that is cut is counted as a whole. Units: those of the view;
+/// beyond 16 million of them places are not exact, as a BPoint's are not.
 class TextGeometry
 {
 public:
+    static constexpr int32 kCountedBytes = 64 * 1024;
+
     struct RowPlace
     {
         int32 line = 0;      // of the text
@@ -53,6 +59,10 @@ public:
     float RowHeight() const { return fAscent + fDescent; }
     float Ascent() const { return fAscent; }
     int32 CountRows() const;
+    /// How often it was found that a line has other rows than was assumed.
+    int32 CountCorrections() const { return fCorrections; }
+    /// Counts the lines between two heights; for what is drawn or scrolled to.
+    void CountBetween(double top, double bottom) const;
     RowPlace PlaceOf(int32 row) const;
     int32 RowOf(int32 offset) const;
     int32 RowStart(int32 row) const;
@@ -81,6 +91,11 @@ private:
     void LinesReplaced(int32 first, int32 removed, int32 inserted);
     int32 RowsOf(int32 line) const;
     int32 FirstRowOf(int32 line) const;
+    bool IsSmall() const;
+    TextRows& Rows() const;
+    bool CountLine(int32 line) const;
+    double UsualRows() const;
+    TextLine Lay(int32 line) const;
     bool IsPreviewedIn(int32 line) const;
 
     const TextBuffer& fText;
@@ -95,9 +110,10 @@ private:
     mutable TextPieces fPieces{fText}; // of long lines
     mutable TextAdvances fAdvances;
 
-    // Of wrapped text; both grow as they are asked for.
-    mutable std::vector<int32> fRowCounts; // for each line; 0: not known
-    mutable std::vector<int32> fFirstRows; // for the first lines
+    // Of wrapped text.
+    mutable TextRows fRows;
+    mutable bool fHasRows = false;
+    mutable int32 fCorrections = 0;
 };
 
 } // namespace kits

@@ -4,6 +4,7 @@
 
 #include "server/ScreenInfo.h"
 
+#include <Messenger.h>
 #include <Window.h>
 
 #include <algorithm>
@@ -123,6 +124,20 @@ void TextViewState::Draw(BRect updateRect)
     if (isCaretOn && HasCaret()) {
         rows.Fill(CaretRect(), color);
     }
+    FollowCorrections(updateRect);
+}
+
+// Rows that are drawn for the first time may move those below, and change how far one can scroll.
+void TextViewState::FollowCorrections(BRect drawn)
+{
+    if (drawnCorrections == geometry.CountCorrections()) {
+        return;
+    }
+    drawnCorrections = geometry.CountCorrections();
+    if (!drawn.Contains(view.Bounds())) {
+        view.Invalidate();
+    }
+    BMessenger(&view).SendMessage(kRowsCorrected); // nothing scrolls while it is drawn
 }
 
 void TextViewState::InvalidateRows(int32 first, int32 last)

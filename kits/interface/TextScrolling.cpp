@@ -1,5 +1,6 @@
 #include "TextViewState.h"
 
+#include <Messenger.h>
 #include <ScrollBar.h>
 
 #include <algorithm>
@@ -8,6 +9,13 @@
 // Which part of its text a view shows.
 
 namespace kits {
+
+namespace {
+
+// Rows that are counted move others into sight, a few times at most.
+constexpr int32 kMostRounds = 4;
+
+} // namespace
 
 float TextViewState::ContentHeight() const
 {
@@ -30,11 +38,60 @@ float TextViewState::ContentWidth() const
     return geometry.Rect().left + std::ceil(widest) + margin;
 }
 
+BPoint TextViewState::CountSight(BPoint corner)
+{
+    if (!geometry.Wraps() || view.Window() == nullptr) {
+        return corner;
+    }
+    const bool isDrawn = drawnCorrections == geometry.CountCorrections();
+    const BRect seen = view.Bounds();
+    const int32 line = geometry.PlaceOf(geometry.RowAt(static_cast<double>(seen.top))).line;
+    const auto top = [&] {
+        return geometry.RowTop(geometry.RowOf(text.LineStart(line)));
+    };
+    for (int32 rounds = 0; rounds < kMostRounds; ++rounds) {
+        const int32 before = geometry.CountCorrections();
+        const double topBefore = top();
+        const double y = static_cast<double>(corner.y);
+        geometry.CountBetween(y, y + static_cast<double>(seen.Height()));
+        if (geometry.CountCorrections() == before) {
+            break;
+        }
+        corner.y = std::max(0.0f, corner.y + static_cast<float>(top() - topBefore));
+        BMessenger(&view).SendMessage(kRowsCorrected);
+    }
+    if (isDrawn) {
+        drawnCorrections = geometry.CountCorrections(); // all that was in sight moves along
+    }
+    return corner;
+}
+
+void TextViewState::CountAround(int32 offset)
+{
+    if (!geometry.Wraps()) {
+        return;
+    }
+    const double reach = static_cast<double>(view.Bounds().Height());
+    const int32 first = geometry.CountCorrections();
+    for (int32 rounds = 0; rounds < kMostRounds; ++rounds) {
+        const int32 before = geometry.CountCorrections();
+        const double y = static_cast<double>(geometry.PointAt(offset).y);
+        geometry.CountBetween(y - reach, y + reach);
+        if (geometry.CountCorrections() == before) {
+            break;
+        }
+    }
+    if (geometry.CountCorrections() != first) {
+        view.Invalidate();
+    }
+}
+
 void TextViewState::ScrollTo(int32 offset)
 {
     if (view.Window() == nullptr) {
         return;
     }
+    CountAround(offset);
     const BRect seen = view.Bounds();
     const BPoint place = offset == caret ? geometry.CaretAt(offset) : geometry.PointAt(offset);
     const float margin = std::max(1.0f, geometry.Rect().left);

@@ -35,6 +35,7 @@ void TextViewState::MoveTo(int32 offset, Reach reach)
 
 void TextViewState::MoveByRows(int32 rows, Reach reach)
 {
+    CountAround(caret);
     const double x = goalX >= 0 ? goalX : static_cast<double>(geometry.PointAt(caret).x);
     const int32 row = geometry.RowOf(caret) + rows;
     int32 offset = 0;

@@ -145,6 +145,9 @@ void BTextView::MessageReceived(BMessage* message)
         }
         break;
     }
+    case kits::kRowsCorrected:
+        fText->LimitScrolling();
+        break;
     case B_INPUT_METHOD_EVENT:
         fText->TakeInput(*message);
         break;
@@ -179,7 +182,7 @@ void BTextView::SetFont(const BFont* font, uint32 mask)
 
 void BTextView::ScrollTo(BPoint where)
 {
-    BView::ScrollTo(where);
+    BView::ScrollTo(fText->CountSight(where));
 }
 
 void BTextView::GetPreferredSize(float* width, float* height)

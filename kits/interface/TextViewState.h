@@ -20,6 +20,9 @@ class BClipboard;
 
 namespace kits {
 
+/// Sent by a text view to itself when it got other rows than its scroll bars say.
+constexpr uint32 kRowsCorrected = '_TXR';
+
 /// What a text view is made of, and what it does with it.
 ///
 /// The selection reaches from where it began to the caret, which may be before it. Thread: the
@@ -99,6 +102,7 @@ struct TextViewState : EditingView
     // Looks (TextPainting.cpp)
 
     void Draw(BRect updateRect);
+    void FollowCorrections(BRect drawn);
     BRect CaretRect() const;
     void InvalidateRows(int32 first, int32 last);
     void InvalidateBelow(int32 first);
@@ -110,6 +114,11 @@ struct TextViewState : EditingView
 
     // Scrolling (TextScrolling.cpp)
 
+    /// Counts the rows that come into sight at a place of the view; returns that place, moved along
+    /// with what is in sight now.
+    BPoint CountSight(BPoint corner);
+    /// Counts the rows within a view's height of an offset.
+    void CountAround(int32 offset);
     void ScrollTo(int32 offset);
     void ScrollToCaret();
     void UpdateScrollBars();
@@ -147,8 +156,9 @@ struct TextViewState : EditingView
     std::unique_ptr<Ticker> dragTicker; // while the pointer is held outside
     std::unique_ptr<Ticker> blinkTicker;
     bool isCaretOn = false;
-    mutable float widest = 0; // the widest row seen so far
-    int32 inputResets = 0;    // how often the input method is to begin anew
+    mutable float widest = 0;   // the widest row seen so far
+    int32 drawnCorrections = 0; // of geometry, that are on the screen
+    int32 inputResets = 0;      // how often the input method is to begin anew
 };
 
 /// What the rest of the kit needs of a text view.
