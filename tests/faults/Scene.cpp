@@ -5,6 +5,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace {
@@ -12,6 +13,8 @@ namespace {
 constexpr time_t kOld = 1'000'000'000;
 constexpr time_t kBetween = 1'100'000'000;
 constexpr time_t kNew = 1'200'000'000;
+constexpr size_t kLargeBytes = 5 * 1024 * 1024 + 123;
+constexpr char kNote[] = "user.norvane.test"; // an attribute that any file system of Linux takes
 
 /// Nothing that follows would mean anything.
 [[noreturn]] void GiveUp(const char* what, const std::string& path)
@@ -21,20 +24,21 @@ constexpr time_t kNew = 1'200'000'000;
     std::exit(2);
 }
 
-std::string ReadFile(int folder, const char* name)
+void ReadFile(int folder, const char* name, SceneItem* item)
 {
-    std::string text;
     const int file = openat(folder, name, O_RDONLY | O_NOFOLLOW);
     if (file < 0) {
-        return "(unreadable)";
+        item->text = "(unreadable)";
+        return;
     }
     char buffer[64 * 1024];
     for (ssize_t count = read(file, buffer, sizeof(buffer)); count > 0;
          count = read(file, buffer, sizeof(buffer))) {
-        text.append(buffer, static_cast<size_t>(count));
+        item->text.append(buffer, static_cast<size_t>(count));
     }
+    const ssize_t length = fgetxattr(file, kNote, buffer, sizeof(buffer));
+    item->note.assign(buffer, length < 0 ? 0 : static_cast<size_t>(length));
     close(file);
-    return text;
 }
 
 /// Does something with each entry of a folder but "." and "..".
@@ -106,6 +110,7 @@ void LookAt(int parent, const char* name, const std::string& path, Snapshot* all
     }
     SceneItem item;
     item.mode = st.st_mode & 0777;
+    item.modifiedNs = st.st_mtim.tv_sec * 1'000'000'000LL + st.st_mtim.tv_nsec;
     if (S_ISDIR(st.st_mode)) {
         item.kind = 'd';
         const int folder = OpenFolder(parent, name);
@@ -121,7 +126,7 @@ void LookAt(int parent, const char* name, const std::string& path, Snapshot* all
         const ssize_t length = readlinkat(parent, name, text, sizeof(text));
         item.text.assign(text, length < 0 ? 0 : static_cast<size_t>(length));
     } else {
-        item.text = ReadFile(parent, name);
+        ReadFile(parent, name, &item);
     }
     if (!path.empty()) {
         all->emplace(path, std::move(item));
@@ -142,21 +147,26 @@ void Scene::Clear() const
         for (const char* name : {"source", "target", "foreign"}) {
             MakeFolder(std::string(volume) + "/" + name);
         }
+        // The second is called as something that is worked on.
         MakeFile(std::string(volume) + "/foreign/file", 3000);
+        MakeFile(std::string(volume) + "/foreign/item", 300);
     }
-    MakeFolder("one/home/.local/share/Trash/files");
-    MakeFolder("one/home/.local/share/Trash/info");
-    MakeFile("one/home/.local/share/Trash/files/older", 20);
-    MakeFile("one/home/.local/share/Trash/info/older.trashinfo", 20);
+    const std::string trash = kHomeTrash;
+    MakeFolder(trash + "/files");
+    MakeFolder(trash + "/info");
+    MakeFile(trash + "/files/older", 20);
+    MakeFile(trash + "/info/older.trashinfo", 20);
 }
 
 void Scene::MakeItem(const std::string& name) const
 {
     MakeFolder(name);
     MakeFolder(name + "/hollow");
+    MakeFolder(name + "/closed", 0700);
     MakeFolder(name + "/sub/deep");
     MakeFile(name + "/a", 10);
     MakeFile(name + "/big", 270'000);
+    MakeFile(name + "/closed/d", 200, 0640);
     MakeFile(name + "/empty", 0);
     MakeFile(name + "/private", 70'000, 0600);
     MakeFile(name + "/run", 4096, 0755);
@@ -164,9 +174,31 @@ void Scene::MakeItem(const std::string& name) const
     MakeFile(name + "/sub/deep/c", 1);
     MakeLink(name + "/link", "sub/b");
     MakeLink(name + "/sub/out", Path("one/foreign/file"));
-    for (const char* file : {"a", "big", "private", "run", "sub/b"}) {
-        SetTime(name + "/" + file, kBetween);
+    setxattr(Path(name + "/run").c_str(), kNote, "kept", 4, 0);
+    // Folders after what is in them.
+    for (const char* each :
+         {"a", "big", "private", "run", "sub/b", "link", "hollow", "sub/deep", "sub", "closed"}) {
+        Age(name + "/" + each);
     }
+    Age(name);
+}
+
+void Scene::MakeTrashed(const std::string& name) const
+{
+    const std::string trash = kHomeTrash;
+    MakeItem(trash + "/files/" + name);
+    // That of an earlier one may be left.
+    unlink(Path(trash + "/info/" + name + ".trashinfo").c_str());
+    MakeText(trash + "/info/" + name + ".trashinfo",
+             "[Trash Info]\nPath=" + Path("one/foreign/" + name) +
+                 "\nDeletionDate=2020-02-02T20:20:20\n",
+             0600);
+}
+
+void Scene::MakeLarge(const std::string& name) const
+{
+    MakeFile(name, kLargeBytes, 0640);
+    Age(name);
 }
 
 void Scene::MakeClashes(const std::string& target) const
@@ -178,30 +210,37 @@ void Scene::MakeClashes(const std::string& target) const
     SetTime(target + "/item/big", kNew);
     MakeFile(target + "/item/sub/b", 9000);
     SetTime(target + "/item/sub/b", kOld);
+    MakeLink(target + "/item/run", Path("one/foreign/file"));
+    SetTime(target + "/item/run", kOld);
     MakeFile(target + "/item/own", 40);
     MakeFile(target + "/beside", 50);
 }
 
 void Scene::MakeFile(const std::string& name, size_t sizeBytes, mode_t mode) const
 {
+    MakeText(name, ContentsOf(name, sizeBytes), mode);
+}
+
+void Scene::MakeText(const std::string& name, const std::string& text, mode_t mode) const
+{
+    MakeFolder(name.substr(0, name.rfind('/')));
     const int file = open(Path(name).c_str(), O_WRONLY | O_CREAT | O_EXCL, mode);
     if (file < 0) {
         GiveUp("make", Path(name));
     }
-    const std::string& text = ContentsOf(name, sizeBytes);
     if (write(file, text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
         GiveUp("write", Path(name));
     }
     close(file);
 }
 
-void Scene::MakeFolder(const std::string& name) const
+void Scene::MakeFolder(const std::string& name, mode_t mode) const
 {
     for (size_t slash = name.find('/'); slash != std::string::npos;
          slash = name.find('/', slash + 1)) {
         mkdir(Path(name.substr(0, slash)).c_str(), 0755);
     }
-    mkdir(Path(name).c_str(), 0755);
+    mkdir(Path(name).c_str(), mode);
 }
 
 void Scene::MakeLink(const std::string& name, const std::string& text) const
@@ -209,6 +248,11 @@ void Scene::MakeLink(const std::string& name, const std::string& text) const
     if (symlink(text.c_str(), Path(name).c_str()) != 0) {
         GiveUp("link", Path(name));
     }
+}
+
+void Scene::Age(const std::string& name) const
+{
+    SetTime(name, kBetween);
 }
 
 void Scene::SetTime(const std::string& name, time_t modified) const

@@ -5,13 +5,25 @@
 #include <sys/types.h>
 #include <vector>
 
+/// The home Trash, from the scene's root.
+inline constexpr const char* kHomeTrash = "one/home/.local/share/Trash";
+/// It and those of the volumes' own; the first volume's serves while the home Trash cannot be
+/// found. The harness is root in a name space of its own, or it has no volumes.
+inline constexpr const char* kTrashes[] = {kHomeTrash, "one/.Trash-0", "two/.Trash-0"};
+
 /// What lies at one path.
 struct SceneItem
 {
-    char kind = 'f';  // file, folder ('d'), link ('l')
-    mode_t mode = 0;  // the nine bits
-    std::string text; // contents, or what the link says
-    bool operator==(const SceneItem&) const = default;
+    char kind = 'f';          // file, folder ('d'), link ('l')
+    mode_t mode = 0;          // the nine bits
+    std::string text;         // contents, or what the link says
+    std::string note;         // its one attribute, where the file system keeps any
+    long long modifiedNs = 0; // not compared: making something in a folder changes it
+
+    bool operator==(const SceneItem& other) const
+    {
+        return kind == other.kind && mode == other.mode && text == other.text && note == other.note;
+    }
 };
 
 /// All below a folder, by path from there.
@@ -26,6 +38,8 @@ using Snapshot = std::map<std::string, SceneItem>;
 ///     two/target, two/source/item  the same on the other volume, where there is one
 ///     one/foreign       nobody's business
 ///     one/home          the home folder, with its Trash
+///
+/// In the Trash lies something older, which no operation may touch unless it empties the Trash.
 class Scene
 {
 public:
@@ -40,15 +54,23 @@ public:
     /// Makes the tree to work on at `name`.
     void MakeItem(const std::string& name) const;
     /// Makes what an operation finds in its way: some of the item's files, older ones and newer,
-    /// with other contents.
+    /// with other contents, and a link.
     void MakeClashes(const std::string& target) const;
+    /// Makes the tree `name` in the home Trash, with its record.
+    void MakeTrashed(const std::string& name) const;
+    /// A file of several blocks.
+    void MakeLarge(const std::string& name) const;
     /// A file of `sizeBytes`, with contents made of its path.
     void MakeFile(const std::string& name, size_t sizeBytes, mode_t mode = 0644) const;
+    /// A file, with the folders above it, that says `text`.
+    void MakeText(const std::string& name, const std::string& text, mode_t mode) const;
+    void MakeFolder(const std::string& name, mode_t mode = 0755) const;
+    /// Gives a file a time of change between those of old and of new clashes.
+    void Age(const std::string& name) const;
 
     Snapshot Look() const;
 
 private:
-    void MakeFolder(const std::string& name) const;
     void MakeLink(const std::string& name, const std::string& text) const;
     void SetTime(const std::string& name, time_t modified) const;
 
