@@ -107,7 +107,8 @@ TextLine TextGeometry::LayoutOf(int32 line) const
 TextLine TextGeometry::Lay(int32 line) const
 {
     const int32 start = fText.LineStart(line);
-    const TextLine::Source source{fText.Line(line), start, fStyle, fPieces.Of(line), fAdvances};
+    const TextLine::Source source{fText.Line(line), start,     fStyle,
+                                  fPieces.Of(line), fAdvances, this};
     if (!IsPreviewedIn(line)) {
         return TextLine(source, nullptr);
     }
@@ -123,6 +124,11 @@ bool TextGeometry::IsSmall() const
     return fText.Length() <= kCountedBytes;
 }
 
+bool TextGeometry::IsLong(int32 line) const
+{
+    return fText.LineEnd(line) - fText.LineStart(line) > TextPieces::kWholeBytes;
+}
+
 // How many rows some lines have on the average.
 double TextGeometry::UsualRows() const
 {
@@ -132,10 +138,9 @@ double TextGeometry::UsualRows() const
     int32 probes = 0;
     for (int32 i = 0; i < kProbes && bytes < kProbedBytes; ++i) {
         const int32 line = static_cast<int32>(int64{lines} * i / kProbes);
-        const int32 length = fText.LineEnd(line) - fText.LineStart(line);
-        if (length <= TextPieces::kWholeBytes) {
+        if (!IsLong(line)) {
             rows += Lay(line).CountRows();
-            bytes += length;
+            bytes += fText.LineEnd(line) - fText.LineStart(line);
             probes++;
         }
     }
@@ -147,8 +152,11 @@ TextRows& TextGeometry::Rows() const
     if (!fHasRows) {
         fHasRows = true;
         fRows.Reset(fText.CountLines(), IsSmall() ? 1 : UsualRows());
-        for (int32 line = 0; IsSmall() && line < fText.CountLines(); ++line) {
-            CountLine(line);
+        for (int32 line = 0; line < fText.CountLines(); ++line) {
+            // A long line is not like the others, and only begun to be counted.
+            if (IsSmall() || IsLong(line)) {
+                CountLine(line);
+            }
         }
     }
     return fRows;
@@ -159,10 +167,22 @@ bool TextGeometry::CountLine(int32 line) const
     return fRows.Set(line, Lay(line).CountRows());
 }
 
+void TextGeometry::RowsCounted(int32 lineStart, int32 rows) const
+{
+    if (fHasRows && fRows.Set(fText.LineOf(lineStart), rows)) {
+        fCorrections++;
+    }
+}
+
 void TextGeometry::CountBetween(double top, double bottom) const
 {
-    for (int32 row = RowAt(top); fIsWrapped && row <= RowAt(bottom); ++row) {
-        PlaceOf(row);
+    for (int32 row = RowAt(top); fIsWrapped && row <= RowAt(bottom);) {
+        const RowPlace place = PlaceOf(row);
+        const TextLine layout = LayoutOf(place.line);
+        for (int32 i = place.rowInLine; i < layout.CountRows() && row <= RowAt(bottom); ++i) {
+            layout.CountRow(i);
+            ++row;
+        }
     }
 }
 

@@ -20,9 +20,9 @@ class TextBuffer;
 /// Nothing shaped is kept, only how many rows each line has and where long lines are cut. Of
 /// wrapped text beyond kCountedBytes only the lines that were asked for are counted; the others are
 /// taken to have as many rows as some that were looked at, so rows behind a line may get other
-/// numbers when it is counted. A line that is cut is counted as a whole. Units: those of the view;
+/// numbers when it is counted. So are the pieces of long lines. Units: those of the view;
 /// beyond 16 million of them places are not exact, as a BPoint's are not.
-class TextGeometry
+class TextGeometry : private TextRowCounter
 {
 public:
     static constexpr int32 kCountedBytes = 64 * 1024;
@@ -92,10 +92,13 @@ private:
     int32 RowsOf(int32 line) const;
     int32 FirstRowOf(int32 line) const;
     bool IsSmall() const;
+    bool IsLong(int32 line) const;
     TextRows& Rows() const;
     bool CountLine(int32 line) const;
     double UsualRows() const;
     TextLine Lay(int32 line) const;
+    // TextRowCounter
+    void RowsCounted(int32 lineStart, int32 rows) const override;
     bool IsPreviewedIn(int32 line) const;
 
     const TextBuffer& fText;

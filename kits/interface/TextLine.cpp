@@ -3,12 +3,15 @@
 #include "TextAdvances.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace kits {
 
 namespace {
 
 constexpr size_t kMostShaped = 4;
+// A line of so many wrapped pieces is counted as a whole.
+constexpr int32 kMostCounted = 32;
 // How many pieces are shaped at once only to learn their widths.
 constexpr int32 kMostMeasured = 512;
 // Beyond both edges of any piece.
@@ -29,7 +32,7 @@ TextLine::TextLine(const Source& source, const TextPreview* preview) : fSource(s
         FindDirection();
     }
     if (IsWrapped() && IsCut()) {
-        SettleRows();
+        CountPiecesRows();
     }
 }
 
@@ -65,6 +68,16 @@ int32 TextLine::PieceOf(int32 offset) const
         std::upper_bound(fPieces.begin() + 1, fPieces.end(), offset + fSource.start,
                          [](int32 place, const TextPiece& piece) { return place < piece.start; });
     return static_cast<int32>(behind - fPieces.begin()) - 1;
+}
+
+// Counting a piece may move its border.
+int32 TextLine::SettledPieceOf(int32 offset) const
+{
+    int32 piece = PieceOf(offset);
+    while (IsWrapped() && Settle(piece)) {
+        piece = PieceOf(offset);
+    }
+    return piece;
 }
 
 bool TextLine::HasPreview(int32 piece) const
@@ -145,28 +158,59 @@ bool TextLine::IsRightToLeft() const
 
 // Rows
 
-// Counts the rows of the pieces that are new or changed. The border between two new ones moves to
-// where the first one's last row begins, so that the second one fills this row.
-void TextLine::SettleRows()
+void TextLine::CountPiecesRows()
 {
+    const bool isCountedWhole = CountPieces() <= kMostCounted;
+    Settle(0);
+    fRowsPerByte = static_cast<double>(RowsOf(0)) / static_cast<double>(EndOf(0));
     for (int32 i = 0; i < CountPieces(); ++i) {
-        TextPiece& piece = Piece(i);
-        if (piece.rows > 0) {
-            continue;
-        }
-        const std::unique_ptr<TextLayout> layout = Lay(i);
-        piece.rows = layout->CountRows();
-        const bool isNextNew = i + 1 < CountPieces() && Piece(i + 1).rows == 0;
-        if (isNextNew && piece.rows > 1 && !HasPreview(i)) {
-            piece.rows--;
-            Piece(i + 1).start = piece.start + layout->RowStart(piece.rows);
+        if (isCountedWhole || Piece(i).rows < 0) {
+            Settle(i);
         }
     }
+    fRows = FirstRowOf(CountPieces());
+}
+
+// Counts the rows of a piece, unless that was done. The border between two new pieces moves to
+// where the first one's last row begins, so that the second one fills this row.
+bool TextLine::Settle(int32 index) const
+{
+    TextPiece& piece = Piece(index);
+    if (!IsCut() || piece.rows > 0) {
+        return false;
+    }
+    const bool isNextNew = index + 1 < CountPieces() && Piece(index + 1).rows <= 0;
+    const auto rows = [&] {
+        return RowsOf(index) + (isNextNew ? RowsOf(index + 1) : 0);
+    };
+    const int32 before = rows();
+    const std::unique_ptr<TextLayout> layout = Lay(index);
+    piece.rows = layout->CountRows();
+    if (isNextNew && piece.rows > 1 && !HasPreview(index)) {
+        piece.rows--;
+        Piece(index + 1).start = piece.start + layout->RowStart(piece.rows);
+    }
+    if (index < fNearPiece) {
+        fNearPiece = 0;
+        fNearRow = 0;
+    }
+    // While the line is made, it is counted by who makes it.
+    if (fRows > 0 && rows() != before) {
+        fRows += rows() - before;
+        fSource.counter->RowsCounted(fSource.start, fRows);
+    }
+    return true;
 }
 
 int32 TextLine::RowsOf(int32 piece) const
 {
-    return IsCut() && IsWrapped() ? Piece(piece).rows : LayoutOf(piece).CountRows();
+    if (!IsCut() || !IsWrapped()) {
+        return LayoutOf(piece).CountRows();
+    }
+    const int32 counted = Piece(piece).rows;
+    const double bytes = static_cast<double>(EndOf(piece) - StartOf(piece));
+    return counted > 0 ? counted
+                       : std::max<int32>(1, static_cast<int32>(std::lround(bytes * fRowsPerByte)));
 }
 
 int32 TextLine::FirstRowOf(int32 piece) const
@@ -181,16 +225,25 @@ int32 TextLine::FirstRowOf(int32 piece) const
 TextLine::Stretch TextLine::PlaceOf(int32 row) const
 {
     row = std::max<int32>(row, 0);
-    int32 piece = 0;
-    while (piece + 1 < CountPieces() && row >= RowsOf(piece)) {
-        row -= RowsOf(piece++);
-    }
-    return {piece, std::min(row, RowsOf(piece) - 1), 0};
+    const bool isFurther = row >= fNearRow;
+    int32 piece = isFurther ? fNearPiece : 0;
+    int32 first = isFurther ? fNearRow : 0;
+    do {
+        while (piece + 1 < CountPieces() && row >= first + RowsOf(piece)) {
+            first += RowsOf(piece++);
+        }
+    } while (Settle(piece)); // it may have fewer rows than was assumed
+    fNearPiece = piece;
+    fNearRow = first;
+    return {piece, std::min(row - first, RowsOf(piece) - 1), 0};
 }
 
 int32 TextLine::CountRows() const
 {
-    return IsOneLongRow() ? 1 : FirstRowOf(CountPieces());
+    if (IsOneLongRow()) {
+        return 1;
+    }
+    return IsCut() ? fRows : RowsOf(0);
 }
 
 int32 TextLine::RowOf(int32 offset) const
@@ -198,7 +251,7 @@ int32 TextLine::RowOf(int32 offset) const
     if (IsOneLongRow()) {
         return 0;
     }
-    const int32 piece = PieceOf(offset);
+    const int32 piece = SettledPieceOf(offset);
     return FirstRowOf(piece) + LayoutOf(piece).RowOf(offset - StartOf(piece));
 }
 
@@ -279,14 +332,14 @@ std::vector<TextLine::Stretch> TextLine::StretchesOf(int32 row, Seen seen) const
 
 double TextLine::XOf(int32 offset) const
 {
-    const int32 piece = PieceOf(offset);
+    const int32 piece = SettledPieceOf(offset);
     const double x = LayoutOf(piece).XOf(offset - StartOf(piece));
     return LeftOfPiece(piece) + x;
 }
 
 double TextLine::CaretX(int32 offset) const
 {
-    const int32 piece = PieceOf(offset);
+    const int32 piece = SettledPieceOf(offset);
     const double x = LayoutOf(piece).CaretX(offset - StartOf(piece));
     return LeftOfPiece(piece) + x;
 }
@@ -327,7 +380,7 @@ int32 TextLine::Step(int32 offset, Side side) const
         const TextLayout& layout = LayoutOf(piece);
         return StartOf(piece) + (side == Side::kLeft ? layout.LeftOf(from) : layout.RightOf(from));
     };
-    const int32 piece = PieceOf(offset);
+    const int32 piece = SettledPieceOf(offset);
     const int32 next = step(piece, offset - StartOf(piece));
     const bool isForward = (side == Side::kRight) != IsRightToLeft();
     const int32 neighbour = isForward ? piece + 1 : piece - 1;
@@ -339,6 +392,7 @@ int32 TextLine::Step(int32 offset, Side side) const
         const double edge = side == Side::kRight ? -kFarAway : kFarAway;
         return step(neighbour, LayoutOf(neighbour).OffsetAt(0, edge));
     }
+    Settle(neighbour);
     // Only at its beginning: rows of a right-to-left piece have edges too.
     return !isForward && offset == StartOf(piece)
                ? step(neighbour, EndOf(neighbour) - StartOf(neighbour))

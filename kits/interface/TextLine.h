@@ -16,16 +16,26 @@ namespace kits {
 
 class TextAdvances;
 
+/// Learns that a line has other rows than was assumed.
+class TextRowCounter
+{
+public:
+    virtual ~TextRowCounter() = default;
+    virtual void RowsCounted(int32 lineStart, int32 rows) const = 0;
+};
+
 /// One line of a text as it is set: shaped as a whole, or piece by piece when it is long. Shapes
 /// only the pieces that are asked for.
 ///
 /// Long lines (TextPieces::kWholeBytes) are set more plainly than others, each piece by itself: no
 /// kerning, ligatures or joined letters across a border, tab stops count from the piece's beginning
 /// and directions are mixed within a piece only. All of a line runs along the direction that its
-/// first piece has. Wrapped pieces begin a row each; untouched text is cut where a row begins
-/// anyway, behind a change a row may be short. What is not plain (TextAdvances) is shaped once to
-/// learn its width; of a line with more than a MiB of such text the rest is assumed to be as wide
-/// on the average, and moves a little when it is first looked at.
+/// first piece has. Wrapped pieces begin a row each; text that is read on from its beginning or
+/// from where one went is cut where a row begins anyway, behind a change and before such a place a
+/// row may be short. Of many wrapped pieces only those that are asked for are counted, the others
+/// are taken to have as many rows as the first one. What is not plain (TextAdvances) is shaped once
+/// to learn its width; of a line with more than a MiB of such text the rest is assumed to be as
+/// wide on the average, and moves a little when it is first looked at.
 ///
 /// Made when it is needed and thrown away, as layouts are. Units: as TextLayout's.
 class TextLine
@@ -48,6 +58,8 @@ public:
         const TextStyle& style;
         std::span<TextPiece> pieces; // none: it is set as a whole
         TextAdvances& advances;
+        /// Told of rows that are counted later.
+        const TextRowCounter* counter;
     };
 
     /// `preview` is null when there is none in this line.
@@ -55,6 +67,8 @@ public:
     TextLine(const TextLine&) = delete;
     TextLine& operator=(const TextLine&) = delete;
 
+    /// Counts a row's piece, when that was not done.
+    void CountRow(int32 row) const { PlaceOf(row); }
     /// Whether all of it is one row of several pieces: wider than any view.
     bool IsOneLongRow() const { return IsCut() && !IsWrapped(); }
     int32 CountRows() const;
@@ -98,12 +112,14 @@ private:
     int32 EndOf(int32 piece) const;
     std::string_view BytesOf(int32 piece) const;
     int32 PieceOf(int32 offset) const;
+    int32 SettledPieceOf(int32 offset) const;
     bool HasPreview(int32 piece) const;
     const TextLayout& LayoutOf(int32 piece) const;
     std::unique_ptr<TextLayout> Lay(int32 piece) const;
 
     void FindDirection();
-    void SettleRows();
+    void CountPiecesRows();
+    bool Settle(int32 piece) const;
     int32 RowsOf(int32 piece) const;
     int32 FirstRowOf(int32 piece) const;
     Stretch PlaceOf(int32 row) const;
@@ -123,6 +139,10 @@ private:
         int32 piece;
         std::unique_ptr<TextLayout> layout;
     };
+    mutable int32 fRows = 0; // of a line that is cut and wrapped
+    double fRowsPerByte = 0;
+    mutable int32 fNearPiece = 0; // that was asked for last, and its first row
+    mutable int32 fNearRow = 0;
     mutable std::vector<Shaped> fShaped; // the last few
     mutable int32 fMeasured = 0;         // how many pieces were shaped to learn their widths
     mutable double fByteWidth = 0;       // on the average of the last one

@@ -9,6 +9,8 @@ namespace kits {
 
 namespace {
 
+constexpr int32 kRowsChanged = -1;
+
 bool StartsBefore(const TextPiece& piece, int32 offset)
 {
     return piece.start < offset;
@@ -51,7 +53,7 @@ void TextPieces::ForgetSize(int32 offset)
     const Place behind = Behind(offset);
     if (behind != fPieces.begin()) {
         TextPiece& piece = *(behind - 1);
-        piece.rows = 0;
+        piece.rows = kRowsChanged;
         piece.width = -1;
     }
 }
@@ -114,13 +116,18 @@ void TextPieces::TextReplaced(int32 offset, int32 removed, int32 inserted)
     const int32 from = isFirstCut ? changed->start : firstStart;
     fPieces.erase(changed, kept);
 
-    const auto follow = [this](int32 line, bool isCut, int32 start, int32 end) {
+    const auto recut = [this](int32 line, int32 start, int32 end) {
+        for (Place piece = Recut(line, start, end); piece != Behind(end - 1); ++piece) {
+            piece->rows = kRowsChanged;
+        }
+    };
+    const auto follow = [&](int32 line, bool isCut, int32 start, int32 end) {
         if (!IsLong(line)) {
             const auto first = std::lower_bound(fPieces.begin(), fPieces.end(),
                                                 fText.LineStart(line), StartsBefore);
             fPieces.erase(first, Behind(fText.LineEnd(line)));
         } else if (isCut) {
-            Recut(line, start, end);
+            recut(line, start, end);
         }
     };
     if (firstLine == lastLine) {

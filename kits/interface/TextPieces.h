@@ -15,7 +15,7 @@ class TextBuffer;
 struct TextPiece
 {
     int32 start = 0;   // in the text
-    int32 rows = 0;    // of wrapped text; 0: not known
+    int32 rows = 0;    // of wrapped text; 0: not known, below: not known any more
     double width = -1; // of text that is not wrapped; below zero: not known
     bool isWidthAssumed = false;
     TextDirection lineDirection = TextDirection::kUnknown; // in a line's first piece

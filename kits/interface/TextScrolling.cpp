@@ -45,9 +45,9 @@ BPoint TextViewState::CountSight(BPoint corner)
     }
     const bool isDrawn = drawnCorrections == geometry.CountCorrections();
     const BRect seen = view.Bounds();
-    const int32 line = geometry.PlaceOf(geometry.RowAt(static_cast<double>(seen.top))).line;
+    const int32 anchored = geometry.RowStart(geometry.RowAt(static_cast<double>(seen.top)));
     const auto top = [&] {
-        return geometry.RowTop(geometry.RowOf(text.LineStart(line)));
+        return geometry.RowTop(geometry.RowOf(anchored));
     };
     for (int32 rounds = 0; rounds < kMostRounds; ++rounds) {
         const int32 before = geometry.CountCorrections();

@@ -2,6 +2,7 @@
 
 #include <interface/TextBuffer.h>
 #include <interface/TextGeometry.h>
+#include <interface/TextMovement.h>
 #include <interface/TextRows.h>
 
 #include <ScrollBar.h>
@@ -25,13 +26,23 @@ std::string ManyLines()
     return text;
 }
 
-class TextRowsViewTest : public TextViewFixture
+/// One line of some MiB.
+std::string LongLine()
+{
+    std::string text;
+    while (text.size() < 4u << 20) {
+        text += "one line of some words that are longer or shorter ";
+    }
+    return text;
+}
+
+class TextRowsViewTest : public TextViewFixture, public ::testing::WithParamInterface<bool>
 {
 protected:
     void ShowMany()
     {
         ShowText("");
-        const std::string text = ManyLines();
+        const std::string text = GetParam() ? LongLine() : ManyLines();
         Locked([&, this] {
             fView->SetWordWrap(true);
             fView->SetText(text.c_str());
@@ -125,7 +136,41 @@ TEST(TextRowsTest, RowsOfALargeTextAreRightOnceTheyWereCounted)
     EXPECT_NEAR(assumed, row, row / 4);
 }
 
-TEST_F(TextRowsViewTest, TheEndIsShownWhole)
+TEST(TextRowsTest, PiecesOfALongLineAreCountedWhenTheyAreAskedFor)
+{
+    TextBuffer text;
+    TextGeometry geometry(text);
+    text.SetText(LongLine());
+    geometry.SetRect(BRect(0, 0, 199, 100));
+    const int64 before = CountDecodedBytes();
+    geometry.SetWrap(true);
+    const int32 assumed = geometry.CountRows();
+    int32 at = text.Length() / 2;
+    geometry.RowOf(at);
+    at = geometry.RowStart(geometry.RowOf(at));
+
+    // On and back, row by row, nothing is left out.
+    for (int i = 0; i < 300; ++i) {
+        const int32 row = geometry.RowOf(at);
+        const int32 end = geometry.RowEnd(row);
+        EXPECT_GT(end, at);
+        EXPECT_EQ(TextMovement(text).NextCharacter(end), geometry.RowStart(row + 1));
+        at = geometry.RowStart(row + 1);
+    }
+    for (int i = 0; i < 600; ++i) {
+        geometry.RowStart(geometry.RowOf(at) - 1); // may be counted now
+        const int32 row = geometry.RowOf(at) - 1;
+        EXPECT_EQ(TextMovement(text).NextCharacter(geometry.RowEnd(row)), at);
+        EXPECT_GT(geometry.RowWidth(row), 20);
+        at = geometry.RowStart(row);
+    }
+    EXPECT_LT(CountDecodedBytes() - before, 32 << 20); // a row asks for some pieces
+    EXPECT_NEAR(geometry.CountRows(), assumed, assumed / 10);
+    const int32 last = geometry.RowOf(text.Length());
+    EXPECT_EQ(last, geometry.CountRows() - 1);
+}
+
+TEST_P(TextRowsViewTest, TheEndIsShownWhole)
 {
     ShowMany();
 
@@ -136,7 +181,17 @@ TEST_F(TextRowsViewTest, TheEndIsShownWhole)
     EXPECT_LE(SeenAt(end) + 15, 101);
 }
 
-TEST_F(TextRowsViewTest, ScrollingIntoRowsThatWereNotCountedKeepsTheRest)
+TEST_P(TextRowsViewTest, SettingALargeTextLooksAtAPartOfIt)
+{
+    const int64 before = CountDecodedBytes();
+
+    ShowMany();
+    TypeKey(B_END, B_COMMAND_KEY);
+
+    EXPECT_LT(CountDecodedBytes() - before, 512 * 1024);
+}
+
+TEST_P(TextRowsViewTest, ScrollingIntoRowsThatWereNotCountedKeepsTheRest)
 {
     ShowMany();
     auto* bar = Add(new BScrollBar(BRect(210, 10, 223, 109), "bar", fView, 0, 1000, B_VERTICAL));
@@ -160,7 +215,7 @@ TEST_F(TextRowsViewTest, ScrollingIntoRowsThatWereNotCountedKeepsTheRest)
     EXPECT_GT(Locked([=] { return bar->Value(); }), 0);
 }
 
-TEST_F(TextRowsViewTest, ArrowsGoThroughRowsThatWereNotCounted)
+TEST_P(TextRowsViewTest, ArrowsGoThroughRowsThatWereNotCounted)
 {
     ShowMany();
     const int32 middle = Locked([this] { return fView->TextLength() / 2; });
@@ -181,5 +236,9 @@ TEST_F(TextRowsViewTest, ArrowsGoThroughRowsThatWereNotCounted)
         Select(at, at);
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(Texts, TextRowsViewTest, ::testing::Bool(), [](const auto& text) {
+    return std::string(text.param ? "OneLine" : "Lines");
+});
 
 } // namespace kits
