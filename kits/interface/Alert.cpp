@@ -233,11 +233,11 @@ void BAlert::LayOut()
     const float buttonsWidth = ButtonsWidth() + gap;
     float windowWidth = std::max(kNarrowest, text->TextLeft() + buttonsWidth + 2 * kEdge);
     const float screenHeight = BScreen(B_MAIN_SCREEN_ID).Frame().Height();
-    // Long texts get a broader window before they get a high one.
+    // Long texts get a broader window before they get a high one, lists one whose lines stay whole.
     float textHeight = text->HeightFor(windowWidth);
     for (float wider : {kUsualWidth, kWidest}) {
         const bool isHigh = textHeight > (wider == kUsualWidth ? 80 : screenHeight / 2);
-        if (wider > windowWidth && isHigh) {
+        if (wider > windowWidth && (isHigh || text->BreaksAListLine(windowWidth))) {
             windowWidth = wider;
             textHeight = text->HeightFor(windowWidth);
         }

@@ -21,6 +21,7 @@ constexpr float kTextLeftWithoutIcon = 16;
 constexpr float kTextTop = 14;
 constexpr float kTextRight = 16;
 constexpr float kTextBottom = 14;
+const std::string kTab = "    "; // as the text is broken
 constexpr rgb_color kStrip = {190, 190, 190, 255};
 
 } // namespace
@@ -53,6 +54,22 @@ AlertTextView::AlertTextView(BRect frame, const std::string& text, alert_type ty
 {
     SetViewColor(look::kGround);
     SetLowColor(look::kGround);
+}
+
+bool AlertTextView::BreaksAListLine(float width) const
+{
+    BFont font;
+    GetFont(&font);
+    const float room = width - TextLeft() - kTextRight;
+    for (size_t begin = fText.find("\n\t"); begin != std::string::npos;
+         begin = fText.find("\n\t", begin)) {
+        begin += 2;
+        const std::string line = kTab + fText.substr(begin, fText.find('\n', begin) - begin);
+        if (font.StringWidth(line.c_str()) > room) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void AlertTextView::SetType(alert_type type)

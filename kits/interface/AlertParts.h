@@ -38,6 +38,8 @@ public:
 
     /// Breaks the text for a width of the whole view and tells how high it must be then.
     float HeightFor(float width);
+    /// Whether a line that begins with a tab, one of a list, would be broken at that width.
+    bool BreaksAListLine(float width) const;
     alert_type Type() const { return fType; }
     void SetType(alert_type type);
     /// Where the text begins.

@@ -304,6 +304,28 @@ TEST(AlertTest, LongTextMakesItHigherAndStaysOnTheScreen)
     EXPECT_EQ(running.Answer(), 0);
 }
 
+TEST(AlertTest, LinesOfAListStayWhole)
+{
+    const std::string head = "These are the items:\n\t";
+    const std::string item = "one: " + std::string(20, 'm');
+    const std::vector<std::string> texts = {
+        head + "one: m", head + item, head + item + std::string(16, 'm'), head + item + "\n\ttwo"};
+    std::vector<BAlert*> alerts;
+    for (const std::string& text : texts) {
+        alerts.push_back(new BAlert("a", text.c_str(), "OK"));
+    }
+
+    EXPECT_EQ(alerts[0]->Bounds().Width(), 310);
+    EXPECT_EQ(alerts[1]->Bounds().Width(), 400);
+    EXPECT_EQ(alerts[2]->Bounds().Width(), 600);
+    EXPECT_EQ(alerts[3]->Bounds().Width(), 400);
+    EXPECT_EQ(alerts[1]->Bounds().Height(), alerts[0]->Bounds().Height());
+    for (BAlert* alert : alerts) {
+        alert->Lock();
+        alert->Quit();
+    }
+}
+
 TEST(AlertTest, ButtonsAreAsBroadAsAsked)
 {
     auto* usual = new BAlert("a", "b", "I", "A rather long label", nullptr, B_WIDTH_AS_USUAL);
