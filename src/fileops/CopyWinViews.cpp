@@ -15,6 +15,7 @@ namespace {
 
 constexpr rgb_color kGrey = {216, 216, 216, 255};
 constexpr bigtime_t kFrame = 1'000'000 / 60;
+constexpr bigtime_t kAnswersAfterFirstFrame = 200'000;
 constexpr char kFileLabel[] = "Copying: ";
 constexpr char kFileTrailingLabel[] = " Bytes";
 
@@ -167,6 +168,8 @@ void CopyWin::AskWhetherToStop()
 {
     BAlert* alert = new BAlert("Sir?", "Stop this operation?", "Stop", "Continue", nullptr,
                                B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+    // It was asked for: nobody is typing into another window.
+    alert->SetAnswerDelay(kAnswersAfterFirstFrame, 0);
     if (alert->Go() == 0) {
         fIsStopped = true;
     }

@@ -1,0 +1,56 @@
+#!/usr/bin/env bash
+# Escape in the operation window: asked once, goes on or stops, and nothing more is deleted then.
+. "$(dirname "$0")/lib.sh"
+
+mkdir -p "$base/from" "$base/to"
+printf 'small\n' >"$base/from/a"
+head -c 700000000 /dev/zero >"$base/from/b"
+printf 'small\n' >"$base/from/z"
+start_desktop 1280x800 wm || fail "no desktop"
+write_settings "$base/from" "$base/to"
+start_norvane
+
+# ask_to_stop: activates the operation window and presses Escape. The program is held meanwhile, or
+# it could be ready too soon; and what comes in the window's first moments is nobody's wish.
+ask_to_stop() {
+    expect "no operation window" window_shown Copy
+    kill -STOP "$program_pid"
+    sleep 0.4
+    xdotool windowactivate --sync "$(window_id Copy)"
+    key Escape
+    sleep 0.2
+    kill -CONT "$program_pid"
+    answerable "Sir?"
+    expect "the question is not the focused window" window_focused "Sir?"
+}
+
+what="Stop"
+key plus F6
+ask_to_stop
+shot stop-question
+key Escape # neither button is meant by it
+sleep 0.3
+window_shown "Sir?" || fail "$what: Escape answered"
+key Tab
+key Return
+expect "$what: the question stays" window_gone "Sir?"
+expect "$what: the operation goes on" window_gone Copy
+[ ! -e "$base/from/a" ] || fail "$what: what was moved before is still there"
+[ -e "$base/from/b" ] && [ -e "$base/from/z" ] || fail "$what: something was deleted"
+[ ! -e "$base/to/b" ] || fail "$what: half a file is left"
+[ ! -e "$base/to/z" ] || fail "$what: it went on"
+[ -z "$(ls -A "$XDG_DATA_HOME/Trash/files" 2>/dev/null)" ] || fail "$what: something is in the Trash"
+if window_shown Err; then dismiss Err; fi
+expect "$what: no focus" window_focused Norvane
+
+what="Continue"
+key plus F6
+ask_to_stop
+key Return
+expect "$what: the question stays" window_gone "Sir?"
+moved() { [ -e "$base/to/z" ] && [ ! -e "$base/from/z" ]; }
+wait_for 60 moved || fail "$what: it did not go on"
+wait_for 20 window_gone Copy || fail "$what: the operation window stayed"
+[ "$(stat -c %s "$base/to/b")" = 700000000 ] || fail "$what: b is not whole"
+[ -z "$(ls -A "$base/from")" ] || fail "$what: $(ls -A "$base/from") stayed"
+quit_norvane
