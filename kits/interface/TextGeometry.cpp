@@ -101,14 +101,14 @@ TextLine TextGeometry::LayoutOf(int32 line) const
     if (fIsWrapped && !Rows().IsCounted(line) && CountLine(line)) {
         fCorrections++;
     }
-    return Lay(line);
+    return Lay(line, fIsWrapped ? RowsOf(line) : 0);
 }
 
-TextLine TextGeometry::Lay(int32 line) const
+TextLine TextGeometry::Lay(int32 line, int32 rows) const
 {
     const int32 start = fText.LineStart(line);
-    const TextLine::Source source{fText.Line(line), start,     fStyle,
-                                  fPieces.Of(line), fAdvances, this};
+    const TextLine::Source source{fText.Line(line), start, fStyle, fPieces.Of(line),
+                                  fAdvances,        rows,  this};
     if (!IsPreviewedIn(line)) {
         return TextLine(source, nullptr);
     }

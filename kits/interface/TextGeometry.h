@@ -96,7 +96,7 @@ private:
     TextRows& Rows() const;
     bool CountLine(int32 line) const;
     double UsualRows() const;
-    TextLine Lay(int32 line) const;
+    TextLine Lay(int32 line, int32 rows = 0) const;
     // TextRowCounter
     void RowsCounted(int32 lineStart, int32 rows) const override;
     bool IsPreviewedIn(int32 line) const;

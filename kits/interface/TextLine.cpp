@@ -3,7 +3,6 @@
 #include "TextAdvances.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace kits {
 
@@ -12,6 +11,7 @@ namespace {
 constexpr size_t kMostShaped = 4;
 // A line of so many wrapped pieces is counted as a whole.
 constexpr int32 kMostCounted = 32;
+constexpr int64 kRoughPart = 1 << 16;
 // How many pieces are shaped at once only to learn their widths.
 constexpr int32 kMostMeasured = 512;
 // Beyond both edges of any piece.
@@ -162,7 +162,11 @@ void TextLine::CountPiecesRows()
 {
     const bool isCountedWhole = CountPieces() <= kMostCounted;
     Settle(0);
-    fRowsPerByte = static_cast<double>(RowsOf(0)) / static_cast<double>(EndOf(0));
+    fRowsPerPart = RowsOf(0) * kRoughPart / EndOf(0);
+    fRows = fSource.rows;
+    if (fRows > 0) {
+        return;
+    }
     for (int32 i = 0; i < CountPieces(); ++i) {
         if (isCountedWhole || Piece(i).rows < 0) {
             Settle(i);
@@ -208,9 +212,11 @@ int32 TextLine::RowsOf(int32 piece) const
         return LayoutOf(piece).CountRows();
     }
     const int32 counted = Piece(piece).rows;
-    const double bytes = static_cast<double>(EndOf(piece) - StartOf(piece));
-    return counted > 0 ? counted
-                       : std::max<int32>(1, static_cast<int32>(std::lround(bytes * fRowsPerByte)));
+    if (counted > 0) {
+        return counted;
+    }
+    const int64 rough = (EndOf(piece) - StartOf(piece)) * fRowsPerPart / kRoughPart;
+    return std::max<int32>(1, static_cast<int32>(rough));
 }
 
 int32 TextLine::FirstRowOf(int32 piece) const

@@ -58,6 +58,8 @@ public:
         const TextStyle& style;
         std::span<TextPiece> pieces; // none: it is set as a whole
         TextAdvances& advances;
+        /// How many rows it has as far as known; 0: they are to be counted.
+        int32 rows;
         /// Told of rows that are counted later.
         const TextRowCounter* counter;
     };
@@ -139,8 +141,8 @@ private:
         int32 piece;
         std::unique_ptr<TextLayout> layout;
     };
-    mutable int32 fRows = 0; // of a line that is cut and wrapped
-    double fRowsPerByte = 0;
+    mutable int32 fRows = 0;      // of a line that is cut and wrapped
+    int64 fRowsPerPart = 0;       // of kRoughPart bytes
     mutable int32 fNearPiece = 0; // that was asked for last, and its first row
     mutable int32 fNearRow = 0;
     mutable std::vector<Shaped> fShaped; // the last few
