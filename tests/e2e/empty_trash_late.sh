@@ -11,7 +11,7 @@ start_desktop 1280x800 wm || fail "no desktop"
 write_settings "$base/left" "$base/left"
 start_norvane
 # Every window that comes or goes is written down, however short its life.
-xprop -root -spy _NET_CLIENT_LIST >"$base/windows" 2>/dev/null &
+xprop -root -spy _NET_CLIENT_LIST >>"$base/windows" 2>/dev/null &
 desktop_pids+=($!)
 expect "no list of windows" test -s "$base/windows"
 
