@@ -14,7 +14,7 @@ struct CopyPlace
     BDirectory& folder;
     std::string path;
 
-    std::string PathOf(const char* name) const { return path + "/" + name; }
+    std::string PathOf(const char* name) const { return (path == "/" ? "" : path) + "/" + name; }
 };
 
 /// One entry on its way: where it is, and where it goes.

@@ -57,8 +57,8 @@ bool IsTrash(const char* path)
 }
 
 ItemOperations::ItemOperations(const char* path, OperationUI& ui)
-    : fUI(ui), fPath(path), fFolder(path), fTrashCheck(is_trash_folder(&fFolder, &fIsTrash)),
-      fHomeTrashStatus(B_NO_INIT)
+    : fUI(ui), fFolder(path), fTarget{fFolder, path},
+      fTrashCheck(is_trash_folder(&fFolder, &fIsTrash)), fHomeTrashStatus(B_NO_INIT)
 {
 }
 
@@ -80,9 +80,9 @@ void ItemOperations::Copy(NorvaneEntry& item)
         return;
     }
     if (fIsTrash && !IsDirectlyIn(item, fFolder)) {
-        CopyIntoTrash(item, fFolder, fPath.c_str(), nullptr);
+        CopyIntoTrash(item, fTarget, nullptr);
     } else {
-        item.CopyTo(fPath.c_str(), fUI);
+        item.CopyTo(fTarget, fUI, CopyPurpose());
     }
 }
 
@@ -98,9 +98,9 @@ void ItemOperations::Move(NorvaneEntry& item)
     }
     bool isWhole = false;
     if (fIsTrash) {
-        isWhole = CopyIntoTrash(item, fFolder, fPath.c_str(), &ledger);
+        isWhole = CopyIntoTrash(item, fTarget, &ledger);
     } else {
-        item.CopyTo(fPath.c_str(), fUI, {.ledger = &ledger});
+        item.CopyTo(fTarget, fUI, {.ledger = &ledger});
         isWhole = item.IsWhole();
     }
     if (!item.IsOntoItself()) {
@@ -129,7 +129,7 @@ void ItemOperations::Trash(NorvaneEntry& item)
         return;
     }
     MoveLedger ledger;
-    const bool isWhole = CopyIntoTrash(item, fHomeTrash, fHomeTrashPath.c_str(), &ledger);
+    const bool isWhole = CopyIntoTrash(item, {fHomeTrash, fHomeTrashPath}, &ledger);
     DeleteSource(item, isWhole, ledger);
 }
 
@@ -147,22 +147,21 @@ void ItemOperations::OpenHomeTrash()
 }
 
 /// Says whether the item arrived whole. Part of a copy is removed when its source will be kept.
-bool ItemOperations::CopyIntoTrash(NorvaneEntry& item, const BDirectory& trash, const char* path,
-                                   MoveLedger* ledger)
+bool ItemOperations::CopyIntoTrash(NorvaneEntry& item, const CopyPlace& trash, MoveLedger* ledger)
 {
     BTrashClaim claim;
-    const status_t status = Claim(&claim, trash, item);
+    const status_t status = Claim(&claim, trash.folder, item);
     if (status != B_OK) {
         fUI.NoteProblem(item.Name(), ReasonFor(status));
         return false;
     }
     const CopyPurpose purpose{.ledger = ledger, .isAllNew = true};
-    item.CopyTo(path, fUI, purpose, claim.Name());
+    item.CopyTo(trash, fUI, purpose, claim.Name());
     const bool isDeletion = ledger != nullptr;
     if (item.IsWhole() && (!isDeletion || fUI.MayDelete())) {
         claim.Keep();
     } else if (isDeletion && item.HasMade()) {
-        RemovePart(trash, claim.Name());
+        RemovePart(trash.folder, claim.Name());
     }
     return item.IsWhole();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "fileops/CopyPlace.h"
+
 #include <Directory.h>
 #include <SupportDefs.h>
 
@@ -32,15 +34,14 @@ public:
 
 private:
     bool HasTarget(const NorvaneEntry& item);
-    bool CopyIntoTrash(NorvaneEntry& item, const BDirectory& trash, const char* path,
-                       MoveLedger* ledger);
+    bool CopyIntoTrash(NorvaneEntry& item, const CopyPlace& trash, MoveLedger* ledger);
     void DeleteSource(NorvaneEntry& item, bool isWhole, const MoveLedger& ledger);
     void LeaveForOwnTrash(NorvaneEntry& item);
     void OpenHomeTrash();
 
     OperationUI& fUI;
-    const std::string fPath;
     BDirectory fFolder;
+    const CopyPlace fTarget; // that folder
     bool fIsTrash = false;
     const status_t fTrashCheck; // whether it is known that the folder is a Trash, or is none
     // Looked up when the first item goes there.

@@ -79,16 +79,21 @@ bool NorvaneEntry::CopyTo(const char* destDir, CopyWin* copyWin, OverWin* overWi
 
 bool NorvaneEntry::CopyTo(const char* destDir, OperationUI& ui)
 {
-    return CopyTo(destDir, ui, CopyPurpose());
+    BDirectory folder(destDir);
+    return CopyTo(CopyPlace{folder, destDir}, ui, CopyPurpose());
 }
 
-bool NorvaneEntry::CopyTo(const char* destDir, OperationUI& ui, const CopyPurpose& purpose,
+bool NorvaneEntry::CopyTo(const CopyPlace& target, OperationUI& ui, const CopyPurpose& purpose,
                           const char* targetName)
 {
     fResult = CopyResult();
     BPath ownPath;
+    BPath parentPath;
     BDirectory parent;
     status_t status = GetPath(&ownPath);
+    if (status == B_OK) {
+        status = ownPath.GetParent(&parentPath);
+    }
     if (status == B_OK) {
         status = GetParent(&parent);
     }
@@ -97,24 +102,19 @@ bool NorvaneEntry::CopyTo(const char* destDir, OperationUI& ui, const CopyPurpos
         return false;
     }
     const char* newName = targetName != nullptr ? targetName : Name();
-    if (std::string(destDir) + "/" + newName == ownPath.Path()) {
+    if (target.PathOf(newName) == ownPath.Path()) {
         fResult.isItself = true;
         return false;
     }
-    BDirectory destination(destDir);
-    if (destination.InitCheck() != B_OK) {
-        ui.NoteProblem(Name(), ReasonFor(destination.InitCheck()));
+    if (target.folder.InitCheck() != B_OK) {
+        ui.NoteProblem(Name(), ReasonFor(target.folder.InitCheck()));
         return false;
     }
-    // The paths shown are made from the folders': "/" must not become "//".
-    const BPath sourceFolder(&parent);
-    const std::string sourcePath = sourceFolder.Path() != nullptr ? sourceFolder.Path() : "";
-    const CopyPlace source{parent, sourcePath == "/" ? "" : sourcePath};
-    const CopyPlace target{destination, destDir};
+    const CopyPlace source{parent, parentPath.Path()};
     fResult = TreeCopier(ui, purpose).Copy({source, Name(), target, newName});
     if (purpose.IsMove()) {
         bool isAbove = false;
-        status = FindWhetherAbove(destination, &isAbove);
+        status = FindWhetherAbove(target.folder, &isAbove);
         if (status != B_OK) {
             ui.NoteProblem(Name(), "it stays where it is");
         }

@@ -40,8 +40,9 @@ public:
     /// The same with whatever shows progress and answers questions.
     bool CopyTo(const char* destDir, OperationUI& ui);
 
-    /// The same for a purpose of its own, under another name when `targetName` is not null.
-    bool CopyTo(const char* destDir, OperationUI& ui, const CopyPurpose& purpose,
+    /// The same into an open folder and for a purpose of its own, under another name when
+    /// `targetName` is not null.
+    bool CopyTo(const CopyPlace& target, OperationUI& ui, const CopyPurpose& purpose,
                 const char* targetName = nullptr);
 
     /// True when the last CopyTo() copied everything: every entry listed, opened, read to its end

@@ -2,6 +2,8 @@
 
 #include "CopyFixture.h"
 
+#include <Directory.h>
+
 namespace norvane {
 
 /// Copies that touch nothing that is there, as those into the Trash.
@@ -13,7 +15,8 @@ protected:
         entry_ref ref;
         EXPECT_EQ(get_ref_for_path(fTree.Path(name).c_str(), &ref), B_OK);
         NorvaneEntry entry(&ref);
-        entry.CopyTo(fTree.Path("to").c_str(), fUI, {.isAllNew = true}, targetName);
+        BDirectory folder(fTree.Path("to").c_str());
+        entry.CopyTo({folder, fTree.Path("to")}, fUI, {.isAllNew = true}, targetName);
         fIsWhole = entry.IsWhole();
         return entry.HasMade();
     }
