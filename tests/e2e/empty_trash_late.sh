@@ -23,7 +23,7 @@ empty_trash() {
 }
 
 what="a short one"
-fill 200
+fill 20
 empty_trash
 expect "$what: it is not emptied" emptied
 sleep 0.2
@@ -37,7 +37,6 @@ end=$((SECONDS + 10))
 until [ "$(remaining)" -lt 60000 ] || [ $SECONDS -ge $end ]; do :; done
 kill -STOP "$program_pid"
 [ "$(remaining)" -gt 2000 ] || fail "$what: it was over before it was held"
-[ ! -s "$base/windows" ] || fail "$what: a window came at once"
 sleep 1.1
 kill -CONT "$program_pid"
 expect "$what: it is not emptied" emptied
