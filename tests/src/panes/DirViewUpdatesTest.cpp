@@ -1,4 +1,5 @@
 #include "ListFixture.h"
+#include "fileops/OwnNames.h"
 
 #include <cstdio>
 
@@ -75,6 +76,22 @@ protected:
         fList->NodeChanged(moved);
     }
 };
+
+TEST_F(DirViewUpdatesTest, HidesWhatAnOperationOfOursWritesBesideItsTarget)
+{
+    std::string left;
+    {
+        const OwnTemporaryName own;
+        left = own.Name();
+        Create(left, "12");
+        EXPECT_EQ(Names(), ".. M b d f ");
+        Show("shown");
+        EXPECT_EQ(Names(), ".. M b d f ");
+    }
+    // Left by an operation that was cut off it is a file like any other.
+    Show("shown");
+    EXPECT_EQ(Names(), ".. M " + left + " b d f ");
+}
 
 TEST_F(DirViewUpdatesTest, AddsAFileInItsPlace)
 {
