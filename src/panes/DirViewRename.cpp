@@ -42,21 +42,18 @@ void DirView::DoNewFolder()
     if (fMode != kLocalMode) {
         return;
     }
-    status_t status = B_FILE_EXISTS;
     std::string name;
-    for (int32 number = 1; status == B_FILE_EXISTS; number++) {
-        if (number > kLastFolderNumber) {
-            MsgBox("Foo",
-                   "Hum...you never should have hit this limit.\n  You have more folders starting "
-                   "with \"New Folder\" then Norvane is prepared to handle.",
-                   "OK", B_INFO_ALERT);
-            return;
-        }
-        name = NewFolderName(number);
-        // A file of that name, or a folder that is not listed yet, is in the way too.
-        const int32 index = fOrder.Find(name.c_str());
-        const bool isTaken = index >= 0 && RowAt(index)->IsDir();
-        status = isTaken ? B_FILE_EXISTS : MakeFolder(name.c_str());
+    const status_t status = MakeNewFolder(
+        [this](const std::string& candidate) {
+            // A file of that name, or a folder that is not listed yet, is in the way too.
+            const int32 index = fOrder.Find(candidate.c_str());
+            const bool isTaken = index >= 0 && RowAt(index)->IsDir();
+            return isTaken ? B_FILE_EXISTS : MakeFolder(candidate.c_str());
+        },
+        &name);
+    if (status == B_FILE_EXISTS) {
+        MsgBox("Foo", kTooManyNewFolders, "OK", B_INFO_ALERT);
+        return;
     }
     if (status != B_OK) {
         TellNotMade(name.c_str(), status);

@@ -2,6 +2,7 @@
 
 #include <SupportDefs.h>
 
+#include <functional>
 #include <string>
 
 namespace norvane {
@@ -11,6 +12,14 @@ constexpr int32 kLastFolderNumber = 999'999;
 
 /// "New Folder", "New Folder 2", "New Folder 3" ...
 std::string NewFolderName(int32 number);
+
+/// What is said when even the last of those names is taken.
+extern const char kTooManyNewFolders[];
+
+/// Calls `make` with "New Folder" and the numbered names after it until it answers something else
+/// than B_FILE_EXISTS. Returns that answer, B_FILE_EXISTS when every name is taken; the name tried
+/// last is in `name`.
+status_t MakeNewFolder(const std::function<status_t(const std::string&)>& make, std::string* name);
 
 /// Why no entry can have this name; null when one can.
 const char* ReasonAgainstName(const char* name);

@@ -2,6 +2,7 @@
 
 #include "OperationFixture.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace norvane {
@@ -89,6 +90,30 @@ TEST_F(CopyWinTest, OverwriteAllHoldsForTheWholeOperation)
     Answer("OverwriteAll");
     EXPECT_TRUE(HasEnded());
     EXPECT_EQ(fTree.Read("to/c"), "new");
+}
+
+TEST_F(CopyWinTest, OverwriteAllOlderAsksOnceAndComparesTheRest)
+{
+    std::vector<std::string> names;
+    for (const char* name : {"a", "b", "c"}) {
+        names.push_back(std::string("from/") + name);
+        fTree.Write(names.back(), "new");
+        fTree.Write(std::string("to/") + name, "old");
+    }
+    const auto setTime = [this](const char* name, time_t seconds) {
+        const timespec times[] = {{seconds, 0}, {seconds, 0}};
+        EXPECT_EQ(utimensat(AT_FDCWD, fTree.Path(name).c_str(), times, 0), 0);
+    };
+    setTime("to/a", 1'000'000);
+    setTime("to/b", 1'000'000);
+    setTime("from/c", 2'000'000);
+    setTime("to/c", 2'000'000); // as old as the source, so not older
+    Start(Request(names));
+    Answer("OverwriteOlder");
+    EXPECT_TRUE(HasEnded());
+    EXPECT_EQ(fTree.Read("to/a"), "new");
+    EXPECT_EQ(fTree.Read("to/b"), "new");
+    EXPECT_EQ(fTree.Read("to/c"), "old");
 }
 
 TEST_F(CopyWinTest, OtherRequestsDoNothingButTellTheirEnd)

@@ -180,6 +180,20 @@ TEST_F(GetTextWinTest, FirstButtonRepliesWithTheText)
     EXPECT_EQ(fTarget->Button(), 0);
 }
 
+TEST_F(GetTextWinTest, TheOnlyButtonRepliesWithTheText)
+{
+    Make(kQuestion, nullptr);
+    Show();
+
+    kits::testing::TypeText("alone");
+    ASSERT_TRUE(kits::testing::WaitUntilAnswers(fWindow));
+    kits::testing::Click(kits::testing::FindView(fWindow, "Button1"));
+
+    ASSERT_TRUE(AwaitReply());
+    EXPECT_EQ(fTarget->Text("text"), "alone");
+    EXPECT_EQ(fTarget->Button(), 0);
+}
+
 TEST_F(GetTextWinTest, EnterPressesTheFirstButton)
 {
     Make();
