@@ -39,7 +39,11 @@ struct text_run_array
 ///
 /// Offsets count bytes. Bytes that are not UTF-8 are shown as U+FFFD and kept as they are; so is
 /// every byte that is not edited. Offsets in the middle of a character mean its beginning.
-/// Lines are rows on the screen, counted from 0. Thread: as the view's.
+/// Lines are rows on the screen, counted from 0; of wrapped text beyond 64 KiB rows that were not
+/// asked for yet are counted roughly, and those behind get other numbers once they are. Lines of
+/// more than 4 KiB are set without kerning and ligatures, so that any length is edited at one
+/// speed. Units: beyond 16 million view units places are as exact as a float is. Thread: as the
+/// view's.
 class BTextView : public BView
 {
 public:
