@@ -1,5 +1,7 @@
 #include "PrivateMounts.h"
 
+#include "TempTree.h"
+
 #include <gtest/gtest.h>
 
 #include <linux/capability.h>
@@ -66,12 +68,17 @@ PrivateResult RunWithPrivateMounts(const std::function<bool()>& work)
     // By its path: opened through /proc it would belong to the mounts left behind, and not find its
     // libraries where those have other paths.
     const std::string program = std::filesystem::read_symlink("/proc/self/exe");
+    // What the other process makes lies in here: it cannot remove what is mounted in its own
+    // folders.
+    const TempTree scratch;
+    const std::string folder = scratch.Path("");
     const pid_t child = fork();
     if (child == 0) {
         if (!EnterPrivateMounts()) {
             _exit(kUnavailableStatus);
         }
         setenv(kInsideVariable, "1", 1);
+        setenv("TMPDIR", folder.c_str(), 1);
         alarm(60);
         execl(program.c_str(), "private-mounts", filter.c_str(), nullptr);
         _exit(kFailedStatus);
