@@ -11,6 +11,7 @@
 #include <Directory.h>
 #include <Entry.h>
 #include <Errors.h>
+#include <Node.h>
 
 #include <algorithm>
 
@@ -211,17 +212,25 @@ CopyResult FileCopier::WriteOver(const struct stat& existing)
     guard.WasMade();
     TellStart();
     CopyContents();
+    TakeAttributesAlong();
+    // Who may read it is set when it is in its place, on the file that was written and no other.
+    BNode written(&fStep.target.folder, beside.Name());
+    Close();
     if (!fIsWhole) {
         return Written();
     }
-    const status_t renamed = guard.RenameOver(fStep.targetName);
+    status_t renamed = written.InitCheck();
+    if (renamed == B_OK) {
+        renamed = guard.RenameOver(fStep.targetName);
+    }
     if (renamed != B_OK) {
         return Failed(renamed);
     }
-    if (S_ISREG(existing.st_mode) && !fPurpose.IsMove()) {
-        fTarget.SetPermissions(existing.st_mode & 0777);
+    if (fPurpose.IsMove()) {
+        TakeRecordAlong(&written, fRecord);
+    } else if (S_ISREG(existing.st_mode)) {
+        written.SetPermissions(existing.st_mode & 0777);
     }
-    Complete();
     return Written();
 }
 
@@ -347,12 +356,22 @@ bool FileCopier::IsComplete()
 
 void FileCopier::Complete()
 {
+    TakeAttributesAlong();
     if (fIsWhole && fPurpose.IsMove()) {
-        if (fTarget.CopyAttrsFrom(fSource) != B_OK) {
-            fIsWhole = Note("its attributes could not be kept");
-        }
         TakeRecordAlong(&fTarget, fRecord);
     }
+    Close();
+}
+
+void FileCopier::TakeAttributesAlong()
+{
+    if (fIsWhole && fPurpose.IsMove() && fTarget.CopyAttrsFrom(fSource) != B_OK) {
+        fIsWhole = Note("its attributes could not be kept");
+    }
+}
+
+void FileCopier::Close()
+{
     fSource.Unset();
     // Some file systems tell only now that bytes did not arrive.
     const status_t closed = fTarget.Close();

@@ -64,6 +64,8 @@ private:
     bool WriteFailed(ssize_t status);
     bool IsComplete();
     void Complete();
+    void TakeAttributesAlong();
+    void Close();
     bool Note(const std::string& problem);
 
     OperationUI& fUI;
