@@ -378,6 +378,7 @@ void InputDispatcher::FocusChanged(QWindow* window)
     if (token == 0 && !comesFromOutside) {
         fState.router.FocusLeaves(system_time());
     }
+    fState.router.FocusComes(token, system_time());
     for (const auto& [code, owner] : fState.router.FocusChanged(token)) {
         PostKeyUp(owner, code);
     }

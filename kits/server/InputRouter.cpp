@@ -11,6 +11,9 @@ namespace {
 // A window manager may refuse the focus; keys must not wait for it for ever.
 constexpr bigtime_t kPendingLimit = 1'000'000;
 
+// What a window manager gives to a window because it was shown, it gives by then.
+constexpr bigtime_t kFirstFocusLimit = 1'000'000;
+
 // Two events of one repeat carry the same time, or one that differs by the rounding of its
 // millisecond.
 constexpr bigtime_t kRepeatGap = 1'000;
@@ -35,6 +38,7 @@ int32 InputRouter::Shown(int32 window, const ShowRequest& request, bool isPopUp,
     shown.isModal = request.isModal;
     shown.isExempt = request.isExemptFromModal;
     shown.isLendingKeys = !request.takesKeys;
+    shown.shownAt = now;
     shown.awaitsFocus = request.takesFocus && !isPopUp;
     const bool awaitsKeys = shown.awaitsFocus && request.takesKeys;
     if (awaitsKeys) {
@@ -122,6 +126,14 @@ std::vector<std::pair<int32, int32>> InputRouter::FocusChanged(int32 window)
     std::erase(fRecent, owner);
     fRecent.push_back(owner);
     return released;
+}
+
+void InputRouter::FocusComes(int32 window, bigtime_t now)
+{
+    const Window* found = Find(OwnerOf(window));
+    if (found != nullptr && !found->hadFocus && now > found->shownAt + kFirstFocusLimit) {
+        PersonChose(window);
+    }
 }
 
 void InputRouter::FocusLeaves(bigtime_t now)

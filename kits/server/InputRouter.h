@@ -65,6 +65,9 @@ public:
     /// released then: their releases will go elsewhere. Returns the codes that were held, with
     /// their owners.
     std::vector<std::pair<int32, int32>> FocusChanged(int32 window);
+    /// Before FocusChanged(): a window that nobody gave the focus to when it was shown, and that
+    /// gets it later, was chosen by the person.
+    void FocusComes(int32 window, bigtime_t now);
     /// The focus is about to leave all windows of ours.
     void FocusLeaves(bigtime_t now);
     /// Keys that are down when the focus came from another program: nobody's until they are
@@ -121,6 +124,7 @@ private:
         bool hadFocus = false;      // since it was shown
         bool isLendingKeys = false; // its keys go on to the opener until the person chooses it
         bool awaitsFocus = false;   // was shown to take it and has not had it
+        bigtime_t shownAt = 0;
         bigtime_t pendingUntil = 0; // gets its opener's keys until then; 0: does not
     };
     struct HeldKey

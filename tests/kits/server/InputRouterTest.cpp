@@ -332,6 +332,25 @@ TEST_F(InputRouterTest, LetsAProgressWindowHaveKeysWhenItIsActivatedAgain)
     EXPECT_EQ(Press(kB, kLetter).window, kB);
 }
 
+TEST_F(InputRouterTest, LetsAProgressWindowHaveKeysWhenItsFirstFocusComesLate)
+{
+    constexpr bigtime_t kShownAt = 50'000'000;
+    ShowRequest request = DialogOf(kA);
+    request.takesKeys = false;
+    for (const int32 window : {kB, kC}) {
+        fRouter.Shown(window, request, false, kShownAt);
+    }
+
+    fRouter.FocusComes(kB, kShownAt + 900'000); // as a slow window manager gives it
+    fRouter.FocusChanged(kB);
+    EXPECT_EQ(Press(kB, kLetter).window, kA);
+    Release(kB, kLetter);
+    fRouter.FocusComes(kC, kShownAt + 1'100'000);
+    fRouter.FocusChanged(kC);
+
+    EXPECT_EQ(Press(kC, kLetter).window, kC);
+}
+
 TEST_F(InputRouterTest, SendsTheLastKeysOfAProgressWindowOnToo)
 {
     ShowRequest request = DialogOf(kA);
