@@ -4,6 +4,7 @@
 #include "panes/EditControl.h"
 #include "panes/PaneMessages.h"
 
+#include <Font.h>
 #include <ScrollView.h>
 
 namespace norvane {
@@ -15,6 +16,10 @@ void RenameField::Open(BView* list, DirListItem* row, int32 index, BRect cell)
     // The container's border lies around the field.
     fField = new EditControl(cell.InsetByCopy(1, 1), index, row->GetRef()->name, list,
                              kRenameCommitted, kRenameCancelled);
+    // The name is edited in the letters in which the list shows it.
+    BFont font;
+    list->GetFont(&font);
+    fField->SetFontAndColor(&font);
     fContainer = new BScrollView("renamecontainer", fField, B_FOLLOW_LEFT | B_FOLLOW_TOP, 0, false,
                                  false, B_PLAIN_BORDER);
     list->AddChild(fContainer); // adopted

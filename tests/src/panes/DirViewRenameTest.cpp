@@ -1,6 +1,7 @@
 #include "PaneWindowFixture.h"
 #include "panes/EditControl.h"
 
+#include <Font.h>
 #include <InterfaceDefs.h>
 
 #include <sys/stat.h>
@@ -86,6 +87,21 @@ TEST_F(DirViewRenameTest, TheFieldLiesOverTheNameCell)
         EXPECT_EQ(field.bottom, row.bottom);
         EXPECT_EQ(field.Width(), static_cast<float>(fList->ColumnWidth(1)));
         EXPECT_EQ(field.left, fList->ColumnAt(1)->Begin());
+    });
+}
+
+TEST_F(DirViewRenameTest, TheNameKeepsItsLetters)
+{
+    fTree.Write("shown/a", "1");
+    Open();
+    StartRename(1);
+    Locked([this] {
+        BFont shown;
+        BFont edited;
+        fList->GetFont(&shown);
+        dynamic_cast<EditControl*>(fWindow->CurrentFocus())->GetFontAndColor(&edited, nullptr);
+        EXPECT_EQ(edited, shown);
+        EXPECT_NE(edited.Size(), be_plain_font->Size()); // the list has a size of its own
     });
 }
 
