@@ -2,6 +2,7 @@
 
 #include "FaultPoint.h"
 
+#include <atomic>
 #include <cstdarg>
 #include <fcntl.h>
 #include <sys/ioctl.h>
@@ -22,13 +23,29 @@ int OpenAt(int folder, const char* name, int flags, mode_t mode)
     });
 }
 
+// Which descriptors something was written to since they were opened.
+constexpr int kKnownDescriptors = 1024;
+std::atomic<bool> sIsWritten[kKnownDescriptors];
+
+void NoteWritten(int descriptor)
+{
+    if (descriptor >= 0 && descriptor < kKnownDescriptors) {
+        sIsWritten[descriptor] = true;
+    }
+}
+
+bool ForgetWritten(int descriptor)
+{
+    return descriptor >= 0 && descriptor < kKnownDescriptors &&
+           sIsWritten[descriptor].exchange(false);
+}
+
 /// What a close that fails says: that bytes which were taken did not arrive.
 void LoseHalf(int descriptor)
 {
     struct stat st = {};
-    const bool isFile = RealSyscall(SYS_fstat, descriptor, Number(&st)) == 0 && S_ISREG(st.st_mode);
-    if (isFile) {
-        RealSyscall(SYS_ftruncate, descriptor, st.st_size / 2); // fails on what was only read
+    if (RealSyscall(SYS_fstat, descriptor, Number(&st)) == 0 && S_ISREG(st.st_mode)) {
+        RealSyscall(SYS_ftruncate, descriptor, st.st_size / 2);
     }
 }
 
@@ -88,7 +105,7 @@ EXPORTED int creat(const char* path, mode_t mode)
 EXPORTED int close(int descriptor)
 {
     const int action = Decide(kFaultClose, descriptor, nullptr);
-    if (action > 0 && action != EINTR) {
+    if (ForgetWritten(descriptor) && action > 0 && action != EINTR) {
         LoseHalf(descriptor);
     }
     const int result = static_cast<int>(RealSyscall(SYS_close, descriptor));
@@ -141,6 +158,7 @@ EXPORTED ssize_t __pread64_chk(int descriptor, void* buffer, size_t size, off64_
 
 EXPORTED ssize_t write(int descriptor, const void* buffer, size_t size)
 {
+    NoteWritten(descriptor);
     return WithBytes(kFaultWrite, descriptor, size, [&](size_t count) {
         return RealSyscall(SYS_write, descriptor, Number(buffer), static_cast<long>(count));
     });
@@ -148,6 +166,7 @@ EXPORTED ssize_t write(int descriptor, const void* buffer, size_t size)
 
 EXPORTED ssize_t pwrite(int descriptor, const void* buffer, size_t size, off_t position)
 {
+    NoteWritten(descriptor);
     return WithBytes(kFaultWrite, descriptor, size, [&](size_t count) {
         return RealSyscall(SYS_pwrite64, descriptor, Number(buffer), static_cast<long>(count),
                            position);

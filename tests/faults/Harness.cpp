@@ -53,6 +53,7 @@ Harness::Complaints Harness::JudgeRun(const Point& point, const Run& run,
     const bool isBlind = plan.isLasting && (plan.kind == kFaultOpen || plan.kind == kFaultStat ||
                                             plan.kind == kFaultList);
     ending.canLeaveParts = run.fired > 0 && (plan.kind == kFaultUnlink || isBlind);
+    ending.losesAllWritten = plan.kind == kFaultClose && plan.isLasting;
     ending.canLoseAttributes = plan.kind == kFaultAttributes && plan.action == EOPNOTSUPP;
     Complaints complaints = Judge(point.job->task, ending, fScene, before, fScene.Look());
     if (run.WasHanging()) {
@@ -130,7 +131,7 @@ int Harness::UsualDurationUs(const Job& job) const
     std::vector<int> durations(7);
     for (int& duration : durations) {
         Prepare(job);
-        duration = fRunner.Carry(job, fScene, job.answer, NoFault()).tookUs;
+        duration = static_cast<int>(fRunner.Carry(job, fScene, job.answer, NoFault()).tookUs);
     }
     std::sort(durations.begin(), durations.end());
     return durations[durations.size() / 2];
@@ -145,7 +146,7 @@ void Harness::KillAtRandom(const Job& job, int count)
     // Some come to their ends before they are killed.
     for (int i = 0; row.killed < count && i < count * 20; ++i) {
         const Snapshot before = Prepare(job);
-        const int momentUs = static_cast<int>(random() % (row.withinUs + 1));
+        const int momentUs = static_cast<int>(random() % (row.withinUs * 3 / 2 + 1));
         const Run run = fRunner.Carry(job, fScene, job.answer, NoFault(), momentUs);
         if (!run.WasKilled()) {
             continue;

@@ -75,7 +75,10 @@ void Judgement::CheckSettings()
     if ((now->second.mode & 077) != 0) {
         Say(kFile, "is open to others");
     }
-    if (old.size() > text.size()) {
+    // They are written in place. A disk that loses all it is given leaves less; the writer reads
+    // that and says so.
+    const bool canBeCut = fEnding.losesAllWritten && !fEnding.saysWhole;
+    if (old.size() > text.size() && !canBeCut) {
         Say(kFile, "was cut");
     }
     const bool isKept = ValueOf(text, "Kept") == ValueOf(old, "Kept") &&

@@ -143,7 +143,10 @@ void Judgement::CheckTrash(const std::string& trash)
     }
     const bool goesThere = (fTask.kind == Task::kTrash && trash == kHomeTrash) ||
                            (TrashOf(fTask.target) == trash && fTask.kind != Task::kRename);
-    if (goesThere && fEnding.saysWhole && !IsWholeAt(files + FreeNames(trash)[0])) {
+    const std::vector<std::string> names = FreeNames(trash);
+    // The record of a first try can be left, and keeps its name.
+    if (goesThere && fEnding.saysWhole && !IsWholeAt(files + names[0]) &&
+        !(fEnding.hadFault && IsWholeAt(files + names[1]))) {
         Say(files, "does not hold all that is said to be in it");
     }
 }

@@ -35,6 +35,7 @@ struct Ending
     bool hadFault = false;          // something was made to fail, or it was killed
     bool canLeaveParts = false;     // what was made to fail is what would clean up
     bool canLoseAttributes = false; // the file system said that it keeps none
+    bool losesAllWritten = false;   // every close fails, and loses what was written
 };
 
 /// What must not be on the disk, or is missing from it; empty when all is well.

@@ -1,9 +1,9 @@
 #include "Runner.h"
 
-#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <dlfcn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -11,6 +11,20 @@
 namespace {
 
 constexpr unsigned kMostSeconds = 20; // of one operation: it takes milliseconds
+constexpr long kTimeToForkUs = 3000;
+
+long NowUs()
+{
+    struct timespec now = {};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return now.tv_sec * 1'000'000L + now.tv_nsec / 1000;
+}
+
+void SleepUntil(long momentUs)
+{
+    const struct timespec moment = {momentUs / 1'000'000, momentUs % 1'000'000 * 1000};
+    clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &moment, nullptr);
+}
 
 } // namespace
 
@@ -37,8 +51,9 @@ bool Runner::FindLibrary()
     return fArm != nullptr && fCount != nullptr && fFired != nullptr;
 }
 
-void Runner::RunInChild(const Job& job, const Scene& scene, uint32 answer, const FaultPlan& plan,
-                        int channel) const
+/// In the child: at the moment `beginUs`.
+Run Runner::CarryHere(const Job& job, const Scene& scene, uint32 answer, const FaultPlan& plan,
+                      long beginUs) const
 {
     alarm(kMostSeconds);
     // What is done by a bare name, its folder forgotten, shows among the foreign files.
@@ -46,14 +61,16 @@ void Runner::RunInChild(const Job& job, const Scene& scene, uint32 answer, const
         _exit(2);
     }
     fArm(&plan);
+    SleepUntil(beginUs);
     Run own;
-    [[maybe_unused]] const ssize_t begun = write(channel, "", 1);
+    const long startUs = NowUs();
     own.result = job.run(scene, answer);
+    own.tookUs = NowUs() - startUs;
     own.fired = fFired();
     for (int kind = 0; kind < kFaultKinds; ++kind) {
         own.counts[kind] = fCount(static_cast<FaultKind>(kind));
     }
-    [[maybe_unused]] const ssize_t written = write(channel, &own, sizeof(own));
+    return own;
 }
 
 Run Runner::Carry(const Job& job, const Scene& scene, uint32 answer, const FaultPlan& plan,
@@ -64,6 +81,9 @@ Run Runner::Carry(const Job& job, const Scene& scene, uint32 answer, const Fault
         std::perror("faults: pipe");
         std::exit(2);
     }
+    // Both know the moment when it begins, whoever of them is late.
+    const bool willBeKilled = killAfterUs >= 0;
+    const long beginUs = willBeKilled ? NowUs() + kTimeToForkUs : 0;
     const pid_t child = fork();
     if (child < 0) {
         std::perror("faults: fork");
@@ -71,24 +91,19 @@ Run Runner::Carry(const Job& job, const Scene& scene, uint32 answer, const Fault
     }
     if (child == 0) {
         close(channel[0]);
-        RunInChild(job, scene, answer, plan, channel[1]);
+        const Run own = CarryHere(job, scene, answer, plan, beginUs);
+        [[maybe_unused]] const ssize_t written = write(channel[1], &own, sizeof(own));
         _exit(0);
     }
     close(channel[1]);
-    char begun = 0;
-    [[maybe_unused]] const ssize_t hasBegun = read(channel[0], &begun, 1);
-    const auto start = std::chrono::steady_clock::now();
-    if (killAfterUs >= 0) {
-        usleep(static_cast<useconds_t>(killAfterUs));
+    if (willBeKilled) {
+        SleepUntil(beginUs + killAfterUs);
         kill(child, SIGKILL);
     }
     Run run;
     const bool isTold = read(channel[0], &run, sizeof(run)) == sizeof(run);
     run = isTold ? run : Run();
     run.isTold = isTold;
-    run.tookUs = static_cast<int>(std::chrono::duration_cast<std::chrono::microseconds>(
-                                      std::chrono::steady_clock::now() - start)
-                                      .count());
     close(channel[0]);
     waitpid(child, &run.status, 0);
     return run;

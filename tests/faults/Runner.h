@@ -11,7 +11,7 @@ struct Run
     JobResult result;
     bool isTold = false; // the three above are known
     int status = 0;      // as waitpid() has it
-    int tookUs = 0;      // until it was told
+    long tookUs = 0;
 
     bool WasKilled() const;
     bool WasHanging() const;
@@ -31,8 +31,8 @@ public:
               int killAfterUs = -1) const;
 
 private:
-    void RunInChild(const Job& job, const Scene& scene, uint32 answer, const FaultPlan& plan,
-                    int channel) const;
+    Run CarryHere(const Job& job, const Scene& scene, uint32 answer, const FaultPlan& plan,
+                  long beginUs) const;
 
     FaultsArm fArm = nullptr;
     FaultsCount fCount = nullptr;
