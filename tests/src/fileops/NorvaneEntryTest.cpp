@@ -126,9 +126,13 @@ TEST_F(NorvaneEntryTest, OpensNothingWider)
     SetMode("from/tree/program", 0755);
     SetMode("from/tree", 0700);
     fTree.MakeFolder("to");
+    fUI.onFile = [this](const std::string&) {
+        EXPECT_EQ(Mode("to/tree"), 0700u) << "while it is being filled";
+    };
     const mode_t umaskBefore = umask(0);
     Copy("from/tree", "to");
     umask(umaskBefore);
+    EXPECT_EQ(fUI.files.size(), 2u);
     EXPECT_EQ(Mode("to/tree"), 0700u);
     EXPECT_EQ(Mode("to/tree/secret"), 0600u);
     EXPECT_EQ(Mode("to/tree/program"), 0644u);
