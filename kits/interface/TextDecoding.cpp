@@ -12,6 +12,7 @@ namespace {
 std::atomic<int64> gDecodedBytes = 0;
 
 constexpr char16_t kDeleteSign = 0x2421;
+constexpr char16_t kNewLineSign = 0x2424;
 
 char16_t ShownAscii(uint8 byte, bool showsTabs)
 {
@@ -30,6 +31,12 @@ bool IsRightToLeft(QChar unit)
            code == 0x202e || code == 0x2067 || (code >= 0xfb1d && code <= 0xfdff) ||
            (code >= 0xfe70 && code <= 0xfefe) || code == 0xd802 || code == 0xd803 ||
            code == 0xd83a || code == 0xd83b;
+}
+
+/// Line ends other than the line feed, at which a line would be broken wherever it is shown.
+bool IsLineEnd(QChar unit)
+{
+    return unit == QChar::LineSeparator || unit == QChar::ParagraphSeparator || unit == QChar(0x85);
 }
 
 } // namespace
@@ -59,6 +66,9 @@ DecodedText::DecodedText(std::string_view bytes, bool showsTabs)
         }
         for (qsizetype unit = before; unit < fText.size(); ++unit) {
             fBytes.push_back(static_cast<int32>(place));
+            if (IsLineEnd(fText[unit])) {
+                fText[unit] = QChar(kNewLineSign);
+            }
             fHasRightToLeft = fHasRightToLeft || IsRightToLeft(fText[unit]);
         }
         place += static_cast<size_t>(std::max<int32>(length, 1));

@@ -15,7 +15,7 @@ enum class TextDirection : uint8 { kUnknown, kLeftToRight, kRightToLeft };
 /// A line's bytes as what is shown, and the way from one to the other.
 ///
 /// Bytes that are not UTF-8 become U+FFFD each, control characters but the tab their signs
-/// (U+2400 on).
+/// (U+2400 on), as do the line ends of Unicode: only a line feed ends a line here.
 /// Units: "units" are those of UTF-16.
 class DecodedText
 {

@@ -4,6 +4,7 @@
 #include <interface/TextGeometry.h>
 
 #include <algorithm>
+#include <string>
 
 namespace kits {
 
@@ -91,6 +92,17 @@ TEST_F(TextLayoutTest, SelectionOfMixedDirectionsHasSeveralStretches)
     ASSERT_EQ(spans.size(), 2u);
     EXPECT_GT(spans[1].first, spans[0].second + 1);
     EXPECT_TRUE(layout.Spans(0, 3, 3).empty());
+}
+
+TEST_F(TextLayoutTest, LineEndsOfOtherKindsBreakNoLine)
+{
+    for (const char* end : {"\xe2\x80\xa8", "\xe2\x80\xa9", "\xc2\x85", "\r", "\v", "\f"}) {
+        const std::string text = std::string("m") + end + "m";
+        const TextLayout layout = Lay(text);
+
+        EXPECT_EQ(layout.CountRows(), 1) << text;
+        EXPECT_GT(layout.XOf(static_cast<int32>(text.size())), 2 * layout.XOf(1)) << text;
+    }
 }
 
 TEST_F(TextLayoutTest, WrapsAtWords)
