@@ -33,6 +33,19 @@ bool ReadNode(const BMessage& notice, node_ref& node, const char** name)
     return name == nullptr || notice.FindString("name", name) == B_OK;
 }
 
+/// The one of the node's rows under whose name the node is no more; null when there is none.
+DirListItem* RowWithoutEntry(const std::vector<DirListItem*>& rows, const node_ref& node)
+{
+    for (DirListItem* row : rows) {
+        node_ref found;
+        const BEntry entry(row->GetRef());
+        if (entry.GetNodeRef(&found) != B_OK || found != node) {
+            return row;
+        }
+    }
+    return nullptr;
+}
+
 } // namespace
 
 // The watch
@@ -126,7 +139,14 @@ void DirView::EntryCreated(const BMessage& notice)
     const char* name = nullptr;
     if (IsShown(notice, "directory") && notice.FindString("name", &name) == B_OK) {
         const entry_ref ref = RefOf(name);
-        AddEntry(&ref);
+        node_ref node;
+        ReadNode(notice, node, nullptr);
+        // What was made here is listed at once, and may be renamed before the watch hears of it.
+        if (DirListItem* renamed = RowWithoutEntry(fIndex.FindAll(node), node)) {
+            RebuildRow(renamed, ref);
+        } else {
+            AddEntry(&ref);
+        }
     }
 }
 

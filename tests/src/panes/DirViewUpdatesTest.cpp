@@ -191,6 +191,27 @@ TEST_F(DirViewUpdatesTest, KeepsTheRowOfARenamedEntryInPlace)
     EXPECT_EQ(Names(), ".. M c x d f "); // before the first greater name
 }
 
+TEST_F(DirViewUpdatesTest, KeepsTheRowOfWhatWasRenamedBeforeTheWatchHeardOfIt)
+{
+    fTree.Write("shown/c", "1");
+    const entry_ref* listed = Row("b")->GetRef();
+    entry_ref made = *listed;
+    made.set_name("c");
+    fList->AddEntry(&made);
+    fList->Select(IndexOf("c"));
+    ASSERT_EQ(rename(fTree.Path("shown/c").c_str(), fTree.Path("shown/x").c_str()), 0);
+    fList->NodeChanged(InFolder(Notice(B_ENTRY_CREATED, "x", NodeOf("shown/x"))));
+    EXPECT_EQ(Names(), ".. M b x d f ");
+    EXPECT_EQ(Selected(), "x");
+}
+
+TEST_F(DirViewUpdatesTest, AnotherNameOfAListedEntryIsAnotherRow)
+{
+    ASSERT_EQ(link(fTree.Path("shown/b").c_str(), fTree.Path("shown/c").c_str()), 0);
+    fList->NodeChanged(InFolder(Notice(B_ENTRY_CREATED, "c", NodeOf("shown/c"))));
+    EXPECT_EQ(Names(), ".. M b c d f ");
+}
+
 TEST_F(DirViewUpdatesTest, KeepsTheRowThatIsRenamedOver)
 {
     fTree.Write("shown/.d.tmp", "new contents");
