@@ -108,10 +108,15 @@ std::string TopFolderOf(const std::string& path)
     return path == InFolder(InFolder(above, ".Trash"), UserNumber()) ? above : std::string();
 }
 
-bool IsMountedAt(int folder, const std::string& point)
+/// Errors: the mount of the folder is not listed, or the list cannot be read.
+status_t FindWhetherMountedAt(int folder, const std::string& point, bool* isThere)
 {
     Mount mount;
-    return FindMountOf(folder, &mount) && mount.point == point;
+    if (!FindMountOf(folder, &mount)) {
+        return B_IO_ERROR;
+    }
+    *isThere = mount.point == point;
+    return B_OK;
 }
 
 /// Opens the folder of the records by its path. Returns a descriptor or a status.
@@ -159,8 +164,13 @@ bool IsNone(status_t status)
 status_t RecognizeOnVolume(int files, const std::string& path, std::shared_ptr<const Trash>* trash)
 {
     const std::string top = TopFolderOf(path);
-    if (top.empty() || !IsMountedAt(files, top)) {
+    if (top.empty()) {
         return B_OK;
+    }
+    bool isMountedThere = false;
+    const status_t found = FindWhetherMountedAt(files, top, &isMountedThere);
+    if (found != B_OK || !isMountedThere) {
+        return found;
     }
     const UniqueFd opened(sys::OpenAt(sys::kWorkingDirectory, top.c_str(), O_PATH | O_DIRECTORY));
     const bool isPrivate = ParentOf(path) == top;

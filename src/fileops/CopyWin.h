@@ -84,7 +84,7 @@ private:
     void CountItem(Verb verb, int64 doneBytes);
     std::vector<int64> MeasureItems(Verb verb, const std::vector<entry_ref>& items,
                                     OperationUI& ui);
-    std::vector<entry_ref> Contents() const;
+    std::vector<entry_ref> Contents();
     void ShowForQuit();
     void ShowWhenLong(bigtime_t now);
 

@@ -9,7 +9,9 @@
 
 #include <AppDefs.h>
 #include <Directory.h>
+#include <Errors.h>
 #include <OS.h>
+#include <Path.h>
 
 #include <cstring>
 
@@ -54,18 +56,28 @@ void CopyWin::PerformOp(BMessage* request)
     const Verb verb = VerbFor(*request);
     const std::vector<entry_ref> items =
         request->what == kEmptyRequest ? Contents() : ItemsOf(*request);
-    if (verb != Verb::kNone && !items.empty()) {
+    if (verb == Verb::kNone) {
+        return;
+    }
+    if (items.empty()) {
+        fProblems.Show();
+    } else {
         HandleItems(verb, items);
     }
 }
 
-std::vector<entry_ref> CopyWin::Contents() const
+/// What is in the folder, as far as it can be listed.
+std::vector<entry_ref> CopyWin::Contents()
 {
     std::vector<entry_ref> items;
     BDirectory folder(fPath.c_str());
     entry_ref item;
-    while (folder.GetNextRef(&item) == B_OK) {
+    status_t status = folder.InitCheck();
+    while (status == B_OK && (status = folder.GetNextRef(&item)) == B_OK) {
         items.push_back(item);
+    }
+    if (status != B_ENTRY_NOT_FOUND) {
+        NoteProblem(BPath(fPath.c_str()).Leaf(), ReasonFor(status));
     }
     return items;
 }

@@ -160,4 +160,31 @@ TEST_F(CopyWinMoveTest, EmptiesAFolderWithoutBeingSeen)
     EXPECT_TRUE(fTree.IsFolder("full"));
 }
 
+TEST_F(CopyWinMoveTest, TellsThatWhatItEmptiesCannotBeListed)
+{
+    fTree.Write("full", "no folder");
+    StartIn("full", BMessage(kEmptyRequest));
+    std::string text;
+    ASSERT_TRUE(kits::testing::AnswerAlert("OK", &text));
+    EXPECT_EQ(text, "Some items could not be handled whole:\n\t"
+                    "full: something that is no folder is in the way");
+    EXPECT_TRUE(HasEnded());
+    EXPECT_EQ(fTree.Read("full"), "no folder");
+}
+
+TEST_F(CopyWinMoveTest, AnEmptyFolderIsEmptiedWithoutAWord)
+{
+    fTree.MakeFolder("full");
+    StartIn("full", BMessage(kEmptyRequest));
+    EXPECT_TRUE(HasEnded());
+    EXPECT_EQ(kits::testing::CountShown("Err"), 0);
+}
+
+TEST_F(CopyWinMoveTest, SoIsOneThatIsGone)
+{
+    StartIn("gone", BMessage(kEmptyRequest));
+    EXPECT_TRUE(HasEnded());
+    EXPECT_EQ(kits::testing::CountShown("Err"), 0);
+}
+
 } // namespace norvane
