@@ -73,12 +73,15 @@ wait_for() {
 }
 
 # The id of the newest mapped window with this title, alone or with its progress ("Copy - 42 %").
+# Asks again before it says that there is none: a search that meets a window just going away finds
+# nothing at all.
 window_id() {
-    local id title
+    local title found
     title=$(sed 's/[]\$*.^+?(){}|[]/\\&/g' <<<"$1")
-    for id in $(xdotool search --onlyvisible --name "^$title( - .*)?\$" 2>/dev/null | tac); do
-        echo "$id"
-        return 0
+    for _ in 1 2 3; do
+        found=$(xdotool search --onlyvisible --name "^$title( - .*)?\$" 2>/dev/null | tail -n 1)
+        [ -z "$found" ] || { echo "$found" && return 0; }
+        sleep 0.03
     done
     return 1
 }
@@ -95,6 +98,7 @@ key() { xdotool key --delay 15 "$@"; }
 
 picture() {
     local target=root
-    [ -z "${2:-}" ] || target=$(window_id "$2")
+    # Without a window's number import would wait for a click.
+    [ -z "${2:-}" ] || target=$(window_id "$2") || return 1
     import -window "$target" "$1"
 }

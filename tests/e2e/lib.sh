@@ -118,8 +118,9 @@ same_files() { cmp -s "$1" "$2"; }
 
 # painted TITLE: the window shows more than one plain colour
 painted() {
-    local colors
-    colors=$(import -window "$(window_id "$1")" -format %k info:- 2>/dev/null) && [ "$colors" -gt 3 ]
+    local window colors
+    window=$(window_id "$1") || return 1
+    colors=$(import -window "$window" -format %k info:- 2>/dev/null) && [ "$colors" -gt 3 ]
 }
 
 # answerable TITLE: the question is there and can be answered. What comes in its first moments, or
@@ -142,7 +143,7 @@ dismiss() {
     expect "the alert '$1' stays" id_gone "$alert"
 }
 
-id_gone() { ! xdotool search --onlyvisible --name . 2>/dev/null | grep -qx "$1"; }
+id_gone() { ! xwininfo -id "$1" 2>/dev/null | grep -q 'Map State: IsViewable'; }
 
 # press_button X Y: clicks into the overwrite question, in its own coordinates
 press_button() {
