@@ -211,16 +211,33 @@ status_t ReadRecord(int info, const std::string& name, std::string* text)
     return count < 0 ? static_cast<status_t>(count) : status_t(B_OK);
 }
 
+/// Reads the record of an entry that lies in a Trash. B_ENTRY_NOT_FOUND only when two looks agree
+/// on that: whatever goes on without its record cannot be restored.
+status_t FindRecord(const TrashMove& move, OpenFolder* info, std::string* text)
+{
+    status_t status = OpenTrashInfo(*move.fromTrash, TrashCreation::kNever, info);
+    if (status == B_ENTRY_NOT_FOUND) {
+        return OpenTrashInfo(*move.fromTrash, TrashCreation::kNever, info) == B_OK ? B_IO_ERROR
+                                                                                   : status;
+    }
+    if (status == B_OK) {
+        status = ReadRecord((*info)->Get(), move.name, text);
+    }
+    if (status != B_ENTRY_NOT_FOUND) {
+        return status;
+    }
+    struct stat st;
+    const status_t looked = sys::StatAt((*info)->Get(), RecordName(move.name).c_str(), &st);
+    return looked == B_OK ? status_t(B_IO_ERROR) : looked;
+}
+
 /// Renames an entry in a Trash. Its record is there under both names meanwhile: the new one claims
 /// the name, and wherever the entry is found it can be restored.
 status_t RenameInside(const TrashMove& move)
 {
     OpenFolder info;
     std::string text;
-    status_t status = OpenTrashInfo(*move.fromTrash, TrashCreation::kNever, &info);
-    if (status == B_OK) {
-        status = ReadRecord(info->Get(), move.name, &text);
-    }
+    status_t status = FindRecord(move, &info, &text);
     const bool hasRecord = status == B_OK;
     if (hasRecord) {
         status = WriteRecord(info->Get(), move.newName, text);
