@@ -31,6 +31,20 @@ bool IsOfKind(const BEntry& entry, uint32 nodeFlags)
     return (nodeFlags & kind) != 0;
 }
 
+uint32 FlavorOf(uint8 kind)
+{
+    switch (kind) {
+    case DT_REG:
+        return B_FILE_NODE;
+    case DT_DIR:
+        return B_DIRECTORY_NODE;
+    case DT_LNK:
+        return B_SYMLINK_NODE;
+    default:
+        return 0;
+    }
+}
+
 } // namespace
 
 BDirectory::BDirectory() = default;
@@ -295,7 +309,7 @@ status_t BDirectory::ReadListing()
     return B_OK;
 }
 
-status_t BDirectory::GetNextName(const char** name, uint8* kind)
+status_t BDirectory::GetNextName(const char** name, uint32* kind)
 {
     if (name == nullptr) {
         return B_BAD_VALUE;
@@ -311,7 +325,7 @@ status_t BDirectory::GetNextName(const char** name, uint8* kind)
     const kits::FolderListing::Item& item = items[static_cast<size_t>(fNext++)];
     *name = item.name;
     if (kind != nullptr) {
-        *kind = item.kind;
+        *kind = FlavorOf(item.kind);
     }
     return B_OK;
 }

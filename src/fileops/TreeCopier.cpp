@@ -14,7 +14,6 @@
 #include <fs_info.h>
 
 #include <cstring>
-#include <dirent.h>
 
 namespace norvane {
 
@@ -195,10 +194,10 @@ TreeCopier::Children TreeCopier::List(const char* name, BDirectory& folder)
 {
     Children children;
     const char* childName = nullptr;
-    uint8 kind = DT_UNKNOWN;
+    uint32 kind = 0;
     status_t status = folder.GetNextName(&childName, &kind);
     for (; status == B_OK; status = folder.GetNextName(&childName, &kind)) {
-        if (kind == DT_REG) {
+        if (kind == B_FILE_NODE) {
             children.files.emplace_back(childName); // what it is shows when it is opened
             continue;
         }

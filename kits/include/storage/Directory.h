@@ -65,9 +65,10 @@ public:
     status_t Rewind() override;
     /// Reads the folder anew; the place in the listing stays.
     int32 CountEntries() override;
-    /// Kit extension: the next name and its kind (DT_ values of <dirent.h>, DT_UNKNOWN where the
-    /// file system says nothing). Ownership: lent until the next call that reads the folder.
-    status_t GetNextName(const char** name, uint8* kind = nullptr);
+    /// Kit extension: the next name and what the listing calls it: one of the B_..._NODE, 0 when it
+    /// is none of them or the file system says nothing. Ownership: lent until the next call that
+    /// reads the folder.
+    status_t GetNextName(const char** name, uint32* kind = nullptr);
 
     /// Makes a folder (mode 0777 & ~umask). `directory` may be null.
     status_t CreateDirectory(const char* path, BDirectory* directory);

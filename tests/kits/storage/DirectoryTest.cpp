@@ -9,6 +9,9 @@
 #include <cstddef>
 #include <dirent.h>
 #include <gtest/gtest.h>
+#include <map>
+#include <string>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -271,6 +274,28 @@ TEST_F(DirectoryTest, ReadsALargeFolderWithTwoThreads)
         EXPECT_TRUE(i == 0 || strcmp(batch.ItemAt(i - 1).name, item.name) < 0);
     }
     EXPECT_GE(links, 24999);
+}
+
+TEST_F(DirectoryTest, GivesNamesWithTheirKinds)
+{
+    fTree.Write("all/file", "");
+    fTree.MakeFolder("all/folder");
+    fTree.Link("all/link", "file");
+    ASSERT_EQ(mkfifo(fTree.Path("all/pipe").c_str(), 0600), 0);
+    BDirectory folder(fTree.Path("all").c_str());
+    std::map<std::string, uint32> kinds;
+    const char* name = nullptr;
+    uint32 kind = B_ANY_NODE;
+
+    while (folder.GetNextName(&name, &kind) == B_OK) {
+        kinds[name] = kind;
+    }
+
+    const std::map<std::string, uint32> expected = {{"file", B_FILE_NODE},
+                                                    {"folder", B_DIRECTORY_NODE},
+                                                    {"link", B_SYMLINK_NODE},
+                                                    {"pipe", 0u}};
+    EXPECT_EQ(kinds, expected);
 }
 
 TEST_F(DirectoryTest, TellsAFolderThatIsGoneFromOneThatIsEmpty)
