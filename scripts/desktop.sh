@@ -25,6 +25,9 @@ start_desktop() {
         openbox >/dev/null 2>&1 &
         desktop_pids+=($!)
         wait_for 10 sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q "window id"'
+        # It says so before it has looked for windows that are there already, to which it gives no
+        # focus; nothing tells when that is over.
+        sleep 0.2
     fi
 }
 

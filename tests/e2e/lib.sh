@@ -66,8 +66,10 @@ with_mounts() {
     local private
     if unshare -Urm --propagation private true 2>/dev/null; then
         private=(unshare -Urm --propagation private)
+        entry=(--user --preserve-credentials)
     elif unshare -m --propagation private true 2>/dev/null; then
         private=(unshare -m --propagation private)
+        entry=()
     else
         echo "skipped: this system allows no private mounts"
         exit 77
@@ -78,7 +80,8 @@ with_mounts() {
 inside() { echo "/proc/$program_pid/root$1"; }
 
 # in_mounts COMMAND...: runs it where the program's mounts are seen
-in_mounts() { nsenter --target "$program_pid" --user --preserve-credentials --mount "$@"; }
+# With its root folder: it may not be that of the system.
+in_mounts() { nsenter --target "$program_pid" "${entry[@]}" --mount --root --wd "$@"; }
 
 # What a program that does not show itself is doing, for whoever reads the log.
 describe_program() {
