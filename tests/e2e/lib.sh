@@ -131,7 +131,7 @@ painted() {
 answerable() {
     expect "no window '$1'" window_shown "$1"
     expect "the window '$1' stays empty" painted "$1"
-    sleep 0.6
+    sleep 0.8
 }
 
 question_ready() { answerable "Item Exists"; }
