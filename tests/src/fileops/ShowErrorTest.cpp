@@ -53,6 +53,7 @@ INSTANTIATE_TEST_SUITE_P(
         ErrorText{B_IS_A_DIRECTORY, "Can't replace a directory with a file.", "OK"},
         ErrorText{B_NOT_A_DIRECTORY, "A portion of the path is not a directory.", "OK"},
         ErrorText{B_NOT_ALLOWED, "This volume is read only.", "OK"},
+        ErrorText{B_READ_ONLY_DEVICE, "This volume is read only.", "OK"},
         ErrorText{B_PERMISSION_DENIED, "Permission denied.", "OK"},
         ErrorText{B_DEVICE_FULL, "Unknown Error.", "OK"}));
 
