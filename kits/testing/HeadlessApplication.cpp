@@ -1,6 +1,6 @@
 #include "Driver.h"
 
-#include "interface/FontAccess.h"
+#include "interface/graphics/FontAccess.h"
 
 #include <Application.h>
 

@@ -1,7 +1,7 @@
 #include "app/NorvaneApplication.h"
 
 #include "app/NorvaneWindow.h"
-#include "fileops/Operations.h"
+#include "fileops/engine/Operations.h"
 
 #include <Screen.h>
 

@@ -1,6 +1,6 @@
 #include "panes/DeletionQuestion.h"
 
-#include "fileops/ProblemList.h"
+#include "fileops/engine/ProblemList.h"
 
 namespace norvane {
 

@@ -1,6 +1,6 @@
 #include "panes/DirView.h"
 
-#include "fileops/CopyWin.h"
+#include "fileops/windows/CopyWin.h"
 #include "panes/DropDecision.h"
 #include "settings/MsgBox.h"
 

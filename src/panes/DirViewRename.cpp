@@ -1,4 +1,4 @@
-#include "fileops/ProblemList.h"
+#include "fileops/engine/ProblemList.h"
 #include "panes/DirPane.h"
 #include "panes/DirView.h"
 #include "panes/NewName.h"

@@ -1,6 +1,6 @@
 #include "panes/DirView.h"
 
-#include "fileops/OwnNames.h"
+#include "fileops/engine/OwnNames.h"
 #include "panes/FolderReader.h"
 #include "settings/MsgBox.h"
 

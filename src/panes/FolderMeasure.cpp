@@ -1,6 +1,6 @@
 #include "panes/FolderMeasure.h"
 
-#include "fileops/EntrySize.h"
+#include "fileops/engine/EntrySize.h"
 #include "panes/PaneMessages.h"
 
 #include <Message.h>

@@ -1,6 +1,6 @@
 #include "panes/FolderReader.h"
 
-#include "fileops/OwnNames.h"
+#include "fileops/engine/OwnNames.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #include "Jobs.h"
 
-#include "fileops/ItemOperations.h"
-#include "fileops/NorvaneEntry.h"
+#include "fileops/engine/ItemOperations.h"
+#include "fileops/engine/NorvaneEntry.h"
 #include "settings/MsgBox.h"
 
 #include <ScriptedUI.h>

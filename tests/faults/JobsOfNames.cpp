@@ -2,7 +2,7 @@
 
 #include "Jobs.h"
 
-#include "fileops/NorvaneEntry.h"
+#include "fileops/engine/NorvaneEntry.h"
 #include "panes/NewName.h"
 #include "settings/SettingsWriter.h"
 

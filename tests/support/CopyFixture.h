@@ -2,7 +2,7 @@
 
 #include "ScriptedUI.h"
 #include "TempTree.h"
-#include "fileops/NorvaneEntry.h"
+#include "fileops/engine/NorvaneEntry.h"
 
 #include <Entry.h>
 #include <Errors.h>

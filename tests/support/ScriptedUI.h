@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fileops/OperationUI.h"
+#include "fileops/engine/OperationUI.h"
 
 #include <deque>
 #include <functional>

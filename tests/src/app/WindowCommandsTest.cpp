@@ -3,7 +3,7 @@
 
 #include "AlertText.h"
 #include "AppFixture.h"
-#include "fileops/OverWin.h"
+#include "fileops/windows/OverWin.h"
 #include "settings/HomeFolder.h"
 
 #include <AppDefs.h>

@@ -1,5 +1,5 @@
 #include "ListFixture.h"
-#include "fileops/OwnNames.h"
+#include "fileops/engine/OwnNames.h"
 
 #include <cstdio>
 

@@ -1,0 +1,471 @@
+#include <Menu.h>
+
+#include "interface/graphics/Look.h"
+#include "interface/views/Shortcut.h"
+
+#include <Window.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr float kMarkColumn = 15;
+constexpr float kArrowColumn = 18;
+constexpr float kShortcutGap = 24; // between the longest label and the longest shortcut
+
+} // namespace
+
+BMenu::BMenu(const char* name, menu_layout layout)
+    : BMenu(BRect(0, 0, 0, 0), name, B_FOLLOW_LEFT | B_FOLLOW_TOP, B_WILL_DRAW, layout, true)
+{
+}
+
+BMenu::BMenu(BRect frame, const char* name, uint32 resizingMode, uint32 flags, menu_layout layout,
+             bool resizeToFit)
+    : BView(frame, name, resizingMode, flags), fLayout(layout),
+      fMargins(kMarkColumn, 2, kArrowColumn, 2), fResizesToFit(resizeToFit)
+{
+    SetViewColor(kits::look::kGround);
+    SetLowColor(kits::look::kGround);
+}
+
+BMenu::~BMenu()
+{
+    for (int32 i = CountItems() - 1; i >= 0; i--) {
+        delete RemoveItem(i);
+    }
+}
+
+// Items
+
+bool BMenu::AddItem(BMenuItem* item)
+{
+    return AddItem(item, CountItems());
+}
+
+bool BMenu::AddItem(BMenuItem* item, int32 index)
+{
+    if (item == nullptr || item->fMenu != nullptr || !fItems.AddItem(item, index)) {
+        return false;
+    }
+    item->fMenu = this;
+    if (item->Submenu() != nullptr) {
+        item->Submenu()->fSupermenu = this;
+    }
+    if (item->IsMarked()) {
+        ItemMarked(item);
+    }
+    InvalidateLayout();
+    return true;
+}
+
+bool BMenu::AddItem(BMenu* submenu)
+{
+    return AddItem(submenu, CountItems());
+}
+
+bool BMenu::AddItem(BMenu* submenu, int32 index)
+{
+    if (submenu == nullptr || submenu->fSuperitem != nullptr) {
+        return false;
+    }
+    auto item = std::make_unique<BMenuItem>(submenu);
+    if (!AddItem(item.get(), index)) {
+        // The caller keeps the submenu.
+        static_cast<void>(item->fSubmenu.release());
+        submenu->fSuperitem = nullptr;
+        return false;
+    }
+    static_cast<void>(item.release()); // adopted
+    return true;
+}
+
+bool BMenu::AddList(BList* items, int32 index)
+{
+    if (items == nullptr || index < 0 || index > CountItems()) {
+        return false;
+    }
+    for (int32 i = 0; i < items->CountItems(); i++) {
+        if (!AddItem(static_cast<BMenuItem*>(items->ItemAt(i)), index + i)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool BMenu::AddSeparatorItem()
+{
+    return AddItem(new BSeparatorItem());
+}
+
+bool BMenu::RemoveItem(BMenuItem* item)
+{
+    return RemoveItem(IndexOf(item)) != nullptr;
+}
+
+BMenuItem* BMenu::RemoveItem(int32 index)
+{
+    auto* item = static_cast<BMenuItem*>(fItems.RemoveItem(index));
+    if (item == nullptr) {
+        return nullptr;
+    }
+    item->fMenu = nullptr;
+    item->fIsSelected = false;
+    if (item->Submenu() != nullptr) {
+        item->Submenu()->fSupermenu = nullptr;
+    }
+    if (fSelected == item) {
+        fSelected = nullptr;
+    }
+    InvalidateLayout();
+    return item;
+}
+
+bool BMenu::RemoveItem(BMenu* submenu)
+{
+    BMenuItem* item = RemoveItem(IndexOf(submenu));
+    if (item == nullptr) {
+        return false;
+    }
+    static_cast<void>(item->fSubmenu.release()); // the caller's now
+    submenu->fSuperitem = nullptr;
+    delete item;
+    return true;
+}
+
+bool BMenu::RemoveItems(int32 index, int32 count, bool deleteItems)
+{
+    if (index < 0 || index >= CountItems() || count <= 0) {
+        return false;
+    }
+    for (int32 i = std::min(index + count, CountItems()) - 1; i >= index; i--) {
+        BMenuItem* item = RemoveItem(i);
+        if (deleteItems) {
+            delete item;
+        }
+    }
+    return true;
+}
+
+BMenuItem* BMenu::ItemAt(int32 index) const
+{
+    return static_cast<BMenuItem*>(fItems.ItemAt(index));
+}
+
+BMenu* BMenu::SubmenuAt(int32 index) const
+{
+    const BMenuItem* item = ItemAt(index);
+    return item != nullptr ? item->Submenu() : nullptr;
+}
+
+int32 BMenu::CountItems() const
+{
+    return fItems.CountItems();
+}
+
+int32 BMenu::IndexOf(BMenuItem* item) const
+{
+    return fItems.IndexOf(item);
+}
+
+int32 BMenu::IndexOf(BMenu* submenu) const
+{
+    for (int32 i = 0; submenu != nullptr && i < CountItems(); i++) {
+        if (SubmenuAt(i) == submenu) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+BMenuItem* BMenu::FindItem(uint32 command) const
+{
+    return FindWhere([command](const BMenuItem& item) {
+        return item.Message() != nullptr && item.Command() == command;
+    });
+}
+
+BMenuItem* BMenu::FindItem(const char* label) const
+{
+    const std::string wanted = label != nullptr ? label : "";
+    return FindWhere([&wanted](const BMenuItem& item) { return wanted == item.Label(); });
+}
+
+// The first item here, or else in a submenu, that fits.
+BMenuItem* BMenu::FindWhere(const std::function<bool(const BMenuItem&)>& fits) const
+{
+    for (int32 i = 0; i < CountItems(); i++) {
+        if (fits(*ItemAt(i))) {
+            return ItemAt(i);
+        }
+        if (SubmenuAt(i) != nullptr) {
+            if (BMenuItem* found = SubmenuAt(i)->FindWhere(fits)) {
+                return found;
+            }
+        }
+    }
+    return nullptr;
+}
+
+// Settings
+
+status_t BMenu::SetTargetForItems(BHandler* handler)
+{
+    status_t result = B_OK;
+    for (int32 i = 0; i < CountItems(); i++) {
+        result = std::min(result, ItemAt(i)->SetTarget(handler));
+    }
+    return result;
+}
+
+status_t BMenu::SetTargetForItems(BMessenger messenger)
+{
+    status_t result = B_OK;
+    for (int32 i = 0; i < CountItems(); i++) {
+        result = std::min(result, ItemAt(i)->SetTarget(messenger));
+    }
+    return result;
+}
+
+void BMenu::SetEnabled(bool enabled)
+{
+    if (fIsEnabled == enabled) {
+        return;
+    }
+    fIsEnabled = enabled;
+    if (Window() != nullptr) {
+        Invalidate();
+    }
+    if (fSuperitem != nullptr) {
+        fSuperitem->SetEnabled(enabled);
+    }
+}
+
+void BMenu::SetRadioMode(bool radioMode)
+{
+    fIsRadioMode = radioMode;
+}
+
+void BMenu::SetTriggersEnabled(bool enabled)
+{
+    fHasTriggers = enabled;
+}
+
+void BMenu::SetMaxContentWidth(float maxWidth)
+{
+    fMaxContentWidth = maxWidth;
+    InvalidateLayout();
+}
+
+void BMenu::SetLabelFromMarked(bool fromMarked)
+{
+    fIsLabelFromMarked = fromMarked;
+    if (fromMarked) {
+        fIsRadioMode = true;
+    }
+}
+
+bool BMenu::IsEnabled() const
+{
+    return fIsEnabled && (fSupermenu == nullptr || fSupermenu->IsEnabled());
+}
+
+BMenuItem* BMenu::FindMarked() const
+{
+    for (int32 i = 0; i < CountItems(); i++) {
+        if (ItemAt(i)->IsMarked()) {
+            return ItemAt(i);
+        }
+    }
+    return nullptr;
+}
+
+void BMenu::ItemMarked(BMenuItem* item)
+{
+    if (fIsRadioMode) {
+        for (int32 i = 0; i < CountItems(); i++) {
+            if (ItemAt(i) != item) {
+                ItemAt(i)->SetMarked(false);
+            }
+        }
+    }
+    if (fIsLabelFromMarked && fSuperitem != nullptr) {
+        fSuperitem->SetLabel(item->Label());
+    }
+}
+
+BWindow* BMenu::OwnerWindow() const
+{
+    if (Window() != nullptr) {
+        return Window();
+    }
+    return fSupermenu != nullptr ? fSupermenu->OwnerWindow() : nullptr;
+}
+
+// Layout
+
+void BMenu::InvalidateLayout()
+{
+    fIsLaidOut = false;
+    if (Window() != nullptr) {
+        LayOutItems();
+        if (fResizesToFit) {
+            ResizeToPreferred();
+        }
+        Invalidate();
+    }
+}
+
+void BMenu::SetItemMargins(float left, float top, float right, float bottom)
+{
+    fMargins = BRect(left, top, right, bottom);
+    InvalidateLayout();
+}
+
+void BMenu::GetItemMargins(float* left, float* top, float* right, float* bottom) const
+{
+    *left = fMargins.left;
+    *top = fMargins.top;
+    *right = fMargins.right;
+    *bottom = fMargins.bottom;
+}
+
+void BMenu::LayOutItems()
+{
+    if (fIsLaidOut) {
+        return;
+    }
+    fIsLaidOut = true;
+    font_height height;
+    GetFontHeight(&height);
+    fFontAscent = height.ascent;
+    fFontHeight = height.ascent + height.descent;
+    if (fLayout == B_ITEMS_IN_ROW) {
+        LayOutRow();
+    } else {
+        LayOutColumn();
+    }
+}
+
+// One unit around the items is the edge.
+void BMenu::LayOutRow()
+{
+    float left = 1;
+    float tallest = fFontHeight;
+    for (int32 i = 0; i < CountItems(); i++) {
+        float width = 0;
+        float height = 0;
+        ItemAt(i)->GetContentSize(&width, &height);
+        tallest = std::max(tallest, height);
+        const float right = left + fMargins.left + width + fMargins.right - 1;
+        ItemAt(i)->fFrame = BRect(left, 1, right, 1);
+        left = right + 1;
+    }
+    const float bottom = fMargins.top + tallest + fMargins.bottom;
+    for (int32 i = 0; i < CountItems(); i++) {
+        ItemAt(i)->fFrame.bottom = bottom;
+    }
+    fContentWidth = left;
+    fContentHeight = bottom + 1;
+}
+
+void BMenu::LayOutColumn()
+{
+    float widest = 0;
+    float shortcut = 0;
+    float top = 1;
+    for (int32 i = 0; i < CountItems(); i++) {
+        BMenuItem* item = ItemAt(i);
+        float width = 0;
+        float height = 0;
+        item->GetContentSize(&width, &height);
+        widest = std::max(widest, width);
+        if (item->fShortcut != 0) {
+            const std::string text = kits::ShortcutText(item->fShortcut, item->fModifiers);
+            shortcut = std::max(shortcut, std::ceil(StringWidth(text.c_str())) + kShortcutGap);
+        }
+        item->fFrame = BRect(1, top, 1, top + fMargins.top + height + fMargins.bottom - 1);
+        top = item->fFrame.bottom + 1;
+    }
+    const float right = fMargins.left + widest + shortcut + fMargins.right;
+    for (int32 i = 0; i < CountItems(); i++) {
+        ItemAt(i)->fFrame.right = right;
+    }
+    fContentWidth = right + 1;
+    fContentHeight = top;
+}
+
+void BMenu::InvalidateItem(BMenuItem* item)
+{
+    if (Window() != nullptr) {
+        Invalidate(item->fFrame);
+    }
+}
+
+BMenuItem* BMenu::ItemUnder(BPoint where) const
+{
+    for (int32 i = 0; i < CountItems(); i++) {
+        if (ItemAt(i)->fFrame.Contains(where)) {
+            return ItemAt(i);
+        }
+    }
+    return nullptr;
+}
+
+void BMenu::SelectItem(BMenuItem* item)
+{
+    if (item == fSelected) {
+        return;
+    }
+    BMenuItem* former = fSelected;
+    fSelected = item;
+    if (former != nullptr) {
+        former->fIsSelected = false;
+        former->Highlight(false);
+    }
+    if (item != nullptr) {
+        item->fIsSelected = true;
+        item->Highlight(true);
+    }
+}
+
+// BView
+
+void BMenu::AttachedToWindow()
+{
+    BView::AttachedToWindow();
+    LayOutItems();
+}
+
+void BMenu::Draw(BRect updateRect)
+{
+    DrawBackground(updateRect);
+    for (int32 i = 0; i < CountItems(); i++) {
+        if (ItemAt(i)->fFrame.Intersects(updateRect)) {
+            ItemAt(i)->Draw();
+        }
+    }
+}
+
+void BMenu::DrawBackground(BRect)
+{
+    const BRect whole(0, 0, fContentWidth, fContentHeight);
+    SetHighColor(kits::look::kOutline);
+    StrokeRect(whole);
+}
+
+void BMenu::GetPreferredSize(float* width, float* height)
+{
+    LayOutItems();
+    *width = fContentWidth;
+    *height = fContentHeight;
+}
+
+void BMenu::ResizeToPreferred()
+{
+    float width = 0;
+    float height = 0;
+    GetPreferredSize(&width, &height);
+    ResizeTo(width, height);
+}

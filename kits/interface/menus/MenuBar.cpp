@@ -1,0 +1,91 @@
+#include <MenuBar.h>
+
+#include "interface/graphics/Look.h"
+#include "MenuSession.h"
+
+#include <Message.h>
+#include <Window.h>
+
+namespace {
+
+constexpr float kTitleMargin = 9;
+
+} // namespace
+
+BMenuBar::BMenuBar(BRect frame, const char* name, uint32 resizingMode, menu_layout layout,
+                   bool resizeToFit)
+    : BMenu(frame, name, resizingMode, B_WILL_DRAW | B_FRAME_EVENTS | B_FULL_UPDATE_ON_RESIZE,
+            layout, resizeToFit)
+{
+    SetItemMargins(kTitleMargin, 2, kTitleMargin, 2);
+}
+
+BMenuBar::~BMenuBar()
+{
+    fSession.reset();
+}
+
+void BMenuBar::SetBorder(menu_bar_border border)
+{
+    fBorder = border;
+    if (Window() != nullptr) {
+        Invalidate();
+    }
+}
+
+void BMenuBar::AttachedToWindow()
+{
+    BMenu::AttachedToWindow();
+    if (Window()->KeyMenuBar() == nullptr) {
+        Window()->SetKeyMenuBar(this);
+    }
+    if (fResizesToFit) {
+        ResizeToPreferred();
+    }
+}
+
+void BMenuBar::DetachedFromWindow()
+{
+    fSession.reset();
+    if (Window()->KeyMenuBar() == this) {
+        Window()->SetKeyMenuBar(nullptr);
+    }
+    BMenu::DetachedFromWindow();
+}
+
+// A bar that follows both sides is as wide as what it is in.
+void BMenuBar::GetPreferredSize(float* width, float* height)
+{
+    BMenu::GetPreferredSize(width, height);
+    const bool isFullWidth =
+        (ResizingMode() & B_FOLLOW_LEFT_RIGHT) == B_FOLLOW_LEFT_RIGHT && Window() != nullptr;
+    if (isFullWidth) {
+        const BRect around = Parent() != nullptr ? Parent()->Bounds() : Window()->Bounds();
+        *width = around.Width() - Frame().left;
+    }
+}
+
+void BMenuBar::DrawBackground(BRect)
+{
+    const BRect bounds = Bounds();
+    if (fBorder == B_BORDER_FRAME) {
+        SetHighColor(kits::look::kShine);
+        StrokeLine(bounds.LeftTop(), bounds.RightTop());
+        SetHighColor(kits::look::kShadow);
+        StrokeLine(bounds.LeftBottom(), bounds.RightBottom());
+    }
+    for (int32 i = 0; fBorder == B_BORDER_EACH_ITEM && i < CountItems(); i++) {
+        kits::look::RaisedFrame(this, ItemAt(i)->Frame());
+    }
+}
+
+void BMenuBar::MouseDown(BPoint where)
+{
+    const BMessage* press = Window()->CurrentMessage();
+    const int32 title = IndexOf(ItemUnder(where));
+    if (press == nullptr || title < 0 || !ItemAt(title)->CanWork()) {
+        return;
+    }
+    fSession = std::make_unique<kits::MenuSession>(*this);
+    fSession->StartByPress(*press, title);
+}

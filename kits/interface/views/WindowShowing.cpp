@@ -1,0 +1,295 @@
+#include <Window.h>
+
+#include "Access.h"
+#include "interface/menus/MenuBarAccess.h"
+#include "NativeShape.h"
+#include "WindowState.h"
+
+#include <AppDefs.h>
+#include <Autolock.h>
+#include <Message.h>
+#include <Screen.h>
+
+#include <algorithm>
+#include <cmath>
+
+// Windows on the screen: showing, hiding, activation, frames and their limits.
+
+namespace {
+
+kits::ShowRequest RequestOf(const BWindow& window, const kits::WindowState& state)
+{
+    kits::ShowRequest request;
+    request.opener = state.opener;
+    request.takesFocus = state.takesFocus && (state.flags & B_AVOID_FOCUS) == 0;
+    request.takesKeys = state.takesKeys;
+    request.isModal = window.IsModal();
+    // Modal windows never block each other: several alerts of several threads may be up.
+    request.isExemptFromModal = request.isModal;
+    return request;
+}
+
+} // namespace
+
+// Showing
+
+void BWindow::Show()
+{
+    const bool wasLocked = IsLocked();
+    if (!wasLocked && !Lock()) {
+        return;
+    }
+    const bool isFirst = Thread() <= 0;
+    if (--fState->hideLevel == 0 && !fState->isQuitting) {
+        fState->host->PrepareShow();
+        fState->host->Link().Show(RequestOf(*this, *fState));
+    }
+    if (isFirst) {
+        Run(); // gives back the lock that the constructor took
+    } else if (!wasLocked) {
+        Unlock();
+    }
+}
+
+void BWindow::Hide()
+{
+    BAutolock lock(this);
+    if (lock.IsLocked() && ++fState->hideLevel == 1) {
+        kits::MenuBarAccess::CloseMenus(this);
+        kits::HideNative(*fState);
+    }
+}
+
+bool BWindow::IsHidden() const
+{
+    return fState->hideLevel > 0;
+}
+
+void BWindow::Minimize(bool minimize)
+{
+    BAutolock lock(this);
+    if (lock.IsLocked() && fState->isMinimized != minimize) {
+        fState->isMinimized = minimize;
+        fState->host->Link().Minimize(minimize);
+    }
+}
+
+bool BWindow::IsMinimized() const
+{
+    return fState->isMinimized;
+}
+
+void BWindow::Activate(bool active)
+{
+    BAutolock lock(this);
+    if (lock.IsLocked() && active && !IsHidden()) {
+        fState->host->Link().Activate();
+    }
+}
+
+bool BWindow::IsActive() const
+{
+    return fState->isActive;
+}
+
+bool BWindow::IsFront() const
+{
+    return fState->isActive;
+}
+
+void BWindow::SetZoomLimits(float maxWidth, float maxHeight)
+{
+    fState->maxZoomWidth = maxWidth;
+    fState->maxZoomHeight = maxHeight;
+}
+
+void BWindow::Zoom()
+{
+    const BRect room = BScreen(this).AvailableFrame();
+    const float width = std::min({room.Width(), fState->maxZoomWidth, fState->maxWidth});
+    const float height = std::min({room.Height(), fState->maxZoomHeight, fState->maxHeight});
+    const BRect zoomed(room.left, room.top, room.left + width, room.top + height);
+    if (fState->frame == zoomed && fState->beforeZoom.IsValid()) {
+        const BRect before = fState->beforeZoom;
+        Zoom(before.LeftTop(), before.Width(), before.Height());
+        return;
+    }
+    fState->beforeZoom = fState->frame;
+    Zoom(zoomed.LeftTop(), width, height);
+}
+
+void BWindow::Zoom(BPoint leftTop, float width, float height)
+{
+    MoveTo(leftTop);
+    ResizeTo(width, height);
+}
+
+// Frame
+
+BRect BWindow::Bounds() const
+{
+    return fState->frame.OffsetToCopy(B_ORIGIN);
+}
+
+BRect BWindow::Frame() const
+{
+    return fState->frame;
+}
+
+void BWindow::MoveBy(float dx, float dy)
+{
+    MoveTo(fState->frame.left + dx, fState->frame.top + dy);
+}
+
+void BWindow::MoveTo(BPoint where)
+{
+    MoveTo(where.x, where.y);
+}
+
+void BWindow::MoveTo(float x, float y)
+{
+    BAutolock lock(this);
+    if (lock.IsLocked()) {
+        kits::ChangeFrame(*this, fState->frame.OffsetToCopy(std::round(x), std::round(y)));
+    }
+}
+
+void BWindow::ResizeBy(float dx, float dy)
+{
+    ResizeTo(fState->frame.Width() + dx, fState->frame.Height() + dy);
+}
+
+void BWindow::ResizeTo(float width, float height)
+{
+    BAutolock lock(this);
+    if (lock.IsLocked()) {
+        // A window manager need not hold the program to its own limits.
+        const float across = std::clamp(std::round(width), fState->minWidth, fState->maxWidth);
+        const float down = std::clamp(std::round(height), fState->minHeight, fState->maxHeight);
+        const BRect& frame = fState->frame;
+        kits::ChangeFrame(*this,
+                          BRect(frame.left, frame.top, frame.left + across, frame.top + down));
+    }
+}
+
+void BWindow::CenterIn(BRect frame)
+{
+    const BRect own = fState->frame;
+    MoveTo(frame.left + std::floor((frame.Width() - own.Width()) / 2),
+           frame.top + std::floor((frame.Height() - own.Height()) / 2));
+}
+
+void BWindow::CenterOnScreen()
+{
+    CenterIn(BScreen(this).AvailableFrame());
+}
+
+void BWindow::SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight)
+{
+    if (minWidth > maxWidth || minHeight > maxHeight) {
+        return;
+    }
+    fState->minWidth = std::max(0.0f, minWidth);
+    fState->maxWidth = maxWidth;
+    fState->minHeight = std::max(0.0f, minHeight);
+    fState->maxHeight = maxHeight;
+    kits::SendShape(*fState);
+    ResizeTo(fState->frame.Width(), fState->frame.Height());
+}
+
+void BWindow::GetSizeLimits(float* minWidth, float* maxWidth, float* minHeight, float* maxHeight)
+{
+    *minWidth = fState->minWidth;
+    *maxWidth = fState->maxWidth;
+    *minHeight = fState->minHeight;
+    *maxHeight = fState->maxHeight;
+}
+
+void BWindow::ConvertToScreen(BPoint* point) const
+{
+    *point += fState->frame.LeftTop();
+}
+
+BPoint BWindow::ConvertToScreen(BPoint point) const
+{
+    return point + fState->frame.LeftTop();
+}
+
+BRect BWindow::ConvertToScreen(BRect rect) const
+{
+    return rect.OffsetByCopy(fState->frame.LeftTop());
+}
+
+void BWindow::ConvertFromScreen(BPoint* point) const
+{
+    *point -= fState->frame.LeftTop();
+}
+
+BPoint BWindow::ConvertFromScreen(BPoint point) const
+{
+    return point - fState->frame.LeftTop();
+}
+
+BRect BWindow::ConvertFromScreen(BRect rect) const
+{
+    return rect.OffsetByCopy(-fState->frame.LeftTop());
+}
+
+// Extensions
+
+void BWindow::SetOpener(BWindow* opener)
+{
+    fState->opener = kits::WindowAccess::TokenOf(opener);
+}
+
+void BWindow::SetAnswerDelay(bigtime_t afterFirstFrame, bigtime_t afterLastKey)
+{
+    fState->answersAfterFrame = afterFirstFrame;
+    fState->answersAfterKey = afterLastKey;
+}
+
+bool BWindow::TakesAnswers() const
+{
+    return fState->takesAnswers;
+}
+
+void BWindow::SetTakesFocus(bool takesFocus)
+{
+    fState->takesFocus = takesFocus;
+}
+
+void BWindow::SetTakesKeys(bool takesKeys)
+{
+    fState->takesKeys = takesKeys;
+}
+
+namespace kits {
+
+void WindowAccess::SetMouseCapture(BWindow* window, bool on)
+{
+    window->fState->host->Link().SetMouseCapture(on);
+}
+
+void SetInterceptor(BWindow* window, InputInterceptor* interceptor)
+{
+    WindowAccess::State(*window).interceptor = interceptor;
+}
+
+void ChangeFrame(BWindow& window, BRect frame)
+{
+    WindowState& state = WindowAccess::State(window);
+    if (frame == state.frame) {
+        return;
+    }
+    state.frame = frame;
+    state.host->SetFrame(frame);
+    SendShape(state);
+    if (state.host->IsShown()) {
+        return; // the screen answers with what it made of it, and the hooks are called then
+    }
+    // Without places and sizes: by the time these are handled the frame may be another again.
+    window.PostMessage(B_WINDOW_MOVED);
+    window.PostMessage(B_WINDOW_RESIZED);
+}
+
+} // namespace kits

@@ -1,0 +1,196 @@
+#include "fileops/windows/CopyWin.h"
+
+#include "fileops/engine/Operations.h"
+#include "fileops/windows/OverWin.h"
+
+#include <AppDefs.h>
+#include <OS.h>
+
+// The window's life: shown, begun, ended. What it does with its items and what is seen of it have
+// sources of their own.
+
+namespace norvane {
+
+namespace {
+
+constexpr float kWidth = 300;
+constexpr float kHeight = 96;
+constexpr float kOverallBarHeight = 32;
+constexpr uint32 kStartLate = 'Late';
+constexpr bigtime_t kActivationPatience = 300'000;
+
+BRect CentredFrame(BRect around)
+{
+    const float left = (around.left + around.right) / 2 - kWidth / 2;
+    const float top = (around.top + around.bottom) / 2 - kHeight / 2;
+    return BRect(left, top, left + kWidth, top + kHeight);
+}
+
+status_t StartLate(void* data)
+{
+    const std::unique_ptr<BMessenger> window(static_cast<BMessenger*>(data));
+    snooze(kActivationPatience);
+    window->SendMessage(kStartLate);
+    return B_OK;
+}
+
+} // namespace
+
+CopyWin::CopyWin(BRect frame, const char* title, const char* path, BMessage* request,
+                 BHandler* handler)
+    : BWindow(CentredFrame(frame), title, B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL,
+              B_NOT_CLOSABLE | B_NOT_ZOOMABLE | B_NOT_MINIMIZABLE | B_NOT_RESIZABLE),
+      fBaseTitle(title), fPath(path), fRequest(std::make_unique<BMessage>(*request)),
+      fHandler(handler)
+{
+    BuildViews();
+    if (!ShowsOverallBar(*request)) {
+        ResizeBy(0, -kOverallBarHeight);
+    }
+    BWindow* opener = handler != nullptr ? dynamic_cast<BWindow*>(handler->Looper()) : nullptr;
+    if (opener != nullptr) {
+        SetOpener(opener);
+        fOpener = BMessenger(nullptr, opener);
+    }
+    SetTakesKeys(false);
+    if (request->what == kEmptyRequest) {
+        fLateShow.Start(system_time());
+        PostMessage(kStartLate);
+        Run();
+    } else {
+        StartWithoutActivation();
+        Show();
+    }
+}
+
+CopyWin::~CopyWin() = default;
+
+bool CopyWin::ShowsOverallBar(const BMessage& request)
+{
+    type_code type = 0;
+    int32 count = 0;
+    request.GetInfo("refs", &type, &count);
+    const bool isRemote = request.what == kDownloadRequest || request.HasString("Session");
+    return !isRemote && !(request.what == B_SIMPLE_DATA && count == 1);
+}
+
+void CopyWin::StartWithoutActivation()
+{
+    // The window may never be activated: another workspace, a window manager that refuses, none at
+    // all.
+    auto self = std::make_unique<BMessenger>(this);
+    const thread_id timer =
+        spawn_thread(norvane::StartLate, "operation start", B_NORMAL_PRIORITY, self.get());
+    if (timer >= 0 && resume_thread(timer) == B_OK) {
+        self.release(); // adopted
+    } else {
+        PostMessage(kStartLate);
+    }
+}
+
+void CopyWin::WindowActivated(bool active)
+{
+    BWindow::WindowActivated(active);
+    DoOp();
+}
+
+void CopyWin::MessageReceived(BMessage* message)
+{
+    if (message->what == kStartLate) {
+        DoOp();
+    } else {
+        BWindow::MessageReceived(message);
+    }
+}
+
+bool CopyWin::QuitRequested()
+{
+    // Nobody can close this window; the program's end asks, and then what was ordered is done
+    // first.
+    DoOp();
+    return true;
+}
+
+void CopyWin::DoOp()
+{
+    if (!fIsPending) {
+        return;
+    }
+    fIsPending = false;
+    GiveActivationBack();
+    SetLongRunning(true);
+    PerformOp(fRequest.get());
+    BMessage done(kOperationDone);
+    done.AddPointer("WindowHandle", this);
+    fHandler.SendMessage(&done);
+    PostMessage(B_QUIT_REQUESTED);
+}
+
+void CopyWin::GiveActivationBack()
+{
+    if (IsActive()) {
+        fOpener.SendMessage(kTakeActivation);
+        fSettledTime = system_time() + kActivationPatience;
+    }
+    // From here on it only comes and goes around questions.
+    SetTakesFocus(false);
+}
+
+void CopyWin::FileStarted(const std::string& sourcePath, const std::string& targetPath,
+                          int64 sizeBytes)
+{
+    fProgress.StartFile(sizeBytes);
+    fFromText = sourcePath;
+    fToText = targetPath;
+    fFileName.clear();
+    fIsNewFile = true;
+    PaintIfDue();
+}
+
+void CopyWin::BytesCopied(const char* name, int64 count)
+{
+    fProgress.Add(count);
+    if (fFileName.empty()) {
+        fFileName = name;
+    }
+    PaintIfDue();
+}
+
+void CopyWin::EntriesVisited(int64 count)
+{
+    fProgress.AddEntries(count);
+    PaintIfDue();
+}
+
+void CopyWin::NoteProblem(const std::string& name, const std::string& reason)
+{
+    fProblems.Add(name, reason);
+}
+
+void CopyWin::HideForQuestion()
+{
+    Hide();
+}
+
+void CopyWin::ShowAgain()
+{
+    Show();
+}
+
+void CopyWin::ShowForQuit()
+{
+    // Hidden by a question that was answered with Skip, it would leave a program that does not end
+    // and does not say why.
+    while (Operations::IsQuitting() && IsHidden()) {
+        Show();
+    }
+}
+
+void CopyWin::ShowWhenLong(bigtime_t now)
+{
+    if (fLateShow.TakeDue(now) && IsHidden()) {
+        Show();
+    }
+}
+
+} // namespace norvane

@@ -1,0 +1,128 @@
+#pragma once
+
+#include "fileops/engine/LateShow.h"
+#include "fileops/engine/OperationProgress.h"
+#include "fileops/engine/ProblemList.h"
+
+#include <Entry.h>
+#include <Message.h>
+#include <Messenger.h>
+#include <Rect.h>
+#include <Window.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class BStatusBar;
+class BStringView;
+
+namespace norvane {
+
+class ItemOperations;
+class OperationUI;
+class OverWin;
+
+/// Sent to the handler when the operation ended; carries the pointer "WindowHandle", to compare
+/// only.
+constexpr uint32 kOperationDone = 511;
+/// Sent to the window that an operation was started from: it had the activation, and takes it back.
+constexpr uint32 kTakeActivation = 'TakA';
+/// A request to fetch entries from a server.
+constexpr uint32 kDownloadRequest = 604;
+/// A request to delete "refs": into the Trash, or for good when the window's path is a Trash.
+constexpr uint32 kDeleteRequest = 606;
+/// A request to delete for good all that lies in the window's path. The window is shown only when
+/// that lasts longer than a second.
+constexpr uint32 kEmptyRequest = 'Empt';
+
+/// The small window that carries out one file operation, on its own thread, from start to end.
+///
+/// It shows itself, begins at its first activation, or 300 ms after being shown when none comes,
+/// tells the handler and quits. Its thread holds its lock while the operation runs: nobody else may
+/// wait for that. Ownership: create with `new`; it deletes itself.
+class CopyWin : public BWindow
+{
+public:
+    /// Centred on `frame`. `path` is the folder the operation works in; `request` is copied;
+    /// `handler` (borrowed now, held by token later) receives kOperationDone.
+    CopyWin(BRect frame, const char* title, const char* path, BMessage* request, BHandler* handler);
+    ~CopyWin() override;
+
+    /// Runs the whole operation, tells the handler and asks the window to quit.
+    void DoOp();
+    /// Carries out `request`: 'DATA' with "refs" is a copy or, by "TypeOfCopy", a move into the
+    /// path; kDeleteRequest and kEmptyRequest delete. Anything else does nothing.
+    void PerformOp(BMessage* request);
+
+    // What NorvaneEntry reports. Thread: the window's own.
+    void FileStarted(const std::string& sourcePath, const std::string& targetPath, int64 sizeBytes);
+    void BytesCopied(const char* name, int64 count);
+    void EntriesVisited(int64 count);
+    void NoteProblem(const std::string& name, const std::string& reason);
+    /// Hides the window before a question; nests with ShowAgain().
+    void HideForQuestion();
+    /// Undoes one HideForQuestion(); never takes the activation.
+    void ShowAgain();
+    bool IsStopped() const { return fIsStopped; }
+
+    // BWindow
+    void WindowActivated(bool active) override;
+    void MessageReceived(BMessage* message) override;
+    bool QuitRequested() override;
+
+private:
+    /// What is done with each item.
+    enum class Verb : uint8 { kNone, kCopy, kMove, kTrash, kDelete };
+
+    Verb VerbFor(const BMessage& request) const;
+    static bool ShowsOverallBar(const BMessage& request);
+    void StartWithoutActivation();
+    void GiveActivationBack();
+    void HandleItems(Verb verb, const std::vector<entry_ref>& items);
+    void HandleItem(Verb verb, const entry_ref& item, ItemOperations& operations, OperationUI& ui);
+    void CountItem(Verb verb, int64 doneBytes);
+    std::vector<int64> MeasureItems(Verb verb, const std::vector<entry_ref>& items,
+                                    OperationUI& ui);
+    std::vector<entry_ref> Contents();
+    void ShowForQuit();
+    void ShowWhenLong(bigtime_t now);
+
+    // What is seen (CopyWinViews.cpp)
+    void BuildViews();
+    void ShowTotals(int64 totalBytes, size_t itemCount);
+    void PaintIfDue();
+    void PaintNow(bigtime_t now);
+    void ShowTitle(bigtime_t now);
+    bool IsActiveNow() const;
+    void TakeWaitingKeys();
+    void AskWhetherToStop();
+
+    BStringView* fFromLine = nullptr;
+    BStringView* fToLine = nullptr;
+    BStatusBar* fFileBar = nullptr;
+    BStatusBar* fOverallBar = nullptr;
+
+    std::string fBaseTitle;
+    std::string fPath;
+    std::unique_ptr<BMessage> fRequest;
+    BMessenger fHandler;
+    BMessenger fOpener;
+    bool fIsPending = true;
+    bool fIsStopped = false;
+
+    OperationProgress fProgress;
+    ProblemList fProblems;
+    // What the views will show at the next frame.
+    std::string fFromText;
+    std::string fToText;
+    std::string fFileName;
+    bool fIsNewFile = false;
+    int64 fShownFileBytes = 0; // what the bars stand at
+    int64 fShownBytes = 0;
+    bigtime_t fNextPaint = 0;
+    LateShow fLateShow;
+    bigtime_t fSettledTime = 0; // until then an activation is nobody's wish
+};
+
+} // namespace norvane

@@ -1,0 +1,200 @@
+#include "fileops/windows/OverWin.h"
+
+#include "fileops/engine/Operations.h"
+
+#include <AppDefs.h>
+#include <Button.h>
+#include <Message.h>
+#include <StringView.h>
+#include <View.h>
+
+namespace norvane {
+
+namespace {
+
+constexpr float kWidth = 450;
+constexpr float kHeight = 162;
+constexpr rgb_color kGrey = {216, 216, 216, 255};
+constexpr bigtime_t kAnswersAfterFirstFrame = 200'000;
+// Somebody may be typing when the question comes: the keys meant for another window must not answer
+// it.
+constexpr bigtime_t kAnswersAfterLastKey = 500'000;
+constexpr char kQuestionField[] = "question";
+
+struct ButtonRow
+{
+    uint32 answer;
+    const char* name;
+    const char* label;
+    BRect frame;
+};
+
+// In the order in which Tab walks them.
+const ButtonRow kButtons[] = {
+    {kAnswerOverwrite, "Overwrite", "Overwrite", BRect(10, 81, 150, 111)},
+    {kAnswerOverwriteAll, "OverwriteAll", "Overwrite All", BRect(155, 81, 295, 111)},
+    {kAnswerSkip, "Skip", "Skip", BRect(300, 81, 440, 111)},
+    {kAnswerCancel, "Cancel", "Cancel", BRect(10, 121, 150, 151)},
+    {kAnswerOverwriteOlder, "OverwriteOlder", "Overwrite All Older", BRect(155, 121, 295, 151)},
+    {kAnswerSkipAll, "SkipAll", "Skip All", BRect(300, 121, 440, 151)},
+};
+
+BRect CentredFrame(BRect around)
+{
+    const float left = (around.left + around.right) / 2 - kWidth / 2;
+    const float top = (around.top + around.bottom) / 2 - kHeight / 2;
+    return BRect(left, top, left + kWidth, top + kHeight);
+}
+
+} // namespace
+
+OverWin::OverWin(BRect frame, const char* title, BWindow* owner)
+    : BWindow(CentredFrame(frame), title, B_MODAL_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL,
+              B_NOT_RESIZABLE | B_NOT_ZOOMABLE | B_NOT_MINIMIZABLE | B_NOT_CLOSABLE)
+{
+    SetAnswerDelay(kAnswersAfterFirstFrame, kAnswersAfterLastKey);
+    if (owner != nullptr) {
+        SetOpener(owner);
+    }
+    BView* container =
+        new BView(BRect(0, 0, kWidth, kHeight), "FtpConContainer", B_FOLLOW_ALL_SIDES, B_WILL_DRAW);
+    container->SetViewColor(kGrey);
+    container->SetLowColor(kGrey);
+    AddChild(container);
+    BuildLines(container);
+    BuildButtons(container);
+    fButtons[0]->MakeFocus(true);
+}
+
+OverWin::~OverWin() = default;
+
+void OverWin::BuildLines(BView* container)
+{
+    const auto addLine = [container](BRect frame, const char* name) {
+        BStringView* line = new BStringView(frame, name, "");
+        line->SetTruncation(B_TRUNCATE_MIDDLE);
+        container->AddChild(line);
+        return line;
+    };
+    fSourceLine = addLine(BRect(10, 10, 440, 20), "OverwriteFile");
+    fTargetDetails = addLine(BRect(30, 25, 440, 35), "OverwriteFile");
+    fTargetLine = addLine(BRect(10, 50, 440, 60), "OverwriteWith");
+    fSourceDetails = addLine(BRect(30, 65, 440, 75), "OverwriteWith");
+}
+
+void OverWin::BuildButtons(BView* container)
+{
+    int32 index = 0;
+    for (const ButtonRow& row : kButtons) {
+        BMessage* message = new BMessage(row.answer);
+        message->AddInt32(kQuestionField, 0);
+        BButton* button = new BButton(row.frame, row.name, row.label, message);
+        container->AddChild(button);
+        button->SetTarget(this);
+        fButtons[index++] = button;
+    }
+}
+
+void OverWin::SetPaths(const char* sourcePath, const char* targetPath, const char* targetDetails,
+                       const char* sourceDetails)
+{
+    if (!Lock()) {
+        return;
+    }
+    // The source stands over the target's details and the other way round: that is how the dialog
+    // reads.
+    fSourceLine->SetText((std::string("Overwrite: ") + sourcePath).c_str());
+    fTargetDetails->SetText(targetDetails);
+    fTargetLine->SetText((std::string("With file: ") + targetPath).c_str());
+    fSourceDetails->SetText(sourceDetails);
+    Unlock();
+}
+
+void OverWin::DoDisplay()
+{
+    if (!Lock()) {
+        return;
+    }
+    const int32 question = ++fQuestion;
+    for (BButton* button : fButtons) {
+        button->Message()->ReplaceInt32(kQuestionField, question);
+    }
+    fButtons[0]->MakeFocus(true);
+    fAnswer = kAnswerNone;
+    fIsShown = true;
+    Show();
+    Unlock();
+    // Quitting answers the questions that it finds open; one that opens just then answers itself.
+    if (Operations::IsQuitting()) {
+        BMessenger(this).SendMessage(kAnswerForQuit);
+    }
+}
+
+void OverWin::WaitForAnswer()
+{
+    std::unique_lock<std::mutex> lock(fAnsweredMutex);
+    fAnswered.wait(lock, [this] { return !fIsShown; });
+}
+
+void OverWin::HideDisplay()
+{
+    Hide();
+    {
+        std::lock_guard<std::mutex> lock(fAnsweredMutex);
+        fIsShown = false;
+    }
+    fAnswered.notify_all();
+}
+
+void OverWin::DispatchMessage(BMessage* message, BHandler* target)
+{
+    if (message->what == B_QUIT_REQUESTED && target == this && !fClosesWhenAnswered) {
+        // Its operation still has to read the answer, and ends it then. The request is answered by
+        // that end.
+        fQuitRequest.reset(DetachCurrentMessage());
+    } else {
+        BWindow::DispatchMessage(message, target);
+    }
+}
+
+void OverWin::MessageReceived(BMessage* message)
+{
+    if (message->what >= kAnswerOverwrite && message->what <= kAnswerCancel) {
+        TakeAnswer(*message);
+    } else if (message->what == kAnswerForQuit) {
+        AnswerForQuit();
+    } else {
+        BWindow::MessageReceived(message);
+    }
+}
+
+void OverWin::TakeAnswer(const BMessage& message)
+{
+    int32 question = 0;
+    if (message.FindInt32(kQuestionField, &question) != B_OK || question != fQuestion) {
+        return; // a second click on the question before
+    }
+    Answer(message.what);
+}
+
+void OverWin::AnswerForQuit()
+{
+    // Before the answer itself, which whoever waits for it acts upon.
+    fWasAnsweredForQuit = fWasAnsweredForQuit || fIsShown;
+    Answer(kAnswerCancel);
+}
+
+void OverWin::Answer(uint32 answer)
+{
+    if (!fIsShown) {
+        return;
+    }
+    // Whoever sees the dialog gone may read the answer at once, so it is there first.
+    fAnswer = answer;
+    HideDisplay();
+    if (fClosesWhenAnswered) {
+        PostMessage(B_QUIT_REQUESTED);
+    }
+}
+
+} // namespace norvane

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "CopyFixture.h"
+#include "PrivateMounts.h"
+#include "fileops/engine/ItemOperations.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <functional>
+#include <sstream>
+#include <string>
+
+namespace norvane {
+
+/// Single items moved and thrown away, with a home Trash in the temporary tree.
+class ItemFixture : public CopyFixture
+{
+protected:
+    void SetUp() override
+    {
+        setenv("XDG_DATA_HOME", fTree.Path("data").c_str(), 1);
+        fTree.MakeFolder("to");
+    }
+
+    void TearDown() override { unsetenv("XDG_DATA_HOME"); }
+
+    void WithItem(const std::string& name, const std::function<void(NorvaneEntry&)>& work)
+    {
+        entry_ref ref;
+        ASSERT_EQ(get_ref_for_path(fTree.Path(name).c_str(), &ref), B_OK) << name;
+        NorvaneEntry item(&ref);
+        work(item);
+    }
+
+    void Move(const std::string& name, const std::string& toFolder = "to")
+    {
+        WithItem(name, [&](NorvaneEntry& item) {
+            ItemOperations(fTree.Path(toFolder).c_str(), fUI).Move(item);
+        });
+    }
+
+    void Trash(const std::string& name)
+    {
+        WithItem(name, [&](NorvaneEntry& item) {
+            ItemOperations(fTree.Path().c_str(), fUI).Trash(item);
+        });
+    }
+
+    /// What lies in the home Trash, and that each has its record and nothing else has one.
+    std::string Trashed()
+    {
+        const std::string names = fTree.List("data/Trash/files");
+        std::string records;
+        std::istringstream lines(names);
+        for (std::string name; std::getline(lines, name);) {
+            records += fTree.Exists("data/Trash/info/" + name + ".trashinfo") ? name + "\n" : "";
+        }
+        EXPECT_EQ(records, names);
+        const std::string all = fTree.List("data/Trash/info");
+        EXPECT_EQ(std::count(all.begin(), all.end(), '\n'),
+                  std::count(names.begin(), names.end(), '\n'));
+        return names;
+    }
+
+    std::string ProblemNames() const
+    {
+        std::string names;
+        for (const auto& [name, reason] : fUI.problems) {
+            names += name + " ";
+        }
+        return names;
+    }
+
+    /// Runs `work` where it may mount; a system that forbids that skips the test.
+    static void Privately(const std::function<bool()>& work)
+    {
+        ExpectPassed(RunWithPrivateMounts(work));
+    }
+};
+
+} // namespace norvane
