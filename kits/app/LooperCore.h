@@ -5,7 +5,7 @@
 #include <SupportDefs.h>
 
 #include "app/LooperLock.h"
-#include "support/Mutex.h"
+#include "kernel/Mutex.h"
 
 #include <atomic>
 #include <memory>

@@ -3,7 +3,7 @@
 #include <OS.h>
 #include <SupportDefs.h>
 
-#include "support/Mutex.h"
+#include "kernel/Mutex.h"
 
 #include <atomic>
 #include <list>

@@ -1,7 +1,7 @@
 #include "app/LooperRegistry.h"
 
 #include "app/LooperCore.h"
-#include "support/Mutex.h"
+#include "kernel/Mutex.h"
 
 #include <Message.h>
 

@@ -4,7 +4,7 @@
 #include <Messenger.h>
 #include <SupportDefs.h>
 
-#include "support/Mutex.h"
+#include "kernel/Mutex.h"
 
 #include <memory>
 

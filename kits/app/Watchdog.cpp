@@ -3,7 +3,7 @@
 #ifdef KITS_GUARDS
 
 #include "app/LooperCore.h"
-#include "support/Mutex.h"
+#include "kernel/Mutex.h"
 
 #include <Message.h>
 

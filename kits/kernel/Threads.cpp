@@ -1,7 +1,7 @@
 #include <OS.h>
 
 #include "kernel/ThreadEnds.h"
-#include "support/Mutex.h"
+#include "kernel/Mutex.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -172,12 +172,12 @@ QAccessible::State AccessibleInterface::state() const
     const auto has = [node](AccessibleNode::State flag) {
         return (node->states & flag) != 0;
     };
-    state.focusable = has(AccessibleNode::kFocusable);
-    state.focused = has(AccessibleNode::kFocused);
-    state.selected = has(AccessibleNode::kSelected);
-    state.checked = has(AccessibleNode::kMarked);
-    state.disabled = has(AccessibleNode::kDisabled);
-    state.defaultButton = has(AccessibleNode::kDefault);
+    state.focusable = has(AccessibleNode::State::kFocusable);
+    state.focused = has(AccessibleNode::State::kFocused);
+    state.selected = has(AccessibleNode::State::kSelected);
+    state.checked = has(AccessibleNode::State::kMarked);
+    state.disabled = has(AccessibleNode::State::kDisabled);
+    state.defaultButton = has(AccessibleNode::State::kDefault);
     state.checkable = node->role == AccessibleNode::Role::kCheckBox;
     state.selectable =
         node->role == AccessibleNode::Role::kRow || node->role == AccessibleNode::Role::kListItem;

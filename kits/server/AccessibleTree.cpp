@@ -48,7 +48,7 @@ void AccessibleTree::Index(const AccessibleNode& node, int32 parent)
     const bool isRoot = &node == fPublished->root.get();
     const int32 id = isRoot ? kRoot : node.id;
     fNodes[id] = {&node, parent};
-    if (!isRoot && (node.states & AccessibleNode::kFocused) != 0) {
+    if (!isRoot && (node.states & AccessibleNode::State::kFocused) != 0) {
         fFocused = id;
     }
     for (const std::shared_ptr<const AccessibleNode>& child : node.children) {

@@ -8,7 +8,7 @@
 #include "X11Keyboard.h"
 
 #include <AppDefs.h>
-#include <InterfaceDefs.h>
+#include <InputConstants.h>
 #include <Message.h>
 #include <OS.h>
 #include <Point.h>

@@ -1,6 +1,6 @@
 #include "KeyTranslation.h"
 
-#include <InterfaceDefs.h>
+#include <InputConstants.h>
 
 #include <QChar>
 

@@ -1,6 +1,6 @@
 #include "PointerTranslation.h"
 
-#include <InterfaceDefs.h>
+#include <InputConstants.h>
 
 namespace kits {
 

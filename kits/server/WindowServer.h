@@ -2,7 +2,7 @@
 
 #include <Rect.h>
 #include <SupportDefs.h>
-#include <Window.h> // window_look, window_feel and flags only
+#include <WindowConstants.h>
 
 #include <functional>
 #include <memory>

@@ -1,6 +1,6 @@
 #include <Locker.h>
 
-#include "support/Mutex.h"
+#include "kernel/Mutex.h"
 
 #include <atomic>
 #include <string>

@@ -1,6 +1,6 @@
-#include "fileops/windows/CopyWin.h"
 #include "fileops/engine/ItemOperations.h"
 #include "fileops/engine/ProblemList.h"
+#include "fileops/windows/CopyWin.h"
 #include "panes/DeletionQuestion.h"
 #include "panes/DirView.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Entry.h>
+#include <EntryRef.h>
 #include <OS.h>
 #include <StorageDefs.h>
 #include <SupportDefs.h>

@@ -28,6 +28,7 @@ public:
     void MouseMoved(BPoint where, uint32 transit, const BMessage* dragged) override;
     void GetPreferredSize(float* width, float* height) override;
     void ResizeToPreferred() override;
+    void Describe(BViewDescription* description) const override;
 
     /// Makes this the window's default button, which answers Enter; the former one loses it.
     /// The frame grows by the default mark's breadth, so that the face keeps its place and size.

@@ -17,6 +17,7 @@ public:
     ~BControl() override;
 
     // BView; BControl's own virtual functions follow in the platform's order
+    void Describe(BViewDescription* description) const override;
     void WindowActivated(bool active) override;
     void AttachedToWindow() override;
     void DetachedFromWindow() override;

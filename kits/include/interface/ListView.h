@@ -34,6 +34,7 @@ public:
     ~BListView() override;
 
     // BView; BListView's own virtual functions follow in the platform's order
+    void Describe(BViewDescription* description) const override;
     void Draw(BRect updateRect) override;
     void MessageReceived(BMessage* message) override;
     void MouseDown(BPoint where) override;
@@ -129,7 +130,7 @@ public:
     bool ReplaceItem(int32 index, BListItem* item);
 
     /// The row's frame in the view, or an invalid rectangle.
-    BRect ItemFrame(int32 index);
+    BRect ItemFrame(int32 index) const;
 
     /// Is asked when a person drags a pressed row; returns true when a drag was started.
     /// Returns false here: the press goes on as a selection.

@@ -7,7 +7,6 @@
 #include <functional>
 
 namespace kits {
-class MenuBarAccess;
 class MenuSession;
 } // namespace kits
 
@@ -95,7 +94,6 @@ private:
     friend class BMenuItem;
     friend class BMenuBar;
     friend class BSeparatorItem;
-    friend class kits::MenuBarAccess;
     friend class kits::MenuSession;
 
     BWindow* OwnerWindow() const;

@@ -4,6 +4,11 @@
 
 #include <memory>
 
+namespace kits {
+class KeyMenus;
+class MenuBarKeys;
+} // namespace kits
+
 enum menu_bar_border {
     B_BORDER_FRAME,
     B_BORDER_CONTENTS,
@@ -29,15 +34,18 @@ public:
     void AttachedToWindow() override;
     void DetachedFromWindow() override;
     void MouseDown(BPoint where) override;
+    void Describe(BViewDescription* description) const override;
     void GetPreferredSize(float* width, float* height) override;
 
 protected:
     void DrawBackground(BRect updateRect) override;
 
 private:
-    friend class kits::MenuBarAccess;
+    friend class kits::MenuBarKeys;
+    friend class BWindow; // hands its keys to them
     friend class kits::MenuSession;
 
+    std::unique_ptr<kits::KeyMenus> fKeys;       // never null
     std::unique_ptr<kits::MenuSession> fSession; // while a menu is open
     menu_bar_border fBorder = B_BORDER_FRAME;
 };

@@ -11,7 +11,6 @@
 class BMenu;
 
 namespace kits {
-class MenuBarAccess;
 class MenuSession;
 } // namespace kits
 
@@ -70,7 +69,6 @@ private:
     friend class BMenu;
     friend class BMenuBar;
     friend class BSeparatorItem;
-    friend class kits::MenuBarAccess;
     friend class kits::MenuSession;
 
     bool CanWork() const;

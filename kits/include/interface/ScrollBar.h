@@ -6,6 +6,7 @@
 #include <string>
 
 namespace kits {
+class BarFollower;
 class ScrollGeometry;
 class ScrollPress;
 } // namespace kits
@@ -57,10 +58,11 @@ public:
     void Draw(BRect updateRect) override;
     void FrameResized(float width, float height) override;
     void WindowActivated(bool active) override;
+    void Describe(BViewDescription* description) const override;
     void GetPreferredSize(float* width, float* height) override;
 
 private:
-    friend class BView; // forgets itself as the target when it goes away
+    friend class kits::BarFollower;
 
     kits::ScrollGeometry Geometry() const;
     bool IsUsable() const;
@@ -82,5 +84,6 @@ private:
     float fLargeStep = 10;
     float fValue = 0;
     float fProportion = 0;
-    std::unique_ptr<kits::ScrollPress> fPress; // null unless a press is being followed
+    std::unique_ptr<kits::BarFollower> fFollower; // never null; what the target knows of the bar
+    std::unique_ptr<kits::ScrollPress> fPress;    // null unless a press is being followed
 };

@@ -43,6 +43,7 @@ public:
     const char* TrailingLabel() const { return fTrailingLabel.c_str(); }
 
     // BView
+    void Describe(BViewDescription* description) const override;
     void AttachedToWindow() override;
     void MessageReceived(BMessage* message) override;
     void Draw(BRect updateRect) override;

@@ -21,6 +21,7 @@ public:
     void SetTruncation(uint32 mode);
 
     // BView
+    void Describe(BViewDescription* description) const override;
     void AttachedToWindow() override;
     void Draw(BRect updateRect) override;
     void GetPreferredSize(float* width, float* height) override;

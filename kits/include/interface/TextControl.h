@@ -45,6 +45,7 @@ public:
     status_t Invoke(BMessage* message = nullptr) override;
 
     // BView
+    void Describe(BViewDescription* description) const override;
     void AttachedToWindow() override;
     void Draw(BRect updateRect) override;
     void MouseDown(BPoint where) override;

@@ -56,6 +56,9 @@ public:
     ~BTextView() override;
 
     // BView
+    void Describe(BViewDescription* description) const override;
+    bool DescribeInput(BInputDescription* description) const override;
+    bool WantsKey(const BMessage& key) const override;
     void AttachedToWindow() override;
     void DetachedFromWindow() override;
     void Draw(BRect updateRect) override;

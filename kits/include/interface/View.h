@@ -13,8 +13,11 @@ class BRegion;
 class BScrollBar;
 class BScrollView;
 class BWindow;
+struct BInputDescription;
+struct BViewDescription;
 
 namespace kits {
+class ScrollFollower;
 class ViewHost;
 } // namespace kits
 
@@ -69,6 +72,15 @@ public:
     virtual void FrameResized(float newWidth, float newHeight);
     /// Called by the scroll view that made this view its target.
     virtual void TargetedByScrollView(BScrollView* scrollView);
+    /// Says what the view is to assistive programs; its name and whether it can have or has the
+    /// focus are filled in before. Asked at most once a frame. An extension of the platform.
+    virtual void Describe(BViewDescription* description) const;
+    /// Says what input methods are to know; false, as here, for a view that edits no text. Asked
+    /// after each frame while the view has the focus. An extension of the platform.
+    virtual bool DescribeInput(BInputDescription* description) const;
+    /// Whether the key works in the view rather than as a shortcut, for the default button or for
+    /// moving the focus: no, as here, but in views that edit text. An extension of the platform.
+    virtual bool WantsKey(const BMessage& key) const;
 
     // The tree
 
@@ -196,7 +208,6 @@ private:
     friend class kits::ViewAccess;
     friend class kits::ViewDrawing;
     friend class kits::ViewHost;
-    friend class BScrollBar; // tells which bar scrolls the view
 
     void AttachTree(kits::ViewHost* host);
     void SetHost(kits::ViewHost* host);
@@ -225,6 +236,6 @@ private:
     BView* fParent = nullptr;
     std::vector<BView*> fChildren; // owned
     kits::ViewHost* fHost = nullptr;
-    BScrollBar* fHorizontalBar = nullptr;
-    BScrollBar* fVerticalBar = nullptr;
+    kits::ScrollFollower* fHorizontalBar = nullptr; // borrowed; follows this view as its target
+    kits::ScrollFollower* fVerticalBar = nullptr;
 };

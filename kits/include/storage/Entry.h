@@ -1,102 +1,14 @@
 #pragma once
 
+#include <EntryRef.h>
 #include <Statable.h>
 
-#include <atomic>
 #include <memory>
 #include <string>
 
 class BDirectory;
 class BPath;
 class BTreeHooks;
-
-namespace kits {
-
-/// What a known folder's holders share: a count, and who to tell when the last one lets go.
-struct FolderCount
-{
-    std::atomic<int32> holders{0};
-    /// Takes the last holder away, under the lock of the table that owns the folder.
-    void (*releaseLast)(FolderCount*) = nullptr;
-};
-
-/// A counted pointer to a known folder, one word wide: a hundred thousand rows hold one each.
-///
-/// Thread: as a plain pointer; the count itself may be changed by any thread.
-class FolderHold
-{
-public:
-    FolderHold() = default;
-    /// Adopts a count that the table has already taken for this holder.
-    explicit FolderHold(FolderCount* adopted) : fFolder(adopted) {}
-    FolderHold(const FolderHold& other) : fFolder(other.fFolder)
-    {
-        if (fFolder != nullptr) {
-            fFolder->holders.fetch_add(1, std::memory_order_relaxed);
-        }
-    }
-    FolderHold(FolderHold&& other) noexcept : fFolder(other.fFolder) { other.fFolder = nullptr; }
-    FolderHold& operator=(FolderHold other) noexcept
-    {
-        std::swap(fFolder, other.fFolder);
-        return *this;
-    }
-    ~FolderHold() { Release(); }
-
-    FolderCount* Get() const { return fFolder; }
-    explicit operator bool() const { return fFolder != nullptr; }
-
-private:
-    void Release()
-    {
-        if (fFolder == nullptr) {
-            return;
-        }
-        int32 count = fFolder->holders.load(std::memory_order_relaxed);
-        while (count > 1) {
-            if (fFolder->holders.compare_exchange_weak(count, count - 1,
-                                                       std::memory_order_acq_rel)) {
-                return;
-            }
-        }
-        fFolder->releaseLast(fFolder);
-    }
-
-    FolderCount* fFolder = nullptr;
-};
-
-} // namespace kits
-
-/// Names an entry by its folder's node and its own name; the entry need not exist.
-///
-/// The folder is found through the table of known folders, so a ref still works after the folder
-/// was renamed or moved while it is known. A ref is known to hold its folder once it came from a
-/// BEntry or a BDirectory. Names are bytes: anything but '/' and zero.
-struct entry_ref
-{
-    entry_ref() = default;
-    entry_ref(dev_t dev, ino_t dir, const char* name);
-    entry_ref(const entry_ref& other);
-    entry_ref(entry_ref&& other) noexcept;
-    entry_ref& operator=(entry_ref other) noexcept;
-    ~entry_ref();
-
-    /// Copies `name`; null unsets it. Errors: B_NO_MEMORY.
-    status_t set_name(const char* name);
-
-    bool operator==(const entry_ref& other) const;
-    bool operator!=(const entry_ref& other) const { return !(*this == other); }
-
-    dev_t device = 0;
-    ino_t directory = 0;
-    char* name = nullptr; // owned
-
-private:
-    friend class BEntry;
-    friend class BDirectory;
-    friend class BEntryBatch;
-    kits::FolderHold fFolder; // may be null: then the table is asked by (device, directory)
-};
 
 /// An entry in a folder: a place that a file, folder or link has or may have.
 ///
@@ -202,4 +114,3 @@ status_t get_ref_for_path(const char* path, entry_ref* ref);
 bool operator<(const entry_ref& a, const entry_ref& b);
 
 // In the header, so that messages carry refs without the storage kit.
-#include "EntryRef.h"

@@ -1,6 +1,6 @@
 #include "AlertIcons.h"
 
-#include "interface/graphics/Look.h"
+#include "interface/views/Look.h"
 
 #include <View.h>
 

@@ -1,7 +1,7 @@
 #include "AlertParts.h"
 
 #include "AlertIcons.h"
-#include "interface/graphics/Look.h"
+#include "interface/views/Look.h"
 
 #include <Font.h>
 

@@ -1,6 +1,6 @@
 #include <Box.h>
 
-#include "interface/graphics/Look.h"
+#include "interface/views/Look.h"
 
 #include <Font.h>
 #include <Window.h>

@@ -1,10 +1,12 @@
 #include <Button.h>
 
-#include "interface/graphics/Look.h"
+#include "interface/views/Look.h"
 #include "interface/views/Ticker.h"
+#include "interface/views/WindowState.h"
 
 #include <Font.h>
 #include <Message.h>
+#include <ViewDescription.h>
 #include <Window.h>
 
 #include <algorithm>
@@ -231,4 +233,36 @@ void BButton::DrawLabel(BRect face, bool isDown)
     SetLowColor(isDown ? kPressedFace : kFace);
     SetHighColor(IsEnabled() ? kits::look::kText : kits::look::kDisabledText);
     kits::look::CenteredText(this, face, label.String());
+}
+
+void BButton::Describe(BViewDescription* description) const
+{
+    BControl::Describe(description);
+    description->role = BViewDescription::Role::kButton;
+    description->states &= ~uint32{BViewDescription::kMarked};
+    if (fIsDefault) {
+        description->states |= BViewDescription::kDefault;
+    }
+}
+
+// Defined here since windows know no buttons.
+
+void BWindow::SetDefaultButton(BButton* button)
+{
+    auto* old = DefaultButton();
+    if (button == old) {
+        return;
+    }
+    fState->defaultButton = button;
+    if (old != nullptr) {
+        old->MakeDefault(false);
+    }
+    if (button != nullptr) {
+        button->MakeDefault(true);
+    }
+}
+
+BButton* BWindow::DefaultButton() const
+{
+    return static_cast<BButton*>(fState->defaultButton);
 }

@@ -1,9 +1,10 @@
 #include <Control.h>
 
-#include "interface/graphics/Look.h"
+#include "interface/views/Look.h"
 
 #include <Message.h>
 #include <OS.h>
+#include <ViewDescription.h>
 #include <Window.h>
 
 BControl::BControl(BRect frame, const char* name, const char* label, BMessage* message,
@@ -121,4 +122,16 @@ status_t BControl::Invoke(BMessage* message)
     copy.AddPointer("source", this);
     copy.AddInt32("be:value", fValue);
     return BInvoker::Invoke(&copy);
+}
+
+void BControl::Describe(BViewDescription* description) const
+{
+    description->role = BViewDescription::Role::kCheckBox;
+    description->name = Label();
+    if (!IsEnabled()) {
+        description->states |= BViewDescription::kDisabled;
+    }
+    if (Value() != B_CONTROL_OFF) {
+        description->states |= BViewDescription::kMarked;
+    }
 }

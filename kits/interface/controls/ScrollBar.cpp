@@ -1,10 +1,12 @@
 #include <ScrollBar.h>
 
-#include "interface/views/Access.h"
-#include "interface/graphics/Look.h"
 #include "ScrollPress.h"
+#include "interface/views/Access.h"
+#include "interface/views/Look.h"
+#include "interface/views/ScrollFollower.h"
 
 #include <Message.h>
+#include <ViewDescription.h>
 #include <Window.h>
 
 #include <algorithm>
@@ -24,13 +26,30 @@ constexpr rgb_color kPressed = {184, 184, 184, 255};
 
 } // namespace
 
+/// A scroll bar as its target sees it.
+class kits::BarFollower : public ScrollFollower
+{
+public:
+    explicit BarFollower(BScrollBar& bar) : fBar(bar) {}
+
+    // ScrollFollower
+    void TargetScrolled(double place) override { fBar.SetValue(static_cast<float>(place)); }
+    void WheelTurned(BMessage* message) override { fBar.MessageReceived(message); }
+    void TargetGone() override { fBar.fTarget = nullptr; }
+    BScrollBar* Bar() override { return &fBar; }
+
+private:
+    BScrollBar& fBar;
+};
+
 BScrollBar::BScrollBar(BRect frame, const char* name, BView* target, float min, float max,
                        orientation direction)
     : BView(frame, name,
             direction == B_VERTICAL ? B_FOLLOW_TOP_BOTTOM | B_FOLLOW_RIGHT
                                     : B_FOLLOW_LEFT_RIGHT | B_FOLLOW_BOTTOM,
             B_WILL_DRAW | B_FULL_UPDATE_ON_RESIZE | B_FRAME_EVENTS),
-      fOrientation(direction), fMin(std::min(min, max)), fMax(std::max(min, max))
+      fOrientation(direction), fMin(std::min(min, max)), fMax(std::max(min, max)),
+      fFollower(std::make_unique<kits::BarFollower>(*this))
 {
     SetViewColor(B_TRANSPARENT_COLOR);
     fValue = fMin;
@@ -114,7 +133,7 @@ void BScrollBar::SetTarget(BView* target)
         return;
     }
     fTargetName = fTarget->Name() != nullptr ? fTarget->Name() : "";
-    kits::ViewAccess::SetScrollBar(*fTarget, fOrientation, this);
+    kits::ViewAccess::SetScrollBar(*fTarget, fOrientation, fFollower.get());
     ValueChanged(fValue);
 }
 
@@ -391,4 +410,9 @@ void BScrollBar::DrawGrip(BRect face)
         kits::look::Fill(this, line.OffsetByCopy(isUpright ? 0 : 1, isUpright ? 1 : 0),
                          kits::look::kShine);
     }
+}
+
+void BScrollBar::Describe(BViewDescription* description) const
+{
+    description->role = BViewDescription::Role::kScrollBar;
 }

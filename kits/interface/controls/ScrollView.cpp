@@ -1,6 +1,6 @@
 #include <ScrollView.h>
 
-#include "interface/graphics/Look.h"
+#include "interface/views/Look.h"
 
 #include <Window.h>
 

@@ -1,10 +1,11 @@
 #include <StatusBar.h>
 
-#include "interface/graphics/Look.h"
+#include "interface/views/Look.h"
 
 #include <AppDefs.h>
 #include <Font.h>
 #include <Message.h>
+#include <ViewDescription.h>
 #include <Window.h>
 
 #include <algorithm>
@@ -247,4 +248,15 @@ void BStatusBar::DrawBar()
     }
     const BRect rest(inside.left + filled, inside.top, inside.right, inside.bottom);
     kits::look::Fill(this, rest, kits::look::kShine);
+}
+
+void BStatusBar::Describe(BViewDescription* description) const
+{
+    description->role = BViewDescription::Role::kProgressBar;
+    if (Text() != nullptr && Text()[0] != '\0') {
+        description->name = Text();
+    }
+    const float whole = MaxValue();
+    const float share = whole > 0 ? CurrentValue() / whole * 100 : 0;
+    description->value = std::to_string(static_cast<int32>(share)) + " %";
 }

@@ -1,8 +1,9 @@
 #include <StringView.h>
 
-#include "interface/graphics/Look.h"
+#include "interface/views/Look.h"
 
 #include <Font.h>
+#include <ViewDescription.h>
 #include <Window.h>
 
 #include <cmath>
@@ -100,4 +101,10 @@ void BStringView::ResizeToPreferred()
     float height = 0;
     GetPreferredSize(&width, &height);
     ResizeTo(width, height);
+}
+
+void BStringView::Describe(BViewDescription* description) const
+{
+    description->role = BViewDescription::Role::kStaticText;
+    description->name = Text() != nullptr ? Text() : "";
 }

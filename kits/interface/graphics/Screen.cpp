@@ -4,8 +4,6 @@
 
 #include "server/WindowServer.h"
 
-#include <Window.h>
-
 using kits::WindowServer;
 
 BScreen::BScreen(screen_id id) : fId(id) {}

@@ -1,6 +1,6 @@
 #include <ListItem.h>
 
-#include "interface/graphics/Look.h"
+#include "interface/views/Look.h"
 
 #include <Font.h>
 #include <ListView.h>

@@ -2,12 +2,13 @@
 
 #include "ListPress.h"
 #include "ListSelection.h"
-#include "interface/graphics/Look.h"
 #include "interface/text/RowHeights.h"
+#include "interface/views/Look.h"
 
 #include <Message.h>
 #include <OS.h>
 #include <ScrollView.h>
+#include <ViewDescription.h>
 #include <Window.h>
 
 #include <algorithm>
@@ -292,7 +293,7 @@ bool BListView::ReplaceItem(int32 index, BListItem* item)
     return true;
 }
 
-BRect BListView::ItemFrame(int32 index)
+BRect BListView::ItemFrame(int32 index) const
 {
     if (index < 0 || index >= fRows.CountItems()) {
         return BRect();
@@ -366,4 +367,30 @@ void BListView::FixScrollBar()
     bar->SetProportion(total > visible ? static_cast<float>(visible / total) : 1);
     const auto line = static_cast<float>(IsEmpty() ? 1 : Heights().Extent(0));
     bar->SetSteps(line, std::max(line, static_cast<float>(visible) - line));
+}
+
+// Only the rows that are seen, whatever the list's length.
+void BListView::Describe(BViewDescription* description) const
+{
+    description->role = BViewDescription::Role::kList;
+    description->rowCount = CountItems();
+    const BRect seen = Bounds();
+    const int32 first = description->wantsParts ? IndexOf(seen.LeftTop()) : -1;
+    for (int32 row = first; row >= 0 && row < CountItems(); ++row) {
+        const BRect frame = ItemFrame(row);
+        if (frame.top > seen.bottom) {
+            break;
+        }
+        const BListItem* item = ItemAt(row);
+        BViewDescription::Part line;
+        line.thing = item;
+        line.frame = frame & seen;
+        line.name = item->SpokenText();
+        line.states = item->IsSelected() ? uint32{BViewDescription::kSelected} : 0;
+        line.states |= item->IsEnabled() ? 0 : uint32{BViewDescription::kDisabled};
+        if (IsFocus() && row == CurrentSelection()) {
+            line.states |= BViewDescription::kFocused;
+        }
+        description->parts.push_back(std::move(line));
+    }
 }

@@ -4,8 +4,8 @@
 
 #include "ListPress.h"
 #include "ListSelection.h"
-#include "interface/graphics/Look.h"
 #include "interface/text/RowHeights.h"
+#include "interface/views/Look.h"
 
 #include <Message.h>
 #include <OS.h>

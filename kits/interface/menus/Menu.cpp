@@ -1,6 +1,6 @@
 #include <Menu.h>
 
-#include "interface/graphics/Look.h"
+#include "interface/views/Look.h"
 #include "interface/views/Shortcut.h"
 
 #include <Window.h>

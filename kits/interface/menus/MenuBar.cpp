@@ -1,9 +1,12 @@
 #include <MenuBar.h>
 
-#include "interface/graphics/Look.h"
+#include "MenuBarKeys.h"
 #include "MenuSession.h"
+#include "interface/views/Look.h"
 
+#include <MenuItem.h>
 #include <Message.h>
+#include <ViewDescription.h>
 #include <Window.h>
 
 namespace {
@@ -15,7 +18,8 @@ constexpr float kTitleMargin = 9;
 BMenuBar::BMenuBar(BRect frame, const char* name, uint32 resizingMode, menu_layout layout,
                    bool resizeToFit)
     : BMenu(frame, name, resizingMode, B_WILL_DRAW | B_FRAME_EVENTS | B_FULL_UPDATE_ON_RESIZE,
-            layout, resizeToFit)
+            layout, resizeToFit),
+      fKeys(std::make_unique<kits::MenuBarKeys>(*this))
 {
     SetItemMargins(kTitleMargin, 2, kTitleMargin, 2);
 }
@@ -51,6 +55,21 @@ void BMenuBar::DetachedFromWindow()
         Window()->SetKeyMenuBar(nullptr);
     }
     BMenu::DetachedFromWindow();
+}
+
+void BMenuBar::Describe(BViewDescription* description) const
+{
+    description->role = BViewDescription::Role::kMenuBar;
+    for (int32 i = 0; description->wantsParts && i < CountItems(); ++i) {
+        const BMenuItem* item = ItemAt(i);
+        BViewDescription::Part title;
+        title.thing = item;
+        title.role = BViewDescription::Role::kMenuItem;
+        title.states = item->IsEnabled() ? 0 : uint32{BViewDescription::kDisabled};
+        title.frame = item->Frame();
+        title.name = item->Label() != nullptr ? item->Label() : "";
+        description->parts.push_back(std::move(title));
+    }
 }
 
 // A bar that follows both sides is as wide as what it is in.

@@ -1,10 +1,12 @@
-#include "MenuBarAccess.h"
+#include "MenuBarKeys.h"
 
-#include "interface/graphics/Look.h"
 #include "MenuSession.h"
+#include "interface/views/Look.h"
 #include "interface/views/Shortcut.h"
+#include "interface/views/WindowState.h"
 
 #include <MenuBar.h>
+#include <MenuItem.h>
 #include <Message.h>
 #include <Window.h>
 
@@ -39,40 +41,45 @@ struct ShortcutSearch
 
 } // namespace
 
-bool MenuBarAccess::InvokeShortcut(BWindow* window, BMessage* key)
+bool MenuBarKeys::InvokeShortcut(const BMessage& key)
 {
-    const BMenuBar* bar = window->KeyMenuBar();
-    if (bar == nullptr) {
-        return false;
-    }
-    ShortcutSearch search{*key};
-    search.Walk(*bar);
+    ShortcutSearch search{key};
+    search.Walk(fBar);
     if (search.best == nullptr) {
         return false;
     }
-    if (look::IsFreshKey(key)) {
+    if (look::IsFreshKey(&key)) {
         search.best->Invoke();
     }
     return true;
 }
 
-bool MenuBarAccess::OpenByKey(BWindow* window)
+bool MenuBarKeys::OpenByKey()
 {
-    BMenuBar* bar = window->KeyMenuBar();
-    if (bar == nullptr || bar->CountItems() == 0) {
+    if (fBar.CountItems() == 0) {
         return false;
     }
-    bar->fSession = std::make_unique<MenuSession>(*bar);
-    bar->fSession->StartByKey();
+    fBar.fSession = std::make_unique<MenuSession>(fBar);
+    fBar.fSession->StartByKey();
     return true;
 }
 
-void MenuBarAccess::CloseMenus(BWindow* window)
+void MenuBarKeys::Close()
 {
-    BMenuBar* bar = window->KeyMenuBar();
-    if (bar != nullptr && bar->fSession) {
-        bar->fSession->Cancel();
+    if (fBar.fSession) {
+        fBar.fSession->Cancel();
     }
 }
 
+const BView& MenuBarKeys::View() const
+{
+    return fBar;
+}
+
 } // namespace kits
+
+// Defined here since windows know no menus.
+void BWindow::SetKeyMenuBar(BMenuBar* menuBar)
+{
+    fState->keyMenus = menuBar != nullptr ? menuBar->fKeys.get() : nullptr;
+}

@@ -1,25 +1,24 @@
 #pragma once
 
-class BMessage;
-class BMenuBar;
-class BMenuItem;
-class BWindow;
+#include "interface/views/KeyMenus.h"
 
 namespace kits {
 
-/// What a window asks of its key menu bar. Thread: the window's.
-class MenuBarAccess
+/// A menu bar as the window sees it whose key menu bar it is. Thread: the window's.
+class MenuBarKeys : public KeyMenus
 {
 public:
-    /// Works the menu item whose shortcut the key is. True when there is such an item, also when it
-    /// is disabled or the key is a repeat or came early and nothing happens: no view may get the
-    /// key then.
-    static bool InvokeShortcut(BWindow* window, BMessage* key);
-    /// Opens the bar's first menu, for F10 and for Alt pressed alone. False without a bar or
-    /// without items.
-    static bool OpenByKey(BWindow* window);
-    /// Closes the menus that are open, when the window is hidden or loses the keyboard.
-    static void CloseMenus(BWindow* window);
+    explicit MenuBarKeys(BMenuBar& bar) : fBar(bar) {}
+
+    // KeyMenus
+    bool InvokeShortcut(const BMessage& key) override;
+    bool OpenByKey() override;
+    void Close() override;
+    BMenuBar* Bar() override { return &fBar; }
+    const BView& View() const override;
+
+private:
+    BMenuBar& fBar;
 };
 
 } // namespace kits

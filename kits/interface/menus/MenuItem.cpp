@@ -1,6 +1,6 @@
 #include <MenuItem.h>
 
-#include "interface/graphics/Look.h"
+#include "interface/views/Look.h"
 #include "interface/views/Shortcut.h"
 
 #include <Font.h>

@@ -1,8 +1,8 @@
 #include "MenuSession.h"
 
-#include "interface/views/Access.h"
 #include "MenuPlacement.h"
 #include "PopUpHost.h"
+#include "interface/views/Access.h"
 
 #include "server/InputMessages.h"
 

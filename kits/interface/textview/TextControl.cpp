@@ -1,11 +1,12 @@
 #include <TextControl.h>
 
-#include "interface/graphics/Look.h"
 #include "TextControlField.h"
 #include "TextViewState.h"
+#include "interface/views/Look.h"
 
 #include <InterfaceDefs.h>
 #include <Message.h>
+#include <ViewDescription.h>
 #include <Window.h>
 
 #include <algorithm>
@@ -58,6 +59,13 @@ void FieldTextView::MakeFocus(bool focus)
     } else {
         fControl.FieldLostFocus();
     }
+}
+
+void FieldTextView::Describe(BViewDescription* description) const
+{
+    BTextView::Describe(description);
+    const bool hasLabel = fControl.Label()[0] != '\0' || fControl.Name() == nullptr;
+    description->name = hasLabel ? fControl.Label() : fControl.Name();
 }
 
 } // namespace kits
@@ -315,4 +323,10 @@ void BTextControl::Draw(BRect)
     SetHighColor(IsEnabled() ? kits::look::kText : kits::look::kDisabledText);
     SetLowColor(ViewColor());
     DrawString(label.String(), BPoint(left, std::floor(spare / 2) + font.ascent));
+}
+
+// The field inside says the rest.
+void BTextControl::Describe(BViewDescription* description) const
+{
+    description->name = Label();
 }

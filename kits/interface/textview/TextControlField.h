@@ -13,6 +13,7 @@ public:
     FieldTextView(BTextControl& control, BRect frame, uint32 flags);
 
     // BTextView
+    void Describe(BViewDescription* description) const override;
     void KeyDown(const char* bytes, int32 byteCount) override;
     void MakeFocus(bool focus = true) override;
 

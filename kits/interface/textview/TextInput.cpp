@@ -1,11 +1,11 @@
-#include "interface/text/TextDecoding.h"
 #include "TextViewState.h"
+#include "interface/text/TextDecoding.h"
 
 #include "app/HandlerAccess.h"
 #include "server/InputMessages.h"
-#include "server/Published.h"
 
 #include <Message.h>
+#include <ViewDescription.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -26,15 +26,11 @@ int32 Within(int64 offset)
 
 } // namespace
 
-void TextViewState::GetInputMethod(InputMethodState* state) const
+void TextViewState::DescribeInput(BInputDescription* description) const
 {
-    state->isTextField = isEditable;
-    state->view = HandlerAccess::Token(&view);
-    state->resets = inputResets;
-    double x = 0;
-    double y = 0;
-    ViewAccess::GetOrigin(view, &x, &y);
-    state->caret = CaretRect().OffsetByCopy(static_cast<float>(x), static_cast<float>(y));
+    description->isTextField = isEditable;
+    description->resets = inputResets;
+    description->caret = CaretRect();
     const int32 line = text.LineOf(caret);
     const int32 from = std::max(text.LineStart(line), text.Clamp(caret - kSurrounding));
     const int32 to = std::min(text.LineEnd(line), text.Clamp(caret + kSurrounding));
@@ -42,9 +38,9 @@ void TextViewState::GetInputMethod(InputMethodState* state) const
         return DecodedText(text.Part(start, end), text.IsSingleLine()).Text().toStdString();
     };
     const int32 other = std::clamp(anchor, from, to);
-    state->surroundingText = shown(from, to);
-    state->caretOffset = static_cast<int32>(shown(from, caret).size());
-    state->anchorOffset = static_cast<int32>(shown(from, other).size());
+    description->surroundingText = shown(from, to);
+    description->caretOffset = static_cast<int32>(shown(from, caret).size());
+    description->anchorOffset = static_cast<int32>(shown(from, other).size());
 }
 
 // Selects units of UTF-16 of the caret's line, as an input method counts them.

@@ -1,5 +1,5 @@
-#include "interface/graphics/Look.h"
 #include "TextViewState.h"
+#include "interface/views/Look.h"
 #include "interface/views/ViewPainter.h"
 
 #include "server/ScreenInfo.h"

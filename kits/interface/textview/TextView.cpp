@@ -1,14 +1,23 @@
 #include <TextView.h>
 
 #include "TextViewState.h"
+#include "interface/text/TextDecoding.h"
 
 #include <AppDefs.h>
 #include <Clipboard.h>
 #include <Message.h>
+#include <ViewDescription.h>
 #include <Window.h>
 
 #include <algorithm>
 #include <cmath>
+
+namespace {
+
+// How much of a text is told; it is told anew at each frame while somebody listens.
+constexpr int32 kMostToldBytes = 4096;
+
+} // namespace
 
 using kits::TextAction;
 using kits::TextViewState;
@@ -18,14 +27,6 @@ namespace kits {
 TextViewState::TextViewState(BTextView& owner, BRect textRect) : view(owner)
 {
     geometry.SetRect(textRect);
-}
-
-const EditingView* EditingOf(const BHandler* handler)
-{
-    if (const auto* view = dynamic_cast<const BTextView*>(handler)) {
-        return &TextViewAccess::State(*view);
-    }
-    return dynamic_cast<const EditingView*>(handler);
 }
 
 } // namespace kits
@@ -341,4 +342,27 @@ void BTextView::SetSingleLine(bool isSingle)
 bool BTextView::IsSingleLine() const
 {
     return fText->text.IsSingleLine();
+}
+
+void BTextView::Describe(BViewDescription* description) const
+{
+    description->role = BViewDescription::Role::kTextField;
+    const kits::TextBuffer& text = fText->text;
+    const int32 end = text.Clamp(std::min(text.Length(), kMostToldBytes));
+    description->value =
+        kits::DecodedText(text.Part(0, end), text.IsSingleLine()).Text().toStdString();
+    if (!IsEditable()) {
+        description->states |= BViewDescription::kDisabled;
+    }
+}
+
+bool BTextView::DescribeInput(BInputDescription* description) const
+{
+    fText->DescribeInput(description);
+    return true;
+}
+
+bool BTextView::WantsKey(const BMessage& key) const
+{
+    return fText->WantsKey(key);
 }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "interface/views/Access.h"
 #include "interface/text/TextBuffer.h"
 #include "interface/text/TextGeometry.h"
 #include "interface/text/TextMovement.h"
 #include "interface/text/TextUndo.h"
+#include "interface/views/Access.h"
 #include "interface/views/Ticker.h"
 
 #include <GraphicsDefs.h>
@@ -27,16 +27,12 @@ constexpr uint32 kRowsCorrected = '_TXR';
 ///
 /// The selection reaches from where it began to the caret, which may be before it. Thread: the
 /// view's.
-struct TextViewState : EditingView
+struct TextViewState
 {
     enum class Reach : uint8 { kCaret, kSelection }; // what a movement moves
     enum class Grain : uint8 { kCharacter, kWord, kLine };
 
     TextViewState(BTextView& owner, BRect textRect);
-
-    // EditingView
-    bool WantsKey(const BMessage& key) const override;
-    void GetInputMethod(InputMethodState* state) const override;
 
     // Editing (TextEditing.cpp)
 
@@ -79,6 +75,8 @@ struct TextViewState : EditingView
 
     // Keys (TextKeys.cpp)
 
+    /// Whether the key works here rather than as a shortcut.
+    bool WantsKey(const BMessage& key) const;
     /// Whether the key worked something here.
     bool Key(const char* bytes, int32 count);
 
@@ -94,6 +92,7 @@ struct TextViewState : EditingView
 
     // Input methods (TextInput.cpp)
 
+    void DescribeInput(BInputDescription* description) const;
     void TakeInput(const BMessage& message);
     void SelectAround(int32 fromUnit, int32 units);
     /// Makes what is previewed part of the text; the input method begins anew.

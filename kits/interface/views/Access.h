@@ -5,8 +5,6 @@
 
 namespace kits {
 
-struct InputMethodState;
-
 /// What other parts of the kit need of views beyond their public face. Thread: as the view's.
 class ViewAccess
 {
@@ -20,7 +18,7 @@ public:
     static void SetFrame(BView& view, BRect frame) { view.SetFrame(frame); }
     static void AttachRoot(BView& root, ViewHost* host) { root.AttachTree(host); }
     static void DetachRoot(BView& root) { root.DetachTree(); }
-    static void SetScrollBar(BView& view, orientation direction, BScrollBar* bar);
+    static void SetScrollBar(BView& view, orientation direction, ScrollFollower* bar);
     /// Scrolls as ScrollTo() does, exact beyond what a BPoint can say.
     static void ScrollTo(BView& view, double x, double y) { view.ScrollToExact(x, y); }
     static double ScrollX(const BView& view) { return view.fScrollX; }
@@ -43,21 +41,5 @@ public:
     /// Names the window in the server's messages ("window"); 0 for one that is gone. Any thread.
     static int32 TokenOf(const BWindow* window);
 };
-
-/// A view that edits text, and so has first use of some keys that menus would take.
-class EditingView
-{
-public:
-    virtual ~EditingView() = default;
-    /// Whether the key works in the view rather than as a shortcut, for the default button or for
-    /// moving the focus.
-    virtual bool WantsKey(const BMessage& key) const = 0;
-    /// Tells input methods where the caret is, in window units, and what stands around it. Asked
-    /// after each frame while the view has the focus.
-    virtual void GetInputMethod(InputMethodState* state) const = 0;
-};
-
-/// How a handler edits text; null for one that is no text view. Ownership: lends, while it lives.
-const EditingView* EditingOf(const BHandler* handler);
 
 } // namespace kits

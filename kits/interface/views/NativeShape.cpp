@@ -4,7 +4,7 @@
 #include "WindowState.h"
 
 #include "app/LooperCore.h"
-#include "support/Mutex.h"
+#include "kernel/Mutex.h"
 
 #include <View.h>
 

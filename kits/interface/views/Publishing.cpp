@@ -1,26 +1,18 @@
 #include "Publishing.h"
 
 #include "Access.h"
-#include "interface/text/TextDecoding.h"
-#include "interface/textview/TextViewState.h"
 #include "ViewState.h"
 #include "WindowState.h"
 
 #include "app/HandlerAccess.h"
 #include "server/Published.h"
 
-#include <Button.h>
-#include <ListView.h>
-#include <MenuBar.h>
-#include <MenuItem.h>
-#include <ScrollBar.h>
-#include <StatusBar.h>
-#include <StringView.h>
-#include <TextControl.h>
+#include <ViewDescription.h>
 #include <Window.h>
 
-#include <algorithm>
 #include <string>
+#include <unordered_map>
+#include <utility>
 
 namespace kits {
 
@@ -33,8 +25,24 @@ using NodePointer = std::shared_ptr<AccessibleNode>;
 // seen, above those of views.
 constexpr int32 kFirstThingId = 1 << 24;
 
-// How much of a text is told; it is told anew at each frame while somebody listens.
-constexpr int32 kMostFieldBytes = 4096;
+BRect InWindow(const BView& view, BRect rect)
+{
+    double x = 0;
+    double y = 0;
+    ViewAccess::GetOrigin(view, &x, &y);
+    return rect.OffsetByCopy(static_cast<float>(x), static_cast<float>(y));
+}
+
+// Whether the view takes text from input methods; fills in what they are to know.
+bool DescribeInput(const BView* view, InputMethodState* state)
+{
+    if (view == nullptr || !view->DescribeInput(state)) {
+        return false;
+    }
+    state->view = HandlerAccess::Token(view);
+    state->caret = InWindow(*view, state->caret);
+    return true;
+}
 
 class Describer
 {
@@ -69,14 +77,6 @@ private:
         return id;
     }
 
-    static BRect InWindow(const BView& view, BRect rect)
-    {
-        double x = 0;
-        double y = 0;
-        ViewAccess::GetOrigin(view, &x, &y);
-        return rect.OffsetByCopy(static_cast<float>(x), static_cast<float>(y));
-    }
-
     void AddChildren(AccessibleNode& node, const BView& view)
     {
         for (BView* child : ViewAccess::Children(view)) {
@@ -86,115 +86,27 @@ private:
         }
     }
 
-    NodePointer Describe(BView& view)
+    NodePointer Describe(const BView& view)
     {
+        BViewDescription said;
+        said.name = view.Name() != nullptr ? view.Name() : "";
+        said.states = (view.Flags() & B_NAVIGABLE) != 0 ? uint32{BViewDescription::kFocusable} : 0;
+        said.states |= view.IsFocus() ? uint32{BViewDescription::kFocused} : 0;
+        view.Describe(&said);
         NodePointer node =
-            Make(HandlerAccess::Token(&view), Role::kPane, InWindow(view, view.Bounds()));
-        node->name = view.Name() != nullptr ? view.Name() : "";
-        if ((view.Flags() & B_NAVIGABLE) != 0) {
-            node->states |= AccessibleNode::kFocusable;
-        }
-        if (view.IsFocus()) {
-            node->states |= AccessibleNode::kFocused;
-        }
-        if (auto* textControl = dynamic_cast<BTextControl*>(&view)) {
-            node->name = textControl->Label(); // its field is the child
-        } else if (auto* control = dynamic_cast<BControl*>(&view)) {
-            DescribeControl(*node, *control);
-        } else if (auto* field = dynamic_cast<BTextView*>(&view)) {
-            DescribeField(*node, *field);
-        } else if (auto* text = dynamic_cast<BStringView*>(&view)) {
-            node->role = Role::kStaticText;
-            node->name = text->Text() != nullptr ? text->Text() : "";
-        } else if (auto* list = dynamic_cast<BListView*>(&view)) {
-            DescribeList(*node, *list);
-        } else if (auto* bar = dynamic_cast<BStatusBar*>(&view)) {
-            DescribeProgress(*node, *bar);
-        } else if (auto* menuBar = dynamic_cast<BMenuBar*>(&view)) {
-            DescribeMenuBar(*node, *menuBar);
-        } else if (dynamic_cast<BScrollBar*>(&view) != nullptr) {
-            node->role = Role::kScrollBar;
+            Make(HandlerAccess::Token(&view), said.role, InWindow(view, view.Bounds()));
+        node->states = said.states;
+        node->name = std::move(said.name);
+        node->value = std::move(said.value);
+        node->rowCount = said.rowCount;
+        for (BViewDescription::Part& part : said.parts) {
+            NodePointer thing = Make(IdOf(part.thing), part.role, InWindow(view, part.frame));
+            thing->states = part.states;
+            thing->name = std::move(part.name);
+            node->children.push_back(std::move(thing));
         }
         AddChildren(*node, view);
         return node;
-    }
-
-    void DescribeControl(AccessibleNode& node, const BControl& control)
-    {
-        const auto* button = dynamic_cast<const BButton*>(&control);
-        node.role = button != nullptr ? Role::kButton : Role::kCheckBox;
-        node.name = control.Label();
-        if (!control.IsEnabled()) {
-            node.states |= AccessibleNode::kDisabled;
-        }
-        if (button != nullptr && button->IsDefault()) {
-            node.states |= AccessibleNode::kDefault;
-        }
-        if (button == nullptr && control.Value() != B_CONTROL_OFF) {
-            node.states |= AccessibleNode::kMarked;
-        }
-    }
-
-    static void DescribeField(AccessibleNode& node, const BTextView& field)
-    {
-        node.role = Role::kTextField;
-        const auto* control = dynamic_cast<const BTextControl*>(field.Parent());
-        if (control != nullptr) {
-            node.name = control->Label()[0] != '\0' || control->Name() == nullptr ? control->Label()
-                                                                                  : control->Name();
-        }
-        const TextBuffer& text = TextViewAccess::State(field).text;
-        const int32 end = text.Clamp(std::min(text.Length(), kMostFieldBytes));
-        node.value = DecodedText(text.Part(0, end), text.IsSingleLine()).Text().toStdString();
-        if (!field.IsEditable()) {
-            node.states |= AccessibleNode::kDisabled;
-        }
-    }
-
-    // Only the rows that are seen, whatever the list's length.
-    void DescribeList(AccessibleNode& node, BListView& list)
-    {
-        node.role = Role::kList;
-        node.rowCount = list.CountItems();
-        const BRect seen = list.Bounds();
-        const int32 first = list.IndexOf(BPoint(seen.left, seen.top));
-        for (int32 row = first; row >= 0 && row < node.rowCount; ++row) {
-            const BRect frame = list.ItemFrame(row);
-            if (frame.top > seen.bottom) {
-                break;
-            }
-            const BListItem* item = list.ItemAt(row);
-            NodePointer line = Make(IdOf(item), Role::kListItem, InWindow(list, frame & seen));
-            line->name = item->SpokenText();
-            line->states = item->IsSelected() ? uint32{AccessibleNode::kSelected} : 0;
-            line->states |= item->IsEnabled() ? 0 : uint32{AccessibleNode::kDisabled};
-            const bool isCurrent = list.IsFocus() && row == list.CurrentSelection();
-            if (isCurrent) {
-                line->states |= AccessibleNode::kFocused;
-            }
-            node.children.push_back(line);
-        }
-    }
-
-    void DescribeProgress(AccessibleNode& node, const BStatusBar& bar)
-    {
-        node.role = Role::kProgressBar;
-        node.name = bar.Text() != nullptr && bar.Text()[0] != '\0' ? bar.Text() : node.name;
-        const float whole = bar.MaxValue();
-        const float share = whole > 0 ? bar.CurrentValue() / whole * 100 : 0;
-        node.value = std::to_string(static_cast<int32>(share)) + " %";
-    }
-
-    void DescribeMenuBar(AccessibleNode& node, const BMenuBar& bar)
-    {
-        node.role = Role::kMenuBar;
-        for (int32 i = 0; i < bar.CountItems(); ++i) {
-            const BMenuItem* item = bar.ItemAt(i);
-            NodePointer title = Make(IdOf(item), Role::kMenuItem, InWindow(bar, item->Frame()));
-            title->name = item->Label() != nullptr ? item->Label() : "";
-            title->states = item->IsEnabled() ? 0 : uint32{AccessibleNode::kDisabled};
-            node.children.push_back(title);
-        }
     }
 
     BWindow& fWindow;
@@ -216,19 +128,16 @@ void PublishIfChanged(BWindow& window, WindowState& state)
         return;
     }
     const bool isListened = WindowServer::Get().IsAccessibilityActive();
-    const EditingView* editing = EditingOf(state.focus);
-    const bool isNews = isListened || editing != nullptr || state.isTextPublished ||
-                        (state.publishedFocus != state.focus);
+    auto published = std::make_shared<Published>();
+    const bool isEditing = DescribeInput(state.focus, &published->inputMethod);
+    const bool isNews =
+        isListened || isEditing || state.isTextPublished || (state.publishedFocus != state.focus);
     state.publishedFrame = frame;
     state.publishedFocus = state.focus;
     if (!isNews) {
         return;
     }
-    auto published = std::make_shared<Published>();
-    if (editing != nullptr) {
-        editing->GetInputMethod(&published->inputMethod);
-    }
-    state.isTextPublished = editing != nullptr;
+    state.isTextPublished = isEditing;
     if (isListened) {
         published->root = DescribeWindow(window);
     }

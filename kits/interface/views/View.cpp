@@ -1,17 +1,17 @@
 #include <View.h>
 
 #include "Access.h"
-#include "interface/graphics/RegionAccess.h"
+#include "ScrollFollower.h"
 #include "ViewHost.h"
 #include "ViewState.h"
 #include "WindowState.h"
 #include "WindowViews.h"
+#include "interface/graphics/RegionAccess.h"
 
 #include "app/Guards.h"
 
 #include <AppDefs.h>
 #include <Message.h>
-#include <ScrollBar.h>
 #include <Window.h>
 
 #include <algorithm>
@@ -38,9 +38,9 @@ BView::BView(BRect frame, const char* name, uint32 resizingMode, uint32 flags)
 BView::~BView()
 {
     RemoveSelf();
-    for (BScrollBar* bar : {fHorizontalBar, fVerticalBar}) {
+    for (kits::ScrollFollower* bar : {fHorizontalBar, fVerticalBar}) {
         if (bar != nullptr) {
-            bar->fTarget = nullptr;
+            bar->TargetGone();
         }
     }
     while (!fChildren.empty()) {
@@ -79,9 +79,9 @@ void BView::MessageReceived(BMessage* message)
     message->FindFloat("be:wheel_delta_x", &across);
     float down = 0;
     message->FindFloat("be:wheel_delta_y", &down);
-    BScrollBar* bar = down == 0 && across != 0 ? fHorizontalBar : fVerticalBar;
+    kits::ScrollFollower* bar = down == 0 && across != 0 ? fHorizontalBar : fVerticalBar;
     if (bar != nullptr) {
-        bar->MessageReceived(message);
+        bar->WheelTurned(message);
     } else {
         BHandler::MessageReceived(message);
     }
@@ -108,6 +108,18 @@ void BView::FrameMoved(BPoint /*newPosition*/) {}
 void BView::FrameResized(float /*newWidth*/, float /*newHeight*/) {}
 
 void BView::TargetedByScrollView(BScrollView* /*scrollView*/) {}
+
+void BView::Describe(BViewDescription* /*description*/) const {}
+
+bool BView::DescribeInput(BInputDescription* /*description*/) const
+{
+    return false;
+}
+
+bool BView::WantsKey(const BMessage& /*key*/) const
+{
+    return false;
+}
 
 // The tree
 
@@ -415,7 +427,7 @@ void ViewAccess::GetOrigin(const BView& view, double* x, double* y)
     }
 }
 
-void ViewAccess::SetScrollBar(BView& view, orientation direction, BScrollBar* bar)
+void ViewAccess::SetScrollBar(BView& view, orientation direction, ScrollFollower* bar)
 {
     (direction == B_VERTICAL ? view.fVerticalBar : view.fHorizontalBar) = bar;
 }

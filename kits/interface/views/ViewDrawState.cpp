@@ -1,10 +1,10 @@
 #include <ViewDrawing.h>
 
 #include "Access.h"
-#include "interface/graphics/FontAccess.h"
-#include "interface/graphics/RegionAccess.h"
 #include "ViewHost.h"
 #include "ViewState.h"
+#include "interface/graphics/FontAccess.h"
+#include "interface/graphics/RegionAccess.h"
 
 #include <Region.h>
 

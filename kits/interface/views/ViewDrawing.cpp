@@ -1,11 +1,11 @@
 #include <ViewDrawing.h>
 
 #include "Access.h"
+#include "ViewPainter.h"
+#include "ViewState.h"
 #include "interface/graphics/BitmapAccess.h"
 #include "interface/graphics/FontAccess.h"
 #include "interface/graphics/RegionAccess.h"
-#include "ViewPainter.h"
-#include "ViewState.h"
 
 #include <Bitmap.h>
 #include <Region.h>

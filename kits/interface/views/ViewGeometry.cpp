@@ -1,13 +1,13 @@
 #include <View.h>
 
 #include "Access.h"
-#include "interface/graphics/RegionAccess.h"
+#include "ScrollFollower.h"
 #include "ViewHost.h"
 #include "ViewState.h"
 #include "WindowState.h"
 #include "WindowViews.h"
+#include "interface/graphics/RegionAccess.h"
 
-#include <ScrollBar.h>
 #include <Window.h>
 
 #include <cmath>
@@ -274,16 +274,17 @@ void BView::ScrollToExact(double x, double y)
         }
     }
     if (fHorizontalBar != nullptr && dx != 0) {
-        fHorizontalBar->SetValue(static_cast<float>(x));
+        fHorizontalBar->TargetScrolled(x);
     }
     if (fVerticalBar != nullptr && dy != 0) {
-        fVerticalBar->SetValue(static_cast<float>(y));
+        fVerticalBar->TargetScrolled(y);
     }
 }
 
 BScrollBar* BView::ScrollBar(orientation direction) const
 {
-    return direction == B_VERTICAL ? fVerticalBar : fHorizontalBar;
+    kits::ScrollFollower* bar = direction == B_VERTICAL ? fVerticalBar : fHorizontalBar;
+    return bar != nullptr ? bar->Bar() : nullptr;
 }
 
 void BView::CopyBits(BRect source, BRect destination)

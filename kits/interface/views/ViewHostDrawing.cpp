@@ -1,9 +1,9 @@
 #include "ViewHost.h"
 
 #include "Access.h"
-#include "interface/graphics/RegionAccess.h"
 #include "ViewState.h"
 #include "WindowState.h"
+#include "interface/graphics/RegionAccess.h"
 
 #include <algorithm>
 #include <vector>

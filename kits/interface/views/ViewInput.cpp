@@ -9,9 +9,7 @@
 #include "server/WindowServer.h"
 
 #include <AppDefs.h>
-#include <Button.h>
 #include <InterfaceDefs.h>
-#include <MenuBar.h>
 #include <Message.h>
 #include <Window.h>
 
@@ -150,11 +148,11 @@ void ViewLeft(BWindow& window, const BView& view)
     std::replace(state.delivering.begin(), state.delivering.end(), const_cast<BView*>(&view),
                  static_cast<BView*>(nullptr));
     Forget(state.listening, &view);
-    if (static_cast<const BView*>(state.defaultButton) == &view) {
+    if (state.defaultButton == &view) {
         state.defaultButton = nullptr;
     }
-    if (static_cast<const BView*>(state.keyMenuBar) == &view) {
-        state.keyMenuBar = nullptr;
+    if (state.keyMenus != nullptr && &state.keyMenus->View() == &view) {
+        state.keyMenus = nullptr;
     }
     CountPulse(state, view, false);
 }

@@ -1,10 +1,10 @@
 #include "ViewPainter.h"
 
 #include "Access.h"
-#include "interface/graphics/FontAccess.h"
 #include "ViewHost.h"
 #include "ViewState.h"
 #include "WindowState.h"
+#include "interface/graphics/FontAccess.h"
 
 #include <algorithm>
 #include <cmath>

@@ -11,8 +11,6 @@
 #include <AppDefs.h>
 #include <Application.h>
 #include <Autolock.h>
-#include <Button.h>
-#include <MenuBar.h>
 #include <Message.h>
 #include <View.h>
 

@@ -1,7 +1,6 @@
 #include <Window.h>
 
 #include "Access.h"
-#include "interface/menus/MenuBarAccess.h"
 #include "NativeShape.h"
 #include "WindowKeys.h"
 #include "WindowMouse.h"
@@ -167,7 +166,7 @@ void BWindow::DispatchMessage(BMessage* message, BHandler* target)
         kits::KeyUp(message, target);
         break;
     case B_MODIFIERS_CHANGED:
-        kits::ModifiersChanged(*this, *fState, message, target);
+        kits::ModifiersChanged(*fState, message, target);
         break;
     case B_MOUSE_DOWN:
         fState->isMenuKeyArmed = false;

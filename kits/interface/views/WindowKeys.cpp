@@ -1,14 +1,13 @@
 #include "WindowKeys.h"
 
 #include "Access.h"
-#include "interface/menus/MenuBarAccess.h"
 #include "WindowState.h"
 
 #include <AppDefs.h>
-#include <Button.h>
 #include <InterfaceDefs.h>
 #include <Message.h>
 #include <View.h>
+#include <ViewDescription.h>
 #include <Window.h>
 
 #include <algorithm>
@@ -72,15 +71,33 @@ bool InvokeShortcut(const WindowState& state, const BMessage& message)
     return true;
 }
 
-BButton* FindCancelButton(BView& view)
+BViewDescription SelfOf(const BView& view)
 {
-    auto* button = dynamic_cast<BButton*>(&view);
-    if (button != nullptr && button->IsEnabled() && !button->IsHidden(nullptr) &&
-        std::strcmp(button->Label(), "Cancel") == 0) {
-        return button;
+    BViewDescription self;
+    self.wantsParts = false;
+    view.Describe(&self);
+    return self;
+}
+
+bool IsButton(const BView* view)
+{
+    return view != nullptr && SelfOf(*view).role == BViewDescription::Role::kButton;
+}
+
+bool IsDisabled(const BViewDescription& view)
+{
+    return (view.states & BViewDescription::kDisabled) != 0;
+}
+
+BView* FindCancelButton(BView& view)
+{
+    const BViewDescription self = SelfOf(view);
+    if (self.role == BViewDescription::Role::kButton && !IsDisabled(self) &&
+        !view.IsHidden(nullptr) && self.name == "Cancel") {
+        return &view;
     }
     for (BView* child : ViewAccess::Children(view)) {
-        if (BButton* found = FindCancelButton(*child)) {
+        if (BView* found = FindCancelButton(*child)) {
             return found;
         }
     }
@@ -93,8 +110,8 @@ bool PressButton(BWindow& window, WindowState& state, const char* bytes, uint32 
     if ((modifiers & (B_COMMAND_KEY | B_OPTION_KEY)) != 0) {
         return false;
     }
-    BButton* button = nullptr;
-    if (IsByte(bytes, B_ENTER) && dynamic_cast<BButton*>(state.focus) == nullptr) {
+    BView* button = nullptr;
+    if (IsByte(bytes, B_ENTER) && !IsButton(state.focus)) {
         button = state.defaultButton;
     } else if (IsByte(bytes, B_ESCAPE)) {
         button = FindCancelButton(*state.host->Root());
@@ -102,7 +119,7 @@ bool PressButton(BWindow& window, WindowState& state, const char* bytes, uint32 
     if (button == nullptr || button->IsHidden()) {
         return false;
     }
-    if (window.TakesAnswers() && button->IsEnabled()) {
+    if (window.TakesAnswers() && !IsDisabled(SelfOf(*button))) {
         const char enter[] = {B_ENTER, '\0'};
         button->KeyDown(enter, 1);
     }
@@ -114,6 +131,11 @@ bool OpensMenus(const BMessage& message, const char* bytes)
     const uint32 modifiers = ModifiersOf(message) & kShortcutModifiers;
     return IsByte(bytes, B_FUNCTION_KEY) && message.GetInt32("key", 0) == B_F10_KEY &&
            modifiers == 0 && !message.HasInt32("be:key_repeat");
+}
+
+bool OpenMenus(const WindowState& state)
+{
+    return state.keyMenus != nullptr && state.keyMenus->OpenByKey();
 }
 
 void CollectNavigable(BView& view, std::vector<BView*>& found)
@@ -153,13 +175,13 @@ void KeyDown(BWindow& window, WindowState& state, BMessage* message, BHandler* t
     state.isMenuKeyArmed = false;
     const char* bytes = BytesOf(*message);
     auto* view = dynamic_cast<BView*>(target);
-    const EditingView* editing = EditingOf(target);
-    const bool isWanted = editing != nullptr && editing->WantsKey(*message);
+    const bool isWanted = view != nullptr && view->WantsKey(*message);
     if (!isWanted) {
-        if (InvokeShortcut(state, *message) || MenuBarAccess::InvokeShortcut(&window, message)) {
+        if (InvokeShortcut(state, *message) ||
+            (state.keyMenus != nullptr && state.keyMenus->InvokeShortcut(*message))) {
             return;
         }
-        if (OpensMenus(*message, bytes) && MenuBarAccess::OpenByKey(&window)) {
+        if (OpensMenus(*message, bytes) && OpenMenus(state)) {
             return;
         }
         if (PressButton(window, state, bytes, ModifiersOf(*message))) {
@@ -186,14 +208,14 @@ void KeyUp(BMessage* message, BHandler* target)
 }
 
 // Alt pressed and released with nothing in between opens the menus.
-void ModifiersChanged(BWindow& window, WindowState& state, BMessage* message, BHandler* target)
+void ModifiersChanged(WindowState& state, BMessage* message, BHandler* target)
 {
     constexpr uint32 kHeld = B_SHIFT_KEY | B_COMMAND_KEY | B_CONTROL_KEY | B_OPTION_KEY;
     const uint32 now = ModifiersOf(*message) & kHeld;
     const uint32 before = static_cast<uint32>(message->GetInt32("be:old_modifiers", 0)) & kHeld;
     if (now == 0 && before == B_OPTION_KEY && state.isMenuKeyArmed) {
         state.isMenuKeyArmed = false;
-        if (MenuBarAccess::OpenByKey(&window)) {
+        if (OpenMenus(state)) {
             return;
         }
     }
@@ -205,34 +227,9 @@ void ModifiersChanged(BWindow& window, WindowState& state, BMessage* message, BH
 
 // The window's side
 
-void BWindow::SetDefaultButton(BButton* button)
-{
-    BButton* old = fState->defaultButton;
-    if (old == button) {
-        return;
-    }
-    fState->defaultButton = button;
-    if (old != nullptr) {
-        old->MakeDefault(false);
-    }
-    if (button != nullptr) {
-        button->MakeDefault(true);
-    }
-}
-
-BButton* BWindow::DefaultButton() const
-{
-    return fState->defaultButton;
-}
-
 BMenuBar* BWindow::KeyMenuBar() const
 {
-    return fState->keyMenuBar;
-}
-
-void BWindow::SetKeyMenuBar(BMenuBar* menuBar)
-{
-    fState->keyMenuBar = menuBar;
+    return fState->keyMenus != nullptr ? fState->keyMenus->Bar() : nullptr;
 }
 
 void BWindow::AddShortcut(uint32 key, uint32 modifiers, BMessage* message)

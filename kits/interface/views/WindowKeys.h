@@ -13,7 +13,7 @@ struct WindowState;
 
 void KeyDown(BWindow& window, WindowState& state, BMessage* message, BHandler* target);
 void KeyUp(BMessage* message, BHandler* target);
-void ModifiersChanged(BWindow& window, WindowState& state, BMessage* message, BHandler* target);
+void ModifiersChanged(WindowState& state, BMessage* message, BHandler* target);
 /// Moves the focus to the next or previous view of the Tab order, round; false without any.
 bool MoveFocus(WindowState& state, bool isForward);
 

@@ -1,7 +1,6 @@
 #include <Window.h>
 
 #include "Access.h"
-#include "interface/menus/MenuBarAccess.h"
 #include "NativeShape.h"
 #include "WindowState.h"
 
@@ -55,7 +54,9 @@ void BWindow::Hide()
 {
     BAutolock lock(this);
     if (lock.IsLocked() && ++fState->hideLevel == 1) {
-        kits::MenuBarAccess::CloseMenus(this);
+        if (fState->keyMenus != nullptr) {
+            fState->keyMenus->Close();
+        }
         kits::HideNative(*fState);
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "KeyMenus.h"
 #include "ViewHost.h"
 
 #include <Message.h>
@@ -51,8 +52,8 @@ struct WindowState
     std::vector<ViewHost*> popUps; // borrowed; open menus
 
     BView* focus = nullptr;
-    BButton* defaultButton = nullptr;
-    BMenuBar* keyMenuBar = nullptr;
+    BView* defaultButton = nullptr; // a BButton
+    KeyMenus* keyMenus = nullptr;   // borrowed; of the key menu bar
     std::vector<WindowShortcut> shortcuts;
     InputInterceptor* interceptor = nullptr;
     bool isMenuKeyArmed = false; // Alt is down and nothing else has happened since

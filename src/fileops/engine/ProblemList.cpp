@@ -1,6 +1,5 @@
 #include "fileops/engine/ProblemList.h"
 
-#include <Alert.h>
 #include <Errors.h>
 
 namespace norvane {
@@ -51,16 +50,6 @@ std::string ProblemList::Text() const
         text += "\n\tand " + std::to_string(more) + " more";
     }
     return text;
-}
-
-void ProblemList::Show() const
-{
-    if (IsEmpty()) {
-        return;
-    }
-    BAlert* alert =
-        new BAlert("Err", Text().c_str(), "OK", nullptr, nullptr, B_WIDTH_AS_USUAL, B_INFO_ALERT);
-    alert->Go();
 }
 
 const char* ReasonFor(status_t status)

@@ -64,10 +64,12 @@ TEST_F(AccessibleTreeTest, HasItsTitleBeforeItSaysAnything)
 TEST_F(AccessibleTreeTest, AnswersFromWhatWasPublished)
 {
     ShowA();
-    Publish({Node(7, AccessibleNode::Role::kButton, "OK",
-                  AccessibleNode::kFocusable | AccessibleNode::kFocused | AccessibleNode::kDefault),
-             Node(8, AccessibleNode::Role::kTable, "Files", 0,
-                  {Node(9, AccessibleNode::Role::kRow, "a.txt", AccessibleNode::kSelected)})});
+    Publish(
+        {Node(7, AccessibleNode::Role::kButton, "OK",
+              AccessibleNode::State::kFocusable | AccessibleNode::State::kFocused |
+                  AccessibleNode::State::kDefault),
+         Node(8, AccessibleNode::Role::kTable, "Files", 0,
+              {Node(9, AccessibleNode::Role::kRow, "a.txt", AccessibleNode::State::kSelected)})});
 
     WithRoot([](QAccessibleInterface& root) {
         ASSERT_EQ(root.childCount(), 2);

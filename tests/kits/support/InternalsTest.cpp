@@ -1,5 +1,5 @@
 #include "support/ErrnoTable.h"
-#include "support/Mutex.h"
+#include "kernel/Mutex.h"
 #include "support/Result.h"
 #include "support/ScopeGuard.h"
 #include "support/SmallBuffer.h"

@@ -55,8 +55,9 @@ TEST_F(DescriptionTest, NamesTheWindowAndItsControls)
     ASSERT_EQ(root->children.size(), 2u);
     EXPECT_EQ(root->children[0]->role, Role::kButton);
     EXPECT_EQ(root->children[0]->name, "Continue");
-    EXPECT_EQ(root->children[0]->states & (AccessibleNode::kDefault | AccessibleNode::kDisabled),
-              AccessibleNode::kDefault | AccessibleNode::kDisabled);
+    EXPECT_EQ(root->children[0]->states &
+                  (AccessibleNode::State::kDefault | AccessibleNode::State::kDisabled),
+              AccessibleNode::State::kDefault | AccessibleNode::State::kDisabled);
     EXPECT_EQ(root->children[1]->role, Role::kStaticText);
     EXPECT_EQ(root->children[1]->name, "Are you sure?");
 }
@@ -78,10 +79,10 @@ TEST_F(DescriptionTest, FieldsTellTheirLabelAndText)
     EXPECT_EQ(field.role, Role::kTextField);
     EXPECT_EQ(field.name, "Host:");
     EXPECT_EQ(field.value, "caf\xef\xbf\xbd");
-    EXPECT_NE(field.states & AccessibleNode::kFocusable, 0u);
+    EXPECT_NE(field.states & AccessibleNode::State::kFocusable, 0u);
     EXPECT_EQ(root->children[1]->role, Role::kTextField);
     EXPECT_EQ(root->children[1]->name, "log");
-    EXPECT_NE(root->children[1]->states & AccessibleNode::kDisabled, 0u);
+    EXPECT_NE(root->children[1]->states & AccessibleNode::State::kDisabled, 0u);
 }
 
 TEST_F(DescriptionTest, ListsTellTheirVisibleRowsOnly)
@@ -97,7 +98,8 @@ TEST_F(DescriptionTest, ListsTellTheirVisibleRowsOnly)
     ASSERT_GE(node->children.size(), 2u);
     EXPECT_LE(node->children.size(), 10u);
     EXPECT_EQ(node->children[1]->name, "row 1");
-    EXPECT_EQ(node->children[1]->states, AccessibleNode::kSelected | AccessibleNode::kFocused);
+    EXPECT_EQ(node->children[1]->states,
+              AccessibleNode::State::kSelected | AccessibleNode::State::kFocused);
     EXPECT_EQ(node->children[0]->states, 0u);
     EXPECT_EQ(node->children[0]->box.left, 10);
     EXPECT_EQ(node->children[0]->box.top, 20);

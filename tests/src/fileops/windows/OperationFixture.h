@@ -2,8 +2,8 @@
 
 #include "ApplicationEnvironment.h"
 #include "TempTree.h"
-#include "fileops/windows/CopyWin.h"
 #include "fileops/engine/Operations.h"
+#include "fileops/windows/CopyWin.h"
 
 #include <AppDefs.h>
 #include <Entry.h>

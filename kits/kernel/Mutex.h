@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/ThreadAnnotations.h"
+#include "kernel/ThreadAnnotations.h"
 
 #include <OS.h>
 
