@@ -1,7 +1,7 @@
 #include <OS.h>
 
-#include "kernel/ThreadEnds.h"
 #include "kernel/Mutex.h"
+#include "kernel/ThreadEnds.h"
 
 #include <cstdio>
 #include <cstdlib>

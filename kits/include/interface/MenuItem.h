@@ -11,6 +11,7 @@
 class BMenu;
 
 namespace kits {
+class MenuBarKeys;
 class MenuSession;
 } // namespace kits
 
@@ -69,6 +70,7 @@ private:
     friend class BMenu;
     friend class BMenuBar;
     friend class BSeparatorItem;
+    friend class kits::MenuBarKeys;
     friend class kits::MenuSession;
 
     bool CanWork() const;

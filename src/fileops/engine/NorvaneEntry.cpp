@@ -1,6 +1,7 @@
 #include "fileops/engine/NorvaneEntry.h"
 
 #include "fileops/engine/EntrySize.h"
+#include "fileops/engine/OperationUI.h"
 #include "fileops/engine/ProblemList.h"
 #include "fileops/engine/TreeCopier.h"
 #include "fileops/engine/TreeDeleter.h"
