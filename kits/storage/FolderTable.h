@@ -2,7 +2,7 @@
 
 #include "SystemCalls.h"
 
-#include <Entry.h>
+#include <EntryRef.h>
 
 #include <list>
 #include <memory>

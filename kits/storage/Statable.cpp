@@ -1,6 +1,6 @@
 #include <Statable.h>
 
-#include <Node.h>
+#include <NodeRef.h>
 
 namespace {
 

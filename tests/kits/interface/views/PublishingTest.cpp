@@ -1,8 +1,8 @@
 #include "WindowFixture.h"
 
 #include <Message.h>
+#include <ViewDescription.h>
 
-#include <interface/views/Access.h>
 #include <server/NativeWindow.h>
 #include <server/Published.h>
 #include <server/Surface.h>
@@ -13,17 +13,18 @@ using namespace kits::testing;
 namespace {
 
 /// A text field as input methods see one.
-class FieldView : public NotingView, public kits::EditingView
+class FieldView : public NotingView
 {
 public:
     using NotingView::NotingView;
     bool WantsKey(const BMessage&) const override { return true; }
-    void GetInputMethod(kits::InputMethodState* state) const override
+    bool DescribeInput(BInputDescription* state) const override
     {
         state->isTextField = true;
         state->caret = caret;
         state->surroundingText = "some text";
         state->caretOffset = 4;
+        return true;
     }
     BRect caret = BRect(5, 5, 5, 19);
 };
