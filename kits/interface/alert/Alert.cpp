@@ -1,8 +1,8 @@
 #include <Alert.h>
 
 #include "AlertParts.h"
-#include "interface/views/Access.h"
 #include "interface/views/Look.h"
+#include "interface/views/WindowAccess.h"
 #include "interface/views/WindowState.h"
 
 #include <Button.h>

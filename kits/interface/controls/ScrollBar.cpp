@@ -1,9 +1,9 @@
 #include <ScrollBar.h>
 
 #include "ScrollPress.h"
-#include "interface/views/Access.h"
 #include "interface/views/Look.h"
 #include "interface/views/ScrollFollower.h"
+#include "interface/views/ViewAccess.h"
 
 #include <Message.h>
 #include <ViewDescription.h>

@@ -2,7 +2,7 @@
 
 #include "MenuPlacement.h"
 #include "PopUpHost.h"
-#include "interface/views/Access.h"
+#include "interface/views/WindowAccess.h"
 
 #include "server/InputMessages.h"
 

@@ -1,9 +1,11 @@
 #include "PopUpHost.h"
 
-#include "interface/views/Access.h"
+#include "interface/views/WindowAccess.h"
 #include "interface/views/WindowState.h"
 
 #include <algorithm>
+
+#include <View.h>
 
 namespace kits {
 

@@ -4,8 +4,8 @@
 #include "interface/text/TextGeometry.h"
 #include "interface/text/TextMovement.h"
 #include "interface/text/TextUndo.h"
-#include "interface/views/Access.h"
 #include "interface/views/Ticker.h"
+#include "interface/views/ViewAccess.h"
 
 #include <GraphicsDefs.h>
 #include <TextView.h>

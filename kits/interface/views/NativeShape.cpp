@@ -1,6 +1,7 @@
 #include "NativeShape.h"
 
-#include "Access.h"
+#include "ViewAccess.h"
+#include "WindowAccess.h"
 #include "WindowState.h"
 
 #include "app/LooperCore.h"

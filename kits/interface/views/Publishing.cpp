@@ -1,7 +1,8 @@
 #include "Publishing.h"
 
-#include "Access.h"
+#include "ViewAccess.h"
 #include "ViewState.h"
+#include "WindowAccess.h"
 #include "WindowState.h"
 
 #include "app/HandlerAccess.h"

@@ -1,10 +1,9 @@
 #include <View.h>
 
-#include "Access.h"
 #include "ScrollFollower.h"
+#include "ViewAccess.h"
 #include "ViewHost.h"
 #include "ViewState.h"
-#include "WindowState.h"
 #include "WindowViews.h"
 #include "interface/graphics/RegionAccess.h"
 
@@ -12,7 +11,6 @@
 
 #include <AppDefs.h>
 #include <Message.h>
-#include <Window.h>
 
 #include <algorithm>
 #include <cmath>
@@ -53,7 +51,7 @@ BView::~BView()
 void BView::CheckLock() const
 {
 #ifdef KITS_GUARDS
-    if (fHost != nullptr && !fHost->Owner()->IsLocked()) {
+    if (fHost != nullptr && !kits::IsLocked(*fHost->Owner())) {
         kits::EndWithStack("a view was used without its window's lock");
     }
 #endif
@@ -232,11 +230,8 @@ void BView::AttachTree(kits::ViewHost* host)
 void BView::SetHost(kits::ViewHost* host)
 {
     fHost = host;
-    BWindow* window = host->Owner();
     if (this != host->Root()) {
-        window->AddHandler(this);
-        SetNextHandler(Parent() != nullptr ? static_cast<BHandler*>(Parent()) : window);
-        kits::ViewJoined(*window, *this);
+        kits::ViewJoined(*host->Owner(), *this);
     }
     for (BView* child : fChildren) {
         child->SetHost(host);
@@ -311,7 +306,6 @@ void BView::LeaveHost()
     fMouseEventMask = 0;
     if (this != host->Root()) {
         kits::ViewLeft(*host->Owner(), *this);
-        host->Owner()->RemoveHandler(this);
     }
 }
 
@@ -359,7 +353,7 @@ bool BView::IsHidden(const BView* lookingFrom) const
             return true;
         }
     }
-    return lookingFrom == nullptr && fHost != nullptr && Window()->IsHidden();
+    return lookingFrom == nullptr && fHost != nullptr && kits::IsHidden(*fHost->Owner());
 }
 
 // Updating

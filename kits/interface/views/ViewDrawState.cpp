@@ -1,7 +1,8 @@
 #include <ViewDrawing.h>
 
-#include "Access.h"
+#include "ViewAccess.h"
 #include "ViewHost.h"
+#include "ViewPainter.h"
 #include "ViewState.h"
 #include "interface/graphics/FontAccess.h"
 #include "interface/graphics/RegionAccess.h"
@@ -213,6 +214,16 @@ void ViewDrawing::ConstrainClippingRegion(BRegion* region)
         fState->now.clip.reset();
     }
     ClipChanged();
+}
+
+// Painting itself knows no views.
+ViewPainter::ViewPainter(const BView& view) : fState(&ViewAccess::State(view).now)
+{
+    if (ViewHost* host = ViewAccess::Host(view)) {
+        fTarget = host;
+        fCanvas = host->BeginDrawing(view);
+        ViewAccess::GetOrigin(view, &fX, &fY);
+    }
 }
 
 } // namespace kits

@@ -1,6 +1,6 @@
 #include <ViewDrawing.h>
 
-#include "Access.h"
+#include "ViewAccess.h"
 #include "ViewPainter.h"
 #include "ViewState.h"
 #include "interface/graphics/BitmapAccess.h"

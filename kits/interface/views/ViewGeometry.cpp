@@ -1,7 +1,7 @@
 #include <View.h>
 
-#include "Access.h"
 #include "ScrollFollower.h"
+#include "ViewAccess.h"
 #include "ViewHost.h"
 #include "ViewState.h"
 #include "WindowState.h"

@@ -1,8 +1,8 @@
 #include "ViewHost.h"
 
-#include "Access.h"
+#include "ViewAccess.h"
 #include "ViewState.h"
-#include "WindowState.h"
+#include "WindowViews.h"
 #include "interface/graphics/RegionAccess.h"
 
 #include "server/FrontImage.h"
@@ -26,7 +26,7 @@ int UnitsAcross(float extent)
 } // namespace
 
 ViewHost::ViewHost(BWindow* owner, const WindowShape& shape)
-    : fOwner(owner), fLink(std::make_unique<WindowLink>(owner, shape)),
+    : fOwner(owner), fLink(std::make_unique<WindowLink>(LooperOf(owner), shape)),
       fRoot(std::make_unique<BView>(shape.frame.OffsetToCopy(B_ORIGIN), nullptr, B_FOLLOW_NONE, 0)),
       fFrame(shape.frame)
 {

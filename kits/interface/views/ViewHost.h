@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ViewPainter.h"
 #include "interface/graphics/Canvas.h"
 
 #include "server/WindowServer.h"
@@ -32,12 +33,12 @@ void SetInterceptor(BWindow* window, InputInterceptor* interceptor);
 ///
 /// A window has one, each open menu one of its own. Thread: that of the window it belongs to, or
 /// one that holds its lock.
-class ViewHost
+class ViewHost : public DrawingTarget
 {
 public:
     /// Makes a host whose topmost view fills `frame` (screen units).
     ViewHost(BWindow* owner, const WindowShape& shape);
-    ~ViewHost();
+    ~ViewHost() override;
     ViewHost(const ViewHost&) = delete;
     ViewHost& operator=(const ViewHost&) = delete;
 
@@ -98,8 +99,7 @@ public:
     Canvas* BeginDrawing(const BView& view);
     /// Where the view may draw now, in window units.
     QRegion DrawingRegion(const BView& view) const;
-    /// Says that device pixels were drawn.
-    void Drawn(const QRect& device);
+    void Drawn(const QRect& device) override;
     /// Moves what is seen of `area` (window units) by a distance; what cannot be moved becomes
     /// invalid.
     void Scroll(const QRegion& area, int dx, int dy);

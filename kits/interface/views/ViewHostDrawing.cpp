@@ -1,8 +1,7 @@
 #include "ViewHost.h"
 
-#include "Access.h"
+#include "ViewAccess.h"
 #include "ViewState.h"
-#include "WindowState.h"
 #include "interface/graphics/RegionAccess.h"
 
 #include <algorithm>

@@ -1,7 +1,8 @@
 #include <View.h>
 
-#include "Access.h"
+#include "ViewAccess.h"
 #include "ViewState.h"
+#include "WindowAccess.h"
 #include "WindowKeys.h"
 #include "WindowState.h"
 #include "WindowViews.h"
@@ -133,6 +134,8 @@ bool IsInside(const BView* view, const BView& tree)
 
 void ViewJoined(BWindow& window, BView& view)
 {
+    window.AddHandler(&view);
+    view.SetNextHandler(view.Parent() != nullptr ? static_cast<BHandler*>(view.Parent()) : &window);
     ViewListens(window, view);
 }
 
@@ -155,6 +158,7 @@ void ViewLeft(BWindow& window, const BView& view)
         state.keyMenus = nullptr;
     }
     CountPulse(state, view, false);
+    window.RemoveHandler(const_cast<BView*>(&view));
 }
 
 void ViewHidden(BWindow& window, BView& view)
@@ -179,6 +183,21 @@ void ViewListens(BWindow& window, BView& view)
     if (view.EventMask() != 0) {
         state.listening.push_back(&view);
     }
+}
+
+BLooper* LooperOf(BWindow* window)
+{
+    return window;
+}
+
+bool IsHidden(const BWindow& window)
+{
+    return window.IsHidden();
+}
+
+bool IsLocked(const BWindow& window)
+{
+    return window.IsLocked();
 }
 
 } // namespace kits

@@ -1,9 +1,6 @@
 #include "ViewPainter.h"
 
-#include "Access.h"
-#include "ViewHost.h"
 #include "ViewState.h"
-#include "WindowState.h"
 #include "interface/graphics/FontAccess.h"
 
 #include <algorithm>
@@ -19,15 +16,6 @@ QColor ColorFrom(rgb_color color, bool hasAlpha)
 }
 
 } // namespace
-
-ViewPainter::ViewPainter(const BView& view)
-    : fHost(ViewAccess::Host(view)), fState(&ViewAccess::State(view).now)
-{
-    if (fHost != nullptr) {
-        fCanvas = fHost->BeginDrawing(view);
-        ViewAccess::GetOrigin(view, &fX, &fY);
-    }
-}
 
 // Units to pixels
 
@@ -145,7 +133,7 @@ bool ViewPainter::SetMode(bool isCrisp)
 
 void ViewPainter::Drawn(const QRectF& device)
 {
-    fHost->Drawn(device.toAlignedRect());
+    fTarget->Drawn(device.toAlignedRect());
 }
 
 // Whole pixels

@@ -14,8 +14,16 @@ class BView;
 
 namespace kits {
 
-class ViewHost;
 struct DrawState;
+
+/// Who is told what was drawn on a canvas.
+class DrawingTarget
+{
+public:
+    virtual ~DrawingTarget() = default;
+    /// Says that device pixels were drawn.
+    virtual void Drawn(const QRect& device) = 0;
+};
 
 /// Draws one thing for a view: turns its units into device pixels, its colours and mode into the
 /// painter's. Thread: the view's.
@@ -62,7 +70,7 @@ private:
     QPen PenFor(const QBrush& brush) const;
     void Drawn(const QRectF& device);
 
-    ViewHost* fHost = nullptr;
+    DrawingTarget* fTarget = nullptr; // null when fCanvas is
     Canvas* fCanvas = nullptr;
     const DrawState* fState;
     double fX = 0; // where the view's point (0, 0) lies in the window

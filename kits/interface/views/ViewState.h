@@ -3,7 +3,7 @@
 #include <Font.h>
 #include <GraphicsDefs.h>
 #include <Region.h>
-#include <View.h>
+#include <ViewConstants.h>
 
 #include <optional>
 #include <string>

@@ -1,8 +1,8 @@
 #include <Window.h>
 
-#include "Access.h"
 #include "NativeShape.h"
 #include "Publishing.h"
+#include "ViewAccess.h"
 #include "WindowState.h"
 #include "WindowViews.h"
 

@@ -1,7 +1,7 @@
 #include <Window.h>
 
-#include "Access.h"
 #include "NativeShape.h"
+#include "ViewAccess.h"
 #include "WindowKeys.h"
 #include "WindowMouse.h"
 #include "WindowState.h"

@@ -1,6 +1,6 @@
 #include "WindowKeys.h"
 
-#include "Access.h"
+#include "ViewAccess.h"
 #include "WindowState.h"
 
 #include <AppDefs.h>

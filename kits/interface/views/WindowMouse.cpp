@@ -1,6 +1,6 @@
 #include "WindowMouse.h"
 
-#include "Access.h"
+#include "ViewAccess.h"
 #include "ViewState.h"
 #include "WindowState.h"
 

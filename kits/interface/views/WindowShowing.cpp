@@ -1,7 +1,7 @@
 #include <Window.h>
 
-#include "Access.h"
 #include "NativeShape.h"
+#include "WindowAccess.h"
 #include "WindowState.h"
 
 #include <AppDefs.h>

@@ -5,7 +5,8 @@
 
 #include <Message.h>
 #include <Messenger.h>
-#include <Window.h>
+#include <Rect.h>
+#include <WindowConstants.h>
 
 #include <memory>
 #include <string>

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <View.h>
-#include <Window.h>
 
 namespace kits {
 
@@ -28,18 +27,6 @@ public:
     static bool HidesItself(const BView& view) { return view.fHideLevel > 0; }
     static uint32 PointerMask(const BView& view) { return view.fMouseEventMask; }
     static void ClearPointerMask(BView& view) { view.fMouseEventMask = 0; }
-};
-
-/// The same of windows.
-class WindowAccess
-{
-public:
-    static WindowState& State(const BWindow& window) { return *window.fState; }
-    /// Leads all mouse events of the program, and of the screen where that is possible, to the
-    /// window.
-    static void SetMouseCapture(BWindow* window, bool on);
-    /// Names the window in the server's messages ("window"); 0 for one that is gone. Any thread.
-    static int32 TokenOf(const BWindow* window);
 };
 
 } // namespace kits
