@@ -13,7 +13,7 @@
 desktop_pids=()
 
 start_desktop() {
-    local size=${1:-1280x800} manager=${2:-wm} number_file
+    local size=${1:-1280x800} manager=${2:-wm} number_file ready_file
     number_file=$(mktemp)
     Xvfb -displayfd 3 -screen 0 "${size}x24" -nolisten tcp -noreset 3>"$number_file" 2>/dev/null &
     desktop_pids+=($!)
@@ -22,12 +22,13 @@ start_desktop() {
     rm -f "$number_file"
     unset WAYLAND_DISPLAY QT_QPA_PLATFORM
     if [ "$manager" = wm ]; then
-        openbox >/dev/null 2>&1 &
+        # Its startup command runs last: once it has looked for windows that are there already, to
+        # which it gives no focus.
+        ready_file=$(mktemp -u)
+        openbox --startup "touch $ready_file" >/dev/null 2>&1 &
         desktop_pids+=($!)
-        wait_for 10 sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q "window id"'
-        # It says so before it has looked for windows that are there already, to which it gives no
-        # focus; nothing tells when that is over.
-        sleep 0.2
+        wait_for 20 test -e "$ready_file" || { echo "no window manager" >&2; return 1; }
+        rm -f "$ready_file"
     fi
 }
 

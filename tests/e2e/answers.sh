@@ -75,6 +75,6 @@ check new old old
 answer="Overwrite All by keys"
 prepare
 key Tab
-sleep 0.6 # keys that answer count only some time after the last key
+reading_time # keys that answer count only some time after the last key
 key space
 check new new new

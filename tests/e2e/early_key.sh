@@ -8,6 +8,7 @@ printf 'a\n' >"$base/from/a"
 printf 'b\n' >"$base/from/b"
 start_desktop 1280x800 wm || fail "no desktop"
 write_settings "$base/from" "$base/to"
+xset r off
 start_norvane
 main_window=$(window_id Norvane)
 focus_at_main() { [ "$(xdotool getwindowfocus)" = "$main_window" ]; }
@@ -15,16 +16,17 @@ focus_at_main() { [ "$(xdotool getwindowfocus)" = "$main_window" ]; }
 # choose NAME: selects its row
 choose() {
     xdotool windowfocus --sync "$main_window"
-    sleep 0.2
     key "$1"
-    sleep 0.2
 }
 
-# away: another window has the focus, then the program is held, then the focus is given to it
-away() {
+# leave: another window has the focus, for longer than it may be nobody's between two windows of one
+# program; then the program is held
+leave() {
     xdotool windowfocus --sync "$other"
-    sleep 1
+    hold 1000
     kill -STOP "$program_pid"
+}
+come_back() {
     xdotool windowfocus "$main_window"
     expect "the focus does not come" focus_at_main
 }
@@ -39,26 +41,26 @@ other=$(xdotool search --onlyvisible --name '^Norvane$' | grep -vx "$main_window
 program_pid=$first_pid
 
 choose a
-away
+leave
+come_back
+# It is down still when the program notices.
 xdotool keydown F5
 kill -CONT "$program_pid"
-sleep 0.3
-xdotool keyup F5
 arrived() { same_files "$base/from/$1" "$base/to/$1"; }
 expect "the key was lost" arrived a
+xdotool keyup F5
 expect "the operation window stayed" window_gone Copy
 
+# Only its repeats reach the window.
 choose b
-xdotool windowfocus --sync "$other"
-sleep 0.3
-kill -STOP "$program_pid"
+xset r on r rate 150 30
+leave
 xdotool keydown F6
-xdotool windowfocus "$main_window"
-expect "the focus does not come" focus_at_main
+come_back
 kill -CONT "$program_pid"
-sleep 0.6
+untouched() { [ -e "$base/from/b" ] && [ ! -e "$base/to/b" ]; }
+stays 600 untouched || fail "a key that was down before has acted"
 xdotool keyup F6
-[ -e "$base/from/b" ] && [ ! -e "$base/to/b" ] || fail "a key that was down before has acted"
 kill "$second_pid"
 wait "$second_pid" 2>/dev/null
 expect "no focus" window_focused Norvane

@@ -16,10 +16,7 @@ start_desktop 1280x800 wm || fail "no desktop"
 write_settings "$base/left" "$base/right"
 start_norvane
 
-key F10
-sleep 0.3
-key e
-sleep 0.2
+key F10 e
 shot empty-trash-menu
 key Return
 emptied() { [ -z "$(ls -A "$trash/files")" ] && [ -z "$(ls -A "$trash/info")" ]; }

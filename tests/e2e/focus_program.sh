@@ -44,8 +44,6 @@ copies() {
         same_files "$base/$here/$file" "$target"
     expect "the operation window stayed" window_gone Copy
     rm -f "$target"
-    # Until the row of the removed file has gone from the other pane.
-    sleep 0.3
 }
 
 # back_in_place ROW-BELOW FAR-ROW: the main window has the focus, on the row that it was on
@@ -58,16 +56,16 @@ back_in_place() {
     fi
 }
 
-# change_panes: every second round plays in the right pane
+# change_panes: every second round plays in the right pane. It is listed anew: the rows of what was
+# removed behind it may be there still.
 change_panes() {
     if [ $((round % 2)) = 0 ]; then
         here=left there=right
-        key ctrl+1
+        key ctrl+1 F2
     else
         here=right there=left
-        key ctrl+2
+        key ctrl+2 F2
     fi
-    sleep 0.7
 }
 
 # Space and Return answer a question whose button has the focus, and would mark or open a row of the
@@ -126,8 +124,7 @@ for round in $(seq 0 $((rounds - 1))); do
     question_ready
     key Escape
     expect "$what stayed" gone "Item Exists"
-    sleep 0.7
-    gone "Item Exists" || fail "$what, round $round: it started another copy"
+    stays 700 gone "Item Exists" || fail "$what, round $round: it started another copy"
     copies "d-$here" Down F5
 done
 

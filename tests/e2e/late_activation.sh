@@ -16,12 +16,12 @@ copying() { [ -s "$base/to/large" ]; }
 expect "the copy waits for the window manager" copying
 # Held, or it could be ready too soon.
 kill -STOP "$program_pid"
-sleep 1
+# What a window manager gives to a window because it was shown, it is taken to give within a second.
+hold 1100
 kill -CONT "$manager"
 expect "no operation window" window_shown Copy
 xdotool windowactivate --sync "$(window_id Copy)"
 key Escape
-sleep 0.2
 kill -CONT "$program_pid"
 answerable "Sir?"
 key Return

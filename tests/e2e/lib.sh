@@ -40,8 +40,50 @@ expect() {
     wait_for 10 "$@" || fail "$message"
 }
 
-# shot NAME: kept only when NORVANE_KEEP_PICTURES names a folder
-shot() { [ -z "$keep" ] || picture "$keep/$1.png"; }
+# hold MILLISECONDS: for a time that is itself a part of what is tested, as its caller says. Whatever
+# shows itself is waited for instead.
+hold() { sleep "$(printf '%d.%03d' $(($1 / 1000)) $(($1 % 1000)))"; }
+
+# stays MILLISECONDS COMMAND...: the command succeeds again and again for so long
+stays() {
+    local end=$((${EPOCHREALTIME/[.,]/} + $1 * 1000))
+    shift
+    while [ "${EPOCHREALTIME/[.,]/}" -lt $end ]; do
+        "$@" >/dev/null 2>&1 || return 1
+        sleep 0.03
+    done
+    "$@" >/dev/null 2>&1
+}
+
+# look WINDOW [AREA]: what the window of that number shows now, or WIDTHxHEIGHT+LEFT+TOP of it, as a
+# sum
+look() {
+    local sum
+    # shellcheck disable=SC2086
+    sum=$(import -window "$1" ${2:+-crop "$2"} rgb:- 2>/dev/null | cksum)
+    [ "${sum##* }" != 0 ] && echo "$sum"
+}
+
+# looks LOOK WINDOW [AREA], looks_new LOOK WINDOW [AREA]: it shows the same as when LOOK was taken, or
+# something else
+looks() { [ "$(look "${@:2}")" = "$1" ]; }
+looks_new() {
+    local now
+    now=$(look "${@:2}") && [ "$now" != "$1" ]
+}
+
+# still WINDOW [AREA]: nothing moves there
+still() {
+    local before
+    before=$(look "$@") && stays 100 looks "$before" "$@"
+}
+
+# shot NAME: kept only when NORVANE_KEEP_PICTURES names a folder, once nothing moves any more
+shot() {
+    [ -n "$keep" ] || return 0
+    wait_for 2 still root
+    picture "$keep/$1.png"
+}
 
 # write_settings LEFT-FOLDER RIGHT-FOLDER
 write_settings() {
@@ -126,12 +168,15 @@ painted() {
     colors=$(import -window "$window" -format %k info:- 2>/dev/null) && [ "$colors" -gt 3 ]
 }
 
-# answerable TITLE: the question is there and can be answered. What comes in its first moments, or
-# right after a key, is dropped on purpose; nothing outside tells when that ends.
+# What comes in the half second after a question's first frame, or after a key, is dropped on
+# purpose; nothing outside tells when that ends.
+reading_time() { hold 800; }
+
+# answerable TITLE: the question is there and can be answered
 answerable() {
     expect "no window '$1'" window_shown "$1"
     expect "the window '$1' stays empty" painted "$1"
-    sleep 0.8
+    reading_time
 }
 
 question_ready() { answerable "Item Exists"; }

@@ -13,19 +13,31 @@ start_norvane
 
 # An open menu is a window without a title, over the main window.
 menus() {
-    local id count=0
+    local id
     for id in $(xdotool search --onlyvisible --class norvane 2>/dev/null); do
-        xwininfo -id "$id" | grep -q 'Override Redirect State: yes' && count=$((count + 1))
+        xwininfo -id "$id" | grep -q 'Override Redirect State: yes' && echo "$id"
     done
-    echo $count
 }
-menu_open() { [ "$(menus)" = 1 ]; }
-menu_closed() { [ "$(menus)" = 0 ]; }
+count_menus() { menus | wc -l; }
+menu_open() { [ "$(count_menus)" = 1 ]; }
+menu_closed() { [ "$(count_menus)" = 0 ]; }
+one_menu_at_most() { [ "$(count_menus)" -le 1 ]; }
+place_of_menu() { xdotool getwindowgeometry --shell "$(menus)" | grep -E '^(X|Y|WIDTH)='; }
+# another_menu PLACE: the one menu that is open is not the one that was there
+another_menu() { menu_open && [ "$(place_of_menu)" != "$1" ]; }
 about_shown() { window_shown "About Norvane"; }
 about_gone() { window_gone "About Norvane"; }
 at() { xdotool mousemove --window "$(window_id Norvane)" "$1" "$2"; }
 press() { xdotool mousedown 1; }
 release() { xdotool mouseup 1; }
+# point X Y: onto an item of the open menu, which shows that
+point() {
+    local menu before
+    menu=$(menus)
+    before=$(look "$menu")
+    at "$1" "$2"
+    expect "$what: the item at $1,$2 is not shown as chosen" looks_new "$before" "$menu"
+}
 
 file="18 11"
 navigation="74 11"
@@ -47,8 +59,9 @@ expect "$what: no focus" window_focused Norvane
 what="press, drag, release"
 at $file; press
 expect "$what: no menu" menu_open
-for y in 40 80 120; do at 40 $y; sleep 0.05; done
-at $about; sleep 0.1; release
+for y in 50 88 115; do point 40 $y; done
+point $about
+release
 expect "$what: no about box" about_shown
 dismiss "About Norvane"
 expect "$what: no focus" window_focused Norvane
@@ -56,19 +69,19 @@ expect "$what: no focus" window_focused Norvane
 what="drag through the bar and out"
 at $file; press
 expect "$what: no menu" menu_open
-at $navigation; sleep 0.2
-expect "$what: not one menu is open" menu_open
+place=$(place_of_menu)
+at $navigation
+expect "$what: the next menu is not open, or not alone" another_menu "$place"
 shot menus-navigation
-at 600 400; sleep 0.2; release
+at 600 400; release
 expect "$what: the menu stayed" menu_closed
 
 what="a disabled item"
 at $view; press; release
 expect "$what: no menu" menu_open
 shot menus-disabled
-at $query; sleep 0.1; press; release
-sleep 0.3
-[ "$(menus)" -le 1 ] || fail "$what: opened something"
+at $query; press; release
+stays 300 one_menu_at_most || fail "$what: opened something"
 key Escape
 expect "$what: the menu stayed" menu_closed
 
@@ -80,10 +93,9 @@ expect "$what: no menu" menu_open
 at $row_of_file; press; release
 expect "$what: the menu stayed" menu_closed
 key F5
-sleep 0.5
-[ -z "$(ls "$base/right")" ] || fail "$what: it selected a row"
+nothing_arrived() { [ -z "$(ls "$base/right")" ]; }
+stays 500 nothing_arrived || fail "$what: it selected a row"
 at $row_of_file; press; release
-sleep 0.3
 key F5
 arrived() { same_files "$base/left/file" "$base/right/file"; }
 expect "$what: the next click selected nothing" arrived
@@ -122,8 +134,7 @@ expect "the operation window stayed" window_gone Copy
 
 what="Alt with a letter"
 xdotool keydown alt key x keyup alt
-sleep 0.3
-menu_closed || fail "$what: a menu opened"
+stays 300 menu_closed || fail "$what: a menu opened"
 
 what="fast drags"
 for round in $(seq 4); do
@@ -137,16 +148,18 @@ menu_closed || fail "$what: a menu stayed"
 # At the screen's edge the menu is moved onto it.
 what="the edge"
 xdotool windowmove "$(window_id Norvane)" 1000 700
-sleep 0.5
+moved_there() {
+    local X Y
+    eval "$(xdotool getwindowgeometry --shell "$(window_id Norvane)" | grep -E '^[XY]=')"
+    [ "$X" -ge 1000 ] && [ "$Y" -ge 700 ]
+}
+expect "$what: the window is not there" moved_there
 at $navigation; press; release
 expect "$what: no menu" menu_open
 shot menus-edge
-for id in $(xdotool search --onlyvisible --class norvane); do
-    xwininfo -id "$id" | grep -q 'Override Redirect State: yes' || continue
-    eval "$(xdotool getwindowgeometry --shell "$id")"
-    [ "$X" -ge 0 ] && [ "$Y" -ge 0 ] && [ $((X + WIDTH)) -le 1280 ] && [ $((Y + HEIGHT)) -le 800 ] ||
-        fail "$what: the menu is at $X,$Y, ${WIDTH}x$HEIGHT"
-done
+eval "$(xdotool getwindowgeometry --shell "$(menus)")"
+[ "$X" -ge 0 ] && [ "$Y" -ge 0 ] && [ $((X + WIDTH)) -le 1280 ] && [ $((Y + HEIGHT)) -le 800 ] ||
+    fail "$what: the menu is at $X,$Y, ${WIDTH}x$HEIGHT"
 key Escape
 expect "$what: the menu stayed" menu_closed
 quit_norvane

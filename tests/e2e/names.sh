@@ -8,13 +8,13 @@ printf 'two\n' >"$base/left/two"
 start_desktop 1280x800 wm || fail "no desktop"
 write_settings "$base/left" "$base/right"
 start_norvane
+# What is typed right behind a key goes where that key has brought the focus.
 is_folder() { [ -d "$base/left/$1" ]; }
 is_file() { [ -f "$base/left/$1" ]; }
 
 what="New Folder"
 key F7
 expect "$what: it was not made" is_folder "New Folder"
-sleep 0.4
 shot rename-field
 xdotool key ctrl+a
 xdotool type --delay 15 -- "box"
@@ -22,17 +22,13 @@ key Return
 expect "$what: it was not renamed" is_folder box
 key F7
 expect "$what: the second was not made" is_folder "New Folder"
-sleep 0.4
 key Escape
 key F7
 expect "$what: no number" is_folder "New Folder 2"
-sleep 0.4
 key Escape
-sleep 0.2
 
 what="Shift+F6"
 key o shift+F6
-sleep 0.4
 xdotool key End
 xdotool type --delay 15 -- "-more"
 key Return
@@ -40,7 +36,6 @@ expect "$what: it was not renamed" is_file one-more
 
 what="a name that is taken"
 key t shift+F6
-sleep 0.4
 xdotool key ctrl+a
 xdotool type --delay 15 -- "one-more"
 key Return
@@ -52,27 +47,22 @@ dismiss Foo
 
 what="Escape"
 key t shift+F6
-sleep 0.4
 xdotool type --delay 15 -- "never"
 key Escape
-sleep 0.3
-is_file two || fail "$what: it was renamed"
 
 what="GoTo"
 key ctrl+g
-expect "$what: no prompt" window_shown GoTo
-sleep 0.4
+answerable GoTo
+# The window had taken the Escape before it opened the prompt.
+is_file two || fail "Escape: it was renamed"
 shot goto
 xdotool type --delay 15 -- "$base/right/deep/er/.."
-sleep 0.3
 key Return
 expect "$what: the prompt stays" window_gone GoTo
 expect "$what: no focus" window_focused Norvane
-sleep 0.4
 # The folder that the pane shows now is the one in which F7 makes another.
 key F7
 expect "$what: it went elsewhere" test -d "$base/right/deep/New Folder"
-sleep 0.4
 key Escape
 quit_norvane
 [ "$(setting Pane0)" = "$base/right/deep" ] || fail "$what: $(setting Pane0)"

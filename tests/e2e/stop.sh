@@ -13,12 +13,11 @@ start_norvane
 # ask_to_stop: activates the operation window and presses Escape. The program is held meanwhile, or
 # it could be ready too soon; and what comes in the window's first moments is nobody's wish.
 ask_to_stop() {
-    expect "no operation window" window_shown Copy
+    expect "no operation window" painted Copy
     kill -STOP "$program_pid"
-    sleep 0.4
+    reading_time
     xdotool windowactivate --sync "$(window_id Copy)"
     key Escape
-    sleep 0.2
     kill -CONT "$program_pid"
     answerable "Sir?"
     expect "the question is not the focused window" window_focused "Sir?"
@@ -29,8 +28,7 @@ key plus F6
 ask_to_stop
 shot stop-question
 key Escape # neither button is meant by it
-sleep 0.3
-window_shown "Sir?" || fail "$what: Escape answered"
+stays 300 window_shown "Sir?" || fail "$what: Escape answered"
 key Tab
 key Return
 expect "$what: the question stays" window_gone "Sir?"

@@ -43,8 +43,7 @@ expect "the operation window stayed" window_gone Delete
 
 what="the same name again"
 printf 'second\n' >"$base/left/plain"
-sleep 0.5
-key p F8
+key F2 p F8
 dismiss "Sir?"
 expect "$what: no other name" in_trash "plain copy"
 expect "the operation window stayed" window_gone Delete
@@ -74,9 +73,7 @@ write_settings "$trash/files" "$base/right"
 start_norvane
 trash-put "$base/left/foreign"
 # What is moved in from elsewhere is listed at the next listing.
-key F2
-sleep 0.4
-key f F8
+key F2 f F8
 answerable "Sir?"
 shot trash-for-good
 key Return

@@ -25,7 +25,6 @@ grep -qx "Path=$base/left/into" "$trash/info/into.trashinfo" || fail "$what: no 
 
 what="Shift+F6 in the Trash"
 key ctrl+2 n shift+F6
-sleep 0.4
 xdotool type --delay 15 -- "other"
 key Return
 renamed() { [ -e "$trash/files/other" ]; }
@@ -34,15 +33,12 @@ grep -qx "Path=$base/was/name" "$trash/info/other.trashinfo" || fail "$what: its
 gone "$trash/info/name.trashinfo" || fail "$what: the old record stays"
 
 what="F7 in the Trash"
-sleep 0.3
 key F7
 made() { [ -d "$trash/files/New Folder" ]; }
 expect "$what: it was not made" made
-sleep 0.4
 key Escape
 
 what="F6 out of the Trash"
-sleep 0.3
 key t F6
 expect "$what: it stays" gone "$trash/files/tree"
 expect "the operation window stayed" window_gone Copy

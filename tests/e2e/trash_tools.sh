@@ -36,6 +36,15 @@ else
 fi
 [ "$(cat "$base/left/plain")" = "of plain" ] || fail "$what: it is not back"
 
+# The rows of the right pane.
+trash_pane=540x500+552+45
+window=$(window_id Norvane)
+# foreign COMMAND...: runs another tool that puts something into the folder of the right pane
+foreign() {
+    expect "$what: the pane goes on changing" still "$window" "$trash_pane"
+    before=$(look "$window" "$trash_pane")
+    "$@"
+}
 # The window takes in what was moved from elsewhere when it is activated the next time, and lists
 # at once what is made in the folder itself.
 activate_again() {
@@ -44,7 +53,7 @@ activate_again() {
     key Escape
     expect "the prompt stays" window_gone GoTo
     expect "no focus" window_focused Norvane
-    sleep 0.3
+    expect "$what: the pane shows the same as before" looks_new "$before" "$window" "$trash_pane"
 }
 
 # deletes_for_good NAME: the pane that shows the Trash lists it, under its first letter
@@ -56,14 +65,14 @@ deletes_for_good() {
 }
 
 what="trashed by trash-put"
-trash-put "$base/left/another"
+foreign trash-put "$base/left/another"
 in_trash another || fail "$what: not there"
 activate_again
 shot trash-put-seen
 deletes_for_good another
 
 what="trashed by gio"
-gio trash "$base/left/second" || fail "$what: it refused"
+foreign gio trash "$base/left/second" || fail "$what: it refused"
 in_trash second || fail "$what: not there"
 activate_again
 deletes_for_good second
@@ -73,15 +82,15 @@ deletes_for_good second
 what="trashed on a volume"
 in_mounts trash-put "$base/volume/theirs"
 [ -e "$(inside "$base/volume")/.Trash-$uid/files/theirs" ] || fail "$what: not in the volume's Trash"
+before=$(look "$window" "$trash_pane")
 key ctrl+2 ctrl+g
 answerable GoTo
 xdotool type --delay 15 -- "$base/volume/.Trash-$uid/files"
-sleep 0.3
 key Return
 expect "$what: the prompt stays" window_gone GoTo
 expect "$what: no focus" window_focused Norvane
-sleep 0.4
-in_mounts trash-put "$base/volume/more"
+expect "$what: the pane does not go there" looks_new "$before" "$window" "$trash_pane"
+foreign in_mounts trash-put "$base/volume/more"
 activate_again
 key plus F8
 dismiss "Sir?"

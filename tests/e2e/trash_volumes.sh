@@ -84,7 +84,6 @@ restore_mixed() {
     [ -p "$one/mixed/pipe" ] || fail "$what: not restored"
     rm -rf "$one"/.Trash*
     key F2
-    sleep 0.3
 }
 what="its own Trash"
 trash_mixed ".Trash-$uid"
@@ -155,9 +154,7 @@ gone "$one/.Trash-$uid/info/mixed.trashinfo" || fail "$what: its record stays"
 # The command empties the Trash of the home folder, without a question; that of a volume is emptied
 # where it is shown.
 what="Empty Trash"
-key F10
-sleep 0.3
-key e Return
+key F10 e Return
 emptied() { [ -z "$(ls -A "$trash/files")" ] && [ -z "$(ls -A "$trash/info")" ]; }
 expect "$what: left $(ls -A "$trash/files" "$trash/info")" emptied
 [ -e "$one/.Trash-$uid/files/other" ] || fail "$what: what lies on another volume is gone"
