@@ -2,6 +2,7 @@
 
 #include "ApplicationEnvironment.h"
 #include "TempTree.h"
+#include "Variable.h"
 #include "app/NorvaneWindow.h"
 #include "panes/DirPane.h"
 #include "panes/DirView.h"
@@ -15,7 +16,7 @@
 #include <string>
 #include <vector>
 
-/// A main window with settings of its own in a temporary tree.
+/// A main window with settings and a home Trash of its own in a temporary tree.
 class AppFixture : public ::testing::Test
 {
 protected:
@@ -142,5 +143,6 @@ protected:
     }
 
     TempTree fTree;
+    const Variable fDataHome{"XDG_DATA_HOME", fTree.Path("data").c_str()};
     norvane::NorvaneWindow* fWindow = nullptr; // deletes itself
 };

@@ -3,32 +3,11 @@
 #include <fs_info.h>
 
 #include <TempTree.h>
-#include <cstdlib>
+#include <Variable.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 namespace {
-
-/// Sets a variable of the environment for one test.
-class Variable
-{
-public:
-    Variable(const char* name, const char* value) : fName(name)
-    {
-        const char* before = std::getenv(name);
-        fHadValue = before != nullptr;
-        fBefore = fHadValue ? before : "";
-        value != nullptr ? setenv(name, value, 1) : unsetenv(name);
-    }
-    ~Variable() { fHadValue ? setenv(fName, fBefore.c_str(), 1) : unsetenv(fName); }
-    Variable(const Variable&) = delete;
-    Variable& operator=(const Variable&) = delete;
-
-private:
-    const char* fName;
-    std::string fBefore;
-    bool fHadValue;
-};
 
 std::string Find(directory_which which, bool createIt = false)
 {

@@ -31,19 +31,12 @@ using kits::testing::WaitForWindow;
 class WindowOperationsTest : public AppFixture
 {
 protected:
-    void SetUp() override
-    {
-        AppFixture::SetUp();
-        setenv("XDG_DATA_HOME", fTree.Path("data").c_str(), 1);
-    }
-
     void TearDown() override
     {
         for (const char* title : {"Copy", "Delete", "Empty Trash"}) {
             EXPECT_TRUE(WaitForNoWindow(title));
         }
         AppFixture::TearDown();
-        unsetenv("XDG_DATA_HOME");
     }
 
     void OpenTwo()

@@ -15,17 +15,10 @@ using kits::testing::WaitForWindow;
 class DirViewTrashTest : public PaneWindowFixture
 {
 protected:
-    void SetUp() override
-    {
-        PaneWindowFixture::SetUp();
-        setenv("XDG_DATA_HOME", fTree.Path("data").c_str(), 1);
-    }
-
     void TearDown() override
     {
         EXPECT_TRUE(WaitForNoWindow("Delete"));
         PaneWindowFixture::TearDown();
-        unsetenv("XDG_DATA_HOME");
     }
 
     std::string Trashed() { return fTree.List("data/Trash/files"); }

@@ -13,18 +13,6 @@ using kits::testing::TypeKey;
 class PaneAlertsTest : public PaneWindowFixture
 {
 protected:
-    void SetUp() override
-    {
-        PaneWindowFixture::SetUp();
-        setenv("XDG_DATA_HOME", fTree.Path("data").c_str(), 1);
-    }
-
-    void TearDown() override
-    {
-        PaneWindowFixture::TearDown();
-        unsetenv("XDG_DATA_HOME");
-    }
-
     /// The question of F8 after all of so many files were marked.
     std::string QuestionAbout(const std::string& folder, int count)
     {

@@ -2,6 +2,7 @@
 
 #include "ApplicationEnvironment.h"
 #include "TempTree.h"
+#include "Variable.h"
 #include "panes/DirPane.h"
 #include "panes/DirView.h"
 #include "panes/NVHeader.h"
@@ -72,7 +73,8 @@ private:
     std::function<void()> fWork;
 };
 
-/// One pane on the folder "shown" of a temporary tree, in a shown window, with the focus.
+/// One pane on the folder "shown" of a temporary tree, in a shown window, with the focus. Settings
+/// and the home Trash are in that tree, too.
 class PaneWindowFixture : public ::testing::Test
 {
 protected:
@@ -189,6 +191,7 @@ protected:
     }
 
     TempTree fTree;
+    const Variable fDataHome{"XDG_DATA_HOME", fTree.Path("data").c_str()};
     PaneWindow* fWindow = nullptr; // deletes itself
     norvane::DirPane* fPane = nullptr;
     norvane::DirView* fList = nullptr;

@@ -2,10 +2,10 @@
 
 #include "CopyFixture.h"
 #include "PrivateMounts.h"
+#include "Variable.h"
 #include "fileops/engine/ItemOperations.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <functional>
 #include <sstream>
 #include <string>
@@ -16,13 +16,7 @@ namespace norvane {
 class ItemFixture : public CopyFixture
 {
 protected:
-    void SetUp() override
-    {
-        setenv("XDG_DATA_HOME", fTree.Path("data").c_str(), 1);
-        fTree.MakeFolder("to");
-    }
-
-    void TearDown() override { unsetenv("XDG_DATA_HOME"); }
+    void SetUp() override { fTree.MakeFolder("to"); }
 
     void WithItem(const std::string& name, const std::function<void(NorvaneEntry&)>& work)
     {
@@ -76,6 +70,8 @@ protected:
     {
         ExpectPassed(RunWithPrivateMounts(work));
     }
+
+    const Variable fDataHome{"XDG_DATA_HOME", fTree.Path("data").c_str()};
 };
 
 } // namespace norvane

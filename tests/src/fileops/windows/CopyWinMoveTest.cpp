@@ -7,8 +7,6 @@
 
 #include <sys/stat.h>
 
-#include <cstdlib>
-
 namespace norvane {
 
 using kits::testing::WaitFor;
@@ -18,18 +16,6 @@ using kits::testing::WaitForWindow;
 class CopyWinMoveTest : public OperationFixture
 {
 protected:
-    void SetUp() override
-    {
-        setenv("XDG_DATA_HOME", fTree.Path("data").c_str(), 1);
-        OperationFixture::SetUp();
-    }
-
-    void TearDown() override
-    {
-        OperationFixture::TearDown();
-        unsetenv("XDG_DATA_HOME");
-    }
-
     BMessage Deletion(const std::vector<std::string>& names)
     {
         BMessage request = Request(names);

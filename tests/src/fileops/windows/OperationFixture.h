@@ -2,6 +2,7 @@
 
 #include "ApplicationEnvironment.h"
 #include "TempTree.h"
+#include "Variable.h"
 #include "fileops/engine/Operations.h"
 #include "fileops/windows/CopyWin.h"
 
@@ -94,6 +95,7 @@ protected:
     }
 
     TempTree fTree;
+    const Variable fDataHome{"XDG_DATA_HOME", fTree.Path("data").c_str()};
     OperationListener* fListener = nullptr; // deletes itself
 };
 
