@@ -16,7 +16,6 @@
 #include <StorageDefs.h>
 
 #include <algorithm>
-#include <cstring>
 
 namespace norvane {
 
@@ -157,12 +156,7 @@ void NorvaneWindow::SaveSettings()
     writer.Set("Height", static_cast<int>(frame.Height()));
     writer.Set("NumPanes", static_cast<int>(CountPanes()));
     for (int32 index = 0; index < CountPanes(); index++) {
-        char path[B_PATH_NAME_LENGTH];
-        PaneAt(index)->GetPath(path);
-        if (std::strlen(path) > 2 && std::strncmp(path, "ftp", 3) == 0) {
-            PaneAt(index)->GetCachedPath(path); // where the pane was before it went to a server
-        }
-        writer.SetPath(PaneKey(index), path);
+        writer.SetPath(PaneKey(index), PaneAt(index)->GetCachedPath());
     }
     if (CountPanes() > 0) {
         for (int32 column = kFirstColumn; column <= kLastColumn; column++) {

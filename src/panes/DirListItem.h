@@ -1,7 +1,7 @@
 #pragma once
 
 #include "clv/CLVListItem.h"
-#include "panes/PaneMessages.h"
+#include "panes/PaneMode.h"
 
 #include <Entry.h>
 #include <EntryBatch.h>

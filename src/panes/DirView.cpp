@@ -128,7 +128,7 @@ void DirView::ColumnWidthChanged(int32 columnIndex, float newWidth)
         return;
     }
     char text[16];
-    BMessage message(kColumnWidthChanged);
+    BMessage message(kColumnResized);
     itoa(columnIndex, text);
     message.AddString("ColumnIndex", text);
     itoa(static_cast<int>(std::lround(newWidth)), text);
@@ -201,7 +201,7 @@ void DirView::MessageReceived(BMessage* message)
     case kFolderMeasured:
         FolderMeasured(*message);
         break;
-    case kRenameCommitted:
+    case kNewNameTyped:
         RenameEnded(true);
         break;
     case kRenameCancelled:

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "MessageCodes.h"
 #include "clv/ColumnListView.h"
 #include "panes/DirListItem.h"
 #include "panes/FolderMeasure.h"
 #include "panes/MarkList.h"
 #include "panes/MousePress.h"
-#include "panes/PaneMessages.h"
 #include "panes/PaneNotifier.h"
 #include "panes/RenameField.h"
 #include "panes/RowIndex.h"
@@ -93,14 +93,15 @@ public:
     void Rename(const char* newName, int32 index = -1);
 
     // Selection and marks
-    int GetSelected(char* path) const;
+    /// 0 when no row is selected, 1 for a folder's row, 2 for any other; `path` is the folder's, or
+    /// that of the folder shown.
+    int GetSelected(std::string* path) const;
     void GetSelected(BList* rows) const;
     /// The message that carries the chosen entries; null when none is chosen. Returned to the
     /// caller.
     BMessage* GetRefMsg(int32 index);
     /// The footer's line.
-    /// Units: `text` holds at least 256 bytes.
-    void GetFiles(char* text) const;
+    std::string GetFiles() const;
     /// Starts measuring the one selected folder; its cell is filled when that ends. Returns 0.
     int64 GetSize();
     void ToggleMark(int32 index);

@@ -12,14 +12,6 @@
 
 namespace norvane {
 
-namespace {
-
-constexpr uint32 kShowHelp = 140;
-constexpr uint32 kMakeFolder = 106;
-constexpr uint32 kShowQuery = 123;
-
-} // namespace
-
 int32 DirView::CurrentInt32(const char* field) const
 {
     int32 value = 0;
@@ -101,7 +93,7 @@ bool DirView::HandleFunctionKey(int32 key)
 {
     switch (key) {
     case B_F1_KEY:
-        NotifyParent(kShowHelp);
+        NotifyParent(kHelp);
         break;
     case B_F2_KEY:
         Refresh();
@@ -135,7 +127,7 @@ void DirView::StartOperation(int32 key, uint32 held)
         }
         break;
     case B_F7_KEY:
-        Window()->PostMessage((held & B_CONTROL_KEY) != 0 ? kShowQuery : kMakeFolder);
+        Window()->PostMessage((held & B_CONTROL_KEY) != 0 ? kQuery : kNewFolder);
         break;
     case B_F8_KEY:
         Trash();

@@ -1,7 +1,6 @@
 #include "panes/DirView.h"
 
 #include <Message.h>
-#include <StorageDefs.h>
 #include <Window.h>
 
 #include <algorithm>
@@ -11,13 +10,7 @@
 
 namespace norvane {
 
-namespace {
-
-constexpr std::size_t kSummaryBytes = 256;
-
-} // namespace
-
-int DirView::GetSelected(char* path) const
+int DirView::GetSelected(std::string* path) const
 {
     const DirListItem* row = RowAt(CurrentSelection());
     if (row == nullptr) {
@@ -30,11 +23,7 @@ int DirView::GetSelected(char* path) const
     } else if (isFolder && !row->IsParent()) {
         text += std::string("/") + row->GetEntryName();
     }
-    path[0] = '\0';
-    if (text.size() >= B_PATH_NAME_LENGTH) {
-        return 0; // a cut path would name something else
-    }
-    std::strcpy(path, text.c_str());
+    *path = text;
     return isFolder ? 1 : 2;
 }
 
@@ -77,16 +66,13 @@ BMessage* DirView::GetRefMsg(int32 index)
     return message.release(); // returned to the caller
 }
 
-void DirView::GetFiles(char* text) const
+std::string DirView::GetFiles() const
 {
     FolderTotals selected;
     for (int32 i = 0, index = CurrentSelection(0); index >= 0; index = CurrentSelection(++i)) {
         selected.Add(*RowAt(index));
     }
-    const std::string summary =
-        FooterText(selected.bytes, fTotals.bytes, selected.files, fTotals.files);
-    std::strncpy(text, summary.c_str(), kSummaryBytes - 1);
-    text[kSummaryBytes - 1] = '\0';
+    return FooterText(selected.bytes, fTotals.bytes, selected.files, fTotals.files);
 }
 
 int64 DirView::GetSize()

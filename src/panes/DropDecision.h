@@ -1,6 +1,6 @@
 #pragma once
 
-#include "panes/PaneMessages.h"
+#include "panes/PaneMode.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "panes/PaneMessages.h"
+#include "MessageCodes.h"
 
 #include <Looper.h>
 #include <Messenger.h>
