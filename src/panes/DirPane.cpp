@@ -146,8 +146,7 @@ void DirPane::SetPath(const char* path)
 
 void DirPane::RefreshTexts()
 {
-    const bool isQuery = fList->Mode() == kQueryMode;
-    fHeader->SetText(isQuery ? fList->QueryString().c_str() : fList->Path().c_str());
+    fHeader->SetText(fList->HeaderText().c_str());
     fFooter->SetText(fList->GetFiles().c_str());
     fHeader->Invalidate();
     fFooter->Invalidate();

@@ -288,7 +288,7 @@ TEST_F(DirViewTest, ShowsQueryResultsByTheirPaths)
     EXPECT_EQ(fList->Populate(&results), 1);
     EXPECT_EQ(fList->Mode(), kQueryMode);
     EXPECT_EQ(Names(), fTree.Path("shown/f") + " " + fTree.Path("shown/a") + " ");
-    EXPECT_EQ(fList->QueryString(), "(name==*)");
+    EXPECT_EQ(fList->HeaderText(), "(name==*)");
     fList->Select(1);
     EXPECT_EQ(Chosen(), "a ");
     fList->Select(0);
