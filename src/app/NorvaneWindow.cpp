@@ -1,5 +1,6 @@
 #include "app/NorvaneWindow.h"
 
+#include "MessageCodes.h"
 #include "app/MenuTable.h"
 #include "panes/DirPane.h"
 #include "panes/DirView.h"
@@ -190,6 +191,11 @@ void NorvaneWindow::AddFilePane(const char* path)
     const std::string& unreadable = pane->GetDirView()->UnreadableFolder();
     if (!unreadable.empty()) {
         fMissingFolders.push_back(unreadable);
+        if (fIsReady) {
+            // What a person asks for is told of at once; what was saved, when the window is shown.
+            fMissingReason = pane->GetDirView()->UnreadableReason();
+            PostMessage(kTellMissingFolders);
+        }
     }
 }
 

@@ -130,7 +130,11 @@ void NorvaneWindow::TellMissingFolders()
     for (const std::string& folder : fMissingFolders) {
         text += "\n\t" + folder;
     }
+    if (!fMissingReason.empty()) {
+        text = fMissingReason;
+    }
     fMissingFolders.clear();
+    fMissingReason.clear();
     MsgBox("Err", text.c_str(), "OK", B_INFO_ALERT);
 }
 
