@@ -141,11 +141,12 @@ private:
     void RowsLeave() override;
     void RowsChanged() override;
     OpenOrder OrderForOpening() const override;
-    void Arrived() override;
+    void Arrived(const Arrival& arrival) override;
 
     void AddColumns(const char* iconLabel);
     int32 CurrentInt32(const char* field) const;
     std::vector<DirListItem*> SelectedRows() const;
+    void ScrollToRow(int32 index);
     bool EditNamed(const std::string& name);
     void RenameRow(DirListItem* row, const char* newName);
     void RenameEnded(bool isCommitted);

@@ -1,6 +1,7 @@
 #include "panes/DirView.h"
 #include "panes/FolderSource.h"
 #include "panes/QuerySource.h"
+#include "panes/ScrollIntoSight.h"
 
 #include <Window.h>
 
@@ -74,9 +75,24 @@ OpenOrder DirView::OrderForOpening() const
     return {fRows.DateFormat(), isFollowed ? BMessenger(fPane) : BMessenger()};
 }
 
-void DirView::Arrived()
+void DirView::Arrived(const Arrival& arrival)
 {
+    if (arrival.isElsewhere) {
+        ScrollTo(BPoint(0, 0));
+    }
+    if (!arrival.nameLeft.empty()) {
+        ScrollToRow(fRows.Find(arrival.nameLeft.c_str()));
+    }
     EditNamed(std::exchange(fNameToEdit, {}));
+}
+
+void DirView::ScrollToRow(int32 index)
+{
+    if (index >= 0) {
+        BRect row = ItemFrame(index);
+        row.left = row.right = Bounds().left; // up and down only
+        ScrollTo(ScrolledToShow(Bounds(), row));
+    }
 }
 
 } // namespace norvane

@@ -131,7 +131,7 @@ void PaneListing::Opened(RowSource& source, ListedRows rows)
     fNotifier.Post(MSG_PANE_INFO);
     fUpdates.Follow(fSource->Folder());
     NoteWay(fWay, left->LocalFolder());
-    fOwner.Arrived();
+    fOwner.Arrived({fWay != Way::kAgain, fWay == Way::kUp ? left->NameAbove() : std::string()});
     TellOfMissingWatch();
 }
 

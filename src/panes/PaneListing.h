@@ -11,6 +11,13 @@ class LiveUpdates;
 class PaneNotifier;
 class PaneRows;
 
+/// How a list came to show other rows.
+struct Arrival
+{
+    bool isElsewhere = false; // another place, not the same one read again
+    std::string nameLeft;     // after going up: the row of the place left; empty when it has none
+};
+
 /// What a listing needs of its list.
 class ListingOwner
 {
@@ -19,7 +26,7 @@ public:
 
     virtual OpenOrder OrderForOpening() const = 0;
     /// The new rows are in the list.
-    virtual void Arrived() = 0;
+    virtual void Arrived(const Arrival& arrival) = 0;
 };
 
 /// Which place a list shows, and the way from one to another: opens sources and puts their rows

@@ -2,6 +2,7 @@
 
 #include "clv/ColumnListView.h"
 #include "panes/PaneRows.h"
+#include "panes/ScrollIntoSight.h"
 
 #include <cmath>
 
@@ -24,6 +25,7 @@ void RowRenaming::Begin(int32 index)
     BRect cell = fList.ItemFrame(index);
     cell.left = column->Begin();
     cell.right = cell.left + std::round(column->Width());
+    fList.ScrollTo(ScrolledToShow(fList.Bounds(), cell));
     fField.Open(&fList, row, index, cell);
 }
 
