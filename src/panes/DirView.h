@@ -23,7 +23,7 @@ namespace norvane {
 ///
 /// It answers the calls of pane and window; its parts do the work. Thread: its window's. Ownership:
 /// owns its rows.
-class DirView : public ColumnListView, private RowsListener, private ListingOwner
+class DirView : public ColumnListView, public KeyTarget, private RowsListener, private ListingOwner
 {
 public:
     /// `parentPane` is told of every change; `iconLabel` heads the icon column.
@@ -54,12 +54,12 @@ public:
     /// Shows any place; false when it cannot be opened. What cannot be told at once comes later.
     bool Populate(std::unique_ptr<RowSource> source);
     void Clear();
-    void Refresh();
+    void Refresh() override;
     /// Lists another folder, "/" for null.
     void SetPath(const char* path);
     /// Lists a folder that a person named; "~", relative paths and addresses are understood.
     void GoToDir(const char* path);
-    void NavigateUp();
+    void NavigateUp() override;
     void NavigateDown();
     /// Adds entries that were moved in from elsewhere since the last listing.
     void AddMissing() { fUpdates.AddMissing(); }
@@ -77,12 +77,12 @@ public:
     // Changes of entries (DirViewEntries.cpp)
     /// Asks, then deletes what is marked, else selected: into the Trash, or for good when the Trash
     /// is shown. An operation window does it.
-    void Trash();
+    void Trash() override;
     /// Makes a folder under a free name and opens its rename field.
     void DoNewFolder();
     void MkDir(const char* name);
     /// Opens the rename field of the selected row.
-    void DoRename();
+    void DoRename() override;
     void Edit(int32 index) { fRename.Begin(index); }
     /// Renames a row's entry; index -1 means the selected row.
     void Rename(const char* newName, int32 index = -1);
@@ -94,11 +94,11 @@ public:
     void GetSelected(BList* rows) const;
     /// The message that carries the chosen entries; null when none is chosen. Returned to the
     /// caller.
-    BMessage* GetRefMsg(int32 index);
+    BMessage* GetRefMsg(int32 index) override;
     /// The footer's line.
     std::string GetFiles() const;
     /// Starts measuring the one selected folder; its cell is filled when that ends. Returns 0.
-    int64 GetSize();
+    int64 GetSize() override;
     void ToggleMark(int32 index) { fMarks.Toggle(index); }
     void Mark(int32 from, int32 to) { fMarks.Mark(from, to); }
     void Unmark(int32 from, int32 to) { fMarks.Unmark(from, to); }
@@ -118,7 +118,7 @@ public:
     bool HeaderFlag() const { return fShowsHeader; }
     bool FooterFlag() const { return fShowsFooter; }
 
-    void NotifyParent(uint32 code) { fNotifier.Post(code); }
+    void NotifyParent(uint32 code) override { fNotifier.Post(code); }
     /// The pane got MSG_PANE_INFO.
     void InfoArrived() { fNotifier.InfoArrived(); }
 
@@ -159,7 +159,7 @@ private:
     PaneRows fRows{*this, *this};
     PaneMarks fMarks{fRows};
     PaneGestures fGestures{fRows, fMarks};
-    PaneKeys fKeys{*this, fRows, fMarks};
+    PaneKeys fKeys{*this, fRows, fMarks, *this};
     RowRenaming fRename{*this, fRows};
     LiveUpdates fUpdates{fRows};
     PaneListing fListing;

@@ -1,5 +1,5 @@
-#include "fileops/windows/CopyWin.h"
 #include "fileops/engine/ProblemList.h"
+#include "fileops/windows/CopyWin.h"
 #include "panes/DeletionQuestion.h"
 #include "panes/DirView.h"
 #include "panes/NewName.h"

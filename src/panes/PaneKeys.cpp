@@ -1,7 +1,9 @@
 #include "panes/PaneKeys.h"
 
 #include "MessageCodes.h"
-#include "panes/DirView.h"
+#include "clv/ColumnListView.h"
+#include "panes/PaneMarks.h"
+#include "panes/PaneRows.h"
 #include "panes/TypeAhead.h"
 
 #include <InterfaceDefs.h>
@@ -108,14 +110,14 @@ void PaneKeys::CarryOut(PaneCommand command, const KeyPress& key)
     case PaneCommand::kNone:
         break;
     case PaneCommand::kTrash:
-        fList.Trash();
+        fTarget.Trash();
         break;
     case PaneCommand::kUp:
-        fList.NavigateUp();
+        fTarget.NavigateUp();
         break;
     case PaneCommand::kMarkAndMeasure:
         MarkSelected();
-        fList.GetSize();
+        fTarget.GetSize();
         break;
     case PaneCommand::kMarkAndGoOn:
         MarkSelectedAndGoOn();
@@ -130,10 +132,10 @@ void PaneKeys::CarryOut(PaneCommand command, const KeyPress& key)
         fMarks.Unmark(kFirstMarked, last);
         break;
     case PaneCommand::kHelp:
-        fList.NotifyParent(kHelp);
+        fTarget.NotifyParent(kHelp);
         break;
     case PaneCommand::kRefresh:
-        fList.Refresh();
+        fTarget.Refresh();
         break;
     case PaneCommand::kCopy:
         StartCopy("Copy");
@@ -142,7 +144,7 @@ void PaneKeys::CarryOut(PaneCommand command, const KeyPress& key)
         StartCopy("Move");
         break;
     case PaneCommand::kRename:
-        fList.DoRename();
+        fTarget.DoRename();
         break;
     case PaneCommand::kNewFolder:
         Post(kNewFolder);
@@ -182,7 +184,7 @@ void PaneKeys::StartCopy(const char* type)
         return;
     }
     // With nothing marked the message carries the selected row.
-    const std::unique_ptr<BMessage> message(fList.GetRefMsg(-1));
+    const std::unique_ptr<BMessage> message(fTarget.GetRefMsg(-1));
     if (message == nullptr) {
         return;
     }

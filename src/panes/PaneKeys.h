@@ -2,9 +2,11 @@
 
 #include <SupportDefs.h>
 
+class BMessage;
+
 namespace norvane {
 
-class DirView;
+class ColumnListView;
 class PaneMarks;
 class PaneRows;
 
@@ -46,14 +48,31 @@ struct KeyMeaning
 
 KeyMeaning MeaningOf(const KeyPress& key);
 
+/// A list as what its keys command.
+class KeyTarget
+{
+public:
+    virtual ~KeyTarget() = default;
+
+    virtual void Trash() = 0;
+    virtual void NavigateUp() = 0;
+    /// Starts measuring what is selected.
+    virtual int64 GetSize() = 0;
+    virtual void Refresh() = 0;
+    virtual void DoRename() = 0;
+    /// The message that carries what is chosen; null when nothing is. Returned to the caller.
+    virtual BMessage* GetRefMsg(int32 index) = 0;
+    virtual void NotifyParent(uint32 code) = 0;
+};
+
 /// Carries out what the keys of a list are for.
 ///
 /// Thread: the list's window's.
 class PaneKeys
 {
 public:
-    PaneKeys(DirView& list, PaneRows& rows, PaneMarks& marks)
-        : fList(list), fRows(rows), fMarks(marks)
+    PaneKeys(ColumnListView& list, PaneRows& rows, PaneMarks& marks, KeyTarget& target)
+        : fList(list), fRows(rows), fMarks(marks), fTarget(target)
     {
     }
 
@@ -68,9 +87,10 @@ private:
     void TypeAhead(const KeyPress& key);
     void Post(uint32 code);
 
-    DirView& fList;
+    ColumnListView& fList;
     PaneRows& fRows;
     PaneMarks& fMarks;
+    KeyTarget& fTarget;
 };
 
 } // namespace norvane

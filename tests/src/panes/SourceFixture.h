@@ -11,7 +11,7 @@
 #include <vector>
 
 /// Sources of rows without any list: what they tell is written down.
-class SourceFixture : public ::testing::Test, protected norvane::RowTaker
+class SourceFixture : public ::testing::Test, public norvane::RowTaker
 {
 protected:
     status_t Open(norvane::RowSource& source)
