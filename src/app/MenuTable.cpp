@@ -1,5 +1,7 @@
 #include "app/MenuTable.h"
 
+#include "MessageCodes.h"
+
 #include <AppDefs.h>
 #include <InterfaceDefs.h>
 

@@ -1,5 +1,6 @@
 #include "app/NorvaneWindow.h"
 
+#include "MessageCodes.h"
 #include "app/MenuTable.h"
 #include "panes/DirPane.h"
 #include "panes/DirView.h"
@@ -16,7 +17,6 @@
 #include <StorageDefs.h>
 
 #include <algorithm>
-#include <cstring>
 
 namespace norvane {
 
@@ -157,12 +157,7 @@ void NorvaneWindow::SaveSettings()
     writer.Set("Height", static_cast<int>(frame.Height()));
     writer.Set("NumPanes", static_cast<int>(CountPanes()));
     for (int32 index = 0; index < CountPanes(); index++) {
-        char path[B_PATH_NAME_LENGTH];
-        PaneAt(index)->GetPath(path);
-        if (std::strlen(path) > 2 && std::strncmp(path, "ftp", 3) == 0) {
-            PaneAt(index)->GetCachedPath(path); // where the pane was before it went to a server
-        }
-        writer.SetPath(PaneKey(index), path);
+        writer.SetPath(PaneKey(index), PaneAt(index)->GetCachedPath());
     }
     if (CountPanes() > 0) {
         for (int32 column = kFirstColumn; column <= kLastColumn; column++) {
@@ -196,6 +191,11 @@ void NorvaneWindow::AddFilePane(const char* path)
     const std::string& unreadable = pane->GetDirView()->UnreadableFolder();
     if (!unreadable.empty()) {
         fMissingFolders.push_back(unreadable);
+        if (fIsReady) {
+            // What a person asks for is told of at once; what was saved, when the window is shown.
+            fMissingReason = pane->GetDirView()->UnreadableReason();
+            PostMessage(kTellMissingFolders);
+        }
     }
 }
 

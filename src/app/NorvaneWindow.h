@@ -83,7 +83,8 @@ private:
     bool fIsReady = false;
     bool fHasSaved = false;
     std::vector<std::string> fFolders;        // from the command line
-    std::vector<std::string> fMissingFolders; // saved ones that could not be shown, told once
+    std::vector<std::string> fMissingFolders; // that could not be shown, told once
+    std::string fMissingReason;               // why, of one that a person asked for
 };
 
 } // namespace norvane

@@ -1,3 +1,4 @@
+#include "MessageCodes.h"
 #include "app/MenuTable.h"
 #include "app/NorvaneWindow.h"
 #include "fileops/windows/CopyWin.h"
@@ -25,8 +26,6 @@
 namespace norvane {
 
 namespace {
-
-constexpr uint32 kTellMissingFolders = 'Miss';
 
 bool ReadSwitch(const char* key)
 {
@@ -102,7 +101,7 @@ void NorvaneWindow::MessageReceived(BMessage* message)
         TellMissingFolders();
         break;
     case kRemoteEntries:
-    case B_SIMPLE_DATA:
+    case kLocalEntries:
         DoDrag(message);
         break;
     case B_NODE_MONITOR:
@@ -131,7 +130,11 @@ void NorvaneWindow::TellMissingFolders()
     for (const std::string& folder : fMissingFolders) {
         text += "\n\t" + folder;
     }
+    if (!fMissingReason.empty()) {
+        text = fMissingReason;
+    }
     fMissingFolders.clear();
+    fMissingReason.clear();
     MsgBox("Err", text.c_str(), "OK", B_INFO_ALERT);
 }
 
@@ -261,14 +264,14 @@ void NorvaneWindow::OpenBeside(int32 step)
         MsgBox("Navigating this way is not supported.(Yet)", B_INFO_ALERT);
         return;
     }
-    char path[B_PATH_NAME_LENGTH] = "";
-    const int selected = PaneAt(focused)->GetSelected(path);
+    std::string path;
+    const int selected = PaneAt(focused)->GetSelected(&path);
     // To the right a file counts as well: the pane then shows the folder that the file is in.
     const bool isTested = step < 0;
-    if (path[0] == '\0' || (isTested && selected != 1)) {
+    if (path.empty() || (isTested && selected != 1)) {
         return;
     }
-    PaneAt((focused + step + CountPanes()) % CountPanes())->SetPath(path);
+    PaneAt((focused + step + CountPanes()) % CountPanes())->SetPath(path.c_str());
 }
 
 void NorvaneWindow::RemovePane()
@@ -285,10 +288,9 @@ void NorvaneWindow::RemovePane()
         }
     } else {
         // The rightmost pane goes, and the focused one takes its folder over.
-        char path[B_PATH_NAME_LENGTH];
-        PaneAt(last)->GetPath(path);
+        const std::string path = PaneAt(last)->GetPath();
         TakePane(last);
-        focused->SetPath(path);
+        focused->SetPath(path.c_str());
     }
     FrameResized(Bounds().Width(), Bounds().Height());
 }

@@ -176,6 +176,11 @@ const char* DirListItem::GetEntryName() const
     return fRef.name != nullptr ? fRef.name : "";
 }
 
+const char* DirListItem::LeafName() const
+{
+    return fRef.name != nullptr ? fRef.name : GetEntryName();
+}
+
 DirListItem::Texts& DirListItem::MadeTexts() const
 {
     if (fTexts == nullptr) {

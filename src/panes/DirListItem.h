@@ -1,7 +1,7 @@
 #pragma once
 
 #include "clv/CLVListItem.h"
-#include "panes/PaneMessages.h"
+#include "panes/PaneMode.h"
 
 #include <Entry.h>
 #include <EntryBatch.h>
@@ -54,7 +54,12 @@ public:
     /// Valid until the row is updated or deleted.
     const char* GetEntryName() const;
     const entry_ref* GetRef() const { return &fRef; }
+    /// The name without a path before it, as it is edited. Valid until the row is updated or
+    /// deleted.
+    const char* LeafName() const;
     node_ref NodeRef() const;
+    /// Whether it is a local entry that could be read: ".." and a server's rows have no node.
+    bool HasNode() const { return fNode != 0; }
     bool IsDir() const { return fIsDirectory; }
     /// Whether a person can go into it: a folder or a link to one, no FIFO, socket or device.
     bool IsEnterable() const { return fIsDirectory && fKind != Kind::kOther; }

@@ -13,14 +13,13 @@
 #include <ScrollView.h>
 #include <Window.h>
 
-#include <cstring>
+#include <string>
 
 namespace norvane {
 
 namespace {
 
 constexpr float kFirstMax = 100; // of the progress bar, until the listing knows better
-constexpr std::size_t kFooterBytes = 256;
 
 } // namespace
 
@@ -147,11 +146,8 @@ void DirPane::SetPath(const char* path)
 
 void DirPane::RefreshTexts()
 {
-    const bool isQuery = fList->Mode() == kQueryMode;
-    fHeader->SetText(isQuery ? fList->QueryString().c_str() : fList->Path().c_str());
-    char summary[kFooterBytes];
-    fList->GetFiles(summary);
-    fFooter->SetText(summary);
+    fHeader->SetText(fList->HeaderText().c_str());
+    fFooter->SetText(fList->GetFiles().c_str());
     fHeader->Invalidate();
     fFooter->Invalidate();
 }
@@ -198,7 +194,7 @@ bool DirPane::QuitRequested()
 
 // What the main window asks of the list
 
-int DirPane::GetSelected(char* path) const
+int DirPane::GetSelected(std::string* path) const
 {
     return fList->GetSelected(path);
 }
@@ -218,18 +214,14 @@ int DirPane::ColumnWidth(int32 column) const
     return fList->ColumnWidth(column);
 }
 
-void DirPane::GetPath(char* path) const
+std::string DirPane::GetPath() const
 {
-    const std::string& shown = fList->Path();
-    path[0] = '\0';
-    if (shown.size() < B_PATH_NAME_LENGTH) {
-        std::strcpy(path, shown.c_str());
-    }
+    return fList->Path();
 }
 
-void DirPane::GetCachedPath(char* path) const
+std::string DirPane::GetCachedPath() const
 {
-    GetPath(path);
+    return GetPath();
 }
 
 void DirPane::DoNewFolder()

@@ -47,14 +47,14 @@ public:
     /// Shows or hides header and footer as the list's flags say.
     void ShowStrips();
 
-    int GetSelected(char* path) const;
+    int GetSelected(std::string* path) const;
     int64 GetSize();
     void SetColumnWidth(int32 column, int width);
     int ColumnWidth(int32 column) const;
-    /// The folder to save for this pane.
-    /// Units: `path` holds B_PATH_NAME_LENGTH bytes; a longer one gives an empty string.
-    void GetPath(char* path) const;
-    void GetCachedPath(char* path) const;
+    /// The folder that the list shows, of any length.
+    std::string GetPath() const;
+    /// The folder to save for this pane: where it was before it went to a server.
+    std::string GetCachedPath() const;
     void DoNewFolder();
     void DoRename();
     void MkDir(const char* name);

@@ -1,5 +1,6 @@
 #include "panes/DirView.h"
 
+#include "MessageCodes.h"
 #include "clv/CLVContainerView.h"
 #include "panes/DatePattern.h"
 #include "panes/DirPane.h"
@@ -14,8 +15,7 @@
 #include <cmath>
 #include <cstring>
 
-// Construction, columns, preferences and notices. Listing, selection and marks, keys, mouse and
-// drops, and live updates have sources of their own.
+// Construction, what the list is told, columns and preferences.
 
 namespace norvane {
 
@@ -53,7 +53,8 @@ DirView::DirView(BRect frame, BScrollView** containerOut, const char* path, cons
     : ColumnListView(frame, nullptr, "dirview", B_FOLLOW_ALL_SIDES,
                      B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE, B_SINGLE_SELECTION_LIST, false,
                      true, true, B_NO_BORDER, be_plain_font),
-      fPath(path != nullptr ? path : "/"), fOrder(fSource), fPane(parentPane), fNotifier(parentPane)
+      fPane(parentPane), fNotifier(parentPane),
+      fListing(path != nullptr ? path : "/", fRows, fUpdates, fNotifier, *this)
 {
     *containerOut = Container();
     SetFontSize(kFontSize);
@@ -63,8 +64,7 @@ DirView::DirView(BRect frame, BScrollView** containerOut, const char* path, cons
 
 DirView::~DirView()
 {
-    StopNodeMonitoring();
-    DeleteRows();
+    Clear();
 }
 
 void DirView::AddColumns(const char* iconLabel)
@@ -83,12 +83,7 @@ void DirView::AttachedToWindow()
         return;
     }
     fIsFirstAttachment = false;
-    // Told later, together with other panes' folders: the window is not even shown yet.
-    if (List(fPath, Complaint::kNone) != 1) {
-        fUnreadable = fPath;
-        fPath = HomeFolder();
-        List(fPath, Complaint::kNone);
-    }
+    fListing.Start();
     NotifyParent(MSG_PANE_INFO);
 }
 
@@ -114,9 +109,78 @@ void DirView::WindowActivated(bool isActive)
     }
 }
 
-DirListItem* DirView::RowAt(int32 index) const
+// Keys and mouse
+
+int32 DirView::CurrentInt32(const char* field) const
 {
-    return static_cast<DirListItem*>(ItemAt(index));
+    int32 value = 0;
+    const BMessage* message = Window() != nullptr ? Window()->CurrentMessage() : nullptr;
+    if (message != nullptr) {
+        message->FindInt32(field, &value);
+    }
+    return value;
+}
+
+void DirView::KeyDown(const char* bytes, int32 byteCount)
+{
+    const KeyPress key{bytes, byteCount, CurrentInt32("key"),
+                       static_cast<uint32>(CurrentInt32("modifiers")),
+                       CurrentInt32("be:key_repeat") != 0};
+    if (!fKeys.KeyDown(key)) {
+        ColumnListView::KeyDown(bytes, byteCount);
+    }
+}
+
+void DirView::MouseDown(BPoint where)
+{
+    if (fGestures.Pressed(where, IndexOf(where), static_cast<uint32>(CurrentInt32("modifiers")),
+                          static_cast<uint32>(CurrentInt32("buttons")))) {
+        SetMouseEventMask(B_POINTER_EVENTS);
+    }
+    ColumnListView::MouseDown(where);
+}
+
+void DirView::MouseMoved(BPoint where, uint32 transit, const BMessage* dragged)
+{
+    fGestures.Moved(where);
+    ColumnListView::MouseMoved(where, transit, dragged);
+}
+
+void DirView::MouseUp(BPoint where)
+{
+    fGestures.Released();
+    ColumnListView::MouseUp(where);
+}
+
+bool DirView::InitiateDrag(BPoint, int32, bool)
+{
+    // A press that moves away never sweeps the selection along.
+    return true;
+}
+
+// Rows
+
+void DirView::RowLeaves(DirListItem* row)
+{
+    fMarks.Forget(row);
+    fGestures.Forget(row);
+    fRename.Forget(row);
+    fUpdates.Forget(row);
+}
+
+void DirView::RowsLeave()
+{
+    fRename.Drop();
+    fMeasure.Cancel();
+    fGestures.ForgetAll();
+    fMarks.ForgetAll();
+    fUpdates.ForgetAll();
+}
+
+void DirView::RowsChanged()
+{
+    fRename.Follow();
+    NotifyParent(MSG_PANE_INFO);
 }
 
 // Columns
@@ -128,7 +192,7 @@ void DirView::ColumnWidthChanged(int32 columnIndex, float newWidth)
         return;
     }
     char text[16];
-    BMessage message(kColumnWidthChanged);
+    BMessage message(kColumnResized);
     itoa(columnIndex, text);
     message.AddString("ColumnIndex", text);
     itoa(static_cast<int>(std::lround(newWidth)), text);
@@ -159,7 +223,7 @@ void DirView::GetPreferences()
     std::strcpy(format, DatePattern::kDefault);
     GetProfileString(kSettingsFolder, "DateFormat", format, sizeof(format), kSettingsFile);
     SetDateFormat(format);
-    fShowsProgress = ReadFlag("ShowProgressBar");
+    SetProgressFlag(ReadFlag("ShowProgressBar"));
     fShowsHeader = ReadFlag("ShowHeader");
     fShowsFooter = ReadFlag("ShowFooter");
 }
@@ -168,23 +232,11 @@ void DirView::SetDateFormat(const char* pattern)
 {
     // One that is too long is refused: its first part could mean something else.
     if (std::strlen(pattern) < kDateFormatBytes) {
-        fDateFormat = pattern;
+        fRows.SetDateFormat(pattern);
     }
 }
 
 // Notices
-
-void DirView::NotifyParent(uint32 code)
-{
-    // Twenty thousand changes need one refreshed footer, not as many.
-    if (code == MSG_PANE_INFO && Window() != nullptr) {
-        if (fIsInfoOnItsWay) {
-            return;
-        }
-        fIsInfoOnItsWay = true;
-    }
-    fNotifier.Post(code);
-}
 
 void DirView::SelectionChanged()
 {
@@ -196,12 +248,13 @@ void DirView::MessageReceived(BMessage* message)
 {
     switch (message->what) {
     case kLocalEntries:
+    case kRemoteEntries:
         EntriesDropped(message);
         break;
     case kFolderMeasured:
         FolderMeasured(*message);
         break;
-    case kRenameCommitted:
+    case kNewNameTyped:
         RenameEnded(true);
         break;
     case kRenameCancelled:

@@ -1,22 +1,16 @@
 #pragma once
 
 #include "clv/ColumnListView.h"
-#include "panes/DirListItem.h"
 #include "panes/FolderMeasure.h"
-#include "panes/MarkList.h"
-#include "panes/MousePress.h"
-#include "panes/PaneMessages.h"
+#include "panes/LiveUpdates.h"
+#include "panes/PaneGestures.h"
+#include "panes/PaneKeys.h"
+#include "panes/PaneListing.h"
+#include "panes/PaneMarks.h"
 #include "panes/PaneNotifier.h"
-#include "panes/RenameField.h"
-#include "panes/RowIndex.h"
-#include "panes/RowOrder.h"
+#include "panes/PaneRows.h"
+#include "panes/RowRenaming.h"
 
-#include <Message.h>
-#include <Node.h>
-
-#include <memory>
-#include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -24,17 +18,14 @@ class BScrollView;
 
 namespace norvane {
 
-class FolderReader;
-
-/// The file list of a pane: lists a folder or query results, keeps marks apart from the selection,
+/// The file list of a pane: shows the rows of a source, keeps marks apart from the selection,
 /// packs the chosen entries into messages, and follows the changes of its folder.
 ///
-/// Thread: its window's. Ownership: owns its rows.
-class DirView : public ColumnListView
+/// It answers the calls of pane and window; its parts do the work. Thread: its window's. Ownership:
+/// owns its rows.
+class DirView : public ColumnListView, public KeyTarget, private RowsListener, private ListingOwner
 {
 public:
-    static constexpr int32 kColumnCount = 5;
-
     /// `parentPane` is told of every change; `iconLabel` heads the icon column.
     DirView(BRect frame, BScrollView** containerOut, const char* path, const char* iconLabel,
             BView* parentPane);
@@ -55,196 +46,130 @@ public:
     bool InitiateDrag(BPoint where, int32 index, bool wasSelected) override;
     void ColumnWidthChanged(int32 columnIndex, float newWidth) override;
 
-    // Listing
+    // Listing (DirViewPlaces.cpp)
     /// Lists a local folder; 1, or -1 when it cannot be read: the list stays as it was then.
     int Populate(const char* path);
     /// Shows query results: refs of the message's first ref field, "QueryString".
     int Populate(BMessage* queryResults);
+    /// Shows any place; false when it cannot be opened. What cannot be told at once comes later.
+    bool Populate(std::unique_ptr<RowSource> source);
     void Clear();
-    void Refresh();
+    void Refresh() override;
     /// Lists another folder, "/" for null.
     void SetPath(const char* path);
     /// Lists a folder that a person named; "~", relative paths and addresses are understood.
     void GoToDir(const char* path);
-    void NavigateUp();
+    void NavigateUp() override;
     void NavigateDown();
     /// Adds entries that were moved in from elsewhere since the last listing.
-    void AddMissing();
+    void AddMissing() { fUpdates.AddMissing(); }
 
-    PaneMode Mode() const { return fMode; }
-    const std::string& Path() const { return fPath; }
-    const std::string& QueryString() const { return fQuery; }
-    /// The saved folder that could not be read when the list was first shown; empty when it could.
-    const std::string& UnreadableFolder() const { return fUnreadable; }
+    PaneMode Mode() const { return fListing.Source().Mode(); }
+    /// The local folder shown, or the one to come back to.
+    const std::string& Path() const { return fListing.Source().LocalFolder(); }
+    std::string HeaderText() const { return fListing.Source().HeaderText(); }
+    /// The saved folder that could not be read when the list was first shown, and why; empty when
+    /// it could.
+    const std::string& UnreadableFolder() const { return fListing.UnreadableFolder(); }
+    const std::string& UnreadableReason() const { return fListing.UnreadableReason(); }
+    const node_ref& FolderNode() const { return fUpdates.FolderNode(); }
 
-    const node_ref& FolderNode() const { return fWatched; }
-
-    // Changes of entries
+    // Changes of entries (DirViewEntries.cpp)
     /// Asks, then deletes what is marked, else selected: into the Trash, or for good when the Trash
     /// is shown. An operation window does it.
-    void Trash();
+    void Trash() override;
     /// Makes a folder under a free name and opens its rename field.
     void DoNewFolder();
     void MkDir(const char* name);
     /// Opens the rename field of the selected row.
-    void DoRename();
-    void Edit(int32 index);
+    void DoRename() override;
+    void Edit(int32 index) { fRename.Begin(index); }
     /// Renames a row's entry; index -1 means the selected row.
     void Rename(const char* newName, int32 index = -1);
 
-    // Selection and marks
-    int GetSelected(char* path) const;
+    // Selection and marks (DirViewEntries.cpp)
+    /// 0 when no row is selected, 1 for a folder's row, 2 for any other; `path` is the folder's, or
+    /// that of the place shown.
+    int GetSelected(std::string* path) const;
     void GetSelected(BList* rows) const;
     /// The message that carries the chosen entries; null when none is chosen. Returned to the
     /// caller.
-    BMessage* GetRefMsg(int32 index);
+    BMessage* GetRefMsg(int32 index) override;
     /// The footer's line.
-    /// Units: `text` holds at least 256 bytes.
-    void GetFiles(char* text) const;
+    std::string GetFiles() const;
     /// Starts measuring the one selected folder; its cell is filled when that ends. Returns 0.
-    int64 GetSize();
-    void ToggleMark(int32 index);
-    void Mark(int32 from, int32 to);
-    void Unmark(int32 from, int32 to);
-    void EmptyMarked();
-    const MarkList& Marks() const { return fMarks; }
-    DirListItem* RowAt(int32 index) const;
+    int64 GetSize() override;
+    void ToggleMark(int32 index) { fMarks.Toggle(index); }
+    void Mark(int32 from, int32 to) { fMarks.Mark(from, to); }
+    void Unmark(int32 from, int32 to) { fMarks.Unmark(from, to); }
+    void EmptyMarked() { fMarks.Empty(); }
+    const MarkList& Marks() const { return fMarks.List(); }
+    DirListItem* RowAt(int32 index) const { return fRows.RowAt(index); }
 
     // Columns and preferences
     int ColumnWidth(int32 index) const;
     void SetColumnWidth(int32 index, int width);
     void GetPreferences();
     void SetDateFormat(const char* pattern);
-    void SetProgressFlag(bool isOn) { fShowsProgress = isOn; }
+    void SetProgressFlag(bool isOn) { fNotifier.SetShowsProgress(isOn); }
     void SetHeaderFlag(bool isOn) { fShowsHeader = isOn; }
     void SetFooterFlag(bool isOn) { fShowsFooter = isOn; }
-    bool ProgressFlag() const { return fShowsProgress; }
+    bool ProgressFlag() const { return fNotifier.ShowsProgress(); }
     bool HeaderFlag() const { return fShowsHeader; }
     bool FooterFlag() const { return fShowsFooter; }
 
-    void NotifyParent(uint32 code);
+    void NotifyParent(uint32 code) override { fNotifier.Post(code); }
     /// The pane got MSG_PANE_INFO.
-    void InfoArrived() { fIsInfoOnItsWay = false; }
+    void InfoArrived() { fNotifier.InfoArrived(); }
 
     // Live updates
-    void StopNodeMonitoring();
+    void StopNodeMonitoring() { fUpdates.Stop(); }
     /// Handles a notice of the folder's watch.
-    void NodeChanged(const BMessage& notice);
+    void NodeChanged(const BMessage& notice) { fUpdates.NodeChanged(notice); }
     /// 1 for a folder's row, 2 for any other, 0 when the entry is gone or listed already.
-    int AddEntry(const entry_ref* ref);
-    void RemoveEntry(const entry_ref* ref);
-    void RemoveEntry(const node_ref& node, const char* name);
-    void UpdateEntry(const node_ref* node);
-    void UpdateEntry(const entry_ref* newRef, const entry_ref* oldRef);
+    int AddEntry(const entry_ref* ref) { return fUpdates.AddEntry(*ref); }
+    void RemoveEntry(const entry_ref* ref) { fUpdates.RemoveEntry(*ref); }
+    void UpdateEntry(const node_ref* node) { fUpdates.UpdateEntry(*node); }
+    void UpdateEntry(const entry_ref* newRef, const entry_ref* oldRef)
+    {
+        fUpdates.UpdateEntry(*newRef, *oldRef);
+    }
 
 private:
-    enum class Complaint { kAlert, kNone };
-    using RowList = std::vector<std::unique_ptr<DirListItem>>;
-
-    /// The list as what the searches of places and characters look at.
-    class Rows : public RowSource
-    {
-    public:
-        explicit Rows(const DirView& list) : fList(list) {}
-        int32 CountRows() const override { return fList.CountItems(); }
-        const DirListItem* RowAt(int32 index) const override { return fList.RowAt(index); }
-
-    private:
-        const DirView& fList;
-    };
+    // RowsListener, ListingOwner
+    void RowLeaves(DirListItem* row) override;
+    void RowsLeave() override;
+    void RowsChanged() override;
+    OpenOrder OrderForOpening() const override;
+    void Arrived(const Arrival& arrival) override;
 
     void AddColumns(const char* iconLabel);
     int32 CurrentInt32(const char* field) const;
-
-    // Listing
-    int List(const std::string& path, Complaint complaint);
-    void ReadRecords(FolderReader& reader);
-    void ShowRows(RowList folders, RowList files);
-    void DeleteRows();
-    void EnterFolder(const DirListItem& row);
-
-    // Marks
-    void ToggleMarks(int32 from, int32 to);
-    std::vector<DirListItem*> RowsBetween(int32 from, int32 to) const;
-    void FolderMeasured(const BMessage& message);
-
-    // Keys
-    bool HandleKey(const char* bytes, int32 byteCount);
-    bool HandleFunctionKey(int32 key);
-    bool TypeAhead(const char* bytes, int32 byteCount);
-    void MarkSelected();
-    void MarkSelectedAndGoOn();
-    bool IsRepeat() const;
-    void StartOperation(int32 key, uint32 held);
-    void StartCopy(const char* type);
-
-    // Changes of entries
-    std::vector<DirListItem*> ChosenRows() const;
-    status_t MakeFolder(const char* name) const;
-    void PlaceRenameField();
-    void DropRenameField();
-    void FieldClosed(bool hadFocus);
-    void RenameEnded(bool isCommitted);
+    std::vector<DirListItem*> SelectedRows() const;
+    void ScrollToRow(int32 index);
+    bool EditNamed(const std::string& name);
     void RenameRow(DirListItem* row, const char* newName);
-
-    // Mouse and drops
-    void MarkWithCommand(int32 index);
-    void MarkWithShift(int32 index);
-    void ForgetPressedRow(const DirListItem* row);
+    void RenameEnded(bool isCommitted);
+    void FolderMeasured(const BMessage& message);
     void EntriesDropped(BMessage* message);
-
-    // Live updates
-    status_t BeginWatch(FolderReader& folder, status_t* watchStatus);
-    void EndWatch(const node_ref& folder);
-    void TakeWatch(const FolderReader& folder, status_t status, Complaint complaint);
-    void EntryCreated(const BMessage& notice);
-    void EntryRemoved(const BMessage& notice);
-    void EntryMoved(const BMessage& notice);
-    void MovedHere(const char* name, const char* fromName, bool isRename, DirListItem* moved,
-                   DirListItem* target);
-    void StatChanged(const BMessage& notice);
-    bool IsShown(const BMessage& notice, const char* directoryField) const;
-    entry_ref RefOf(const char* name) const;
-    void InsertRow(std::unique_ptr<DirListItem> row);
-    void RemoveRow(DirListItem* row);
-    void RebuildRow(DirListItem* row, const entry_ref& ref);
-    int32 IndexOfRow(const DirListItem* row) const;
-    void RedrawRow(const DirListItem* row);
-
-    PaneMode fMode = kLocalMode;
-    std::string fPath;
-    std::string fDownPath;
-    bool fMayNavigateDown = false;
-    std::string fQuery;
-    std::string fUnreadable;
-    bool fIsFirstAttachment = true;
-
-    Rows fSource{*this};
-    RowOrder fOrder;
-    RowIndex fIndex;
-    FolderTotals fTotals;
-    MarkList fMarks;
-    DirListItem* fAnchor = nullptr; // where the last range of marks started; a row of ours
-    FolderMeasure fMeasure;
+    void StartOperation(const OperationRequest& request, BHandler* handler);
 
     BView* fPane; // the parent, may be null
     PaneNotifier fNotifier;
-    bool fIsInfoOnItsWay = false; // MSG_PANE_INFO was posted and has not arrived yet
-    bool fIsTakingWidth = false;  // a column width that the window passes on
+    PaneRows fRows{*this, *this};
+    PaneMarks fMarks{fRows};
+    PaneGestures fGestures{fRows, fMarks};
+    PaneKeys fKeys{*this, fRows, fMarks, *this};
+    RowRenaming fRename{*this, fRows};
+    LiveUpdates fUpdates{fRows};
+    PaneListing fListing;
+    FolderMeasure fMeasure;
 
-    std::string fDateFormat;
-    bool fShowsProgress = true;
+    std::string fNameToEdit; // of a folder that was asked for and is not listed yet
+    bool fIsFirstAttachment = true;
+    bool fIsTakingWidth = false; // a column width that the window passes on
     bool fShowsHeader = true;
     bool fShowsFooter = true;
-
-    bool fIsWatching = false;
-    node_ref fWatched;   // the folder listed last
-    entry_ref fInFolder; // some name in it; keeps it known
-    BMessenger fWatcher;
-    DirListItem* fReplaced = nullptr; // another entry is about to take its name; a row of ours
-    std::set<std::string> fMovedIn;   // names moved in from elsewhere, not listed yet
-    std::optional<MousePress> fPress; // empty unless a press is being followed
-    RenameField fRename;
 };
 
 } // namespace norvane

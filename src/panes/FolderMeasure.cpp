@@ -1,7 +1,7 @@
 #include "panes/FolderMeasure.h"
 
+#include "MessageCodes.h"
 #include "fileops/engine/EntrySize.h"
-#include "panes/PaneMessages.h"
 
 #include <Message.h>
 

@@ -52,11 +52,19 @@ void PaneNotifier::Attached()
 
 void PaneNotifier::Post(uint32 code)
 {
+    // Twenty thousand changes need one refreshed footer, not as many.
+    if (code == MSG_PANE_INFO && fPane != nullptr && fPane->Window() != nullptr) {
+        if (fIsInfoOnItsWay) {
+            return;
+        }
+        fIsInfoOnItsWay = true;
+    }
     fPathLooper.SendMessage(code);
 }
 
 void PaneNotifier::StartProgress()
 {
+    fIsInProgress = fShowsProgress;
     BMessage message(MSG_PROGRESS_START);
     Send(message);
     fWaitingSteps = 0;
@@ -72,6 +80,9 @@ void PaneNotifier::SetProgressMax(int32 steps)
 
 void PaneNotifier::Step(int32 steps)
 {
+    if (!fIsInProgress) {
+        return;
+    }
     fWaitingSteps += steps;
     const bigtime_t now = system_time();
     if (now - fLastStep < kFrame) {
@@ -91,12 +102,13 @@ void PaneNotifier::StopProgress()
 {
     BMessage message(MSG_PROGRESS_STOP);
     Send(message);
+    fIsInProgress = false;
 }
 
 void PaneNotifier::Send(BMessage& message)
 {
     BWindow* window = fPane != nullptr ? fPane->Window() : nullptr;
-    if (window == nullptr) {
+    if (window == nullptr || !fIsInProgress) {
         return;
     }
     if (window->IsLocked()) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "panes/PaneMessages.h"
+#include "MessageCodes.h"
 
 #include <Looper.h>
 #include <Messenger.h>
@@ -22,9 +22,15 @@ public:
 
     /// The pane is in a window now.
     void Attached();
-    /// Posts a notice without fields.
+    /// Posts a notice without fields. While a MSG_PANE_INFO is on its way another one is not
+    /// needed.
     void Post(uint32 code);
+    /// The pane got MSG_PANE_INFO.
+    void InfoArrived() { fIsInfoOnItsWay = false; }
 
+    /// Whether progress is told of; looked at when a run starts.
+    void SetShowsProgress(bool isOn) { fShowsProgress = isOn; }
+    bool ShowsProgress() const { return fShowsProgress; }
     void StartProgress();
     void SetProgressMax(int32 steps);
     /// Notes steps; sends them at most once per frame, with how many they are.
@@ -40,6 +46,9 @@ private:
     BMessenger fPathLooper; // nobody until the pane is in a window
     bigtime_t fLastStep = 0;
     int32 fWaitingSteps = 0;
+    bool fIsInfoOnItsWay = false;
+    bool fShowsProgress = true;
+    bool fIsInProgress = false;
 };
 
 } // namespace norvane

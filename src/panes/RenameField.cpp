@@ -1,8 +1,8 @@
 #include "panes/RenameField.h"
 
+#include "MessageCodes.h"
 #include "panes/DirListItem.h"
 #include "panes/EditControl.h"
-#include "panes/PaneMessages.h"
 
 #include <Font.h>
 #include <ScrollView.h>
@@ -14,8 +14,8 @@ void RenameField::Open(BView* list, DirListItem* row, int32 index, BRect cell)
     Drop();
     fRow = row;
     // The container's border lies around the field.
-    fField = new EditControl(cell.InsetByCopy(1, 1), index, row->GetRef()->name, list,
-                             kRenameCommitted, kRenameCancelled);
+    fField = new EditControl(cell.InsetByCopy(1, 1), index, row->LeafName(), list, kNewNameTyped,
+                             kRenameCancelled);
     // The name is edited in the letters in which the list shows it.
     BFont font;
     list->GetFont(&font);

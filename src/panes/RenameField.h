@@ -15,7 +15,7 @@ class EditControl;
 
 /// The field in which a row's name is edited, over the row, as a child of the list.
 ///
-/// Each field that was opened sends the list one message, kRenameCommitted or kRenameCancelled;
+/// Each field that was opened sends the list one message, kNewNameTyped or kRenameCancelled;
 /// that of a field that was taken away before is passed over. Thread: the list's window's.
 class RenameField
 {

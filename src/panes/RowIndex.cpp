@@ -43,6 +43,7 @@ void RowIndex::Put(DirListItem* row)
     std::size_t slot = HomeOf(row->NodeRef().node);
     while (fSlots[slot] != nullptr) {
         slot = (slot + 1) & mask;
+        fProbes++;
     }
     fSlots[slot] = row;
 }
@@ -126,30 +127,6 @@ DirListItem* RowIndex::Find(const node_ref& node, const char* name) const
 DirListItem* RowIndex::FindAny(const node_ref& node) const
 {
     return Find(node, nullptr);
-}
-
-void FolderTotals::Add(const DirListItem& row)
-{
-    if (!row.IsDir()) {
-        files++;
-        bytes += row.GetSize();
-    }
-}
-
-void FolderTotals::Remove(const DirListItem& row)
-{
-    if (!row.IsDir()) {
-        files--;
-        bytes -= row.GetSize();
-    }
-}
-
-std::string FooterText(int64 selectedBytes, int64 allBytes, int64 selectedFiles, int64 allFiles)
-{
-    constexpr int64 kKilobyte = 1024;
-    return std::to_string(selectedBytes / kKilobyte) + " of " +
-           std::to_string(allBytes / kKilobyte) + "k in " + std::to_string(selectedFiles) + " of " +
-           std::to_string(allFiles) + " files selected";
 }
 
 } // namespace norvane

@@ -31,6 +31,8 @@ public:
     /// All rows of that node.
     std::vector<DirListItem*> FindAll(const node_ref& node) const;
     std::size_t Count() const { return fCount; }
+    /// How many filled slots adding rows went past so far: what it costs, for tests.
+    std::size_t CountProbes() const { return fProbes; }
 
 private:
     std::size_t HomeOf(ino_t node) const;
@@ -39,19 +41,7 @@ private:
 
     std::vector<DirListItem*> fSlots; // a power of two, never more than three quarters full
     std::size_t fCount = 0;
+    std::size_t fProbes = 0;
 };
-
-/// How many files a pane shows and how large they are, kept up while rows come and go.
-struct FolderTotals
-{
-    int64 files = 0;
-    int64 bytes = 0;
-
-    void Add(const DirListItem& row);
-    void Remove(const DirListItem& row);
-};
-
-/// The footer's line.
-std::string FooterText(int64 selectedBytes, int64 allBytes, int64 selectedFiles, int64 allFiles);
 
 } // namespace norvane

@@ -9,10 +9,10 @@ namespace norvane {
 class DirListItem;
 
 /// The rows of a list as an array-like thing: the count and a row by its index.
-class RowSource
+class RowSequence
 {
 public:
-    virtual ~RowSource() = default;
+    virtual ~RowSequence() = default;
     virtual int32 CountRows() const = 0;
     virtual const DirListItem* RowAt(int32 index) const = 0;
 };
@@ -22,7 +22,7 @@ public:
 class RowOrder
 {
 public:
-    explicit RowOrder(const RowSource& rows) : fRows(rows) {}
+    explicit RowOrder(const RowSequence& rows) : fRows(rows) {}
 
     /// Where a new row goes.
     struct Place
@@ -52,7 +52,7 @@ private:
     int32 Walk(const DirListItem* row) const;
     int32 ScanForPlace(const char* name, bool isFolder, int32 end) const;
 
-    const RowSource& fRows;
+    const RowSequence& fRows;
     std::unordered_set<const DirListItem*> fDisplaced;
 };
 

@@ -87,7 +87,7 @@ bool IsTypeAheadKey(const char* bytes, int32 byteCount)
     return character != kNoCharacter && (character == '.' || IsLetterOrDigit(character));
 }
 
-int32 FindByFirstCharacter(const RowSource& rows, const char* bytes, int32 byteCount,
+int32 FindByFirstCharacter(const RowSequence& rows, const char* bytes, int32 byteCount,
                            int32 selected)
 {
     const int32 count = rows.CountRows();

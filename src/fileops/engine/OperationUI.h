@@ -1,21 +1,12 @@
 #pragma once
 
+#include "MessageCodes.h"
+
 #include <SupportDefs.h>
 
 #include <string>
 
 namespace norvane {
-
-/// The answers to the overwrite question; also the codes of its buttons' messages.
-enum OverwriteAnswer : uint32 {
-    kAnswerNone = 0,
-    kAnswerOverwrite = 1000,
-    kAnswerOverwriteAll = 1001,
-    kAnswerOverwriteOlder = 1002,
-    kAnswerSkip = 1003,
-    kAnswerSkipAll = 1004,
-    kAnswerCancel = 1005,
-};
 
 /// What the overwrite question shows of the two files.
 struct OverwriteQuestion

@@ -1,5 +1,7 @@
 #include "fileops/engine/Operations.h"
 
+#include "MessageCodes.h"
+
 #include <atomic>
 #include <map>
 #include <mutex>

@@ -5,10 +5,6 @@
 
 namespace norvane {
 
-/// Posted to an overwrite question when the program is about to quit: it is then answered with
-/// Cancel.
-constexpr uint32 kAnswerForQuit = 'AnsQ';
-
 /// The file operations that are running, as quitting needs to know them.
 ///
 /// Quitting never breaks an operation off: it answers the questions that are open and every later

@@ -16,7 +16,6 @@ namespace {
 constexpr float kWidth = 300;
 constexpr float kHeight = 96;
 constexpr float kOverallBarHeight = 32;
-constexpr uint32 kStartLate = 'Late';
 constexpr bigtime_t kActivationPatience = 300'000;
 
 BRect CentredFrame(BRect around)
@@ -70,8 +69,8 @@ bool CopyWin::ShowsOverallBar(const BMessage& request)
     type_code type = 0;
     int32 count = 0;
     request.GetInfo("refs", &type, &count);
-    const bool isRemote = request.what == kDownloadRequest || request.HasString("Session");
-    return !isRemote && !(request.what == B_SIMPLE_DATA && count == 1);
+    const bool isRemote = request.what == kRemoteEntries || request.HasString("Session");
+    return !isRemote && !(request.what == kLocalEntries && count == 1);
 }
 
 void CopyWin::StartWithoutActivation()

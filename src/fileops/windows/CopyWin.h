@@ -1,5 +1,6 @@
 #pragma once
 
+#include "MessageCodes.h"
 #include "fileops/engine/LateShow.h"
 #include "fileops/engine/OperationProgress.h"
 #include "fileops/engine/ProblemList.h"
@@ -22,19 +23,6 @@ namespace norvane {
 class ItemOperations;
 class OperationUI;
 class OverWin;
-
-/// Sent to the handler when the operation ended; carries the pointer "WindowHandle", to compare
-/// only.
-constexpr uint32 kOperationDone = 511;
-/// Sent to the window that an operation was started from: it had the activation, and takes it back.
-constexpr uint32 kTakeActivation = 'TakA';
-/// A request to fetch entries from a server.
-constexpr uint32 kDownloadRequest = 604;
-/// A request to delete "refs": into the Trash, or for good when the window's path is a Trash.
-constexpr uint32 kDeleteRequest = 606;
-/// A request to delete for good all that lies in the window's path. The window is shown only when
-/// that lasts longer than a second.
-constexpr uint32 kEmptyRequest = 'Empt';
 
 /// The small window that carries out one file operation, on its own thread, from start to end.
 ///

@@ -40,7 +40,7 @@ CopyWin::Verb CopyWin::VerbFor(const BMessage& request) const
         return Verb::kDelete;
     case kDeleteRequest:
         return IsTrash(fPath.c_str()) ? Verb::kDelete : Verb::kTrash;
-    case B_SIMPLE_DATA: {
+    case kLocalEntries: {
         const char* type = nullptr;
         const bool isMove =
             request.FindString("TypeOfCopy", &type) == B_OK && std::strcmp(type, "Move") == 0;

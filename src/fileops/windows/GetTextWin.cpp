@@ -1,5 +1,7 @@
 #include "fileops/windows/GetTextWin.h"
 
+#include "MessageCodes.h"
+
 #include <Button.h>
 #include <Font.h>
 #include <Handler.h>
@@ -26,7 +28,6 @@ constexpr rgb_color kGrey = {216, 216, 216, 255};
 // The field takes what is typed at once; the buttons wait until a person has seen them.
 constexpr bigtime_t kAnswersAfterFirstFrame = 200'000;
 
-constexpr uint32 kButtonPressed = 200; // and the two codes behind it
 constexpr size_t kMostButtons = 3;
 
 BRect CentredFrame(BRect around, float width)

@@ -1,6 +1,8 @@
 #include "app/NorvaneWindow.h"
 
 #include "AppFixture.h"
+#include "MessageCodes.h"
+#include "PrivateMounts.h"
 #include "settings/HomeFolder.h"
 
 #include <Screen.h>
@@ -147,6 +149,44 @@ TEST_F(NorvaneWindowTest, FoldersThatCannotBeShownAreToldOnce)
     EXPECT_NE(text.find(fTree.Path("alsogone")), std::string::npos);
     EXPECT_EQ(text.find(fTree.Path("one")), std::string::npos);
     EXPECT_EQ(PanePath(0), HomeFolder());
+}
+
+TEST_F(NorvaneWindowTest, AFolderAskedForThatCannotBeShownIsToldAtOnceAndWhy)
+{
+    fTree.Write("file", "");
+    const std::string file = fTree.Path("file");
+    Open();
+    Locked([&] {
+        fWindow->AddFilePane(file.c_str());
+        fWindow->AddFilePane(file.c_str());
+    });
+    std::string text;
+    ASSERT_TRUE(kits::testing::AnswerAlert("OK", &text));
+    EXPECT_EQ(text, "The directory, " + file + ", is not valid.\nThe volume may not be mounted.");
+    // Told once, however many panes it concerns.
+    EXPECT_TRUE(kits::testing::Sync(fWindow));
+    EXPECT_EQ(kits::testing::CountShown("Err"), 0);
+    EXPECT_EQ(CountPanes(), 4);
+    EXPECT_EQ(PanePath(3), HomeFolder());
+}
+
+TEST_F(NorvaneWindowTest, AnUnreadableHomeIsToldOfWhenAPaneIsAdded)
+{
+    ExpectPassed(RunWithPrivateMounts([this] {
+        setenv("HOME", fTree.Path("two").c_str(), 1);
+        if (!Check(HomeFolder() == fTree.Path("two"), "the home folder is the test's own")) {
+            return false;
+        }
+        Open();
+        fTree.Remove("two");
+        fTree.Write("two", "");
+        fWindow->PostMessage(uint32(kAddPane));
+        std::string text;
+        return Check(kits::testing::AnswerAlert("OK", &text), "an alert comes up") &&
+               Check(text == "The directory, " + fTree.Path("two") +
+                                 ", is not valid.\nThe volume may not be mounted.",
+                     "it says why");
+    }));
 }
 
 TEST_F(NorvaneWindowTest, SavesWhatItRestores)

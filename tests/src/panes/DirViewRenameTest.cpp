@@ -1,4 +1,5 @@
 #include "PaneWindowFixture.h"
+#include "ScriptedSource.h"
 #include "panes/EditControl.h"
 
 #include <Font.h>
@@ -263,6 +264,25 @@ TEST_F(DirViewRenameTest, ANewFolderIsSelectedAndItsNameEdited)
     TypeKey(B_ENTER);
     EXPECT_TRUE(WaitFor([this] { return fTree.IsFolder("shown/mine"); }));
     EXPECT_TRUE(Becomes([this] { return Names(); }, ".. mine z "));
+}
+
+TEST_F(DirViewRenameTest, ANewFolderThatIsListedLaterIsEditedThen)
+{
+    Open();
+    ScriptedSource::Places places;
+    ScriptedSource* lent = nullptr;
+    Locked([&] {
+        auto source = std::make_unique<ScriptedSource>(places, "server", fTree.Path("shown"));
+        lent = source.get();
+        EXPECT_TRUE(fList->Populate(std::move(source)));
+        fList->DoNewFolder();
+    });
+    EXPECT_FALSE(HasField());
+    Locked([&] { lent->Change(); });
+    EXPECT_TRUE(HasField());
+    EXPECT_EQ(Selected(), "New Folder");
+    Locked([&] { fList->Populate(fTree.Path("shown").c_str()); });
+    EXPECT_FALSE(HasField());
 }
 
 TEST_F(DirViewRenameTest, NewFoldersAreNumbered)

@@ -138,17 +138,17 @@ TEST_F(DirViewTest, TellsWhatIsSelected)
     fTree.MakeFolder("shown/below");
     fTree.Write("shown/file", "");
     Show("shown");
-    char path[1024] = "untouched";
-    EXPECT_EQ(fList->GetSelected(path), 0);
-    EXPECT_STREQ(path, "untouched");
+    std::string path = "untouched";
+    EXPECT_EQ(fList->GetSelected(&path), 0);
+    EXPECT_EQ(path, "untouched");
     fList->Select(0);
-    EXPECT_EQ(fList->GetSelected(path), 1);
+    EXPECT_EQ(fList->GetSelected(&path), 1);
     EXPECT_EQ(path, fTree.Path("shown"));
     fList->Select(1);
-    EXPECT_EQ(fList->GetSelected(path), 1);
+    EXPECT_EQ(fList->GetSelected(&path), 1);
     EXPECT_EQ(path, fTree.Path("shown/below"));
     fList->Select(2);
-    EXPECT_EQ(fList->GetSelected(path), 2);
+    EXPECT_EQ(fList->GetSelected(&path), 2);
     EXPECT_EQ(path, fTree.Path("shown"));
 }
 
@@ -288,7 +288,7 @@ TEST_F(DirViewTest, ShowsQueryResultsByTheirPaths)
     EXPECT_EQ(fList->Populate(&results), 1);
     EXPECT_EQ(fList->Mode(), kQueryMode);
     EXPECT_EQ(Names(), fTree.Path("shown/f") + " " + fTree.Path("shown/a") + " ");
-    EXPECT_EQ(fList->QueryString(), "(name==*)");
+    EXPECT_EQ(fList->HeaderText(), "(name==*)");
     fList->Select(1);
     EXPECT_EQ(Chosen(), "a ");
     fList->Select(0);

@@ -3,7 +3,6 @@
 #include "ApplicationEnvironment.h"
 #include "TempTree.h"
 #include "panes/DirView.h"
-#include "panes/PaneMessages.h"
 
 #include <Message.h>
 #include <NodeMonitor.h>
@@ -99,12 +98,7 @@ protected:
         return names;
     }
 
-    std::string Summary() const
-    {
-        char text[256];
-        fList->GetFiles(text);
-        return text;
-    }
+    std::string Summary() const { return fList->GetFiles(); }
 
     ino_t NodeOf(const std::string& path) const
     {

@@ -1,7 +1,5 @@
 #include "panes/PaneLayout.h"
 
-#include "panes/DropDecision.h"
-
 #include <gtest/gtest.h>
 
 namespace {
@@ -35,35 +33,6 @@ TEST(PaneLayoutTest, NeverGoesBelowZero)
     EXPECT_EQ(layout.listWidth, 0);
     EXPECT_EQ(layout.listHeight, 0);
     EXPECT_EQ(layout.footerWidth, 0);
-}
-
-TEST(DropDecisionTest, RefusesDropsOnQueryResultsFirst)
-{
-    EXPECT_EQ(DecideDrop({false, ""}, kQueryMode, "/a"), DropDecision::kRefuseQuery);
-    EXPECT_EQ(DecideDrop({true, "/a"}, kQueryMode, "/a"), DropDecision::kRefuseQuery);
-}
-
-TEST(DropDecisionTest, PassesMessagesWithoutEntriesOn)
-{
-    EXPECT_EQ(DecideDrop({false, "/a"}, kLocalMode, "/a"), DropDecision::kPassOn);
-}
-
-TEST(DropDecisionTest, IgnoresEntriesOfItsOwnFolder)
-{
-    EXPECT_EQ(DecideDrop({true, "/a"}, kLocalMode, "/a"), DropDecision::kIgnore);
-    EXPECT_EQ(DecideDrop({true, "/"}, kLocalMode, "/"), DropDecision::kIgnore);
-}
-
-TEST(DropDecisionTest, RefusesTheRoot)
-{
-    EXPECT_EQ(DecideDrop({true, "/a"}, kLocalMode, "/"), DropDecision::kRefuseRoot);
-    EXPECT_EQ(DecideDrop({true, ""}, kLocalMode, "/"), DropDecision::kRefuseRoot);
-}
-
-TEST(DropDecisionTest, CopiesEverythingElse)
-{
-    EXPECT_EQ(DecideDrop({true, "/a"}, kLocalMode, "/b"), DropDecision::kCopyHere);
-    EXPECT_EQ(DecideDrop({true, ""}, kLocalMode, "/b"), DropDecision::kCopyHere);
 }
 
 } // namespace

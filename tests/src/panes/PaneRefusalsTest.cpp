@@ -92,6 +92,14 @@ TEST_F(PaneRefusalsTest, StartsAtTheRootWithoutAPath)
     EXPECT_STREQ(pane.Header()->Name(), "pane1str");
 }
 
+TEST_F(PaneRefusalsTest, APathOfAnyLengthIsGivenWhole)
+{
+    const std::string path = "/" + std::string(200, 'a') + "/" + std::string(2000, 'b');
+    const DirPane pane(BRect(0, 0, 299, 299), path.c_str(), "pane1", "1");
+    EXPECT_EQ(pane.GetPath(), path);
+    EXPECT_EQ(pane.GetCachedPath(), path);
+}
+
 TEST_F(PaneRefusalsTest, TheParentRowIsNeverMeasured)
 {
     Fill();

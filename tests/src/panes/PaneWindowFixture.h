@@ -51,9 +51,9 @@ public:
             work();
             return;
         }
-        if (message->what == norvane::kLocalEntries ||
-            message->what == norvane::kColumnWidthChanged || message->what == 140 ||
-            message->what == 106 || message->what == 123) {
+        if (message->what == norvane::kLocalEntries || message->what == norvane::kColumnResized ||
+            message->what == norvane::kHelp || message->what == norvane::kNewFolder ||
+            message->what == norvane::kQuery) {
             const std::lock_guard lock(fMutex);
             fReceived.push_back(*message);
             return;

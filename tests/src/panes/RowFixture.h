@@ -13,7 +13,7 @@
 #include <vector>
 
 /// Rows made from nothing but names and numbers, in an array.
-class RowFixture : public ::testing::Test, public norvane::RowSource
+class RowFixture : public ::testing::Test, public norvane::RowSequence
 {
 protected:
     static std::unique_ptr<norvane::DirListItem> Make(const std::string& name, bool isFolder,
@@ -35,7 +35,7 @@ protected:
 
     void AddParent() { fRows.push_back(std::make_unique<norvane::DirListItem>()); }
 
-    // RowSource
+    // RowSequence
     int32 CountRows() const override { return static_cast<int32>(fRows.size()); }
     const norvane::DirListItem* RowAt(int32 index) const override
     {

@@ -1,7 +1,7 @@
 #include "panes/RowTexts.h"
 
 #include "panes/DatePattern.h"
-#include "panes/RowIndex.h"
+#include "panes/FolderTotals.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <AppDefs.h>
+
+/// The codes of all messages that windows, panes and operations send each other, one name each.
+///
+/// A number may serve two receivers that never meet (kFocusPane and the overwrite answers); within
+/// one receiver each has one meaning.
+namespace norvane {
+
+// What the main window is told to do, by menus and by panes.
+enum WindowCommand : uint32 {
+    kOpen = 100,
+    kCalculateSpace = 102,
+    kAbout = 105,
+    kNewFolder = 106,
+    kRename = 107,
+    kEmptyTrash = 108,
+    kUpALevel = 110,
+    kOpenInLeftPane = 111,
+    kOpenInRightPane = 112,
+    kDownALevel = 113,
+    kAddPane = 120,
+    kRemovePane = 121,
+    kRevertToDefault = 122,
+    kQuery = 123,
+    kFtpConnections = 124,
+    kDisconnectFtp = 125,
+    kOpenTracker = 130,
+    kOpenTerminal = 131,
+    kTestOverwrite = 132, // in no menu
+    kGoTo = 134,
+    kPreferences = 135,
+    kHelp = 140,
+    kFocusPane = 1000, // to 1009: the pane's place is added
+};
+
+// What the main window is told of what happened elsewhere.
+enum WindowNotice : uint32 {
+    kFolderNamed = 512,     // string "text": the name of a new folder
+    kFolderToGoTyped = 514, // string "text"
+    kColumnResized = 600,   // decimal strings "ColumnIndex" and "ColumnWidth"
+    kPreferencesSaved = 614,
+    kTellMissingFolders = 'Miss', // to itself: folders could not be shown, say so
+    kTakeActivation = 'TakA',     // an operation that had the activation gives it back
+};
+
+// What a pane and its list are told.
+enum PaneNotice : uint32 {
+    MSG_PANE_INFO = 500,
+    kNewNameTyped = 513, // the main window: string "text"; a list: the open rename field's, "pos"
+    kRenameCancelled = 605,
+    MSG_PROGRESS_START = 607,
+    MSG_PROGRESS_STOP = 608,
+    MSG_PROGRESS_STEP = 609, // int32 "steps": how many it stands for, 1 when missing
+    MSG_PROGRESS_MAX = 610,  // int32 "maxvalue"
+    kFolderMeasured = 615,   // int64 "device", "node" and "bytes", string "name" of the row
+};
+
+// Entries that are carried from one place to another.
+enum EntryMessage : uint32 {
+    kLocalEntries = B_SIMPLE_DATA, // "refs", string "From"
+    kRemoteEntries = 604,          // of a server
+};
+
+// What an operation is asked to do besides carrying entries, and what it tells.
+enum OperationMessage : uint32 {
+    kOperationDone = 511,   // pointer "WindowHandle", to compare only
+    kDeleteRequest = 606,   // "refs": into the Trash, or for good when they lie in a Trash
+    kEmptyRequest = 'Empt', // all that lies in the operation's path, for good
+    kStartLate = 'Late',    // to itself: no activation came
+};
+
+// The answers to the overwrite question; also the codes of its buttons' messages.
+enum OverwriteAnswer : uint32 {
+    kAnswerNone = 0,
+    kAnswerOverwrite = 1000,
+    kAnswerOverwriteAll = 1001,
+    kAnswerOverwriteOlder = 1002,
+    kAnswerSkip = 1003,
+    kAnswerSkipAll = 1004,
+    kAnswerCancel = 1005,
+};
+
+// What a question is told.
+enum QuestionMessage : uint32 {
+    kButtonPressed = 200,    // and the two codes behind it: a prompt's buttons
+    kAnswerForQuit = 'AnsQ', // the program is about to quit: the answer is Cancel
+};
+
+} // namespace norvane

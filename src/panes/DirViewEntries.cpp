@@ -1,0 +1,292 @@
+#include "fileops/engine/ProblemList.h"
+#include "fileops/windows/CopyWin.h"
+#include "panes/DeletionQuestion.h"
+#include "panes/DirView.h"
+#include "panes/NewName.h"
+#include "settings/MsgBox.h"
+
+#include <Alert.h>
+#include <FindDirectory.h>
+#include <Message.h>
+#include <Path.h>
+#include <Window.h>
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <utility>
+
+// What is chosen, and what is done with it.
+
+namespace norvane {
+
+namespace {
+
+void TellRenameFailed(const char* reason)
+{
+    MsgBox("Foo", (std::string("Could not rename: ") + reason).c_str(), "OK", B_INFO_ALERT);
+}
+
+void TellNotMade(const char* name, status_t status)
+{
+    ProblemList problems;
+    problems.Add(name, ReasonFor(status));
+    problems.Show();
+}
+
+/// The row ".." stands for no entry of the place.
+std::vector<DirListItem*> WithoutParent(std::vector<DirListItem*> rows)
+{
+    std::erase_if(rows, [](const DirListItem* row) { return row->IsParent(); });
+    return rows;
+}
+
+} // namespace
+
+// Selection
+
+int DirView::GetSelected(std::string* path) const
+{
+    const DirListItem* row = RowAt(CurrentSelection());
+    if (row == nullptr) {
+        return 0;
+    }
+    const RowSource& source = fListing.Source();
+    *path = row->IsDir() && !row->IsParent() ? source.PathOf(*row) : source.HeaderText();
+    return row->IsDir() ? 1 : 2;
+}
+
+void DirView::GetSelected(BList* rows) const
+{
+    for (DirListItem* row : SelectedRows()) {
+        rows->AddItem(row);
+    }
+}
+
+std::vector<DirListItem*> DirView::SelectedRows() const
+{
+    std::vector<DirListItem*> rows;
+    for (int32 i = 0, index = CurrentSelection(0); index >= 0; index = CurrentSelection(++i)) {
+        rows.push_back(RowAt(index));
+    }
+    return rows;
+}
+
+BMessage* DirView::GetRefMsg(int32 index)
+{
+    DirListItem* extra = index >= 0 ? RowAt(index) : nullptr;
+    std::vector<DirListItem*> chosen;
+    if (!fMarks.IsEmpty()) {
+        if (extra != nullptr) {
+            fMarks.Append(extra); // and it stays there, unmarked
+        }
+        chosen = Marks().Rows();
+    } else {
+        chosen = SelectedRows();
+        if (extra != nullptr && std::find(chosen.begin(), chosen.end(), extra) == chosen.end()) {
+            chosen.push_back(extra);
+        }
+    }
+    chosen = WithoutParent(std::move(chosen));
+    // Returned to the caller.
+    return chosen.empty() ? nullptr : fListing.Source().MessageFor(chosen).release();
+}
+
+std::string DirView::GetFiles() const
+{
+    FolderTotals selected;
+    for (const DirListItem* row : SelectedRows()) {
+        selected.Add(*row);
+    }
+    return fListing.Source().FooterText(selected, fRows.Totals());
+}
+
+// The space that a folder occupies
+
+int64 DirView::GetSize()
+{
+    const DirListItem* row = RowAt(CurrentSelection());
+    const bool isOne = row != nullptr && CurrentSelection(1) < 0;
+    if (isOne && row->IsFolder() && Window() != nullptr) {
+        fMeasure.Start(*row->GetRef(), row->NodeRef(), BMessenger(this));
+    }
+    return 0;
+}
+
+void DirView::FolderMeasured(const BMessage& message)
+{
+    int64 device = 0;
+    int64 node = 0;
+    int64 bytes = 0;
+    const char* name = nullptr;
+    if (message.FindInt64("device", &device) != B_OK || message.FindInt64("node", &node) != B_OK ||
+        message.FindInt64("bytes", &bytes) != B_OK || message.FindString("name", &name) != B_OK) {
+        return;
+    }
+    const node_ref measured(static_cast<dev_t>(device), static_cast<ino_t>(node));
+    for (DirListItem* row : fRows.FindAll(measured)) {
+        if (std::strcmp(row->LeafName(), name) == 0) {
+            row->SetDirSize(bytes);
+            fRows.Redraw(row);
+        }
+    }
+}
+
+// New folders
+
+void DirView::DoNewFolder()
+{
+    RowSource& source = fListing.Source();
+    if (!source.MakesFolders()) {
+        return;
+    }
+    std::string name;
+    const status_t status = MakeNewFolder(
+        [&](const std::string& candidate) {
+            // A file of that name, or a folder that is not listed yet, is in the way too.
+            const int32 index = fRows.Find(candidate.c_str());
+            const bool isTaken = index >= 0 && RowAt(index)->IsDir();
+            return isTaken ? B_FILE_EXISTS : source.MakeFolder(candidate);
+        },
+        &name);
+    if (status == B_FILE_EXISTS) {
+        MsgBox("Foo", kTooManyNewFolders, "OK", B_INFO_ALERT);
+        return;
+    }
+    if (status != B_OK) {
+        TellNotMade(name.c_str(), status);
+        return;
+    }
+    fUpdates.AddEntry(name.c_str());
+    if (!EditNamed(name)) {
+        fNameToEdit = name;
+    }
+}
+
+bool DirView::EditNamed(const std::string& name)
+{
+    const int32 index = name.empty() ? -1 : fRows.Find(name.c_str());
+    if (index < 0) {
+        return false;
+    }
+    Select(index);
+    ScrollToSelection();
+    Edit(index);
+    return true;
+}
+
+void DirView::MkDir(const char* name)
+{
+    RowSource& source = fListing.Source();
+    if (!source.MakesFolders()) {
+        return;
+    }
+    const status_t status =
+        ReasonAgainstName(name) == nullptr ? source.MakeFolder(name) : B_BAD_VALUE;
+    if (status != B_OK) {
+        TellNotMade(name, status);
+    }
+}
+
+// Renaming
+
+void DirView::DoRename()
+{
+    if (CurrentSelection() >= 0) {
+        Edit(CurrentSelection());
+    }
+}
+
+void DirView::RenameEnded(bool isCommitted)
+{
+    if (const std::optional<RowRenaming::Typed> typed = fRename.Ended(isCommitted)) {
+        RenameRow(typed->row, typed->name.c_str());
+    }
+}
+
+void DirView::Rename(const char* newName, int32 index)
+{
+    DirListItem* row = RowAt(index < 0 ? CurrentSelection() : index);
+    if (row != nullptr && !row->IsParent()) {
+        RenameRow(row, newName);
+    }
+}
+
+void DirView::RenameRow(DirListItem* row, const char* newName)
+{
+    if (const char* reason = ReasonAgainstName(newName)) {
+        TellRenameFailed(reason);
+        return;
+    }
+    entry_ref ref = *row->GetRef();
+    const status_t status = fListing.Source().Rename(*row, newName);
+    if (status != B_OK) {
+        TellRenameFailed(ReasonFor(status));
+        return;
+    }
+    // Of a folder's row the watch tells; nobody watches a local entry in any other place.
+    if (!fUpdates.IsFollowing() && row->HasNode() && ref.set_name(newName) == B_OK) {
+        fRows.Rebuild(row, ref);
+    }
+}
+
+// Deleting
+
+void DirView::Trash()
+{
+    const std::vector<DirListItem*> rows =
+        WithoutParent(fMarks.IsEmpty() ? SelectedRows() : Marks().Rows());
+    BPath trash;
+    if (Window() == nullptr || rows.empty() || find_directory(B_TRASH_DIRECTORY, &trash) != B_OK) {
+        return;
+    }
+    const bool wereMarked = !fMarks.IsEmpty();
+    std::vector<std::string> names;
+    for (const DirListItem* row : rows) {
+        names.push_back(row->GetEntryName());
+    }
+    RowSource& source = fListing.Source();
+    const bool isForGood = source.DeletesForGood();
+    auto* question =
+        new BAlert("Sir?", DeletionQuestion(names, isForGood).c_str(), "Cancel", "Delete", nullptr,
+                   B_WIDTH_FROM_LABEL, isForGood ? B_STOP_ALERT : B_WARNING_ALERT);
+    if (question->Go() != 1) {
+        return;
+    }
+    if (const std::optional<OperationRequest> operation = source.Delete(rows)) {
+        StartOperation(*operation, this);
+    }
+    if (wereMarked) {
+        EmptyMarked();
+    }
+}
+
+// Drops and operations
+
+void DirView::EntriesDropped(BMessage* message)
+{
+    // A message that no pointer carried here is for the place itself.
+    const DropMeaning meaning = fListing.Source().MeaningOf(*message, nullptr);
+    switch (meaning.act) {
+    case DropMeaning::Act::kPassOn:
+        ColumnListView::MessageReceived(message);
+        break;
+    case DropMeaning::Act::kIgnore:
+        break;
+    case DropMeaning::Act::kRefuse:
+        MsgBox(meaning.title, meaning.text, "OK", B_INFO_ALERT);
+        break;
+    case DropMeaning::Act::kOperate:
+        StartOperation(meaning.operation, fPane);
+        break;
+    }
+}
+
+void DirView::StartOperation(const OperationRequest& request, BHandler* handler)
+{
+    // It shows itself, does its work on its own thread and deletes itself.
+    new CopyWin(Window()->Frame(), request.title.c_str(), request.path.c_str(),
+                request.message.get(), handler);
+}
+
+} // namespace norvane

@@ -1,0 +1,98 @@
+#include "panes/DirView.h"
+#include "panes/FolderSource.h"
+#include "panes/QuerySource.h"
+#include "panes/ScrollIntoSight.h"
+
+#include <Window.h>
+
+#include <utility>
+
+// Which place the list shows.
+
+namespace norvane {
+
+int DirView::Populate(const char* path)
+{
+    return Populate(std::make_unique<FolderSource>(path)) ? 1 : -1;
+}
+
+int DirView::Populate(BMessage* queryResults)
+{
+    return Populate(std::make_unique<QuerySource>(*queryResults, Path())) ? 1 : -1;
+}
+
+bool DirView::Populate(std::unique_ptr<RowSource> source)
+{
+    return fListing.Show(std::move(source));
+}
+
+void DirView::Clear()
+{
+    fListing.Stop();
+    fUpdates.Stop();
+    fRows.Clear();
+}
+
+void DirView::Refresh()
+{
+    fListing.ReadAgain();
+}
+
+void DirView::SetPath(const char* path)
+{
+    fListing.Leave(path != nullptr ? path : "/");
+}
+
+void DirView::GoToDir(const char* path)
+{
+    fListing.GoTo(path);
+}
+
+void DirView::NavigateUp()
+{
+    fListing.Up();
+}
+
+void DirView::NavigateDown()
+{
+    fListing.Down();
+}
+
+status_t DirView::Invoke(BMessage*)
+{
+    const DirListItem* row = RowAt(CurrentSelection());
+    if (row == nullptr) {
+        return B_ERROR;
+    }
+    fListing.Enter(*row);
+    return B_OK;
+}
+
+OpenOrder DirView::OrderForOpening() const
+{
+    // Without a window or a pane nobody is there to be told of changes.
+    const bool isFollowed = Window() != nullptr && fPane != nullptr;
+    return {fRows.DateFormat(), isFollowed ? BMessenger(fPane) : BMessenger()};
+}
+
+void DirView::Arrived(const Arrival& arrival)
+{
+    if (arrival.isElsewhere) {
+        ScrollTo(BPoint(0, 0));
+    }
+    if (!arrival.nameLeft.empty()) {
+        ScrollToRow(fRows.Find(arrival.nameLeft.c_str()));
+    }
+    EditNamed(std::exchange(fNameToEdit, {}));
+}
+
+void DirView::ScrollToRow(int32 index)
+{
+    if (index >= 0) {
+        BRect row = ItemFrame(index);
+        row.left = row.right = Bounds().left; // up and down only
+        ScrollTo(ScrolledToShow(Bounds(), row));
+    }
+}
+
+} // namespace norvane

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "panes/RowSource.h"
+
+namespace norvane {
+
+/// A local folder as what a list shows.
+///
+/// Reads in the window's thread and hands its rows over at once.
+class FolderSource : public RowSource
+{
+public:
+    explicit FolderSource(std::string path) : fPath(std::move(path)) {}
+
+    // RowSource
+    status_t Open(const OpenOrder& order, RowTaker& taker) override;
+    std::string Complaint(status_t status) const override;
+    std::optional<WatchedFolder> Folder() const override { return fFolder; }
+    std::unique_ptr<RowSource> Again() const override;
+    std::unique_ptr<RowSource> Up() const override;
+    std::unique_ptr<RowSource> Into(const DirListItem& row) const override;
+    std::unique_ptr<RowSource> GoTo(const std::string& folder) override;
+    bool MakesFolders() const override { return true; }
+    status_t MakeFolder(const std::string& name) override;
+    status_t Rename(const DirListItem& row, const std::string& newName) override;
+    bool DeletesForGood() const override;
+    std::optional<OperationRequest> Delete(const std::vector<DirListItem*>& rows) override;
+    std::unique_ptr<BMessage> MessageFor(const std::vector<DirListItem*>& rows) const override;
+    DropMeaning MeaningOf(const BMessage& entries, const DirListItem* onto) const override;
+    PaneMode Mode() const override { return kLocalMode; }
+    std::string HeaderText() const override { return fPath; }
+    std::string PathOf(const DirListItem& row) const override;
+    std::string NameAbove() const override;
+    const std::string& LocalFolder() const override { return fPath; }
+
+private:
+    const std::string fPath;
+    std::optional<WatchedFolder> fFolder;
+};
+
+/// What is said of a local folder that cannot be opened or read.
+std::string UnreadableText(const std::string& path, status_t status);
+
+/// The message of local entries that come from the place called `from`.
+std::unique_ptr<BMessage> LocalEntries(const std::vector<DirListItem*>& rows,
+                                       const std::string& from);
+
+/// Renames a local entry; one that has the new name is not replaced.
+/// Errors: those of finding and of renaming the entry.
+[[nodiscard]] status_t RenameEntry(const entry_ref& ref, const std::string& newName);
+
+} // namespace norvane

@@ -1,0 +1,31 @@
+#include "panes/FolderTotals.h"
+
+#include "panes/DirListItem.h"
+
+namespace norvane {
+
+void FolderTotals::Add(const DirListItem& row)
+{
+    if (!row.IsDir()) {
+        files++;
+        bytes += row.GetSize();
+    }
+}
+
+void FolderTotals::Remove(const DirListItem& row)
+{
+    if (!row.IsDir()) {
+        files--;
+        bytes -= row.GetSize();
+    }
+}
+
+std::string FooterText(int64 selectedBytes, int64 allBytes, int64 selectedFiles, int64 allFiles)
+{
+    constexpr int64 kKilobyte = 1024;
+    return std::to_string(selectedBytes / kKilobyte) + " of " +
+           std::to_string(allBytes / kKilobyte) + "k in " + std::to_string(selectedFiles) + " of " +
+           std::to_string(allFiles) + " files selected";
+}
+
+} // namespace norvane

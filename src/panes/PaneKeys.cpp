@@ -1,0 +1,214 @@
+#include "panes/PaneKeys.h"
+
+#include "MessageCodes.h"
+#include "clv/ColumnListView.h"
+#include "panes/PaneMarks.h"
+#include "panes/PaneRows.h"
+#include "panes/TypeAhead.h"
+
+#include <InterfaceDefs.h>
+#include <Message.h>
+#include <Window.h>
+
+#include <memory>
+
+namespace norvane {
+
+namespace {
+
+PaneCommand FunctionOf(const KeyPress& key)
+{
+    switch (key.functionKey) {
+    case B_F1_KEY:
+        return PaneCommand::kHelp;
+    case B_F2_KEY:
+        return PaneCommand::kRefresh;
+    case B_F5_KEY:
+        return PaneCommand::kCopy;
+    case B_F6_KEY:
+        return (key.modifiers & B_SHIFT_KEY) != 0 ? PaneCommand::kRename : PaneCommand::kMove;
+    case B_F7_KEY:
+        return (key.modifiers & B_CONTROL_KEY) != 0 ? PaneCommand::kQuery : PaneCommand::kNewFolder;
+    case B_F8_KEY:
+        return PaneCommand::kTrash;
+    default:
+        return PaneCommand::kNone;
+    }
+}
+
+KeyMeaning CharacterMeaning(const KeyPress& key)
+{
+    const bool isTyped = (key.modifiers & (B_COMMAND_KEY | B_OPTION_KEY)) == 0 &&
+                         IsTypeAheadKey(key.bytes, key.byteCount);
+    return isTyped ? KeyMeaning{PaneCommand::kTypeAhead, true} : KeyMeaning{};
+}
+
+/// Whether a key that is held too long may do it again and again.
+bool MayRepeat(PaneCommand command)
+{
+    switch (command) {
+    case PaneCommand::kTrash:
+    case PaneCommand::kCopy:
+    case PaneCommand::kMove:
+    case PaneCommand::kRename:
+    case PaneCommand::kNewFolder:
+    case PaneCommand::kQuery:
+        return false;
+    default:
+        return true;
+    }
+}
+
+KeyMeaning MeaningOfFirst(const KeyPress& key)
+{
+    switch (key.bytes[0]) {
+    case B_DELETE:
+        return {PaneCommand::kTrash, false};
+    case B_BACKSPACE:
+        return {PaneCommand::kUp, false};
+    case B_SPACE:
+        return {PaneCommand::kMarkAndMeasure, true};
+    case B_INSERT:
+        return {PaneCommand::kMarkAndGoOn, true};
+    case '*':
+        return {PaneCommand::kToggleMarks, true};
+    case '+':
+        return {PaneCommand::kMarkAll, true};
+    case '-':
+        return {PaneCommand::kUnmarkAll, true};
+    case B_FUNCTION_KEY:
+        return {FunctionOf(key), false};
+    default:
+        return CharacterMeaning(key);
+    }
+}
+
+} // namespace
+
+KeyMeaning MeaningOf(const KeyPress& key)
+{
+    KeyMeaning meaning = MeaningOfFirst(key);
+    if (key.isRepeat && !MayRepeat(meaning.command)) {
+        meaning.command = PaneCommand::kNone;
+    }
+    return meaning;
+}
+
+bool PaneKeys::KeyDown(const KeyPress& key)
+{
+    const KeyMeaning meaning = MeaningOf(key);
+    CarryOut(meaning.command, key);
+    return meaning.isUsedUp;
+}
+
+void PaneKeys::CarryOut(PaneCommand command, const KeyPress& key)
+{
+    // The first row is "..", which is never marked; without one it is left out all the same.
+    constexpr int32 kFirstMarked = 1;
+    const int32 last = fRows.CountRows() - 1;
+    switch (command) {
+    case PaneCommand::kNone:
+        break;
+    case PaneCommand::kTrash:
+        fTarget.Trash();
+        break;
+    case PaneCommand::kUp:
+        fTarget.NavigateUp();
+        break;
+    case PaneCommand::kMarkAndMeasure:
+        MarkSelected();
+        fTarget.GetSize();
+        break;
+    case PaneCommand::kMarkAndGoOn:
+        MarkSelectedAndGoOn();
+        break;
+    case PaneCommand::kToggleMarks:
+        fMarks.ToggleAll(kFirstMarked, last);
+        break;
+    case PaneCommand::kMarkAll:
+        fMarks.Mark(kFirstMarked, last);
+        break;
+    case PaneCommand::kUnmarkAll:
+        fMarks.Unmark(kFirstMarked, last);
+        break;
+    case PaneCommand::kHelp:
+        fTarget.NotifyParent(kHelp);
+        break;
+    case PaneCommand::kRefresh:
+        fTarget.Refresh();
+        break;
+    case PaneCommand::kCopy:
+        StartCopy("Copy");
+        break;
+    case PaneCommand::kMove:
+        StartCopy("Move");
+        break;
+    case PaneCommand::kRename:
+        fTarget.DoRename();
+        break;
+    case PaneCommand::kNewFolder:
+        Post(kNewFolder);
+        break;
+    case PaneCommand::kQuery:
+        Post(kQuery);
+        break;
+    case PaneCommand::kTypeAhead:
+        TypeAhead(key);
+        break;
+    }
+}
+
+void PaneKeys::MarkSelected()
+{
+    if (fList.CurrentSelection() > 0) {
+        fMarks.Toggle(fList.CurrentSelection());
+    }
+}
+
+void PaneKeys::MarkSelectedAndGoOn()
+{
+    const int32 selected = fList.CurrentSelection();
+    if (selected <= 0) {
+        return;
+    }
+    fMarks.Toggle(selected);
+    if (selected < fRows.CountRows() - 1) {
+        fList.Select(selected + 1);
+        fList.ScrollToSelection();
+    }
+}
+
+void PaneKeys::StartCopy(const char* type)
+{
+    if (fList.Window() == nullptr || (fMarks.IsEmpty() && fList.CurrentSelection() <= 0)) {
+        return;
+    }
+    // With nothing marked the message carries the selected row.
+    const std::unique_ptr<BMessage> message(fTarget.GetRefMsg(-1));
+    if (message == nullptr) {
+        return;
+    }
+    message->AddString("Dragging", "false");
+    message->AddString("Direction", "Right");
+    message->AddString("TypeOfCopy", type);
+    fList.Window()->PostMessage(message.get());
+}
+
+void PaneKeys::TypeAhead(const KeyPress& key)
+{
+    const int32 found =
+        FindByFirstCharacter(fRows, key.bytes, key.byteCount, fList.CurrentSelection());
+    if (found >= 0) {
+        fList.Select(found);
+        fList.ScrollToSelection();
+    }
+}
+
+void PaneKeys::Post(uint32 code)
+{
+    if (fList.Window() != nullptr) {
+        fList.Window()->PostMessage(code);
+    }
+}
+
+} // namespace norvane

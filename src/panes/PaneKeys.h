@@ -1,0 +1,96 @@
+#pragma once
+
+#include <SupportDefs.h>
+
+class BMessage;
+
+namespace norvane {
+
+class ColumnListView;
+class PaneMarks;
+class PaneRows;
+
+/// A key as it reached a list.
+struct KeyPress
+{
+    const char* bytes;
+    int32 byteCount;
+    int32 functionKey = 0; // of B_FUNCTION_KEY
+    uint32 modifiers = 0;
+    bool isRepeat = false;
+};
+
+/// What a key is for.
+enum class PaneCommand : uint8 {
+    kNone,
+    kTrash,
+    kUp,
+    kMarkAndMeasure,
+    kMarkAndGoOn,
+    kToggleMarks,
+    kMarkAll,
+    kUnmarkAll,
+    kHelp,
+    kRefresh,
+    kCopy,
+    kMove,
+    kRename,
+    kNewFolder,
+    kQuery,
+    kTypeAhead,
+};
+
+struct KeyMeaning
+{
+    PaneCommand command = PaneCommand::kNone;
+    bool isUsedUp = false; // else the key goes on to the list
+};
+
+KeyMeaning MeaningOf(const KeyPress& key);
+
+/// A list as what its keys command.
+class KeyTarget
+{
+public:
+    virtual ~KeyTarget() = default;
+
+    virtual void Trash() = 0;
+    virtual void NavigateUp() = 0;
+    /// Starts measuring what is selected.
+    virtual int64 GetSize() = 0;
+    virtual void Refresh() = 0;
+    virtual void DoRename() = 0;
+    /// The message that carries what is chosen; null when nothing is. Returned to the caller.
+    virtual BMessage* GetRefMsg(int32 index) = 0;
+    virtual void NotifyParent(uint32 code) = 0;
+};
+
+/// Carries out what the keys of a list are for.
+///
+/// Thread: the list's window's.
+class PaneKeys
+{
+public:
+    PaneKeys(ColumnListView& list, PaneRows& rows, PaneMarks& marks, KeyTarget& target)
+        : fList(list), fRows(rows), fMarks(marks), fTarget(target)
+    {
+    }
+
+    /// True when the key is used up.
+    bool KeyDown(const KeyPress& key);
+
+private:
+    void CarryOut(PaneCommand command, const KeyPress& key);
+    void MarkSelected();
+    void MarkSelectedAndGoOn();
+    void StartCopy(const char* type);
+    void TypeAhead(const KeyPress& key);
+    void Post(uint32 code);
+
+    ColumnListView& fList;
+    PaneRows& fRows;
+    PaneMarks& fMarks;
+    KeyTarget& fTarget;
+};
+
+} // namespace norvane

@@ -1,0 +1,208 @@
+#include "panes/PaneListing.h"
+
+#include "MessageCodes.h"
+#include "panes/FolderSource.h"
+#include "panes/LiveUpdates.h"
+#include "panes/PaneNotifier.h"
+#include "panes/PaneRows.h"
+#include "panes/PathText.h"
+#include "settings/HomeFolder.h"
+#include "settings/MsgBox.h"
+
+#include <utility>
+
+namespace norvane {
+
+PaneListing::PaneListing(const std::string& folder, PaneRows& rows, LiveUpdates& updates,
+                         PaneNotifier& notifier, ListingOwner& owner)
+    : fRows(rows), fUpdates(updates), fNotifier(notifier), fOwner(owner),
+      fSource(std::make_unique<FolderSource>(folder))
+{
+}
+
+PaneListing::~PaneListing()
+{
+    Stop();
+}
+
+// Going
+
+void PaneListing::Start()
+{
+    Open(fSource->Again(), Way::kFirst);
+}
+
+bool PaneListing::Show(std::unique_ptr<RowSource> source)
+{
+    return Open(std::move(source), Way::kStraight);
+}
+
+void PaneListing::Leave(const std::string& folder)
+{
+    if (fSource->MayLeave()) {
+        Show(std::make_unique<FolderSource>(folder));
+    }
+}
+
+void PaneListing::ReadAgain()
+{
+    Open(fSource->Again(), Way::kAgain);
+}
+
+void PaneListing::GoTo(const char* typed)
+{
+    const std::string folder = ResolveFolder(typed, fSource->LocalFolder(), HomeFolder());
+    if (std::unique_ptr<RowSource> named = fSource->GoTo(folder)) {
+        Open(std::move(named), Way::kNamed);
+    } else if (fSource->LocalFolder() == folder) {
+        fDownPath = folder;
+        fNotifier.Post(MSG_PANE_INFO);
+    }
+}
+
+void PaneListing::Up()
+{
+    Open(fSource->Up(), Way::kUp);
+}
+
+void PaneListing::Down()
+{
+    if (fMayGoDown) {
+        Leave(fDownPath);
+    }
+}
+
+void PaneListing::Enter(const DirListItem& row)
+{
+    if (row.IsParent()) {
+        Up();
+    } else {
+        Open(fSource->Into(row), Way::kInto);
+    }
+}
+
+// Opening
+
+bool PaneListing::Open(std::unique_ptr<RowSource> source, Way way)
+{
+    if (source == nullptr) {
+        return false;
+    }
+    Stop();
+    fOpening = std::move(source);
+    fWay = way;
+    fNotifier.StartProgress();
+    // A source that hands its rows over at once is fSource by the time Open() returns.
+    const status_t status = fOpening->Open(fOwner.OrderForOpening(), *this);
+    if (status != B_OK) {
+        Failed(status);
+    }
+    return status == B_OK;
+}
+
+void PaneListing::Stop()
+{
+    if (fOpening != nullptr) {
+        fUpdates.Release(fOpening->Folder());
+        fOpening.reset();
+        fNotifier.StopProgress();
+    }
+}
+
+void PaneListing::Counted(int32 entries)
+{
+    fNotifier.SetProgressMax(entries);
+}
+
+void PaneListing::Read(int32 entries)
+{
+    fNotifier.Step(entries);
+}
+
+void PaneListing::Opened(RowSource& source, ListedRows rows)
+{
+    if (&source != fOpening.get()) {
+        return;
+    }
+    const std::unique_ptr<RowSource> left = std::exchange(fSource, std::move(fOpening));
+    fRows.Clear();
+    fRows.Fill(std::move(rows));
+    fNotifier.StopProgress();
+    fNotifier.Post(MSG_PANE_INFO);
+    fUpdates.Follow(fSource->Folder());
+    NoteWay(fWay, left->LocalFolder());
+    fOwner.Arrived({fWay != Way::kAgain, fWay == Way::kUp ? left->NameAbove() : std::string()});
+    TellOfMissingWatch();
+}
+
+void PaneListing::NoteWay(Way way, const std::string& folderLeft)
+{
+    switch (way) {
+    case Way::kUp:
+        // Out of a query's hits it leads to the folder that was shown before them.
+        if (folderLeft != fSource->LocalFolder()) {
+            fDownPath = folderLeft;
+        }
+        fMayGoDown = true;
+        break;
+    case Way::kInto:
+        fMayGoDown = false;
+        break;
+    case Way::kNamed:
+        fDownPath = fSource->LocalFolder();
+        break;
+    default:
+        break;
+    }
+}
+
+void PaneListing::TellOfMissingWatch() const
+{
+    const std::optional<WatchedFolder> folder = fSource->Folder();
+    if (fWay == Way::kFirst || !folder.has_value() || folder->status == B_OK) {
+        return;
+    }
+    MsgBox("Err",
+           folder->status == B_BAD_VALUE ? "A bad value was passed.  Node Monitoring disabled."
+                                         : "Out of memory. Node Monitoring disabled.",
+           "Oh Well", B_INFO_ALERT);
+}
+
+void PaneListing::NotOpened(RowSource& source, status_t status)
+{
+    if (&source == fOpening.get()) {
+        Failed(status);
+    }
+}
+
+void PaneListing::Failed(status_t status)
+{
+    const std::unique_ptr<RowSource> failed = std::move(fOpening);
+    fUpdates.Release(failed->Folder());
+    fNotifier.StopProgress();
+    if (fWay != Way::kFirst) {
+        const std::string complaint = failed->Complaint(status);
+        if (!complaint.empty()) {
+            MsgBox("Err", complaint.c_str(), "OK", B_INFO_ALERT);
+        }
+        return;
+    }
+    const std::string home = HomeFolder();
+    if (fUnreadable.empty()) {
+        fUnreadable = failed->LocalFolder();
+        fUnreadableReason = UnreadableText(fUnreadable, status);
+    }
+    if (failed->LocalFolder() != home) {
+        fSource = std::make_unique<FolderSource>(home);
+        Open(fSource->Again(), Way::kFirst);
+    }
+}
+
+void PaneListing::ReadAgain(RowSource& source)
+{
+    if (&source == fSource.get()) {
+        ReadAgain();
+    }
+}
+
+} // namespace norvane

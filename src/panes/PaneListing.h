@@ -1,0 +1,97 @@
+#pragma once
+
+#include "panes/RowSource.h"
+
+#include <memory>
+#include <string>
+
+namespace norvane {
+
+class LiveUpdates;
+class PaneNotifier;
+class PaneRows;
+
+/// How a list came to show other rows.
+struct Arrival
+{
+    bool isElsewhere = false; // another place, not the same one read again
+    std::string nameLeft;     // after going up: the row of the place left; empty when it has none
+};
+
+/// What a listing needs of its list.
+class ListingOwner
+{
+public:
+    virtual ~ListingOwner() = default;
+
+    virtual OpenOrder OrderForOpening() const = 0;
+    /// The new rows are in the list.
+    virtual void Arrived(const Arrival& arrival) = 0;
+};
+
+/// Which place a list shows, and the way from one to another: opens sources and puts their rows
+/// into the list.
+///
+/// What is shown stays as it is until another source's rows are there; a source that is asked for
+/// meanwhile takes the place of the one that is being opened. Thread: the list's window's.
+class PaneListing : private RowTaker
+{
+public:
+    PaneListing(const std::string& folder, PaneRows& rows, LiveUpdates& updates,
+                PaneNotifier& notifier, ListingOwner& owner);
+    ~PaneListing() override;
+    PaneListing(const PaneListing&) = delete;
+    PaneListing& operator=(const PaneListing&) = delete;
+
+    /// Shows the first folder, or the home folder when that cannot be read. Says nothing then: the
+    /// window is not even shown yet.
+    void Start();
+    /// Shows a place. False when it cannot be opened, which the person is told.
+    bool Show(std::unique_ptr<RowSource> source);
+    /// The same, but for what is shown may have a word to say first.
+    void Leave(const std::string& folder);
+    void ReadAgain();
+    /// Goes to a folder that a person named: "~", relative paths and addresses are understood.
+    void GoTo(const char* typed);
+    void Up();
+    void Down();
+    void Enter(const DirListItem& row);
+    /// Lets go of the place that is being opened.
+    void Stop();
+
+    /// What is shown. Lends; valid until other rows are there.
+    RowSource& Source() const { return *fSource; }
+    /// The first folder and why it could not be read; empty when it could.
+    const std::string& UnreadableFolder() const { return fUnreadable; }
+    const std::string& UnreadableReason() const { return fUnreadableReason; }
+
+private:
+    enum class Way : uint8 { kStraight, kAgain, kUp, kInto, kNamed, kFirst };
+
+    // RowTaker
+    void Counted(int32 entries) override;
+    void Read(int32 entries) override;
+    void Opened(RowSource& source, ListedRows rows) override;
+    void NotOpened(RowSource& source, status_t status) override;
+    void ReadAgain(RowSource& source) override;
+
+    bool Open(std::unique_ptr<RowSource> source, Way way);
+    void Failed(status_t status);
+    void NoteWay(Way way, const std::string& folderLeft);
+    void TellOfMissingWatch() const;
+
+    PaneRows& fRows;
+    LiveUpdates& fUpdates;
+    PaneNotifier& fNotifier;
+    ListingOwner& fOwner;
+
+    std::unique_ptr<RowSource> fSource;  // what is shown; never null
+    std::unique_ptr<RowSource> fOpening; // what will be; null when nothing is being opened
+    Way fWay = Way::kStraight;           // to fOpening
+    std::string fDownPath;
+    bool fMayGoDown = false;
+    std::string fUnreadable;
+    std::string fUnreadableReason;
+};
+
+} // namespace norvane

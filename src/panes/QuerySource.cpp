@@ -1,0 +1,82 @@
+#include "panes/QuerySource.h"
+
+#include "panes/FolderSource.h"
+
+#include <utility>
+
+namespace norvane {
+
+QuerySource::QuerySource(const BMessage& results, std::string folder) : fFolder(std::move(folder))
+{
+    const char* query = nullptr;
+    if (results.FindString("QueryString", &query) == B_OK) {
+        fQuery = query;
+    }
+    char* field = nullptr;
+    type_code type = 0;
+    int32 count = 0;
+    if (results.GetInfo(B_REF_TYPE, 0, &field, &type, &count) != B_OK) {
+        return;
+    }
+    entry_ref ref;
+    for (int32 i = 0; i < count; i++) {
+        if (results.FindRef(field, i, &ref) == B_OK) {
+            fHits.push_back(ref);
+        }
+    }
+}
+
+status_t QuerySource::Open(const OpenOrder& order, RowTaker& taker)
+{
+    const std::vector<entry_ref> hits = std::exchange(fHits, {});
+    taker.Counted(static_cast<int32>(hits.size()));
+    ListedRows rows;
+    for (const entry_ref& hit : hits) {
+        BEntry entry(&hit);
+        auto row = std::make_unique<DirListItem>(&entry, rgb_color(), false, kQueryMode,
+                                                 order.dateFormat.c_str());
+        (row->IsDir() ? rows.folders : rows.files).push_back(std::move(row));
+        taker.Read(1);
+    }
+    taker.Opened(*this, std::move(rows));
+    return B_OK;
+}
+
+std::unique_ptr<RowSource> QuerySource::Up() const
+{
+    return std::make_unique<FolderSource>(fFolder);
+}
+
+std::unique_ptr<RowSource> QuerySource::Into(const DirListItem& row) const
+{
+    return row.IsEnterable() ? std::make_unique<FolderSource>(PathOf(row)) : nullptr;
+}
+
+std::unique_ptr<RowSource> QuerySource::GoTo(const std::string& folder)
+{
+    fFolder = folder;
+    return nullptr;
+}
+
+status_t QuerySource::Rename(const DirListItem& row, const std::string& newName)
+{
+    return RenameEntry(*row.GetRef(), newName);
+}
+
+std::optional<OperationRequest> QuerySource::Delete(const std::vector<DirListItem*>&)
+{
+    return std::nullopt;
+}
+
+std::unique_ptr<BMessage> QuerySource::MessageFor(const std::vector<DirListItem*>& rows) const
+{
+    return LocalEntries(rows, fQuery);
+}
+
+DropMeaning QuerySource::MeaningOf(const BMessage&, const DirListItem*) const
+{
+    return {DropMeaning::Act::kRefuse, "Foo",
+            "This view contains Query Results. You cannot copy or move to it."};
+}
+
+} // namespace norvane

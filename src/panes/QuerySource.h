@@ -1,0 +1,43 @@
+#pragma once
+
+#include "panes/RowSource.h"
+
+namespace norvane {
+
+/// The hits of a query as what a list shows. They are not watched.
+class QuerySource : public RowSource
+{
+public:
+    /// `results` has the hits in its first field of refs, and the query's text as "QueryString".
+    /// `folder` is the one shown before: going up leads back to it.
+    QuerySource(const BMessage& results, std::string folder);
+
+    // RowSource
+    status_t Open(const OpenOrder& order, RowTaker& taker) override;
+    std::string Complaint(status_t) const override { return {}; }
+    /// Null: the query is not asked again.
+    std::unique_ptr<RowSource> Again() const override { return nullptr; }
+    std::unique_ptr<RowSource> Up() const override;
+    std::unique_ptr<RowSource> Into(const DirListItem& row) const override;
+    /// The hits stay; the folder is where going up leads from now on.
+    std::unique_ptr<RowSource> GoTo(const std::string& folder) override;
+    bool MakesFolders() const override { return false; }
+    status_t MakeFolder(const std::string&) override { return B_NOT_ALLOWED; }
+    status_t Rename(const DirListItem& row, const std::string& newName) override;
+    bool DeletesForGood() const override { return false; }
+    /// Deletes nothing.
+    std::optional<OperationRequest> Delete(const std::vector<DirListItem*>&) override;
+    std::unique_ptr<BMessage> MessageFor(const std::vector<DirListItem*>& rows) const override;
+    DropMeaning MeaningOf(const BMessage& entries, const DirListItem* onto) const override;
+    PaneMode Mode() const override { return kQueryMode; }
+    std::string HeaderText() const override { return fQuery; }
+    std::string PathOf(const DirListItem& row) const override { return row.GetEntryName(); }
+    const std::string& LocalFolder() const override { return fFolder; }
+
+private:
+    std::string fQuery;
+    std::string fFolder;
+    std::vector<entry_ref> fHits; // until they are rows
+};
+
+} // namespace norvane

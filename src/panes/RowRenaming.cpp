@@ -1,0 +1,72 @@
+#include "panes/RowRenaming.h"
+
+#include "clv/ColumnListView.h"
+#include "panes/PaneRows.h"
+#include "panes/ScrollIntoSight.h"
+
+#include <cmath>
+
+namespace norvane {
+
+namespace {
+
+constexpr int32 kNameColumn = 1;
+
+} // namespace
+
+void RowRenaming::Begin(int32 index)
+{
+    DirListItem* row = fRows.RowAt(index);
+    const CLVColumn* column = fList.ColumnAt(kNameColumn);
+    if (row == nullptr || row->IsParent() || column == nullptr || fList.Window() == nullptr) {
+        return;
+    }
+    Drop();
+    BRect cell = fList.ItemFrame(index);
+    cell.left = column->Begin();
+    cell.right = cell.left + std::round(column->Width());
+    fList.ScrollTo(ScrolledToShow(fList.Bounds(), cell));
+    fField.Open(&fList, row, index, cell);
+}
+
+std::optional<RowRenaming::Typed> RowRenaming::Ended(bool isCommitted)
+{
+    if (!fField.IsMeant()) {
+        return std::nullopt;
+    }
+    Typed typed{fField.Row(), fField.Text()};
+    GiveFocusBack(fField.Close());
+    if (!isCommitted || typed.name == typed.row->LeafName()) {
+        return std::nullopt;
+    }
+    return typed;
+}
+
+void RowRenaming::Drop()
+{
+    if (IsOpen()) {
+        GiveFocusBack(fField.Drop());
+    }
+}
+
+void RowRenaming::GiveFocusBack(bool hadFocus)
+{
+    // Also where it went to another view: the list then shows that nothing in it has the focus.
+    fList.MakeFocus(hadFocus || fList.IsFocus());
+}
+
+void RowRenaming::Forget(const DirListItem* row)
+{
+    if (fField.Row() == row) {
+        Drop();
+    }
+}
+
+void RowRenaming::Follow()
+{
+    if (IsOpen()) {
+        fField.MoveTo(fList.ItemFrame(fRows.IndexOf(fField.Row())).top);
+    }
+}
+
+} // namespace norvane

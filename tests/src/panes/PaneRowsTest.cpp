@@ -1,0 +1,95 @@
+#include "PaneRowsFixture.h"
+
+namespace {
+
+using namespace norvane;
+
+class PaneRowsTest : public PaneRowsFixture
+{
+protected:
+    static constexpr int kMany = 100'000;
+};
+
+TEST_F(PaneRowsTest, ShowsWhatItIsFilledWith)
+{
+    Fill({"m"}, {"a", "b"});
+    EXPECT_EQ(Names(), ".. m a b ");
+    EXPECT_EQ(fRows->Totals().files, 2);
+    EXPECT_EQ(fRows->Totals().bytes, 200);
+    EXPECT_EQ(fTold, "");
+}
+
+TEST_F(PaneRowsTest, FindsRowsByPlaceNameAndNode)
+{
+    Fill({"m"}, {"a", "b"});
+    EXPECT_EQ(fRows->Find("b"), 3);
+    EXPECT_EQ(fRows->Find("c"), -1);
+    EXPECT_EQ(fRows->IndexOf(Row("a")), 2);
+    EXPECT_EQ(fRows->Find({7, 3}, "b"), Row("b"));
+    EXPECT_EQ(fRows->Find({7, 3}, "a"), nullptr);
+    EXPECT_EQ(fRows->RowAt(4), nullptr);
+    EXPECT_EQ(fRows->RowAt(-1), nullptr);
+}
+
+TEST_F(PaneRowsTest, PutsARowInItsPlaceAndSaysSo)
+{
+    Fill({"m"}, {"a", "c"});
+    fRows->Insert(Make("b", false, 9, 50));
+    fRows->Insert(Make("z", true, 10));
+    EXPECT_EQ(Names(), ".. m z a b c ");
+    EXPECT_EQ(fRows->Totals().bytes, 250);
+    EXPECT_EQ(fRows->Find({7, 9}, "b"), Row("b"));
+    EXPECT_EQ(fTold, "changed changed ");
+}
+
+TEST_F(PaneRowsTest, TellsOfARowBeforeItGoes)
+{
+    Fill({}, {"a", "b", "c"});
+    fList->Select(2);
+    fRows->Remove(Row("b"));
+    EXPECT_EQ(Names(), ".. a c ");
+    EXPECT_EQ(fTold, "-b changed ");
+    EXPECT_EQ(fList->CurrentSelection(), 2);
+    EXPECT_EQ(fRows->Totals().files, 2);
+    EXPECT_EQ(fRows->FindAny({7, 2}), nullptr);
+}
+
+TEST_F(PaneRowsTest, TellsOfAllRowsBeforeTheyGo)
+{
+    Fill({}, {"a", "b"});
+    fRows->Clear();
+    EXPECT_EQ(Names(), "");
+    EXPECT_EQ(fTold, "none ");
+    EXPECT_EQ(fRows->Totals().files, 0);
+    EXPECT_EQ(fRows->FindAny({7, 1}), nullptr);
+}
+
+TEST_F(PaneRowsTest, RowsOfAServerCostNoSearch)
+{
+    ListedRows rows;
+    for (int i = 0; i < kMany; i++) {
+        rows.files.push_back(std::make_unique<DirListItem>(std::to_string(i).c_str(), "1",
+                                                           "Jan 1 10:00", "-rw-r--r--"));
+    }
+    fRows->Fill(std::move(rows));
+    EXPECT_EQ(fRows->CountRows(), kMany);
+    EXPECT_EQ(fRows->Totals().files, kMany);
+    EXPECT_EQ(fRows->Index().CountProbes(), 0u);
+    // They have no node by which a notice could mean them.
+    EXPECT_EQ(fRows->FindAny({0, 0}), nullptr);
+    fRows->Remove(fRows->RowAt(kMany / 2));
+    EXPECT_EQ(fRows->Totals().files, kMany - 1);
+}
+
+TEST_F(PaneRowsTest, LocalRowsCostAFewStepsEach)
+{
+    ListedRows rows;
+    for (int i = 1; i <= kMany; i++) {
+        rows.files.push_back(Make(std::to_string(i), false, static_cast<ino_t>(i)));
+    }
+    fRows->Fill(std::move(rows));
+    EXPECT_EQ(fRows->Index().Count(), static_cast<size_t>(kMany));
+    EXPECT_LT(fRows->Index().CountProbes(), static_cast<size_t>(4 * kMany));
+}
+
+} // namespace
