@@ -48,6 +48,10 @@ public:
     bool QuitRequested() override;
 
 private:
+    struct Answer;
+    static const Answer kCommands[];
+    static const Answer kNotices[];
+
     // Construction (NorvaneWindow.cpp, WindowMenus.cpp)
     void CreateMenus();
     void RestoreFrame();
@@ -57,7 +61,7 @@ private:
     void TakePane(int32 index);
 
     // Commands (WindowCommands.cpp); each does nothing without the pane it needs
-    void PaneCommand(uint32 what);
+    void TellPane(void (DirPane::*order)());
     void TextTyped(const BMessage& message);
     void DoAboutBox();
     void DoNewFolder();

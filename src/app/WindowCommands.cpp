@@ -22,6 +22,7 @@
 #include <fs_info.h>
 
 #include <cstring>
+#include <span>
 
 namespace norvane {
 
@@ -35,81 +36,137 @@ bool ReadSwitch(const char* key)
 
 } // namespace
 
+/// What the window does for one message code.
+struct NorvaneWindow::Answer
+{
+    uint32 what;
+    void (*act)(NorvaneWindow& window, BMessage& message);
+};
+
+// What menus and panes tell it to do.
+const NorvaneWindow::Answer NorvaneWindow::kCommands[] = {
+    {kOpen,
+     [](auto& window, auto&) {
+         window.TellPane(&DirPane::Invoke);
+     }},
+    {kUpALevel,
+     [](auto& window, auto&) {
+         window.TellPane(&DirPane::NavigateUp);
+     }},
+    {kDownALevel,
+     [](auto& window, auto&) {
+         window.TellPane(&DirPane::NavigateDown);
+     }},
+    {kCalculateSpace,
+     [](auto& window, auto&) {
+         window.DoGetSpace();
+     }},
+    {kAbout,
+     [](auto& window, auto&) {
+         window.DoAboutBox();
+     }},
+    {kNewFolder,
+     [](auto& window, auto&) {
+         window.DoNewFolder();
+     }},
+    {kRename,
+     [](auto& window, auto&) {
+         window.DoRename();
+     }},
+    {kEmptyTrash,
+     [](auto& window, auto&) {
+         window.EmptyTrash();
+     }},
+    {kGoTo,
+     [](auto& window, auto&) {
+         window.AskWhereToGo();
+     }},
+    {kOpenInLeftPane,
+     [](auto& window, auto&) {
+         window.OpenInLeftPane();
+     }},
+    {kOpenInRightPane,
+     [](auto& window, auto&) {
+         window.OpenInRightPane();
+     }},
+    {kAddPane,
+     [](auto& window, auto&) {
+         window.AddFilePane(HomeFolder().c_str());
+     }},
+    {kRemovePane,
+     [](auto& window, auto&) {
+         window.RemovePane();
+     }},
+    {kRevertToDefault,
+     [](auto& window, auto&) {
+         window.Default();
+     }},
+    {kTestOverwrite,
+     [](auto& window, auto&) {
+         window.ShowOverwriteTest();
+     }},
+};
+
+// What it is told of: things that happened elsewhere, and entries that are to be carried.
+const NorvaneWindow::Answer NorvaneWindow::kNotices[] = {
+    {kFolderNamed,
+     [](auto& window, auto& notice) {
+         window.TextTyped(notice);
+     }},
+    {kNewNameTyped,
+     [](auto& window, auto& notice) {
+         window.TextTyped(notice);
+     }},
+    {kFolderToGoTyped,
+     [](auto& window, auto& notice) {
+         window.TextTyped(notice);
+     }},
+    {kColumnResized,
+     [](auto& window, auto& notice) {
+         window.SetColumnFromMessage(notice);
+     }},
+    {kPreferencesSaved,
+     [](auto& window, auto&) {
+         window.GetPreferences();
+     }},
+    {kTakeActivation,
+     [](auto& window, auto&) {
+         window.Activate();
+     }},
+    {kTellMissingFolders,
+     [](auto& window, auto&) {
+         window.TellMissingFolders();
+     }},
+    {kRemoteEntries,
+     [](auto& window, auto& notice) {
+         window.DoDrag(&notice);
+     }},
+    {kLocalEntries,
+     [](auto& window, auto& notice) {
+         window.DoDrag(&notice);
+     }},
+    {B_NODE_MONITOR,
+     [](auto& window, auto& notice) {
+         window.VolumeChanged(notice);
+     }},
+};
+
 void NorvaneWindow::MessageReceived(BMessage* message)
 {
     if (message->what >= kFocusPane && message->what < kFocusPane + kMaxPanes) {
         FocusPane(static_cast<int32>(message->what - kFocusPane));
         return;
     }
-    switch (message->what) {
-    case kOpen:
-    case kUpALevel:
-    case kDownALevel:
-        PaneCommand(message->what);
-        break;
-    case kCalculateSpace:
-        DoGetSpace();
-        break;
-    case kAbout:
-        DoAboutBox();
-        break;
-    case kNewFolder:
-        DoNewFolder();
-        break;
-    case kRename:
-        DoRename();
-        break;
-    case kEmptyTrash:
-        EmptyTrash();
-        break;
-    case kGoTo:
-        AskWhereToGo();
-        break;
-    case kFolderNamed:
-    case kNewNameTyped:
-    case kFolderToGoTyped:
-        TextTyped(*message);
-        break;
-    case kOpenInLeftPane:
-        OpenInLeftPane();
-        break;
-    case kOpenInRightPane:
-        OpenInRightPane();
-        break;
-    case kAddPane:
-        AddFilePane(HomeFolder().c_str());
-        break;
-    case kRemovePane:
-        RemovePane();
-        break;
-    case kRevertToDefault:
-        Default();
-        break;
-    case kTestOverwrite:
-        ShowOverwriteTest();
-        break;
-    case kColumnResized:
-        SetColumnFromMessage(*message);
-        break;
-    case kPreferencesSaved:
-        GetPreferences();
-        break;
-    case kTakeActivation:
-        Activate();
-        break;
-    case kTellMissingFolders:
-        TellMissingFolders();
-        break;
-    case kRemoteEntries:
-    case kLocalEntries:
-        DoDrag(message);
-        break;
-    case B_NODE_MONITOR:
-        VolumeChanged(*message);
-        break;
-    default:
-        BWindow::MessageReceived(message);
+    for (const std::span<const Answer> table :
+         {std::span<const Answer>(kCommands), std::span<const Answer>(kNotices)}) {
+        for (const Answer& answer : table) {
+            if (answer.what == message->what) {
+                answer.act(*this, *message);
+                return;
+            }
+        }
     }
+    BWindow::MessageReceived(message);
 }
 
 void NorvaneWindow::Show()
@@ -138,24 +195,10 @@ void NorvaneWindow::TellMissingFolders()
     MsgBox("Err", text.c_str(), "OK", B_INFO_ALERT);
 }
 
-void NorvaneWindow::PaneCommand(uint32 what)
+void NorvaneWindow::TellPane(void (DirPane::*order)())
 {
-    DirPane* pane = GetFocusedPane();
-    if (pane == nullptr) {
-        return;
-    }
-    switch (what) {
-    case kOpen:
-        pane->Invoke();
-        break;
-    case kUpALevel:
-        pane->NavigateUp();
-        break;
-    case kDownALevel:
-        pane->NavigateDown();
-        break;
-    default:
-        break;
+    if (DirPane* pane = GetFocusedPane()) {
+        (pane->*order)();
     }
 }
 
