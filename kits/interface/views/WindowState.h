@@ -32,6 +32,10 @@ struct WindowState
     uint32 flags = 0;
     BRect frame;     // screen units
     BRect toldFrame; // as FrameMoved() and FrameResized() last said
+    FrameAsks asks;
+    // The size that came although the limits forbid it, and was refused; none: not valid. One that
+    // comes again is taken: somebody insists who is stronger.
+    BRect refusedSize;
     BRect beforeZoom;
     float minWidth = 0;
     float maxWidth = 32768;
