@@ -318,6 +318,8 @@ void NativeWindow::Hide()
 
 void NativeWindow::Destroy()
 {
+    // The native window may stay for a while: who asks for it then gets nothing that outlives this.
+    fAccessible.Close();
     if (fSurface == nullptr) {
         return;
     }
@@ -328,7 +330,6 @@ void NativeWindow::Destroy()
         Hide();
     }
     state.windows.Remove(fToken);
-    fAccessible.Clear();
     if (!state.departures.Has(*this)) {
         Depart();
     }

@@ -6,6 +6,8 @@
 #include "WindowFlags.h"
 #include "X11Keyboard.h"
 
+#include "app/LooperCore.h"
+
 #include <AppDefs.h>
 #include <GraphicsDefs.h>
 #include <Message.h>
@@ -56,6 +58,10 @@ ServerState& ServerState::Get()
 void ServerState::accessibilityActiveChanged(bool active)
 {
     ScreenInfo::Get().isAccessibilityActive = active;
+    // A window that paints nothing would say nothing for a long time.
+    for (const int32 token : windows.Shown()) {
+        windows.Find(token)->Core().Wake();
+    }
 }
 
 void ServerState::WatchScreens()

@@ -76,6 +76,7 @@ struct WindowState
     uint64 publishedFrame = 0; // what the server was told last: of which frame, with which focus
     const BView* publishedFocus = nullptr; // compared only
     bool isTextPublished = false;
+    bool isTreePublished = false;
     std::unordered_map<const void*, int32>
         thingIds; // of rows and menu items, for assistive programs
     int32 lastThing = 0;
