@@ -35,6 +35,8 @@ QAccessible::Role RoleOf(AccessibleNode::Role role)
         return QAccessible::Row;
     case AccessibleNode::Role::kCell:
         return QAccessible::Cell;
+    case AccessibleNode::Role::kColumnHeader:
+        return QAccessible::ColumnHeader;
     case AccessibleNode::Role::kScrollBar:
         return QAccessible::ScrollBar;
     case AccessibleNode::Role::kProgressBar:

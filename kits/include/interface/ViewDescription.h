@@ -22,6 +22,7 @@ struct BViewDescription
         kTable,
         kRow,
         kCell,
+        kColumnHeader,
         kScrollBar,
         kProgressBar,
         kMenuBar,
