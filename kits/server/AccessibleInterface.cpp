@@ -35,6 +35,8 @@ QAccessible::Role RoleOf(AccessibleNode::Role role)
         return QAccessible::Row;
     case AccessibleNode::Role::kCell:
         return QAccessible::Cell;
+    case AccessibleNode::Role::kColumnHeader:
+        return QAccessible::ColumnHeader;
     case AccessibleNode::Role::kScrollBar:
         return QAccessible::ScrollBar;
     case AccessibleNode::Role::kProgressBar:
@@ -58,7 +60,8 @@ bool AccessibleInterface::isValid() const
 
 QObject* AccessibleInterface::object() const
 {
-    return nullptr; // the bridges know it by its number alone
+    // The toolkit lists a window by this object; the rest the bridges know by its number alone.
+    return fId == AccessibleTree::kRoot ? fTree.Window().GetSurface() : nullptr;
 }
 
 QWindow* AccessibleInterface::window() const
@@ -178,6 +181,7 @@ QAccessible::State AccessibleInterface::state() const
     state.checked = has(AccessibleNode::State::kMarked);
     state.disabled = has(AccessibleNode::State::kDisabled);
     state.defaultButton = has(AccessibleNode::State::kDefault);
+    state.passwordEdit = has(AccessibleNode::State::kHidesText);
     state.checkable = node->role == AccessibleNode::Role::kCheckBox;
     state.selectable =
         node->role == AccessibleNode::Role::kRow || node->role == AccessibleNode::Role::kListItem;

@@ -11,8 +11,9 @@ AccessibleTree::AccessibleTree(NativeWindow& window) : fWindow(window) {}
 
 AccessibleTree::~AccessibleTree() = default;
 
-void AccessibleTree::Clear()
+void AccessibleTree::Close()
 {
+    fIsClosed = true;
     for (const auto& [id, interface] : fInterfaces) {
         QAccessible::deleteAccessibleInterface(interface);
     }
@@ -23,6 +24,9 @@ void AccessibleTree::Clear()
 
 void AccessibleTree::Changed(std::shared_ptr<const Published> published)
 {
+    if (fIsClosed) {
+        return;
+    }
     fNodes.clear();
     fPublished = std::move(published);
     const int32 oldFocus = std::exchange(fFocused, kRoot);
@@ -36,7 +40,8 @@ void AccessibleTree::Changed(std::shared_ptr<const Published> published)
         }
         return isGone;
     });
-    if (QAccessible::isActive() && fFocused != oldFocus) {
+    const bool isThere = fWindow.GetSurface() != nullptr; // nobody can have asked for it before
+    if (QAccessible::isActive() && isThere && fFocused != oldFocus) {
         QAccessibleEvent event(Interface(fFocused), QAccessible::Focus);
         QAccessible::updateAccessibility(&event);
     }
@@ -58,7 +63,7 @@ void AccessibleTree::Index(const AccessibleNode& node, int32 parent)
 
 QAccessibleInterface* AccessibleTree::Interface(int32 id)
 {
-    if (id != kRoot && fNodes.count(id) == 0) {
+    if (fIsClosed || (id != kRoot && fNodes.count(id) == 0)) {
         return nullptr;
     }
     const auto found = fInterfaces.find(id);

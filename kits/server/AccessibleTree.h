@@ -30,10 +30,10 @@ public:
     /// focus.
     void Changed(std::shared_ptr<const Published> published);
 
-    /// Deletes all interfaces, before the native window goes.
-    void Clear();
+    /// Deletes all interfaces and makes no more: the native window is about to go, if not at once.
+    void Close();
 
-    /// Lends the interface of a node; null when there is no such node.
+    /// Lends the interface of a node; null when there is no such node, and once it is closed.
     QAccessibleInterface* Interface(int32 id);
     /// Lends the node until the next change; null for unknown ones, and for the root before a
     /// publication.
@@ -58,6 +58,7 @@ private:
     std::map<int32, Entry> fNodes;
     std::map<int32, QAccessible::Id> fInterfaces;
     int32 fFocused = kRoot;
+    bool fIsClosed = false;
 };
 
 } // namespace kits

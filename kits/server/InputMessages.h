@@ -28,12 +28,11 @@
 //                            "be:selection" (int32, in its units). "kits:view", "kits:resets"
 //                            (int32): which field it is for, as InputMethodState said
 // B_WINDOW_ACTIVATED         "active" (bool)
-// B_WINDOW_MOVED             "where" (BPoint: the client area's left top, screen units)
-// B_WINDOW_RESIZED           "width", "height" (int32, as BRect::Width())
 // B_MINIMIZE                 "minimize" (bool)
 // B_ZOOM                     none
 // B_QUIT_REQUESTED           none
 // B_SCREEN_CHANGED           "frame" (BRect), "mode" (int32: a color_space)
+// kits::kFrameChanged        none: the frame waits in FrameNews; at most one waits in a queue
 // kits::kScaleChanged        "scale" (float): the window came to a screen of another density
 // kits::kCaptureLost         none: another program took the mouse while SetMouseCapture was on;
 //                            menus close
@@ -42,6 +41,7 @@
 
 namespace kits {
 
+constexpr uint32 kFrameChanged = 'kFrm';
 constexpr uint32 kScaleChanged = 'kScl';
 constexpr uint32 kCaptureLost = 'kCpL';
 

@@ -22,6 +22,15 @@ int Utf16Offset(const std::string& text, int32 bytes)
     return static_cast<int>(QString::fromUtf8(text.data(), bytes).size());
 }
 
+int HintsFor(const InputMethodState& state)
+{
+    const Qt::InputMethodHints hints = state.hidesText
+                                           ? Qt::ImhHiddenText | Qt::ImhSensitiveData |
+                                                 Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase
+                                           : Qt::ImhNone;
+    return static_cast<int>(hints);
+}
+
 QVariant Answer(const InputMethodState& state, Qt::InputMethodQuery query)
 {
     switch (query) {
@@ -32,6 +41,8 @@ QVariant Answer(const InputMethodState& state, Qt::InputMethodQuery query)
         return QRectF(static_cast<qreal>(state.caret.left), static_cast<qreal>(state.caret.top),
                       static_cast<qreal>(state.caret.Width() + 1),
                       static_cast<qreal>(state.caret.Height() + 1));
+    case Qt::ImHints:
+        return HintsFor(state);
     case Qt::ImSurroundingText:
         return QString::fromStdString(state.surroundingText);
     case Qt::ImCursorPosition:
@@ -95,7 +106,7 @@ void TellInputMethod(bool isAnew)
     if (isAnew) {
         inputMethod->reset();
     }
-    inputMethod->update(Qt::ImQueryInput | Qt::ImEnabled);
+    inputMethod->update(Qt::ImQueryInput | Qt::ImEnabled | Qt::ImHints);
 }
 
 void AnswerInputMethod(const InputMethodState& state, QInputMethodQueryEvent& event)

@@ -17,11 +17,13 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QTimer>
 
 #include <algorithm>
 #include <optional>
 #include <set>
 #include <utility>
+#include <vector>
 
 namespace kits {
 
@@ -29,6 +31,10 @@ namespace {
 
 // The grey of windows that are not painted yet.
 constexpr uint8 kBackground = 216;
+
+// A window manager that leaves a window as it is answers what was asked with what the toolkit takes
+// for no news. By then it has.
+constexpr int kSettlingMs = 300;
 
 Qt::CursorShape CursorFor(PointerShape shape)
 {
@@ -49,20 +55,30 @@ Qt::CursorShape CursorFor(PointerShape shape)
     return Qt::ArrowCursor;
 }
 
-QRect AvailableAround(const QRect& frame)
+// What panels leave of each screen.
+std::vector<QRect> Rooms()
 {
-    const QScreen* screen = QGuiApplication::screenAt(frame.center());
-    if (screen == nullptr) {
-        screen = QGuiApplication::primaryScreen();
+    std::vector<QRect> rooms;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        rooms.push_back(screen->availableGeometry());
     }
-    return screen == nullptr ? frame : screen->availableGeometry();
+    return rooms;
+}
+
+// What panels leave of the screen that a frame is on.
+QRect RoomAround(const QRect& frame)
+{
+    const std::vector<QRect> rooms = Rooms();
+    const int number = AreaOf(frame, rooms);
+    return number < 0 ? frame : rooms[static_cast<size_t>(number)];
 }
 
 } // namespace
 
 NativeWindow::NativeWindow(int32 token, std::shared_ptr<LooperCore> core,
-                           std::shared_ptr<FrontImage> front, const WindowShape& shape)
-    : fToken(token), fCore(std::move(core)), fFront(std::move(front)),
+                           std::shared_ptr<FrontImage> front, std::shared_ptr<FrameNews> news,
+                           const WindowShape& shape)
+    : fToken(token), fCore(std::move(core)), fFront(std::move(front)), fNews(std::move(news)),
       fScale(WindowServer::Get().ScreenScale()), fShape(shape),
       fPublished(std::make_shared<const Published>()), fAccessible(*this)
 {
@@ -93,10 +109,7 @@ void NativeWindow::CreateSurface()
     ApplyFlags();
     fSurface->setTitle(QString::fromStdString(fShape.title));
     fSurface->setCursor(CursorFor(fPointer));
-    ApplyLimits();
-    ApplyFrame();
-    // The looper knows the frame it asked for; what the screen made of it is news.
-    fGeometry = RectFrom(fShape.frame);
+    ApplyFrame(RectFrom(fShape.frame));
 }
 
 void NativeWindow::ApplyFlags()
@@ -111,22 +124,35 @@ void NativeWindow::ApplyFlags()
     }
 }
 
-void NativeWindow::ApplyLimits()
+// A window of a fixed size is held at that of `frame`. No screen is asked for more than it has.
+void NativeWindow::ApplyLimits(const QRect& frame)
 {
-    const SizeLimits limits = SizeLimitsFor(fShape);
-    fSurface->setMinimumSize(limits.smallest);
+    WindowShape shape = fShape;
+    shape.frame = RectTo(frame);
+    const SizeLimits limits = SizeLimitsFor(shape);
+    const QSize largest = LargestSize(RoomAround(frame), HasTitle(fShape));
+    fSurface->setMinimumSize(IsPopUp() ? limits.smallest : limits.smallest.boundedTo(largest));
     fSurface->setMaximumSize(limits.largest);
 }
 
-void NativeWindow::ApplyFrame()
+void NativeWindow::ApplyFrame(const QRect& frame)
 {
-    const QRect frame = RectFrom(fShape.frame);
-    const QRect available = AvailableAround(frame);
-    const QRect fitted =
-        IsPopUp() ? FitPopUp(frame, available) : FitWindow(frame, available, HasTitle(fShape));
-    // A program's own size is held although the system's limits would not let a person choose it.
-    fSurface->setGeometry(fSurface->isVisible() && !IsPopUp() ? frame : fitted);
-    fReported.clear();
+    fKnown = frame; // what the screen makes of it is news
+    QRect fitted = frame;
+    if (IsPopUp()) {
+        fitted = FitPopUp(frame, RoomAround(frame));
+    } else if (!fSurface->isVisible()) {
+        fitted = FitWindow(frame, Rooms(), HasTitle(fShape));
+    } else if (frame.size() != fSurface->size()) {
+        // Where a person put it stays the person's business, as does a size that a person gave it.
+        fitted.setSize(frame.size().boundedTo(LargestSize(RoomAround(frame), HasTitle(fShape))));
+    }
+    // Limits first: the system holds even the program's own size against them.
+    ApplyLimits(fitted);
+    fSurface->setGeometry(fitted);
+    GeometryChanged(fSurface->geometry());
+    QTimer::singleShot(kSettlingMs, fSurface.get(),
+                       [this] { GeometryChanged(fSurface->geometry()); });
 }
 
 void NativeWindow::SetShape(const WindowShape& shape)
@@ -141,13 +167,31 @@ void NativeWindow::SetShape(const WindowShape& shape)
     if (old.look != shape.look || old.feel != shape.feel || old.flags != shape.flags) {
         ApplyFlags();
     }
-    // Limits first: the system holds even the program's own size against them.
-    ApplyLimits();
-    const QRect frame = RectFrom(shape.frame);
-    const bool isOldNews = frame == RectFrom(old.frame) ||
-                           std::find(fReported.begin(), fReported.end(), frame) != fReported.end();
-    if (!isOldNews) {
-        ApplyFrame();
+    FrameAsked(old.asks);
+}
+
+// Only what the window asked for anew counts: the rest may be older than what it is told next.
+void NativeWindow::FrameAsked(const FrameAsks& before)
+{
+    const FrameAsks& asks = fShape.asks;
+    const QRect asked = RectFrom(fShape.frame);
+    QRect frame = fSurface->geometry();
+    bool isAsked = asks.place != before.place || (IsPopUp() && asked != frame);
+    if (isAsked) {
+        frame.moveTopLeft(asked.topLeft());
+    }
+    if (asks.size != before.size && (asks.corrected == 0 || asks.corrected == fSerial)) {
+        frame.setSize(asked.size());
+        isAsked = true;
+    } else if (asks.size != before.size) {
+        // The window does not know the size that came since, and would take the news of it for
+        // older than its wish.
+        TellFrame(frame);
+    }
+    if (isAsked) {
+        ApplyFrame(frame);
+    } else {
+        ApplyLimits(frame);
     }
 }
 
@@ -191,6 +235,7 @@ void NativeWindow::Show(const ShowRequest& request)
         focused->fSurface->requestActivate();
     }
     ScaleMayHaveChanged();
+    GeometryChanged(fSurface->geometry());
 }
 
 // An opener that is hidden for the moment would leave this window without anything to stay above.
@@ -273,6 +318,8 @@ void NativeWindow::Hide()
 
 void NativeWindow::Destroy()
 {
+    // The native window may stay for a while: who asks for it then gets nothing that outlives this.
+    fAccessible.Close();
     if (fSurface == nullptr) {
         return;
     }
@@ -283,7 +330,6 @@ void NativeWindow::Destroy()
         Hide();
     }
     state.windows.Remove(fToken);
-    fAccessible.Clear();
     if (!state.departures.Has(*this)) {
         Depart();
     }

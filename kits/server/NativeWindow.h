@@ -7,7 +7,6 @@
 #include <QRect>
 
 #include <atomic>
-#include <deque>
 #include <memory>
 
 class BMessage;
@@ -24,7 +23,7 @@ class NativeWindow : public std::enable_shared_from_this<NativeWindow>
 {
 public:
     NativeWindow(int32 token, std::shared_ptr<LooperCore> core, std::shared_ptr<FrontImage> front,
-                 const WindowShape& shape);
+                 std::shared_ptr<FrameNews> news, const WindowShape& shape);
     ~NativeWindow();
     NativeWindow(const NativeWindow&) = delete;
     NativeWindow& operator=(const NativeWindow&) = delete;
@@ -78,8 +77,10 @@ public:
 private:
     void CreateSurface();
     void ApplyFlags();
-    void ApplyLimits();
-    void ApplyFrame();
+    void ApplyLimits(const QRect& frame);
+    void ApplyFrame(const QRect& frame);
+    void FrameAsked(const FrameAsks& before);
+    void TellFrame(const QRect& frame);
     const NativeWindow* ShownOpener() const;
     int32 KeysOpener() const;
     void Raise();
@@ -91,10 +92,11 @@ private:
     const int32 fToken;
     const std::shared_ptr<LooperCore> fCore;
     const std::shared_ptr<FrontImage> fFront;
+    const std::shared_ptr<FrameNews> fNews;
     std::atomic<float> fScale;
     WindowShape fShape;
-    std::deque<QRect> fReported; // frames the looper was told of since it last asked for one
-    QRect fGeometry;             // as last reported
+    QRect fKnown;       // the frame that the window takes to be its own: as told, or asked for
+    uint32 fSerial = 0; // of the news told last
     Qt::WindowStates fStates;
     PointerShape fPointer = PointerShape::kArrow;
     std::shared_ptr<const Published> fPublished; // never null

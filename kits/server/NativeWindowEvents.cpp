@@ -15,35 +15,18 @@
 
 namespace kits {
 
-namespace {
-
-// A window that is being dragged about may report many frames before its thread answers one.
-constexpr size_t kMaxReported = 64;
-
-} // namespace
-
 void NativeWindow::GeometryChanged(const QRect& geometry)
 {
-    if (!fIsShown || IsPopUp() || geometry == fGeometry) {
-        return;
+    if (fIsShown && !IsPopUp() && geometry != fKnown) {
+        TellFrame(geometry);
     }
-    const QRect old = std::exchange(fGeometry, geometry);
-    fReported.push_back(geometry);
-    if (fReported.size() > kMaxReported) {
-        fReported.pop_front();
-    }
-    if (old.topLeft() != geometry.topLeft()) {
-        auto moved = std::make_unique<BMessage>(B_WINDOW_MOVED);
-        moved->AddInt64("when", system_time());
-        moved->AddPoint("where", RectTo(geometry).LeftTop());
-        Post(std::move(moved));
-    }
-    if (old.size() != geometry.size()) {
-        auto resized = std::make_unique<BMessage>(B_WINDOW_RESIZED);
-        resized->AddInt64("when", system_time());
-        resized->AddInt32("width", geometry.width() - 1);
-        resized->AddInt32("height", geometry.height() - 1);
-        Post(std::move(resized));
+}
+
+void NativeWindow::TellFrame(const QRect& frame)
+{
+    fKnown = frame;
+    if (fNews->Put({RectTo(frame), ++fSerial, fShape.asks})) {
+        Post(std::make_unique<BMessage>(kFrameChanged));
     }
 }
 

@@ -1,10 +1,13 @@
 #include "ScreenInfo.h"
 
+#include "Fitting.h"
 #include "WindowFlags.h"
 
 #include <QGuiApplication>
 #include <QScreen>
 #include <QStyleHints>
+
+#include <utility>
 
 namespace kits {
 
@@ -16,35 +19,59 @@ ScreenInfo& ScreenInfo::Get()
 
 void ScreenInfo::Refresh()
 {
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    if (screen == nullptr) {
+    std::vector<Screen> screens;
+    for (const QScreen* screen : QGuiApplication::screens()) { // the main one is the first
+        screens.push_back({RectTo(screen->geometry()), RectTo(screen->availableGeometry()),
+                           static_cast<float>(screen->devicePixelRatio())});
+    }
+    if (screens.empty()) {
         return;
     }
     const int interval = QGuiApplication::styleHints()->mouseDoubleClickInterval();
     caretFlash = QGuiApplication::styleHints()->cursorFlashTime() * bigtime_t{1000};
     std::lock_guard<std::mutex> lock(fLock);
-    fFrame = RectTo(screen->geometry());
-    fAvailable = RectTo(screen->availableGeometry());
-    fScale = static_cast<float>(screen->devicePixelRatio());
+    fScreens = std::move(screens);
     fClickSpeed = interval * bigtime_t{1000};
 }
 
-BRect ScreenInfo::Frame() const
+ScreenInfo::Screen ScreenInfo::At(int32 screen) const
 {
     std::lock_guard<std::mutex> lock(fLock);
-    return fFrame;
+    const bool isThere = screen >= 0 && static_cast<size_t>(screen) < fScreens.size();
+    return fScreens[isThere ? static_cast<size_t>(screen) : 0];
 }
 
-BRect ScreenInfo::Available() const
+BRect ScreenInfo::Frame(int32 screen) const
 {
-    std::lock_guard<std::mutex> lock(fLock);
-    return fAvailable;
+    return At(screen).frame;
 }
 
-float ScreenInfo::Scale() const
+BRect ScreenInfo::Available(int32 screen) const
+{
+    return At(screen).available;
+}
+
+float ScreenInfo::Scale(int32 screen) const
+{
+    return At(screen).scale;
+}
+
+int32 ScreenInfo::CountScreens() const
 {
     std::lock_guard<std::mutex> lock(fLock);
-    return fScale;
+    return static_cast<int32>(fScreens.size());
+}
+
+int32 ScreenInfo::ScreenOf(BRect frame) const
+{
+    std::vector<QRect> areas;
+    {
+        std::lock_guard<std::mutex> lock(fLock);
+        for (const Screen& screen : fScreens) {
+            areas.push_back(RectFrom(screen.frame));
+        }
+    }
+    return AreaOf(RectFrom(frame), areas);
 }
 
 bigtime_t ScreenInfo::ClickSpeed() const

@@ -5,10 +5,11 @@
 
 #include <atomic>
 #include <mutex>
+#include <vector>
 
 namespace kits {
 
-/// What is known of the main screen and the desktop's habits, for any thread to read.
+/// What is known of the screens and the desktop's habits, for any thread to read.
 class ScreenInfo
 {
 public:
@@ -17,9 +18,13 @@ public:
     /// Asks the system again. Thread: the server's.
     void Refresh();
 
-    BRect Frame() const;
-    BRect Available() const;
-    float Scale() const;
+    /// Number 0 is the main screen, which takes the place of those that are not there.
+    BRect Frame(int32 screen = 0) const;
+    BRect Available(int32 screen = 0) const;
+    float Scale(int32 screen = 0) const;
+    int32 CountScreens() const;
+    /// The screen that shows most of a frame, or is the nearest one when none shows it.
+    int32 ScreenOf(BRect frame) const;
     bigtime_t ClickSpeed() const;
 
     /// Whether assistive programs listen.
@@ -28,11 +33,18 @@ public:
     std::atomic<bigtime_t> caretFlash{1'000'000};
 
 private:
+    struct Screen
+    {
+        BRect frame{0, 0, 1023, 767};
+        BRect available{0, 0, 1023, 767};
+        float scale = 1;
+    };
+
+    Screen At(int32 screen) const;
+
     mutable std::mutex fLock;
-    // Guarded by fLock. What a program without a screen is told.
-    BRect fFrame{0, 0, 1023, 767};
-    BRect fAvailable{0, 0, 1023, 767};
-    float fScale = 1;
+    // Guarded by fLock. At least one: what a program without a screen is told.
+    std::vector<Screen> fScreens = std::vector<Screen>(1);
     bigtime_t fClickSpeed = 400'000;
 };
 

@@ -2,7 +2,11 @@
 
 #include "NativeWindow.h"
 #include "ScreenInfo.h"
+#include "Surface.h"
+#include "WindowFlags.h"
 #include "X11Keyboard.h"
+
+#include "app/LooperCore.h"
 
 #include <AppDefs.h>
 #include <GraphicsDefs.h>
@@ -54,6 +58,10 @@ ServerState& ServerState::Get()
 void ServerState::accessibilityActiveChanged(bool active)
 {
     ScreenInfo::Get().isAccessibilityActive = active;
+    // A window that paints nothing would say nothing for a long time.
+    for (const int32 token : windows.Shown()) {
+        windows.Find(token)->Core().Wake();
+    }
 }
 
 void ServerState::WatchScreens()
@@ -72,6 +80,8 @@ void ServerState::WatchScreens()
                          watch(screen);
                          ScreensChanged();
                      });
+    QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, qGuiApp,
+                     [this] { ScreensChanged(); });
     QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, qGuiApp,
                      [this] { ScreensChanged(); });
 }
@@ -79,11 +89,14 @@ void ServerState::WatchScreens()
 void ServerState::ScreensChanged()
 {
     ScreenInfo::Get().Refresh();
+    const ScreenInfo& screens = ScreenInfo::Get();
     for (const int32 token : windows.Shown()) {
+        const NativeWindow* window = windows.Find(token);
+        const BRect frame = RectTo(window->GetSurface()->geometry());
         BMessage message(B_SCREEN_CHANGED);
-        message.AddRect("frame", ScreenInfo::Get().Frame());
+        message.AddRect("frame", screens.Frame(screens.ScreenOf(frame)));
         message.AddInt32("mode", B_RGB32);
-        windows.Find(token)->Post(std::make_unique<BMessage>(message));
+        window->Post(std::make_unique<BMessage>(message));
     }
 }
 

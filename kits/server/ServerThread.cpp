@@ -3,6 +3,7 @@
 #include "ServerState.h"
 
 #include <QGuiApplication>
+#include <QObject>
 #include <QtGlobal>
 
 #include <pthread.h>
@@ -64,6 +65,14 @@ void LeaveAtOnce(int status, void*)
         std::fflush(stderr);
         _exit(status);
     }
+}
+
+// The toolkit gives the data of its first thread back twice when that is not the process's own: as
+// the thread ends, and as the process does. Its plugins, which still have to go then, read what is
+// freed. An object that is never deleted holds them once more.
+void KeepThreadData()
+{
+    [[maybe_unused]] static const QObject* const kept = new QObject;
 }
 
 } // namespace
@@ -128,6 +137,7 @@ void ServerThread::Run()
     QGuiApplication::setDesktopFileName(QString::fromLocal8Bit(program_invocation_short_name));
     static const int isRegistered = on_exit(LeaveAtOnce, nullptr);
     (void)isRegistered;
+    KeepThreadData();
     {
         ServerState state;
         fQueue.Open();

@@ -21,7 +21,9 @@ int32 NextToken()
 
 WindowLink::WindowLink(BLooper* looper, const WindowShape& shape)
     : fToken(NextToken()), fFront(std::make_shared<FrontImage>()),
-      fNative(std::make_shared<NativeWindow>(fToken, LooperCore::CoreOf(looper), fFront, shape))
+      fNews(std::make_shared<FrameNews>()),
+      fNative(
+          std::make_shared<NativeWindow>(fToken, LooperCore::CoreOf(looper), fFront, fNews, shape))
 {
 }
 

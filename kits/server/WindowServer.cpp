@@ -95,6 +95,26 @@ BRect WindowServer::AvailableFrame() const
     return ScreenInfo::Get().Available();
 }
 
+BRect WindowServer::ScreenFrame(int32 screen) const
+{
+    return ScreenInfo::Get().Frame(screen);
+}
+
+BRect WindowServer::AvailableFrame(int32 screen) const
+{
+    return ScreenInfo::Get().Available(screen);
+}
+
+int32 WindowServer::CountScreens() const
+{
+    return ScreenInfo::Get().CountScreens();
+}
+
+int32 WindowServer::ScreenOf(BRect frame) const
+{
+    return ScreenInfo::Get().ScreenOf(frame);
+}
+
 float WindowServer::ScreenScale() const
 {
     return ScreenInfo::Get().Scale();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "FrameNews.h"
+
 #include <Rect.h>
 #include <SupportDefs.h>
 #include <WindowConstants.h>
@@ -27,7 +29,10 @@ struct WindowShape
 
     Kind kind = Kind::kWindow;
     std::string title;
-    BRect frame; // the client area, in screen units; right and bottom included
+    // The client area, in screen units; right and bottom included. Of a window that is there
+    // already only what was asked for anew is heeded: its place, its size or both.
+    BRect frame;
+    FrameAsks asks;
     window_look look = B_TITLED_WINDOW_LOOK;
     window_feel feel = B_NORMAL_WINDOW_FEEL;
     uint32 flags = 0;
@@ -101,6 +106,8 @@ public:
     void Publish(std::shared_ptr<const Published> published);
 
     FrontImage& Front() { return *fFront; }
+    /// Where the screen puts what kFrameChanged tells of.
+    FrameNews& News() { return *fNews; }
     /// Device pixels per unit of the screen the window is on; of the main screen before it is
     /// shown.
     float Scale() const;
@@ -109,6 +116,7 @@ private:
     friend class WindowServer;
     int32 fToken;
     std::shared_ptr<FrontImage> fFront;
+    std::shared_ptr<FrameNews> fNews;
     std::shared_ptr<NativeWindow> fNative; // server thread only, apart from copying the pointer
 };
 
@@ -136,6 +144,13 @@ public:
     /// The main screen's whole frame and what panels leave of it, in units. Thread: any.
     BRect ScreenFrame() const;
     BRect AvailableFrame() const;
+    /// The same of each screen; number 0 is the main one. Of one that is not there: of the main
+    /// one.
+    BRect ScreenFrame(int32 screen) const;
+    BRect AvailableFrame(int32 screen) const;
+    int32 CountScreens() const;
+    /// The screen that shows most of a frame, or is the nearest one when none shows it.
+    int32 ScreenOf(BRect frame) const;
     float ScreenScale() const;
     /// Where the pointer is (screen units) and the buttons held, as last seen by the server.
     /// Thread: any; never blocks.

@@ -3,6 +3,7 @@
 #include <GraphicsDefs.h>
 #include <InterfaceDefs.h>
 #include <Point.h>
+#include <Rect.h>
 #include <SupportDefs.h>
 
 #include <functional>
@@ -115,6 +116,8 @@ void ReleaseMouseAt(BPoint screen, uint32 button = B_PRIMARY_MOUSE_BUTTON, uint3
 void CloseWindow(BWindow* window);
 /// Gives the keyboard to the window, as a click on its title bar does.
 void ActivateWindow(BWindow* window);
+/// Gives the window another frame of its client area, as a window manager does.
+void PlaceWindow(BWindow* window, BRect frame);
 /// Changes the window's size as its frame's handle does.
 void ResizeWindow(BWindow* window, float width, float height);
 

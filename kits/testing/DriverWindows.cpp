@@ -6,6 +6,7 @@
 #include "server/NativeWindow.h"
 #include "server/ServerState.h"
 #include "server/Surface.h"
+#include "server/WindowFlags.h"
 #include "server/WindowServer.h"
 
 #include <Alert.h>
@@ -238,6 +239,15 @@ void ActivateWindow(BWindow* window)
         if (QWindow* native = NativeOf(window)) {
             native->raise();
             native->requestActivate();
+        }
+    });
+}
+
+void PlaceWindow(BWindow* window, BRect frame)
+{
+    OnServer([&] {
+        if (QWindow* native = NativeOf(window)) {
+            native->setGeometry(RectFrom(frame));
         }
     });
 }

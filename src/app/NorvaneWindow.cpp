@@ -13,7 +13,6 @@
 #include <Application.h>
 #include <Autolock.h>
 #include <NodeMonitor.h>
-#include <Screen.h>
 #include <StorageDefs.h>
 
 #include <algorithm>
@@ -26,8 +25,6 @@ constexpr uint32 kWindowFlags = 0x04000000;
 constexpr float kMenuStrip = 20; // the height that the menu bar keeps from the panes
 constexpr int32 kFirstColumn = 1;
 constexpr int32 kLastColumn = 4;
-// So much of the window must be on the screen that its title bar can be taken hold of.
-constexpr float kReachable = 40;
 
 bool ReadNumber(const std::string& key, int* number)
 {
@@ -97,21 +94,6 @@ void NorvaneWindow::RestoreFrame()
     }
     if (ReadPair("Width", "Height", &first, &second)) {
         ResizeTo(static_cast<float>(first), static_cast<float>(second));
-    }
-    MoveOntoScreen();
-}
-
-void NorvaneWindow::MoveOntoScreen()
-{
-    // The screen that showed the window last may be gone.
-    const BRect screen = BScreen(B_MAIN_SCREEN_ID).Frame();
-    const BRect frame = Frame();
-    const float left = std::clamp(frame.left, screen.left - frame.Width() + kReachable,
-                                  std::max(screen.left, screen.right - kReachable));
-    const float top =
-        std::clamp(frame.top, screen.top, std::max(screen.top, screen.bottom - kReachable));
-    if (left != frame.left || top != frame.top) {
-        MoveTo(left, top);
     }
 }
 

@@ -57,7 +57,6 @@ private:
     void RestoreFrame();
     void RestorePanes();
     void RestoreColumns();
-    void MoveOntoScreen();
     void TakePane(int32 index);
 
     // Commands (WindowCommands.cpp); each does nothing without the pane it needs

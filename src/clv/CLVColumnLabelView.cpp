@@ -6,9 +6,11 @@
 #include <InterfaceDefs.h>
 #include <Message.h>
 #include <Region.h>
+#include <ViewDescription.h>
 #include <Window.h>
 
 #include <cmath>
+#include <utility>
 
 namespace norvane {
 
@@ -43,6 +45,24 @@ CLVColumnLabelView::CLVColumnLabelView(BRect frame, ColumnListView* list, const 
     SetFont(&fFont);
     SetViewColor(kFace);
     SetLowColor(kFace);
+}
+
+void CLVColumnLabelView::Describe(BViewDescription* description) const
+{
+    description->name = "";
+    for (int32 place = 0; place < fList->CountDisplayed(); place++) {
+        const CLVColumn* column = fList->DisplayedAt(place);
+        const BRect cell(column->Begin(), 0, column->End(), Bounds().bottom);
+        if (!column->IsShown() || !cell.Intersects(Bounds())) {
+            continue;
+        }
+        BViewDescription::Part part;
+        part.thing = column;
+        part.role = BViewDescription::Role::kColumnHeader;
+        part.frame = cell;
+        part.name = column->Label() != nullptr ? column->Label() : "";
+        description->parts.push_back(std::move(part));
+    }
 }
 
 void CLVColumnLabelView::Draw(BRect)

@@ -17,6 +17,7 @@ public:
     CLVColumnLabelView(BRect frame, ColumnListView* list, const BFont* labelFont);
 
     // BView
+    void Describe(BViewDescription* description) const override;
     void Draw(BRect updateRect) override;
     void MouseDown(BPoint where) override;
     void MouseMoved(BPoint where, uint32 transit, const BMessage* message) override;

@@ -3,6 +3,7 @@
 #include "panes/DirPane.h"
 
 #include <Font.h>
+#include <ViewDescription.h>
 
 #include <cmath>
 
@@ -44,6 +45,12 @@ NVHeader::NVHeader(BRect frame, const char* text, const char* name, uint32 resiz
       fBaseline(StripBaseline())
 {
     SetSelected(false);
+}
+
+void NVHeader::Describe(BViewDescription* description) const
+{
+    description->role = BViewDescription::Role::kStaticText;
+    description->name = fText;
 }
 
 void NVHeader::Draw(BRect)

@@ -13,6 +13,7 @@ public:
     NVHeader(BRect frame, const char* text, const char* name, uint32 resizingMode);
 
     // BView
+    void Describe(BViewDescription* description) const override;
     void Draw(BRect updateRect) override;
     void MouseDown(BPoint where) override;
 

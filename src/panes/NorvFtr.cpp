@@ -5,6 +5,7 @@
 #include "panes/NVHeader.h"
 
 #include <StatusBar.h>
+#include <ViewDescription.h>
 
 namespace norvane {
 
@@ -31,6 +32,12 @@ NorvFtr::~NorvFtr()
     if (fBar->Parent() == nullptr) {
         delete fBar;
     }
+}
+
+void NorvFtr::Describe(BViewDescription* description) const
+{
+    description->role = BViewDescription::Role::kStaticText;
+    description->name = fText;
 }
 
 void NorvFtr::Draw(BRect)

@@ -16,6 +16,7 @@ public:
     ~NorvFtr() override;
 
     // BView
+    void Describe(BViewDescription* description) const override;
     void Draw(BRect updateRect) override;
     void MouseDown(BPoint where) override;
 

@@ -5,14 +5,17 @@
 
 class BWindow;
 
-/// What can be known of the screen. Thread: any.
+/// What can be known of a screen. Thread: any.
 class BScreen
 {
 public:
+    /// The screen of that number: the main one has 0, the others those that follow.
     explicit BScreen(screen_id id = B_MAIN_SCREEN_ID);
-    /// The screen of that window, which may be null.
+    /// The screen that shows most of that window, or the one that is nearest to it; the main one
+    /// for null. Thread: the window's, or with it locked.
     explicit BScreen(BWindow* window);
 
+    /// Whether there is such a screen, now.
     bool IsValid() const;
     screen_id ID() const;
     /// The whole screen, in units: right and bottom are one less than its size.

@@ -176,6 +176,12 @@ public:
     /// A person cannot enter this character; `character` is a code point.
     void DisallowChar(uint32 character);
     void AllowChar(uint32 character);
+    /// Shows a bullet for every character, as for a password. What is hidden is not cut, not
+    /// copied, not offered as a selection, and told neither to input methods nor to assistive
+    /// programs; words in it are not told apart. The text stays.
+    void HideTyping(bool enabled);
+    /// Whether the text is hidden.
+    bool IsTypingHidden() const;
     void SetAutoindent(bool indents);
     bool DoesAutoindent() const;
     /// Makes all of the text one line: line breaks and tabs are shown as signs, and those that are

@@ -22,6 +22,7 @@ struct BViewDescription
         kTable,
         kRow,
         kCell,
+        kColumnHeader,
         kScrollBar,
         kProgressBar,
         kMenuBar,
@@ -35,6 +36,7 @@ struct BViewDescription
         kMarked = 1 << 3,
         kDisabled = 1 << 4,
         kDefault = 1 << 5,
+        kHidesText = 1 << 6, // nobody is told the value
     };
 
     /// Something that the view shows and that is no view itself: a row, a menu's title.
@@ -61,8 +63,9 @@ struct BViewDescription
 struct BInputDescription
 {
     bool isTextField = false;
-    int32 resets = 0; // another number makes the input method begin anew
-    BRect caret;      // view units
+    bool hidesText = false; // nothing is suggested, learned or told of it
+    int32 resets = 0;       // another number makes the input method begin anew
+    BRect caret;            // view units
     std::string surroundingText;
     int32 caretOffset = 0;  // bytes into surroundingText
     int32 anchorOffset = 0; // bytes into surroundingText

@@ -136,13 +136,13 @@ void BAlert::SetType(alert_type type)
 
 BPoint BAlert::AlertPosition(float width, float height)
 {
-    const BRect screen = BScreen(B_MAIN_SCREEN_ID).Frame();
-    BRect over = screen;
     // Only the window whose thread asks may be looked at: no other lock is taken here.
     BWindow* opener = WindowOfThisThread();
-    if (opener != nullptr && opener->IsLocked() && !opener->IsHidden()) {
-        over = opener->Frame();
+    if (opener != nullptr && (!opener->IsLocked() || opener->IsHidden())) {
+        opener = nullptr;
     }
+    const BRect screen = BScreen(opener).Frame();
+    const BRect over = opener != nullptr ? opener->Frame() : screen;
     const float left = std::floor(over.left + (over.Width() - width) / 2);
     // A little above the middle, where eyes rest.
     const float top = std::floor(over.top + (over.Height() - height) / 3);

@@ -8,12 +8,10 @@ using kits::WindowServer;
 
 BScreen::BScreen(screen_id id) : fId(id) {}
 
-// Every window is on what the server presents as the one screen.
-BScreen::BScreen(BWindow* /*window*/) : fId(B_MAIN_SCREEN_ID) {}
-
 bool BScreen::IsValid() const
 {
-    return fId == B_MAIN_SCREEN_ID && WindowServer::Get().IsRunning();
+    const WindowServer& server = WindowServer::Get();
+    return server.IsRunning() && fId.id >= 0 && fId.id < server.CountScreens();
 }
 
 screen_id BScreen::ID() const
@@ -23,12 +21,12 @@ screen_id BScreen::ID() const
 
 BRect BScreen::Frame() const
 {
-    return IsValid() ? WindowServer::Get().ScreenFrame() : BRect();
+    return IsValid() ? WindowServer::Get().ScreenFrame(fId.id) : BRect();
 }
 
 BRect BScreen::AvailableFrame() const
 {
-    return IsValid() ? WindowServer::Get().AvailableFrame() : BRect();
+    return IsValid() ? WindowServer::Get().AvailableFrame(fId.id) : BRect();
 }
 
 color_space BScreen::ColorSpace() const

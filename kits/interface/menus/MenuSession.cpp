@@ -154,8 +154,7 @@ bool MenuSession::InterceptRest(BMessage* message)
             fTracker.Cancel();
         }
         return false;
-    case B_WINDOW_MOVED:
-    case B_WINDOW_RESIZED:
+    case kFrameChanged:
     case B_MINIMIZE:
     case B_ZOOM:
     case B_QUIT_REQUESTED:
@@ -256,8 +255,10 @@ void MenuSession::Open(int32 level, int32 item)
     float width = 0;
     float height = 0;
     opened.menu->GetPreferredSize(&width, &height);
+    const BRect hook = ScreenFrame(level, opener);
+    const WindowServer& server = WindowServer::Get();
     opened.frame =
-        PlaceMenu(ScreenFrame(level, opener), width, height, WindowServer::Get().AvailableFrame(),
+        PlaceMenu(hook, width, height, server.AvailableFrame(server.ScreenOf(hook)),
                   level == 0 ? MenuSide::kBelow : MenuSide::kRight);
     opened.menu->SelectItem(nullptr);
     opened.menu->MoveTo(0, 0);

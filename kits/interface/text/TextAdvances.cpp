@@ -66,7 +66,7 @@ std::optional<int64> TextAdvances::SumByCharacters(std::string_view bytes, const
         const std::string_view character = bytes.substr(place, length);
         if (length == 1) {
             int64& width = fAscii[static_cast<uint8>(character[0])];
-            if (character[0] == '\t' && !style.showsTabs) {
+            if (character[0] == '\t' && style.showing == TextShowing::kLines) {
                 return std::nullopt; // as wide as its place makes it
             }
             width = width == kUnknown ? Measure(character, style) : width;

@@ -99,6 +99,14 @@ void TextBuffer::SetSingleLine(bool isSingle)
     fLines.Build(isSingle ? std::string_view() : fBytes);
 }
 
+TextShowing TextBuffer::Showing() const
+{
+    if (fHidesText) {
+        return TextShowing::kHidden;
+    }
+    return fIsSingleLine ? TextShowing::kSingleLine : TextShowing::kLines;
+}
+
 std::string_view TextBuffer::Part(int32 from, int32 to) const
 {
     return std::string_view(fBytes).substr(static_cast<size_t>(from),

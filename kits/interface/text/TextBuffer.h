@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TextDecoding.h"
 #include "TextLineIndex.h"
 
 #include <SupportDefs.h>
@@ -21,6 +22,10 @@ public:
     /// Makes all of the text one line, or takes '\n' as its end.
     void SetSingleLine(bool isSingle);
     bool IsSingleLine() const { return fIsSingleLine; }
+    /// Shows a bullet for every character.
+    void SetHidesText(bool hides) { fHidesText = hides; }
+    bool HidesText() const { return fHidesText; }
+    TextShowing Showing() const;
 
     const std::string& Bytes() const { return fBytes; }
     int32 Length() const { return static_cast<int32>(fBytes.size()); }
@@ -39,6 +44,7 @@ private:
     std::string fBytes;
     TextLineIndex fLines;
     bool fIsSingleLine = false;
+    bool fHidesText = false;
 };
 
 /// How many bytes the character at the beginning of `bytes` has; 0 when the first one belongs to no

@@ -34,7 +34,7 @@ int32 ClusterBorder(std::string_view line, int32 from, int32 wanted)
     // A tab counts as its sign here, to which accents can be attached.
     const DecodedText shown(
         line.substr(static_cast<size_t>(from), static_cast<size_t>(wanted - from + kLookAhead)),
-        true);
+        TextShowing::kSingleLine);
     const int32 unit = shown.UnitOf(wanted - from);
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, shown.Text());
     finder.setPosition(unit);

@@ -41,11 +41,30 @@ bool IsLineEnd(QChar unit)
 
 } // namespace
 
-DecodedText::DecodedText(std::string_view bytes, bool showsTabs)
+DecodedText::DecodedText(std::string_view bytes, TextShowing showing)
     : fByteCount(static_cast<int32>(bytes.size()))
 {
     gDecodedBytes.fetch_add(fByteCount, std::memory_order_relaxed);
     fText.reserve(fByteCount);
+    if (showing == TextShowing::kHidden) {
+        Hide(bytes);
+    } else {
+        Decode(bytes, showing == TextShowing::kSingleLine);
+    }
+}
+
+void DecodedText::Hide(std::string_view bytes)
+{
+    for (size_t place = 0; place < bytes.size();) {
+        fText += QChar(kBullet);
+        fBytes.push_back(static_cast<int32>(place));
+        place += static_cast<size_t>(std::max<int32>(Utf8Length(bytes.substr(place)), 1));
+    }
+    fBytes.push_back(fByteCount);
+}
+
+void DecodedText::Decode(std::string_view bytes, bool showsTabs)
+{
     const bool isAscii = std::all_of(bytes.begin(), bytes.end(),
                                      [](char byte) { return static_cast<uint8>(byte) < 0x80; });
     if (isAscii) {

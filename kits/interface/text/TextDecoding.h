@@ -12,6 +12,15 @@ namespace kits {
 /// What a line is written along.
 enum class TextDirection : uint8 { kUnknown, kLeftToRight, kRightToLeft };
 
+/// How the bytes of a text are shown.
+enum class TextShowing : uint8 {
+    kLines,      // of a text of several lines: a tab is room
+    kSingleLine, // a tab is a sign
+    kHidden,     // every character is a bullet
+};
+
+constexpr char16_t kBullet = 0x2022;
+
 /// A line's bytes as what is shown, and the way from one to the other.
 ///
 /// Bytes that are not UTF-8 become U+FFFD each, control characters but the tab their signs
@@ -20,8 +29,7 @@ enum class TextDirection : uint8 { kUnknown, kLeftToRight, kRightToLeft };
 class DecodedText
 {
 public:
-    /// `showsTabs`: a tab becomes a sign too.
-    DecodedText(std::string_view bytes, bool showsTabs);
+    DecodedText(std::string_view bytes, TextShowing showing);
 
     const QString& Text() const { return fText; }
     /// Whether some of it is written from right to left.
@@ -31,6 +39,9 @@ public:
     int32 ByteOf(int32 unit) const;
 
 private:
+    void Decode(std::string_view bytes, bool showsTabs);
+    void Hide(std::string_view bytes);
+
     QString fText;
     std::vector<int32> fBytes; // for each unit and the end; empty when both count alike
     int32 fByteCount;

@@ -63,7 +63,7 @@ void TextGeometry::SetPreview(const TextPreview& preview)
 
 void TextGeometry::Reset()
 {
-    fStyle.showsTabs = fText.IsSingleLine();
+    fStyle.showing = fText.Showing();
     fPieces.Clear();
     fAdvances.Clear();
     fHasRows = false;

@@ -41,7 +41,7 @@ Qt::LayoutDirection DirectionOf(const QString& text, TextDirection lineDirection
 
 TextLayout::TextLayout(std::string_view bytes, const TextStyle& style, const TextPreview* preview,
                        TextDirection lineDirection)
-    : fText(bytes, style.showsTabs),
+    : fText(bytes, style.showing),
       fLayout(fText.Text(), FontFor(style, lineDirection != TextDirection::kUnknown))
 {
     const bool isWrapped = style.wrapWidth > 0;
@@ -57,7 +57,9 @@ TextLayout::TextLayout(std::string_view bytes, const TextStyle& style, const Tex
         fPreviewUnit = fText.UnitOf(preview->offset);
         fPreviewLength = static_cast<int32>(preview->text.size());
         fPreviewCaret = std::clamp(preview->caret, 0, fPreviewLength);
-        fLayout.setPreeditArea(fPreviewUnit, preview->text);
+        const bool isHidden = style.showing == TextShowing::kHidden;
+        fLayout.setPreeditArea(fPreviewUnit,
+                               isHidden ? QString(fPreviewLength, QChar(kBullet)) : preview->text);
         QTextLayout::FormatRange range;
         range.start = fPreviewUnit;
         range.length = fPreviewLength;

@@ -22,7 +22,7 @@ struct TextStyle
     BFont font;
     float tabWidth = 32;
     float wrapWidth = 0; // 0: lines are as long as they are
-    bool showsTabs = false;
+    TextShowing showing = TextShowing::kLines;
 };
 
 /// Text that an input method shows before it is decided on; it stands at an offset of the text and

@@ -41,7 +41,7 @@ void TextLine::FindDirection()
     TextPiece& first = fPieces.front();
     if (first.lineDirection == TextDirection::kUnknown) {
         const bool isRightToLeft =
-            DecodedText(BytesOf(0), fSource.style.showsTabs).Text().isRightToLeft();
+            DecodedText(BytesOf(0), fSource.style.showing).Text().isRightToLeft();
         first.lineDirection =
             isRightToLeft ? TextDirection::kRightToLeft : TextDirection::kLeftToRight;
     }

@@ -22,7 +22,7 @@ struct Place
           isLong(end - start > TextPieces::kWholeBytes),
           from(isLong ? start + SafeCut(text.Line(line), offset - kReach - start) : start),
           to(isLong ? start + SafeCut(text.Line(line), offset + kReach - start) : end),
-          shown(text.Part(from, to), text.IsSingleLine()), unit(shown.UnitOf(offset - from))
+          shown(text.Part(from, to), text.Showing()), unit(shown.UnitOf(offset - from))
     {
     }
 
@@ -84,6 +84,9 @@ int32 TextMovement::NextWord(int32 offset) const
     if (offset >= place.end) {
         return NextCharacter(offset);
     }
+    if (fText.HidesText()) {
+        return place.end; // where words begin would tell of them
+    }
     QTextBoundaryFinder finder(QTextBoundaryFinder::Word, place.shown.Text());
     finder.setPosition(place.unit);
     qsizetype next = finder.toNextBoundary();
@@ -99,6 +102,9 @@ int32 TextMovement::PreviousWord(int32 offset) const
     if (offset <= place.start) {
         return PreviousCharacter(offset);
     }
+    if (fText.HidesText()) {
+        return place.start;
+    }
     QTextBoundaryFinder finder(QTextBoundaryFinder::Word, place.shown.Text());
     finder.setPosition(place.unit);
     qsizetype previous = finder.toPreviousBoundary();
@@ -111,6 +117,11 @@ int32 TextMovement::PreviousWord(int32 offset) const
 void TextMovement::GetWord(int32 offset, int32* from, int32* to) const
 {
     const Place place(fText, offset);
+    if (fText.HidesText()) {
+        *from = place.start;
+        *to = place.end;
+        return;
+    }
     QTextBoundaryFinder finder(QTextBoundaryFinder::Word, place.shown.Text());
     finder.setPosition(place.unit);
     *from = finder.isAtBoundary() ? offset : place.Previous(finder);

@@ -29,13 +29,17 @@ int32 Within(int64 offset)
 void TextViewState::DescribeInput(BInputDescription* description) const
 {
     description->isTextField = isEditable;
+    description->hidesText = text.HidesText();
     description->resets = inputResets;
     description->caret = CaretRect();
+    if (text.HidesText()) {
+        return;
+    }
     const int32 line = text.LineOf(caret);
     const int32 from = std::max(text.LineStart(line), text.Clamp(caret - kSurrounding));
     const int32 to = std::min(text.LineEnd(line), text.Clamp(caret + kSurrounding));
     const auto shown = [this](int32 start, int32 end) {
-        return DecodedText(text.Part(start, end), text.IsSingleLine()).Text().toStdString();
+        return DecodedText(text.Part(start, end), text.Showing()).Text().toStdString();
     };
     const int32 other = std::clamp(anchor, from, to);
     description->surroundingText = shown(from, to);
@@ -51,7 +55,7 @@ void TextViewState::SelectAround(int32 fromUnit, int32 units)
     const int64 reach = 3 * (std::abs(int64{fromUnit}) + units);
     const int32 from = std::max(text.LineStart(line), text.Clamp(Within(Start() - reach)));
     const int32 to = std::min(text.LineEnd(line), text.Clamp(Within(Start() + reach)));
-    const DecodedText shown(text.Part(from, to), text.IsSingleLine());
+    const DecodedText shown(text.Part(from, to), text.Showing());
     const int32 first = shown.UnitOf(Start() - from) + fromUnit;
     SetSelection(from + shown.ByteOf(first), from + shown.ByteOf(first + units));
 }

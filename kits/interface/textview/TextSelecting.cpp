@@ -100,7 +100,7 @@ void TextViewState::GetGrain(int32 offset, Grain size, int32* from, int32* to) c
 
 void TextViewState::OfferSelection() const
 {
-    if (HasSelection() && isSelectable) {
+    if (HasSelection() && isSelectable && !text.HidesText()) {
         OfferPrimary(text.Part(Start(), End()));
     }
 }

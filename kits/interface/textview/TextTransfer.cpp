@@ -50,7 +50,7 @@ std::string FetchPrimary()
 
 void TextViewState::CopyTo(BClipboard* clipboard) const
 {
-    if (!HasSelection() || clipboard == nullptr || !clipboard->Lock()) {
+    if (!HasSelection() || text.HidesText() || clipboard == nullptr || !clipboard->Lock()) {
         return;
     }
     clipboard->Clear();

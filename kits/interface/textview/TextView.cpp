@@ -339,6 +339,19 @@ void BTextView::SetSingleLine(bool isSingle)
     Invalidate();
 }
 
+void BTextView::HideTyping(bool enabled)
+{
+    fText->text.SetHidesText(enabled);
+    fText->geometry.Reset();
+    Invalidate();
+    fText->LimitScrolling();
+}
+
+bool BTextView::IsTypingHidden() const
+{
+    return fText->text.HidesText();
+}
+
 bool BTextView::IsSingleLine() const
 {
     return fText->text.IsSingleLine();
@@ -347,13 +360,16 @@ bool BTextView::IsSingleLine() const
 void BTextView::Describe(BViewDescription* description) const
 {
     description->role = BViewDescription::Role::kTextField;
-    const kits::TextBuffer& text = fText->text;
-    const int32 end = text.Clamp(std::min(text.Length(), kMostToldBytes));
-    description->value =
-        kits::DecodedText(text.Part(0, end), text.IsSingleLine()).Text().toStdString();
     if (!IsEditable()) {
         description->states |= BViewDescription::kDisabled;
     }
+    const kits::TextBuffer& text = fText->text;
+    if (text.HidesText()) {
+        description->states |= BViewDescription::kHidesText;
+        return;
+    }
+    const int32 end = text.Clamp(std::min(text.Length(), kMostToldBytes));
+    description->value = kits::DecodedText(text.Part(0, end), text.Showing()).Text().toStdString();
 }
 
 bool BTextView::DescribeInput(BInputDescription* description) const

@@ -128,7 +128,7 @@ void BTextView::DeleteText(int32 start, int32 end)
 
 void BTextView::Cut(BClipboard* clipboard)
 {
-    if (!IsEditable() || !fText->HasSelection()) {
+    if (!IsEditable() || !fText->HasSelection() || IsTypingHidden()) {
         return;
     }
     Copy(clipboard);

@@ -9,6 +9,7 @@
 
 #include <View.h>
 
+#include <algorithm>
 #include <cmath>
 #include <unordered_map>
 #include <vector>
@@ -80,6 +81,7 @@ WindowShape ShapeOf(const WindowState& state)
     WindowShape shape;
     shape.title = state.title;
     shape.frame = state.frame;
+    shape.asks = state.asks;
     shape.look = state.look;
     shape.feel = state.feel;
     shape.flags = state.flags;
@@ -93,6 +95,13 @@ WindowShape ShapeOf(const WindowState& state)
 void SendShape(WindowState& state)
 {
     state.host->Link().SetShape(ShapeOf(state));
+}
+
+BRect WithinLimits(const WindowState& state, BRect frame)
+{
+    const float width = std::clamp(frame.Width(), state.minWidth, state.maxWidth);
+    const float height = std::clamp(frame.Height(), state.minHeight, state.maxHeight);
+    return BRect(frame.left, frame.top, frame.left + width, frame.top + height);
 }
 
 void HideNative(WindowState& state)

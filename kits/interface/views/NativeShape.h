@@ -21,8 +21,11 @@ int32 TokenOfThisThread();
 BRect WholeFrame(BRect frame);
 WindowShape ShapeOf(const WindowState& state);
 void SendShape(WindowState& state);
-/// Gives the window another frame and tells the screen.
-void ChangeFrame(BWindow& window, BRect frame);
+/// Give the window another place, or another size, and tell the screen.
+void ChangePlace(BWindow& window, BPoint leftTop);
+void ChangeSize(BWindow& window, float width, float height);
+/// The frame at its place, with a size that the window's limits allow.
+BRect WithinLimits(const WindowState& state, BRect frame);
 void HideNative(WindowState& state);
 /// Calls Pulse() of the views that want it.
 void Pulse(WindowState& state);

@@ -125,20 +125,22 @@ std::shared_ptr<const AccessibleNode> DescribeWindow(BWindow& window)
 void PublishIfChanged(BWindow& window, WindowState& state)
 {
     const uint64 frame = state.host->CountFrames();
-    if (frame == state.publishedFrame && state.focus == state.publishedFocus) {
+    const bool isListened = WindowServer::Get().IsAccessibilityActive();
+    const bool isListenedAnew = isListened != state.isTreePublished;
+    if (frame == state.publishedFrame && state.focus == state.publishedFocus && !isListenedAnew) {
         return;
     }
-    const bool isListened = WindowServer::Get().IsAccessibilityActive();
     auto published = std::make_shared<Published>();
     const bool isEditing = DescribeInput(state.focus, &published->inputMethod);
-    const bool isNews =
-        isListened || isEditing || state.isTextPublished || (state.publishedFocus != state.focus);
+    const bool isNews = isListened || isListenedAnew || isEditing || state.isTextPublished ||
+                        (state.publishedFocus != state.focus);
     state.publishedFrame = frame;
     state.publishedFocus = state.focus;
     if (!isNews) {
         return;
     }
     state.isTextPublished = isEditing;
+    state.isTreePublished = isListened;
     if (isListened) {
         published->root = DescribeWindow(window);
     }

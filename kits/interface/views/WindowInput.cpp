@@ -18,6 +18,8 @@
 
 #include <algorithm>
 #include <atomic>
+#include <optional>
+#include <utility>
 
 // What a window does with the messages that the screen sends it.
 
@@ -72,38 +74,44 @@ void TellActivated(BView& view, bool active)
     }
 }
 
-// The window's frame after a message that tells of its new place or its new size.
-BRect FrameFrom(const BMessage& message, BRect frame)
+// Takes what the screen tells, apart from what the window asked for since: that is still on its way
+// there, and if something else becomes of it that is told too.
+void FollowScreen(WindowState& state, const FrameNews::News& news)
 {
-    BPoint leftTop;
-    if (message.FindPoint("where", &leftTop) != B_OK) {
-        leftTop = frame.LeftTop();
+    const BRect size = news.frame.OffsetToCopy(B_ORIGIN);
+    const bool isPlaceNews = news.asks.place == state.asks.place;
+    const bool isSizeNews = news.asks.size == state.asks.size;
+    BRect frame = isSizeNews ? size : state.frame.OffsetToCopy(B_ORIGIN);
+    const BRect allowed = WithinLimits(state, frame);
+    const bool isRefused = isSizeNews && allowed != size && state.refusedSize != size;
+    if (isSizeNews) {
+        state.refusedSize = isRefused ? size : BRect();
     }
-    const int32 width = message.GetInt32("width", frame.IntegerWidth());
-    const int32 height = message.GetInt32("height", frame.IntegerHeight());
-    return BRect(leftTop, leftTop + BPoint(static_cast<float>(width), static_cast<float>(height)));
-}
-
-// The frame that came may be one that the limits do not allow; then the window insists.
-void FrameChanged(BWindow& window, WindowState& state, BRect frame)
-{
-    const float width = std::clamp(frame.Width(), state.minWidth, state.maxWidth);
-    const float height = std::clamp(frame.Height(), state.minHeight, state.maxHeight);
-    const BRect allowed(frame.left, frame.top, frame.left + width, frame.top + height);
-    if (allowed != state.frame) {
-        state.frame = allowed;
-        state.host->SetFrame(allowed);
+    frame = isRefused ? allowed : frame;
+    frame.OffsetTo(isPlaceNews ? news.frame.LeftTop() : state.frame.LeftTop());
+    if (frame != state.frame) {
+        state.frame = frame;
+        state.host->SetFrame(frame);
     }
-    if (state.host->IsShown()) {
-        // So that the screen knows which frame the window has, or is to have.
+    if (isRefused) {
+        state.asks.size++;
+        state.asks.corrected = news.serial;
         SendShape(state);
     }
-    const BRect told = std::exchange(state.toldFrame, allowed);
-    if (told.LeftTop() != allowed.LeftTop()) {
-        window.FrameMoved(allowed.LeftTop());
+}
+
+void FrameChanged(BWindow& window, WindowState& state)
+{
+    if (const std::optional<FrameNews::News> news = state.host->Link().News().Take()) {
+        FollowScreen(state, *news);
     }
-    if (told.Width() != allowed.Width() || told.Height() != allowed.Height()) {
-        window.FrameResized(allowed.Width(), allowed.Height());
+    const BRect frame = state.frame;
+    const BRect told = std::exchange(state.toldFrame, frame);
+    if (told.LeftTop() != frame.LeftTop()) {
+        window.FrameMoved(frame.LeftTop());
+    }
+    if (told.Width() != frame.Width() || told.Height() != frame.Height()) {
+        window.FrameResized(frame.Width(), frame.Height());
     }
 }
 
@@ -183,9 +191,8 @@ void BWindow::DispatchMessage(BMessage* message, BHandler* target)
             kits::Activated(*this, *fState, active);
         }
         break;
-    case B_WINDOW_MOVED:
-    case B_WINDOW_RESIZED:
-        kits::FrameChanged(*this, *fState, kits::FrameFrom(*message, fState->frame));
+    case kits::kFrameChanged:
+        kits::FrameChanged(*this, *fState);
         break;
     default:
         DispatchRest(message, target);

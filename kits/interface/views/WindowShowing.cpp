@@ -4,6 +4,8 @@
 #include "WindowAccess.h"
 #include "WindowState.h"
 
+#include "server/InputMessages.h"
+
 #include <AppDefs.h>
 #include <Autolock.h>
 #include <Message.h>
@@ -151,7 +153,7 @@ void BWindow::MoveTo(float x, float y)
 {
     BAutolock lock(this);
     if (lock.IsLocked()) {
-        kits::ChangeFrame(*this, fState->frame.OffsetToCopy(std::round(x), std::round(y)));
+        kits::ChangePlace(*this, BPoint(std::round(x), std::round(y)));
     }
 }
 
@@ -164,12 +166,7 @@ void BWindow::ResizeTo(float width, float height)
 {
     BAutolock lock(this);
     if (lock.IsLocked()) {
-        // A window manager need not hold the program to its own limits.
-        const float across = std::clamp(std::round(width), fState->minWidth, fState->maxWidth);
-        const float down = std::clamp(std::round(height), fState->minHeight, fState->maxHeight);
-        const BRect& frame = fState->frame;
-        kits::ChangeFrame(*this,
-                          BRect(frame.left, frame.top, frame.left + across, frame.top + down));
+        kits::ChangeSize(*this, std::round(width), std::round(height));
     }
 }
 
@@ -195,7 +192,10 @@ void BWindow::SetSizeLimits(float minWidth, float maxWidth, float minHeight, flo
     fState->minHeight = std::max(0.0f, minHeight);
     fState->maxHeight = maxHeight;
     kits::SendShape(*fState);
-    ResizeTo(fState->frame.Width(), fState->frame.Height());
+    const BRect allowed = kits::WithinLimits(*fState, fState->frame);
+    if (allowed != fState->frame) {
+        ResizeTo(allowed.Width(), allowed.Height());
+    }
 }
 
 void BWindow::GetSizeLimits(float* minWidth, float* maxWidth, float* minHeight, float* maxHeight)
@@ -234,6 +234,14 @@ BPoint BWindow::ConvertFromScreen(BPoint point) const
 BRect BWindow::ConvertFromScreen(BRect rect) const
 {
     return rect.OffsetByCopy(-fState->frame.LeftTop());
+}
+
+// Here and not with the rest of its class, which knows no windows.
+BScreen::BScreen(BWindow* window) : fId(B_MAIN_SCREEN_ID)
+{
+    if (window != nullptr) {
+        fId.id = kits::WindowServer::Get().ScreenOf(window->Frame());
+    }
 }
 
 // Extensions
@@ -276,21 +284,43 @@ void SetInterceptor(BWindow* window, InputInterceptor* interceptor)
     WindowAccess::State(*window).interceptor = interceptor;
 }
 
-void ChangeFrame(BWindow& window, BRect frame)
+namespace {
+
+void FrameAsked(BWindow& window, WindowState& state, BRect frame)
 {
-    WindowState& state = WindowAccess::State(window);
-    if (frame == state.frame) {
-        return;
-    }
+    state.asks.corrected = 0;
     state.frame = frame;
     state.host->SetFrame(frame);
     SendShape(state);
-    if (state.host->IsShown()) {
-        return; // the screen answers with what it made of it, and the hooks are called then
+    // The hooks are called in their turn; by then the frame may be another again.
+    window.PostMessage(kFrameChanged);
+}
+
+} // namespace
+
+// What waits may be another place than the window's own; the later word is the one said now.
+void ChangePlace(BWindow& window, BPoint leftTop)
+{
+    WindowState& state = WindowAccess::State(window);
+    if (leftTop != state.frame.LeftTop() || state.host->Link().News().IsWaiting()) {
+        state.asks.place++;
+        FrameAsked(window, state, state.frame.OffsetToCopy(leftTop));
     }
-    // Without places and sizes: by the time these are handled the frame may be another again.
-    window.PostMessage(B_WINDOW_MOVED);
-    window.PostMessage(B_WINDOW_RESIZED);
+}
+
+void ChangeSize(BWindow& window, float width, float height)
+{
+    WindowState& state = WindowAccess::State(window);
+    BRect frame = state.frame;
+    frame.right = frame.left + width;
+    frame.bottom = frame.top + height;
+    // A window manager need not hold the program to its own limits.
+    frame = WithinLimits(state, frame);
+    if (frame != state.frame || state.host->Link().News().IsWaiting()) {
+        state.asks.size++;
+        state.refusedSize = BRect();
+        FrameAsked(window, state, frame);
+    }
 }
 
 } // namespace kits

@@ -32,6 +32,10 @@ struct WindowState
     uint32 flags = 0;
     BRect frame;     // screen units
     BRect toldFrame; // as FrameMoved() and FrameResized() last said
+    FrameAsks asks;
+    // The size that came although the limits forbid it, and was refused; none: not valid. One that
+    // comes again is taken: somebody insists who is stronger.
+    BRect refusedSize;
     BRect beforeZoom;
     float minWidth = 0;
     float maxWidth = 32768;
@@ -72,6 +76,7 @@ struct WindowState
     uint64 publishedFrame = 0; // what the server was told last: of which frame, with which focus
     const BView* publishedFocus = nullptr; // compared only
     bool isTextPublished = false;
+    bool isTreePublished = false;
     std::unordered_map<const void*, int32>
         thingIds; // of rows and menu items, for assistive programs
     int32 lastThing = 0;

@@ -5,6 +5,8 @@
 #include "server/Surface.h"
 #include "testing/Native.h"
 
+#include <QGuiApplication>
+
 using kits::AccessibleNode;
 using kits::Published;
 using namespace kits::testing;
@@ -45,9 +47,75 @@ protected:
             task(*native->Accessible().Interface(kits::AccessibleTree::kRoot));
         });
     }
+    static QAccessibleInterface* RootOf(kits::NativeWindow& native)
+    {
+        QAccessibleInterface* root = nullptr;
+        OnServer([&] { root = native.Accessible().Interface(kits::AccessibleTree::kRoot); });
+        return root;
+    }
 };
 
 } // namespace
+
+TEST_F(AccessibleTreeTest, IsFoundFromTheApplication)
+{
+    ShowA();
+    Publish({Node(7, AccessibleNode::Role::kButton, "OK")});
+
+    OnServer([] {
+        QAccessibleInterface* application = QAccessible::queryAccessibleInterface(qGuiApp);
+        ASSERT_NE(application, nullptr);
+        QAccessibleInterface* window = nullptr;
+        for (int index = 0; index < application->childCount(); ++index) {
+            QAccessibleInterface* child = application->child(index);
+            ASSERT_NE(child, nullptr);
+            EXPECT_EQ(application->indexOfChild(child), index);
+            if (child->text(QAccessible::Name) == QStringLiteral("Two panes")) {
+                window = child;
+            }
+        }
+        ASSERT_NE(window, nullptr);
+        EXPECT_EQ(window->parent(), application);
+        ASSERT_EQ(window->childCount(), 1);
+        EXPECT_EQ(window->child(0)->text(QAccessible::Name), QStringLiteral("OK"));
+    });
+}
+
+TEST_F(AccessibleTreeTest, WindowThatIsLeavingGivesNothingOut)
+{
+    ShowA();
+    auto leaving = std::make_unique<TestWindow>("leaving", BRect(10, 100, 99, 149));
+    leaving->Show(OpenedBy(fA));
+    ASSERT_TRUE(leaving->WaitForActivation());
+    std::shared_ptr<kits::NativeWindow> native;
+    OnServer([&] {
+        native = kits::ServerState::Get().windows.Find(leaving->Token())->shared_from_this();
+    });
+    EXPECT_NE(RootOf(*native), nullptr);
+
+    OnServer([&] { native->Destroy(); });
+
+    // The native window may be there until the focus has gone on.
+    EXPECT_EQ(RootOf(*native), nullptr);
+    leaving.reset();
+}
+
+TEST_F(AccessibleTreeTest, WindowThatIsNeverShownRegistersNothing)
+{
+    auto published = std::make_shared<Published>();
+    published->root =
+        Node(1, AccessibleNode::Role::kWindow, "Hidden", 0,
+             {Node(7, AccessibleNode::Role::kButton, "OK", AccessibleNode::State::kFocused)});
+
+    fA.Link().Publish(published);
+
+    OnServer([] {
+        QAccessibleInterface* application = QAccessible::queryAccessibleInterface(qGuiApp);
+        for (int index = 0; index < application->childCount(); ++index) {
+            EXPECT_NE(application->child(index)->text(QAccessible::Name), QStringLiteral("Hidden"));
+        }
+    });
+}
 
 TEST_F(AccessibleTreeTest, HasItsTitleBeforeItSaysAnything)
 {

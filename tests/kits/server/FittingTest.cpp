@@ -50,3 +50,31 @@ TEST(FitPopUpTest, ShowsTheBeginningOfATooLongMenu)
 {
     EXPECT_EQ(FitPopUp({10, 100, 200, 2000}, kScreen), QRect(10, 30, 200, 2000));
 }
+
+namespace {
+
+// A second screen right of the first one, lower than it.
+const std::vector<QRect> kRooms = {kScreen, QRect(1280, 200, 800, 600)};
+
+} // namespace
+
+TEST(FitWindowTest, LeavesAFrameOnAnotherScreenAlone)
+{
+    const QRect frame(1400, 300, 400, 300);
+
+    EXPECT_EQ(FitWindow(frame, kRooms, true), frame);
+}
+
+TEST(FitWindowTest, MovesAFrameThatNoScreenShowsOntoTheNearestWhole)
+{
+    EXPECT_EQ(FitWindow({3000, 300, 400, 300}, kRooms, true), QRect(1680, 300, 400, 300));
+    EXPECT_EQ(FitWindow({-3000, -3000, 400, 300}, kRooms, true), QRect(0, 54, 400, 300));
+    EXPECT_EQ(FitWindow({1700, 5000, 4000, 4000}, kRooms, true), QRect(1280, 224, 800, 576));
+}
+
+TEST(FitWindowTest, TakesTheScreenThatShowsMost)
+{
+    EXPECT_EQ(kits::AreaOf({1200, 300, 100, 100}, kRooms), 0);
+    EXPECT_EQ(kits::AreaOf({1240, 300, 100, 100}, kRooms), 1);
+    EXPECT_EQ(kits::AreaOf({0, 0, 10, 10}, {}), -1);
+}

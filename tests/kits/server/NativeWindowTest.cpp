@@ -65,18 +65,6 @@ TEST_F(NativeWindowTest, HasTheFrameAndTitleItAskedFor)
     });
 }
 
-TEST_F(NativeWindowTest, ReportsASizeThatAPersonGave)
-{
-    ShowA();
-
-    WithNative(fA, [](kits::Surface& surface) { surface.resize(300, 180); });
-
-    ASSERT_TRUE(fA.Looper().WaitForCount(B_WINDOW_RESIZED, 1));
-    const BMessage resized = fA.Looper().Messages(B_WINDOW_RESIZED).front();
-    EXPECT_EQ(resized.GetInt32("width", 0), 299);
-    EXPECT_EQ(resized.GetInt32("height", 0), 179);
-}
-
 TEST_F(NativeWindowTest, KeepsAPersonsSizeWhenOnlyTheTitleChanges)
 {
     ShowA();
@@ -188,17 +176,6 @@ TEST_F(NativeWindowTest, HoldsTheFirstFrameInItsFrontImage)
     ASSERT_TRUE(WaitFor([this] { return fA.Link().Front().firstPresentTime != 0; }));
 
     EXPECT_EQ(fA.Link().Front().Copy().pixelColor(10, 10), QColor(Qt::green));
-}
-
-TEST_F(NativeWindowTest, IsFittedOntoTheScreen)
-{
-    TestWindow far("far", BRect(-3000, -3000, -2901, -2951));
-    far.Show();
-
-    ASSERT_TRUE(far.Looper().WaitForCount(B_WINDOW_MOVED, 1));
-    BPoint where;
-    ASSERT_EQ(far.Looper().Messages(B_WINDOW_MOVED).front().FindPoint("where", &where), B_OK);
-    EXPECT_TRUE(kits::WindowServer::Get().ScreenFrame().Contains(where));
 }
 
 TEST(WindowServerTest, HasNoIconOfAnUnknownName)

@@ -138,7 +138,7 @@ TEST(TextDecodingTest, BytesThatAreNoTextAreShownOneByOne)
 {
     const DecodedText shown("a\xff\xfe"
                             "b",
-                            false);
+                            TextShowing::kLines);
 
     EXPECT_EQ(shown.Text().toStdU16String(), u"a\uFFFD\uFFFDb");
     EXPECT_EQ(shown.ByteOf(3), 3);
@@ -148,7 +148,7 @@ TEST(TextDecodingTest, BytesThatAreNoTextAreShownOneByOne)
 TEST(TextDecodingTest, OffsetsGoBothWays)
 {
     // One byte, two, four (two units), one.
-    const DecodedText shown("a\xc3\xa9\xf0\x9f\x98\x80z", false);
+    const DecodedText shown("a\xc3\xa9\xf0\x9f\x98\x80z", TextShowing::kLines);
 
     ASSERT_EQ(shown.Text().size(), 5);
     EXPECT_EQ(shown.UnitOf(1), 1);
@@ -162,10 +162,23 @@ TEST(TextDecodingTest, OffsetsGoBothWays)
     EXPECT_EQ(shown.ByteOf(50), 8);
 }
 
+TEST(TextDecodingTest, HiddenCharactersAreABulletEach)
+{
+    const DecodedText shown("a\xc3\xa9\xf0\x9f\x98\x80\n", TextShowing::kHidden);
+
+    EXPECT_EQ(shown.Text().toStdU16String(), u"\u2022\u2022\u2022\u2022");
+    EXPECT_EQ(shown.UnitOf(3), 2);
+    EXPECT_EQ(shown.ByteOf(3), 7);
+    EXPECT_EQ(shown.ByteOf(4), 8);
+    EXPECT_FALSE(shown.HasRightToLeft());
+}
+
 TEST(TextDecodingTest, ControlCharactersBecomeSigns)
 {
-    EXPECT_EQ(DecodedText("a\nb\tc\x7f", false).Text().toStdU16String(), u"a\u240Ab\tc\u2421");
-    EXPECT_EQ(DecodedText("b\tc\xc3\xa9", true).Text().toStdU16String(), u"b\u2409c\u00e9");
+    EXPECT_EQ(DecodedText("a\nb\tc\x7f", TextShowing::kLines).Text().toStdU16String(),
+              u"a\u240Ab\tc\u2421");
+    EXPECT_EQ(DecodedText("b\tc\xc3\xa9", TextShowing::kSingleLine).Text().toStdU16String(),
+              u"b\u2409c\u00e9");
 }
 
 } // namespace kits

@@ -45,7 +45,7 @@ protected:
     /// Where the caret may stand: between what a person sees as characters.
     std::set<int32> Places() const
     {
-        const DecodedText shown(fText.Line(0), false);
+        const DecodedText shown(fText.Line(0), TextShowing::kLines);
         QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, shown.Text());
         std::set<int32> places = {0};
         while (finder.toNextBoundary() >= 0) {
@@ -265,7 +265,7 @@ TEST(TextAdvancesTest, WidthsAreWhatPiecesAreSetWith)
     }
     EXPECT_FALSE(advances.WidthOf("a\tb", style).has_value());
     EXPECT_FALSE(advances.WidthOf("\xd7\x90", style).has_value());
-    style.showsTabs = true;
+    style.showing = TextShowing::kSingleLine;
     EXPECT_TRUE(advances.WidthOf("a\tb", style).has_value());
 }
 

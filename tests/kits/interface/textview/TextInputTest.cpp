@@ -11,6 +11,7 @@
 
 #include <QCoreApplication>
 #include <QInputMethodEvent>
+#include <QInputMethodQueryEvent>
 
 #include <string>
 
@@ -235,6 +236,61 @@ TEST_F(TextInputTest, TextThatCannotBeEditedTakesNothing)
     CommitOver("z", -1, 1);
 
     EXPECT_EQ(Text(), "ab");
+}
+
+TEST_F(TextInputTest, HiddenTextIsNotTold)
+{
+    ShowText("secret");
+    Locked([this] {
+        fView->HideTyping(true);
+        fView->Select(2, 4);
+        return 0;
+    });
+
+    ASSERT_TRUE(WaitFor([this] { return Published().hidesText; }));
+    EXPECT_TRUE(Published().isTextField);
+    EXPECT_EQ(Published().surroundingText, "");
+    EXPECT_EQ(Published().caretOffset, 0);
+    EXPECT_EQ(Published().anchorOffset, 0);
+    OnServer([this] {
+        QInputMethodQueryEvent query(Qt::ImHints | Qt::ImSurroundingText);
+        QCoreApplication::sendEvent(NativeOf(fWindow), &query);
+        const int hints = query.value(Qt::ImHints).toInt();
+        EXPECT_NE(hints & int(Qt::ImhHiddenText), 0);
+        EXPECT_NE(hints & int(Qt::ImhSensitiveData), 0);
+        EXPECT_EQ(query.value(Qt::ImSurroundingText).toString(), QString());
+    });
+}
+
+TEST_F(TextInputTest, OtherTextHasNoHints)
+{
+    ShowText("plain");
+
+    OnServer([this] {
+        QInputMethodQueryEvent query(Qt::ImHints);
+        QCoreApplication::sendEvent(NativeOf(fWindow), &query);
+        EXPECT_EQ(query.value(Qt::ImHints).toInt(), 0);
+    });
+}
+
+TEST_F(TextInputTest, PreviewInHiddenTextIsHiddenToo)
+{
+    ShowText("");
+    Locked([this] {
+        fView->HideTyping(true);
+        return 0;
+    });
+    Preview("iii");
+    const float narrow = CaretX();
+
+    Preview("mmm");
+    EXPECT_EQ(CaretX(), narrow);
+
+    Locked([this] {
+        fView->MakeFocus(false);
+        return 0;
+    });
+    EXPECT_EQ(Text(), "mmm");
 }
 
 } // namespace

@@ -130,4 +130,42 @@ TEST_F(TextTransferTest, CopyingAsksNobodyForWhatIsThere)
     EXPECT_EQ(gOnClipboard, "one");
 }
 
+TEST_F(TextTransferTest, HiddenTextIsGivenToNobody)
+{
+    ShowText("one two three");
+    Locked([this] {
+        fView->HideTyping(true);
+        return 0;
+    });
+
+    TypeKey('a', B_COMMAND_KEY);
+    TypeKey('c', B_COMMAND_KEY);
+    TypeKey('x', B_COMMAND_KEY);
+    TypeKey(B_DELETE, B_SHIFT_KEY);
+    Drag(fView, Inside(4), Inside(7));
+
+    EXPECT_EQ(Selected(), "");
+    EXPECT_EQ(Text(), "one two three");
+    std::lock_guard<std::mutex> lock(gLock);
+    EXPECT_EQ(gOnClipboard, "");
+}
+
+TEST_F(TextTransferTest, HiddenTextTakesWhatIsPasted)
+{
+    ShowText("one");
+    Locked([this] {
+        fView->HideTyping(true);
+        return 0;
+    });
+    Select(0, 3);
+    {
+        std::lock_guard<std::mutex> lock(gLock);
+        gOnClipboard = "secret";
+    }
+
+    TypeKey('v', B_COMMAND_KEY);
+
+    EXPECT_EQ(Text(), "secret");
+}
+
 } // namespace

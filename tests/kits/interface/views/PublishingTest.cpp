@@ -8,6 +8,8 @@
 #include <server/Surface.h>
 #include <testing/Native.h>
 
+#include <QAccessible>
+
 using namespace kits::testing;
 
 namespace {
@@ -42,6 +44,17 @@ protected:
             state = surface->Owner().GetPublished().inputMethod;
         });
         return state;
+    }
+    // How many views the window has said it has; 0 while nobody listens.
+    int Children()
+    {
+        int count = 0;
+        OnServer([&] {
+            auto* surface = static_cast<kits::Surface*>(NativeOf(fWindow));
+            const auto& root = surface->Owner().GetPublished().root;
+            count = root == nullptr ? 0 : static_cast<int>(root->children.size());
+        });
+        return count;
     }
 };
 
@@ -82,6 +95,37 @@ TEST_F(PublishingTest, FieldsKeysComeBeforeShortcuts)
     SyncServer();
     Sync(fWindow);
     EXPECT_EQ(TakeNotes(), (std::vector<std::string>{"field key a"}));
+}
+
+/// Says that assistive programs listen, as the desktop does, until it goes.
+class Listener
+{
+public:
+    Listener() { Listen(true); }
+    ~Listener() { Listen(false); }
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+
+private:
+    static void Listen(bool isOn)
+    {
+        OnServer([isOn] { QAccessible::setActive(isOn); });
+    }
+};
+
+TEST_F(PublishingTest, WhoBeginsToListenIsToldAtOnce)
+{
+    Add(BRect(0, 0, 99, 24), "view");
+    Show();
+    EXPECT_FALSE(Published().isTextField); // it has said what it had to say
+    EXPECT_EQ(Children(), 0);
+
+    {
+        const Listener listener; // nothing is painted from here on
+
+        EXPECT_TRUE(WaitFor([this] { return Children() == 1; }));
+    }
+    EXPECT_TRUE(WaitFor([this] { return Children() == 0; }));
 }
 
 } // namespace
