@@ -63,7 +63,7 @@ BHandler* BInvoker::HandlerForReply() const
 status_t BInvoker::Invoke(BMessage* message)
 {
     BMessage* sent = message != nullptr ? message : fMessage.get();
-    return sent != nullptr ? fTarget.SendMessage(sent, fReplyTo, fTimeout) : B_BAD_VALUE;
+    return sent != nullptr ? fTarget.SendMessage(sent, fReplyTo) : B_BAD_VALUE;
 }
 
 status_t BInvoker::InvokeNotify(BMessage* message, uint32 kind)
@@ -72,12 +72,6 @@ status_t BInvoker::InvokeNotify(BMessage* message, uint32 kind)
     const status_t status = Invoke(message);
     EndInvokeNotify();
     return status;
-}
-
-status_t BInvoker::SetTimeout(bigtime_t timeout)
-{
-    fTimeout = timeout;
-    return B_OK;
 }
 
 uint32 BInvoker::InvokeKind(bool* notify)

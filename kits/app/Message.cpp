@@ -1,5 +1,6 @@
 #include <Message.h>
 
+#include "app/MessageDelivery.h"
 #include "app/MessageFields.h"
 
 #include <new>

@@ -14,6 +14,22 @@ namespace kits {
 constexpr int32 kPreferredTarget = -1;
 
 class LooperCore;
+class MessageFields;
+struct MessageDelivery;
+
+/// Gives the kits what a posted message carries along: from whom, to whom, whether a reply is
+/// awaited; and what it is made of.
+class MessageAccess
+{
+public:
+    /// Null for a message that was never delivered.
+    static std::shared_ptr<MessageDelivery>& Delivery(BMessage& message);
+    static const std::shared_ptr<MessageDelivery>& Delivery(const BMessage& message);
+    /// Null when there is no data.
+    static const MessageFields* Fields(const BMessage& message);
+    /// Ownership: adopts `fields`, which may be null.
+    static void AdoptFields(BMessage& message, MessageFields* fields);
+};
 
 /// Where the answer to a message is waited for: by a thread, or by a looper that looks when it is
 /// woken.

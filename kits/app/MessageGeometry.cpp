@@ -31,11 +31,6 @@ status_t BMessage::ReplacePoint(const char* name, int32 index, BPoint value)
     return kits::ReplaceScalar(*this, name, B_POINT_TYPE, index, value);
 }
 
-bool BMessage::HasPoint(const char* name, int32 index) const
-{
-    return HasData(name, B_POINT_TYPE, index);
-}
-
 status_t BMessage::AddRect(const char* name, BRect value)
 {
     return kits::AddScalar(*this, name, B_RECT_TYPE, value);
@@ -59,9 +54,4 @@ status_t BMessage::ReplaceRect(const char* name, BRect value)
 status_t BMessage::ReplaceRect(const char* name, int32 index, BRect value)
 {
     return kits::ReplaceScalar(*this, name, B_RECT_TYPE, index, value);
-}
-
-bool BMessage::HasRect(const char* name, int32 index) const
-{
-    return HasData(name, B_RECT_TYPE, index);
 }

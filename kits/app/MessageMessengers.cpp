@@ -53,8 +53,3 @@ status_t BMessage::ReplaceMessenger(const char* name, int32 index, const BMessen
 {
     return kits::ReplaceScalar(*this, name, B_MESSENGER_TYPE, index, Hold(value));
 }
-
-bool BMessage::HasMessenger(const char* name, int32 index) const
-{
-    return HasData(name, B_MESSENGER_TYPE, index);
-}

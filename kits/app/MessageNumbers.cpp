@@ -25,6 +25,11 @@ status_t BMessage::FindBool(const char* name, int32 index, bool* value) const
     return status;
 }
 
+bool BMessage::GetBool(const char* name, bool fallback) const
+{
+    return GetBool(name, 0, fallback);
+}
+
 bool BMessage::GetBool(const char* name, int32 index, bool fallback) const
 {
     bool value = false;
@@ -72,11 +77,6 @@ status_t BMessage::ReplaceInt8(const char* name, int32 index, int8 value)
     return kits::ReplaceScalar(*this, name, B_INT8_TYPE, index, value);
 }
 
-bool BMessage::HasInt8(const char* name, int32 index) const
-{
-    return HasData(name, B_INT8_TYPE, index);
-}
-
 status_t BMessage::AddInt16(const char* name, int16 value)
 {
     return kits::AddScalar(*this, name, B_INT16_TYPE, value);
@@ -100,11 +100,6 @@ status_t BMessage::ReplaceInt16(const char* name, int16 value)
 status_t BMessage::ReplaceInt16(const char* name, int32 index, int16 value)
 {
     return kits::ReplaceScalar(*this, name, B_INT16_TYPE, index, value);
-}
-
-bool BMessage::HasInt16(const char* name, int32 index) const
-{
-    return HasData(name, B_INT16_TYPE, index);
 }
 
 status_t BMessage::AddInt32(const char* name, int32 value)
@@ -174,11 +169,6 @@ status_t BMessage::ReplaceInt64(const char* name, int32 index, int64 value)
     return kits::ReplaceScalar(*this, name, B_INT64_TYPE, index, value);
 }
 
-bool BMessage::HasInt64(const char* name, int32 index) const
-{
-    return HasData(name, B_INT64_TYPE, index);
-}
-
 status_t BMessage::AddFloat(const char* name, float value)
 {
     return kits::AddScalar(*this, name, B_FLOAT_TYPE, value);
@@ -210,11 +200,6 @@ status_t BMessage::ReplaceFloat(const char* name, int32 index, float value)
     return kits::ReplaceScalar(*this, name, B_FLOAT_TYPE, index, value);
 }
 
-bool BMessage::HasFloat(const char* name, int32 index) const
-{
-    return HasData(name, B_FLOAT_TYPE, index);
-}
-
 status_t BMessage::AddDouble(const char* name, double value)
 {
     return kits::AddScalar(*this, name, B_DOUBLE_TYPE, value);
@@ -240,11 +225,6 @@ status_t BMessage::ReplaceDouble(const char* name, int32 index, double value)
     return kits::ReplaceScalar(*this, name, B_DOUBLE_TYPE, index, value);
 }
 
-bool BMessage::HasDouble(const char* name, int32 index) const
-{
-    return HasData(name, B_DOUBLE_TYPE, index);
-}
-
 status_t BMessage::AddPointer(const char* name, const void* value)
 {
     return kits::AddScalar(*this, name, B_POINTER_TYPE, value);
@@ -268,9 +248,4 @@ status_t BMessage::ReplacePointer(const char* name, const void* value)
 status_t BMessage::ReplacePointer(const char* name, int32 index, const void* value)
 {
     return kits::ReplaceScalar(*this, name, B_POINTER_TYPE, index, value);
-}
-
-bool BMessage::HasPointer(const char* name, int32 index) const
-{
-    return HasData(name, B_POINTER_TYPE, index);
 }

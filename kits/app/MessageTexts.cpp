@@ -61,6 +61,11 @@ status_t BMessage::FindString(const char* name, int32 index, BString* value) con
     return status;
 }
 
+const char* BMessage::GetString(const char* name, const char* fallback) const
+{
+    return GetString(name, 0, fallback);
+}
+
 const char* BMessage::GetString(const char* name, int32 index, const char* fallback) const
 {
     const char* text = nullptr;
@@ -147,9 +152,4 @@ status_t BMessage::ReplaceMessage(const char* name, int32 index, const BMessage*
     return WithFlattened(value, [&](const char* bytes, ssize_t size) {
         return ReplaceData(name, B_MESSAGE_TYPE, index, bytes, size);
     });
-}
-
-bool BMessage::HasMessage(const char* name, int32 index) const
-{
-    return HasData(name, B_MESSAGE_TYPE, index);
 }

@@ -6,6 +6,8 @@
 
 namespace {
 
+constexpr size_t kBlockBytes = 256; // memory grows by whole ones
+
 /// Where a seek leads, or B_BAD_VALUE.
 off_t SeekTarget(off_t offset, uint32 seekMode, off_t position, size_t length)
 {
@@ -147,11 +149,6 @@ status_t BMallocIO::GetSize(off_t* size) const
     return B_OK;
 }
 
-void BMallocIO::SetBlockSize(size_t blockSize)
-{
-    fBlockSize = std::max<size_t>(blockSize, 1);
-}
-
 bool BMallocIO::Reserve(size_t capacity)
 {
     if (capacity <= fCapacity) {
@@ -159,8 +156,8 @@ bool BMallocIO::Reserve(size_t capacity)
     }
     // Half as much again, so that many small writes do not copy everything each time.
     size_t wanted = std::max(capacity, fCapacity + fCapacity / 2);
-    const size_t rest = wanted % fBlockSize;
-    if (rest != 0 && __builtin_add_overflow(wanted, fBlockSize - rest, &wanted)) {
+    const size_t rest = wanted % kBlockBytes;
+    if (rest != 0 && __builtin_add_overflow(wanted, kBlockBytes - rest, &wanted)) {
         wanted = capacity;
     }
     if (wanted > PTRDIFF_MAX) {

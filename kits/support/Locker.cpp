@@ -23,10 +23,6 @@ BLocker::BLocker() : BLocker("some locker") {}
 
 BLocker::BLocker(const char* name) : fState(std::make_unique<State>(name)) {}
 
-BLocker::BLocker(bool) : BLocker() {}
-
-BLocker::BLocker(const char* name, bool) : BLocker(name) {}
-
 BLocker::~BLocker() = default;
 
 bool BLocker::Lock()

@@ -89,23 +89,3 @@ bool operator>=(const char* a, const BString& b)
 {
     return b.Compare(a) <= 0;
 }
-
-int Compare(const BString& a, const BString& b)
-{
-    return a.Compare(b);
-}
-
-int ICompare(const BString& a, const BString& b)
-{
-    return a.ICompare(b);
-}
-
-int Compare(const BString* a, const BString* b)
-{
-    return a->Compare(*b);
-}
-
-int ICompare(const BString* a, const BString* b)
-{
-    return a->ICompare(*b);
-}

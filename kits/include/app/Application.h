@@ -21,6 +21,7 @@ class ApplicationThreads;
 class BApplication : public BLooper
 {
 public:
+    /// Starts the window server; the signature, a MIME type, may be null.
     explicit BApplication(const char* signature);
     /// The same; `*error` (B_OK or why the display cannot be used) instead of InitCheck().
     BApplication(const char* signature, status_t* error);
@@ -62,6 +63,7 @@ public:
     BWindow* WindowAt(int32 index) const;
     /// How many loopers there are, the application and windows included. Thread: any thread.
     int32 CountLoopers() const;
+    /// Lends a looper, in the order of their making; null beyond the end. It may go at any time.
     BLooper* LooperAt(int32 index) const;
 
 private:

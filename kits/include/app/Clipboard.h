@@ -25,30 +25,37 @@ public:
     BClipboard(const BClipboard&) = delete;
     BClipboard& operator=(const BClipboard&) = delete;
 
+    /// Lends the name given; "" for null.
     const char* Name() const { return fName.c_str(); }
     /// How often the data that Data() lends was replaced, by whomever.
     uint32 LocalCount() const;
     /// The same: the data is fetched at each Lock().
     uint32 SystemCount() const;
-    /// Sends B_CLIPBOARD_CHANGED to `target` after each change made here.
+    /// Sends B_CLIPBOARD_CHANGED to `target` after each change made here. Errors: B_BAD_VALUE for a
+    /// target that is not valid.
     status_t StartWatching(BMessenger target);
+    /// Ends that. Errors: B_BAD_VALUE when `target` was not watching.
     status_t StopWatching(BMessenger target);
 
     /// Waits for other threads, then fetches the data. A program that owns the data and does not
     /// answer within 300 ms counts as having none.
     bool Lock();
+    /// Gives back one lock; what was changed and not committed is dropped by the next one.
     void Unlock();
+    /// Whether this thread holds the lock.
     bool IsLocked() const;
 
     // Locked
 
-    /// Empties the data, before other data is put into it.
+    /// Empties the data, before other data is put into it. Errors: B_NOT_ALLOWED without the lock,
+    /// as of the next two.
     status_t Clear();
     /// Makes the data what others get.
     status_t Commit();
     /// Fetches the data anew, dropping what was changed.
     status_t Revert();
-    /// The program the data comes from, as far as it is one of ours.
+    /// The program the data comes from: this one, else a messenger that is not valid, as without
+    /// the lock.
     BMessenger DataSource() const;
     /// Ownership: lends, while locked. Null without the lock.
     BMessage* Data() const;

@@ -26,6 +26,7 @@ class HandlerAccess;
 class BHandler
 {
 public:
+    /// Makes a handler of no looper; the name is copied.
     explicit BHandler(const char* name = nullptr);
     BHandler(const BHandler&) = delete;
     BHandler& operator=(const BHandler&) = delete;
@@ -40,6 +41,7 @@ public:
     /// Thread: any thread; only under its lock does the answer last.
     BLooper* Looper() const { return fLooper.load(std::memory_order_acquire); }
 
+    /// Sets the name by which a person knows the handler; null for none.
     void SetName(const char* name);
     /// Lends the name until it is set again; null when none was ever given.
     const char* Name() const;
@@ -47,6 +49,7 @@ public:
     /// Makes `handler` the one that gets what this one does not know.
     /// Both must belong to the same looper, which is locked; null ends the chain here.
     void SetNextHandler(BHandler* handler);
+    /// Lends the handler that gets what this one does not know; null at the chain's end.
     BHandler* NextHandler() const { return fNextHandler; }
 
     /// Appends a filter that sees the messages for this handler first. Ownership: adopts `filter`.
@@ -62,9 +65,10 @@ public:
     /// Locks the looper that the handler belongs to, whichever that is once it is locked.
     /// Thread: any thread. False when the handler belongs to none.
     bool LockLooper();
-    /// Thread: any thread.
+    /// As LockLooper(), waiting at most `timeout` microseconds. Thread: any thread.
     /// Errors: B_TIMED_OUT; B_BAD_VALUE when the handler belongs to no looper.
     status_t LockLooperWithTimeout(bigtime_t timeout);
+    /// Gives back one lock of that looper.
     void UnlockLooper();
 
 private:

@@ -16,8 +16,9 @@ class BMessage;
 class BInvoker
 {
 public:
+    /// Has neither message nor target.
     BInvoker();
-    /// Ownership: adopts `message`.
+    /// Sends `message` to `handler`, as SetTarget() says. Ownership: adopts `message`.
     BInvoker(BMessage* message, const BHandler* handler, const BLooper* looper = nullptr);
     BInvoker(BMessage* message, BMessenger target);
     BInvoker(const BInvoker&) = delete;
@@ -34,14 +35,18 @@ public:
     /// Sends to `handler`, or to the preferred handler of `looper` when `handler` is null.
     /// Errors: as BMessenger's constructor; the invoker has no target then.
     virtual status_t SetTarget(const BHandler* handler, const BLooper* looper = nullptr);
+    /// Sends to `target`, valid or not; never fails.
     virtual status_t SetTarget(BMessenger target);
+    /// Whether the target is in this program and still there.
     bool IsTargetLocal() const;
     /// Lends the target, as BMessenger::Target() does.
     BHandler* Target(BLooper** looper = nullptr) const;
+    /// The target as a messenger.
     BMessenger Messenger() const { return fTarget; }
 
     /// Makes answers go to `handler` (null: to the application).
     virtual status_t SetHandlerForReply(BHandler* handler);
+    /// Lends that handler; null when it is the application, or gone.
     BHandler* HandlerForReply() const;
 
     /// Sends a copy of `message`, of the invoker's own when it is null.
@@ -50,15 +55,12 @@ public:
     /// Invokes with a kind that InvokeKind() answers meanwhile.
     status_t InvokeNotify(BMessage* message, uint32 kind = B_CONTROL_INVOKED);
 
-    /// The longest time that sending may take. Queues are unbounded, so it never comes to bear.
-    status_t SetTimeout(bigtime_t timeout);
-    bigtime_t Timeout() const { return fTimeout; }
-
     /// The kind of the invocation that is running, B_CONTROL_INVOKED outside InvokeNotify().
     /// `*notify` tells whether InvokeNotify() runs.
     uint32 InvokeKind(bool* notify = nullptr);
 
 protected:
+    /// Begins and ends what InvokeKind() tells, for derived classes that send in their own way.
     void BeginInvokeNotify(uint32 kind = B_CONTROL_INVOKED);
     void EndInvokeNotify();
 
@@ -66,6 +68,5 @@ private:
     std::unique_ptr<BMessage> fMessage;
     BMessenger fTarget;
     BMessenger fReplyTo;
-    bigtime_t fTimeout = B_INFINITE_TIMEOUT;
     std::vector<uint32> fKinds; // of the InvokeNotify() calls that are running, innermost last
 };

@@ -129,7 +129,7 @@ public:
     void SetLongRunning(bool isLongRunning);
 
 protected:
-    // What windows build upon; the platform has other, private means for this.
+    // Extensions of the platform, which windows build upon
 
     /// Called, locked, whenever the queue has run empty, before the looper waits for the next
     /// message.

@@ -38,6 +38,7 @@ public:
     explicit BMessageFilter(uint32 what, filter_hook filter = nullptr);
     /// Wants every message that came as described.
     BMessageFilter(message_delivery delivery, message_source source, filter_hook filter = nullptr);
+    /// Wants the messages with that `what` that came as described.
     BMessageFilter(message_delivery delivery, message_source source, uint32 what,
                    filter_hook filter = nullptr);
     BMessageFilter(const BMessageFilter&) = delete;
@@ -48,6 +49,7 @@ public:
     /// implementation lets everything pass; a function given to the constructor is called instead.
     virtual filter_result Filter(BMessage* message, BHandler** target);
 
+    /// What the filter wants, as given to the constructor.
     message_delivery MessageDelivery() const { return fDelivery; }
     message_source MessageSource() const { return fSource; }
     uint32 Command() const { return fWhat; }

@@ -21,6 +21,7 @@ class LooperCore;
 class BMessageQueue
 {
 public:
+    /// Makes an empty queue.
     BMessageQueue();
     BMessageQueue(const BMessageQueue&) = delete;
     BMessageQueue& operator=(const BMessageQueue&) = delete;
@@ -32,6 +33,7 @@ public:
     /// Takes out and deletes `message` when it waits here; otherwise nothing happens.
     void RemoveMessage(BMessage* message);
 
+    /// How many messages wait.
     int32 CountMessages() const;
     bool IsEmpty() const;
     /// Lends the message at `index` (0 is the next one), null beyond the end. Keep the queue locked
@@ -45,6 +47,7 @@ public:
 
     /// Holds others off between two calls; nests.
     bool Lock();
+    /// Gives back one lock.
     void Unlock();
 
 private:

@@ -15,11 +15,11 @@ enum {
 /// What is known of a running program.
 struct app_info
 {
-    thread_id thread = -1; // of its BApplication
-    team_id team = -1;     // the process
-    uint32 flags = B_MULTIPLE_LAUNCH;
-    entry_ref ref; // the program's file
-    char signature[B_MIME_TYPE_LENGTH] = "";
+    thread_id thread = -1;                   // of its BApplication
+    team_id team = -1;                       // the process
+    uint32 flags = B_MULTIPLE_LAUNCH;        // one of the above
+    entry_ref ref;                           // the program's file
+    char signature[B_MIME_TYPE_LENGTH] = ""; // a MIME type; empty for none
 };
 
 /// Knows the running programs.
@@ -28,6 +28,7 @@ struct app_info
 class BRoster
 {
 public:
+    /// Programs use be_roster.
     BRoster() = default;
     BRoster(const BRoster&) = delete;
     BRoster& operator=(const BRoster&) = delete;

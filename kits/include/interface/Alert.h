@@ -14,6 +14,7 @@ class AlertAnswer;
 class AlertTextView;
 } // namespace kits
 
+/// Which icon an alert shows; B_EMPTY_ALERT shows none.
 enum alert_type {
     B_EMPTY_ALERT = 0,
     B_INFO_ALERT,
@@ -22,6 +23,7 @@ enum alert_type {
     B_STOP_ALERT,
 };
 
+/// How an alert's buttons stand.
 enum button_spacing {
     B_EVEN_SPACING = 0,
     B_OFFSET_SPACING, // the leftmost button stands apart from the others
@@ -35,6 +37,8 @@ enum button_spacing {
 class BAlert : public BWindow
 {
 public:
+    /// Makes the alert, hidden; Go() shows it. A null `button2` or `button3` is left out. `width`
+    /// says whether all buttons are as wide as the widest.
     BAlert(const char* title, const char* text, const char* button1, const char* button2 = nullptr,
            const char* button3 = nullptr, button_width width = B_WIDTH_AS_USUAL,
            alert_type type = B_INFO_ALERT);
@@ -44,6 +48,7 @@ public:
 
     /// Sets the key that presses a button, without modifiers. Button 0 is the leftmost.
     void SetShortcut(int32 button, char key);
+    /// That key; 0 for none and for a button that is not there.
     char Shortcut(int32 button) const;
 
     /// Shows the alert and waits; returns the index of the button that was pressed.
@@ -56,6 +61,7 @@ public:
 
     /// The n-th button, or null.
     BButton* ButtonAt(int32 button) const;
+    /// Lends the text given.
     const char* Text() const { return fText.c_str(); }
     /// The kind of the alert, as its icon shows it.
     alert_type Type() const;

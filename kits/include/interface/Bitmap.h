@@ -21,6 +21,7 @@ public:
     /// Only B_CMAP8, B_RGB32 and B_RGBA32 are supported, and at most 16384 pixels to a side.
     BBitmap(BRect bounds, color_space space, bool acceptsViews = false,
             bool needsContiguous = false);
+    /// Copies the pixels of `source`, which may be null: not valid then.
     explicit BBitmap(const BBitmap* source, bool acceptsViews = false,
                      bool needsContiguous = false);
     BBitmap(const BBitmap&) = delete;
@@ -29,14 +30,17 @@ public:
 
     /// B_OK; B_BAD_VALUE for bounds or a colour space that cannot be.
     status_t InitCheck() const;
+    /// Whether InitCheck() says B_OK.
     bool IsValid() const;
 
+    /// What was given to the constructor: the pixels' places and how they are stored.
     BRect Bounds() const;
     color_space ColorSpace() const;
     /// Lends the pixels for writing, until the bitmap goes; null when the bitmap is not valid.
     /// Drops pictures for other densities: what is written holds for all.
     void* Bits();
     const void* Bits() const;
+    /// How many bytes there are, the rows' padding included; 0 when the bitmap is not valid.
     int32 BitsLength() const;
     /// How far apart two rows are in memory; a multiple of four.
     int32 BytesPerRow() const;
@@ -50,9 +54,9 @@ public:
     status_t ImportBits(const void* data, int32 length, int32 bytesPerRow, int32 offset,
                         color_space space);
 
-    /// Kit extension. Takes the same picture drawn at twice the width and height, rows without
-    /// padding; it is drawn where the screen is dense. Kept until pixels are written. Errors:
-    /// B_BAD_VALUE when the length does not fit; the bitmap keeps what it has.
+    /// An extension of the platform. Takes the same picture drawn at twice the width and height,
+    /// rows without padding; it is drawn where the screen is dense. Kept until pixels are written.
+    /// Errors: B_BAD_VALUE when the length does not fit; the bitmap keeps what it has.
     status_t SetDoubleBits(const void* data, int32 length, color_space space);
 
 private:

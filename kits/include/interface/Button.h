@@ -12,6 +12,7 @@ class Ticker;
 class BButton : public BControl
 {
 public:
+    /// Ownership: adopts `message`, which may be null.
     BButton(BRect frame, const char* name, const char* label, BMessage* message,
             uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP,
             uint32 flags = B_WILL_DRAW | B_NAVIGABLE);

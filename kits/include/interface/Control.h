@@ -12,6 +12,7 @@
 class BControl : public BView, public BInvoker
 {
 public:
+    /// Makes an enabled control of value 0. A null label is the empty one.
     BControl(BRect frame, const char* name, const char* label, BMessage* message,
              uint32 resizingMode, uint32 flags);
     ~BControl() override;
@@ -24,6 +25,7 @@ public:
     void MakeFocus(bool focused = true) override;
     void KeyDown(const char* bytes, int32 byteCount) override;
 
+    /// Sets the text shown, null for none, and draws the control again.
     virtual void SetLabel(const char* label);
     const char* Label() const { return fLabel.c_str(); }
     /// Sets the value and draws the control again when it differs.
@@ -38,17 +40,14 @@ public:
     virtual status_t Invoke(BMessage* message = nullptr);
 
 protected:
-    /// True while MakeFocus() changes the focus mark.
-    bool IsFocusChanging() const { return fIsFocusChanging; }
+    /// Whether a person presses the control now; set by those that follow the mouse.
     bool IsTracking() const { return fIsTracking; }
     void SetTracking(bool tracking) { fIsTracking = tracking; }
-    void SetValueNoUpdate(int32 value) { fValue = value; }
 
 private:
     std::string fLabel;
     int32 fValue = B_CONTROL_OFF;
     uint32 fHiddenFlags = 0; // those of the Tab order, while disabled
     bool fIsEnabled = true;
-    bool fIsFocusChanging = false;
     bool fIsTracking = false;
 };

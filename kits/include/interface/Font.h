@@ -9,15 +9,19 @@
 
 namespace kits {
 class FontAccess;
+/// Which of the system's fonts a font stands for.
 enum class SystemFont : uint8 { kNone, kPlain, kFixed };
 } // namespace kits
 
+/// The names of a family and of a style, ended by a zero.
 using font_family = char[64];
 using font_style = char[64];
 
+/// The longest of such names, in bytes.
 constexpr int32 B_FONT_FAMILY_LENGTH = 63;
 constexpr int32 B_FONT_STYLE_LENGTH = 63;
 
+/// How letters look, as bits: for SetFace().
 enum : uint16 {
     B_ITALIC_FACE = 0x0001,
     B_UNDERSCORE_FACE = 0x0002,
@@ -26,7 +30,7 @@ enum : uint16 {
     B_REGULAR_FACE = 0x0040,
 };
 
-// What to set, for SetFont.
+/// What to set: for BView::SetFont().
 enum : uint32 {
     B_FONT_FAMILY_AND_STYLE = 0x01,
     B_FONT_SIZE = 0x02,
@@ -34,15 +38,15 @@ enum : uint32 {
     B_FONT_ALL = 0xff,
 };
 
-// Where TruncateString cuts.
+/// Where TruncateString() cuts.
 enum : uint32 { B_TRUNCATE_END, B_TRUNCATE_BEGINNING, B_TRUNCATE_MIDDLE, B_TRUNCATE_SMART };
 
 /// How far a font reaches from its base line, and the gap between two lines; whole units.
 struct font_height
 {
-    float ascent;
-    float descent;
-    float leading;
+    float ascent;  // above the base line
+    float descent; // below it
+    float leading; // between two lines
 };
 
 /// A font's description: family, style and size. A value; copies share nothing.
@@ -53,7 +57,7 @@ struct font_height
 class BFont
 {
 public:
-    /// Makes a copy of the plain font.
+    /// Makes a copy of the plain font, or of `font`; null stands for the plain one.
     BFont();
     explicit BFont(const BFont* font);
     BFont(const BFont& font) = default;
@@ -67,7 +71,9 @@ public:
     /// Sets the style by B_*_FACE bits.
     void SetFace(uint16 face);
 
+    /// Tells the names; a null argument is left out.
     void GetFamilyAndStyle(font_family* family, font_style* style) const;
+    /// What SetSize() and SetFace() set.
     float Size() const;
     uint16 Face() const;
     /// Whether all letters are equally wide, as the fixed font's are.
@@ -75,9 +81,11 @@ public:
     /// Tells ascent, descent and leading; the plain, the bold and the fixed font are 15 units high.
     void GetHeight(font_height* height) const;
 
-    /// How far the pen moves when the text is drawn; may be fractional.
+    /// How far the pen moves when the text is drawn, whole or its first `length` bytes; may be
+    /// fractional. Null has no width.
     float StringWidth(const char* string) const;
     float StringWidth(const char* string, int32 length) const;
+    /// Tells the widths of `count` texts of those lengths in bytes.
     void GetStringWidths(const char* strings[], const int32 lengths[], int32 count,
                          float widths[]) const;
 
@@ -85,6 +93,7 @@ public:
     /// Leaves it alone when it fits; empties it when not even the ellipsis does.
     void TruncateString(BString* text, uint32 mode, float width) const;
 
+    /// Whether both are drawn alike, being set alike.
     bool operator==(const BFont& other) const = default;
 
 private:

@@ -4,7 +4,7 @@
 
 /// The numbers in messages from keyboard and mouse: keys, modifiers, buttons, the pointer's way.
 
-// The bytes that named keys produce.
+/// The bytes that named keys produce.
 enum {
     B_BACKSPACE = 0x08,
     B_RETURN = 0x0a, // what Enter gives, under both names
@@ -26,7 +26,7 @@ enum {
     B_FUNCTION_KEY = 0x10,
 };
 
-// The "key" of a message whose byte is B_FUNCTION_KEY.
+/// The "key" of a message whose byte is B_FUNCTION_KEY.
 enum {
     B_F1_KEY = 2,
     B_F2_KEY,
@@ -45,7 +45,7 @@ enum {
     B_PAUSE_KEY,
 };
 
-// Modifier keys. The Ctrl key is both Command and Control, Alt is Option.
+/// Modifier keys. The Ctrl key is both Command and Control, Alt is Option.
 enum : uint32 {
     B_SHIFT_KEY = 0x0001,
     B_COMMAND_KEY = 0x0002,
@@ -65,6 +65,7 @@ enum : uint32 {
     B_RIGHT_OPTION_KEY = 0x8000,
 };
 
+/// Mouse buttons, as bits.
 enum : uint32 {
     B_PRIMARY_MOUSE_BUTTON = 0x01,
     B_SECONDARY_MOUSE_BUTTON = 0x02,

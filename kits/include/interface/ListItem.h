@@ -15,6 +15,7 @@ class BView;
 class BListItem
 {
 public:
+    /// The level and whether it is expanded are for lists that show a tree.
     explicit BListItem(uint32 outlineLevel = 0, bool expanded = true);
     virtual ~BListItem();
     BListItem(const BListItem&) = delete;
@@ -23,15 +24,18 @@ public:
     /// The row's height and width, in view units: the bottom is `top + Height()`, inclusive.
     float Height() const { return fHeight; }
     float Width() const { return fWidth; }
-    /// Set by Update() of derived classes; the rows below move.
+    /// Sets the size, from Update() of derived classes; the rows below move.
     void SetHeight(float height);
     void SetWidth(float width) { fWidth = width; }
 
+    /// Whether the row is selected, by a person or by Select().
     bool IsSelected() const { return fIsSelected; }
     /// Marks the row only; a list's own Select() also draws and reports.
     void Select() { fIsSelected = true; }
     void Deselect() { fIsSelected = false; }
+    /// Whether a person can select the row.
     bool IsEnabled() const { return fIsEnabled; }
+    /// Whether what hangs below the row in a tree is shown, and how deep the row itself is.
     bool IsExpanded() const { return fIsExpanded; }
     void SetExpanded(bool expanded) { fIsExpanded = expanded; }
     uint32 OutlineLevel() const { return fOutlineLevel; }
@@ -44,7 +48,7 @@ public:
     /// (the owner's) and height (the font's).
     virtual void Update(BView* owner, const BFont* font);
 
-    /// Kit extension. What assistive programs say of the row; this one says nothing.
+    /// An extension of the platform. What assistive programs say of the row; this one says nothing.
     virtual std::string SpokenText() const { return {}; }
 
 private:
@@ -63,10 +67,12 @@ private:
 class BStringItem : public BListItem
 {
 public:
+    /// Copies the text; null counts as empty.
     explicit BStringItem(const char* text, uint32 outlineLevel = 0, bool expanded = true);
 
     /// Changes the text; the list is not redrawn until InvalidateItem().
     virtual void SetText(const char* text);
+    /// Lends the text, until the next change.
     const char* Text() const { return fText.c_str(); }
 
     // BListItem

@@ -15,6 +15,7 @@ class ListSelection;
 class RowHeights;
 } // namespace kits
 
+/// How many rows a person can select.
 enum list_view_type {
     B_SINGLE_SELECTION_LIST,
     B_MULTIPLE_SELECTION_LIST,
@@ -28,6 +29,7 @@ enum list_view_type {
 class BListView : public BView, public BInvoker
 {
 public:
+    /// Makes an empty list; rows are invoked and selected without a message until one is set.
     BListView(BRect frame, const char* name, list_view_type type = B_SINGLE_SELECTION_LIST,
               uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP,
               uint32 flags = B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE);
@@ -49,6 +51,7 @@ public:
     void SetFont(const BFont* font, uint32 mask = B_FONT_ALL) override;
     void GetPreferredSize(float* width, float* height) override;
 
+    /// Keeps the bars of the scroll view as long as the rows.
     void TargetedByScrollView(BScrollView* scrollView) override;
 
     /// Adds a row at the end, or at `index`. False, and nothing added, when the index is outside
@@ -71,13 +74,16 @@ public:
     /// Sets the message sent when rows are invoked by double click, Enter or Space; fields as
     /// above.
     virtual void SetInvocationMessage(BMessage* message);
+    /// Lends the message sent when rows are invoked, null for none; and its `what`, 0 for none.
     BMessage* InvocationMessage() const;
     uint32 InvocationCommand() const;
+    /// The same of the message sent when the selection changes.
     BMessage* SelectionMessage() const { return fSelectionMessage.get(); }
     uint32 SelectionCommand() const;
 
     /// Allows one selected row, or several. Going to one keeps the first selected row.
     virtual void SetListType(list_view_type type);
+    /// What SetListType() set.
     list_view_type ListType() const { return fType; }
 
     /// The row at `index`, or null.
@@ -86,12 +92,16 @@ public:
     int32 IndexOf(BPoint where) const;
     /// The index of a row, or -1. Walks the list.
     int32 IndexOf(BListItem* item) const;
+    /// The row at an end, null in an empty list.
     BListItem* FirstItem() const;
     BListItem* LastItem() const;
+    /// Whether the row is in the list; walks it.
     bool HasItem(BListItem* item) const;
+    /// The number of rows.
     int32 CountItems() const;
     /// Takes all rows out; they are not deleted.
     virtual void MakeEmpty();
+    /// Whether there are no rows.
     bool IsEmpty() const;
     /// Calls `function` for every row until it returns true.
     void DoForEach(bool (*function)(BListItem* item));
@@ -107,6 +117,7 @@ public:
     void Select(int32 index, bool extend = false);
     /// Selects the rows from `start` to `finish`, both included.
     void Select(int32 start, int32 finish, bool extend = false);
+    /// Whether that row is selected; false outside the list.
     bool IsItemSelected(int32 index) const;
     /// The index of the n-th selected row, or -1.
     int32 CurrentSelection(int32 n = 0) const;
@@ -114,6 +125,8 @@ public:
     /// Errors: B_BAD_VALUE without a message.
     virtual status_t Invoke(BMessage* message = nullptr);
 
+    /// Deselects all rows, all but those from `start` to `finish`, or one; tells SelectionChanged()
+    /// when that changes any.
     void DeselectAll();
     void DeselectExcept(int32 start, int32 finish);
     void Deselect(int32 index);
@@ -123,10 +136,11 @@ public:
     /// Sorts the rows; `compare` gets pointers to two BListItem pointers. The selection stays with
     /// its rows.
     void SortItems(int (*compare)(const void*, const void*));
-    /// False when an index is outside the list.
+    /// Exchanges two rows, or moves one. False when an index is outside the list.
     bool SwapItems(int32 a, int32 b);
     bool MoveItem(int32 from, int32 to);
-    /// Puts `item` in place of the row at `index`, which the caller deletes.
+    /// Puts `item` in place of the row at `index`, which the caller deletes. False outside the
+    /// list, for null.
     bool ReplaceItem(int32 index, BListItem* item);
 
     /// The row's frame in the view, or an invalid rectangle.

@@ -10,6 +10,7 @@ namespace kits {
 class MenuSession;
 } // namespace kits
 
+/// Which way a menu's items follow each other.
 enum menu_layout {
     B_ITEMS_IN_ROW = 0,
     B_ITEMS_IN_COLUMN,
@@ -22,7 +23,9 @@ enum menu_layout {
 class BMenu : public BView
 {
 public:
+    /// The name of a submenu is the label of the item that it hangs on.
     explicit BMenu(const char* name, menu_layout layout = B_ITEMS_IN_COLUMN);
+    /// Deletes the items and their submenus.
     ~BMenu() override;
 
     /// Adds an item at the end or at `index`; false when it is in a menu already or the index is
@@ -32,45 +35,61 @@ public:
     /// Adds a submenu with an item of its own.
     bool AddItem(BMenu* submenu);
     bool AddItem(BMenu* submenu, int32 index);
-    /// Adds the BMenuItems in `items`.
+    /// Adds the BMenuItems in `items` from `index` on. False when the index is outside, or at the
+    /// first that is in a menu already; those before it are in then.
     bool AddList(BList* items, int32 index);
+    /// Adds a line between items at the end.
     bool AddSeparatorItem();
-    /// Takes an item out; the caller deletes it.
+    /// Takes an item out; the caller deletes it. False (null) when it is not there.
     bool RemoveItem(BMenuItem* item);
     BMenuItem* RemoveItem(int32 index);
     /// Takes the submenu out with its item, which is deleted; the caller deletes the submenu.
     bool RemoveItem(BMenu* submenu);
+    /// Takes `count` items out from `index` on, fewer at the end. With `deleteItems` they are
+    /// deleted, else the caller does. False when there is none at `index`.
     bool RemoveItems(int32 index, int32 count, bool deleteItems = false);
 
+    /// The item at `index`, or its submenu; null when there is none.
     BMenuItem* ItemAt(int32 index) const;
     BMenu* SubmenuAt(int32 index) const;
+    /// The number of items, lines between them included.
     int32 CountItems() const;
+    /// The index of an item, or of the one with that submenu; -1 when it is not there.
     int32 IndexOf(BMenuItem* item) const;
     int32 IndexOf(BMenu* submenu) const;
     /// Finds the item with that command or label, here or in submenus; null when there is none.
     BMenuItem* FindItem(uint32 command) const;
     BMenuItem* FindItem(const char* label) const;
 
-    /// Sets the target of every item here, not of those in submenus.
+    /// Sets the target of every item here, not of those in submenus. Errors: those of
+    /// BInvoker::SetTarget(); the others have it nevertheless.
     virtual status_t SetTargetForItems(BHandler* handler);
     virtual status_t SetTargetForItems(BMessenger messenger);
+    /// Has items take choices or be drawn dimmed, with the item that the menu hangs on.
     virtual void SetEnabled(bool enabled);
     /// In radio mode one item at most is marked, and choosing an item marks it.
     virtual void SetRadioMode(bool radioMode);
+    /// Sets whether the letters that items were given by SetTrigger() work; they do unless changed.
     virtual void SetTriggersEnabled(bool enabled);
+    /// Sets how wide labels may be; longer ones are shortened. 0, as at first, sets no limit.
     virtual void SetMaxContentWidth(float maxWidth);
 
     /// Shows the marked item's label as the name of the submenu's own item.
     void SetLabelFromMarked(bool fromMarked);
+    /// What SetLabelFromMarked() set.
     bool IsLabelFromMarked() const { return fIsLabelFromMarked; }
     /// False also when a menu above is disabled.
     bool IsEnabled() const;
+    /// What the setters above set.
     bool IsRadioMode() const { return fIsRadioMode; }
     bool AreTriggersEnabled() const { return fHasTriggers; }
     float MaxContentWidth() const { return fMaxContentWidth; }
+    /// The first item here that is marked, or null.
     BMenuItem* FindMarked() const;
+    /// The menu above and the item there that this one hangs on; null for a bar and on its own.
     BMenu* Supermenu() const { return fSupermenu; }
     BMenuItem* Superitem() const { return fSuperitem; }
+    /// What was given to the constructor.
     menu_layout Layout() const { return fLayout; }
 
     // BView
@@ -80,11 +99,13 @@ public:
     void ResizeToPreferred() override;
 
 protected:
+    /// For menus that lie in a window as bars do; `resizeToFit` has the frame follow the items.
     BMenu(BRect frame, const char* name, uint32 resizingMode, uint32 flags, menu_layout layout,
           bool resizeToFit);
 
     /// Works out the items' frames anew at the next use.
     void InvalidateLayout();
+    /// Sets and tells what is left free around each item's content, in view units.
     void SetItemMargins(float left, float top, float right, float bottom);
     void GetItemMargins(float* left, float* top, float* right, float* bottom) const;
     /// Draws what lies behind the items.

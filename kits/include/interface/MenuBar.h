@@ -9,6 +9,7 @@ class KeyMenus;
 class MenuBarKeys;
 } // namespace kits
 
+/// What a menu bar's border goes around; B_BORDER_CONTENTS draws none here.
 enum menu_bar_border {
     B_BORDER_FRAME,
     B_BORDER_CONTENTS,
@@ -27,6 +28,7 @@ public:
              menu_layout layout = B_ITEMS_IN_ROW, bool resizeToFit = true);
     ~BMenuBar() override;
 
+    /// Sets what the border goes around, and draws the bar again.
     virtual void SetBorder(menu_bar_border border);
     menu_bar_border Border() const { return fBorder; }
 

@@ -28,21 +28,27 @@ public:
     explicit BMenuItem(BMenu* submenu, BMessage* message = nullptr);
     ~BMenuItem() override;
 
+    /// Sets the text; the menu is laid out anew.
     virtual void SetLabel(const char* label);
+    /// Has the item take choices, or be drawn dimmed.
     virtual void SetEnabled(bool enabled);
     /// Sets the check mark; in a radio menu the other items lose theirs.
     virtual void SetMarked(bool marked);
     /// Sets the letter that works the item while its menu is open; 0 for the first letters of the
     /// label.
     virtual void SetTrigger(char trigger);
+    /// Sets the shortcut as the constructor does.
     virtual void SetShortcut(char shortcut, uint32 modifiers);
 
+    /// Lends the label; "" for a separator.
     const char* Label() const { return fLabel.c_str(); }
     /// False also when the menu around it is disabled.
     bool IsEnabled() const;
+    /// What the setters set; `modifiers` may be null.
     bool IsMarked() const { return fIsMarked; }
     char Trigger() const { return fTrigger; }
     char Shortcut(uint32* modifiers = nullptr) const;
+    /// The menu that hangs on the item, and the one the item is in; null for none.
     BMenu* Submenu() const { return fSubmenu.get(); }
     BMenu* Menu() const { return fMenu; }
     /// The item's place in its menu.
@@ -51,7 +57,8 @@ public:
 protected:
     /// The size of what DrawContent() draws.
     virtual void GetContentSize(float* width, float* height);
-    /// Shortens the label to at most `maxWidth` units, in the middle.
+    /// Shortens the label to at most `maxWidth` units, in the middle. `newLabel` has room for the
+    /// label's bytes and four more.
     virtual void TruncateLabel(float maxWidth, char* newLabel);
     /// Draws the label at the menu's pen position.
     virtual void DrawContent();
@@ -59,7 +66,9 @@ protected:
     virtual void Draw();
     /// Is called when the item becomes or stops being the one under the pointer.
     virtual void Highlight(bool highlighted);
+    /// Whether the item is under the pointer or the keys.
     bool IsSelected() const { return fIsSelected; }
+    /// Where the content's left top lies, in the menu's coordinates.
     BPoint ContentLocation() const;
 
     // BInvoker
@@ -95,6 +104,7 @@ private:
 class BSeparatorItem : public BMenuItem
 {
 public:
+    /// Makes a line; it is never enabled.
     BSeparatorItem();
 
     /// Does nothing: a separator is never enabled.

@@ -12,6 +12,7 @@
 class BRect
 {
 public:
+    /// Not valid; or of four sides, or of two corners.
     constexpr BRect() = default;
     constexpr BRect(float l, float t, float r, float b) : left(l), top(t), right(r), bottom(b) {}
     constexpr BRect(BPoint leftTop, BPoint rightBottom)
@@ -19,6 +20,7 @@ public:
     {
     }
 
+    /// Sets all four sides.
     void Set(float l, float t, float r, float b)
     {
         left = l;
@@ -27,10 +29,12 @@ public:
         bottom = b;
     }
 
+    /// The corners.
     constexpr BPoint LeftTop() const { return BPoint(left, top); }
     constexpr BPoint RightTop() const { return BPoint(right, top); }
     constexpr BPoint LeftBottom() const { return BPoint(left, bottom); }
     constexpr BPoint RightBottom() const { return BPoint(right, bottom); }
+    /// Moves a corner; the two sides that meet there go along, the others stay.
     void SetLeftTop(BPoint point)
     {
         left = point.x;
@@ -61,6 +65,7 @@ public:
         bottom -= dy;
     }
     void InsetBy(BPoint distance) { InsetBy(distance.x, distance.y); }
+    /// Moves all sides by a distance; the size stays.
     void OffsetBy(float dx, float dy)
     {
         left += dx;
@@ -73,12 +78,14 @@ public:
     void OffsetTo(float x, float y) { OffsetBy(x - left, y - top); }
     void OffsetTo(BPoint point) { OffsetTo(point.x, point.y); }
 
+    /// A copy with its sides moved inwards.
     BRect InsetByCopy(float dx, float dy) const
     {
         BRect copy(*this);
         copy.InsetBy(dx, dy);
         return copy;
     }
+    /// A copy moved by a distance, or to a place.
     BRect OffsetByCopy(float dx, float dy) const
     {
         BRect copy(*this);
@@ -98,10 +105,13 @@ public:
     constexpr float Width() const { return right - left; }
     /// The distance between the outermost pixel rows: one less than the rows covered.
     constexpr float Height() const { return bottom - top; }
+    /// Width and height, rounded up.
     constexpr int32 IntegerWidth() const { return RoundUp(right - left); }
     constexpr int32 IntegerHeight() const { return RoundUp(bottom - top); }
+    /// Whether it covers anything: a pixel at least.
     constexpr bool IsValid() const { return left <= right && top <= bottom; }
 
+    /// Whether a point, or a whole rectangle, lies inside; the sides do.
     constexpr bool Contains(BPoint point) const
     {
         return point.x >= left && point.x <= right && point.y >= top && point.y <= bottom;
@@ -130,8 +140,10 @@ public:
         return BRect(std::min(left, other.left), std::min(top, other.top),
                      std::max(right, other.right), std::max(bottom, other.bottom));
     }
+    /// Whether all four sides are the same.
     constexpr bool operator==(const BRect& other) const = default;
 
+    /// The sides.
     float left = 0;
     float top = 0;
     float right = -1;

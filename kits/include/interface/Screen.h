@@ -17,19 +17,21 @@ public:
 
     /// Whether there is such a screen, now.
     bool IsValid() const;
+    /// The screen's number.
     screen_id ID() const;
     /// The whole screen, in units: right and bottom are one less than its size.
     BRect Frame() const;
-    /// Kit extension. What panels leave of the screen.
+    /// An extension of the platform. What panels leave of the screen.
     BRect AvailableFrame() const;
+    /// How pixels of the screen are stored: B_RGB32; B_NO_COLOR_SPACE without a screen.
     color_space ColorSpace() const;
     /// Lends the system's colour map, which never changes.
     const color_map* ColorMap() const;
     /// The entry of the colour map nearest to the colour; the transparent entry when alpha is 0.
     uint8 IndexForColor(rgb_color color) const;
     uint8 IndexForColor(uint8 red, uint8 green, uint8 blue, uint8 alpha = 255) const;
+    /// The colour of an entry of the colour map.
     rgb_color ColorForIndex(uint8 index) const;
-    uint8 InvertIndex(uint8 index) const;
 
 private:
     screen_id fId;

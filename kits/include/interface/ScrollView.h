@@ -10,6 +10,8 @@
 class BScrollView : public BView
 {
 public:
+    /// Lies around `target` (null: none yet), which it adopts as a child, with the bars that are
+    /// asked for.
     BScrollView(const char* name, BView* target, uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP,
                 uint32 flags = 0, bool horizontal = false, bool vertical = false,
                 border_style border = B_FANCY_BORDER);

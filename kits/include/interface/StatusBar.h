@@ -13,9 +13,11 @@
 class BStatusBar : public BView
 {
 public:
+    /// Makes an empty bar; null labels are empty.
     BStatusBar(BRect frame, const char* name, const char* label = nullptr,
                const char* trailingLabel = nullptr);
 
+    /// Sets the colour of the filled part.
     void SetBarColor(rgb_color color);
     /// Sets the height of the bar alone. At the start: 16.
     void SetBarHeight(float height);
@@ -33,12 +35,16 @@ public:
     /// Empties the bar: value 0, texts empty, maximum 100; the labels are replaced (null: none).
     virtual void Reset(const char* label = nullptr, const char* trailingLabel = nullptr);
 
+    /// How far the bar is, of MaxValue().
     float CurrentValue() const { return static_cast<float>(fValue); }
     float MaxValue() const { return static_cast<float>(fMax); }
+    /// The colour of the filled part, and the height of the bar alone.
     rgb_color BarColor() const { return fBarColor; }
     float BarHeight() const { return fBarHeight; }
+    /// Lends the texts beside the labels, until they change.
     const char* Text() const { return fText.c_str(); }
     const char* TrailingText() const { return fTrailingText.c_str(); }
+    /// Lends the labels, until they change.
     const char* Label() const { return fLabel.c_str(); }
     const char* TrailingLabel() const { return fTrailingLabel.c_str(); }
 

@@ -8,6 +8,7 @@
 class BStringView : public BView
 {
 public:
+    /// Copies the text; null counts as empty.
     BStringView(BRect frame, const char* name, const char* text,
                 uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP, uint32 flags = B_WILL_DRAW);
 
@@ -17,7 +18,7 @@ public:
     void SetAlignment(alignment flag);
     alignment Alignment() const { return fAlignment; }
     /// Shortens text that is wider than the view: B_TRUNCATE_MIDDLE for paths, B_TRUNCATE_END.
-    /// An addition of this library; by default the text is cut off at the edge.
+    /// By default the text is cut off at the edge. An extension of the platform.
     void SetTruncation(uint32 mode);
 
     // BView

@@ -18,6 +18,8 @@ class FieldTextView;
 class BTextControl : public BControl
 {
 public:
+    /// Makes a field; the left half is the label's, nothing without a label. Ownership: adopts
+    /// `message`, which may be null.
     BTextControl(BRect frame, const char* name, const char* label, const char* initialText,
                  BMessage* message, uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP,
                  uint32 flags = B_WILL_DRAW | B_NAVIGABLE);
@@ -25,18 +27,22 @@ public:
 
     /// Replaces the text; sends nothing.
     virtual void SetText(const char* text);
-    /// Ownership: lends, until the text changes.
+    /// Lends the text, until it changes.
     const char* Text() const;
+    /// The text's length in bytes.
     int32 TextLength() const;
-    /// Ownership: lends, while the control lives.
+    /// Lends the view inside that shows and edits the text, while the control lives.
     BTextView* TextView() const;
-    /// Ownership: adopts; null for none.
+    /// Sets the message sent at each change a person makes. Ownership: adopts; null for none.
     virtual void SetModificationMessage(BMessage* message);
+    /// Lends that message; null for none.
     BMessage* ModificationMessage() const { return fModification.get(); }
+    /// Sets where label and text stand in their parts of the control; a null argument is not told.
     virtual void SetAlignment(alignment labelAlignment, alignment textAlignment);
     void GetAlignment(alignment* labelAlignment, alignment* textAlignment) const;
     /// Where the field begins, from the control's left edge.
     virtual void SetDivider(float divider);
+    /// Where the field begins.
     float Divider() const { return fDivider; }
 
     // BControl

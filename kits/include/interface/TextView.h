@@ -13,26 +13,27 @@ struct TextViewState;
 
 /// What Undo() would take back, for a menu item's label.
 enum undo_state {
-    B_UNDO_UNAVAILABLE,
-    B_UNDO_TYPING,
-    B_UNDO_CUT,
-    B_UNDO_PASTE,
-    B_UNDO_CLEAR,
-    B_UNDO_DROP,
+    B_UNDO_UNAVAILABLE, // nothing
+    B_UNDO_TYPING,      // what was typed
+    B_UNDO_CUT,         // what was cut
+    B_UNDO_PASTE,       // what was pasted
+    B_UNDO_CLEAR,       // what Clear() took away
+    B_UNDO_DROP,        // what was dropped
 };
 
 /// Part of a text drawn in one font and colour. Here all of a text has those of its first run.
 struct text_run
 {
-    int32 offset;
-    BFont font;
-    rgb_color color;
+    int32 offset;    // of its first byte
+    BFont font;      // what it is set in
+    rgb_color color; // what it is drawn in
 };
 
+/// Runs in the order of their offsets.
 struct text_run_array
 {
-    int32 count;
-    text_run runs[1];
+    int32 count;      // of `runs`
+    text_run runs[1]; // as many as `count` says
 };
 
 /// Shows text and lets a person edit it: caret, selection, clipboard, undo, input methods.
@@ -86,33 +87,43 @@ public:
     void Insert(const char* text, const text_run_array* runs = nullptr);
     void Insert(const char* text, int32 length, const text_run_array* runs = nullptr);
     void Insert(int32 offset, const char* text, int32 length, const text_run_array* runs = nullptr);
-    /// Removes the selection.
+    /// Removes the selection, or the bytes from `start` to `end`; can be undone.
     void Delete();
     void Delete(int32 start, int32 end);
-    /// Ownership: lends, until the text changes.
+    /// Lends the text, until it changes; "" when empty.
     const char* Text() const;
+    /// The number of bytes.
     int32 TextLength() const;
-    /// Copies bytes and ends them with a NUL: `buffer` has room for `length` + 1.
+    /// Copies bytes and ends them with a NUL: `buffer` has room for `length` + 1. Fewer at the end.
     void GetText(int32 offset, int32 length, char* buffer) const;
+    /// The byte at an offset, 0 outside the text.
     uint8 ByteAt(int32 offset) const;
 
     // Clipboard and undo
 
+    /// Moves the selection to the clipboard, copies it there, or puts what the clipboard holds in
+    /// its place. Cut() and Paste() do nothing where the text is not editable, Copy() where it is
+    /// not selectable.
     virtual void Cut(BClipboard* clipboard);
     virtual void Copy(BClipboard* clipboard);
     virtual void Paste(BClipboard* clipboard);
-    /// Removes the selection, as Delete() does; can be undone.
+    /// Removes the selection of an editable text; can be undone.
     void Clear();
     /// Whether the view takes text that is pasted now: it is editable and there is some.
     virtual bool AcceptsPaste(BClipboard* clipboard);
+    /// Whether the view takes that message: it is editable, and there is text in it.
     virtual bool AcceptsDrop(const BMessage* message);
     /// Takes back the last step: a word typed, a run of deletions, a paste.
     virtual void Undo(BClipboard* clipboard = nullptr);
-    /// Does again what Undo() took back. An addition of this library, as the next two are.
+    /// Does again what Undo() took back; whether there is something to take back or do again. An
+    /// extension of the platform.
     virtual void Redo();
     bool CanUndo() const;
     bool CanRedo() const;
+    /// What Undo() would take back; `isRedo` (may be null) tells whether the last change was an
+    /// Undo().
     virtual undo_state UndoState(bool* isRedo) const;
+    /// Sets whether steps are kept; those kept so far are forgotten when not.
     void SetDoesUndo(bool undo);
     bool DoesUndo() const;
 
@@ -120,16 +131,21 @@ public:
 
     /// Selects from `start` to `end`; the caret, where both are the same, is at `end`.
     virtual void Select(int32 start, int32 end);
+    /// Selects all of the text.
     void SelectAll();
+    /// Tells the selection; both are the caret's place when it is empty. Null is left out.
     void GetSelection(int32* start, int32* end) const;
     /// Finds the word at an offset.
     virtual void FindWord(int32 offset, int32* from, int32* to);
 
     // Places
 
+    /// The number of lines, at least 1; and the one that the caret is on.
     int32 CountLines() const;
     int32 CurrentLine() const;
+    /// Puts the caret to the beginning of a line, the nearest there is, and scrolls it into sight.
     void GoToLine(int32 line);
+    /// The line that holds a byte or lies at a point's height, the nearest there is.
     int32 LineAt(int32 offset) const;
     int32 LineAt(BPoint point) const;
     /// The left top of the character at an offset, and its line's height.
@@ -138,11 +154,14 @@ public:
     int32 OffsetAt(BPoint point) const;
     /// The offset at which a line begins; that of the text's end for a line behind the last.
     int32 OffsetAt(int32 line) const;
+    /// How far a line's text reaches, and how high each line is; 0 for the width of none.
     float LineWidth(int32 line = 0) const;
     float LineHeight(int32 line = 0) const;
     /// The height of the lines from `startLine` to `endLine`, both included.
     float TextHeight(int32 startLine, int32 endLine) const;
+    /// Makes `region` what the bytes from `start` to `end` cover, in view coordinates.
     void GetTextRegion(int32 start, int32 end, BRegion* region) const;
+    /// Scrolls a byte, or the selection's moving end, into sight, as little as needed.
     virtual void ScrollToOffset(int32 offset);
     void ScrollToSelection();
 
@@ -150,30 +169,39 @@ public:
 
     /// Where the text is set; its height follows the text.
     void SetTextRect(BRect rect);
+    /// That place, as high as the text.
     BRect TextRect() const;
     /// Sets what the text is drawn with; null keeps it.
     void SetFontAndColor(const BFont* font, uint32 mode = B_FONT_ALL,
                          const rgb_color* color = nullptr);
+    /// Tells them; null is left out. `mode` gets B_FONT_ALL, since all of the text has the same.
     void GetFontAndColor(BFont* font, uint32* mode, rgb_color* color = nullptr) const;
+    /// Sets the distance between tab stops, in view units.
     void SetTabWidth(float width);
     float TabWidth() const;
+    /// Sets whether lines end at the text rectangle's right edge; they end at line breaks alone
+    /// unless set.
     void SetWordWrap(bool wrap);
     bool DoesWordWrap() const;
     /// B_ALIGN_LEFT sets right-to-left text at the right edge, where it begins.
     void SetAlignment(alignment flag);
+    /// What SetAlignment() set.
     alignment Alignment() const;
 
     // Manners
 
+    /// Sets whether a person can select and copy; true at first.
     void MakeSelectable(bool selectable = true);
     bool IsSelectable() const;
+    /// Sets whether a person can change the text; true at first.
     void MakeEditable(bool editable = true);
     bool IsEditable() const;
     /// Limits the text a person enters, in bytes; what does not fit is left out by whole
     /// characters. A longer text stays as it is.
     void SetMaxBytes(int32 max);
+    /// That limit, INT32_MAX when there is none.
     int32 MaxBytes() const;
-    /// A person cannot enter this character; `character` is a code point.
+    /// Keeps a person from entering a character, a code point; AllowChar() lets it in again.
     void DisallowChar(uint32 character);
     void AllowChar(uint32 character);
     /// Shows a bullet for every character, as for a password. What is hidden is not cut, not
@@ -182,11 +210,12 @@ public:
     void HideTyping(bool enabled);
     /// Whether the text is hidden.
     bool IsTypingHidden() const;
+    /// Sets whether Enter begins the new line with the blanks of the one above; false at first.
     void SetAutoindent(bool indents);
     bool DoesAutoindent() const;
     /// Makes all of the text one line: line breaks and tabs are shown as signs, and those that are
-    /// entered or pasted become blanks. No more than 64 KiB are entered. An addition of this
-    /// library.
+    /// entered or pasted become blanks. No more than 64 KiB are entered. An extension of the
+    /// platform.
     void SetSingleLine(bool isSingle);
     bool IsSingleLine() const;
 

@@ -10,6 +10,7 @@
 /// An extension of the platform. Plain values.
 struct BViewDescription
 {
+    /// What kind of thing it is.
     enum class Role : uint8 {
         kWindow,
         kPane,
@@ -29,6 +30,7 @@ struct BViewDescription
         kMenu,
         kMenuItem,
     };
+    /// What holds of it, as bits.
     enum State : uint32 {
         kFocusable = 1 << 0,
         kFocused = 1 << 1,
@@ -43,17 +45,17 @@ struct BViewDescription
     struct Part
     {
         const void* thing = nullptr; // tells it from others while it lives; only compared
-        Role role = Role::kListItem;
-        uint32 states = 0;
-        BRect frame; // view units
-        std::string name;
+        Role role = Role::kListItem; // what kind of thing it is
+        uint32 states = 0;           // of State
+        BRect frame;                 // view units
+        std::string name;            // what it is called
     };
 
-    bool wantsParts = true; // asked by the caller: without it `parts` may stay empty
-    Role role = Role::kPane;
-    uint32 states = 0; // of State
-    std::string name;
-    std::string value;
+    bool wantsParts = true;  // asked by the caller: without it `parts` may stay empty
+    Role role = Role::kPane; // what kind of thing the view is
+    uint32 states = 0;       // of State
+    std::string name;        // what it is called: its label
+    std::string value;       // what it holds, as text
     int32 rowCount = 0;      // of lists and tables: all rows
     std::vector<Part> parts; // those in sight only, in their order
 };
@@ -62,11 +64,11 @@ struct BViewDescription
 /// An extension of the platform. Plain values.
 struct BInputDescription
 {
-    bool isTextField = false;
-    bool hidesText = false; // nothing is suggested, learned or told of it
-    int32 resets = 0;       // another number makes the input method begin anew
-    BRect caret;            // view units
-    std::string surroundingText;
-    int32 caretOffset = 0;  // bytes into surroundingText
-    int32 anchorOffset = 0; // bytes into surroundingText
+    bool isTextField = false;    // whether it takes text now
+    bool hidesText = false;      // nothing is suggested, learned or told of it
+    int32 resets = 0;            // another number makes the input method begin anew
+    BRect caret;                 // view units
+    std::string surroundingText; // what stands around the caret
+    int32 caretOffset = 0;       // bytes into surroundingText
+    int32 anchorOffset = 0;      // bytes into surroundingText
 };

@@ -148,8 +148,6 @@ public:
     status_t SetType(window_type type);
     /// The type with the window's look and feel; B_UNTYPED_WINDOW for none.
     window_type Type() const;
-    /// The workspaces that the window is in: always the current one.
-    uint32 Workspaces() const { return B_CURRENT_WORKSPACE; }
 
     // Views
 
@@ -205,12 +203,6 @@ public:
     void Flush() const;
     /// Paints what is invalid and brings it to the screen.
     void Sync() const;
-    /// Marks the begin of drawing that belongs together: that of one thread appears at once anyway.
-    void BeginViewTransaction();
-    /// Marks the end of it.
-    void EndViewTransaction();
-    /// Whether it is between the two.
-    bool InViewTransaction() const;
 
     // Extensions of the platform
 
@@ -230,6 +222,7 @@ public:
     void SetTakesKeys(bool takesKeys);
 
 protected:
+    // BLooper
     void QueueEmpty() override;
     bigtime_t NextWakeUp() override;
     BHandler* TargetOf(BMessage* message, BHandler* target) override;

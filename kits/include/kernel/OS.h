@@ -4,6 +4,7 @@
 
 /// Threads and time.
 
+/// Names a thread, and a process; negative values are errors.
 using thread_id = int32;
 using team_id = int32;
 
@@ -15,15 +16,15 @@ constexpr size_t B_OS_NAME_LENGTH = 32;
 
 /// How urgent a thread is. Below B_NORMAL_PRIORITY it gets the less of the processor the lower it
 /// is; above, it counts as normal: the system decides.
-constexpr int32 B_IDLE_PRIORITY = 0;
-constexpr int32 B_LOWEST_ACTIVE_PRIORITY = 1;
-constexpr int32 B_LOW_PRIORITY = 5;
-constexpr int32 B_NORMAL_PRIORITY = 10;
-constexpr int32 B_DISPLAY_PRIORITY = 15;
-constexpr int32 B_URGENT_DISPLAY_PRIORITY = 20;
-constexpr int32 B_REAL_TIME_DISPLAY_PRIORITY = 100;
-constexpr int32 B_URGENT_PRIORITY = 110;
-constexpr int32 B_REAL_TIME_PRIORITY = 120;
+constexpr int32 B_IDLE_PRIORITY = 0;                // only when nothing else wants to run
+constexpr int32 B_LOWEST_ACTIVE_PRIORITY = 1;       // the least that still gets its share
+constexpr int32 B_LOW_PRIORITY = 5;                 // work that nobody waits for
+constexpr int32 B_NORMAL_PRIORITY = 10;             // as any program
+constexpr int32 B_DISPLAY_PRIORITY = 15;            // what a person sees
+constexpr int32 B_URGENT_DISPLAY_PRIORITY = 20;     // what a person sees at once
+constexpr int32 B_REAL_TIME_DISPLAY_PRIORITY = 100; // drawing that may not stutter
+constexpr int32 B_URGENT_PRIORITY = 110;            // sound and the like
+constexpr int32 B_REAL_TIME_PRIORITY = 120;         // devices that cannot wait
 
 /// What a thread is doing, as far as this system tells.
 enum thread_state {
@@ -38,11 +39,11 @@ enum thread_state {
 /// What get_thread_info() tells.
 struct thread_info
 {
-    thread_id thread;
-    team_id team; // the process
-    char name[B_OS_NAME_LENGTH];
-    thread_state state;
-    int32 priority;
+    thread_id thread;            // its number
+    team_id team;                // the process
+    char name[B_OS_NAME_LENGTH]; // closed by a zero
+    thread_state state;          // at the moment of asking
+    int32 priority;              // as given to spawn_thread()
 };
 
 /// Makes a thread that will call `function` with `data`; resume_thread() or wait_for_thread()
@@ -65,9 +66,9 @@ status_t wait_for_thread(thread_id thread, status_t* returnValue);
 /// Errors: B_NAME_NOT_FOUND.
 thread_id find_thread(const char* name);
 
-/// Errors: B_BAD_THREAD_ID.
+/// Gives a thread another name, cut as by spawn_thread(). Errors: B_BAD_THREAD_ID.
 status_t rename_thread(thread_id thread, const char* name);
-/// Errors: B_BAD_THREAD_ID; B_BAD_VALUE without `info`.
+/// Tells what is known of a thread. Errors: B_BAD_THREAD_ID; B_BAD_VALUE without `info`.
 status_t get_thread_info(thread_id thread, thread_info* info);
 
 /// Microseconds since the machine started; never goes back.

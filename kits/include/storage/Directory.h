@@ -22,40 +22,49 @@ class FolderListing;
 class BDirectory : public BNode, public BEntryList
 {
 public:
+    /// Holds no folder, or opens one as SetTo() does; InitCheck() tells what became of it.
     BDirectory();
     explicit BDirectory(const entry_ref* ref);
-    /// A folder known to the kit: one that was opened, or asked for its node_ref.
+    /// Opens a folder known to the kit: one that was opened, or asked for its node_ref.
     explicit BDirectory(const node_ref* ref);
     explicit BDirectory(const BEntry* entry);
     explicit BDirectory(const char* path);
+    /// Opens the folder at `path` from `directory`.
     BDirectory(const BDirectory* directory, const char* path);
+    /// Opens the same folder again; the copy's listing begins anew.
     BDirectory(const BDirectory& other);
     BDirectory& operator=(const BDirectory& other);
     ~BDirectory() override;
 
-    /// Links are followed. Errors: B_ENTRY_NOT_FOUND, B_NOT_A_DIRECTORY, B_PERMISSION_DENIED,
-    /// B_LINK_LIMIT ...
+    /// Opens a folder, following links. Errors: B_BAD_VALUE for null, B_ENTRY_NOT_FOUND,
+    /// B_NOT_A_DIRECTORY, B_PERMISSION_DENIED, B_LINK_LIMIT ...
     status_t SetTo(const entry_ref* ref);
     status_t SetTo(const node_ref* ref);
     status_t SetTo(const BEntry* entry);
     status_t SetTo(const char* path);
+    /// Opens the folder at `path` from `directory`, which may be this object.
     status_t SetTo(const BDirectory* directory, const char* path);
-    /// Kit extension: opens the child folder `name` itself: a link, even to a folder, is
-    /// B_NOT_A_DIRECTORY.
+    /// An extension of the platform: opens the child folder `name` itself: a link, even to a
+    /// folder, is B_NOT_A_DIRECTORY.
     status_t SetToChild(const BDirectory& parent, const char* name);
+    /// Lets the folder go.
     void Unset() override;
 
-    /// The folder itself as an entry.
+    /// The folder itself as an entry. Errors: B_NO_INIT, B_BAD_VALUE for null; those of finding its
+    /// name.
     status_t GetEntry(BEntry* entry) const;
+    /// Whether it is the top of a volume, or of the whole tree.
     bool IsRootDirectory() const;
 
+    /// Finds the entry at `path`, which must exist; a link at its end is followed with `traverse`.
     /// Errors: B_ENTRY_NOT_FOUND when there is no such entry; `entry` is unset then.
     status_t FindEntry(const char* path, BEntry* entry, bool traverse = false) const;
     /// Whether the entry at `path`, or `entry`, is inside this folder, at any depth, and is of one
     /// of the kinds.
     bool Contains(const char* path, uint32 nodeFlags = B_ANY_NODE) const;
     bool Contains(const BEntry* entry, uint32 nodeFlags = B_ANY_NODE) const;
-    /// Kit extension: GetStat of the entry `name` of this folder, itself, in one call.
+    /// An extension of the platform: GetStat of the entry `name` of this folder, itself, in one
+    /// call.
     status_t GetStatFor(const char* name, struct stat* st) const;
 
     // BEntryList
@@ -65,12 +74,13 @@ public:
     status_t Rewind() override;
     /// Reads the folder anew; the place in the listing stays.
     int32 CountEntries() override;
-    /// Kit extension: the next name and what the listing calls it: one of the B_..._NODE, 0 when it
-    /// is none of them or the file system says nothing. Ownership: lent until the next call that
-    /// reads the folder.
+    /// An extension of the platform: the next name and what the listing calls it: one of the
+    /// B_..._NODE, 0 when it is none of them or the file system says nothing. Ownership: lent until
+    /// the next call that reads the folder.
     status_t GetNextName(const char** name, uint32* kind = nullptr);
 
-    /// Makes a folder (mode 0777 & ~umask). `directory` may be null.
+    /// Makes a folder (mode 0777 & ~umask). `directory` may be null. Errors: B_FILE_EXISTS,
+    /// B_ENTRY_NOT_FOUND without the folder above ...
     status_t CreateDirectory(const char* path, BDirectory* directory);
     /// Makes an empty file (mode 0666 & ~umask), open for reading and writing. Without
     /// `failIfExists` an existing file is emptied. `file` may be null.
@@ -78,12 +88,13 @@ public:
     /// Makes a link named `path` whose text is `linkToPath`. `link` may be null.
     status_t CreateSymLink(const char* path, const char* linkToPath, BSymLink* link);
 
-    /// Kit extension: makes the new file `name` with (mode & ~umask); B_FILE_EXISTS when there is
-    /// anything of that name. From its first moment it is open to nobody whom `mode` leaves out.
+    /// An extension of the platform: makes the new file `name` with (mode & ~umask); B_FILE_EXISTS
+    /// when there is anything of that name. From its first moment it is open to nobody whom `mode`
+    /// leaves out.
     status_t CreateNewFile(const char* name, mode_t mode, BFile* file);
-    /// Kit extension: makes the new folder `name` with (mode & ~umask) and the owner's rwx for the
-    /// time it is being filled. Afterwards `GetPermissions(&p); SetPermissions(p & mode)` brings it
-    /// to (mode & ~umask).
+    /// An extension of the platform: makes the new folder `name` with (mode & ~umask) and the
+    /// owner's rwx for the time it is being filled. Afterwards `GetPermissions(&p);
+    /// SetPermissions(p & mode)` brings it to (mode & ~umask).
     status_t CreateNewDirectory(const char* name, mode_t mode, BDirectory* directory);
 
 private:

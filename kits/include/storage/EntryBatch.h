@@ -8,8 +8,8 @@ class BDirectory;
 class BMessenger;
 struct entry_ref;
 
-/// Reads a whole folder with the stat records of its entries, as a file list needs it. Kit
-/// extension.
+/// Reads a whole folder with the stat records of its entries, as a file list needs it. An extension
+/// of the platform.
 ///
 /// One pass of the listing, one stat per entry in the order in which the folder yields them (large
 /// folders with a second thread), one sort. Use: SetTo(); StatNext() until it says false, doing
@@ -22,18 +22,19 @@ public:
     {
         const char* name = nullptr; // lent until the batch changes
         status_t status =
-            B_OK; // of the stat; B_ENTRY_NOT_FOUND when it went meanwhile. Then 0 below.
-        mode_t mode = 0;
-        uid_t owner = 0;
-        gid_t group = 0;
-        ino_t node = 0;
-        dev_t device = 0;
-        off_t size = 0; // bytes
-        time_t modified = 0;
-        uint32 modifiedNanoseconds = 0;
-        uint8 kind = 0; // DT_ value of the listing
+            B_OK;            // of the stat; B_ENTRY_NOT_FOUND when it went meanwhile. Then 0 below.
+        mode_t mode = 0;     // kind and permissions
+        uid_t owner = 0;     // the user's number
+        gid_t group = 0;     // the group's number
+        ino_t node = 0;      // with the device, names the node
+        dev_t device = 0;    // differs from the folder's at a mount point
+        off_t size = 0;      // bytes
+        time_t modified = 0; // seconds since 1970
+        uint32 modifiedNanoseconds = 0; // and the part of a second
+        uint8 kind = 0;                 // DT_ value of the listing
     };
 
+    /// Holds nothing.
     BEntryBatch();
     ~BEntryBatch();
     BEntryBatch(const BEntryBatch&) = delete;
@@ -46,6 +47,7 @@ public:
     /// reading. `watchStatus` takes the watch's status; the names are read also without a watch.
     status_t SetTo(const BDirectory& directory, uint32 watchFlags, const BMessenger& target,
                    status_t* watchStatus);
+    /// How many entries the folder has; 0 before SetTo().
     int32 CountItems() const;
     /// Reads the records of some hundred more entries; false when all are there.
     bool StatNext();
@@ -54,8 +56,10 @@ public:
     /// Brings the items into byte order of their names; before, their order is unspecified. All
     /// records have been read by then.
     void Sort();
+    /// The item at `index`, which must exist. Ownership: lent until the batch changes.
     const Item& ItemAt(int32 index) const;
-    /// The ref of an item, which holds the folder.
+    /// The ref of an item, which holds the folder. Errors: B_BAD_INDEX, B_BAD_VALUE for null,
+    /// B_NO_MEMORY.
     status_t GetRef(int32 index, entry_ref* ref) const;
 
 private:

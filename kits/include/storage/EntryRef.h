@@ -15,7 +15,7 @@ namespace kits {
 /// What a known folder's holders share: a count, and who to tell when the last one lets go.
 struct FolderCount
 {
-    std::atomic<int32> holders{0};
+    std::atomic<int32> holders{0}; // how many FolderHolds there are
     /// Takes the last holder away, under the lock of the table that owns the folder.
     void (*releaseLast)(FolderCount*) = nullptr;
 };
@@ -26,9 +26,11 @@ struct FolderCount
 class FolderHold
 {
 public:
+    /// Holds no folder.
     FolderHold() = default;
     /// Adopts a count that the table has already taken for this holder.
     explicit FolderHold(FolderCount* adopted) : fFolder(adopted) {}
+    /// Holds the same folder once more, or takes the hold over.
     FolderHold(const FolderHold& other) : fFolder(other.fFolder)
     {
         if (fFolder != nullptr) {
@@ -36,6 +38,7 @@ public:
         }
     }
     FolderHold(FolderHold&& other) noexcept : fFolder(other.fFolder) { other.fFolder = nullptr; }
+    /// Lets go what was held.
     FolderHold& operator=(FolderHold other) noexcept
     {
         std::swap(fFolder, other.fFolder);
@@ -43,6 +46,7 @@ public:
     }
     ~FolderHold() { Release(); }
 
+    /// What is held; null for none.
     FolderCount* Get() const { return fFolder; }
     explicit operator bool() const { return fFolder != nullptr; }
 
@@ -74,21 +78,26 @@ private:
 /// BEntry or a BDirectory. Names are bytes: anything but '/' and zero.
 struct entry_ref
 {
+    /// Names nothing.
     entry_ref() = default;
+    /// Names `name`, which is copied and may be null, in a folder.
     entry_ref(dev_t dev, ino_t dir, const char* name);
+    /// Copies the name, which is null when memory runs out, and holds the same folder.
     entry_ref(const entry_ref& other);
     entry_ref(entry_ref&& other) noexcept;
+    /// As the constructors; the former name is freed.
     entry_ref& operator=(entry_ref other) noexcept;
     ~entry_ref();
 
     /// Copies `name`; null unsets it. Errors: B_NO_MEMORY.
     status_t set_name(const char* name);
 
+    /// Whether folder and name are the same, byte for byte.
     bool operator==(const entry_ref& other) const;
     bool operator!=(const entry_ref& other) const { return !(*this == other); }
 
-    dev_t device = 0;
-    ino_t directory = 0;
+    dev_t device = 0;     // of the folder
+    ino_t directory = 0;  // the folder's node
     char* name = nullptr; // owned
 
 private:

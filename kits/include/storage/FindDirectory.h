@@ -7,14 +7,14 @@ class BVolume;
 
 /// The folders that find_directory() knows.
 enum directory_which {
-    B_DESKTOP_DIRECTORY = 0,
-    B_TRASH_DIRECTORY = 1,
+    B_DESKTOP_DIRECTORY = 0, // what lies on the desktop
+    B_TRASH_DIRECTORY = 1,   // what was thrown away on a volume
 
-    B_BEOS_ADDONS_DIRECTORY = 1002,
+    B_BEOS_ADDONS_DIRECTORY = 1002, // beside the program's own file
 
-    B_USER_DIRECTORY = 3000,
-    B_USER_ADDONS_DIRECTORY = 3002,
-    B_USER_SETTINGS_DIRECTORY = 3006,
+    B_USER_DIRECTORY = 3000,          // the home folder
+    B_USER_ADDONS_DIRECTORY = 3002,   // the user's own add-ons
+    B_USER_SETTINGS_DIRECTORY = 3006, // where programs keep settings
 };
 
 /// Finds one of the folders of the system or the user. The user's settings folder and home Trash

@@ -17,6 +17,7 @@ enum app_verb {
     B_OPEN,
 };
 
+/// The types of programs, of files that say nothing of themselves, of folders and of links.
 constexpr const char* B_APP_MIME_TYPE = "application/x-executable";
 constexpr const char* B_FILE_MIME_TYPE = "application/octet-stream";
 constexpr const char* B_DIRECTORY_MIME_TYPE = "inode/directory";
@@ -28,18 +29,24 @@ constexpr const char* B_SYMLINK_MIME_TYPE = "inode/symlink";
 class BMimeType
 {
 public:
+    /// Names no type, or `type` as SetTo() does.
     BMimeType() = default;
     explicit BMimeType(const char* type);
 
     /// Errors: B_BAD_VALUE when `type` is no valid type; the object is unset then.
     status_t SetTo(const char* type);
+    /// Names no type from now on.
     void Unset();
+    /// Errors: B_NO_INIT, or what SetTo() said.
     status_t InitCheck() const { return fStatus; }
 
     /// The text, or null when unset.
     const char* Type() const;
+    /// Whether it names a type.
     bool IsValid() const { return fStatus == B_OK; }
+    /// Whether it names a family: a type without a slash.
     bool IsSupertypeOnly() const;
+    /// Tells the family of a type. Errors: B_BAD_VALUE for null, for a family and when unset.
     status_t GetSupertype(BMimeType* supertype) const;
     /// Equal without regard to case.
     bool operator==(const BMimeType& other) const;
@@ -58,7 +65,7 @@ public:
     /// The type by name and, where the name says nothing, by content. Folders and links have types
     /// of their own; a FIFO, socket or device is not opened.
     static status_t GuessMimeType(const entry_ref* ref, BMimeType* type);
-    /// The type by the name alone.
+    /// The type by the name alone, or by the first bytes of its content.
     static status_t GuessMimeType(const char* fileName, BMimeType* type);
     static status_t GuessMimeType(const void* buffer, int32 length, BMimeType* type);
 

@@ -15,8 +15,8 @@ struct entry_ref;
 /// What GetAttrInfo() tells of an attribute.
 struct attr_info
 {
-    type_code type = 0;
-    off_t size = 0; // bytes
+    type_code type = 0; // as it was written
+    off_t size = 0;     // bytes
 };
 
 /// An open node: holds on to a file, folder or link whatever happens to its name, and to its
@@ -28,10 +28,12 @@ struct attr_info
 class BNode : public BStatable
 {
 public:
+    /// Holds no node, or opens one as SetTo() does; InitCheck() tells what became of it.
     BNode();
     explicit BNode(const entry_ref* ref);
     explicit BNode(const BEntry* entry);
     explicit BNode(const char* path);
+    /// Opens the node at `path` from `directory`.
     BNode(const BDirectory* directory, const char* path);
     /// The copy holds the node by a descriptor of its own.
     BNode(const BNode& other);
@@ -40,10 +42,13 @@ public:
 
     /// Errors: B_NO_INIT, or what the last SetTo() said.
     status_t InitCheck() const { return fStatus; }
+    /// Opens a node. Errors: B_BAD_VALUE for null, B_ENTRY_NOT_FOUND, B_NOT_A_DIRECTORY,
+    /// B_PERMISSION_DENIED ...; no node is held then.
     status_t SetTo(const entry_ref* ref);
     status_t SetTo(const BEntry* entry);
     status_t SetTo(const char* path);
     status_t SetTo(const BDirectory* directory, const char* path);
+    /// Lets the node go.
     virtual void Unset();
 
     // BStatable
@@ -61,19 +66,23 @@ public:
     /// Errors: B_ENTRY_NOT_FOUND. The type is not compared.
     ssize_t ReadAttr(const char* name, type_code type, off_t offset, void* buffer,
                      size_t size) const;
+    /// Removes an attribute. Errors: B_ENTRY_NOT_FOUND when there is none of that name;
+    /// B_UNSUPPORTED.
     status_t RemoveAttr(const char* name);
-    /// Errors: B_ENTRY_NOT_FOUND when there is none of that name.
+    /// Tells type and size of an attribute. Errors: B_ENTRY_NOT_FOUND when there is none of that
+    /// name.
     status_t GetAttrInfo(const char* name, attr_info* info) const;
     /// Names of the attributes in turn, at most B_ATTR_NAME_LENGTH bytes. Errors: B_ENTRY_NOT_FOUND
     /// at the end.
     status_t GetNextAttrName(char* buffer);
+    /// Has GetNextAttrName() begin anew.
     void RewindAttrs();
-    /// How many attributes the node has; one cheap call, 0 also where there are none to be had. Kit
-    /// extension.
+    /// How many attributes the node has; one cheap call, 0 also where there are none to be had. An
+    /// extension of the platform.
     int32 CountAttrs() const;
     /// Takes over every extended attribute of `source` that may be written here, access lists
-    /// included. Kit extension. Errors: that of the first one that could not be taken over; the
-    /// others are there nevertheless.
+    /// included. An extension of the platform. Errors: that of the first one that could not be
+    /// taken over; the others are there nevertheless.
     status_t CopyAttrsFrom(const BNode& source);
 
     /// A new descriptor of the same node for the caller to close, or a status.
@@ -84,11 +93,13 @@ public:
     bool operator!=(const BNode& other) const { return !(*this == other); }
 
 protected:
+    /// Lets the node go; InitCheck() and this call say `status`.
     status_t Fail(status_t status);
     /// Takes `descriptor` over as the open node.
     void Adopt(int descriptor);
     /// Closes the node and tells what the system says to it.
     status_t CloseDescriptor();
+    /// The open node's descriptor, negative when there is none. Ownership: lent.
     int Descriptor() const { return fDescriptor; }
     /// Whatever has to be done before the node is asked about itself: a file writes what it holds
     /// back.

@@ -19,8 +19,9 @@ enum : uint32 {
 /// "opcode" of a B_NODE_MONITOR message.
 enum : int32 {
     B_ENTRY_CREATED = 1, ///< "device", "directory", "node", "name"
-    B_ENTRY_REMOVED =
-        2, ///< the same; "replaced" (bool, true) when another entry was renamed over it
+    /// The same; "replaced" (bool, true) when another entry was renamed over it. That and the
+    /// "name" are extensions of the platform.
+    B_ENTRY_REMOVED = 2,
     /// "device", "node", "name", "from directory", "to directory" (0: not watched, so not known),
     /// "from name" when it is known.
     B_ENTRY_MOVED = 3,

@@ -16,22 +16,25 @@ struct entry_ref;
 class BPath
 {
 public:
+    /// Names nothing.
     BPath() = default;
     /// `path` and, below it, `leaf` (relative, may be null). `normalize` is kept for the callers of
     /// the platform: what needs it is normalised in any case.
     explicit BPath(const char* path, const char* leaf = nullptr, bool normalize = false);
+    /// The path of a folder with `leaf` below it, of an entry, or of a ref.
     BPath(const BDirectory* directory, const char* leaf = nullptr, bool normalize = false);
     explicit BPath(const BEntry* entry);
     explicit BPath(const entry_ref* ref);
 
     /// Errors: B_NO_INIT before a path was set; what the last SetTo() said.
     status_t InitCheck() const { return fStatus; }
-    /// Errors: B_BAD_VALUE for null, an empty path or a `leaf` that is absolute. The path is unset
-    /// then.
+    /// Takes a path. Errors: B_BAD_VALUE for null, an empty path or a `leaf` that is absolute;
+    /// those of finding a folder's path. The path is unset then.
     status_t SetTo(const char* path, const char* leaf = nullptr, bool normalize = false);
     status_t SetTo(const BDirectory* directory, const char* leaf = nullptr, bool normalize = false);
     status_t SetTo(const BEntry* entry);
     status_t SetTo(const entry_ref* ref);
+    /// Names nothing from now on.
     void Unset();
     /// Adds `path`, which is relative, at the end. Errors: B_BAD_VALUE; the path is unset then.
     status_t Append(const char* path, bool normalize = false);

@@ -15,38 +15,44 @@ public:
     /// Reads the whole record. Errors: B_NO_INIT, B_ENTRY_NOT_FOUND ...; `st` is unchanged then.
     virtual status_t GetStat(struct stat* st) const = 0;
 
-    /// False also when the record cannot be read.
+    /// Tells the kind; false also when the record cannot be read.
     bool IsFile() const;
     bool IsDirectory() const;
     bool IsSymLink() const;
 
     /// Device and inode; a folder asked this way becomes known, so that it can be watched and
-    /// referred to.
+    /// referred to. Errors: B_BAD_VALUE for null; those of GetStat().
     status_t GetNodeRef(node_ref* ref) const;
 
+    /// Tells and sets the owner and the group, by number. Errors: B_NOT_ALLOWED where the person
+    /// may not; those of GetStat().
     status_t GetOwner(uid_t* owner) const;
     status_t SetOwner(uid_t owner);
     status_t GetGroup(gid_t* group) const;
     status_t SetGroup(gid_t group);
-    /// The twelve permission bits.
+    /// Tells the twelve permission bits.
     status_t GetPermissions(mode_t* permissions) const;
-    /// Errors: B_UNSUPPORTED for a link, which has none of its own.
+    /// Sets the twelve permission bits. Errors: B_UNSUPPORTED for a link, which has none of its
+    /// own; B_NOT_ALLOWED.
     status_t SetPermissions(mode_t permissions);
-    /// Bytes.
+    /// Tells the size in bytes.
     status_t GetSize(off_t* size) const;
-    /// Seconds since 1970; setting keeps the part below the second at zero.
+    /// Tells and sets the time of the last change, in seconds since 1970; setting keeps the part
+    /// below the second at zero.
     status_t GetModificationTime(time_t* modified) const;
     status_t SetModificationTime(time_t modified);
-    /// The oldest time the file system tells: of the last change of the record where it knows no
-    /// other.
+    /// Tells the earlier of the last changes of contents and record: older times no file system
+    /// tells for certain.
     status_t GetCreationTime(time_t* created) const;
+    /// Tells and sets the time of the last reading, in the same way.
     status_t GetAccessTime(time_t* accessed) const;
     status_t SetAccessTime(time_t accessed);
-    /// Takes the access and modification times of `like` over, to the nanosecond. Kit extension,
-    /// for moves.
+    /// Takes the access and modification times of `like` over, to the nanosecond. An extension of
+    /// the platform, for moves.
     status_t SetTimesLike(const struct stat& like);
 
 protected:
+    /// The parts of a record that SetStat() can set.
     enum : uint32 {
         kSetMode = 1,
         kSetOwner = 2,

@@ -22,7 +22,8 @@ enum : uint32 {
     B_CREATE_FILE = 0x0200,    ///< Makes the file when it is not there.
     B_ERASE_FILE = 0x0400,     ///< Empties the file.
     B_OPEN_AT_END = 0x0800,    ///< The position starts at the end.
-    /// Kit extension: the entry itself; a symbolic link is refused with B_LINK_LIMIT.
+    /// An extension of the platform: the entry itself; a symbolic link is refused with
+    /// B_LINK_LIMIT.
     B_NO_TRAVERSE = 0x10000,
 };
 

@@ -7,7 +7,7 @@
 class BDirectory;
 class BPath;
 
-// The Trash beyond find_directory() and BEntry. All in this header is a kit extension.
+// The Trash beyond find_directory() and BEntry. All in this header is an extension of the platform.
 //
 // What BEntry does by itself: an entry that MoveTo() or Rename() brings into the `files` folder of
 // a Trash gets its record of origin first (B_FILE_EXISTS when the record or the entry is there
@@ -31,6 +31,7 @@ class BPath;
 class BTrashClaim
 {
 public:
+    /// Claims nothing; its end drops what was claimed and not kept.
     BTrashClaim() = default;
     ~BTrashClaim() { Drop(); }
     BTrashClaim(const BTrashClaim&) = delete;

@@ -3,13 +3,14 @@
 #include <StorageDefs.h>
 
 /// What the walks over a whole tree ask and tell: BEntry::RemoveTree() and BEntry::MeasureTree().
-/// Kit extension.
+/// An extension of the platform.
 ///
 /// A walk may use several threads. They call the hooks one at a time, so hooks need no lock against
 /// each other; IsStopped() alone is called by any of them at any time.
 class BTreeHooks
 {
 public:
+    /// The walk has ended by then.
     virtual ~BTreeHooks();
 
     /// True ends the walk; looked at for every entry. Thread: any, at any time.

@@ -13,8 +13,10 @@ struct node_ref;
 class BVolume
 {
 public:
+    /// Names no volume, or the one with that number.
     BVolume() = default;
     explicit BVolume(dev_t device);
+    /// Copies the number.
     BVolume(const BVolume&) = default;
     BVolume& operator=(const BVolume&) = default;
     virtual ~BVolume();
@@ -23,6 +25,7 @@ public:
     status_t InitCheck() const { return fStatus; }
     /// Errors: B_BAD_VALUE when nothing with that number is mounted; the volume is unset then.
     status_t SetTo(dev_t device);
+    /// Names no volume from now on.
     void Unset();
 
     /// The number, 0 when unset.
@@ -50,6 +53,7 @@ public:
     bool IsShared() const;
     /// Whether its nodes can have attributes.
     bool KnowsAttr() const;
+    /// Whether its nodes can store their types: the same.
     bool KnowsMime() const { return KnowsAttr(); }
     /// Always: queries are answered by walking.
     bool KnowsQuery() const { return fStatus == B_OK; }

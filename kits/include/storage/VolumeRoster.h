@@ -14,6 +14,7 @@ class BVolume;
 class BVolumeRoster
 {
 public:
+    /// Its end stops watching.
     BVolumeRoster();
     virtual ~BVolumeRoster();
     BVolumeRoster(const BVolumeRoster&) = delete;
@@ -22,14 +23,16 @@ public:
     /// The next volume, in the order in which they were mounted; the list is read at the first call
     /// and after Rewind(). Errors: B_BAD_VALUE at the end; `volume` is unset then.
     status_t GetNextVolume(BVolume* volume);
+    /// Has GetNextVolume() begin anew.
     void Rewind();
-    /// The volume that holds the home folder.
+    /// The volume that holds the home folder. Errors: B_BAD_VALUE for null; those of looking.
     status_t GetBootVolume(BVolume* volume);
 
     /// Sends B_NODE_MONITOR messages about mounts (B_DEVICE_MOUNTED) and their ends
     /// (B_DEVICE_UNMOUNTED) to `target` until StopWatching() or the roster's end.
     /// Errors: B_BAD_VALUE when there is no such target.
     status_t StartWatching(BMessenger target);
+    /// Ends that.
     void StopWatching();
     /// Who is told; not valid while nobody is.
     BMessenger Messenger() const { return fTarget; }

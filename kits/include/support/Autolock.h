@@ -15,11 +15,13 @@ public:
     {
     }
 
+    /// The same for a lock that is there for certain.
     template<class Lockable>
     explicit BAutolock(Lockable& lockable) : BAutolock(&lockable)
     {
     }
 
+    /// Gives the lock back when it was taken and is still held.
     ~BAutolock()
     {
         if (fIsLocked) {

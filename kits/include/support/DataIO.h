@@ -37,10 +37,12 @@ public:
     /// SEEK_CUR, SEEK_END) and returns the new one.
     /// Errors: B_BAD_VALUE for a place before the start; the position stays.
     virtual off_t Seek(off_t position, uint32 seekMode) = 0;
+    /// The current position: bytes from the start; 0 at first.
     virtual off_t Position() const = 0;
     /// Cuts or extends to `size` bytes. Errors: B_ERROR where that is not possible.
     virtual status_t SetSize(off_t size);
-    /// Tells how many bytes there are; the position stays.
+    /// Tells how many bytes there are; the position stays. Errors: B_ERROR where nobody knows, as
+    /// here.
     virtual status_t GetSize(off_t* size) const;
 };
 
@@ -48,21 +50,28 @@ public:
 class BMallocIO : public BPositionIO
 {
 public:
+    /// Makes it empty, without memory.
     BMallocIO();
     ~BMallocIO() override;
 
+    /// Reads what there is from `position` on; 0 beyond the end. Errors: B_BAD_VALUE for a negative
+    /// position or no buffer.
     ssize_t ReadAt(off_t position, void* buffer, size_t size) override;
     /// Writes at `position`; a gap before it is filled with zeros.
     /// Errors: B_NO_MEMORY; nothing is written then.
     ssize_t WriteAt(off_t position, const void* buffer, size_t size) override;
+    /// Moves the position, also beyond the end. Errors: B_BAD_VALUE for a place before the start or
+    /// another mode; the position stays.
     off_t Seek(off_t position, uint32 seekMode) override;
+    /// The current position: bytes from the start; 0 at first.
     off_t Position() const override { return fPosition; }
+    /// Cuts, or extends by zeros. Errors: B_BAD_VALUE for a negative size, B_NO_MEMORY; nothing
+    /// changes then. The position stays.
     status_t SetSize(off_t size) override;
+    /// Tells how many bytes there are. Errors: B_BAD_VALUE for null.
     status_t GetSize(off_t* size) const override;
 
-    /// Sets by how many bytes at least the memory grows. 256 at first.
-    void SetBlockSize(size_t blockSize);
-    /// Lends the bytes, until the next change.
+    /// Lends the bytes, until the next change; null before the first one.
     const void* Buffer() const { return fBuffer; }
     size_t BufferLength() const { return fLength; }
 
@@ -72,7 +81,6 @@ private:
     char* fBuffer = nullptr;
     size_t fLength = 0;
     size_t fCapacity = 0;
-    size_t fBlockSize = 256;
     off_t fPosition = 0;
 };
 
@@ -82,18 +90,26 @@ private:
 class BMemoryIO : public BPositionIO
 {
 public:
+    /// Reads and writes `size` bytes from `buffer` on; null counts as none.
     BMemoryIO(void* buffer, size_t size);
     /// Read only: writing and SetSize() fail with B_NOT_ALLOWED.
     BMemoryIO(const void* buffer, size_t size);
     ~BMemoryIO() override;
 
+    /// Reads what there is from `position` on; 0 beyond the end. Errors: B_BAD_VALUE for a negative
+    /// position or no buffer.
     ssize_t ReadAt(off_t position, void* buffer, size_t size) override;
     /// Writes what fits. Errors: B_NOT_ALLOWED; B_BAD_VALUE for a negative position.
     ssize_t WriteAt(off_t position, const void* buffer, size_t size) override;
+    /// Moves the position, also beyond the end. Errors: B_BAD_VALUE for a place before the start or
+    /// another mode; the position stays.
     off_t Seek(off_t position, uint32 seekMode) override;
+    /// The current position: bytes from the start; 0 at first.
     off_t Position() const override { return fPosition; }
-    /// Sets how many of the bytes count. Errors: B_ERROR beyond the memory that was given.
+    /// Sets how many of the bytes count. Errors: B_ERROR beyond the memory that was given;
+    /// B_NOT_ALLOWED when read only.
     status_t SetSize(off_t size) override;
+    /// Tells how many of the bytes count. Errors: B_BAD_VALUE for null.
     status_t GetSize(off_t* size) const override;
 
 private:

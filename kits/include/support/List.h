@@ -11,6 +11,7 @@ class BList
 public:
     /// Makes an empty list that takes and gives back memory `blockSize` items at a time.
     explicit BList(int32 blockSize = 20);
+    /// Copies the pointers, not what they point at.
     BList(const BList& other);
     virtual ~BList();
     BList& operator=(const BList& other);
@@ -32,27 +33,33 @@ public:
     bool RemoveItems(int32 index, int32 count);
     /// Puts `item` in the place of the one at `index`.
     bool ReplaceItem(int32 index, void* item);
+    /// Takes all items out.
     void MakeEmpty();
 
     /// Sorts by `compare`, which gets pointers to two items, that is `const void**`.
     void SortItems(int (*compare)(const void*, const void*));
+    /// Exchanges two items.
     bool SwapItems(int32 indexA, int32 indexB);
     /// Takes the item at `fromIndex` out and adds it so that it stands at `toIndex`.
     bool MoveItem(int32 fromIndex, int32 toIndex);
 
+    /// The item at `index`, null outside the list.
     void* ItemAt(int32 index) const;
     /// The item at `index`, which must exist.
     void* ItemAtFast(int32 index) const { return fItems[index]; }
+    /// The first and the last item; null in an empty list.
     void* FirstItem() const { return ItemAt(0); }
     void* LastItem() const { return ItemAt(fCount - 1); }
     /// Lends the array of items, until the list changes; null when there was never one.
     void* Items() const { return fItems; }
 
+    /// Whether `item` is in the list; walks it.
     bool HasItem(void* item) const { return IndexOf(item) >= 0; }
     bool HasItem(const void* item) const { return IndexOf(item) >= 0; }
     /// The index of the first occurrence of `item`, or -1.
     int32 IndexOf(void* item) const;
     int32 IndexOf(const void* item) const;
+    /// The number of items.
     int32 CountItems() const { return fCount; }
     bool IsEmpty() const { return fCount == 0; }
 

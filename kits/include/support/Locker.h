@@ -10,11 +10,9 @@
 class BLocker
 {
 public:
+    /// Makes a free lock; the name helps in debugging and may be null.
     BLocker();
     explicit BLocker(const char* name);
-    /// `benaphoreStyle` is taken for the platform's sake: the lock is always cheap when it is free.
-    explicit BLocker(bool benaphoreStyle);
-    BLocker(const char* name, bool benaphoreStyle);
     virtual ~BLocker();
     BLocker(const BLocker&) = delete;
     BLocker& operator=(const BLocker&) = delete;
@@ -36,6 +34,7 @@ public:
     int32 CountLocks() const;
     /// How many threads hold the lock or wait for it, nested locks of the owner included.
     int32 CountLockRequests() const;
+    /// The name given, "" for null; "some locker" when none was given.
     const char* Name() const;
 
 private:

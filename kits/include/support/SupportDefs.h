@@ -6,10 +6,13 @@
 #include <cstdint>
 #include <sys/types.h>
 
+/// Whole numbers of 8 and 16 bits.
 using int8 = std::int8_t;
 using uint8 = std::uint8_t;
 using int16 = std::int16_t;
 using uint16 = std::uint16_t;
+
+/// Whole numbers of 32 and 64 bits.
 using int32 = std::int32_t;
 using uint32 = std::uint32_t;
 using int64 = std::int64_t;

@@ -49,9 +49,7 @@ void BControl::MakeFocus(bool focused)
     }
     BView::MakeFocus(focused);
     if (Window() != nullptr) {
-        fIsFocusChanging = true;
         Invalidate();
-        fIsFocusChanging = false;
     }
 }
 

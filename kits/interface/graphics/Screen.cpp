@@ -55,8 +55,3 @@ rgb_color BScreen::ColorForIndex(uint8 index) const
 {
     return system_colors()->color_list[index];
 }
-
-uint8 BScreen::InvertIndex(uint8 index) const
-{
-    return system_colors()->inversion_map[index];
-}

@@ -296,22 +296,6 @@ void BWindow::Sync() const
     }
 }
 
-// Drawing of one thread reaches the screen at once in any case.
-void BWindow::BeginViewTransaction()
-{
-    fState->isInTransaction = true;
-}
-
-void BWindow::EndViewTransaction()
-{
-    fState->isInTransaction = false;
-}
-
-bool BWindow::InViewTransaction() const
-{
-    return fState->isInTransaction;
-}
-
 void BWindow::QueueEmpty()
 {
     UpdateIfNeeded();

@@ -48,7 +48,6 @@ struct WindowState
     bool isActive = false;
     bool isMinimized = false;
     bool isQuitting = false;
-    bool isInTransaction = false;
     bool takesFocus = true;
     bool takesKeys = true;
     int32 opener = 0; // its token

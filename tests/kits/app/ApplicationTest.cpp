@@ -400,4 +400,13 @@ TEST_F(DisplayTest, WithoutItTheApplicationDoesNotRun)
     EXPECT_EQ(gDisplayCalls, "start ");
 }
 
+TEST(ApplicationStatusTest, ConstructorTellsItsStatusAtOnce)
+{
+    status_t status = B_ERROR;
+    const BApplication application(kSignature, &status);
+
+    EXPECT_EQ(status, B_OK);
+    EXPECT_EQ(application.InitCheck(), B_OK);
+}
+
 } // namespace

@@ -163,4 +163,15 @@ TEST(ClipboardTest, RefusesToTellNobody)
     EXPECT_EQ(clipboard.StopWatching(BMessenger()), B_BAD_VALUE);
 }
 
+TEST(ClipboardTest, TellsItsSourceToTheOneThatHasTheLock)
+{
+    BClipboard clipboard("source");
+    Put(clipboard, "text");
+
+    EXPECT_FALSE(clipboard.DataSource().IsValid());
+    clipboard.Lock();
+    EXPECT_EQ(clipboard.DataSource(), be_app_messenger);
+    clipboard.Unlock();
+}
+
 } // namespace

@@ -112,4 +112,13 @@ TEST_F(InvokerTest, AnswersGoToTheHandlerNamed)
     EndLooper(answering);
 }
 
+TEST_F(InvokerTest, TargetIsLocalWhileItLives)
+{
+    BInvoker invoker(nullptr, fLooper);
+    EXPECT_TRUE(invoker.IsTargetLocal());
+
+    EXPECT_EQ(invoker.SetTarget(BMessenger()), B_OK);
+    EXPECT_FALSE(invoker.IsTargetLocal());
+}
+
 } // namespace

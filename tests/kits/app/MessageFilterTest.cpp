@@ -230,4 +230,17 @@ TEST_F(MessageFilterTest, MayRemoveAnother)
     EXPECT_EQ(asked, 2);
 }
 
+TEST_F(MessageFilterTest, LooperLendsItsCommonFilters)
+{
+    EXPECT_EQ(fLooper->CommonFilterList(), nullptr);
+    auto* filter = new TestFilter(kWanted, Skip);
+
+    fLooper->AddCommonFilter(filter);
+
+    ASSERT_NE(fLooper->CommonFilterList(), nullptr);
+    EXPECT_EQ(fLooper->CommonFilterList()->FirstItem(), filter);
+    EXPECT_TRUE(fLooper->RemoveCommonFilter(filter));
+    delete filter;
+}
+
 } // namespace

@@ -239,3 +239,32 @@ TEST_F(EntryTest, SetsNothingThroughALink)
     EXPECT_EQ(Entry("target").GetPermissions(&mode), B_OK);
     EXPECT_EQ(mode, 0600u);
 }
+
+TEST_F(EntryTest, IsEqualWhereFolderAndNameAre)
+{
+    fTree.Write("a", "");
+    fTree.MakeFolder("folder");
+    const BEntry entry(fTree.Path("a").c_str());
+    const BEntry same(fTree.Path("folder/../a").c_str());
+    const BEntry other(fTree.Path("folder/a").c_str());
+
+    EXPECT_TRUE(entry == same);
+    EXPECT_TRUE(entry != other);
+    EXPECT_TRUE(BEntry() == BEntry());
+    EXPECT_TRUE(entry != BEntry());
+}
+
+TEST_F(EntryTest, RefsHaveAnOrder)
+{
+    entry_ref a;
+    entry_ref b;
+    ASSERT_EQ(get_ref_for_path(fTree.Path("a").c_str(), &a), B_OK);
+    ASSERT_EQ(get_ref_for_path(fTree.Path("b").c_str(), &b), B_OK);
+    const entry_ref unset;
+
+    EXPECT_TRUE(a < b);
+    EXPECT_FALSE(b < a);
+    EXPECT_FALSE(a < a);
+    EXPECT_TRUE(unset < a);
+    EXPECT_FALSE(a < unset);
+}

@@ -272,3 +272,19 @@ TEST_F(FileTest, ReadsOnWhereTheSystemGivesLessThanAsked)
     EXPECT_EQ(read.size(), expected.size());
     EXPECT_EQ(read, expected);
 }
+
+TEST_F(FileTest, OpensByEntryAndBelowAFolder)
+{
+    fTree.Write("a", "text");
+    const BEntry entry(fTree.Path("a").c_str());
+    const BDirectory folder(fTree.Path().c_str());
+
+    BFile byEntry(&entry, B_READ_ONLY);
+    BFile byFolder(&folder, "a", B_READ_ONLY);
+    BFile missing(&folder, "none", B_READ_ONLY);
+
+    char text[4];
+    EXPECT_EQ(byEntry.Read(text, 4), 4);
+    EXPECT_EQ(byFolder.Read(text, 4), 4);
+    EXPECT_EQ(missing.InitCheck(), B_ENTRY_NOT_FOUND);
+}

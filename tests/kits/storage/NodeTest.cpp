@@ -1,10 +1,12 @@
 #include <Entry.h>
 #include <Node.h>
 #include <NodeInfo.h>
+#include <SymLink.h>
 
 #include <TempTree.h>
 #include <cstring>
 #include <gtest/gtest.h>
+#include <memory>
 #include <sys/xattr.h>
 #include <unistd.h>
 
@@ -159,4 +161,53 @@ TEST_F(NodeTest, KeepsTypeAndPreferredApplication)
     EXPECT_EQ(info.GetType(text), B_ENTRY_NOT_FOUND);
     BNode unset;
     EXPECT_EQ(BNodeInfo(&unset).InitCheck(), B_BAD_VALUE);
+}
+
+TEST_F(NodeTest, CopyHoldsTheNodeByItself)
+{
+    fTree.Write("a", "text");
+    auto node = std::make_unique<BNode>(fTree.Path("a").c_str());
+    const BNode copy(*node);
+    node.reset();
+
+    off_t size = 0;
+    EXPECT_EQ(copy.GetSize(&size), B_OK);
+    EXPECT_EQ(size, 4);
+    EXPECT_EQ(BNode(BNode()).InitCheck(), B_NO_INIT);
+}
+
+TEST_F(NodeTest, TellsOwnerGroupAndTimes)
+{
+    fTree.Write("a", "");
+    BNode node(fTree.Path("a").c_str());
+    uid_t owner = 1;
+    gid_t group = 1;
+    EXPECT_EQ(node.GetOwner(&owner), B_OK);
+    EXPECT_EQ(node.GetGroup(&group), B_OK);
+    EXPECT_EQ(owner, geteuid());
+    EXPECT_EQ(group, getegid());
+
+    EXPECT_EQ(node.SetModificationTime(1'000'000), B_OK);
+    EXPECT_EQ(node.SetAccessTime(2'000'000), B_OK);
+    time_t accessed = 0;
+    time_t created = 0;
+    EXPECT_EQ(node.GetAccessTime(&accessed), B_OK);
+    EXPECT_EQ(node.GetCreationTime(&created), B_OK);
+    EXPECT_EQ(accessed, 2'000'000);
+    EXPECT_EQ(created, 1'000'000);
+    EXPECT_EQ(node.GetOwner(nullptr), B_BAD_VALUE);
+}
+
+TEST_F(NodeTest, OpensALinkByPathEntryAndRef)
+{
+    fTree.Link("link", "/there");
+    const std::string path = fTree.Path("link");
+    const BEntry entry(path.c_str());
+    entry_ref ref;
+    ASSERT_EQ(entry.GetRef(&ref), B_OK);
+
+    EXPECT_TRUE(BSymLink(path.c_str()).IsAbsolute());
+    EXPECT_TRUE(BSymLink(&entry).IsAbsolute());
+    EXPECT_TRUE(BSymLink(&ref).IsAbsolute());
+    EXPECT_EQ(BSymLink(fTree.Path("none").c_str()).InitCheck(), B_ENTRY_NOT_FOUND);
 }

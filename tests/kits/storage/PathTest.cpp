@@ -103,3 +103,17 @@ TEST(PathTest, PutsTheHomeFolderForThePlatformsName)
     EXPECT_EQ(std::string(BPath("/boot/home/x").Path()), home + "/x");
     EXPECT_STREQ(BPath("/boot/homely").Path(), "/boot/homely");
 }
+
+TEST(PathTest, IsEqualToItsTextUntilItIsUnset)
+{
+    BPath path("/a/./b");
+    EXPECT_TRUE(path == "/a/b");
+    EXPECT_FALSE(path == "/a");
+
+    path.Unset();
+
+    EXPECT_EQ(path.Path(), nullptr);
+    EXPECT_EQ(path.InitCheck(), B_NO_INIT);
+    EXPECT_TRUE(path == static_cast<const char*>(nullptr));
+    EXPECT_FALSE(path == "/a/b");
+}

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
+#include <sys/xattr.h>
 #include <vector>
 
 namespace {
@@ -155,4 +156,17 @@ TEST_F(VolumeTest, BootVolumeHoldsTheHomeFolder)
         return Expect(roster.GetBootVolume(&volume) == B_OK, "found") &&
                Expect(volume.Device() == DeviceOf(Folder()), "the home folder's");
     });
+}
+
+TEST_F(VolumeTest, KnowsAttributesWhereAFileCanHaveThem)
+{
+    const std::string file = fTree.Path("one two/f");
+    fTree.Write("one two/f", "");
+    const bool canHave = setxattr(file.c_str(), "user.probe", "x", 1, 0) == 0;
+    const BVolume volume(DeviceOf(Folder()));
+    ASSERT_EQ(volume.InitCheck(), B_OK);
+
+    EXPECT_EQ(volume.KnowsAttr(), canHave);
+    EXPECT_EQ(volume.KnowsMime(), canHave);
+    EXPECT_FALSE(BVolume().KnowsAttr());
 }

@@ -181,3 +181,27 @@ TEST_F(ListTest, CopiesAreIndependent)
     EXPECT_EQ(assigned.CountItems(), 2);
     EXPECT_EQ(assigned.ItemAt(1), Item(1));
 }
+
+TEST_F(ListTest, CallsAFunctionForItemsUntilItIsContent)
+{
+    static int sCalls;
+    sCalls = 0;
+    int first = 0;
+    int second = 0;
+    BList list;
+    list.AddItem(&first);
+    list.AddItem(&second);
+    EXPECT_EQ(list.ItemAtFast(1), &second);
+
+    list.DoForEach([](void*) {
+        sCalls++;
+        return false;
+    });
+    EXPECT_EQ(sCalls, 2);
+
+    list.DoForEach([](void*) {
+        sCalls++;
+        return true;
+    });
+    EXPECT_EQ(sCalls, 3);
+}

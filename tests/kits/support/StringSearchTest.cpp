@@ -144,3 +144,12 @@ TEST(StringSearchTest, EscapesAndTakesEscapesAway)
     EXPECT_STREQ(text.CharacterEscape("x'y", "'", '\\').String(), "x\\'y");
     EXPECT_STREQ(text.CharacterDeescape("end\\", '\\').String(), "end\\");
 }
+
+TEST(StringSearchTest, ComparesTheFirstBytesWithoutRegardToCase)
+{
+    const BString text("Readme.TXT");
+
+    EXPECT_EQ(text.ICompare(BString("README.md"), 7), 0);
+    EXPECT_GT(text.ICompare(BString("README.md"), 8), 0);
+    EXPECT_EQ(text.ICompare(BString(""), 0), 0);
+}

@@ -236,3 +236,32 @@ TEST(StringTest, WritesNumbersAsText)
 
     EXPECT_STREQ(text.String(), "abc-5 4000000000 -5000000000 18446744073709551615 2.35");
 }
+
+TEST(StringTest, PrependsTextsPartsAndBytes)
+{
+    BString text("end");
+
+    text.Prepend(BString("b"));
+    EXPECT_EQ(text, "bend");
+    text.Prepend(BString("xyz"), 2);
+    EXPECT_EQ(text, "xybend");
+    text.Prepend("12345", 3);
+    EXPECT_EQ(text, "123xybend");
+    text.Prepend('-', 2);
+    EXPECT_EQ(text, "--123xybend");
+}
+
+TEST(StringTest, AppendsAndInsertsPartsOfAnother)
+{
+    BString text("ad");
+    text += BString("e");
+    EXPECT_EQ(text, "ade");
+
+    text.Insert(BString("xbcx"), 1, 2, 1);
+    EXPECT_EQ(text, "abcde");
+    text.Insert(BString("tail"), 2, 9, 99);
+    EXPECT_EQ(text, "abcdeil");
+
+    text = 'z';
+    EXPECT_EQ(text, "z");
+}

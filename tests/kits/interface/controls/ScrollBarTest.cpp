@@ -175,4 +175,42 @@ TEST_F(ScrollBarTest, TargetThatGoesIsForgotten)
     EXPECT_EQ(Value(), 70);
 }
 
+TEST_F(ScrollBarTest, TellsHowItWasSetUp)
+{
+    float small = 0;
+    float large = 0;
+    fBar->GetSteps(&small, &large);
+
+    EXPECT_EQ(small, 10);
+    EXPECT_EQ(large, 180);
+    EXPECT_EQ(fBar->Proportion(), 0.2f);
+    EXPECT_EQ(fBar->Orientation(), B_VERTICAL);
+}
+
+TEST_F(ScrollBarTest, TellsEachNewValueOnce)
+{
+    class Listening : public BScrollBar
+    {
+    public:
+        using BScrollBar::BScrollBar;
+        void ValueChanged(float value) override
+        {
+            values.push_back(value);
+            BScrollBar::ValueChanged(value);
+        }
+        std::vector<float> values;
+    };
+    auto* bar =
+        Add(new Listening(BRect(120, 0, 134, 199), "listening", nullptr, 0, 100, B_VERTICAL));
+
+    Locked([bar] {
+        bar->SetValue(20);
+        bar->SetValue(20);
+        bar->SetValue(500);
+        return 0;
+    });
+
+    EXPECT_EQ(bar->values, (std::vector<float>{20, 100}));
+}
+
 } // namespace

@@ -181,4 +181,21 @@ TEST_F(StatusBarTest, MaximumOfNothingIsAnEmptyBar)
     EXPECT_EQ(Locked([this] { return fBar->CurrentValue(); }), 0);
 }
 
+TEST_F(StatusBarTest, IsFilledInItsColour)
+{
+    constexpr rgb_color kOther = {200, 40, 40, 255};
+    Locked([this] {
+        fBar->Update(50);
+        return 0;
+    });
+    ASSERT_GT(FilledPixels(), 0);
+
+    const BRect drawn = DrawnBy([this, kOther] { fBar->SetBarColor(kOther); });
+
+    EXPECT_EQ(FilledPixels(), 0);
+    EXPECT_GT(TakePicture(fWindow).Count(kOther, 10, 60, 210, 61), 0);
+    EXPECT_EQ(Locked([this] { return fBar->BarColor(); }), kOther);
+    EXPECT_EQ(drawn.Height(), fBar->BarHeight());
+}
+
 } // namespace

@@ -87,4 +87,35 @@ TEST(RegionTest, HugeRectanglesAreCut)
     EXPECT_EQ(region.CountRects(), 1);
 }
 
+TEST(RectTest, MovesItsCorners)
+{
+    BRect rect(0, 0, 9, 9);
+
+    rect.SetLeftTop(BPoint(1, 2));
+    EXPECT_EQ(rect, BRect(1, 2, 9, 9));
+    rect.SetRightBottom(BPoint(7, 8));
+    EXPECT_EQ(rect, BRect(1, 2, 7, 8));
+    rect.SetRightTop(BPoint(6, 3));
+    EXPECT_EQ(rect, BRect(1, 3, 6, 8));
+    rect.SetLeftBottom(BPoint(2, 5));
+    EXPECT_EQ(rect, BRect(2, 3, 6, 5));
+    rect.OffsetTo(BPoint(0, 0));
+    EXPECT_EQ(rect, BRect(0, 0, 4, 2));
+}
+
+TEST(RegionTest, ExcludesAnother)
+{
+    BRegion region(BRect(0, 0, 9, 9));
+    BRegion corners(BRect(0, 0, 4, 4));
+    corners.Include(BRect(5, 5, 9, 9));
+
+    region.Exclude(&corners);
+
+    EXPECT_FALSE(region.Contains(BPoint(0, 0)));
+    EXPECT_TRUE(region.Contains(BPoint(5, 4)));
+    EXPECT_EQ(region.CountRects(), 2);
+    region.Exclude(&region);
+    EXPECT_TRUE(region.IsEmpty());
+}
+
 } // namespace

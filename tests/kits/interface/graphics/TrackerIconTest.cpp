@@ -99,3 +99,20 @@ TEST(TrackerIconTest, KeepsStoredIcons)
     EXPECT_EQ(info.SetIcon(nullptr, B_MINI_ICON), B_OK);
     EXPECT_EQ(info.GetIcon(&read, B_MINI_ICON), B_ENTRY_NOT_FOUND);
 }
+
+TEST(TrackerIconTest, IsTheSameByRefAndByName)
+{
+    TempTree tree;
+    tree.MakeFolder("folder");
+    tree.Write("a.txt", "");
+    for (const auto& [name, mode] : {std::pair("folder", S_IFDIR), std::pair("a.txt", S_IFREG)}) {
+        entry_ref ref;
+        ASSERT_EQ(get_ref_for_path(tree.Path(name).c_str(), &ref), B_OK);
+        BBitmap byRef(kMini, B_CMAP8);
+        BBitmap byName(kMini, B_CMAP8);
+
+        EXPECT_EQ(BNodeInfo::GetTrackerIcon(&ref, &byRef, B_MINI_ICON), B_OK);
+        EXPECT_EQ(BNodeInfo::GetTrackerIcon(name, mode | 0644u, &byName, B_MINI_ICON), B_OK);
+        EXPECT_EQ(Pixels(byRef), Pixels(byName)) << name;
+    }
+}
