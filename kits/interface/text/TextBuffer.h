@@ -2,8 +2,11 @@
 
 #include "TextLineIndex.h"
 
+#include "support/SharedText.h"
+
 #include <SupportDefs.h>
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -15,6 +18,10 @@ namespace kits {
 class TextBuffer
 {
 public:
+    TextBuffer() = default;
+    TextBuffer(const TextBuffer&) = delete;
+    TextBuffer& operator=(const TextBuffer&) = delete;
+
     void SetText(std::string_view text);
     /// Puts `inserted` in the place of the bytes from `from` to `to`.
     void Replace(int32 from, int32 to, std::string_view inserted);
@@ -22,9 +29,12 @@ public:
     void SetSingleLine(bool isSingle);
     bool IsSingleLine() const { return fIsSingleLine; }
 
-    const std::string& Bytes() const { return fBytes; }
-    int32 Length() const { return static_cast<int32>(fBytes.size()); }
+    const std::string& Bytes() const { return *fBytes; }
+    int32 Length() const { return static_cast<int32>(fBytes->size()); }
     std::string_view Part(int32 from, int32 to) const;
+    /// The same for others to keep, as it is now; takes no longer for a large part. The next change
+    /// of the text copies the bytes then.
+    SharedText Share(int32 from, int32 to);
     /// The nearest offset that is in the text and begins a character.
     int32 Clamp(int32 offset) const;
 
@@ -36,7 +46,8 @@ public:
     std::string_view Line(int32 line) const { return Part(LineStart(line), LineEnd(line)); }
 
 private:
-    std::string fBytes;
+    std::shared_ptr<std::string> fBytes = std::make_shared<std::string>();
+    bool fIsShared = false; // others may read it from their threads: it is never changed again
     TextLineIndex fLines;
     bool fIsSingleLine = false;
 };

@@ -7,6 +7,7 @@
 #include "WindowState.h"
 #include "WindowViews.h"
 
+#include "app/LooperCore.h"
 #include "server/FrontImage.h"
 #include "server/InputMessages.h"
 
@@ -18,6 +19,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <utility>
 
 // What a window does with the messages that the screen sends it.
 
@@ -132,8 +134,26 @@ void PaintIfStarved(BWindow& window, WindowState& state)
 
 using kits::WindowState;
 
+void kits::WindowAccess::HoldKeys(BWindow& window)
+{
+    State(window).keyHolds++;
+}
+
+void kits::WindowAccess::ReleaseKeys(BWindow& window)
+{
+    WindowState& state = State(window);
+    if (--state.keyHolds == 0) {
+        LooperCore::CoreOf(&window)->PutInFront(std::exchange(state.heldKeys, {}));
+    }
+}
+
 BHandler* BWindow::TargetOf(BMessage* message, BHandler* target)
 {
+    if (fState->keyHolds > 0 && target == this &&
+        (kits::IsKey(message->what) || message->what == B_INPUT_METHOD_EVENT)) {
+        fState->heldKeys.emplace_back(DetachCurrentMessage());
+        return nullptr;
+    }
     fState->takesAnswers = kits::MayAnswer(*message, *fState);
     if (fState->interceptor != nullptr && fState->interceptor->Intercept(message)) {
         return nullptr;
