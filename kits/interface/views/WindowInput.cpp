@@ -2,6 +2,7 @@
 
 #include "NativeShape.h"
 #include "ViewAccess.h"
+#include "WindowAccess.h"
 #include "WindowKeys.h"
 #include "WindowMouse.h"
 #include "WindowState.h"
