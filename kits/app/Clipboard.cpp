@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <map>
 #include <mutex>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace kits {
@@ -24,14 +26,15 @@ ClipboardHooks& Hooks()
     return hooks;
 }
 
-std::string TextOf(const BMessage& message)
+// Lent by the message.
+std::string_view TextOf(const BMessage& message)
 {
     const void* data = nullptr;
     ssize_t size = 0;
     if (message.FindData(kTextField, B_MIME_TYPE, &data, &size) != B_OK) {
         return {};
     }
-    return std::string(static_cast<const char*>(data), static_cast<size_t>(size));
+    return {static_cast<const char*>(data), static_cast<size_t>(size)};
 }
 
 } // namespace
@@ -91,19 +94,19 @@ void BClipboard::Store::Fetch()
         data = committed;
         return;
     }
-    const kits::ClipboardContent content = hooks.fetch(kits::ClipboardKind::kClipboard);
+    const kits::ClipboardContent content = hooks.fetch(kits::ClipboardKind::kClipboard, nullptr);
     if (content.offer != 0 && content.offer == offer) {
         data = committed;
         return;
     }
-    if (content.text != kits::TextOf(data)) {
+    const std::string_view text = content.text.View();
+    if (text != kits::TextOf(data)) {
         count++;
     }
     source = BMessenger();
     data.MakeEmpty();
-    if (!content.text.empty()) {
-        data.AddData(kits::kTextField, B_MIME_TYPE, content.text.data(),
-                     static_cast<ssize_t>(content.text.size()));
+    if (!text.empty()) {
+        data.AddData(kits::kTextField, B_MIME_TYPE, text.data(), static_cast<ssize_t>(text.size()));
     }
 }
 
@@ -190,7 +193,8 @@ status_t BClipboard::Commit()
     store.count++;
     const kits::ClipboardHooks& hooks = kits::GetClipboardHooks();
     if (store.isDesktops && hooks.offer != nullptr) {
-        store.offer = hooks.offer(kits::ClipboardKind::kClipboard, kits::TextOf(store.data));
+        store.offer = hooks.offer(kits::ClipboardKind::kClipboard,
+                                  kits::SharedText(std::string(kits::TextOf(store.data))));
     }
     BMessage change(B_CLIPBOARD_CHANGED);
     change.AddString("be:clipboard", Name());

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "support/SharedText.h"
+
 #include <SupportDefs.h>
 
-#include <string>
+#include <atomic>
 
 namespace kits {
 
@@ -11,18 +13,24 @@ enum class ClipboardKind : uint8 { kClipboard, kPrimary };
 
 struct ClipboardContent
 {
-    std::string text;
+    SharedText text;
     // Names what this program offered, while no other program has offered anything since; else 0.
     uint64 offer = 0;
+    // The other program did not answer, or stopped in the middle; the text is empty then.
+    bool isOwnerSilent = false;
 };
 
 /// The desktop's clipboard, which lies above this layer.
 struct ClipboardHooks
 {
-    /// Makes `text` what other programs get; returns the offer's number, never 0. Does not wait.
-    uint64 (*offer)(ClipboardKind kind, std::string text) = nullptr;
-    /// Asks for what is there. Waits for another program, but not for one that does not answer.
-    ClipboardContent (*fetch)(ClipboardKind kind) = nullptr;
+    /// Makes `text` what other programs get; returns the offer's number, never 0. Does not wait;
+    /// nothing is copied or converted before somebody asks for it.
+    uint64 (*offer)(ClipboardKind kind, SharedText text) = nullptr;
+    /// Tells what is there as far as that needs no other program; false when it does.
+    bool (*peek)(ClipboardKind kind, ClipboardContent* content) = nullptr;
+    /// Asks for what is there. Waits for another program: a second at most for its first bytes,
+    /// five in all. Gives up soon after `isCancelled`, which may be null, has become true.
+    ClipboardContent (*fetch)(ClipboardKind kind, const std::atomic<bool>* isCancelled) = nullptr;
 };
 
 /// Registers the desktop; without it a program's clipboard is its own.

@@ -12,6 +12,8 @@ struct DisplayHooks
     /// Called once every window is gone and all their threads have ended.
     void (*stop)() = nullptr;
     bool (*isServerThread)() = nullptr;
+    /// Makes the desktop's sound; returns at once.
+    void (*beep)() = nullptr;
 };
 
 /// Registers the window server; a program without it has no display.

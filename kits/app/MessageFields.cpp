@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <functional>
+#include <utility>
 
 namespace kits {
 
@@ -48,6 +49,52 @@ void MessageField::Reserve(int32 count, size_t size)
 
 status_t MessageField::Add(const void* data, size_t size)
 {
+    if (!MayNameFolders(fType)) {
+        return AddBytes(data, size);
+    }
+    // What may find no memory comes first.
+    ValueFolders folders = FoldersOf(fType, data, size);
+    if (fFolders.size() == fFolders.capacity()) {
+        fFolders.reserve(std::max<size_t>(1, 2 * fFolders.size()));
+    }
+    const status_t status = AddBytes(data, size);
+    if (status == B_OK) {
+        fFolders.push_back(std::move(folders));
+    }
+    return status;
+}
+
+status_t MessageField::Replace(int32 index, const void* data, size_t size)
+{
+    if (!MayNameFolders(fType)) {
+        return ReplaceBytes(index, data, size);
+    }
+    ValueFolders folders = FoldersOf(fType, data, size);
+    const status_t status = ReplaceBytes(index, data, size);
+    if (status == B_OK) {
+        fFolders[static_cast<size_t>(index)] = std::move(folders);
+    }
+    return status;
+}
+
+void MessageField::CollectFolders(std::vector<FolderHold>& folders) const
+{
+    // Neighbours are mostly of one folder, which then is held once.
+    const auto add = [&folders](const FolderHold& folder) {
+        if (folder && (folders.empty() || folders.back().Get() != folder.Get())) {
+            folders.push_back(folder);
+        }
+    };
+    for (const ValueFolders& value : fFolders) {
+        add(value.own);
+        if (value.inner != nullptr) {
+            std::for_each(value.inner->begin(), value.inner->end(), add);
+        }
+    }
+}
+
+status_t MessageField::AddBytes(const void* data, size_t size)
+{
     const size_t offset = fBytes.Size();
     if (size > static_cast<size_t>(INT32_MAX) - kAlignment - offset || fCount == INT32_MAX) {
         return B_NO_MEMORY;
@@ -68,7 +115,7 @@ status_t MessageField::Add(const void* data, size_t size)
     return B_OK;
 }
 
-status_t MessageField::Replace(int32 index, const void* data, size_t size)
+status_t MessageField::ReplaceBytes(int32 index, const void* data, size_t size)
 {
     if (fIsFixedSize) {
         if (size != fValueSize) {
@@ -107,6 +154,9 @@ void MessageField::Remove(int32 index)
     const size_t behind = offset + room;
     std::memmove(fBytes.Data() + offset, fBytes.Data() + behind, fBytes.Size() - behind);
     fBytes.Resize(fBytes.Size() - room);
+    if (!fFolders.empty()) {
+        fFolders.erase(fFolders.begin() + index);
+    }
     if (!fIsFixedSize) {
         fSpans.erase(fSpans.begin() + index);
         for (size_t i = place; i < fSpans.size(); i++) {

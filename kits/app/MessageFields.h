@@ -2,6 +2,7 @@
 
 #include <SupportDefs.h>
 
+#include "app/RefFolders.h"
 #include "support/SmallBuffer.h"
 
 #include <atomic>
@@ -18,7 +19,7 @@ struct MessageValue
     size_t size = 0;
 };
 
-/// One name of a message with its values.
+/// One name of a message with its values. The folders of the entries among them stay known.
 ///
 /// Errors: std::bad_alloc; nothing is changed then.
 class MessageField
@@ -47,8 +48,13 @@ public:
     /// The same, in the place of the value at `index`, which is in range.
     status_t Replace(int32 index, const void* data, size_t size);
     void Remove(int32 index);
+    /// Appends the known folders that the values speak of.
+    void CollectFolders(std::vector<FolderHold>& folders) const;
 
 private:
+    status_t AddBytes(const void* data, size_t size);
+    status_t ReplaceBytes(int32 index, const void* data, size_t size);
+
     struct Span
     {
         uint32 offset;
@@ -61,7 +67,8 @@ private:
     int32 fCount = 0;
     size_t fValueSize = 0; // of all values, when it is fixed
     SmallBuffer fBytes;
-    std::vector<Span> fSpans; // where each value is, when the size is not fixed
+    std::vector<Span> fSpans;           // where each value is, when the size is not fixed
+    std::vector<ValueFolders> fFolders; // of each value, where the type may name any
 };
 
 /// All data of a message, shared by its copies.

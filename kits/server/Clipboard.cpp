@@ -1,11 +1,14 @@
-#include "ClipboardOwner.h"
+#include "SelectionReader.h"
 #include "WindowServer.h"
 
 #include "app/ClipboardHooks.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QMetaType>
 #include <QMimeData>
+#include <QStringList>
+#include <QVariant>
 
 #include <atomic>
 #include <string>
@@ -17,22 +20,32 @@ namespace kits {
 
 namespace {
 
-// One that has not answered by then hangs; a living one needs less than a millisecond.
-constexpr bigtime_t kOwnerLimit = 300'000;
+constexpr char kTextType[] = "text/plain";
 
-/// What this program offers. Bytes that are not UTF-8 stay as they are within the program.
+/// What this program offers. Bytes that are not UTF-8 stay as they are within the program; for
+/// others the text is converted when they ask for it.
 class OfferedData : public QMimeData
 {
 public:
-    OfferedData(std::string text, uint64 offer) : fText(std::move(text)), fOffer(offer)
-    {
-        setText(QString::fromStdString(fText));
-    }
-    const std::string& Bytes() const { return fText; }
+    OfferedData(SharedText text, uint64 offer) : fText(std::move(text)), fOffer(offer) {}
+    const SharedText& Text() const { return fText; }
     uint64 Offer() const { return fOffer; }
 
+    // QMimeData
+    bool hasFormat(const QString& type) const override { return type == QLatin1String(kTextType); }
+    QStringList formats() const override { return {QString::fromLatin1(kTextType)}; }
+
+protected:
+    QVariant retrieveData(const QString& type, QMetaType) const override
+    {
+        const std::string_view text = fText.View();
+        return hasFormat(type)
+                   ? QVariant(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())))
+                   : QVariant();
+    }
+
 private:
-    std::string fText;
+    SharedText fText;
     uint64 fOffer;
 };
 
@@ -46,7 +59,7 @@ bool IsSupported(ClipboardKind kind)
     return kind != ClipboardKind::kPrimary || QGuiApplication::clipboard()->supportsSelection();
 }
 
-uint64 Offer(ClipboardKind kind, std::string text)
+uint64 Offer(ClipboardKind kind, SharedText text)
 {
     static std::atomic<uint64> last{0};
     const uint64 offer = ++last;
@@ -59,8 +72,7 @@ uint64 Offer(ClipboardKind kind, std::string text)
     return offer;
 }
 
-// Whether it is known without asking another program.
-bool FetchOwn(ClipboardKind kind, ClipboardContent& content, bool& needsAsking)
+bool Peek(ClipboardKind kind, ClipboardContent* content)
 {
     bool isKnown = true;
     WindowServer::Get().Call([&] {
@@ -70,31 +82,41 @@ bool FetchOwn(ClipboardKind kind, ClipboardContent& content, bool& needsAsking)
         const auto* own =
             dynamic_cast<const OfferedData*>(QGuiApplication::clipboard()->mimeData(ModeOf(kind)));
         isKnown = own != nullptr;
-        needsAsking = QGuiApplication::platformName() == QStringLiteral("xcb");
         if (own != nullptr) {
-            content = {own->Bytes(), own->Offer()};
+            *content = {own->Text(), own->Offer()};
         }
     });
     return isKnown;
 }
 
-ClipboardContent Fetch(ClipboardKind kind)
+bool IsOnX11()
+{
+    bool isX11 = false;
+    WindowServer::Get().Call(
+        [&] { isX11 = QGuiApplication::platformName() == QStringLiteral("xcb"); });
+    return isX11;
+}
+
+ClipboardContent Fetch(ClipboardKind kind, const std::atomic<bool>* isCancelled)
 {
     ClipboardContent content;
-    bool needsAsking = false;
-    if (FetchOwn(kind, content, needsAsking)) {
+    if (Peek(kind, &content)) {
         return content;
     }
-    if (needsAsking && AskOwner(kind, kOwnerLimit) != OwnerState::kAnswers) {
+    if (IsOnX11()) {
+        SelectionText read = ReadSelection(nullptr, kind, SelectionLimits(), isCancelled);
+        content.isOwnerSilent = read.state == SelectionText::State::kSilent;
+        content.text = SharedText(std::move(read.bytes));
         return content;
     }
-    WindowServer::Get().Call(
-        [&] { content.text = QGuiApplication::clipboard()->text(ModeOf(kind)).toStdString(); });
+    WindowServer::Get().Call([&] {
+        content.text = SharedText(QGuiApplication::clipboard()->text(ModeOf(kind)).toStdString());
+    });
     return content;
 }
 
 [[maybe_unused]] const bool sIsRegistered = [] {
-    SetClipboardHooks({Offer, Fetch});
+    SetClipboardHooks({Offer, Peek, Fetch});
     return true;
 }();
 

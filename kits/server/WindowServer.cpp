@@ -3,6 +3,7 @@
 #include "ScreenInfo.h"
 #include "ServerState.h"
 #include "ServerThread.h"
+#include "X11Keyboard.h"
 
 #include "app/DisplayHooks.h"
 
@@ -35,6 +36,9 @@ std::unique_ptr<ServerThread>& Thread()
     };
     hooks.isServerThread = [] {
         return WindowServer::Get().IsServerThread();
+    };
+    hooks.beep = [] {
+        WindowServer::Get().Post(x11::Beep);
     };
     SetDisplayHooks(hooks);
     return true;

@@ -118,6 +118,14 @@ std::optional<uint32> FocusedWindow()
     return reply == nullptr ? std::nullopt : std::optional<uint32>(reply->focus);
 }
 
+void Beep()
+{
+    if (QNativeInterface::QX11Application* application = Application()) {
+        xcb_bell(application->connection(), 0);
+        xcb_flush(application->connection());
+    }
+}
+
 void SetBackground(QWindow* window, uint8 grey)
 {
     QNativeInterface::QX11Application* application = Application();

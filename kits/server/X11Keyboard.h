@@ -24,6 +24,8 @@ void HearKeysAtFocus();
 std::vector<int32> KeysAtFocus();
 /// The X window that gets the keys now; nothing where there is no X.
 std::optional<uint32> FocusedWindow();
+/// Rings the keyboard's bell.
+void Beep();
 /// The grey that the X server fills growing windows with until they are painted.
 void SetBackground(QWindow* window, uint8 grey);
 

@@ -21,8 +21,8 @@ using OpenFolder = std::shared_ptr<const UniqueFd>;
 /// wherever it was moved to. Descriptors are limited: the longest unused are closed, and on volumes
 /// other than those of the root and the home folder each one after some idle seconds, because an
 /// open folder keeps a volume from being unmounted. The path is noted then, the folder opened again
-/// by it when needed, and compared. A folder that nobody holds stays known for a while, since
-/// messages name folders by number alone.
+/// by it when needed, and compared. A folder that nobody holds stays known for a while: a
+/// ref may be made from its numbers alone. (Messages hold the folders of the refs in them.)
 ///
 /// Thread: any.
 class FolderTable

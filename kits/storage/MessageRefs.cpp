@@ -1,3 +1,7 @@
+#include "FolderTable.h"
+
+#include "app/RefFolders.h"
+
 #include <Entry.h>
 #include <Message.h>
 
@@ -40,6 +44,23 @@ bool IsRef(const char* bytes, size_t size)
     return std::strlen(name) == size - kNumbersBytes - 1 && std::strchr(name, '/') == nullptr;
 }
 
+// Messages name folders by number alone: what is known when a ref comes in stays known with it.
+kits::FolderHold FolderOfBytes(const void* data, size_t size)
+{
+    if (!IsRef(static_cast<const char*>(data), size)) {
+        return {};
+    }
+    int64 numbers[2];
+    std::memcpy(numbers, data, kNumbersBytes);
+    return kits::FolderTable::Get().Find(static_cast<dev_t>(numbers[0]),
+                                         static_cast<ino_t>(numbers[1]));
+}
+
+[[maybe_unused]] const bool sIsRegistered = [] {
+    kits::SetRefFolderHook(FolderOfBytes);
+    return true;
+}();
+
 } // namespace
 
 status_t BMessage::AddRef(const char* name, const entry_ref* value)
@@ -74,6 +95,7 @@ status_t BMessage::FindRef(const char* name, int32 index, entry_ref* value) cons
     std::memcpy(numbers, bytes, kNumbersBytes);
     *value = entry_ref(static_cast<dev_t>(numbers[0]), static_cast<ino_t>(numbers[1]),
                        bytes + kNumbersBytes);
+    value->fFolder = kits::FolderTable::Get().Find(value->device, value->directory);
     return value->name == nullptr ? B_NO_MEMORY : B_OK;
 }
 

@@ -54,6 +54,15 @@ std::string MimeTypeOfName(const char* name)
     return found.name().toStdString();
 }
 
+TypeIconNames IconNamesOfType(const std::string& type)
+{
+    const QMimeType found = QMimeDatabase().mimeTypeForName(QString::fromStdString(type));
+    if (!found.isValid()) {
+        return {};
+    }
+    return {found.iconName().toStdString(), found.genericIconName().toStdString()};
+}
+
 } // namespace kits
 
 bool BMimeType::IsInstalled() const

@@ -9,4 +9,13 @@ namespace kits {
 /// suffix.
 std::string MimeTypeOfName(const char* name);
 
+/// The names that icon themes have for a type: its own and that of its kind. Empty when the type is
+/// not known. Thread: any.
+struct TypeIconNames
+{
+    std::string own;
+    std::string generic;
+};
+TypeIconNames IconNamesOfType(const std::string& type);
+
 } // namespace kits

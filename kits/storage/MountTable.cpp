@@ -1,5 +1,6 @@
 #include "MountTable.h"
 
+#include "KernelVolume.h"
 #include "SystemCalls.h"
 
 #include <algorithm>
@@ -16,13 +17,6 @@ namespace {
 
 constexpr const char* kMountList = "/proc/self/mountinfo";
 
-constexpr std::string_view kKernelTypes[] = {
-    "autofs",  "binder",  "binfmt_misc", "bpf",      "cgroup",     "cgroup2",    "configfs",
-    "debugfs", "devpts",  "devtmpfs",    "efivarfs", "fusectl",    "hugetlbfs",  "mqueue",
-    "nsfs",    "proc",    "pstore",      "resctrl",  "rpc_pipefs", "securityfs", "selinuxfs",
-    "sysfs",   "tracefs", "nfsd",        "smackfs",
-};
-
 constexpr std::string_view kNetworkTypes[] = {
     "9p",     "afs",   "ceph", "cifs", "coda",  "davfs",    "gfs2", "glusterfs", "gpfs",
     "lustre", "ncpfs", "nfs",  "nfs4", "ocfs2", "orangefs", "smb3", "smbfs",     "kafs",
@@ -36,7 +30,7 @@ bool IsOneOf(std::string_view type, const std::string_view (&types)[count])
 
 MountKind KindOf(std::string_view type, std::string_view source)
 {
-    if (IsOneOf(type, kKernelTypes)) {
+    if (IsKernelType(type)) {
         return MountKind::kKernel;
     }
     // What a program serves lies on this machine when it is made of a file, a folder or a disk

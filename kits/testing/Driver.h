@@ -82,6 +82,10 @@ void PressFunctionKey(int32 key, uint32 modifiers = 0);
 void ReleaseFunctionKey(int32 key, uint32 modifiers = 0);
 /// A press, `repeats` repeats, the release, as fast as the server takes them.
 void HoldKey(char byte, int32 repeats, uint32 modifiers = 0);
+/// The key of one modifier alone: B_SHIFT_KEY, B_COMMAND_KEY or B_OPTION_KEY. The keys typed
+/// meanwhile name it, too.
+void PressModifier(uint32 modifier);
+void ReleaseModifier(uint32 modifier);
 /// What an input method commits to the focused window.
 void CommitText(const char* text);
 

@@ -96,6 +96,22 @@ SyntheticKey KeyOfFunction(int32 number)
     return key;
 }
 
+SyntheticKey KeyOfModifier(uint32 modifier)
+{
+    SyntheticKey key;
+    if (modifier == B_SHIFT_KEY) {
+        key.key = Qt::Key_Shift;
+        key.scanCode = kScanOffset + 42;
+    } else if (modifier == B_COMMAND_KEY) {
+        key.key = Qt::Key_Control;
+        key.scanCode = kScanOffset + 29;
+    } else {
+        key.key = Qt::Key_Alt;
+        key.scanCode = kScanOffset + 56;
+    }
+    return key;
+}
+
 Qt::KeyboardModifiers ModifiersOf(uint32 modifiers)
 {
     Qt::KeyboardModifiers result;
@@ -191,6 +207,17 @@ void HoldKey(char byte, int32 repeats, uint32 modifiers)
         PressKey(byte, modifiers);
     }
     ReleaseKey(byte, modifiers);
+}
+
+void PressModifier(uint32 modifier)
+{
+    Send(KeyOfModifier(modifier), QEvent::KeyPress, 0);
+}
+
+void ReleaseModifier(uint32 modifier)
+{
+    // As it is told on a screen: what was held before the key was released.
+    Send(KeyOfModifier(modifier), QEvent::KeyRelease, modifier);
 }
 
 void CommitText(const char* text)

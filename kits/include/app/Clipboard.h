@@ -37,8 +37,9 @@ public:
     /// Ends that. Errors: B_BAD_VALUE when `target` was not watching.
     status_t StopWatching(BMessenger target);
 
-    /// Waits for other threads, then fetches the data. A program that owns the data and does not
-    /// answer within 300 ms counts as having none.
+    /// Waits for other threads. The data is fetched when it is first looked at: that waits for the
+    /// program that owns it, a second at most for its first bytes and five in all; one that is
+    /// slower counts as having none. A window waits without stopping by BTextView::Paste().
     bool Lock();
     /// Gives back one lock; what was changed and not committed is dropped by the next one.
     void Unlock();

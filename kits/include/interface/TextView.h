@@ -106,6 +106,9 @@ public:
     /// not selectable.
     virtual void Cut(BClipboard* clipboard);
     virtual void Copy(BClipboard* clipboard);
+    /// Another program that has the text is not waited for: the window goes on, the text comes when
+    /// it comes, where it was asked for, and the keys typed meanwhile act behind it. One that is
+    /// silent for a second, or not done within five, gives a beep and nothing else.
     virtual void Paste(BClipboard* clipboard);
     /// Removes the selection of an editable text; can be undone.
     void Clear();

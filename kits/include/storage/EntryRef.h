@@ -75,7 +75,7 @@ private:
 ///
 /// The folder is found through the table of known folders, so a ref still works after the folder
 /// was renamed or moved while it is known. A ref is known to hold its folder once it came from a
-/// BEntry or a BDirectory. Names are bytes: anything but '/' and zero.
+/// BEntry, a BDirectory or a BMessage; messages hold the folders of the refs in them. Names are bytes: anything but '/' and zero.
 struct entry_ref
 {
     /// Names nothing.
@@ -104,6 +104,7 @@ private:
     friend class BEntry;
     friend class BDirectory;
     friend class BEntryBatch;
+    friend class BMessage;
     kits::FolderHold fFolder; // may be null: then the table is asked by (device, directory)
 };
 

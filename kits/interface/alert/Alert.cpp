@@ -29,6 +29,7 @@ constexpr float kOffsetGap = 30; // more, beside the leftmost button of offset s
 constexpr float kEdge = 12;
 constexpr float kUsualButton = 75;
 constexpr float kButtonHeight = 24;
+constexpr float kFrameRoom = 48; // for the window's title and edges, and what lies at the screen's
 constexpr bigtime_t kReadingTime = 200'000;
 // Of an alert that comes unasked, while somebody may be typing into another window.
 constexpr bigtime_t kQuietTime = 500'000;
@@ -199,6 +200,9 @@ bool BAlert::AnswerByKey(const BMessage& key)
         (static_cast<uint32>(held) & (B_COMMAND_KEY | B_OPTION_KEY)) != 0) {
         return false;
     }
+    if (fTextView->ScrollByKey(bytes[0])) {
+        return true;
+    }
     BButton* pressed = nullptr;
     for (size_t i = 0; i < fButtons.size(); i++) {
         const bool isCancel = std::strcmp(fButtons[i]->Label(), "Cancel") == 0;
@@ -231,20 +235,22 @@ void BAlert::LayOut()
     kits::AlertTextView* text = fTextView;
     const float gap = fSpacing == B_OFFSET_SPACING && fButtons.size() > 1 ? kOffsetGap : 0;
     const float buttonsWidth = ButtonsWidth() + gap;
-    float windowWidth = std::max(kNarrowest, text->TextLeft() + buttonsWidth + 2 * kEdge);
-    const float screenHeight = BScreen(B_MAIN_SCREEN_ID).Frame().Height();
+    const BRect screen = BScreen(B_MAIN_SCREEN_ID).Frame();
+    const float needed = std::max(kNarrowest, text->TextLeft() + buttonsWidth + 2 * kEdge);
+    float windowWidth = std::min(needed, screen.Width());
     // Long texts get a broader window before they get a high one, lists one whose lines stay whole.
     float textHeight = text->HeightFor(windowWidth);
     for (float wider : {kUsualWidth, kWidest}) {
-        const bool isHigh = textHeight > (wider == kUsualWidth ? 80 : screenHeight / 2);
+        wider = std::min(wider, screen.Width());
+        const bool isHigh = textHeight > (wider <= kUsualWidth ? 80 : screen.Height() / 2);
         if (wider > windowWidth && (isHigh || text->BreaksAListLine(windowWidth))) {
             windowWidth = wider;
             textHeight = text->HeightFor(windowWidth);
         }
     }
-    const float most = screenHeight - kButtonHeight - 3 * kEdge;
-    textHeight = std::min(textHeight, most);
+    textHeight = std::min(textHeight, screen.Height() - kFrameRoom - kButtonHeight - kEdge);
     ResizeTo(windowWidth, textHeight + kButtonHeight + kEdge);
+    text->SetRoom(windowWidth, textHeight);
     PlaceButtons(textHeight, gap);
 }
 

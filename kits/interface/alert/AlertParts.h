@@ -1,14 +1,14 @@
 #pragma once
 
-#include "interface/text/TextLines.h"
-
 #include <Alert.h>
 #include <View.h>
 
 #include <condition_variable>
 #include <mutex>
 #include <string>
-#include <vector>
+
+class BScrollBar;
+class BTextView;
 
 namespace kits {
 
@@ -30,28 +30,38 @@ private:
     bool fIsGiven = false;
 };
 
-/// Fills an alert: the icon on its strip and the text beside it.
+/// Fills an alert: the icon on its strip and the text beside it, which scrolls where there is no
+/// room for all of it.
 class AlertTextView : public BView
 {
 public:
     AlertTextView(BRect frame, const std::string& text, alert_type type);
 
-    /// Breaks the text for a width of the whole view and tells how high it must be then.
+    /// How high the view must be to show all of the text when it is that wide.
     float HeightFor(float width);
+    /// Sets the text for a width of the view, in whole lines within `height` from its top.
+    void SetRoom(float width, float height);
     /// Whether a line that begins with a tab, one of a list, would be broken at that width.
     bool BreaksAListLine(float width) const;
     alert_type Type() const { return fType; }
     void SetType(alert_type type);
     /// Where the text begins.
     float TextLeft() const;
+    /// Scrolls as a key of a text says, a page up or down or to an end. False when the key is none
+    /// of these, or all of the text is seen.
+    bool ScrollByKey(char byte);
 
     // BView
     void Draw(BRect updateRect) override;
 
 private:
+    float TextRoom(float width) const;
+    int32 CountLines(float textWidth);
+
     std::string fText;
     alert_type fType;
-    std::vector<std::string> fLines;
+    BTextView* fTextView;             // a child
+    BScrollBar* fScrollBar = nullptr; // a child; null while all of the text is seen
 };
 
 } // namespace kits

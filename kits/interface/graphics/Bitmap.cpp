@@ -1,4 +1,5 @@
 #include <Bitmap.h>
+#include <Screen.h>
 
 #include "BitmapAccess.h"
 #include "PixelConversion.h"
@@ -20,24 +21,35 @@ int32 SideOf(float from, float to)
     return side >= 1 && side <= kLargestSide ? static_cast<int32>(side) : 0;
 }
 
-BitmapData MakeData(BRect bounds, color_space space)
+QImage::Format FormatOf(color_space space)
 {
-    BitmapData data;
-    data.bounds = bounds;
-    const int32 bytesPerPixel = kits::BytesPerPixel(space);
-    const int32 width = SideOf(bounds.left, bounds.right);
-    const int32 height = SideOf(bounds.top, bounds.bottom);
-    if (bytesPerPixel == 0 || width == 0 || height == 0) {
-        return data;
+    switch (space) {
+    case B_CMAP8:
+        return QImage::Format_Indexed8;
+    case B_RGBA32:
+        return QImage::Format_ARGB32;
+    default:
+        return QImage::Format_RGB32;
     }
-    data.space = space;
-    data.width = width;
-    data.height = height;
-    data.bytesPerRow = (width * bytesPerPixel + 3) / 4 * 4;
-    const uint8 blank =
-        space == B_RGBA32 ? 0 : 255; // 255 is transparent in B_CMAP8, white in B_RGB32
-    data.bits.assign(static_cast<size_t>(data.bytesPerRow) * static_cast<size_t>(height), blank);
-    return data;
+}
+
+QRgb Rgba(rgb_color color, int alpha)
+{
+    return qRgba(color.red, color.green, color.blue, alpha);
+}
+
+// The table of B_CMAP8, whose last entry is transparent or covers like the others.
+QList<QRgb> ColorTable(bool hasAlpha)
+{
+    QList<QRgb> table;
+    table.reserve(256);
+    for (const rgb_color& color : system_colors()->color_list) {
+        table.append(Rgba(color, 255));
+    }
+    if (hasAlpha) {
+        table[B_TRANSPARENT_8_BIT] = Rgba(B_TRANSPARENT_COLOR, 0);
+    }
+    return table;
 }
 
 // The pictures for other densities no longer show what the pixels do.
@@ -51,7 +63,7 @@ void ForgetPictures(BitmapData& data)
 } // namespace
 
 BBitmap::BBitmap(BRect bounds, color_space space, bool /*acceptsViews*/, bool /*needsContiguous*/)
-    : fData(std::make_unique<BitmapData>(MakeData(bounds, space)))
+    : fData(std::make_unique<BitmapData>(bounds, space))
 {
 }
 
@@ -86,17 +98,17 @@ color_space BBitmap::ColorSpace() const
 void* BBitmap::Bits()
 {
     ForgetPictures(*fData);
-    return IsValid() ? fData->bits.data() : nullptr;
+    return IsValid() ? fData->bits : nullptr;
 }
 
 const void* BBitmap::Bits() const
 {
-    return IsValid() ? fData->bits.data() : nullptr;
+    return IsValid() ? fData->bits : nullptr;
 }
 
 int32 BBitmap::BitsLength() const
 {
-    return static_cast<int32>(fData->bits.size());
+    return static_cast<int32>(fData->Length());
 }
 
 int32 BBitmap::BytesPerRow() const
@@ -112,7 +124,7 @@ void BBitmap::SetBits(const void* data, int32 length, int32 offset, color_space 
     if (space == fData->space) {
         ForgetPictures(*fData);
         const int32 room = std::max(0, BitsLength() - offset);
-        std::memcpy(fData->bits.data() + std::min(offset, BitsLength()), data,
+        std::memcpy(fData->bits + std::min(offset, BitsLength()), data,
                     static_cast<size_t>(std::min(length, room)));
         return;
     }
@@ -138,8 +150,7 @@ status_t BBitmap::ImportBits(const void* data, int32 length, int32 bytesPerRow, 
     const auto* from = static_cast<const uint8*>(data);
     for (int32 row = 0; row < rows; ++row) {
         const int32 given = std::min(columns, (length - row * bytesPerRow) / sourcePixel);
-        uint8* to = fData->bits.data() +
-                    static_cast<ptrdiff_t>(firstRow + row) * fData->bytesPerRow +
+        uint8* to = fData->bits + static_cast<ptrdiff_t>(firstRow + row) * fData->bytesPerRow +
                     static_cast<ptrdiff_t>(firstColumn) * kits::BytesPerPixel(fData->space);
         kits::ConvertPixels(from + static_cast<ptrdiff_t>(row) * bytesPerRow, space, to,
                             fData->space, given);
@@ -167,6 +178,45 @@ status_t BBitmap::SetDoubleBits(const void* data, int32 length, color_space spac
 
 namespace kits {
 
+BitmapData::BitmapData(BRect where, color_space colors) : bounds(where)
+{
+    width = SideOf(where.left, where.right);
+    height = SideOf(where.top, where.bottom);
+    if (BytesPerPixel(colors) != 0 && width != 0 && height != 0) {
+        image = QImage(width, height, FormatOf(colors));
+    }
+    if (image.isNull()) {
+        return;
+    }
+    space = colors;
+    MakeImages();
+    // 255 is transparent in B_CMAP8, white in B_RGB32.
+    std::memset(bits, space == B_RGBA32 ? 0 : 255, Length());
+}
+
+BitmapData::BitmapData(const BitmapData& other)
+    : bounds(other.bounds), space(other.space), width(other.width), height(other.height),
+      image(other.image.copy()), doubled(other.doubled), source(other.source), drawn(other.drawn)
+{
+    if (!image.isNull()) {
+        MakeImages();
+    } else {
+        space = B_NO_COLOR_SPACE; // no memory for it
+    }
+}
+
+void BitmapData::MakeImages()
+{
+    bits = image.bits();
+    bytesPerRow = static_cast<int32>(image.bytesPerLine());
+    covering = QImage(bits, width, height, image.bytesPerLine(),
+                      space == B_CMAP8 ? QImage::Format_Indexed8 : QImage::Format_RGB32);
+    if (space == B_CMAP8) {
+        image.setColorTable(ColorTable(true));
+        covering.setColorTable(ColorTable(false));
+    }
+}
+
 bool BitmapAccess::SetPicture(BBitmap& bitmap, const PictureSource& source)
 {
     if (!bitmap.IsValid()) {
@@ -179,7 +229,7 @@ bool BitmapAccess::SetPicture(BBitmap& bitmap, const PictureSource& source)
     }
     for (int32 row = 0; row < data.height; ++row) {
         ConvertPixels(picture.constScanLine(row), B_RGBA32,
-                      data.bits.data() + static_cast<ptrdiff_t>(row) * data.bytesPerRow, data.space,
+                      data.bits + static_cast<ptrdiff_t>(row) * data.bytesPerRow, data.space,
                       data.width);
     }
     ForgetPictures(data);
@@ -188,11 +238,15 @@ bool BitmapAccess::SetPicture(BBitmap& bitmap, const PictureSource& source)
     return true;
 }
 
-QImage BitmapAccess::Picture(const BBitmap& bitmap, double scale, bool hasAlpha,
-                             double* pictureScale)
+BitmapPart BitmapAccess::Picture(const BBitmap& bitmap, const QRectF& part, double scale,
+                                 bool hasAlpha)
 {
     BitmapData& data = *bitmap.fData;
-    *pictureScale = 1;
+    const auto scaled = [&](const QImage& picture) {
+        const double factor = static_cast<double>(picture.width()) / data.width;
+        const QRectF pixels(part.topLeft() * factor, part.size() * factor);
+        return BitmapPart{picture, pixels & QRectF(picture.rect())};
+    };
     if (data.source) {
         const QSize size(static_cast<int>(std::lround(data.width * scale)),
                          static_cast<int>(std::lround(data.height * scale)));
@@ -200,25 +254,40 @@ QImage BitmapAccess::Picture(const BBitmap& bitmap, double scale, bool hasAlpha,
             const QImage fresh = data.source(size.width(), size.height());
             data.drawn = fresh.size() == size ? fresh : data.drawn;
         }
-        *pictureScale = static_cast<double>(data.drawn.width()) / data.width;
-        return data.drawn;
+        return scaled(data.drawn);
     }
     if (scale > 1 && !data.doubled.isNull()) {
-        *pictureScale = 2;
-        return data.doubled;
+        return scaled(data.doubled);
     }
-    return Plain(data, hasAlpha);
+    return Plain(data, part & QRectF(0, 0, data.width, data.height), hasAlpha);
 }
 
-QImage BitmapAccess::Plain(const BitmapData& data, bool hasAlpha)
+BitmapPart BitmapAccess::Plain(const BitmapData& data, const QRectF& part, bool hasAlpha)
 {
-    QImage picture(data.width, data.height,
-                   hasAlpha ? QImage::Format_ARGB32 : QImage::Format_RGB32);
-    for (int32 row = 0; row < data.height; ++row) {
-        ConvertPixels(data.bits.data() + static_cast<ptrdiff_t>(row) * data.bytesPerRow, data.space,
-                      picture.scanLine(row), B_RGBA32, data.width);
+    if (data.space == B_CMAP8 || (data.space == B_RGBA32 && hasAlpha)) {
+        return {hasAlpha ? data.image : data.covering, part};
     }
-    return picture;
+    const QRect area = part.toAlignedRect();
+    const auto rowOf = [&](int row) {
+        return data.bits + static_cast<ptrdiff_t>(area.top() + row) * data.bytesPerRow +
+               static_cast<ptrdiff_t>(area.left()) * 4;
+    };
+    bool isDrawable = true;
+    for (int row = 0; row < area.height() && isDrawable; ++row) {
+        isDrawable = CoverAll(rowOf(row), area.width(), hasAlpha);
+    }
+    if (isDrawable) {
+        return {data.covering, part};
+    }
+    QImage converted(area.size(), hasAlpha ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+    for (int row = 0; row < area.height(); ++row) {
+        auto* pixels = reinterpret_cast<QRgb*>(converted.scanLine(row));
+        ConvertPixels(rowOf(row), data.space, pixels, B_RGBA32, area.width());
+        for (int i = 0; i < area.width() && !hasAlpha; ++i) {
+            pixels[i] |= 0xff000000;
+        }
+    }
+    return {converted, part.translated(-QPointF(area.topLeft()))};
 }
 
 } // namespace kits

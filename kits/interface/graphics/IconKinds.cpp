@@ -3,8 +3,11 @@
 #include "storage/MimeDatabase.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
+#include <functional>
 #include <iterator>
+#include <map>
 #include <mutex>
 #include <string>
 #include <unordered_map>
@@ -49,30 +52,7 @@ std::string DecidingPart(std::string_view name)
     return part;
 }
 
-IconKind KindOfName(const char* name)
-{
-    static std::mutex mutex;
-    static std::unordered_map<std::string, IconKind> known; // guarded by mutex
-    const std::string part = DecidingPart(name);
-    {
-        const std::lock_guard lock(mutex);
-        const auto found = known.find(part);
-        if (found != known.end()) {
-            return found->second;
-        }
-    }
-    const IconKind kind = IconKindOfType(MimeTypeOfName(name));
-    const std::lock_guard lock(mutex);
-    if (known.size() >= kKeptSuffixes) {
-        known.clear();
-    }
-    known.emplace(part, kind);
-    return kind;
-}
-
-} // namespace
-
-IconKind IconKindOfType(std::string_view type)
+IconKind KindOfType(std::string_view type)
 {
     if (type == "inode/directory") {
         return IconKind::kFolder;
@@ -102,23 +82,80 @@ IconKind IconKindOfType(std::string_view type)
     return HasOneOf(type, kArchiveWords) ? IconKind::kArchive : IconKind::kGeneric;
 }
 
-IconKind IconKindOfEntry(const char* name, mode_t mode)
+const IconLook* LookOfName(const char* name)
+{
+    static std::mutex mutex;
+    static std::unordered_map<std::string, const IconLook*> known; // guarded by mutex
+    const std::string part = DecidingPart(name);
+    {
+        const std::lock_guard lock(mutex);
+        const auto found = known.find(part);
+        if (found != known.end()) {
+            return found->second;
+        }
+    }
+    const IconLook* look = LookOfType(MimeTypeOfName(name));
+    const std::lock_guard lock(mutex);
+    if (known.size() >= kKeptSuffixes) {
+        known.clear();
+    }
+    known.emplace(part, look);
+    return look;
+}
+
+} // namespace
+
+const IconLook* LookOfType(std::string_view type)
+{
+    // The database has a bounded number of types; strange ones share the look of none.
+    static std::mutex mutex;
+    static std::map<std::string, IconLook, std::less<>> looks; // guarded by mutex
+    {
+        const std::lock_guard lock(mutex);
+        const auto found = looks.find(type);
+        if (found != looks.end()) {
+            return &found->second;
+        }
+    }
+    const std::string name(type);
+    const TypeIconNames names = IconNamesOfType(name);
+    const IconKind kind = KindOfType(type);
+    if (names.own.empty()) {
+        return LookOfKind(kind);
+    }
+    const std::lock_guard lock(mutex);
+    return &looks.emplace(name, IconLook{kind, names.own, names.generic}).first->second;
+}
+
+const IconLook* LookOfKind(IconKind kind)
+{
+    static const auto looks = [] {
+        std::array<IconLook, kIconKinds> made;
+        for (size_t i = 0; i < made.size(); ++i) {
+            made[i].kind = static_cast<IconKind>(i);
+        }
+        return made;
+    }();
+    return &looks[static_cast<size_t>(kind)];
+}
+
+const IconLook* LookOfEntry(const char* name, mode_t mode)
 {
     switch (mode & S_IFMT) {
     case S_IFDIR:
-        return IconKind::kFolder;
+        return LookOfKind(IconKind::kFolder);
     case S_IFLNK:
-        return IconKind::kLink;
+        return LookOfKind(IconKind::kLink);
     case S_IFBLK:
-        return IconKind::kDisk;
+        return LookOfKind(IconKind::kDisk);
     case S_IFREG:
         break;
     default:
-        return IconKind::kGeneric;
+        return LookOfKind(IconKind::kGeneric);
     }
-    const IconKind kind = KindOfName(name);
+    const IconLook* look = LookOfName(name);
     const bool mayBeRun = (mode & 0111) != 0;
-    return kind == IconKind::kGeneric && mayBeRun ? IconKind::kProgram : kind;
+    return look->kind == IconKind::kGeneric && mayBeRun ? LookOfKind(IconKind::kProgram) : look;
 }
 
 } // namespace kits

@@ -4,11 +4,14 @@
 
 #include <Screen.h>
 
+#include <atomic>
 #include <cstring>
 
 namespace kits {
 
 namespace {
+
+std::atomic<int64> gConvertedPixels = 0;
 
 rgb_color Read(const uint8* pixel, color_space space, const color_map& map)
 {
@@ -60,6 +63,7 @@ void ConvertPixels(const void* from, color_space fromSpace, void* to, color_spac
     if (count <= 0) {
         return;
     }
+    gConvertedPixels.fetch_add(count, std::memory_order_relaxed);
     if (fromSpace == toSpace) {
         std::memcpy(to, from, static_cast<size_t>(count) * static_cast<size_t>(fromStep));
         return;
@@ -72,6 +76,28 @@ void ConvertPixels(const void* from, color_space fromSpace, void* to, color_spac
         source += fromStep;
         target += toStep;
     }
+}
+
+bool CoverAll(const void* pixels, int32 count, bool isKeyed)
+{
+    constexpr uint32 kFull = 0xff000000;
+    constexpr uint32 kKey = kFull | uint32{B_TRANSPARENT_COLOR.red} << 16 |
+                            uint32{B_TRANSPARENT_COLOR.green} << 8 | B_TRANSPARENT_COLOR.blue;
+    const auto* bytes = static_cast<const uint8*>(pixels);
+    uint32 all = kFull;
+    bool hasKey = false;
+    for (int32 i = 0; i < count; ++i) {
+        uint32 pixel = 0;
+        std::memcpy(&pixel, bytes + static_cast<ptrdiff_t>(i) * 4, sizeof(pixel));
+        all &= pixel;
+        hasKey |= pixel == kKey;
+    }
+    return all == kFull && !(isKeyed && hasKey);
+}
+
+int64 CountConvertedPixels()
+{
+    return gConvertedPixels.load(std::memory_order_relaxed);
 }
 
 } // namespace kits

@@ -13,4 +13,12 @@ int32 BytesPerPixel(color_space space);
 void ConvertPixels(const void* from, color_space fromSpace, void* to, color_space toSpace,
                    int32 count);
 
+/// Whether `count` pixels of B_RGB32 all cover as they are in memory: their fourth byte, which says
+/// nothing in that space, is full, and, unless `isKeyed` is false, none has the colour that stands
+/// for transparent.
+bool CoverAll(const void* pixels, int32 count, bool isKeyed);
+
+/// How many pixels were converted so far, by all threads.
+int64 CountConvertedPixels();
+
 } // namespace kits

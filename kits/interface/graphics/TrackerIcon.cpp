@@ -1,5 +1,6 @@
 // The icons of BNodeInfo: those stored in nodes, and those that lists show.
 
+#include "BitmapAccess.h"
 #include "IconDrawings.h"
 #include "IconKinds.h"
 #include "server/WindowServer.h"
@@ -16,12 +17,13 @@
 #include <map>
 #include <mutex>
 #include <string>
-#include <utility>
+#include <tuple>
 #include <vector>
 
 namespace {
 
 using kits::IconKind;
+using kits::IconLook;
 
 constexpr type_code kMiniIconType = 'MICN';
 constexpr type_code kLargeIconType = 'ICON';
@@ -58,33 +60,35 @@ const char* ThemeName(IconKind kind)
     return kNames[static_cast<size_t>(kind)];
 }
 
-/// One icon at one size, with a drawing of twice the size for dense screens.
-struct Picture
+/// The theme's picture of the first name that it has; null when it has none of them.
+QImage ThemePicture(const IconLook& look, icon_size which, int32 sizePx)
 {
-    QImage plain;
-    QImage dense;
-};
-
-QImage PictureAt(IconKind kind, icon_size which, int32 scale)
-{
-    const int32 size = which * scale;
-    kits::WindowServer& server = kits::WindowServer::Get();
-    if (ThemeName(kind) != nullptr && server.IsRunning() && !server.IsServerThread()) {
-        const QImage theme = server.ThemeIcon(ThemeName(kind), which, static_cast<float>(scale));
+    const char* ofKind = ThemeName(look.kind);
+    const float scale = static_cast<float>(sizePx) / static_cast<float>(which);
+    for (const std::string& name :
+         {look.typeName, look.genericName, std::string(ofKind != nullptr ? ofKind : "")}) {
+        if (name.empty()) {
+            continue;
+        }
+        const QImage theme = kits::WindowServer::Get().ThemeIcon(name, which, scale);
         if (!theme.isNull()) {
-            return theme.convertToFormat(QImage::Format_ARGB32)
-                .scaled(size, size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+            const QImage picture = theme.convertToFormat(QImage::Format_ARGB32);
+            return picture.width() == sizePx && picture.height() == sizePx
+                       ? picture
+                       : picture.scaled(sizePx, sizePx, Qt::IgnoreAspectRatio,
+                                        Qt::SmoothTransformation);
         }
     }
-    return kits::DrawIcon(kind, size);
+    return {};
 }
 
-/// The picture of a kind, made once. Ownership: lent for ever.
-const Picture& PictureOf(IconKind kind, icon_size which)
+/// The picture of a look, made once for each number of device pixels.
+QImage PictureOf(const IconLook* look, icon_size which, int32 sizePx)
 {
     static std::mutex mutex;
-    static std::map<std::pair<IconKind, icon_size>, Picture> pictures; // guarded by mutex
-    const std::pair key(kind, which);
+    static std::map<std::tuple<const IconLook*, icon_size, int32>, QImage>
+        pictures; // guarded by mutex
+    const std::tuple key(look, which, sizePx);
     {
         const std::lock_guard lock(mutex);
         const auto found = pictures.find(key);
@@ -94,26 +98,27 @@ const Picture& PictureOf(IconKind kind, icon_size which)
     }
     // Unlocked, because the server may be waited for. Two threads that come here at once make the
     // same.
-    Picture made{PictureAt(kind, which, 1), PictureAt(kind, which, 2)};
-    const std::lock_guard lock(mutex);
-    return pictures.emplace(key, std::move(made)).first->second;
+    const kits::WindowServer& server = kits::WindowServer::Get();
+    const bool hasTheme = server.IsRunning() && !server.IsServerThread();
+    QImage picture = hasTheme ? ThemePicture(*look, which, sizePx) : QImage();
+    if (picture.isNull()) {
+        picture = kits::DrawIcon(look->kind, sizePx);
+    }
+    if (hasTheme) {
+        const std::lock_guard lock(mutex);
+        pictures.emplace(key, picture);
+    }
+    return picture;
 }
 
-status_t Fill(BBitmap* icon, IconKind kind, icon_size which)
+status_t Fill(BBitmap* icon, const IconLook* look, icon_size which)
 {
     if (!Fits(icon, which)) {
         return B_BAD_VALUE;
     }
-    const Picture& picture = PictureOf(kind, which);
-    const QImage& plain = picture.plain;
-    const status_t status =
-        icon->ImportBits(plain.constBits(), static_cast<int32>(plain.sizeInBytes()),
-                         static_cast<int32>(plain.bytesPerLine()), 0, B_RGBA32);
-    if (status != B_OK) {
-        return status;
-    }
-    return icon->SetDoubleBits(picture.dense.constBits(),
-                               static_cast<int32>(picture.dense.sizeInBytes()), B_RGBA32);
+    const bool isFilled = kits::BitmapAccess::SetPicture(
+        *icon, [look, which](int32 widthPx, int32) { return PictureOf(look, which, widthPx); });
+    return isFilled ? B_OK : B_NO_MEMORY;
 }
 
 struct KnownFolders
@@ -138,19 +143,19 @@ const KnownFolders& TheKnownFolders()
     return known;
 }
 
-IconKind KindOf(const char* name, const struct stat& st, dev_t folderDevice)
+const IconLook* LookOf(const char* name, const struct stat& st, dev_t folderDevice)
 {
     if (!S_ISDIR(st.st_mode)) {
-        return kits::IconKindOfEntry(name, st.st_mode);
+        return kits::LookOfEntry(name, st.st_mode);
     }
     const node_ref node(st.st_dev, st.st_ino);
     if (node == TheKnownFolders().home) {
-        return IconKind::kHome;
+        return kits::LookOfKind(IconKind::kHome);
     }
     if (node == TheKnownFolders().trash) {
-        return IconKind::kTrash;
+        return kits::LookOfKind(IconKind::kTrash);
     }
-    return st.st_dev != folderDevice ? IconKind::kDisk : IconKind::kFolder;
+    return kits::LookOfKind(st.st_dev != folderDevice ? IconKind::kDisk : IconKind::kFolder);
 }
 
 /// The name by which an open node is reached now; "" when it is not.
@@ -219,12 +224,12 @@ status_t BNodeInfo::GetTrackerIcon(BBitmap* icon, icon_size which) const
         }
         char type[B_MIME_TYPE_LENGTH];
         if (GetType(type) == B_OK) {
-            return Fill(icon, kits::IconKindOfType(type), which);
+            return Fill(icon, kits::LookOfType(type), which);
         }
     }
     struct stat st;
     const status_t status = fNode->GetStat(&st);
-    return status == B_OK ? Fill(icon, KindOf(NameOf(*fNode).c_str(), st, st.st_dev), which)
+    return status == B_OK ? Fill(icon, LookOf(NameOf(*fNode).c_str(), st, st.st_dev), which)
                           : status;
 }
 
@@ -239,7 +244,7 @@ status_t BNodeInfo::GetTrackerIcon(const entry_ref* ref, BBitmap* icon, icon_siz
     if (status == B_OK) {
         status = entry.GetStat(&st);
     }
-    return status == B_OK ? Fill(icon, KindOf(ref->name, st, ref->device), which) : status;
+    return status == B_OK ? Fill(icon, LookOf(ref->name, st, ref->device), which) : status;
 }
 
 status_t BNodeInfo::GetTrackerIcon(const char* name, mode_t mode, BBitmap* icon, icon_size which)
@@ -247,5 +252,5 @@ status_t BNodeInfo::GetTrackerIcon(const char* name, mode_t mode, BBitmap* icon,
     if (name == nullptr || !Fits(icon, which)) {
         return B_BAD_VALUE;
     }
-    return Fill(icon, kits::IconKindOfEntry(name, mode), which);
+    return Fill(icon, kits::LookOfEntry(name, mode), which);
 }

@@ -6,6 +6,9 @@ namespace kits {
 
 namespace {
 
+// Parts up to this size are copied in no time, and a small one does not keep a large text alive.
+constexpr size_t kCopiedBytes = 256 * 1024;
+
 bool IsContinuation(char byte)
 {
     return (static_cast<uint8>(byte) & 0xc0) == 0x80;
@@ -76,18 +79,26 @@ std::string_view CutAtCharacter(std::string_view text, int32 length)
 
 void TextBuffer::SetText(std::string_view text)
 {
-    fBytes.assign(text);
-    fLines.Build(fIsSingleLine ? std::string_view() : fBytes);
+    fBytes = std::make_shared<std::string>(text);
+    fIsShared = false;
+    fLines.Build(fIsSingleLine ? std::string_view() : Bytes());
 }
 
 void TextBuffer::Replace(int32 from, int32 to, std::string_view inserted)
 {
     // The first key in a large text would copy all of it to a larger place.
-    const size_t needed = fBytes.size() - static_cast<size_t>(to - from) + inserted.size();
-    if (needed > fBytes.capacity()) {
-        fBytes.reserve(needed + needed / 8);
+    const size_t needed = fBytes->size() - static_cast<size_t>(to - from) + inserted.size();
+    if (fIsShared || needed > fBytes->capacity()) {
+        auto larger = std::make_shared<std::string>();
+        larger->reserve(needed + needed / 8);
+        larger->append(*fBytes, 0, static_cast<size_t>(from));
+        larger->append(inserted);
+        larger->append(*fBytes, static_cast<size_t>(to), std::string::npos);
+        fBytes = std::move(larger);
+        fIsShared = false;
+    } else {
+        fBytes->replace(static_cast<size_t>(from), static_cast<size_t>(to - from), inserted);
     }
-    fBytes.replace(static_cast<size_t>(from), static_cast<size_t>(to - from), inserted);
     if (!fIsSingleLine) {
         fLines.Replace(from, to - from, inserted);
     }
@@ -96,7 +107,7 @@ void TextBuffer::Replace(int32 from, int32 to, std::string_view inserted)
 void TextBuffer::SetSingleLine(bool isSingle)
 {
     fIsSingleLine = isSingle;
-    fLines.Build(isSingle ? std::string_view() : fBytes);
+    fLines.Build(isSingle ? std::string_view() : Bytes());
 }
 
 TextShowing TextBuffer::Showing() const
@@ -109,8 +120,20 @@ TextShowing TextBuffer::Showing() const
 
 std::string_view TextBuffer::Part(int32 from, int32 to) const
 {
-    return std::string_view(fBytes).substr(static_cast<size_t>(from),
-                                           static_cast<size_t>(to - from));
+    return std::string_view(*fBytes).substr(static_cast<size_t>(from),
+                                            static_cast<size_t>(to - from));
+}
+
+SharedText TextBuffer::Share(int32 from, int32 to)
+{
+    const std::string_view part = Part(from, to);
+    if (part.size() <= kCopiedBytes) {
+        return SharedText(std::string(part));
+    }
+    // Whether others still hold it cannot be seen safely from here: the next change makes a new
+    // one.
+    fIsShared = true;
+    return SharedText(fBytes, static_cast<size_t>(from), part.size());
 }
 
 int32 TextBuffer::Clamp(int32 offset) const
@@ -118,10 +141,10 @@ int32 TextBuffer::Clamp(int32 offset) const
     offset = std::clamp(offset, 0, Length());
     // A character has at most three bytes behind its first.
     for (int32 back = 1; back <= 3 && back <= offset && offset < Length(); ++back) {
-        if (!IsContinuation(fBytes[static_cast<size_t>(offset)])) {
+        if (!IsContinuation((*fBytes)[static_cast<size_t>(offset)])) {
             break;
         }
-        if (Utf8Length(std::string_view(fBytes).substr(static_cast<size_t>(offset - back))) >
+        if (Utf8Length(std::string_view(*fBytes).substr(static_cast<size_t>(offset - back))) >
             back) {
             return offset - back;
         }

@@ -3,8 +3,11 @@
 #include "TextDecoding.h"
 #include "TextLineIndex.h"
 
+#include "support/SharedText.h"
+
 #include <SupportDefs.h>
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -16,6 +19,10 @@ namespace kits {
 class TextBuffer
 {
 public:
+    TextBuffer() = default;
+    TextBuffer(const TextBuffer&) = delete;
+    TextBuffer& operator=(const TextBuffer&) = delete;
+
     void SetText(std::string_view text);
     /// Puts `inserted` in the place of the bytes from `from` to `to`.
     void Replace(int32 from, int32 to, std::string_view inserted);
@@ -27,9 +34,12 @@ public:
     bool HidesText() const { return fHidesText; }
     TextShowing Showing() const;
 
-    const std::string& Bytes() const { return fBytes; }
-    int32 Length() const { return static_cast<int32>(fBytes.size()); }
+    const std::string& Bytes() const { return *fBytes; }
+    int32 Length() const { return static_cast<int32>(fBytes->size()); }
     std::string_view Part(int32 from, int32 to) const;
+    /// The same for others to keep, as it is now; takes no longer for a large part. The next change
+    /// of the text copies the bytes then.
+    SharedText Share(int32 from, int32 to);
     /// The nearest offset that is in the text and begins a character.
     int32 Clamp(int32 offset) const;
 
@@ -41,7 +51,8 @@ public:
     std::string_view Line(int32 line) const { return Part(LineStart(line), LineEnd(line)); }
 
 private:
-    std::string fBytes;
+    std::shared_ptr<std::string> fBytes = std::make_shared<std::string>();
+    bool fIsShared = false; // others may read it from their threads: it is never changed again
     TextLineIndex fLines;
     bool fIsSingleLine = false;
     bool fHidesText = false;

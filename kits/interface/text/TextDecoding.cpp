@@ -23,14 +23,19 @@ char16_t ShownAscii(uint8 byte, bool showsTabs)
     return isSigned ? static_cast<char16_t>(0x2400 + byte) : byte;
 }
 
-bool IsRightToLeft(QChar unit)
+bool IsRightToLeft(char32_t character)
 {
-    // The scripts beyond the basic plane are told by their first unit.
-    const char16_t code = unit.unicode();
-    return (code >= 0x0590 && code <= 0x08ff) || code == 0x200f || code == 0x202b ||
-           code == 0x202e || code == 0x2067 || (code >= 0xfb1d && code <= 0xfdff) ||
-           (code >= 0xfe70 && code <= 0xfefe) || code == 0xd802 || code == 0xd803 ||
-           code == 0xd83a || code == 0xd83b;
+    switch (QChar::direction(character)) {
+    case QChar::DirR:
+    case QChar::DirAL:
+    case QChar::DirAN:
+    case QChar::DirRLE:
+    case QChar::DirRLO:
+    case QChar::DirRLI:
+        return true;
+    default:
+        return false;
+    }
 }
 
 /// Line ends other than the line feed, at which a line would be broken wherever it is shown.
@@ -88,8 +93,11 @@ void DecodedText::Decode(std::string_view bytes, bool showsTabs)
             if (IsLineEnd(fText[unit])) {
                 fText[unit] = QChar(kNewLineSign);
             }
-            fHasRightToLeft = fHasRightToLeft || IsRightToLeft(fText[unit]);
         }
+        const bool isPair = fText.size() - before == 2 && fText[before].isHighSurrogate();
+        const char32_t character = isPair ? QChar::surrogateToUcs4(fText[before], fText[before + 1])
+                                          : char32_t{fText[before].unicode()};
+        fHasRightToLeft = fHasRightToLeft || IsRightToLeft(character);
         place += static_cast<size_t>(std::max<int32>(length, 1));
     }
     fBytes.push_back(fByteCount);

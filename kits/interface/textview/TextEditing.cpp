@@ -76,6 +76,8 @@ void TextViewState::Replace(int32 from, int32 to, std::string_view inserted)
     };
     follow(anchor);
     follow(caret);
+    follow(paste.anchor);
+    follow(paste.caret);
     goalX = -1;
     if (geometry.CountRows() != rowsBefore) {
         InvalidateBelow(firstRow);

@@ -28,9 +28,7 @@ void TextViewState::MoveTo(int32 offset, Reach reach)
     undo.EndRun();
     SetSelection(reach == Reach::kSelection ? anchor : offset, offset);
     ScrollToCaret();
-    if (reach == Reach::kSelection) {
-        OfferSelection();
-    }
+    isOfferDue = isOfferDue || reach == Reach::kSelection;
 }
 
 void TextViewState::MoveByRows(int32 rows, Reach reach)
@@ -98,10 +96,18 @@ void TextViewState::GetGrain(int32 offset, Grain size, int32* from, int32* to) c
     }
 }
 
-void TextViewState::OfferSelection() const
+void TextViewState::OfferSelection()
 {
+    isOfferDue = false;
     if (HasSelection() && isSelectable && !text.HidesText()) {
-        OfferPrimary(text.Part(Start(), End()));
+        OfferPrimary(text.Share(Start(), End()));
+    }
+}
+
+void TextViewState::OfferWhatKeysSelected()
+{
+    if (isOfferDue) {
+        OfferSelection();
     }
 }
 

@@ -1,12 +1,16 @@
 #include "TextTransfer.h"
 
 #include "TextViewState.h"
+#include "interface/views/WindowAccess.h"
 
-#include "app/ClipboardHooks.h"
-
+#include <Beep.h>
 #include <Clipboard.h>
 #include <Message.h>
 #include <TypeConstants.h>
+
+#include <cstring>
+#include <system_error>
+#include <utility>
 
 // What a text view takes from the clipboard and gives to it.
 
@@ -32,20 +36,59 @@ std::string TextOf(BClipboard* clipboard)
     return found;
 }
 
+bool IsDesktops(const BClipboard* clipboard)
+{
+    return clipboard != nullptr && std::strcmp(clipboard->Name(), be_clipboard->Name()) == 0;
+}
+
 } // namespace
 
-void OfferPrimary(std::string_view text)
+void OfferPrimary(SharedText text)
 {
     const ClipboardHooks& hooks = GetClipboardHooks();
     if (hooks.offer != nullptr) {
-        hooks.offer(ClipboardKind::kPrimary, std::string(text));
+        hooks.offer(ClipboardKind::kPrimary, std::move(text));
     }
 }
 
-std::string FetchPrimary()
+ClipboardReading::ClipboardReading()
+    : fId([] {
+          static std::atomic<int32> last{0};
+          return ++last;
+      }())
 {
-    const ClipboardHooks& hooks = GetClipboardHooks();
-    return hooks.fetch != nullptr ? hooks.fetch(ClipboardKind::kPrimary).text : std::string();
+}
+
+std::unique_ptr<ClipboardReading> ClipboardReading::Start(ClipboardKind kind,
+                                                          const BMessenger& target)
+{
+    std::unique_ptr<ClipboardReading> reading(new ClipboardReading);
+    ClipboardReading* self = reading.get();
+    try {
+        self->fThread = std::thread([self, kind, target] {
+            self->fContent = GetClipboardHooks().fetch(kind, &self->fIsCancelled);
+            BMessage arrived(kPasteArrived);
+            arrived.AddInt32("paste", self->fId);
+            target.SendMessage(&arrived);
+        });
+    } catch (const std::system_error&) {
+        return nullptr;
+    }
+    return reading;
+}
+
+ClipboardReading::~ClipboardReading()
+{
+    fIsCancelled = true;
+    if (fThread.joinable()) {
+        fThread.join();
+    }
+}
+
+ClipboardContent ClipboardReading::Take()
+{
+    fThread.join();
+    return std::move(fContent);
 }
 
 void TextViewState::CopyTo(BClipboard* clipboard) const
@@ -65,6 +108,9 @@ void TextViewState::CopyTo(BClipboard* clipboard) const
 
 void TextViewState::PasteFrom(BClipboard* clipboard)
 {
+    if (IsDesktops(clipboard) && AwaitPaste(ClipboardKind::kClipboard)) {
+        return;
+    }
     const std::string pasted = TextOf(clipboard);
     if (!pasted.empty()) {
         Enter(pasted, TextAction::kPasting);
@@ -73,9 +119,62 @@ void TextViewState::PasteFrom(BClipboard* clipboard)
 
 void TextViewState::PasteSelection()
 {
-    const std::string pasted = FetchPrimary();
-    if (!pasted.empty()) {
-        Enter(pasted, TextAction::kPasting);
+    ClipboardContent own;
+    const ClipboardHooks& hooks = GetClipboardHooks();
+    if (AwaitPaste(ClipboardKind::kPrimary) || hooks.peek == nullptr ||
+        !hooks.peek(ClipboardKind::kPrimary, &own) || own.text.IsEmpty()) {
+        return;
+    }
+    Enter(own.text.View(), TextAction::kPasting);
+}
+
+// Another program is waited for without the window, which goes on living. What is typed meanwhile
+// waits with the paste: it was meant to come behind it.
+bool TextViewState::AwaitPaste(ClipboardKind kind)
+{
+    ClipboardContent own;
+    const ClipboardHooks& hooks = GetClipboardHooks();
+    if (hooks.peek == nullptr || hooks.fetch == nullptr || view.Window() == nullptr ||
+        hooks.peek(kind, &own)) {
+        return false;
+    }
+    GiveUpPaste();
+    paste.reading = ClipboardReading::Start(kind, BMessenger(&view));
+    if (paste.reading == nullptr) {
+        beep();
+        return true;
+    }
+    paste.anchor = anchor;
+    paste.caret = caret;
+    WindowAccess::HoldKeys(*view.Window());
+    return true;
+}
+
+void TextViewState::PasteArrived(int32 id)
+{
+    if (paste.reading == nullptr || paste.reading->Id() != id) {
+        return; // given up meanwhile
+    }
+    const ClipboardContent content = paste.reading->Take();
+    if (content.isOwnerSilent) {
+        beep();
+    } else if (isEditable && !content.text.IsEmpty()) {
+        EndPreview();
+        // Where it was asked for, though the mouse may have moved the caret.
+        SetSelection(paste.anchor, paste.caret);
+        Enter(content.text.View(), TextAction::kPasting);
+    }
+    GiveUpPaste();
+}
+
+void TextViewState::GiveUpPaste()
+{
+    if (paste.reading == nullptr) {
+        return;
+    }
+    paste.reading.reset();
+    if (view.Window() != nullptr) {
+        WindowAccess::ReleaseKeys(*view.Window());
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include <AppDefs.h>
 #include <Clipboard.h>
+#include <InterfaceDefs.h>
 #include <Message.h>
 #include <ViewDescription.h>
 #include <Window.h>
@@ -64,6 +65,8 @@ void BTextView::AttachedToWindow()
 
 void BTextView::DetachedFromWindow()
 {
+    fText->GiveUpPaste();
+    fText->OfferWhatKeysSelected();
     fText->geometry.SetPreview({});
     fText->isDragging = false;
     fText->dragTicker.reset();
@@ -99,6 +102,9 @@ void BTextView::MouseMoved(BPoint where, uint32 transit, const BMessage* dragMes
 void BTextView::WindowActivated(bool active)
 {
     BView::WindowActivated(active);
+    if (!active) {
+        fText->OfferWhatKeysSelected();
+    }
     if (IsFocus()) {
         fText->InvalidateSelection(fText->Start(), fText->End());
         fText->ShowCaret();
@@ -125,6 +131,7 @@ void BTextView::MakeFocus(bool focus)
     }
     if (!focus) {
         fText->EndPreview();
+        fText->OfferWhatKeysSelected();
     }
     BView::MakeFocus(focus);
     fText->undo.EndRun();
@@ -151,6 +158,15 @@ void BTextView::MessageReceived(BMessage* message)
         break;
     case B_INPUT_METHOD_EVENT:
         fText->TakeInput(*message);
+        break;
+    case kits::kPasteArrived:
+        fText->PasteArrived(message->GetInt32("paste", 0));
+        break;
+    case B_MODIFIERS_CHANGED:
+        if ((static_cast<uint32>(message->GetInt32("modifiers", 0)) & B_SHIFT_KEY) == 0) {
+            fText->OfferWhatKeysSelected();
+        }
+        BView::MessageReceived(message);
         break;
     case B_CUT:
         Cut(be_clipboard);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TextTransfer.h"
 #include "interface/text/TextBuffer.h"
 #include "interface/text/TextGeometry.h"
 #include "interface/text/TextMovement.h"
@@ -64,7 +65,10 @@ struct TextViewState
     /// What a press at an offset selects.
     void GetGrain(int32 offset, Grain size, int32* from, int32* to) const;
     /// Offers the selected text to who presses the middle button.
-    void OfferSelection() const;
+    void OfferSelection();
+    /// The same when keys have selected since the last offer: Shift was released, or the focus
+    /// goes.
+    void OfferWhatKeysSelected();
 
     // Clipboard (TextTransfer.cpp)
 
@@ -72,6 +76,10 @@ struct TextViewState
     void PasteFrom(BClipboard* clipboard);
     /// Inserts what was selected last, in whatever program.
     void PasteSelection();
+    /// Asks another program for its text, without waiting; false when none needs to be asked.
+    bool AwaitPaste(ClipboardKind kind);
+    void PasteArrived(int32 id);
+    void GiveUpPaste();
 
     // Keys (TextKeys.cpp)
 
@@ -143,6 +151,15 @@ struct TextViewState
     int32 maxBytes = INT32_MAX;
     std::set<uint32> disallowed;
     std::function<void()> edited; // called after a change that a person made
+
+    struct AwaitedPaste
+    {
+        std::unique_ptr<ClipboardReading> reading; // null: none is awaited
+        int32 anchor = 0;                          // the selection when it was asked for; these
+        int32 caret = 0;                           // follow their text
+    };
+    AwaitedPaste paste;
+    bool isOfferDue = false; // keys have selected what was not offered yet
 
     bool isUndoing = false; // hooks run for Undo() or Redo()
     bool wasUndone = false; // the last change was Undo(): it can be done again

@@ -243,15 +243,13 @@ void ViewDrawing::DrawBitmap(const BBitmap* bitmap, BRect source, BRect destinat
         return;
     }
     if (ViewPainter painter{Self()}) {
-        double scale = 1;
-        const QImage picture =
-            BitmapAccess::Picture(*bitmap, painter.Scale(), fState->now.mode != B_OP_COPY, &scale);
         const BRect part = source.OffsetByCopy(-bitmap->Bounds().left, -bitmap->Bounds().top);
-        const QRectF pixels(static_cast<double>(part.left) * scale,
-                            static_cast<double>(part.top) * scale,
-                            static_cast<double>(part.Width() + 1) * scale,
-                            static_cast<double>(part.Height() + 1) * scale);
-        painter.Picture(picture, pixels & QRectF(picture.rect()), painter.Pixels(destination));
+        const QRectF pixels(static_cast<double>(part.left), static_cast<double>(part.top),
+                            static_cast<double>(part.Width() + 1),
+                            static_cast<double>(part.Height() + 1));
+        const BitmapPart picture =
+            BitmapAccess::Picture(*bitmap, pixels, painter.Scale(), fState->now.mode != B_OP_COPY);
+        painter.Picture(picture.image, picture.pixels, painter.Pixels(destination));
     }
 }
 

@@ -15,6 +15,10 @@ public:
     static void SetMouseCapture(BWindow* window, bool on);
     /// Names the window in the server's messages ("window"); 0 for one that is gone. Any thread.
     static int32 TokenOf(const BWindow* window);
+    /// From now on keys wait, in their order, until ReleaseKeys() was called as often: what they do
+    /// depends on something that is on its way. Locked.
+    static void HoldKeys(BWindow& window);
+    static void ReleaseKeys(BWindow& window);
 };
 
 } // namespace kits

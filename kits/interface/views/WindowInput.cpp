@@ -2,11 +2,13 @@
 
 #include "NativeShape.h"
 #include "ViewAccess.h"
+#include "WindowAccess.h"
 #include "WindowKeys.h"
 #include "WindowMouse.h"
 #include "WindowState.h"
 #include "WindowViews.h"
 
+#include "app/LooperCore.h"
 #include "server/FrontImage.h"
 #include "server/InputMessages.h"
 
@@ -140,8 +142,26 @@ void PaintIfStarved(BWindow& window, WindowState& state)
 
 using kits::WindowState;
 
+void kits::WindowAccess::HoldKeys(BWindow& window)
+{
+    State(window).keyHolds++;
+}
+
+void kits::WindowAccess::ReleaseKeys(BWindow& window)
+{
+    WindowState& state = State(window);
+    if (--state.keyHolds == 0) {
+        LooperCore::CoreOf(&window)->PutInFront(std::exchange(state.heldKeys, {}));
+    }
+}
+
 BHandler* BWindow::TargetOf(BMessage* message, BHandler* target)
 {
+    if (fState->keyHolds > 0 && target == this &&
+        (kits::IsKey(message->what) || message->what == B_INPUT_METHOD_EVENT)) {
+        fState->heldKeys.emplace_back(DetachCurrentMessage());
+        return nullptr;
+    }
     fState->takesAnswers = kits::MayAnswer(*message, *fState);
     if (fState->interceptor != nullptr && fState->interceptor->Intercept(message)) {
         return nullptr;

@@ -62,6 +62,9 @@ struct WindowState
     InputInterceptor* interceptor = nullptr;
     bool isMenuKeyArmed = false; // Alt is down and nothing else has happened since
 
+    int32 keyHolds = 0; // while there are any, keys wait
+    std::vector<std::unique_ptr<BMessage>> heldKeys;
+
     BView* pointed = nullptr;  // where the pointer was last
     BView* captured = nullptr; // the view that asked for the mouse until the release
     std::vector<BView*>

@@ -1,7 +1,9 @@
 #include "storage/MountTable.h"
 #include "OwnVolume.h"
+#include "storage/KernelVolume.h"
 
 #include <TempTree.h>
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/stat.h>
 #include <vector>
@@ -42,4 +44,22 @@ TEST(MountTableTest, TellsWhatIsMountedAndUnmounted)
             Expect(unmounted == std::vector<dev_t>{st.st_dev} && mounted.empty(), "unmounted");
         return isMountTold && isMountRight && isEndTold && isEndRight;
     });
+}
+
+// Whoever copies asks an open folder, whoever lists volumes the list of mounts.
+TEST(MountTableTest, FoldersAndMountsAgreeOnWhatIsTheKernels)
+{
+    int32 compared = 0;
+    for (const kits::Mount& mount : kits::ReadMounts()) {
+        const kits::UniqueFd point(open(mount.point.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+        kits::Mount reached;
+        if (mount.kind == kits::MountKind::kNetwork || !point.IsOpen() ||
+            !kits::FindMountOf(point.Get(), &reached) || reached.id != mount.id) {
+            continue; // out of reach, or hidden by another
+        }
+        ++compared;
+        EXPECT_EQ(kits::IsKernelVolume(point.Get()), mount.kind == kits::MountKind::kKernel)
+            << mount.point << " is of type " << mount.type;
+    }
+    EXPECT_GT(compared, 1);
 }

@@ -5,8 +5,10 @@
 #include <Invoker.h>
 #include <Messenger.h>
 #include <Screen.h>
+#include <TextView.h>
 
 #include <atomic>
+#include <cmath>
 #include <functional>
 #include <future>
 #include <thread>
@@ -302,6 +304,70 @@ TEST(AlertTest, LongTextMakesItHigherAndStaysOnTheScreen)
     EXPECT_LE(frame.bottom, screen.bottom);
     ASSERT_TRUE(AnswerAlert("Cancel"));
     EXPECT_EQ(running.Answer(), 0);
+}
+
+TEST(AlertTest, TextThatIsTooLongScrollsAboveTheButtons)
+{
+    std::string names = "Do you really want to delete the following files/folders:";
+    for (int32 i = 0; i < 90; i++) {
+        names += "\n\t" + std::string(90, 'n') + " number " + std::to_string(i);
+    }
+    const BRect screen = BScreen().Frame();
+    RunningAlert running([&] { return new BAlert("Sir?", names.c_str(), "Cancel", "Delete"); });
+    BWindow* alert = WaitForWindow("Sir?");
+    ASSERT_NE(alert, nullptr);
+    ASSERT_TRUE(WaitForFocus(alert));
+    ASSERT_TRUE(WaitUntilAnswers(alert));
+    const auto read = [alert](const auto& get) {
+        alert->Lock();
+        const auto value = get();
+        alert->Unlock();
+        return value;
+    };
+    auto* text = dynamic_cast<BTextView*>(FindView(alert, "text"));
+    BView* button = FindView(alert, "Cancel");
+    ASSERT_NE(text, nullptr);
+    ASSERT_NE(button, nullptr);
+
+    EXPECT_LT(read([&] { return alert->Frame().Height(); }), screen.Height());
+    EXPECT_LT(read([&] { return text->Frame().bottom; }),
+              read([&] { return button->Frame().top; }));
+    const float line = read([&] { return text->LineHeight(); });
+    EXPECT_EQ(std::fmod(read([&] { return text->Bounds().Height(); }) + 1, line), 0);
+
+    const auto top = [&] {
+        return read([&] { return text->Bounds().top; });
+    };
+    EXPECT_EQ(top(), 0);
+    TypeKey(B_PAGE_DOWN);
+    Sync(alert);
+    EXPECT_GT(top(), 10 * line);
+    TypeKey(B_HOME);
+    Sync(alert);
+    EXPECT_EQ(top(), 0);
+    TurnWheel(text, BPoint(20, 20), 1);
+    Sync(alert);
+    EXPECT_GT(top(), 0);
+    TypeKey(B_END);
+    Sync(alert);
+    const float height = read([&] { return text->TextHeight(0, text->CountLines() - 1); });
+    EXPECT_EQ(top(), height - read([&] { return text->Bounds().Height() + 1; }));
+    TypeKey(B_ESCAPE);
+    EXPECT_EQ(running.Answer(), 0);
+}
+
+TEST(AlertTest, LongNamesAreBrokenAnywhere)
+{
+    auto* alert = new BAlert("a", std::string(400, 'm').c_str(), "OK");
+
+    alert->Lock();
+    auto* text = dynamic_cast<BTextView*>(alert->FindView("text"));
+    ASSERT_NE(text, nullptr);
+    EXPECT_GT(text->CountLines(), 3);
+    for (int32 i = 0; i < text->CountLines(); ++i) {
+        EXPECT_LE(text->LineWidth(i), text->Bounds().Width() + 1);
+    }
+    alert->Quit();
 }
 
 TEST(AlertTest, LinesOfAListStayWhole)

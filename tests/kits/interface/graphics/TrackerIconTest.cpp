@@ -1,3 +1,5 @@
+#include "ApplicationEnvironment.h"
+#include "interface/graphics/BitmapAccess.h"
 #include "interface/graphics/IconDrawings.h"
 #include "interface/graphics/IconKinds.h"
 
@@ -6,19 +8,25 @@
 #include <Node.h>
 #include <NodeInfo.h>
 
+#include <QIcon>
 #include <TempTree.h>
 #include <cstring>
 #include <gtest/gtest.h>
 #include <set>
 #include <string>
 #include <sys/xattr.h>
+#include <testing/Native.h>
 
 using kits::IconKind;
-using kits::IconKindOfEntry;
 
 namespace {
 
 const BRect kMini(0, 0, 15, 15);
+
+IconKind IconKindOfEntry(const char* name, mode_t mode)
+{
+    return kits::LookOfEntry(name, mode)->kind;
+}
 
 std::string Pixels(const QImage& image)
 {
@@ -115,4 +123,81 @@ TEST(TrackerIconTest, IsTheSameByRefAndByName)
         EXPECT_EQ(BNodeInfo::GetTrackerIcon(name, mode | 0644u, &byName, B_MINI_ICON), B_OK);
         EXPECT_EQ(Pixels(byRef), Pixels(byName)) << name;
     }
+}
+
+namespace {
+
+/// An icon theme whose icons are squares of one colour, at 16 and 24 pixels.
+class ThemeTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        fTree.Write("probe/index.theme", "[Icon Theme]\nName=probe\nDirectories=16,24\n"
+                                         "[16]\nSize=16\nType=Fixed\n[24]\nSize=24\nType=Fixed\n");
+        Put("application-x-dvi", Qt::red);
+        Put("x-office-spreadsheet", Qt::green);
+        Put("video-x-generic", Qt::blue);
+        kits::testing::OnServer([this] {
+            fPaths = QIcon::themeSearchPaths();
+            fName = QIcon::themeName();
+            QIcon::setThemeSearchPaths({QString::fromStdString(fTree.Path())});
+            QIcon::setThemeName(QStringLiteral("probe"));
+        });
+    }
+    void TearDown() override
+    {
+        kits::testing::OnServer([this] {
+            QIcon::setThemeSearchPaths(fPaths);
+            QIcon::setThemeName(fName);
+        });
+    }
+
+    void Put(const std::string& name, QColor color)
+    {
+        for (const int size : {16, 24}) {
+            const std::string folder = "probe/" + std::to_string(size);
+            fTree.MakeFolder(folder);
+            QImage image(size, size, QImage::Format_ARGB32);
+            image.fill(color);
+            image.save(QString::fromStdString(fTree.Path(folder + "/" + name + ".png")));
+        }
+    }
+    static QImage Draw(const char* name, double scale)
+    {
+        BBitmap icon(kMini, B_CMAP8);
+        EXPECT_EQ(BNodeInfo::GetTrackerIcon(name, S_IFREG | 0644, &icon, B_MINI_ICON), B_OK);
+        return kits::BitmapAccess::Picture(icon, QRectF(0, 0, 16, 16), scale, true).image;
+    }
+
+    TempTree fTree;
+    QStringList fPaths;
+    QString fName;
+};
+
+} // namespace
+
+// The suffixes are of nobody else's tests: absent icons are remembered, too.
+TEST_F(ThemeTest, HasIconsForTypes)
+{
+    EXPECT_EQ(Draw("paper.dvi", 1).pixelColor(8, 8), QColor(Qt::red));
+}
+
+TEST_F(ThemeTest, HasIconsForKindsOfTypes)
+{
+    EXPECT_EQ(Draw("sums.sxc", 1).pixelColor(8, 8), QColor(Qt::green));
+    EXPECT_EQ(Draw("film.ogm", 1).pixelColor(8, 8), QColor(Qt::blue));
+}
+
+TEST_F(ThemeTest, LeavesTheRestToOurDrawings)
+{
+    EXPECT_EQ(Pixels(Draw("song.669", 1)), Pixels(kits::DrawIcon(IconKind::kSound, 16)));
+}
+
+TEST_F(ThemeTest, IconsAreSharpBetweenWholeScales)
+{
+    const QImage icon = Draw("paper.dvi", 1.5);
+    EXPECT_EQ(icon.size(), QSize(24, 24));
+    EXPECT_EQ(icon.pixelColor(23, 23), QColor(Qt::red));
+    EXPECT_EQ(Pixels(Draw("song.669", 1.25)), Pixels(kits::DrawIcon(IconKind::kSound, 20)));
 }

@@ -1,6 +1,7 @@
 #include "ApplicationEnvironment.h"
 
 #include <interface/text/TextBuffer.h>
+#include <interface/text/TextDecoding.h>
 #include <interface/text/TextGeometry.h>
 
 #include <algorithm>
@@ -192,6 +193,20 @@ TEST_F(TextGeometryTest, WrappedRowsFollowChanges)
     fText.Replace(1, 5, "");
     fGeometry.TextReplaced(1, 4, 3, 0);
     EXPECT_EQ(fGeometry.CountRows(), before);
+}
+
+TEST(TextDirectionTest, EveryScriptThatRunsToTheLeftIsKnown)
+{
+    const auto runsLeft = [](const char* text) {
+        return kits::DecodedText(text, true).HasRightToLeft();
+    };
+    EXPECT_TRUE(runsLeft("a \u05d0"));     // Hebrew
+    EXPECT_TRUE(runsLeft("a \u0627"));     // Arabic
+    EXPECT_TRUE(runsLeft("a \U00010d00")); // Hanifi Rohingya
+    EXPECT_TRUE(runsLeft("a \U0001e900")); // Adlam
+    EXPECT_TRUE(runsLeft("a \u202eb"));    // an override
+    EXPECT_FALSE(runsLeft("a \u00e4 \u4e2d \U0001f600"));
+    EXPECT_FALSE(runsLeft("a \ufdfd \U0001d11e")); // signs: one of the Arabic blocks, one of music
 }
 
 } // namespace kits

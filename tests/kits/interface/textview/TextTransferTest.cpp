@@ -2,6 +2,9 @@
 
 #include <app/ClipboardHooks.h>
 
+#include <OS.h>
+
+#include <atomic>
 #include <mutex>
 #include <string>
 
@@ -11,20 +14,30 @@ using namespace kits::testing;
 
 // What was offered to those who press the middle button; the headless desktop has no such thing.
 std::mutex gLock;
-std::string gSelected;    // guarded by gLock
-std::string gOnClipboard; // guarded by gLock
+kits::SharedText gSelected;    // guarded by gLock
+kits::SharedText gOnClipboard; // guarded by gLock
+int32 gOffers = 0;             // guarded by gLock
 
-uint64 Offer(kits::ClipboardKind kind, std::string text)
+uint64 Offer(kits::ClipboardKind kind, kits::SharedText text)
 {
     std::lock_guard<std::mutex> lock(gLock);
+    gOffers++;
     (kind == kits::ClipboardKind::kPrimary ? gSelected : gOnClipboard) = std::move(text);
     return 1;
 }
 
-kits::ClipboardContent Fetch(kits::ClipboardKind kind)
+bool Peek(kits::ClipboardKind kind, kits::ClipboardContent* content)
 {
     std::lock_guard<std::mutex> lock(gLock);
-    return {kind == kits::ClipboardKind::kPrimary ? gSelected : gOnClipboard, 0};
+    *content = {kind == kits::ClipboardKind::kPrimary ? gSelected : gOnClipboard, 1};
+    return true;
+}
+
+kits::ClipboardContent Fetch(kits::ClipboardKind kind, const std::atomic<bool>*)
+{
+    kits::ClipboardContent content;
+    Peek(kind, &content);
+    return content;
 }
 
 class TextTransferTest : public TextViewFixture
@@ -32,9 +45,10 @@ class TextTransferTest : public TextViewFixture
 protected:
     TextTransferTest() : fBefore(kits::GetClipboardHooks())
     {
-        gSelected.clear();
-        gOnClipboard.clear();
-        kits::SetClipboardHooks({Offer, Fetch});
+        gSelected = {};
+        gOnClipboard = {};
+        gOffers = 0;
+        kits::SetClipboardHooks({Offer, Peek, Fetch});
     }
     void TearDown() override
     {
@@ -46,7 +60,13 @@ protected:
     {
         Sync(fWindow);
         std::lock_guard<std::mutex> lock(gLock);
-        return gSelected;
+        return std::string(gSelected.View());
+    }
+    int32 CountOffers()
+    {
+        Sync(fWindow);
+        std::lock_guard<std::mutex> lock(gLock);
+        return gOffers;
     }
 
     kits::ClipboardHooks fBefore;
@@ -67,12 +87,70 @@ TEST_F(TextTransferTest, WhatKeysSelectIsOffered)
 {
     ShowText("one two three");
 
+    PressModifier(B_SHIFT_KEY);
     TypeKey(B_RIGHT_ARROW, B_SHIFT_KEY);
     TypeKey(B_RIGHT_ARROW, B_SHIFT_KEY);
+    EXPECT_EQ(CountOffers(), 0);
+    ReleaseModifier(B_SHIFT_KEY);
     EXPECT_EQ(Selected(), "on");
+    EXPECT_EQ(CountOffers(), 1);
 
     TypeKey('a', B_COMMAND_KEY);
     EXPECT_EQ(Selected(), "one two three");
+}
+
+TEST_F(TextTransferTest, WhatKeysSelectIsOfferedWhenTheFocusGoes)
+{
+    ShowText("one two three");
+
+    PressModifier(B_SHIFT_KEY);
+    TypeKey(B_RIGHT_ARROW, B_SHIFT_KEY);
+    Locked([this] {
+        fView->MakeFocus(false);
+        return 0;
+    });
+
+    EXPECT_EQ(Selected(), "o");
+    ReleaseModifier(B_SHIFT_KEY);
+}
+
+TEST_F(TextTransferTest, SelectingOnInALargeTextCostsWhatItCostsInASmallOne)
+{
+    constexpr int32 kSteps = 50;
+    constexpr bigtime_t kFrame = 16'000;
+    std::string large;
+    while (large.size() < 100'000'000) {
+        large += "a line of text that is like most of them, and ends after a while here\n";
+    }
+    ShowText(large.c_str());
+    Select(0, static_cast<int32>(large.size()) - 200);
+    Sync(fWindow);
+
+    PressModifier(B_SHIFT_KEY);
+    const bigtime_t start = system_time();
+    HoldKey(B_RIGHT_ARROW, kSteps - 1, B_SHIFT_KEY);
+    Sync(fWindow, 30'000'000);
+    const bigtime_t took = system_time() - start;
+    ReleaseModifier(B_SHIFT_KEY);
+
+    EXPECT_LT(took, kSteps * kFrame);
+    Sync(fWindow);
+    std::lock_guard<std::mutex> lock(gLock);
+    EXPECT_EQ(gOffers, 1);
+    EXPECT_EQ(gSelected.View().size(), large.size() - 200 + kSteps);
+}
+
+TEST_F(TextTransferTest, WhatIsOfferedStaysAsItWas)
+{
+    const std::string large(1'000'000, 'x');
+    ShowText(large.c_str());
+    TypeKey('a', B_COMMAND_KEY);
+
+    TypeText("new");
+    Sync(fWindow);
+
+    EXPECT_EQ(Text(), "new");
+    EXPECT_EQ(Selected(), large);
 }
 
 TEST_F(TextTransferTest, EmptySelectionsKeepTheOffer)
@@ -118,16 +196,18 @@ TEST_F(TextTransferTest, CopyingAsksNobodyForWhatIsThere)
     ShowText("one");
     TypeKey('a', B_COMMAND_KEY);
     // A program that hangs must not be asked for what is about to be replaced.
-    kits::SetClipboardHooks({Offer, [](kits::ClipboardKind) -> kits::ClipboardContent {
-                                 ADD_FAILURE() << "asked";
-                                 return {};
-                             }});
+    kits::SetClipboardHooks(
+        {Offer, nullptr,
+         [](kits::ClipboardKind, const std::atomic<bool>*) -> kits::ClipboardContent {
+             ADD_FAILURE() << "asked";
+             return {};
+         }});
 
     TypeKey('c', B_COMMAND_KEY);
     Sync(fWindow);
 
     std::lock_guard<std::mutex> lock(gLock);
-    EXPECT_EQ(gOnClipboard, "one");
+    EXPECT_EQ(gOnClipboard.View(), "one");
 }
 
 TEST_F(TextTransferTest, HiddenTextIsGivenToNobody)

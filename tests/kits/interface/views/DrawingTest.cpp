@@ -1,7 +1,10 @@
 #include "WindowFixture.h"
 
+#include "interface/graphics/PixelConversion.h"
+
 #include <Bitmap.h>
 #include <Region.h>
+#include <Screen.h>
 
 #include <cmath>
 #include <cstring>
@@ -307,6 +310,69 @@ TEST_F(DrawingTest, DoublePictureIsUsedOnDenseScreens)
     });
 
     EXPECT_EQ(picture.At(0, 0), picture.scale > 1 ? kBlue : kWhite);
+}
+
+TEST_F(DrawingTest, PartsOfBitmapsAreDrawnFromThePixelsThemselves)
+{
+    for (const color_space space : {B_RGB32, B_RGBA32, B_CMAP8}) {
+        BBitmap bitmap(BRect(0, 0, 1599, 1599), space);
+        std::memset(bitmap.Bits(), space == B_CMAP8 ? 31 : 255,
+                    static_cast<size_t>(bitmap.BitsLength()));
+        int64 converted = -1;
+        const Picture picture = Draw([&](BView& view) {
+            view.SetHighColor(kRed);
+            view.FillRect(BRect(0, 0, 99, 99));
+            const int64 before = kits::CountConvertedPixels();
+            for (const drawing_mode mode : {B_OP_COPY, B_OP_OVER}) {
+                view.SetDrawingMode(mode);
+                for (int i = 0; i < 16; ++i) {
+                    const auto at = static_cast<float>(i % 4 * 400);
+                    const auto down = static_cast<float>(i / 4 * 400);
+                    const BRect from(at, down, at + 399, down + 399);
+                    const auto left = static_cast<float>(i % 4 * 10);
+                    const auto top = static_cast<float>(i / 4 * 10);
+                    view.DrawBitmap(&bitmap, from, BRect(left, top, left + 9, top + 9));
+                }
+            }
+            converted = kits::CountConvertedPixels() - before;
+        });
+
+        EXPECT_EQ(converted, 0) << "colour space " << space;
+        EXPECT_EQ(At(picture, 20, 20), kWhite) << "colour space " << space;
+    }
+}
+
+TEST_F(DrawingTest, DrawsWhatWasWrittenLast)
+{
+    BBitmap bitmap(BRect(0, 0, 9, 9), B_CMAP8);
+    auto* bits = static_cast<uint8*>(bitmap.Bits());
+    const Picture picture = Draw([&](BView& view) {
+        std::memset(bits, BScreen().IndexForColor(kRed), 100);
+        view.DrawBitmap(&bitmap, BPoint(0, 0));
+        std::memset(bits, BScreen().IndexForColor(kBlue), 100);
+        view.DrawBitmap(&bitmap, BPoint(20, 0));
+    });
+
+    EXPECT_EQ(At(picture, 5, 5), kRed);
+    EXPECT_EQ(At(picture, 25, 5), kBlue);
+}
+
+TEST_F(DrawingTest, TheFourthByteOfPlainColoursSaysNothing)
+{
+    BBitmap bitmap(BRect(0, 0, 9, 9), B_RGB32);
+    auto* bits = static_cast<uint8*>(bitmap.Bits());
+    for (int i = 0; i < 100; ++i) {
+        const uint8 red[] = {0, 0, 255, 0};
+        std::memcpy(bits + 4 * i, red, 4);
+    }
+    const Picture picture = Draw([&](BView& view) {
+        view.DrawBitmap(&bitmap, BPoint(0, 0));
+        view.SetDrawingMode(B_OP_ALPHA);
+        view.DrawBitmap(&bitmap, BPoint(20, 0));
+    });
+
+    EXPECT_EQ(At(picture, 5, 5), kRed);
+    EXPECT_EQ(At(picture, 25, 5), kRed);
 }
 
 } // namespace

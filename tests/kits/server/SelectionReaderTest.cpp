@@ -1,0 +1,335 @@
+#include <server/SelectionReader.h>
+
+#include <OS.h>
+
+#include <gtest/gtest.h>
+#include <xcb/xcb.h>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <thread>
+
+extern char** environ;
+
+// Reading from real clients of a real X server, well-behaved and others.
+
+namespace {
+
+using State = kits::SelectionText::State;
+
+/// An X server for the tests of this file, without a screen that anybody sees.
+class XServer
+{
+public:
+    XServer()
+    {
+        int ends[2];
+        if (pipe2(ends, O_CLOEXEC) != 0) {
+            return;
+        }
+        posix_spawn_file_actions_t actions;
+        posix_spawn_file_actions_init(&actions);
+        posix_spawn_file_actions_adddup2(&actions, ends[1], 3);
+        posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
+        const char* arguments[] = {"Xvfb",     "-displayfd", "3",   "-screen",  "0",
+                                   "64x64x24", "-nolisten",  "tcp", "-noreset", nullptr};
+        if (posix_spawnp(&fProcess, "Xvfb", &actions, nullptr, const_cast<char**>(arguments),
+                         environ) != 0) {
+            fProcess = 0;
+        }
+        posix_spawn_file_actions_destroy(&actions);
+        close(ends[1]);
+        pollfd ready = {ends[0], POLLIN, 0};
+        char number[16] = {};
+        if (fProcess != 0 && poll(&ready, 1, 30'000) == 1 &&
+            read(ends[0], number, sizeof(number) - 1) > 0) {
+            fName = ":" + std::to_string(std::atoi(number));
+        }
+        close(ends[0]);
+    }
+    ~XServer()
+    {
+        if (fProcess != 0) {
+            kill(fProcess, SIGTERM);
+            waitpid(fProcess, nullptr, 0);
+        }
+    }
+    XServer(const XServer&) = delete;
+    XServer& operator=(const XServer&) = delete;
+
+    const char* Name() const { return fName.empty() ? nullptr : fName.c_str(); }
+
+private:
+    pid_t fProcess = 0;
+    std::string fName;
+};
+
+enum class Manners {
+    kGivesAtOnce,
+    kGivesInParts,
+    kNeverAnswers,
+    kAnnouncesPartsOnly,
+    kStopsAfterAPart,
+    kTricklesForEver,
+    kHasNoText,
+    kHasOldTextOnly,
+};
+
+/// A program that owns the clipboard and answers as its manners are.
+class Owner
+{
+public:
+    Owner(const char* display, Manners manners)
+        : fConnection(xcb_connect(display, nullptr), &xcb_disconnect), fManners(manners)
+    {
+        fWindow = xcb_generate_id(Connection());
+        const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(Connection())).data->root;
+        xcb_create_window(Connection(), XCB_COPY_FROM_PARENT, fWindow, root, 0, 0, 1, 1, 0,
+                          XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+        xcb_set_selection_owner(Connection(), fWindow, Atom("CLIPBOARD"), XCB_CURRENT_TIME);
+        Atom("INCR"); // a round trip: it is the owner now
+        fThread = std::thread([this] { Serve(); });
+    }
+    ~Owner()
+    {
+        fIsDone = true;
+        fThread.join();
+    }
+    Owner(const Owner&) = delete;
+    Owner& operator=(const Owner&) = delete;
+
+private:
+    xcb_connection_t* Connection() const { return fConnection.get(); }
+
+    xcb_atom_t Atom(const char* name)
+    {
+        const auto request =
+            xcb_intern_atom(Connection(), 0, static_cast<uint16_t>(std::strlen(name)), name);
+        xcb_intern_atom_reply_t* reply = xcb_intern_atom_reply(Connection(), request, nullptr);
+        const xcb_atom_t atom = reply != nullptr ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+        std::free(reply);
+        return atom;
+    }
+
+    void Serve()
+    {
+        while (!fIsDone) {
+            xcb_generic_event_t* event = xcb_poll_for_event(Connection());
+            if (event == nullptr) {
+                Trickle();
+                pollfd descriptor = {xcb_get_file_descriptor(Connection()), POLLIN, 0};
+                poll(&descriptor, 1, 20);
+                continue;
+            }
+            const int kind = event->response_type & 0x7f;
+            if (kind == XCB_SELECTION_REQUEST) {
+                Answer(*reinterpret_cast<xcb_selection_request_event_t*>(event));
+            } else if (kind == XCB_PROPERTY_NOTIFY) {
+                Taken(*reinterpret_cast<xcb_property_notify_event_t*>(event));
+            }
+            std::free(event);
+        }
+    }
+
+    void Put(const std::string& bytes)
+    {
+        xcb_change_property(Connection(), XCB_PROP_MODE_REPLACE, fRequest.requestor,
+                            fRequest.property, fRequest.target, 8,
+                            static_cast<uint32_t>(bytes.size()), bytes.data());
+        xcb_flush(Connection());
+    }
+
+    void Answer(const xcb_selection_request_event_t& request)
+    {
+        if (fManners == Manners::kNeverAnswers) {
+            return;
+        }
+        fRequest = request;
+        xcb_selection_notify_event_t answer = {};
+        answer.response_type = XCB_SELECTION_NOTIFY;
+        answer.requestor = request.requestor;
+        answer.selection = request.selection;
+        answer.target = request.target;
+        answer.property = request.property;
+        if (fManners == Manners::kHasNoText ||
+            (fManners == Manners::kHasOldTextOnly && request.target != XCB_ATOM_STRING)) {
+            answer.property = XCB_ATOM_NONE;
+        } else if (fManners == Manners::kHasOldTextOnly) {
+            Put("na\xefve");
+        } else if (fManners == Manners::kGivesAtOnce) {
+            Put(std::string(100'000, 'a') + "\xc3\xaf");
+        } else {
+            const uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+            xcb_change_window_attributes(Connection(), request.requestor, XCB_CW_EVENT_MASK,
+                                         &events);
+            const uint32_t size = 6;
+            xcb_change_property(Connection(), XCB_PROP_MODE_REPLACE, request.requestor,
+                                request.property, Atom("INCR"), 32, 1, &size);
+        }
+        xcb_send_event(Connection(), 0, request.requestor, 0,
+                       reinterpret_cast<const char*>(&answer));
+        xcb_flush(Connection());
+    }
+
+    void Taken(const xcb_property_notify_event_t& change)
+    {
+        if (change.atom != fRequest.property || change.state != XCB_PROPERTY_DELETE) {
+            return;
+        }
+        const int part = fPartsTaken++;
+        if (fManners == Manners::kGivesInParts) {
+            Put(part == 0 ? "one " : part == 1 ? "two" : "");
+        } else if (fManners == Manners::kStopsAfterAPart && part == 0) {
+            Put("one ");
+        } else if (fManners == Manners::kTricklesForEver) {
+            fIsTrickleDue = true;
+        }
+    }
+
+    void Trickle()
+    {
+        if (fIsTrickleDue) {
+            fIsTrickleDue = false;
+            Put("x");
+        }
+    }
+
+    const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> fConnection;
+    const Manners fManners;
+    xcb_window_t fWindow = XCB_WINDOW_NONE;
+    xcb_selection_request_event_t fRequest = {};
+    int fPartsTaken = 0;
+    bool fIsTrickleDue = false;
+    std::atomic<bool> fIsDone{false};
+    std::thread fThread;
+};
+
+class SelectionReaderTest : public testing::Test
+{
+protected:
+    static void SetUpTestSuite() { sServer = std::make_unique<XServer>(); }
+    static void TearDownTestSuite() { sServer.reset(); }
+    void SetUp() override
+    {
+        if (sServer->Name() == nullptr) {
+            GTEST_SKIP() << "no Xvfb here";
+        }
+    }
+
+    kits::SelectionText Read(const std::atomic<bool>* isCancelled = nullptr)
+    {
+        const bigtime_t start = system_time();
+        kits::SelectionText text = kits::ReadSelection(
+            sServer->Name(), kits::ClipboardKind::kClipboard, kLimits, isCancelled);
+        fTook = system_time() - start;
+        return text;
+    }
+
+    // As of old, but shorter: a machine that does much else may take half a second for anything.
+    static constexpr kits::SelectionLimits kLimits = {1'000'000, 2'000'000};
+    static constexpr bigtime_t kSlack = 900'000;
+    static inline std::unique_ptr<XServer> sServer;
+
+    bigtime_t fTook = 0;
+};
+
+TEST_F(SelectionReaderTest, ThereMayBeNone)
+{
+    EXPECT_EQ(Read().state, State::kNone);
+}
+
+TEST_F(SelectionReaderTest, TakesWhatIsGivenAtOnce)
+{
+    const Owner owner(sServer->Name(), Manners::kGivesAtOnce);
+
+    const kits::SelectionText text = Read();
+
+    EXPECT_EQ(text.state, State::kRead);
+    EXPECT_EQ(text.bytes, std::string(100'000, 'a') + "\xc3\xaf");
+}
+
+TEST_F(SelectionReaderTest, TakesWhatIsGivenInParts)
+{
+    const Owner owner(sServer->Name(), Manners::kGivesInParts);
+
+    const kits::SelectionText text = Read();
+
+    EXPECT_EQ(text.state, State::kRead);
+    EXPECT_EQ(text.bytes, "one two");
+}
+
+TEST_F(SelectionReaderTest, TakesOldText)
+{
+    const Owner owner(sServer->Name(), Manners::kHasOldTextOnly);
+
+    const kits::SelectionText text = Read();
+
+    EXPECT_EQ(text.state, State::kRead);
+    EXPECT_EQ(text.bytes, "na\xc3\xafve");
+}
+
+TEST_F(SelectionReaderTest, PicturesAreNoText)
+{
+    const Owner owner(sServer->Name(), Manners::kHasNoText);
+
+    EXPECT_EQ(Read().state, State::kNone);
+}
+
+TEST_F(SelectionReaderTest, GivesUpOnOneThatNeverAnswers)
+{
+    const Owner owner(sServer->Name(), Manners::kNeverAnswers);
+
+    EXPECT_EQ(Read().state, State::kSilent);
+    EXPECT_GE(fTook, kLimits.firstBytes);
+    EXPECT_LT(fTook, kLimits.firstBytes + kSlack);
+}
+
+TEST_F(SelectionReaderTest, GivesUpOnOneThatOnlyAnnouncesText)
+{
+    const Owner owner(sServer->Name(), Manners::kAnnouncesPartsOnly);
+
+    EXPECT_EQ(Read().state, State::kSilent);
+    EXPECT_LT(fTook, kLimits.firstBytes + kSlack);
+}
+
+TEST_F(SelectionReaderTest, GivesUpOnOneThatStopsInTheMiddle)
+{
+    const Owner owner(sServer->Name(), Manners::kStopsAfterAPart);
+
+    const kits::SelectionText text = Read();
+
+    EXPECT_EQ(text.state, State::kSilent);
+    EXPECT_EQ(text.bytes, "");
+    EXPECT_LT(fTook, kLimits.all + kSlack);
+}
+
+TEST_F(SelectionReaderTest, GivesUpOnOneThatNeverEnds)
+{
+    const Owner owner(sServer->Name(), Manners::kTricklesForEver);
+
+    EXPECT_EQ(Read().state, State::kSilent);
+    EXPECT_GE(fTook, kLimits.all);
+    EXPECT_LT(fTook, kLimits.all + kSlack);
+}
+
+TEST_F(SelectionReaderTest, EndsSoonWhenNobodyWaitsAnyMore)
+{
+    const Owner owner(sServer->Name(), Manners::kNeverAnswers);
+    std::atomic<bool> isCancelled{true};
+
+    EXPECT_EQ(Read(&isCancelled).state, State::kCancelled);
+    EXPECT_LT(fTook, kLimits.firstBytes);
+}
+
+} // namespace
