@@ -80,10 +80,7 @@ void EndWithStack(const char* complaint)
 
 void GuardBeforeLock(const LooperCore& core)
 {
-    const DisplayHooks& hooks = GetDisplayHooks();
-    if (hooks.isServerThread != nullptr && hooks.isServerThread()) {
-        EndWithStack("The window server's thread takes a looper's lock");
-    }
+    GuardNotServer("The window server's thread takes a looper's lock");
     for (const LooperCore* held : tHeld) {
         if (!MayBeHeldTogether(*held, core)) {
             EndWithStack("A thread takes a looper's lock while it holds another one's");
@@ -99,6 +96,14 @@ void GuardAfterLock(const LooperCore& core)
 void GuardAfterUnlock(const LooperCore& core)
 {
     tHeld.erase(std::remove(tHeld.begin(), tHeld.end(), &core), tHeld.end());
+}
+
+void GuardNotServer(const char* complaint)
+{
+    const DisplayHooks& hooks = GetDisplayHooks();
+    if (hooks.isServerThread != nullptr && hooks.isServerThread()) {
+        EndWithStack(complaint);
+    }
 }
 
 int32 InnermostLockedLooper()

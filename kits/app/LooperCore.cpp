@@ -108,8 +108,7 @@ bool LooperCore::Post(std::unique_ptr<BMessage> message)
     }
     BMessageQueue::Messages one;
     one.push_back(std::move(message)); // allocated before the queue is locked
-    fQueue.Append(one);
-    return true;
+    return fQueue.Append(one);
 }
 
 bool LooperCore::PostFoldingMouseMove(std::unique_ptr<BMessage> message)
@@ -119,8 +118,7 @@ bool LooperCore::PostFoldingMouseMove(std::unique_ptr<BMessage> message)
     }
     BMessageQueue::Messages one;
     one.push_back(std::move(message));
-    fQueue.AppendFoldingMouseMove(one);
-    return true;
+    return fQueue.AppendFoldingMouseMove(one);
 }
 
 std::vector<std::unique_ptr<BMessage>> LooperCore::TakeKeyMessages()
@@ -185,6 +183,9 @@ void LooperCore::Loop()
             Dispatch(std::move(message));
         }
     }
+    // Not only with the looper: its end may wait for a lock whose holder waits for somebody who
+    // asks this looper.
+    CloseQueue();
 }
 
 // Returns until when there is nothing to do.
@@ -299,10 +300,9 @@ void LooperCore::Wake()
     fQueue.Wake();
 }
 
-void LooperCore::DropMessages()
+void LooperCore::CloseQueue()
 {
-    while (fQueue.Take() != nullptr) {
-    }
+    fQueue.Close();
 }
 
 void LooperCore::Die()
@@ -314,7 +314,7 @@ void LooperCore::Die()
     LooperRegistry::RemoveLooper(Looper());
     fLooper.store(nullptr, std::memory_order_release);
     fWindow.store(nullptr, std::memory_order_release);
-    DropMessages();
+    CloseQueue();
     UnlockAll();
 }
 

@@ -107,10 +107,9 @@ public:
     bool HasEnded(const std::shared_ptr<LooperCore>& listener);
     /// Makes NextMessage() return, without a message if none waits.
     void Wake();
-    /// Deletes the messages that wait; senders that wait for answers are told.
-    void DropMessages();
-    /// Called by the looper's destructor, locked: takes it out of the tables and drops its
-    /// messages.
+    /// Deletes the messages that wait and takes no more: senders that wait for answers are told.
+    void CloseQueue();
+    /// Called by the looper's destructor, locked: takes it out of the tables and closes its queue.
     void Die();
 
     // Kinds

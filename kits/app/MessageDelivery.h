@@ -32,7 +32,7 @@ public:
     void Answer(std::unique_ptr<BMessage> reply);
     /// Ends the waiting without an answer.
     void Fail(status_t status);
-    /// Waits; on B_OK `*reply` is the answer.
+    /// Waits; on B_OK `*reply` is the answer. Thread: any but the window server's.
     /// Errors: B_TIMED_OUT, or what Fail() said.
     status_t Wait(BMessage* reply, bigtime_t deadline);
 

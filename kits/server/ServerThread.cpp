@@ -2,6 +2,8 @@
 
 #include "ServerState.h"
 
+#include "app/Guards.h"
+
 #include <QGuiApplication>
 #include <QtGlobal>
 
@@ -92,6 +94,7 @@ bool ServerThread::IsCurrent()
 
 void ServerThread::Call(const std::function<void()>& task)
 {
+    GuardNotServer("The window server's thread waits for itself");
     struct Ticket
     {
         std::mutex lock;

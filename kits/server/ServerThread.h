@@ -22,6 +22,8 @@ public:
     ServerThread& operator=(const ServerThread&) = delete;
 
     bool Post(std::function<void()> task) { return fQueue.Add(std::move(task)); }
+    /// Runs `task` on the server's thread and waits for its end; does nothing once that has ended.
+    /// Thread: any but the server's.
     void Call(const std::function<void()>& task);
     /// Whether the caller runs on a server's thread.
     static bool IsCurrent();
