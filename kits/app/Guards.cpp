@@ -8,9 +8,6 @@
 #include <Message.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <execinfo.h>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -38,11 +35,6 @@ bool MayBeHeldTogether(const LooperCore& outer, const LooperCore& inner)
     return isOwnQuestion || IsDeclared(outer, inner);
 }
 
-void Write(const char* text, size_t length)
-{
-    [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, text, length);
-}
-
 } // namespace
 
 AllowLockPair::AllowLockPair(const BLooper* one, const BLooper* other)
@@ -67,15 +59,6 @@ LongWork::~LongWork()
     if (fCore != nullptr) {
         fCore->AddLongWorks(-1);
     }
-}
-
-void EndWithStack(const char* complaint)
-{
-    const std::string line = std::string(complaint) + "\n";
-    Write(line.data(), line.size());
-    void* frames[64];
-    ::backtrace_symbols_fd(frames, ::backtrace(frames, 64), STDERR_FILENO);
-    std::abort();
 }
 
 void GuardBeforeLock(const LooperCore& core)

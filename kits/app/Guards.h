@@ -2,6 +2,8 @@
 
 #include <SupportDefs.h>
 
+#include "kernel/Stack.h"
+
 #include <memory>
 
 class BLooper;
@@ -67,9 +69,6 @@ private:
 /// Prints the stack of every thread to stderr, one after the other.
 /// Thread: any, one at a time.
 void PrintAllStacks();
-
-/// Prints `complaint` and the calling thread's stack to stderr and ends the program.
-[[noreturn]] void EndWithStack(const char* complaint);
 
 // What LooperCore calls around a lock that the calling thread did not hold before.
 void GuardBeforeLock(const LooperCore& core);

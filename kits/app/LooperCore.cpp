@@ -7,6 +7,7 @@
 #include "app/Guards.h"
 #include "app/LooperRegistry.h"
 #include "app/MessageDelivery.h"
+#include "kernel/Stack.h"
 #include "kernel/ThreadEnds.h"
 
 #include <utility>
@@ -158,6 +159,7 @@ bool LooperCore::Dispatch(std::unique_ptr<BMessage> message)
 {
     std::unique_ptr<BMessage> outer = std::exchange(fCurrent, std::move(message));
     if (Lock() == B_OK) {
+        const HookBoundary boundary;
         // The looper lives through this, even when a hook quits it: its thread deletes it
         // afterwards.
         Looper()->HandleMessage(fCurrent.get());
@@ -194,6 +196,7 @@ bigtime_t LooperCore::Idle()
     if (Lock() != B_OK) {
         return 0;
     }
+    const HookBoundary boundary;
     BLooper* looper = Looper();
     looper->QueueEmpty();
     const bigtime_t wakeUp = IsEnding() ? 0 : looper->NextWakeUp();

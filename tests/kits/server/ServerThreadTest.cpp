@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 namespace {
 
 using kits::WindowServer;
@@ -14,6 +16,12 @@ class ServerThreadDeathTest : public ::testing::Test
 protected:
     ServerThreadDeathTest() { ::testing::GTEST_FLAG(death_test_style) = "threadsafe"; }
 };
+
+TEST_F(ServerThreadDeathTest, AnExceptionOnItEndsTheProgram)
+{
+    EXPECT_DEATH(WindowServer::Get().Call([] { throw std::runtime_error("lost"); }),
+                 "std::runtime_error: lost, on the thread \"window server\"");
+}
 
 #ifdef KITS_GUARDS
 
