@@ -22,7 +22,7 @@ void ScreenInfo::Refresh()
     }
     const int interval = QGuiApplication::styleHints()->mouseDoubleClickInterval();
     caretFlash = QGuiApplication::styleHints()->cursorFlashTime() * bigtime_t{1000};
-    std::lock_guard<std::mutex> lock(fLock);
+    MutexLock lock(fLock);
     fFrame = RectTo(screen->geometry());
     fAvailable = RectTo(screen->availableGeometry());
     fScale = static_cast<float>(screen->devicePixelRatio());
@@ -31,25 +31,25 @@ void ScreenInfo::Refresh()
 
 BRect ScreenInfo::Frame() const
 {
-    std::lock_guard<std::mutex> lock(fLock);
+    MutexLock lock(fLock);
     return fFrame;
 }
 
 BRect ScreenInfo::Available() const
 {
-    std::lock_guard<std::mutex> lock(fLock);
+    MutexLock lock(fLock);
     return fAvailable;
 }
 
 float ScreenInfo::Scale() const
 {
-    std::lock_guard<std::mutex> lock(fLock);
+    MutexLock lock(fLock);
     return fScale;
 }
 
 bigtime_t ScreenInfo::ClickSpeed() const
 {
-    std::lock_guard<std::mutex> lock(fLock);
+    MutexLock lock(fLock);
     return fClickSpeed;
 }
 

@@ -3,8 +3,9 @@
 #include <Rect.h>
 #include <SupportDefs.h>
 
+#include "kernel/Mutex.h"
+
 #include <atomic>
-#include <mutex>
 
 namespace kits {
 
@@ -28,12 +29,12 @@ public:
     std::atomic<bigtime_t> caretFlash{1'000'000};
 
 private:
-    mutable std::mutex fLock;
-    // Guarded by fLock. What a program without a screen is told.
-    BRect fFrame{0, 0, 1023, 767};
-    BRect fAvailable{0, 0, 1023, 767};
-    float fScale = 1;
-    bigtime_t fClickSpeed = 400'000;
+    mutable Mutex fLock;
+    // What a program without a screen is told.
+    BRect fFrame GUARDED_BY(fLock){0, 0, 1023, 767};
+    BRect fAvailable GUARDED_BY(fLock){0, 0, 1023, 767};
+    float fScale GUARDED_BY(fLock) = 1;
+    bigtime_t fClickSpeed GUARDED_BY(fLock) = 400'000;
 };
 
 } // namespace kits
