@@ -35,7 +35,7 @@ public:
 
     /// Sends a copy of `message` (null: the control's own) with "when", "source" and "be:value".
     /// Errors: B_BAD_VALUE without a message.
-    virtual status_t Invoke(BMessage* message = nullptr);
+    status_t Invoke(BMessage* message = nullptr) override;
 
 protected:
     /// True while MakeFocus() changes the focus mark.

@@ -112,7 +112,7 @@ public:
     int32 CurrentSelection(int32 n = 0) const;
     /// Sends a copy of `message` (null: the invocation message) with the fields described above.
     /// Errors: B_BAD_VALUE without a message.
-    virtual status_t Invoke(BMessage* message = nullptr);
+    status_t Invoke(BMessage* message = nullptr) override;
 
     void DeselectAll();
     void DeselectExcept(int32 start, int32 finish);
