@@ -46,7 +46,7 @@ public:
 
     /// Errors: B_TIMED_OUT; B_BAD_VALUE when the looper is gone. Nothing is locked then.
     status_t Lock(bigtime_t timeout = B_INFINITE_TIMEOUT);
-    status_t LockUntil(bigtime_t deadline);
+    [[nodiscard]] status_t LockUntil(bigtime_t deadline);
     void Unlock();
     /// Gives the lock back however often the calling thread took it, and returns how often that
     /// was.

@@ -34,7 +34,7 @@ public:
     void Fail(status_t status);
     /// Waits; on B_OK `*reply` is the answer. Thread: any but the window server's.
     /// Errors: B_TIMED_OUT, or what Fail() said.
-    status_t Wait(BMessage* reply, bigtime_t deadline);
+    [[nodiscard]] status_t Wait(BMessage* reply, bigtime_t deadline);
 
 private:
     void Settle(status_t status, std::unique_ptr<BMessage> reply);
@@ -86,7 +86,7 @@ public:
     static BMessenger Make(int32 token, bool isPreferred);
     /// Sends `message`, which has its delivery but for the target.
     /// Errors: B_BAD_PORT_ID when the handler is gone; the message is deleted then.
-    static status_t Post(const BMessenger& target, std::unique_ptr<BMessage> message);
+    [[nodiscard]] static status_t Post(const BMessenger& target, std::unique_ptr<BMessage> message);
 };
 
 } // namespace kits

@@ -1,11 +1,11 @@
 #include "IconKinds.h"
 
+#include "kernel/Mutex.h"
 #include "storage/MimeDatabase.h"
 
 #include <algorithm>
 #include <cctype>
 #include <iterator>
-#include <mutex>
 #include <string>
 #include <unordered_map>
 
@@ -51,18 +51,18 @@ std::string DecidingPart(std::string_view name)
 
 IconKind KindOfName(const char* name)
 {
-    static std::mutex mutex;
+    static Mutex mutex;
     static std::unordered_map<std::string, IconKind> known; // guarded by mutex
     const std::string part = DecidingPart(name);
     {
-        const std::lock_guard lock(mutex);
+        const MutexLock lock(mutex);
         const auto found = known.find(part);
         if (found != known.end()) {
             return found->second;
         }
     }
     const IconKind kind = IconKindOfType(MimeTypeOfName(name));
-    const std::lock_guard lock(mutex);
+    const MutexLock lock(mutex);
     if (known.size() >= kKeptSuffixes) {
         known.clear();
     }

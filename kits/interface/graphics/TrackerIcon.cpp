@@ -2,6 +2,7 @@
 
 #include "IconDrawings.h"
 #include "IconKinds.h"
+#include "kernel/Mutex.h"
 #include "server/WindowServer.h"
 #include "storage/SystemCalls.h"
 
@@ -14,7 +15,6 @@
 #include <Path.h>
 
 #include <map>
-#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -82,11 +82,11 @@ QImage PictureAt(IconKind kind, icon_size which, int32 scale)
 /// The picture of a kind, made once. Ownership: lent for ever.
 const Picture& PictureOf(IconKind kind, icon_size which)
 {
-    static std::mutex mutex;
+    static kits::Mutex mutex;
     static std::map<std::pair<IconKind, icon_size>, Picture> pictures; // guarded by mutex
     const std::pair key(kind, which);
     {
-        const std::lock_guard lock(mutex);
+        const kits::MutexLock lock(mutex);
         const auto found = pictures.find(key);
         if (found != pictures.end()) {
             return found->second;
@@ -95,7 +95,7 @@ const Picture& PictureOf(IconKind kind, icon_size which)
     // Unlocked, because the server may be waited for. Two threads that come here at once make the
     // same.
     Picture made{PictureAt(kind, which, 1), PictureAt(kind, which, 2)};
-    const std::lock_guard lock(mutex);
+    const kits::MutexLock lock(mutex);
     return pictures.emplace(key, std::move(made)).first->second;
 }
 
