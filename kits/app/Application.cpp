@@ -211,7 +211,7 @@ BLooper* BApplication::LooperAt(int32 index) const
 void BApplication::EndOtherLoopers()
 {
     const std::shared_ptr<LooperCore> own = LooperCore::CoreOf(this);
-    own->DropMessages(); // whoever waits for an answer gets none
+    own->CloseQueue(); // whoever waits for an answer gets none
     const auto endAll = [&](bool windowsOnly) {
         bool foundOne = true;
         while (foundOne) { // those that end may have made others

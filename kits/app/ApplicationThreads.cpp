@@ -5,6 +5,11 @@
 
 #include "app/LooperCore.h"
 
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/signalfd.h>
+#include <unistd.h>
+
 namespace kits {
 
 namespace {
@@ -23,32 +28,42 @@ void AddUnlessIgnored(sigset_t& set, int signal)
 
 SignalThread::SignalThread(std::shared_ptr<LooperCore> application)
 {
-    sigemptyset(&fAwaited);
-    AddUnlessIgnored(fAwaited, SIGINT);
-    AddUnlessIgnored(fAwaited, SIGTERM);
-    AddUnlessIgnored(fAwaited, SIGHUP);
-    sigaddset(&fAwaited, SIGRTMIN + 6); // ends the thread
-    ::pthread_sigmask(SIG_BLOCK, &fAwaited, &fFormerMask);
-    fThread = std::thread([this, core = std::move(application)] { Run(core); });
+    sigset_t awaited;
+    sigemptyset(&awaited);
+    AddUnlessIgnored(awaited, SIGINT);
+    AddUnlessIgnored(awaited, SIGTERM);
+    AddUnlessIgnored(awaited, SIGHUP);
+    ::pthread_sigmask(SIG_BLOCK, &awaited, &fFormerMask);
+    fSignals = ::signalfd(-1, &awaited, SFD_CLOEXEC | SFD_NONBLOCK);
+    fEnd = ::eventfd(0, EFD_CLOEXEC);
+    status_t status = fSignals >= 0 && fEnd >= 0 ? B_OK : B_NO_MORE_FDS;
+    if (status == B_OK) {
+        status = fThread.Start("signals", [this, core = std::move(application)] { Run(core); });
+    }
+    if (status != B_OK) {
+        ::pthread_sigmask(SIG_SETMASK, &fFormerMask, nullptr);
+    }
 }
 
 SignalThread::~SignalThread()
 {
-    fEnds = true;
-    ::pthread_kill(fThread.native_handle(), SIGRTMIN + 6);
-    fThread.join();
+    const uint64_t one = 1;
+    [[maybe_unused]] const ssize_t written = ::write(fEnd, &one, sizeof(one));
+    fThread.Join();
+    ::close(fSignals);
+    ::close(fEnd);
     ::pthread_sigmask(SIG_SETMASK, &fFormerMask, nullptr);
 }
 
-void SignalThread::Run(const std::shared_ptr<LooperCore>& application)
+void SignalThread::Run(const std::shared_ptr<LooperCore>& application) const
 {
-    while (true) {
-        int signal = 0;
-        const int error = ::sigwait(&fAwaited, &signal);
-        if (fEnds) {
-            return;
+    pollfd awaited[] = {{fSignals, POLLIN, 0}, {fEnd, POLLIN, 0}};
+    while (awaited[1].revents == 0) {
+        if (::poll(awaited, 2, -1) < 0) {
+            continue; // interrupted
         }
-        if (error == 0) {
+        signalfd_siginfo signal;
+        if (awaited[0].revents != 0 && ::read(fSignals, &signal, sizeof(signal)) > 0) {
             application->Post(std::make_unique<BMessage>(B_QUIT_REQUESTED));
         }
     }

@@ -3,11 +3,10 @@
 #include <SupportDefs.h>
 
 #include "app/Guards.h"
+#include "kernel/WorkerThread.h"
 
-#include <atomic>
 #include <csignal>
 #include <memory>
-#include <thread>
 
 namespace kits {
 
@@ -16,7 +15,8 @@ class LooperCore;
 /// Takes SIGINT, SIGTERM and SIGHUP and asks the application to quit for each.
 ///
 /// The signals are blocked in the thread that makes it and so in all threads made later. One that
-/// was ignored when the program was started (SIGHUP under nohup) stays ignored.
+/// was ignored when the program was started (SIGHUP under nohup) stays ignored. Without a thread to
+/// take them they end the program at once, as they do any other.
 class SignalThread
 {
 public:
@@ -27,12 +27,12 @@ public:
     SignalThread& operator=(const SignalThread&) = delete;
 
 private:
-    void Run(const std::shared_ptr<LooperCore>& application);
+    void Run(const std::shared_ptr<LooperCore>& application) const;
 
-    sigset_t fAwaited;
     sigset_t fFormerMask;
-    std::atomic<bool> fEnds{false};
-    std::thread fThread;
+    int fSignals = -1; // a signalfd
+    int fEnd = -1;     // an eventfd: readable when the thread is to end
+    WorkerThread fThread;
 };
 
 /// The threads that an application keeps beside its own.

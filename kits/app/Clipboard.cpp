@@ -7,9 +7,10 @@
 #include <Message.h>
 #include <TypeConstants.h>
 
+#include "kernel/Mutex.h"
+
 #include <algorithm>
 #include <map>
-#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -72,9 +73,9 @@ struct BClipboard::Store
 
 std::shared_ptr<BClipboard::Store> BClipboard::Store::Get(const std::string& name)
 {
-    static std::mutex lock;
+    static kits::Mutex lock;
     static std::map<std::string, std::shared_ptr<Store>> stores;
-    std::lock_guard<std::mutex> guard(lock);
+    const kits::MutexLock guard(lock);
     std::shared_ptr<Store>& store = stores[name];
     if (store == nullptr) {
         store = std::make_shared<Store>(name == "system");

@@ -31,7 +31,8 @@ public:
     /// Takes a message apart, trusting none of the bytes. `*fields` becomes null for one without
     /// data. Errors: B_BAD_VALUE; std::bad_alloc. The outputs are untouched then. Ownership:
     /// `*fields` is returned to the caller.
-    static status_t Read(const char* bytes, size_t size, uint32* command, MessageFields** fields);
+    [[nodiscard]] static status_t Read(const char* bytes, size_t size, uint32* command,
+                                       MessageFields** fields);
 };
 
 } // namespace kits

@@ -8,9 +8,6 @@
 #include <Message.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <execinfo.h>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -36,11 +33,6 @@ bool MayBeHeldTogether(const LooperCore& outer, const LooperCore& inner)
     }
     const bool isOwnQuestion = outer.IsLongRunning() && inner.Maker() == outer.Token();
     return isOwnQuestion || IsDeclared(outer, inner);
-}
-
-void Write(const char* text, size_t length)
-{
-    [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, text, length);
 }
 
 } // namespace
@@ -69,21 +61,9 @@ LongWork::~LongWork()
     }
 }
 
-void EndWithStack(const char* complaint)
-{
-    const std::string line = std::string(complaint) + "\n";
-    Write(line.data(), line.size());
-    void* frames[64];
-    ::backtrace_symbols_fd(frames, ::backtrace(frames, 64), STDERR_FILENO);
-    std::abort();
-}
-
 void GuardBeforeLock(const LooperCore& core)
 {
-    const DisplayHooks& hooks = GetDisplayHooks();
-    if (hooks.isServerThread != nullptr && hooks.isServerThread()) {
-        EndWithStack("The window server's thread takes a looper's lock");
-    }
+    GuardNotServer("The window server's thread takes a looper's lock");
     for (const LooperCore* held : tHeld) {
         if (!MayBeHeldTogether(*held, core)) {
             EndWithStack("A thread takes a looper's lock while it holds another one's");
@@ -99,6 +79,14 @@ void GuardAfterLock(const LooperCore& core)
 void GuardAfterUnlock(const LooperCore& core)
 {
     tHeld.erase(std::remove(tHeld.begin(), tHeld.end(), &core), tHeld.end());
+}
+
+void GuardNotServer(const char* complaint)
+{
+    const DisplayHooks& hooks = GetDisplayHooks();
+    if (hooks.isServerThread != nullptr && hooks.isServerThread()) {
+        EndWithStack(complaint);
+    }
 }
 
 int32 InnermostLockedLooper()

@@ -2,6 +2,8 @@
 
 #include <SupportDefs.h>
 
+#include "kernel/Stack.h"
+
 #include <memory>
 
 class BLooper;
@@ -9,8 +11,8 @@ class BLooper;
 // Checks of development and test builds (KITS_GUARDS); each ends the program with the stack of the
 // culprit on stderr. They are empty otherwise.
 //
-// - The window server's thread takes no looper's lock: windows wait for it, so the wait would run
-// in a circle.
+// - The window server's thread takes no looper's lock, waits for no answer to a message and calls
+//   nothing on itself: windows wait for it, so the wait would run in a circle.
 // - No thread holds two loopers' locks: two threads that do it the other way round wait for ever.
 // Allowed
 //   are a declared pair, a looper that was never run, and one that a long running looper
@@ -68,13 +70,12 @@ private:
 /// Thread: any, one at a time.
 void PrintAllStacks();
 
-/// Prints `complaint` and the calling thread's stack to stderr and ends the program.
-[[noreturn]] void EndWithStack(const char* complaint);
-
 // What LooperCore calls around a lock that the calling thread did not hold before.
 void GuardBeforeLock(const LooperCore& core);
 void GuardAfterLock(const LooperCore& core);
 void GuardAfterUnlock(const LooperCore& core);
+/// Ends the program with `complaint` when the window server's thread calls it.
+void GuardNotServer(const char* complaint);
 /// The token of the looper whose lock the calling thread took last, 0 when it holds none.
 int32 InnermostLockedLooper();
 
@@ -101,6 +102,7 @@ class Watchdog
 inline void GuardBeforeLock(const LooperCore&) {}
 inline void GuardAfterLock(const LooperCore&) {}
 inline void GuardAfterUnlock(const LooperCore&) {}
+inline void GuardNotServer(const char*) {}
 inline int32 InnermostLockedLooper()
 {
     return 0;

@@ -22,6 +22,6 @@ public:
 
 /// Locks the looper of the handler with that token, whichever that is once it is locked.
 /// Errors: B_TIMED_OUT; B_BAD_VALUE when there is none.
-status_t LockHandler(int32 token, bigtime_t deadline);
+[[nodiscard]] status_t LockHandler(int32 token, bigtime_t deadline);
 
 } // namespace kits

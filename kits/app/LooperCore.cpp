@@ -7,6 +7,7 @@
 #include "app/Guards.h"
 #include "app/LooperRegistry.h"
 #include "app/MessageDelivery.h"
+#include "kernel/Stack.h"
 #include "kernel/ThreadEnds.h"
 
 #include <utility>
@@ -108,8 +109,7 @@ bool LooperCore::Post(std::unique_ptr<BMessage> message)
     }
     BMessageQueue::Messages one;
     one.push_back(std::move(message)); // allocated before the queue is locked
-    fQueue.Append(one);
-    return true;
+    return fQueue.Append(one);
 }
 
 bool LooperCore::PostFoldingMouseMove(std::unique_ptr<BMessage> message)
@@ -119,8 +119,7 @@ bool LooperCore::PostFoldingMouseMove(std::unique_ptr<BMessage> message)
     }
     BMessageQueue::Messages one;
     one.push_back(std::move(message));
-    fQueue.AppendFoldingMouseMove(one);
-    return true;
+    return fQueue.AppendFoldingMouseMove(one);
 }
 
 std::vector<std::unique_ptr<BMessage>> LooperCore::TakeKeyMessages()
@@ -160,6 +159,7 @@ bool LooperCore::Dispatch(std::unique_ptr<BMessage> message)
 {
     std::unique_ptr<BMessage> outer = std::exchange(fCurrent, std::move(message));
     if (Lock() == B_OK) {
+        const HookBoundary boundary;
         // The looper lives through this, even when a hook quits it: its thread deletes it
         // afterwards.
         Looper()->HandleMessage(fCurrent.get());
@@ -185,6 +185,9 @@ void LooperCore::Loop()
             Dispatch(std::move(message));
         }
     }
+    // Not only with the looper: its end may wait for a lock whose holder waits for somebody who
+    // asks this looper.
+    CloseQueue();
 }
 
 // Returns until when there is nothing to do.
@@ -193,6 +196,7 @@ bigtime_t LooperCore::Idle()
     if (Lock() != B_OK) {
         return 0;
     }
+    const HookBoundary boundary;
     BLooper* looper = Looper();
     looper->QueueEmpty();
     const bigtime_t wakeUp = IsEnding() ? 0 : looper->NextWakeUp();
@@ -299,10 +303,9 @@ void LooperCore::Wake()
     fQueue.Wake();
 }
 
-void LooperCore::DropMessages()
+void LooperCore::CloseQueue()
 {
-    while (fQueue.Take() != nullptr) {
-    }
+    fQueue.Close();
 }
 
 void LooperCore::Die()
@@ -314,7 +317,7 @@ void LooperCore::Die()
     LooperRegistry::RemoveLooper(Looper());
     fLooper.store(nullptr, std::memory_order_release);
     fWindow.store(nullptr, std::memory_order_release);
-    DropMessages();
+    CloseQueue();
     UnlockAll();
 }
 

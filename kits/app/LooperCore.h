@@ -46,7 +46,7 @@ public:
 
     /// Errors: B_TIMED_OUT; B_BAD_VALUE when the looper is gone. Nothing is locked then.
     status_t Lock(bigtime_t timeout = B_INFINITE_TIMEOUT);
-    status_t LockUntil(bigtime_t deadline);
+    [[nodiscard]] status_t LockUntil(bigtime_t deadline);
     void Unlock();
     /// Gives the lock back however often the calling thread took it, and returns how often that
     /// was.
@@ -107,10 +107,9 @@ public:
     bool HasEnded(const std::shared_ptr<LooperCore>& listener);
     /// Makes NextMessage() return, without a message if none waits.
     void Wake();
-    /// Deletes the messages that wait; senders that wait for answers are told.
-    void DropMessages();
-    /// Called by the looper's destructor, locked: takes it out of the tables and drops its
-    /// messages.
+    /// Deletes the messages that wait and takes no more: senders that wait for answers are told.
+    void CloseQueue();
+    /// Called by the looper's destructor, locked: takes it out of the tables and closes its queue.
     void Die();
 
     // Kinds

@@ -2,6 +2,7 @@
 
 #include <AppDefs.h>
 
+#include "app/Guards.h"
 #include "app/LooperCore.h"
 
 #include <utility>
@@ -41,6 +42,7 @@ void ReplySlot::Settle(status_t status, std::unique_ptr<BMessage> reply)
 
 status_t ReplySlot::Wait(BMessage* reply, bigtime_t deadline)
 {
+    GuardNotServer("The window server's thread waits for an answer");
     std::unique_ptr<BMessage> answer;
     {
         MutexLock lock(fMutex);

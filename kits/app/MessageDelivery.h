@@ -48,9 +48,9 @@ public:
     void Answer(std::unique_ptr<BMessage> reply);
     /// Ends the waiting without an answer.
     void Fail(status_t status);
-    /// Waits; on B_OK `*reply` is the answer.
+    /// Waits; on B_OK `*reply` is the answer. Thread: any but the window server's.
     /// Errors: B_TIMED_OUT, or what Fail() said.
-    status_t Wait(BMessage* reply, bigtime_t deadline);
+    [[nodiscard]] status_t Wait(BMessage* reply, bigtime_t deadline);
 
 private:
     void Settle(status_t status, std::unique_ptr<BMessage> reply);
@@ -102,7 +102,7 @@ public:
     static BMessenger Make(int32 token, bool isPreferred);
     /// Sends `message`, which has its delivery but for the target.
     /// Errors: B_BAD_PORT_ID when the handler is gone; the message is deleted then.
-    static status_t Post(const BMessenger& target, std::unique_ptr<BMessage> message);
+    [[nodiscard]] static status_t Post(const BMessenger& target, std::unique_ptr<BMessage> message);
 };
 
 } // namespace kits

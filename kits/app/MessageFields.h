@@ -44,9 +44,9 @@ public:
     void Reserve(int32 count, size_t size);
     /// Errors: B_BAD_VALUE for another size than the first value's when that is fixed, B_NO_MEMORY
     /// for more values or bytes than can be counted.
-    status_t Add(const void* data, size_t size);
+    [[nodiscard]] status_t Add(const void* data, size_t size);
     /// The same, in the place of the value at `index`, which is in range.
-    status_t Replace(int32 index, const void* data, size_t size);
+    [[nodiscard]] status_t Replace(int32 index, const void* data, size_t size);
     void Remove(int32 index);
     /// Appends the known folders that the values speak of.
     void CollectFolders(std::vector<FolderHold>& folders) const;

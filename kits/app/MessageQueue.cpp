@@ -112,11 +112,14 @@ void BMessageQueue::Unlock()
     fMutex.unlock();
 }
 
-void BMessageQueue::Append(Messages& one)
+bool BMessageQueue::Append(Messages& one)
 {
     bool wakes = false;
     {
         Guard guard(fMutex);
+        if (fIsClosed) {
+            return false;
+        }
         const auto added = one.begin();
         fMessages.splice(fMessages.end(), one);
         NoteArrival(added);
@@ -125,29 +128,43 @@ void BMessageQueue::Append(Messages& one)
     if (wakes) {
         fArrival.notify_one(); // a receiver that is awake looks by itself
     }
+    return true;
 }
 
-void BMessageQueue::AppendFoldingMouseMove(Messages& one)
+bool BMessageQueue::AppendFoldingMouseMove(Messages& one)
 {
     Guard guard(fMutex);
     if (fFoldable != fMessages.end() && WindowOf(**fFoldable) == WindowOf(*one.front())) {
         fFoldable->swap(one.front()); // the older one is deleted by the caller
-        return;
+        return true;
     }
-    Append(one);
+    return Append(one);
 }
 
-void BMessageQueue::Prepend(Messages& some)
+bool BMessageQueue::Prepend(Messages& some)
 {
     bool wakes = false;
     {
         Guard guard(fMutex);
+        if (fIsClosed) {
+            return false;
+        }
         fMessages.splice(fMessages.begin(), some);
         wakes = std::exchange(fIsReceiverWaiting, false);
     }
     if (wakes) {
         fArrival.notify_one();
     }
+    return true;
+}
+
+void BMessageQueue::Close()
+{
+    Messages dropped; // deleted after the lock is given back: their ends tell their senders
+    Guard guard(fMutex);
+    fIsClosed = true;
+    dropped.swap(fMessages);
+    fFoldable = fMessages.end();
 }
 
 BMessageQueue::Messages BMessageQueue::TakeKeyMessages()

@@ -7,7 +7,6 @@
 #include <cstdlib>
 #include <ctime>
 #include <dirent.h>
-#include <execinfo.h>
 #include <semaphore.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -25,8 +24,7 @@ void PrintOwnStack()
         std::snprintf(header, sizeof(header), "thread %d:\n", static_cast<int>(::gettid()));
     [[maybe_unused]] const ssize_t written =
         ::write(STDERR_FILENO, header, static_cast<size_t>(length));
-    void* frames[64];
-    ::backtrace_symbols_fd(frames, ::backtrace(frames, 64), STDERR_FILENO);
+    PrintStack();
 }
 
 void OnSignal(int /*signal*/)

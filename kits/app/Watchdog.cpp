@@ -4,13 +4,13 @@
 
 #include "app/LooperCore.h"
 #include "kernel/Mutex.h"
+#include "kernel/WorkerThread.h"
 
 #include <Message.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <thread>
 #include <unordered_map>
 
 namespace kits {
@@ -18,7 +18,11 @@ namespace kits {
 class Watchdog::Watch
 {
 public:
-    explicit Watch(bigtime_t limit) : fLimit(limit), fThread([this] { Run(); }) {}
+    explicit Watch(bigtime_t limit) : fLimit(limit)
+    {
+        // Without a thread nobody watches: a program that runs short of them has enough to tell.
+        [[maybe_unused]] const status_t started = fThread.Start("watchdog", [this] { Run(); });
+    }
 
     ~Watch()
     {
@@ -27,7 +31,7 @@ public:
             fEnds = true;
         }
         fEnd.Signal();
-        fThread.join();
+        fThread.Join();
     }
 
 private:
@@ -88,7 +92,7 @@ private:
     Condition fEnd;
     bool fEnds GUARDED_BY(fMutex) = false;
     std::unordered_map<int32, Silence> fSilences; // by looper; the watching thread only
-    std::thread fThread;                          // last: it uses all of the above
+    WorkerThread fThread;
 };
 
 Watchdog::Watchdog(bigtime_t limit) : fWatch(std::make_unique<Watch>(limit)) {}

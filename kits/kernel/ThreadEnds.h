@@ -1,5 +1,7 @@
 #pragma once
 
+#include <OS.h>
+
 namespace kits {
 
 // A thread's last steps come after its function has returned: what libraries keep per thread is
@@ -11,5 +13,8 @@ void AnnounceThreadEnd();
 
 /// Waits until every thread that has announced its end, or whose function has returned, is gone.
 void JoinEndedThreads();
+
+/// Takes a thread that was spawned and could not be started out of the table.
+void ForgetThread(thread_id thread);
 
 } // namespace kits

@@ -152,16 +152,8 @@ void ApplyPriority(int32 priority)
     }
 }
 
-status_t CallFunction(const Thread& thread)
-{
-    try {
-        return thread.function(thread.data);
-    } catch (...) {
-        std::fprintf(stderr, "An exception ended the thread \"%s\".\n", thread.name.c_str());
-        return B_ERROR;
-    }
-}
-
+// Catches no exception, nor does anything it calls: the program ends where one was thrown, with
+// that stack, and not here.
 void* RunThread(void* argument)
 {
     const std::unique_ptr<ThreadRef> adopted(static_cast<ThreadRef*>(argument));
@@ -174,7 +166,7 @@ void* RunThread(void* argument)
         ShowName(thread);
     }
     ApplyPriority(thread.priority);
-    Leave(thread.id, CallFunction(thread));
+    Leave(thread.id, thread.function(thread.data));
     return nullptr;
 }
 
@@ -219,6 +211,16 @@ void kits::AnnounceThreadEnd()
     const ThreadRef thread = FindById(table, tThreadId);
     if (thread != nullptr) {
         JoinLater(table, *thread);
+    }
+}
+
+void kits::ForgetThread(thread_id id)
+{
+    ThreadTable& table = Table();
+    MutexLock lock(table.mutex);
+    const ThreadRef thread = FindById(table, id);
+    if (thread != nullptr && !thread->isStarted) {
+        table.threads.erase(id);
     }
 }
 

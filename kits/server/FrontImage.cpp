@@ -6,7 +6,7 @@ namespace kits {
 
 bool FrontImage::Update(const QImage& canvas, const QRegion& damage)
 {
-    std::lock_guard<std::mutex> lock(fLock);
+    MutexLock lock(fLock);
     QRegion copied = damage & canvas.rect();
     if (fImage.size() != canvas.size() || fImage.format() != canvas.format()) {
         fImage = QImage(canvas.size(), canvas.format());
@@ -33,7 +33,7 @@ bool FrontImage::Update(const QImage& canvas, const QRegion& damage)
 
 QImage FrontImage::Copy() const
 {
-    std::lock_guard<std::mutex> lock(fLock);
+    MutexLock lock(fLock);
     return fImage.copy();
 }
 

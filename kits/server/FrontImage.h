@@ -2,11 +2,12 @@
 
 #include <SupportDefs.h>
 
+#include "kernel/Mutex.h"
+
 #include <QImage>
 #include <QRegion>
 
 #include <atomic>
-#include <mutex>
 
 namespace kits {
 
@@ -14,8 +15,8 @@ namespace kits {
 /// server's.
 ///
 /// The window copies finished damage into it and asks for a present; the server alone answers
-/// exposes from it, so a window whose thread is busy is still shown whole. Thread: any; every
-/// member is guarded by the lock. The lock is held for copying pixels only.
+/// exposes from it, so a window whose thread is busy is still shown whole. Thread: any. The lock is
+/// held for copying pixels only.
 class FrontImage
 {
 public:
@@ -29,7 +30,7 @@ public:
     template<typename Paint>
     void TakeDamage(Paint paint)
     {
-        std::lock_guard<std::mutex> lock(fLock);
+        MutexLock lock(fLock);
         fIsPresentPending = false;
         QRegion damage;
         damage.swap(fDamage);
@@ -44,10 +45,10 @@ public:
     std::atomic<bigtime_t> firstPresentTime{0};
 
 private:
-    mutable std::mutex fLock;
-    QImage fImage;
-    QRegion fDamage; // device pixels
-    bool fIsPresentPending = false;
+    mutable Mutex fLock;
+    QImage fImage GUARDED_BY(fLock);
+    QRegion fDamage GUARDED_BY(fLock); // device pixels
+    bool fIsPresentPending GUARDED_BY(fLock) = false;
 };
 
 } // namespace kits

@@ -29,14 +29,14 @@ void ScreenInfo::Refresh()
     }
     const int interval = QGuiApplication::styleHints()->mouseDoubleClickInterval();
     caretFlash = QGuiApplication::styleHints()->cursorFlashTime() * bigtime_t{1000};
-    std::lock_guard<std::mutex> lock(fLock);
+    const MutexLock lock(fLock);
     fScreens = std::move(screens);
     fClickSpeed = interval * bigtime_t{1000};
 }
 
 ScreenInfo::Screen ScreenInfo::At(int32 screen) const
 {
-    std::lock_guard<std::mutex> lock(fLock);
+    const MutexLock lock(fLock);
     const bool isThere = screen >= 0 && static_cast<size_t>(screen) < fScreens.size();
     return fScreens[isThere ? static_cast<size_t>(screen) : 0];
 }
@@ -58,7 +58,7 @@ float ScreenInfo::Scale(int32 screen) const
 
 int32 ScreenInfo::CountScreens() const
 {
-    std::lock_guard<std::mutex> lock(fLock);
+    const MutexLock lock(fLock);
     return static_cast<int32>(fScreens.size());
 }
 
@@ -66,7 +66,7 @@ int32 ScreenInfo::ScreenOf(BRect frame) const
 {
     std::vector<QRect> areas;
     {
-        std::lock_guard<std::mutex> lock(fLock);
+        const MutexLock lock(fLock);
         for (const Screen& screen : fScreens) {
             areas.push_back(RectFrom(screen.frame));
         }
@@ -76,7 +76,7 @@ int32 ScreenInfo::ScreenOf(BRect frame) const
 
 bigtime_t ScreenInfo::ClickSpeed() const
 {
-    std::lock_guard<std::mutex> lock(fLock);
+    MutexLock lock(fLock);
     return fClickSpeed;
 }
 

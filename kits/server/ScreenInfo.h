@@ -3,8 +3,9 @@
 #include <Rect.h>
 #include <SupportDefs.h>
 
+#include "kernel/Mutex.h"
+
 #include <atomic>
-#include <mutex>
 #include <vector>
 
 namespace kits {
@@ -42,10 +43,10 @@ private:
 
     Screen At(int32 screen) const;
 
-    mutable std::mutex fLock;
-    // Guarded by fLock. At least one: what a program without a screen is told.
-    std::vector<Screen> fScreens = std::vector<Screen>(1);
-    bigtime_t fClickSpeed = 400'000;
+    mutable Mutex fLock;
+    // At least one: what a program without a screen is told.
+    std::vector<Screen> fScreens GUARDED_BY(fLock) = std::vector<Screen>(1);
+    bigtime_t fClickSpeed GUARDED_BY(fLock) = 400'000;
 };
 
 } // namespace kits

@@ -23,7 +23,7 @@ bool ServerQueue::Add(std::function<void()> task)
 {
     bool wasEmpty = false;
     {
-        std::lock_guard<std::mutex> lock(fLock);
+        MutexLock lock(fLock);
         if (fIsClosed) {
             return false;
         }
@@ -55,7 +55,7 @@ void ServerQueue::Close()
     fNotifier.reset();
     Drain();
     {
-        std::lock_guard<std::mutex> lock(fLock);
+        MutexLock lock(fLock);
         fIsClosed = true;
     }
     Drain();
@@ -71,7 +71,7 @@ void ServerQueue::Drain()
     for (;;) {
         std::function<void()> task;
         {
-            std::lock_guard<std::mutex> lock(fLock);
+            MutexLock lock(fLock);
             if (fTasks.empty()) {
                 return;
             }

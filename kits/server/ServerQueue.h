@@ -1,9 +1,10 @@
 #pragma once
 
+#include "kernel/Mutex.h"
+
 #include <deque>
 #include <functional>
 #include <memory>
-#include <mutex>
 
 class QSocketNotifier;
 
@@ -33,9 +34,9 @@ private:
 
     int fEvent;                                 // an eventfd: readable while tasks wait
     std::unique_ptr<QSocketNotifier> fNotifier; // server thread
-    std::mutex fLock;
-    std::deque<std::function<void()>> fTasks; // guarded by fLock
-    bool fIsClosed = false;                   // guarded by fLock
+    Mutex fLock;
+    std::deque<std::function<void()>> fTasks GUARDED_BY(fLock);
+    bool fIsClosed GUARDED_BY(fLock) = false;
 };
 
 } // namespace kits

@@ -1,12 +1,14 @@
 #include "ServerThread.h"
 
+#include "HasDisplay.h"
 #include "ServerState.h"
+
+#include "app/Guards.h"
 
 #include <QGuiApplication>
 #include <QObject>
 #include <QtGlobal>
 
-#include <pthread.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -23,15 +25,15 @@ std::atomic<bool> sIsUp{false};
 
 thread_local bool sIsServer = false;
 
-std::mutex sHeldBackLock;
-std::string sHeldBack; // what the toolkit said before it was up; guarded by sHeldBackLock
+Mutex sHeldBackLock;
+std::string sHeldBack GUARDED_BY(sHeldBackLock); // what the toolkit said before it was up
 
-// Without a display the toolkit prints a page and dumps core; one line says the same.
+// The display was looked for before. When the toolkit cannot use it all the same, it would print a
+// page and dump core; one line says as much.
 void MessageFromToolkit(QtMsgType type, const QMessageLogContext&, const QString& text)
 {
     if (type == QtFatalMsg && !sIsUp) {
-        std::fprintf(stderr, "%s: there is no display to open windows on\n",
-                     program_invocation_short_name);
+        std::fprintf(stderr, "%s: the display cannot be used\n", program_invocation_short_name);
         _exit(1);
     }
     if (type == QtDebugMsg || type == QtInfoMsg) {
@@ -39,7 +41,7 @@ void MessageFromToolkit(QtMsgType type, const QMessageLogContext&, const QString
     }
     const std::string line = text.toStdString() + "\n";
     if (!sIsUp) {
-        std::lock_guard<std::mutex> lock(sHeldBackLock);
+        MutexLock lock(sHeldBackLock);
         sHeldBack += line;
         return;
     }
@@ -51,7 +53,7 @@ void MessageFromToolkit(QtMsgType type, const QMessageLogContext&, const QString
 
 void PrintHeldBack()
 {
-    std::lock_guard<std::mutex> lock(sHeldBackLock);
+    MutexLock lock(sHeldBackLock);
     std::fputs(sHeldBack.c_str(), stderr);
     sHeldBack.clear();
 }
@@ -77,21 +79,30 @@ void KeepThreadData()
 
 } // namespace
 
-ServerThread::ServerThread()
+status_t ServerThread::Start()
 {
+    if (!HasDisplay()) {
+        return B_ERROR;
+    }
     // Before any thread may read the environment. Assistive programs that start later are missed
     // otherwise.
     setenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1", 0);
-    fThread = std::thread([this] { Run(); });
-    std::unique_lock<std::mutex> lock(fLock);
-    fStarted.wait(lock, [this] { return fIsUp; });
+    const status_t status = fThread.Start("window server", [this] { Run(); });
+    if (status != B_OK) {
+        return status;
+    }
+    MutexLock lock(fLock);
+    while (!fIsUp) {
+        fStarted.Wait(fLock);
+    }
+    return B_OK;
 }
 
 ServerThread::~ServerThread()
 {
     // Not quit(): that asks the windows first, and those say no for themselves.
     fQueue.Add([] { QCoreApplication::exit(0); });
-    fThread.join();
+    fThread.Join();
 }
 
 bool ServerThread::IsCurrent()
@@ -101,31 +112,33 @@ bool ServerThread::IsCurrent()
 
 void ServerThread::Call(const std::function<void()>& task)
 {
+    GuardNotServer("The window server's thread waits for itself");
     struct Ticket
     {
-        std::mutex lock;
-        std::condition_variable done;
-        bool isDone = false; // guarded by lock
+        Mutex mutex;
+        Condition done;
+        bool isDone GUARDED_BY(mutex) = false;
     };
     Ticket ticket;
     const bool isQueued = fQueue.Add([&ticket, &task] {
         task();
         // Notified under the lock: the ticket is gone as soon as its owner can take it.
-        std::lock_guard<std::mutex> lock(ticket.lock);
+        MutexLock lock(ticket.mutex);
         ticket.isDone = true;
-        ticket.done.notify_one();
+        ticket.done.Signal();
     });
     if (!isQueued) {
         return;
     }
-    std::unique_lock<std::mutex> lock(ticket.lock);
-    ticket.done.wait(lock, [&ticket] { return ticket.isDone; });
+    MutexLock lock(ticket.mutex);
+    while (!ticket.isDone) {
+        ticket.done.Wait(ticket.mutex);
+    }
 }
 
 void ServerThread::Run()
 {
     sIsServer = true;
-    pthread_setname_np(pthread_self(), "window server");
     // They outlive the application object, which keeps them by reference.
     static int argumentCount = 1;
     static char* arguments[] = {program_invocation_short_name, nullptr};
@@ -144,10 +157,10 @@ void ServerThread::Run()
         sIsUp = true;
         PrintHeldBack();
         {
-            std::lock_guard<std::mutex> lock(fLock);
+            MutexLock lock(fLock);
             fIsUp = true;
         }
-        fStarted.notify_one();
+        fStarted.Signal();
         application.exec();
         fQueue.Close();
     }

@@ -2,12 +2,10 @@
 
 #include "ServerQueue.h"
 
-#include <SupportDefs.h>
+#include "kernel/Mutex.h"
+#include "kernel/WorkerThread.h"
 
-#include <atomic>
-#include <condition_variable>
-#include <mutex>
-#include <thread>
+#include <SupportDefs.h>
 
 namespace kits {
 
@@ -15,13 +13,18 @@ namespace kits {
 class ServerThread
 {
 public:
-    ServerThread();
+    ServerThread() = default;
+    /// Starts the thread and waits until windows can be made; once.
+    /// Errors: B_ERROR when there is no display; B_NO_MORE_THREADS.
+    [[nodiscard]] status_t Start();
     /// Ends the loop and waits for the thread.
     ~ServerThread();
     ServerThread(const ServerThread&) = delete;
     ServerThread& operator=(const ServerThread&) = delete;
 
     bool Post(std::function<void()> task) { return fQueue.Add(std::move(task)); }
+    /// Runs `task` on the server's thread and waits for its end; does nothing once that has ended.
+    /// Thread: any but the server's.
     void Call(const std::function<void()>& task);
     /// Whether the caller runs on a server's thread.
     static bool IsCurrent();
@@ -30,10 +33,10 @@ private:
     void Run();
 
     ServerQueue fQueue;
-    std::mutex fLock;
-    std::condition_variable fStarted;
-    bool fIsUp = false; // guarded by fLock
-    std::thread fThread;
+    Mutex fLock;
+    Condition fStarted;
+    bool fIsUp GUARDED_BY(fLock) = false;
+    WorkerThread fThread;
 };
 
 } // namespace kits

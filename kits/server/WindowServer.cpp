@@ -54,10 +54,15 @@ WindowServer& WindowServer::Get()
 
 status_t WindowServer::Start()
 {
-    if (Thread() == nullptr) {
-        Thread() = std::make_unique<ServerThread>();
+    if (Thread() != nullptr) {
+        return B_OK;
     }
-    return B_OK;
+    auto thread = std::make_unique<ServerThread>();
+    const status_t status = thread->Start();
+    if (status == B_OK) {
+        Thread() = std::move(thread);
+    }
+    return status;
 }
 
 void WindowServer::Stop()

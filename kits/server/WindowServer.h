@@ -129,8 +129,8 @@ public:
     static WindowServer& Get();
 
     /// Starts the thread and waits until the application object exists.
-    /// Errors: B_ERROR when there is no display (one line is on stderr then).
-    status_t Start();
+    /// Errors: B_ERROR when there is no display; B_NO_MORE_THREADS.
+    [[nodiscard]] status_t Start();
     /// Ends the thread; every WindowLink is gone by then.
     void Stop();
     bool IsRunning() const;

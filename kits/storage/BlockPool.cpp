@@ -1,6 +1,7 @@
 #include "BlockPool.h"
 
-#include <mutex>
+#include "kernel/Mutex.h"
+
 #include <new>
 #include <vector>
 
@@ -13,8 +14,8 @@ constexpr std::align_val_t kAlignment{4096};
 
 struct Pool
 {
-    std::mutex mutex;
-    std::vector<char*> blocks; // guarded by mutex
+    Mutex mutex;
+    std::vector<char*> blocks GUARDED_BY(mutex);
 };
 
 Pool& ThePool()
@@ -30,7 +31,7 @@ Block TakeBlock()
 {
     Pool& pool = ThePool();
     {
-        std::lock_guard lock(pool.mutex);
+        MutexLock lock(pool.mutex);
         if (!pool.blocks.empty()) {
             char* block = pool.blocks.back();
             pool.blocks.pop_back();
@@ -44,7 +45,7 @@ void BlockReturner::operator()(char* block) const
 {
     Pool& pool = ThePool();
     {
-        std::lock_guard lock(pool.mutex);
+        MutexLock lock(pool.mutex);
         if (pool.blocks.size() < kKeptBlocks) {
             pool.blocks.push_back(block);
             return;

@@ -27,32 +27,39 @@ status_t WriteWhole(int file, const char* bytes, size_t size, off_t position)
     return B_OK;
 }
 
-BlockWriter::BlockWriter(int file) : fFile(file), fThread([this] { Run(); }) {}
+status_t BlockWriter::Start()
+{
+    return fThread.Start("block writer", [this] { Run(); });
+}
 
 BlockWriter::~BlockWriter()
 {
     {
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
         fIsEnding = true;
     }
-    fChange.notify_all();
-    fThread.join();
+    fChange.Broadcast();
+    fThread.Join();
 }
 
 void BlockWriter::Queue(Block block, size_t size, off_t position)
 {
     {
-        std::unique_lock lock(fMutex);
-        fChange.wait(lock, [this] { return fJobs.size() < kQueuedBlocks; });
+        MutexLock lock(fMutex);
+        while (fJobs.size() >= kQueuedBlocks) {
+            fChange.Wait(fMutex);
+        }
         fJobs.push_back({std::move(block), size, position});
     }
-    fChange.notify_all();
+    fChange.Broadcast();
 }
 
 status_t BlockWriter::Wait()
 {
-    std::unique_lock lock(fMutex);
-    fChange.wait(lock, [this] { return fJobs.empty() && !fIsWriting; });
+    MutexLock lock(fMutex);
+    while (!fJobs.empty() || fIsWriting) {
+        fChange.Wait(fMutex);
+    }
     return Status();
 }
 
@@ -61,12 +68,14 @@ void BlockWriter::Run()
     for (;;) {
         Job job;
         {
-            std::unique_lock lock(fMutex);
+            MutexLock lock(fMutex);
             fIsWriting = false;
             if (fJobs.empty()) {
-                fChange.notify_all();
+                fChange.Broadcast();
             }
-            fChange.wait(lock, [this] { return !fJobs.empty() || fIsEnding; });
+            while (fJobs.empty() && !fIsEnding) {
+                fChange.Wait(fMutex);
+            }
             if (fJobs.empty()) {
                 return;
             }
@@ -74,7 +83,7 @@ void BlockWriter::Run()
             fJobs.pop_front();
             fIsWriting = true;
         }
-        fChange.notify_all();
+        fChange.Broadcast();
         if (Status() == B_OK) {
             const status_t status = WriteWhole(fFile, job.block.get(), job.size, job.position);
             fStatus.store(status, std::memory_order_relaxed);

@@ -1,14 +1,13 @@
 #pragma once
 
 #include "BlockPool.h"
+#include "kernel/Mutex.h"
+#include "kernel/WorkerThread.h"
 
 #include <SupportDefs.h>
 
 #include <atomic>
-#include <condition_variable>
 #include <deque>
-#include <mutex>
-#include <thread>
 
 namespace kits {
 
@@ -19,7 +18,9 @@ class BlockWriter
 {
 public:
     /// `file` is borrowed until this object is gone.
-    explicit BlockWriter(int file);
+    explicit BlockWriter(int file) : fFile(file) {}
+    /// Starts the thread; once, before anything is queued. Errors: B_NO_MORE_THREADS.
+    [[nodiscard]] status_t Start();
     /// Writes what is queued first.
     ~BlockWriter();
     BlockWriter(const BlockWriter&) = delete;
@@ -28,7 +29,7 @@ public:
     /// Adopts a block; waits while too many are queued.
     void Queue(Block block, size_t size, off_t position);
     /// Waits until nothing is queued or being written, and tells the first error.
-    status_t Wait();
+    [[nodiscard]] status_t Wait();
     /// The first error so far; waits for nothing.
     status_t Status() const { return fStatus.load(std::memory_order_relaxed); }
 
@@ -44,15 +45,15 @@ private:
 
     const int fFile;
     std::atomic<status_t> fStatus{B_OK};
-    std::mutex fMutex; // guards the queue and the two flags
-    std::condition_variable fChange;
-    std::deque<Job> fJobs;
-    bool fIsWriting = false;
-    bool fIsEnding = false;
-    std::thread fThread; // last: it uses all the others
+    Mutex fMutex;
+    Condition fChange;
+    std::deque<Job> fJobs GUARDED_BY(fMutex);
+    bool fIsWriting GUARDED_BY(fMutex) = false;
+    bool fIsEnding GUARDED_BY(fMutex) = false;
+    WorkerThread fThread;
 };
 
 /// Writes all of it, going on after short writes: so a full disk takes every byte that fits.
-status_t WriteWhole(int file, const char* bytes, size_t size, off_t position);
+[[nodiscard]] status_t WriteWhole(int file, const char* bytes, size_t size, off_t position);
 
 } // namespace kits

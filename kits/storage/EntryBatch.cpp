@@ -3,6 +3,7 @@
 #include "FolderListing.h"
 #include "FolderTable.h"
 #include "NodeWatcher.h"
+#include "kernel/WorkerThread.h"
 
 #include <Directory.h>
 
@@ -11,7 +12,6 @@
 #include <cstring>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
-#include <thread>
 #include <vector>
 
 namespace {
@@ -62,7 +62,7 @@ private:
     kits::FolderHold fHold;
     std::atomic<size_t> fNextBlock{0};
     std::atomic<size_t> fStatted{0};
-    std::thread fHelper;
+    kits::WorkerThread fHelper;
 };
 
 status_t BEntryBatch::Impl::Read(int folder, kits::FolderHold hold)
@@ -87,7 +87,8 @@ status_t BEntryBatch::Impl::Read(int folder, kits::FolderHold hold)
     }
     if (fItems.size() >= kHelpedFrom) {
         // Sorting needs the names alone, so that it is done beside the caller's reading.
-        fHelper = std::thread([this] {
+        // Without it the caller does all, as in a small folder.
+        [[maybe_unused]] const status_t started = fHelper.Start("folder reader", [this] {
             SortNames();
             while (StatBlock()) {
             }
@@ -138,10 +139,10 @@ bool BEntryBatch::Impl::StatNext()
 
 void BEntryBatch::Impl::JoinHelper()
 {
-    if (fHelper.joinable()) {
+    if (fHelper.IsStarted()) {
         // A batch that is given up early has no use for the rest.
         fNextBlock.store(fItems.size(), std::memory_order_relaxed);
-        fHelper.join();
+        fHelper.Join();
     }
 }
 

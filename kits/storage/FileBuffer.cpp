@@ -20,7 +20,7 @@ FileBuffer::FileBuffer(int file) : fFile(file) {}
 
 FileBuffer::~FileBuffer()
 {
-    Flush();
+    [[maybe_unused]] const status_t status = Flush(); // who wants to know closes the file first
 }
 
 ssize_t FileBuffer::Read(void* buffer, size_t size)
@@ -159,6 +159,9 @@ status_t FileBuffer::HandOver()
     fWritten += static_cast<off_t>(size);
     if (fWriter == nullptr && fWritten >= kWriterFrom && size == kBlockBytes) {
         fWriter = std::make_unique<BlockWriter>(fFile);
+        if (fWriter->Start() != B_OK) {
+            fWriter.reset(); // this thread goes on writing, and asks again at the next block
+        }
     }
     if (fWriter != nullptr) {
         fWriter->Queue(std::move(fWriteBlock), size, start);

@@ -27,7 +27,7 @@ public:
     ssize_t ReadAt(off_t position, void* buffer, size_t size);
     ssize_t WriteAt(off_t position, const void* buffer, size_t size);
     /// Hands over what waits, and waits until the system has it. The first error stays for ever.
-    status_t Flush();
+    [[nodiscard]] status_t Flush();
     /// Forgets what was read ahead.
     void DropReadAhead();
 
@@ -36,9 +36,9 @@ public:
 
 private:
     status_t HandOver();
-    status_t WriteDirectly(const char* bytes, size_t size, off_t position);
-    status_t Append(const char* bytes, size_t size);
-    status_t FillReadAhead(size_t wanted);
+    [[nodiscard]] status_t WriteDirectly(const char* bytes, size_t size, off_t position);
+    [[nodiscard]] status_t Append(const char* bytes, size_t size);
+    [[nodiscard]] status_t FillReadAhead(size_t wanted);
 
     const int fFile;
     off_t fPosition = 0;

@@ -19,7 +19,7 @@ public:
     };
 
     /// Reads the open folder from its start. Errors: of reading; what was read until then stays.
-    status_t Read(int folder);
+    [[nodiscard]] status_t Read(int folder);
     /// Brings the items into byte order of their names.
     void Sort();
 

@@ -1,11 +1,14 @@
 #include "FolderTable.h"
 
+#include "kernel/WorkerThread.h"
+
+#include <OS.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/resource.h>
-#include <thread>
 #include <vector>
 
 namespace kits {
@@ -88,7 +91,7 @@ FolderHold FolderTable::Know(int descriptor, const struct stat& st)
 {
     const Key key{st.st_dev, st.st_ino};
     {
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
         auto found = fFolders.find(key);
         if (found != fFolders.end() && found->second->open != nullptr) {
             Touch(found->second.get());
@@ -99,7 +102,7 @@ FolderHold FolderTable::Know(int descriptor, const struct stat& st)
     auto open = std::make_shared<const UniqueFd>(sys::Duplicate(descriptor));
     FolderHold hold;
     {
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
         std::unique_ptr<Folder>& slot = fFolders[key];
         if (slot == nullptr) {
             slot = std::make_unique<Folder>();
@@ -123,7 +126,7 @@ FolderHold FolderTable::Know(int descriptor, const struct stat& st)
 
 FolderHold FolderTable::Find(dev_t device, ino_t node)
 {
-    std::lock_guard lock(fMutex);
+    MutexLock lock(fMutex);
     const auto found = fFolders.find(Key{device, node});
     return found == fFolders.end() ? FolderHold() : Hold(found->second.get());
 }
@@ -136,7 +139,7 @@ status_t FolderTable::Open(const FolderHold& hold, OpenFolder* open)
     }
     std::string path;
     {
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
         if (folder->open != nullptr) {
             Touch(folder);
             *open = folder->open;
@@ -162,7 +165,7 @@ status_t FolderTable::Open(const FolderHold& hold, OpenFolder* open)
     }
     auto opened = std::make_shared<const UniqueFd>(std::move(again));
     {
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
         if (folder->open == nullptr) {
             SetOpen(folder, opened);
         }
@@ -191,7 +194,7 @@ void FolderTable::ReleaseLast(FolderCount* count)
 {
     FolderTable& table = Get();
     std::unique_ptr<Folder> forgotten; // destroyed, and so closed, after the lock is free
-    std::lock_guard lock(table.fMutex);
+    MutexLock lock(table.fMutex);
     Folder* folder = static_cast<Folder*>(count);
     if (folder->holders.fetch_sub(1, std::memory_order_acq_rel) != 1) {
         return; // found by someone meanwhile
@@ -238,7 +241,7 @@ void FolderTable::CloseNoted(const FolderHold& hold, bigtime_t lastUse)
     Folder* folder = static_cast<Folder*>(hold.Get());
     OpenFolder open;
     {
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
         open = folder->open;
     }
     if (open == nullptr) {
@@ -248,7 +251,7 @@ void FolderTable::CloseNoted(const FolderHold& hold, bigtime_t lastUse)
     if (sys::PathOf(open->Get(), &path) != B_OK) {
         path.clear(); // removed: it can never be opened again
     }
-    std::lock_guard lock(fMutex);
+    MutexLock lock(fMutex);
     // Whoever used it meanwhile keeps it open.
     if (folder->open != open || folder->lastUse != lastUse) {
         return;
@@ -263,7 +266,7 @@ void FolderTable::CloseLongestUnused()
     FolderHold hold;
     bigtime_t lastUse = 0;
     {
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
         if (fOpen.size() <= fOpenLimit) {
             return;
         }
@@ -278,7 +281,7 @@ size_t FolderTable::CloseIdle(bigtime_t idle, Volumes volumes)
     std::vector<std::pair<FolderHold, bigtime_t>> found;
     size_t stays = 0;
     {
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
         const bigtime_t limit = Now() - idle;
         for (Folder* folder : fOpen) {
             if (volumes == Volumes::kOther && !IsOnOtherVolume(folder)) {
@@ -299,28 +302,33 @@ size_t FolderTable::CloseIdle(bigtime_t idle, Volumes volumes)
 
 size_t FolderTable::CountOpen() const
 {
-    std::lock_guard lock(fMutex);
+    MutexLock lock(fMutex);
     return fOpen.size();
 }
 
 void FolderTable::WakeSweeper()
 {
     {
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
         if (fIsSweeping) {
             return;
         }
         fIsSweeping = true;
     }
-    std::thread([this] { Sweep(); }).detach();
+    if (StartDetached("folder closer", [this] { Sweep(); }) != B_OK) {
+        // What is idle now is closed here; the next folder that is opened tries again.
+        CloseIdle(kIdleTime, Volumes::kOther);
+        MutexLock lock(fMutex);
+        fIsSweeping = false;
+    }
 }
 
 void FolderTable::Sweep()
 {
     for (;;) {
-        std::this_thread::sleep_for(std::chrono::microseconds(kIdleTime / 3));
+        snooze(kIdleTime / 3);
         CloseIdle(kIdleTime, Volumes::kOther);
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
         const bool isDone = std::none_of(fOpen.begin(), fOpen.end(), [this](const Folder* folder) {
             return IsOnOtherVolume(folder);
         });

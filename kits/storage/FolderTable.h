@@ -1,12 +1,12 @@
 #pragma once
 
 #include "SystemCalls.h"
+#include "kernel/Mutex.h"
 
 #include <EntryRef.h>
 
 #include <list>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <unordered_map>
 
@@ -38,7 +38,7 @@ public:
 
     /// Opens the folder again when it is closed. Errors: B_ENTRY_NOT_FOUND when it is no longer
     /// where it was.
-    status_t Open(const FolderHold& folder, OpenFolder* open);
+    [[nodiscard]] status_t Open(const FolderHold& folder, OpenFolder* open);
     dev_t DeviceOf(const FolderHold& folder) const;
     ino_t NodeOf(const FolderHold& folder) const;
 
@@ -79,23 +79,24 @@ private:
     FolderTable();
 
     static void ReleaseLast(FolderCount* count);
-    FolderHold Hold(Folder* folder);
-    void SetOpen(Folder* folder, OpenFolder open);
-    void Touch(Folder* folder);
+    FolderHold Hold(Folder* folder) REQUIRES(fMutex);
+    void SetOpen(Folder* folder, OpenFolder open) REQUIRES(fMutex);
+    void Touch(Folder* folder) REQUIRES(fMutex);
     bool IsOnOtherVolume(const Folder* folder) const;
     void CloseLongestUnused();
     void CloseNoted(const FolderHold& hold, bigtime_t lastUse);
     void WakeSweeper();
     void Sweep();
 
-    mutable std::mutex fMutex; // guards all that follows, and what folders point to
-    std::unordered_map<Key, std::unique_ptr<Folder>, KeyHash> fFolders;
-    std::list<Folder*> fOpen;   // the last used first
-    std::list<Folder*> fUnheld; // the latest first
-    bool fIsSweeping = false;
-    dev_t fRootDevice = 0;
-    dev_t fHomeDevice = 0;
-    size_t fOpenLimit = 0;
+    const dev_t fRootDevice;
+    const dev_t fHomeDevice;
+    size_t fOpenLimit = 0; // written by the constructor alone
+
+    mutable Mutex fMutex; // guards what folders point to, too
+    std::unordered_map<Key, std::unique_ptr<Folder>, KeyHash> fFolders GUARDED_BY(fMutex);
+    std::list<Folder*> fOpen GUARDED_BY(fMutex);   // the last used first
+    std::list<Folder*> fUnheld GUARDED_BY(fMutex); // the latest first
+    bool fIsSweeping GUARDED_BY(fMutex) = false;
 };
 
 /// Raises the limit of descriptors as far as the system allows; called once by the table.

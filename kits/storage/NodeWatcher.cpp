@@ -1,6 +1,7 @@
 #include "NodeWatcher.h"
 
 #include "PathLookup.h"
+#include "kernel/WorkerThread.h"
 #include "support/ErrnoTable.h"
 
 #include <Message.h>
@@ -8,13 +9,10 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <condition_variable>
 #include <fcntl.h>
 #include <poll.h>
-#include <pthread.h>
 #include <sys/eventfd.h>
 #include <sys/inotify.h>
-#include <thread>
 #include <unistd.h>
 
 namespace kits {
@@ -35,22 +33,24 @@ class Answer
 public:
     void Give(status_t status)
     {
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
         fStatus = status;
-        fArrival.notify_all();
+        fArrival.Broadcast();
     }
 
     status_t Wait()
     {
-        std::unique_lock lock(fMutex);
-        fArrival.wait(lock, [this] { return fStatus.has_value(); });
+        MutexLock lock(fMutex);
+        while (!fStatus.has_value()) {
+            fArrival.Wait(fMutex);
+        }
         return *fStatus;
     }
 
 private:
-    std::mutex fMutex; // guards fStatus
-    std::condition_variable fArrival;
-    std::optional<status_t> fStatus;
+    Mutex fMutex;
+    Condition fArrival;
+    std::optional<status_t> fStatus GUARDED_BY(fMutex);
 };
 
 } // namespace
@@ -82,7 +82,17 @@ NodeWatcher::NodeWatcher()
     : fInotify(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)),
       fWake(::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)), fLastDrained(::time(nullptr))
 {
-    std::thread([this] { Run(); }).detach();
+}
+
+status_t NodeWatcher::StartThread()
+{
+    MutexLock lock(fMutex);
+    if (fHasThread) {
+        return B_OK;
+    }
+    const status_t status = StartDetached("node watcher", [this] { Run(); });
+    fHasThread = status == B_OK;
+    return status;
 }
 
 status_t NodeWatcher::Call(const std::function<status_t()>& task)
@@ -90,7 +100,10 @@ status_t NodeWatcher::Call(const std::function<status_t()>& task)
     // Shared, because the caller may be gone before the thread has let go of it.
     const auto answer = std::make_shared<Answer>();
     {
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
+        if (!fHasThread) {
+            return B_OK; // there is nothing to end
+        }
         fTasks.push_back([answer, &task] { answer->Give(task()); });
     }
     const uint64 one = 1;
@@ -106,6 +119,10 @@ status_t NodeWatcher::Watch(const node_ref* node, uint32 flags, const BMessenger
     }
     if (!fInotify.IsOpen() || !fWake.IsOpen()) {
         return B_NO_MEMORY; // the limit of watching programs is reached
+    }
+    const status_t started = StartThread();
+    if (started != B_OK) {
+        return started;
     }
     return Call([&] {
         if ((flags & B_WATCH_MOUNT) != 0) {
@@ -325,7 +342,6 @@ void NodeWatcher::Forget(Folder* folder)
 
 void NodeWatcher::Run()
 {
-    ::pthread_setname_np(::pthread_self(), "node watcher");
     for (;;) {
         if (fIsBeingWritten) {
             struct pollfd wake = {fWake.Get(), POLLIN, 0};
@@ -364,7 +380,7 @@ void NodeWatcher::RunTasks()
     [[maybe_unused]] const ssize_t read = ::read(fWake.Get(), &count, sizeof(count));
     std::vector<std::function<void()>> tasks;
     {
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
         tasks.swap(fTasks);
     }
     for (const auto& task : tasks) {

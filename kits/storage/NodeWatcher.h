@@ -5,13 +5,13 @@
 #include "MountTable.h"
 #include "NameTable.h"
 #include "NodeNotices.h"
+#include "kernel/Mutex.h"
 
 #include <Node.h>
 
 #include <functional>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -29,10 +29,11 @@ class NodeWatcher
 public:
     static NodeWatcher& Get();
 
+    /// Errors: B_NO_MORE_THREADS when there is no thread to watch; those of the kernel's limits.
     /// `listing` takes the names as they were read for the watch, for a caller who would read them
     /// next; null when the folder was watched before and they were not read again.
-    status_t Watch(const node_ref* node, uint32 flags, const BMessenger& target,
-                   std::shared_ptr<const FolderListing>* listing = nullptr);
+    [[nodiscard]] status_t Watch(const node_ref* node, uint32 flags, const BMessenger& target,
+                                 std::shared_ptr<const FolderListing>* listing = nullptr);
     status_t StopWatching(const BMessenger& target);
     /// Ends the notices about mounts alone.
     status_t StopWatchingMounts(const BMessenger& target);
@@ -81,7 +82,8 @@ private:
     NodeWatcher();
 
     // Any thread.
-    status_t Call(const std::function<status_t()>& task);
+    [[nodiscard]] status_t StartThread();
+    [[nodiscard]] status_t Call(const std::function<status_t()>& task);
 
     // The watcher's thread.
     void RemoveMountTarget(const BMessenger& target);
@@ -89,11 +91,11 @@ private:
     void RunTasks();
     int PollTimeout() const;
 
-    status_t AddWatch(const node_ref& node, uint32 flags, const BMessenger& target,
-                      std::shared_ptr<const FolderListing>* listing);
-    status_t AddFolder(const FolderHold& hold, uint32 mask, Folder** added);
-    status_t AddStatWatch(const node_ref& node, const BMessenger& target);
-    status_t ReadNames(Folder* folder, FolderListing* listing) const;
+    [[nodiscard]] status_t AddWatch(const node_ref& node, uint32 flags, const BMessenger& target,
+                                    std::shared_ptr<const FolderListing>* listing);
+    [[nodiscard]] status_t AddFolder(const FolderHold& hold, uint32 mask, Folder** added);
+    [[nodiscard]] status_t AddStatWatch(const node_ref& node, const BMessenger& target);
+    [[nodiscard]] status_t ReadNames(Folder* folder, FolderListing* listing) const;
     void Guard(Folder* folder);
     void Unguard(Folder* folder);
     void RemoveTarget(Folder* folder, const BMessenger& target);
@@ -132,8 +134,9 @@ private:
     bool fIsBeingWritten = false; // the last events told only of contents that changed
     time_t fLastDrained = 0;      // wall clock: all changes before it have been told
 
-    std::mutex fMutex; // guards fTasks
-    std::vector<std::function<void()>> fTasks;
+    Mutex fMutex;
+    std::vector<std::function<void()>> fTasks GUARDED_BY(fMutex);
+    bool fHasThread GUARDED_BY(fMutex) = false;
 };
 
 } // namespace kits

@@ -19,18 +19,20 @@ enum class LastLink { kKept, kFollowed };
 /// Follows `path` from `base` (null: the working directory). Links on the way are followed, the
 /// last step only when asked for. Errors: B_ENTRY_NOT_FOUND when the folder is missing, B_BAD_VALUE
 /// for an empty path, B_NAME_TOO_LONG, B_LINK_LIMIT ...
-status_t LookUp(const FolderHold& base, const char* path, LastLink lastLink, Place* place);
+[[nodiscard]] status_t LookUp(const FolderHold& base, const char* path, LastLink lastLink,
+                              Place* place);
 
 /// The same from a folder that is open. Errors: B_IO_ERROR, too, when `base` is null, because the
 /// system did not tell which folder it is: the working directory is no stand-in.
-status_t LookUpFrom(const FolderHold& base, const char* path, LastLink lastLink, Place* place);
+[[nodiscard]] status_t LookUpFrom(const FolderHold& base, const char* path, LastLink lastLink,
+                                  Place* place);
 
 /// Opens what `path` leads to from the folder `base`, a path of any length; the last step as
 /// `flags` say. Returns the descriptor or a status.
 int OpenPath(int base, const std::string& path, int flags, mode_t mode = 0);
 
 /// The place of an open folder itself, in its parent.
-status_t PlaceOfFolder(int folder, Place* place);
+[[nodiscard]] status_t PlaceOfFolder(int folder, Place* place);
 
 /// $HOME, else what the system's list of users says.
 std::string HomeFolder();

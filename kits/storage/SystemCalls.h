@@ -30,36 +30,36 @@ int Duplicate(int descriptor);
 // Contents.
 ssize_t ReadAt(int file, void* buffer, size_t size, off_t position);
 ssize_t WriteAt(int file, const void* buffer, size_t size, off_t position);
-status_t SetSize(int file, off_t size);
-status_t Sync(int file);
+[[nodiscard]] status_t SetSize(int file, off_t size);
+[[nodiscard]] status_t Sync(int file);
 
 // Records.
-status_t Stat(int descriptor, struct stat* st);
-status_t StatAt(int folder, const char* name, struct stat* st);
+[[nodiscard]] status_t Stat(int descriptor, struct stat* st);
+[[nodiscard]] status_t StatAt(int folder, const char* name, struct stat* st);
 /// Of what the path leads to, links followed.
-status_t StatPath(const char* path, struct stat* st);
+[[nodiscard]] status_t StatPath(const char* path, struct stat* st);
 /// All that a list of files needs; several threads may ask for entries of one folder.
-status_t StatxAt(int folder, const char* name, struct statx* record);
-status_t SetMode(int descriptor, mode_t mode);
-status_t SetModeAt(int folder, const char* name, mode_t mode);
-status_t SetOwnerAt(int folder, const char* name, uid_t owner, gid_t group);
+[[nodiscard]] status_t StatxAt(int folder, const char* name, struct statx* record);
+[[nodiscard]] status_t SetMode(int descriptor, mode_t mode);
+[[nodiscard]] status_t SetModeAt(int folder, const char* name, mode_t mode);
+[[nodiscard]] status_t SetOwnerAt(int folder, const char* name, uid_t owner, gid_t group);
 /// `times`: access and modification, as utimensat() takes them.
-status_t SetTimesAt(int folder, const char* name, const struct timespec times[2]);
+[[nodiscard]] status_t SetTimesAt(int folder, const char* name, const struct timespec times[2]);
 
 // Folders.
 ssize_t ListFolder(int folder, void* buffer, size_t size);
-status_t RewindFolder(int folder);
-status_t MakeFolderAt(int folder, const char* name, mode_t mode);
-status_t MakeLinkAt(const char* text, int folder, const char* name);
+[[nodiscard]] status_t RewindFolder(int folder);
+[[nodiscard]] status_t MakeFolderAt(int folder, const char* name, mode_t mode);
+[[nodiscard]] status_t MakeLinkAt(const char* text, int folder, const char* name);
 ssize_t ReadLinkAt(int folder, const char* name, char* buffer, size_t size);
 status_t RemoveFileAt(int folder, const char* name);
 status_t RemoveFolderAt(int folder, const char* name);
-status_t RenameAt(int from, const char* name, int to, const char* newName);
+[[nodiscard]] status_t RenameAt(int from, const char* name, int to, const char* newName);
 /// B_FILE_EXISTS when the new name is taken. A file system that cannot promise it is asked first.
-status_t RenameNewAt(int from, const char* name, int to, const char* newName);
+[[nodiscard]] status_t RenameNewAt(int from, const char* name, int to, const char* newName);
 
 // Volumes.
-status_t VolumeRecord(int descriptor, struct statfs* record);
+[[nodiscard]] status_t VolumeRecord(int descriptor, struct statfs* record);
 /// The number by which the system lists the mount that an open node was reached through; a negative
 /// value is a status.
 int MountOf(int descriptor);
@@ -67,14 +67,15 @@ int MountOf(int descriptor);
 // Extended attributes, by the system's names.
 ssize_t ListAttributes(int descriptor, char* buffer, size_t size);
 ssize_t GetAttribute(int descriptor, const char* name, void* buffer, size_t size);
-status_t SetAttribute(int descriptor, const char* name, const void* buffer, size_t size);
+[[nodiscard]] status_t SetAttribute(int descriptor, const char* name, const void* buffer,
+                                    size_t size);
 status_t RemoveAttribute(int descriptor, const char* name);
 
 /// The text of the link at (folder, name), of any length. "" as name: of the link that `folder`
 /// itself is.
-status_t ReadLinkText(int folder, const char* name, std::string* text);
+[[nodiscard]] status_t ReadLinkText(int folder, const char* name, std::string* text);
 /// The path by which an open node is reached now. Errors: B_ENTRY_NOT_FOUND when it was removed or
 /// is out of reach.
-status_t PathOf(int descriptor, std::string* path);
+[[nodiscard]] status_t PathOf(int descriptor, std::string* path);
 
 } // namespace kits::sys

@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <map>
-#include <mutex>
 #include <unistd.h>
 
 namespace kits {
@@ -217,7 +216,7 @@ public:
     bool Find(const Key& key, std::shared_ptr<const Trash>* trash)
     {
         std::string home = HomeTrash().folder;
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
         if (home != fHome) {
             fAnswers.clear();
             fHome = std::move(home);
@@ -232,7 +231,7 @@ public:
 
     void Remember(const Key& key, std::shared_ptr<const Trash> trash)
     {
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
         if (fAnswers.size() >= kMostBelieved) {
             fAnswers.clear();
         }
@@ -241,7 +240,7 @@ public:
 
     void Forget()
     {
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
         fAnswers.clear();
     }
 
@@ -252,9 +251,9 @@ private:
         Clock::time_point since;
     };
 
-    std::mutex fMutex; // guards the next two
-    std::map<Key, Answer> fAnswers;
-    std::string fHome; // the home Trash that the answers go by
+    Mutex fMutex;
+    std::map<Key, Answer> fAnswers GUARDED_BY(fMutex);
+    std::string fHome GUARDED_BY(fMutex); // the home Trash that the answers go by
 };
 
 Believed& TheBelieved()
@@ -317,8 +316,7 @@ status_t FindTrashOf(const FolderHold& folder, std::shared_ptr<const Trash>* tra
 std::shared_ptr<const Trash> TrashOf(const FolderHold& folder)
 {
     std::shared_ptr<const Trash> trash;
-    FindTrashOf(folder, &trash);
-    return trash;
+    return FindTrashOf(folder, &trash) == B_OK ? trash : nullptr;
 }
 
 void TrashWasMade()

@@ -28,11 +28,12 @@ Trash HomeTrash();
 /// folders that belong to the user and are nobody else's to write in are used, and no links.
 /// Errors: B_ENTRY_NOT_FOUND when there is none; B_NOT_ALLOWED for an unsafe one; those of
 /// creation.
-status_t FindVolumeTrash(const std::string& topFolder, TrashCreation creation, Trash* trash);
+[[nodiscard]] status_t FindVolumeTrash(const std::string& topFolder, TrashCreation creation,
+                                       Trash* trash);
 
 /// Finds the Trash whose `files` folder this is; null when it is a folder like any other. Cheap:
 /// what was found is believed for a second. Errors: those that leave it open whether it is a Trash.
-status_t FindTrashOf(const FolderHold& folder, std::shared_ptr<const Trash>* trash);
+[[nodiscard]] status_t FindTrashOf(const FolderHold& folder, std::shared_ptr<const Trash>* trash);
 /// The same; null also when it cannot be told.
 std::shared_ptr<const Trash> TrashOf(const FolderHold& folder);
 
@@ -40,6 +41,6 @@ std::shared_ptr<const Trash> TrashOf(const FolderHold& folder);
 void TrashWasMade();
 
 /// Opens the folder of the records, after it has been made when it was missing.
-status_t OpenTrashInfo(const Trash& trash, TrashCreation creation, OpenFolder* info);
+[[nodiscard]] status_t OpenTrashInfo(const Trash& trash, TrashCreation creation, OpenFolder* info);
 
 } // namespace kits

@@ -3,7 +3,6 @@
 #include <chrono>
 #include <cstring>
 #include <fcntl.h>
-#include <mutex>
 #include <utility>
 
 namespace kits {
@@ -123,7 +122,7 @@ public:
     {
         const FolderTable& table = FolderTable::Get();
         const std::pair key(table.DeviceOf(hold), table.NodeOf(hold));
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
         if (fPath.empty() || key != fKey || Clock::now() - fSince > kBelievedFor) {
             fPath.clear();
             fKey = key;
@@ -138,17 +137,17 @@ public:
     }
     void Forget()
     {
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
         fPath.clear();
     }
 
 private:
     static constexpr auto kBelievedFor = std::chrono::milliseconds(100);
 
-    std::mutex fMutex; // guards the rest
-    std::pair<dev_t, ino_t> fKey;
-    std::string fPath; // "" when none is known
-    Clock::time_point fSince;
+    Mutex fMutex;
+    std::pair<dev_t, ino_t> fKey GUARDED_BY(fMutex);
+    std::string fPath GUARDED_BY(fMutex); // "" when none is known
+    Clock::time_point fSince GUARDED_BY(fMutex);
 };
 
 LastSource& TheLastSource()
@@ -341,8 +340,10 @@ status_t MoveWithRecordOver(const TrashMove& move)
         // What had no record of its own, a copy written beside its target, gets the replaced one's.
         OpenFolder info;
         if (OpenTrashInfo(*move.toTrash, TrashCreation::kNever, &info) == B_OK) {
-            sys::RenameAt(info->Get(), RecordName(move.name).c_str(), info->Get(),
-                          RecordName(move.newName).c_str());
+            // Without one there is none to give.
+            [[maybe_unused]] const status_t renamed =
+                sys::RenameAt(info->Get(), RecordName(move.name).c_str(), info->Get(),
+                              RecordName(move.newName).c_str());
         }
         return B_OK;
     }

@@ -9,14 +9,14 @@ namespace kits {
 
 /// The text of a record of origin: `path` is that of the entry, whole. Errors: B_CROSS_DEVICE_LINK
 /// when it does not lie below the Trash's volume.
-status_t TrashRecordText(const Trash& trash, const std::string& path, time_t deleted,
-                         std::string* text);
+[[nodiscard]] status_t TrashRecordText(const Trash& trash, const std::string& path, time_t deleted,
+                                       std::string* text);
 
 /// Takes a free name in the Trash by writing its record: `name`, or a shorter one when that leaves
 /// no room for the record's ending. Errors: B_FILE_EXISTS when `name` is taken by a record or, in
 /// `files`, by an entry; those of writing. Nothing is left behind then.
-status_t ClaimTrashName(const Trash& trash, int files, const std::string& name,
-                        const std::string& text, std::string* claimed);
+[[nodiscard]] status_t ClaimTrashName(const Trash& trash, int files, const std::string& name,
+                                      const std::string& text, std::string* claimed);
 
 /// Removes the record of `name`; that there is none is no failure.
 status_t RemoveTrashRecord(const Trash& trash, const std::string& name);
@@ -35,8 +35,8 @@ struct TrashMove
 
 /// Renames without replacing, and takes the record along. `movedName` is the name that the entry
 /// got.
-status_t MoveWithRecord(const TrashMove& move, std::string* movedName);
+[[nodiscard]] status_t MoveWithRecord(const TrashMove& move, std::string* movedName);
 /// The same over whatever has the new name.
-status_t MoveWithRecordOver(const TrashMove& move);
+[[nodiscard]] status_t MoveWithRecordOver(const TrashMove& move);
 
 } // namespace kits

@@ -185,7 +185,8 @@ status_t BEntry::RemoveTree(BTreeHooks* hooks)
         if (status != B_OK && status != B_ENTRY_NOT_FOUND) {
             // A folder where nothing may be removed says that first; what is in it may go all the
             // same.
-            kits::sys::StatAt(parent, fName.c_str(), &record);
+            [[maybe_unused]] const status_t found =
+                kits::sys::StatAt(parent, fName.c_str(), &record);
         }
     }
     if (S_ISDIR(record.st_mode)) {

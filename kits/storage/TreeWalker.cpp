@@ -4,7 +4,7 @@
 #include <fcntl.h>
 #include <memory>
 #include <sys/resource.h>
-#include <system_error>
+#include <thread>
 
 namespace kits {
 
@@ -40,21 +40,20 @@ void TreeWalker::Walk(OpenFolder parent, const std::string& name)
     top.open = std::move(parent);
     EnterLater(top, name.c_str());
     Work();
-    for (std::thread& helper : fHelpers) {
-        helper.join();
-    }
-    fHelpers.clear();
+    std::vector<WorkerThread> helpers; // joined at the end, unlocked
+    MutexLock lock(fMutex);
+    helpers.swap(fHelpers);
 }
 
 status_t TreeWalker::Status() const
 {
-    std::lock_guard lock(fMutex);
+    MutexLock lock(fMutex);
     return fStatus;
 }
 
 void TreeWalker::NoteStatus(status_t status)
 {
-    std::lock_guard lock(fMutex);
+    MutexLock lock(fMutex);
     if (fStatus == B_OK || status == B_CANCELED) { // being stopped outweighs what was told
         fStatus = status;
     }
@@ -65,7 +64,7 @@ void TreeWalker::EnterLater(Folder& above, const char* name)
     auto folder = std::make_unique<Folder>();
     folder->above = &above;
     folder->name = name;
-    std::lock_guard lock(fMutex);
+    MutexLock lock(fMutex);
     ++above.pending;
     fWaiting.push_back(folder.release());
     if (fWaiting.size() >= kHelpedFrom && !fNeedsHelper && fHelpers.size() < MostHelpers()) {
@@ -76,39 +75,46 @@ void TreeWalker::EnterLater(Folder& above, const char* name)
 void TreeWalker::StartHelper()
 {
     {
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
         if (!fNeedsHelper || fHelpers.size() >= MostHelpers()) {
             return;
         }
         fNeedsHelper = false;
-        try {
-            fHelpers.emplace_back([this] { Work(); });
-        } catch (const std::system_error&) {
-            // No more threads to be had: this one does it alone.
+        WorkerThread helper;
+        if (helper.Start("tree walker", [this] { Work(); }) != B_OK) {
+            return; // those that are there do it alone
         }
+        fHelpers.push_back(std::move(helper));
     }
-    fChanged.notify_all();
+    fChanged.Broadcast();
 }
 
 void TreeWalker::Work()
 {
-    std::unique_lock lock(fMutex);
-    for (;;) {
-        fChanged.wait(lock, [this] { return !fWaiting.empty() || fBusy == 0; });
-        if (fWaiting.empty()) {
-            return;
-        }
-        Folder* folder = fWaiting.back();
-        fWaiting.pop_back();
-        ++fBusy;
-        lock.unlock();
+    while (Folder* folder = TakeWaiting()) {
         Process(folder);
-        lock.lock();
+        MutexLock lock(fMutex);
         --fBusy;
         if (fBusy == 0 || fWaiting.size() > 1) {
-            fChanged.notify_all();
+            fChanged.Broadcast();
         }
     }
+}
+
+/// The next folder, which counts as being worked on; null when there will be none.
+TreeWalker::Folder* TreeWalker::TakeWaiting()
+{
+    MutexLock lock(fMutex);
+    while (fWaiting.empty() && fBusy > 0) {
+        fChanged.Wait(fMutex);
+    }
+    if (fWaiting.empty()) {
+        return nullptr;
+    }
+    Folder* folder = fWaiting.back();
+    fWaiting.pop_back();
+    ++fBusy;
+    return folder;
 }
 
 void TreeWalker::Process(Folder* folder)
@@ -154,7 +160,7 @@ void TreeWalker::Process(Folder* folder)
     Visit(*folder, opened, listing);
     StartHelper();
     {
-        std::lock_guard lock(fMutex);
+        MutexLock lock(fMutex);
         --folder->pending;
         if (folder->pending > 0) {
             return;
@@ -172,7 +178,7 @@ void TreeWalker::Done(Folder* folder)
         bool isAboveDone = false;
         OpenFolder closed; // closed after the lock is free
         {
-            std::lock_guard lock(fMutex);
+            MutexLock lock(fMutex);
             if (folder->open != nullptr) {
                 fOpen.erase(folder->inOpen);
                 closed = std::move(folder->open);
@@ -195,7 +201,7 @@ void TreeWalker::Done(Folder* folder)
 void TreeWalker::SetOpen(Folder* folder, OpenFolder open)
 {
     OpenFolder closed;
-    std::lock_guard lock(fMutex);
+    MutexLock lock(fMutex);
     if (folder->open != nullptr) {
         return;
     }
@@ -213,7 +219,7 @@ void TreeWalker::SetOpen(Folder* folder, OpenFolder open)
 bool TreeWalker::CloseSome()
 {
     std::vector<OpenFolder> closed;
-    std::lock_guard lock(fMutex);
+    MutexLock lock(fMutex);
     while (fOpen.size() > kFewestOpen) {
         closed.push_back(std::move(fOpen.front()->open));
         fOpen.pop_front();
@@ -223,7 +229,7 @@ bool TreeWalker::CloseSome()
 
 OpenFolder TreeWalker::Opened(const Folder* folder)
 {
-    std::lock_guard lock(fMutex);
+    MutexLock lock(fMutex);
     return folder->open;
 }
 
@@ -301,7 +307,7 @@ void TreeWalker::Tell(const Folder& folder, const char* name, status_t status)
 
 void TreeWalker::SetLeft(Folder* folder)
 {
-    std::lock_guard lock(fMutex);
+    MutexLock lock(fMutex);
     folder->isLeft = true;
 }
 

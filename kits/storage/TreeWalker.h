@@ -2,14 +2,13 @@
 
 #include "FolderListing.h"
 #include "FolderTable.h"
+#include "kernel/Mutex.h"
+#include "kernel/WorkerThread.h"
 
 #include <TreeHooks.h>
 
-#include <condition_variable>
 #include <list>
-#include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace kits {
@@ -77,13 +76,14 @@ protected:
     template<typename Call>
     auto WithHooks(Call call)
     {
-        std::lock_guard lock(fHooksMutex);
+        MutexLock lock(fHooksMutex);
         return call(*fHooks);
     }
     static std::string PathOf(const Folder& folder, const char* name);
 
 private:
     void Work();
+    Folder* TakeWaiting();
     void Process(Folder* folder);
     void Done(Folder* folder);
     OpenFolder Opened(const Folder* folder);
@@ -94,16 +94,17 @@ private:
 
     BTreeHooks* const fHooks;
     const size_t fMostOpen;
-    std::mutex fHooksMutex; // held while a hook but IsStopped() is called
+    Mutex fHooksMutex; // held while a hook but IsStopped() is called
 
-    mutable std::mutex fMutex; // guards all that follows, and what folders hold
-    std::condition_variable fChanged;
-    std::vector<Folder*> fWaiting; // owned; the last one is walked first, so that few are open
-    std::list<Folder*> fOpen;      // the longest open first
-    int32 fBusy = 0;
-    status_t fStatus = B_OK;
-    std::vector<std::thread> fHelpers; // of the thread in Walk()
-    bool fNeedsHelper = false;
+    mutable Mutex fMutex; // guards what folders hold, too
+    Condition fChanged;
+    // Owned; the last one is walked first, so that few are open.
+    std::vector<Folder*> fWaiting GUARDED_BY(fMutex);
+    std::list<Folder*> fOpen GUARDED_BY(fMutex); // the longest open first
+    int32 fBusy GUARDED_BY(fMutex) = 0;
+    status_t fStatus GUARDED_BY(fMutex) = B_OK;
+    std::vector<WorkerThread> fHelpers GUARDED_BY(fMutex); // of the thread in Walk()
+    bool fNeedsHelper GUARDED_BY(fMutex) = false;
 };
 
 } // namespace kits

@@ -2,6 +2,7 @@
 
 #include <Path.h>
 
+#include <cstdio>
 #include <cstdlib>
 
 namespace {
@@ -25,7 +26,11 @@ int main(int argc, char** argv)
 {
     norvane::NorvaneApplication application(FoldersOf(argc, argv));
     if (application.InitCheck() != B_OK) {
-        return EXIT_FAILURE; // the display's own message has said why
+        const char* reason = application.InitCheck() == B_NO_MORE_THREADS
+                                 ? "the system has no threads left"
+                                 : "there is no display to open windows on";
+        std::fprintf(stderr, "%s: %s\n", BPath(argv[0]).Leaf(), reason);
+        return EXIT_FAILURE;
     }
     application.Run();
     return EXIT_SUCCESS;

@@ -12,30 +12,42 @@ namespace norvane {
 FolderMeasure::~FolderMeasure()
 {
     Cancel();
-    for (Run& run : fRuns) {
-        run.thread.join();
+    for (const Run& run : fRuns) {
+        wait_for_thread(run.thread, nullptr);
     }
 }
 
-void FolderMeasure::Start(const entry_ref& folder, const node_ref& node, const BMessenger& owner)
+status_t FolderMeasure::Start(const entry_ref& folder, const node_ref& node,
+                              const BMessenger& owner)
 {
     Cancel();
-    JoinEnded();
+    ForgetEnded();
     auto flags = std::make_shared<Flags>();
-    std::thread thread([folder, node, owner, flags] {
-        const int64 bytes =
-            MeasureEntry(BEntry(&folder), MeasureScope::kOneVolume, &flags->isCancelled);
-        if (!flags->isCancelled) {
-            BMessage answer(kFolderMeasured);
-            answer.AddInt64("device", static_cast<int64>(node.device));
-            answer.AddInt64("node", static_cast<int64>(node.node));
-            answer.AddString("name", folder.name);
-            answer.AddInt64("bytes", bytes);
-            owner.SendMessage(&answer);
-        }
-        flags->hasEnded = true;
-    });
-    fRuns.push_back({std::move(thread), std::move(flags)});
+    auto order = std::make_unique<Order>(Order{folder, node, owner, flags});
+    const thread_id thread = spawn_thread(&Measure, "measuring", B_NORMAL_PRIORITY, order.get());
+    const status_t status = thread < B_OK ? thread : resume_thread(thread);
+    if (status == B_OK) {
+        [[maybe_unused]] const Order* adopted = order.release(); // by the thread
+        fRuns.push_back({thread, std::move(flags)});
+    }
+    return status;
+}
+
+status_t FolderMeasure::Measure(void* data)
+{
+    const std::unique_ptr<Order> order(static_cast<Order*>(data));
+    const int64 bytes =
+        MeasureEntry(BEntry(&order->folder), MeasureScope::kOneVolume, &order->flags->isCancelled);
+    if (!order->flags->isCancelled) {
+        BMessage answer(kFolderMeasured);
+        answer.AddInt64("device", static_cast<int64>(order->node.device));
+        answer.AddInt64("node", static_cast<int64>(order->node.node));
+        answer.AddString("name", order->folder.name);
+        answer.AddInt64("bytes", bytes);
+        order->owner.SendMessage(&answer);
+    }
+    order->flags->hasEnded = true;
+    return B_OK;
 }
 
 void FolderMeasure::Cancel()
@@ -45,15 +57,9 @@ void FolderMeasure::Cancel()
     }
 }
 
-void FolderMeasure::JoinEnded()
+void FolderMeasure::ForgetEnded()
 {
-    std::erase_if(fRuns, [](Run& run) {
-        if (!run.flags->hasEnded) {
-            return false;
-        }
-        run.thread.join();
-        return true;
-    });
+    std::erase_if(fRuns, [](const Run& run) { return run.flags->hasEnded.load(); });
 }
 
 } // namespace norvane

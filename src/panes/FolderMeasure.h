@@ -3,10 +3,10 @@
 #include <Entry.h>
 #include <Messenger.h>
 #include <Node.h>
+#include <OS.h>
 
 #include <atomic>
 #include <memory>
-#include <thread>
 #include <vector>
 
 namespace norvane {
@@ -23,7 +23,9 @@ public:
     FolderMeasure(const FolderMeasure&) = delete;
     FolderMeasure& operator=(const FolderMeasure&) = delete;
 
-    void Start(const entry_ref& folder, const node_ref& node, const BMessenger& owner);
+    /// Errors: B_NO_MORE_THREADS when the system has none left. Nothing is told then: to measure
+    /// here would keep the window from its keys for as long as the folder is large.
+    status_t Start(const entry_ref& folder, const node_ref& node, const BMessenger& owner);
     /// Nothing more is told. The thread ends by itself, at the next entry it looks at; nobody waits
     /// for it but the destructor.
     void Cancel();
@@ -36,11 +38,20 @@ private:
     };
     struct Run
     {
-        std::thread thread;
+        thread_id thread;
+        std::shared_ptr<Flags> flags;
+    };
+    /// What the thread is given.
+    struct Order
+    {
+        entry_ref folder;
+        node_ref node;
+        BMessenger owner;
         std::shared_ptr<Flags> flags;
     };
 
-    void JoinEnded();
+    static status_t Measure(void* order);
+    void ForgetEnded();
 
     std::vector<Run> fRuns; // the newest last; all others are cancelled
 };

@@ -19,11 +19,12 @@ class FolderReader
 {
 public:
     /// Errors: those of opening a folder.
-    status_t Open(const std::string& path);
+    [[nodiscard]] status_t Open(const std::string& path);
     /// Errors: those of reading a folder.
-    status_t ReadNames();
+    [[nodiscard]] status_t ReadNames();
     /// Has the folder watched for `target` first, so that nothing is missed in between.
-    status_t WatchAndReadNames(uint32 watchFlags, const BMessenger& target, status_t* watchStatus);
+    [[nodiscard]] status_t WatchAndReadNames(uint32 watchFlags, const BMessenger& target,
+                                             status_t* watchStatus);
     /// How many entries the folder has.
     int32 CountEntries() const { return fBatch.CountItems(); }
     /// Reads some hundred more entries; false when all are there.

@@ -19,7 +19,8 @@ extern const char kTooManyNewFolders[];
 /// Calls `make` with "New Folder" and the numbered names after it until it answers something else
 /// than B_FILE_EXISTS. Returns that answer, B_FILE_EXISTS when every name is taken; the name tried
 /// last is in `name`.
-status_t MakeNewFolder(const std::function<status_t(const std::string&)>& make, std::string* name);
+[[nodiscard]] status_t MakeNewFolder(const std::function<status_t(const std::string&)>& make,
+                                     std::string* name);
 
 /// Why no entry can have this name; null when one can.
 const char* ReasonAgainstName(const char* name);

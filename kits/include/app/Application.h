@@ -27,7 +27,8 @@ public:
     BApplication(const char* signature, status_t* error);
     ~BApplication() override;
 
-    /// B_OK, or why the display cannot be used.
+    /// B_OK, or why no window can be made: B_ERROR when there is no display, B_NO_MORE_THREADS when
+    /// there is no thread for it. Run() returns at once then.
     status_t InitCheck() const { return fInitStatus; }
     /// Lends the signature given.
     const char* Signature() const;

@@ -28,7 +28,8 @@ public:
     /// Deletes the messages that still wait.
     ~BMessageQueue();
 
-    /// Appends a message. Ownership: adopts `message`.
+    /// Appends a message. Once the queue's looper is gone the message is deleted at once: nobody
+    /// would take it, and its sender may wait for an answer. Ownership: adopts `message`.
     void AddMessage(BMessage* message);
     /// Takes out and deletes `message` when it waits here; otherwise nothing happens.
     void RemoveMessage(BMessage* message);
@@ -54,9 +55,12 @@ private:
     friend class kits::LooperCore;
     using Messages = std::list<std::unique_ptr<BMessage>>;
 
-    void Append(Messages& one); // splices all of `one`
-    void AppendFoldingMouseMove(Messages& one);
-    void Prepend(Messages& some);
+    // These splice all that is handed over; false, and nothing is taken, when the queue is closed.
+    bool Append(Messages& one);
+    bool AppendFoldingMouseMove(Messages& one);
+    bool Prepend(Messages& some);
+    // Takes no more from now on, and deletes what waits.
+    void Close();
     Messages TakeKeyMessages();
     std::unique_ptr<BMessage> Take();
     // Waits until a message is there, Wake() was called or `deadline` has passed.
@@ -75,4 +79,5 @@ private:
     Messages::iterator fFoldable; // the mouse move that a newer one may replace; else end()
     bool fIsReceiverWaiting = false;
     bool fWasWoken = false;
+    bool fIsClosed = false;
 };

@@ -37,7 +37,7 @@ public:
 
     /// Sends a copy of `message` (null: the control's own) with "when", "source" and "be:value".
     /// Errors: B_BAD_VALUE without a message.
-    virtual status_t Invoke(BMessage* message = nullptr);
+    status_t Invoke(BMessage* message = nullptr) override;
 
 protected:
     /// Whether a person presses the control now; set by those that follow the mouse.

@@ -123,7 +123,7 @@ public:
     int32 CurrentSelection(int32 n = 0) const;
     /// Sends a copy of `message` (null: the invocation message) with the fields described above.
     /// Errors: B_BAD_VALUE without a message.
-    virtual status_t Invoke(BMessage* message = nullptr);
+    status_t Invoke(BMessage* message = nullptr) override;
 
     /// Deselects all rows, all but those from `start` to `finish`, or one; tells SelectionChanged()
     /// when that changes any.

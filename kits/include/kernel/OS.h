@@ -48,8 +48,8 @@ struct thread_info
 
 /// Makes a thread that will call `function` with `data`; resume_thread() or wait_for_thread()
 /// starts it. A name is cut at B_OS_NAME_LENGTH - 1 bytes. An exception that leaves `function` ends
-/// the thread alone, with B_ERROR. Errors: B_BAD_VALUE without a function; B_NO_MEMORY. Ownership:
-/// borrows `name`.
+/// the program, with the stack it was thrown from on stderr. Errors: B_BAD_VALUE without a
+/// function; B_NO_MEMORY. Ownership: borrows `name`.
 thread_id spawn_thread(thread_func function, const char* name, int32 priority, void* data);
 
 /// Starts a thread that was spawned.

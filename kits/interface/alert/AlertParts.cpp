@@ -7,9 +7,9 @@
 #include <InterfaceDefs.h>
 #include <ScrollBar.h>
 #include <TextView.h>
+#include <OS.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 
 namespace kits {
@@ -31,24 +31,26 @@ constexpr rgb_color kStrip = {190, 190, 190, 255};
 
 void AlertAnswer::Give(int32 button)
 {
-    std::lock_guard<std::mutex> lock(fLock);
+    MutexLock lock(fLock);
     if (!fIsGiven) {
         fIsGiven = true;
         fButton = button;
-        fGiven.notify_all();
+        fGiven.Broadcast();
     }
 }
 
 bool AlertAnswer::WaitFor(bigtime_t microseconds)
 {
-    std::unique_lock<std::mutex> lock(fLock);
-    return fGiven.wait_for(lock, std::chrono::microseconds(microseconds),
-                           [this] { return fIsGiven; });
+    const bigtime_t end = system_time() + microseconds;
+    MutexLock lock(fLock);
+    while (!fIsGiven && fGiven.WaitUntil(fLock, end)) {
+    }
+    return fIsGiven;
 }
 
 int32 AlertAnswer::Button() const
 {
-    std::lock_guard<std::mutex> lock(fLock);
+    MutexLock lock(fLock);
     return fButton;
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "kernel/Mutex.h"
+
 #include <Alert.h>
 #include <View.h>
 
-#include <condition_variable>
-#include <mutex>
 #include <string>
 
 class BScrollBar;
@@ -24,10 +24,10 @@ public:
     int32 Button() const;
 
 private:
-    mutable std::mutex fLock; // guards the rest
-    std::condition_variable fGiven;
-    int32 fButton = -1;
-    bool fIsGiven = false;
+    mutable Mutex fLock;
+    Condition fGiven;
+    int32 fButton GUARDED_BY(fLock) = -1;
+    bool fIsGiven GUARDED_BY(fLock) = false;
 };
 
 /// Fills an alert: the icon on its strip and the text beside it, which scrolls where there is no

@@ -1,5 +1,6 @@
 #include "IconKinds.h"
 
+#include "kernel/Mutex.h"
 #include "storage/MimeDatabase.h"
 
 #include <algorithm>
@@ -8,7 +9,6 @@
 #include <functional>
 #include <iterator>
 #include <map>
-#include <mutex>
 #include <string>
 #include <unordered_map>
 
@@ -84,18 +84,18 @@ IconKind KindOfType(std::string_view type)
 
 const IconLook* LookOfName(const char* name)
 {
-    static std::mutex mutex;
+    static Mutex mutex;
     static std::unordered_map<std::string, const IconLook*> known; // guarded by mutex
     const std::string part = DecidingPart(name);
     {
-        const std::lock_guard lock(mutex);
+        const MutexLock lock(mutex);
         const auto found = known.find(part);
         if (found != known.end()) {
             return found->second;
         }
     }
     const IconLook* look = LookOfType(MimeTypeOfName(name));
-    const std::lock_guard lock(mutex);
+    const MutexLock lock(mutex);
     if (known.size() >= kKeptSuffixes) {
         known.clear();
     }
@@ -108,10 +108,10 @@ const IconLook* LookOfName(const char* name)
 const IconLook* LookOfType(std::string_view type)
 {
     // The database has a bounded number of types; strange ones share the look of none.
-    static std::mutex mutex;
+    static Mutex mutex;
     static std::map<std::string, IconLook, std::less<>> looks; // guarded by mutex
     {
-        const std::lock_guard lock(mutex);
+        const MutexLock lock(mutex);
         const auto found = looks.find(type);
         if (found != looks.end()) {
             return &found->second;
@@ -123,7 +123,7 @@ const IconLook* LookOfType(std::string_view type)
     if (names.own.empty()) {
         return LookOfKind(kind);
     }
-    const std::lock_guard lock(mutex);
+    const MutexLock lock(mutex);
     return &looks.emplace(name, IconLook{kind, names.own, names.generic}).first->second;
 }
 

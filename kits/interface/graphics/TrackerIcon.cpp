@@ -3,6 +3,7 @@
 #include "BitmapAccess.h"
 #include "IconDrawings.h"
 #include "IconKinds.h"
+#include "kernel/Mutex.h"
 #include "server/WindowServer.h"
 #include "storage/SystemCalls.h"
 
@@ -15,7 +16,6 @@
 #include <Path.h>
 
 #include <map>
-#include <mutex>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -85,12 +85,12 @@ QImage ThemePicture(const IconLook& look, icon_size which, int32 sizePx)
 /// The picture of a look, made once for each number of device pixels.
 QImage PictureOf(const IconLook* look, icon_size which, int32 sizePx)
 {
-    static std::mutex mutex;
+    static kits::Mutex mutex;
     static std::map<std::tuple<const IconLook*, icon_size, int32>, QImage>
         pictures; // guarded by mutex
     const std::tuple key(look, which, sizePx);
     {
-        const std::lock_guard lock(mutex);
+        const kits::MutexLock lock(mutex);
         const auto found = pictures.find(key);
         if (found != pictures.end()) {
             return found->second;
@@ -105,7 +105,7 @@ QImage PictureOf(const IconLook* look, icon_size which, int32 sizePx)
         picture = kits::DrawIcon(look->kind, sizePx);
     }
     if (hasTheme) {
-        const std::lock_guard lock(mutex);
+        const kits::MutexLock lock(mutex);
         pictures.emplace(key, picture);
     }
     return picture;

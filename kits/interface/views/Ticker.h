@@ -1,7 +1,10 @@
 #pragma once
 
+#include <MessageRunner.h>
 #include <Messenger.h>
 #include <SupportDefs.h>
+
+#include <optional>
 
 namespace kits {
 
@@ -12,13 +15,12 @@ constexpr uint32 kTick = 'kTic';
 ///
 /// At most one tick waits: the next one is due an interval after NextTick(). So a slow window is
 /// not flooded, and nothing goes on by itself when the target forgets. Thread: that of the target.
-/// One thread of the program serves all tickers.
 class Ticker
 {
 public:
     /// The first tick comes after `delay` microseconds, later ones `interval` after NextTick().
     Ticker(const BMessenger& target, bigtime_t delay, bigtime_t interval);
-    ~Ticker();
+    ~Ticker() = default;
     Ticker(const Ticker&) = delete;
     Ticker& operator=(const Ticker&) = delete;
 
@@ -27,9 +29,12 @@ public:
     void NextTick();
 
 private:
-    BMessenger fTarget;
-    bigtime_t fInterval;
-    int32 fId;
+    void Order(bigtime_t delay);
+
+    const BMessenger fTarget;
+    const bigtime_t fInterval;
+    const int32 fId;
+    std::optional<BMessageRunner> fNext; // sends one
 };
 
 } // namespace kits

@@ -18,13 +18,13 @@ CopyQueue::CopyQueue() = default;
 CopyQueue::~CopyQueue()
 {
     Drain();
-    if (fThread.joinable()) {
+    if (fThread > 0) {
         {
             std::lock_guard lock(fMutex);
             fIsOver = true;
         }
         fHasWork.notify_one();
-        fThread.join();
+        wait_for_thread(fThread, nullptr);
     }
 }
 
@@ -33,8 +33,8 @@ void CopyQueue::Add(std::unique_ptr<FileCopier> copier)
     std::unique_lock lock(fMutex);
     fTasks.push_back({std::move(copier), State::kWaiting});
     ++fWaiting;
-    if (fWaiting >= kWorthWaking && !fThread.joinable()) {
-        fThread = std::thread([this] { Run(); });
+    if (fWaiting >= kWorthWaking && fThread == 0) {
+        StartThread();
     }
     if (fWaiting >= kWorthWaking && fIsSleeping) {
         fIsSleeping = false;
@@ -99,6 +99,22 @@ void CopyQueue::EndFilled()
         }
         fAreWhole &= copier->End().isWhole;
     }
+}
+
+// Without a thread the operation's own fills all: some when too many wait, the rest at the end.
+void CopyQueue::StartThread()
+{
+    fThread = spawn_thread(&ThreadEntry, "small files", B_NORMAL_PRIORITY, this);
+    const status_t status = fThread < B_OK ? fThread : resume_thread(fThread);
+    if (status != B_OK) {
+        fThread = status;
+    }
+}
+
+status_t CopyQueue::ThreadEntry(void* queue)
+{
+    static_cast<CopyQueue*>(queue)->Run();
+    return B_OK;
 }
 
 void CopyQueue::Run()

@@ -1,12 +1,12 @@
 #pragma once
 
+#include <OS.h>
 #include <SupportDefs.h>
 
 #include <condition_variable>
 #include <deque>
 #include <memory>
 #include <mutex>
-#include <thread>
 
 namespace norvane {
 
@@ -45,6 +45,8 @@ private:
     Task* FirstWaiting();
     void Fill(Task* task, std::unique_lock<std::mutex>& lock);
     void EndFilled();
+    void StartThread();
+    static status_t ThreadEntry(void* queue);
     void Run();
 
     std::mutex fMutex;
@@ -56,7 +58,7 @@ private:
     bool fIsSleeping = false; // guarded by fMutex: the thread waits for work
     bool fIsOver = false;     // guarded by fMutex
     bool fAreWhole = true;    // of the operation's thread
-    std::thread fThread;      // runs once it was needed
+    thread_id fThread = 0;    // above 0 once it was needed; an error when there was none to be had
 };
 
 } // namespace norvane

@@ -53,7 +53,7 @@ private:
     Clash AskAboutClash(const struct stat& existing);
     Clash LeaveHidden();
     bool IsOlder(const struct stat& existing) const;
-    status_t CreateBeside(const struct stat& existing, const OwnTemporaryName& name);
+    [[nodiscard]] status_t CreateBeside(const struct stat& existing, const OwnTemporaryName& name);
     void TellStart();
     void CopyContents();
     void CheckContents();

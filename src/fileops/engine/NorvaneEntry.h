@@ -63,7 +63,7 @@ public:
     /// B_OK when the last TrashIt() moved the entry, else why it did not.
     status_t TrashStatus() const { return fTrashStatus; }
     /// Moves the entry into `trash` in that way. Errors: those of moving.
-    status_t MoveIntoTrash(BDirectory& trash);
+    [[nodiscard]] status_t MoveIntoTrash(BDirectory& trash);
 
     /// Removes the entry, a folder with all that can be removed in it; what cannot stays, without a
     /// word. No link is followed and no mounted volume entered.
@@ -80,7 +80,7 @@ public:
     void ShowError(long status);
 
 private:
-    status_t FindWhetherAbove(const BDirectory& folder, bool* isAbove) const;
+    [[nodiscard]] status_t FindWhetherAbove(const BDirectory& folder, bool* isAbove) const;
 
     CopyResult fResult;
     status_t fTrashStatus = B_NO_INIT;

@@ -18,7 +18,7 @@ class OperationUI;
 
 /// Finds whether `entry` is the node, or lies below it at any depth. Errors: those of looking on
 /// the way up, which leave it open.
-status_t LiesIn(BEntry entry, const node_ref& node, bool* lies);
+[[nodiscard]] status_t LiesIn(BEntry entry, const node_ref& node, bool* lies);
 
 /// Copies one item of an operation, a folder with all below it: files first, then links, then
 /// subfolders.
@@ -51,8 +51,8 @@ private:
     CopyResult CopyFolder(const CopyStep& step, const struct stat& record);
     bool CopyContents(const CopyStep& step, BDirectory& source, BDirectory& target);
     CopyResult CopyLink(const CopyStep& step, const struct stat& record);
-    status_t TextFor(const CopyStep& step, std::string* text) const;
-    status_t MakeLink(const CopyStep& step, const struct stat& record);
+    [[nodiscard]] status_t TextFor(const CopyStep& step, std::string* text) const;
+    [[nodiscard]] status_t MakeLink(const CopyStep& step, const struct stat& record);
     CopyResult RefuseKind(const char* name);
     bool OpenSource(BDirectory* folder, const CopyStep& step, const struct stat& record);
     bool IsKernelVolume(const BDirectory& folder, dev_t device);

@@ -4,6 +4,7 @@
 #include "fileops/windows/OverWin.h"
 
 #include <AppDefs.h>
+#include <MessageRunner.h>
 #include <OS.h>
 
 // The window's life: shown, begun, ended. What it does with its items and what is seen of it have
@@ -23,14 +24,6 @@ BRect CentredFrame(BRect around)
     const float left = (around.left + around.right) / 2 - kWidth / 2;
     const float top = (around.top + around.bottom) / 2 - kHeight / 2;
     return BRect(left, top, left + kWidth, top + kHeight);
-}
-
-status_t StartLate(void* data)
-{
-    const std::unique_ptr<BMessenger> window(static_cast<BMessenger*>(data));
-    snooze(kActivationPatience);
-    window->SendMessage(kStartLate);
-    return B_OK;
 }
 
 } // namespace
@@ -77,12 +70,8 @@ void CopyWin::StartWithoutActivation()
 {
     // The window may never be activated: another workspace, a window manager that refuses, none at
     // all.
-    auto self = std::make_unique<BMessenger>(this);
-    const thread_id timer =
-        spawn_thread(norvane::StartLate, "operation start", B_NORMAL_PRIORITY, self.get());
-    if (timer >= 0 && resume_thread(timer) == B_OK) {
-        self.release(); // adopted
-    } else {
+    const BMessage late(kStartLate);
+    if (BMessageRunner::StartSending(BMessenger(this), &late, kActivationPatience, 1) != B_OK) {
         PostMessage(kStartLate);
     }
 }

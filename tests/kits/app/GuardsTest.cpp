@@ -4,6 +4,8 @@
 #include "app/DisplayHooks.h"
 #include "app/LooperCore.h"
 
+#include <Messenger.h>
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -142,6 +144,21 @@ TEST_F(GuardsDeathTest, TheServersThreadTakesNoLock)
             looper->Lock();
         },
         "server's thread takes a looper's lock");
+}
+
+TEST_F(GuardsDeathTest, TheServersThreadWaitsForNoAnswer)
+{
+    EXPECT_DEATH(
+        {
+            RecordingLooper* looper = Start();
+            kits::SetDisplayHooks({nullptr, nullptr, [] {
+                                       return true;
+                                   }});
+            BMessage message(1);
+            BMessage reply;
+            BMessenger(looper).SendMessage(&message, &reply, B_INFINITE_TIMEOUT, 1000);
+        },
+        "server's thread waits for an answer");
 }
 
 /// A window whose thread takes no message while `work` runs.

@@ -126,7 +126,9 @@ TEST_F(CoreQueueTest, MouseMovesAreNotCarriedOverOtherInput)
         Move(1, 40);
 
         EXPECT_EQ(Numbers(), (std::vector<int32>{10, 20, 40}));
-        fCore->DropMessages();
+        while (!fCore->Queue().IsEmpty()) {
+            delete fCore->Queue().NextMessage();
+        }
     }
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstdlib>
 #include <latch>
 #include <stdexcept>
 #include <string>
@@ -137,17 +138,34 @@ TEST(ThreadsTest, RefusesWhatIsNoThread)
     EXPECT_EQ(wait_for_thread(find_thread(nullptr), &result), B_NOT_ALLOWED);
 }
 
-TEST(ThreadsTest, ExceptionsEndTheThreadAlone)
+// Death tests run in a process of their own that starts anew: this one has threads.
+class ThreadsDeathTest : public ::testing::Test
 {
-    const auto fail = [](void*) -> status_t {
-        throw std::runtime_error("lost");
-    };
-    const thread_id thread = spawn_thread(fail, "throws", B_NORMAL_PRIORITY, nullptr);
+protected:
+    ThreadsDeathTest() { ::testing::GTEST_FLAG(death_test_style) = "threadsafe"; }
+};
 
-    status_t result = B_OK;
-    EXPECT_EQ(wait_for_thread(thread, &result), B_OK);
+int Throw(const void*, const void*)
+{
+    throw std::runtime_error("lost");
+}
 
-    EXPECT_EQ(result, B_ERROR);
+/// Throws out of a call whose name a stack shows: a stack that was unwound shows it no more.
+status_t ThrowFromBelow(void*)
+{
+    int numbers[2] = {2, 1};
+    std::qsort(numbers, 2, sizeof(int), &Throw);
+    return B_OK;
+}
+
+TEST_F(ThreadsDeathTest, AnExceptionEndsTheProgramWithItsStack)
+{
+    EXPECT_DEATH(
+        {
+            wait_for_thread(spawn_thread(ThrowFromBelow, "throws", B_NORMAL_PRIORITY, nullptr),
+                            nullptr);
+        },
+        "std::runtime_error: lost, on the thread \"throws\"\n(.|\n)*qsort");
 }
 
 TEST(ThreadsTest, KnowsItsOwnNumber)

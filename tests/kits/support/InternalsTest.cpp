@@ -1,13 +1,11 @@
-#include "support/ErrnoTable.h"
 #include "kernel/Mutex.h"
-#include "support/Result.h"
+#include "support/ErrnoTable.h"
 #include "support/ScopeGuard.h"
 #include "support/SmallBuffer.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <memory>
 #include <string>
 #include <utility>
 
@@ -47,17 +45,6 @@ TEST(ErrorsTest, HaveThePlatformsValues)
     EXPECT_EQ(static_cast<uint32>(B_BAD_THREAD_ID), 0x80001100u);
     EXPECT_EQ(static_cast<uint32>(B_ENTRY_NOT_FOUND), 0x80006003u);
     EXPECT_EQ(static_cast<uint32>(B_LINK_LIMIT), 0x8000600cu);
-}
-
-TEST(ResultTest, HoldsAValueOrAStatus)
-{
-    kits::Result<std::unique_ptr<int>> good(std::make_unique<int>(5));
-    const kits::Result<std::unique_ptr<int>> bad(B_BUSY);
-
-    EXPECT_TRUE(good.IsOk());
-    EXPECT_EQ(*good.Take(), 5);
-    EXPECT_FALSE(bad.IsOk());
-    EXPECT_EQ(bad.Status(), B_BUSY);
 }
 
 TEST(ScopeGuardTest, RunsUnlessDismissed)

@@ -1,4 +1,5 @@
 #include "CopyFixture.h"
+#include "NoThreads.h"
 #include "PrivateMounts.h"
 
 #include <string>
@@ -98,6 +99,21 @@ TEST_F(CopyQueueTest, AQuestionComesAfterWhatIsSaidOfTheFilesBefore)
         return Check(fUI.questions.size() == 1, "asked") &&
                Check(toldBefore > 0 && toldBefore == fUI.notices.size(), "all was told before");
     }));
+}
+
+TEST_F(CopyQueueTest, WithoutASecondThreadAllIsCopiedTheSame)
+{
+    MakeTree(3, 50);
+    {
+        const NoThreads none;
+        EXPECT_TRUE(Copy("from/tree", "to"));
+    }
+
+    EXPECT_GT(NoThreads::CountRefused(), 0);
+    EXPECT_TRUE(fIsWhole);
+    for (const std::string& name : fNames) {
+        ASSERT_EQ(fTree.Read("to/tree/" + name), Contents(name)) << name;
+    }
 }
 
 TEST_F(CopyQueueTest, StoppedItEndsSoon)
