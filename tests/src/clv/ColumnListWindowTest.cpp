@@ -127,6 +127,19 @@ TEST_F(ColumnListWindowTest, ScrollsBackWhenRowsGo)
     EXPECT_EQ(Read(B_VERTICAL).max, 0);
 }
 
+TEST_F(ColumnListWindowTest, ScrollsBackWithoutBarsToo)
+{
+    Open(false, false);
+    AddColumns({250, 250});
+    AddRows(30);
+    ScrollTo(501 - kWidth, 100);
+    Locked([&] {
+        fList->ColumnAt(1)->SetWidth(200);
+        fList->RemoveItems(3, 27);
+    });
+    EXPECT_EQ(ListBounds().LeftTop(), BPoint(451 - kWidth, 0));
+}
+
 TEST_F(ColumnListWindowTest, TheStripFollowsSidewaysAndNotDown)
 {
     Open();

@@ -24,9 +24,9 @@ protected:
         }
     }
 
-    void Open(bool isHierarchical = false)
+    void Open(bool isHierarchical = false, bool hasBars = true)
     {
-        fList = new TestList(isHierarchical);
+        fList = new TestList(isHierarchical, hasBars);
         norvane::CLVContainerView* container = fList->Container();
         fWindow = new BWindow(container->Bounds().OffsetToCopy(100, 100), "list", B_TITLED_WINDOW,
                               B_ASYNCHRONOUS_CONTROLS);
