@@ -7,6 +7,7 @@
 #include "settings/MsgBox.h"
 #include "settings/Numbers.h"
 #include "settings/Profile.h"
+#include "settings/SettingsTrouble.h"
 #include "settings/SettingsWriter.h"
 
 #include <Application.h>
@@ -169,7 +170,10 @@ void NorvaneWindow::SaveSettings()
             writer.Set(ColumnKey(column), PaneAt(0)->ColumnWidth(column));
         }
     }
-    writer.Write();
+    const status_t status = writer.Write();
+    if (status != B_OK) {
+        TellUnsavedSettings(kSettingsFile, status);
+    }
 }
 
 DirPane* NorvaneWindow::PaneAt(int32 index) const
