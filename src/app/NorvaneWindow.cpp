@@ -158,10 +158,9 @@ void NorvaneWindow::SaveSettings()
     writer.Set("Height", static_cast<int>(frame.Height()));
     writer.Set("NumPanes", static_cast<int>(CountPanes()));
     for (int32 index = 0; index < CountPanes(); index++) {
-        char path[B_PATH_NAME_LENGTH];
-        PaneAt(index)->GetPath(path);
-        if (std::strlen(path) > 2 && std::strncmp(path, "ftp", 3) == 0) {
-            PaneAt(index)->GetCachedPath(path); // where the pane was before it went to a server
+        std::string path = PaneAt(index)->GetPath();
+        if (path.starts_with("ftp")) {
+            path = PaneAt(index)->GetCachedPath(); // where the pane was before it went to a server
         }
         writer.SetPath(PaneKey(index), path);
     }

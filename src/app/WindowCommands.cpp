@@ -285,10 +285,9 @@ void NorvaneWindow::RemovePane()
         }
     } else {
         // The rightmost pane goes, and the focused one takes its folder over.
-        char path[B_PATH_NAME_LENGTH];
-        PaneAt(last)->GetPath(path);
+        const std::string path = PaneAt(last)->GetPath();
         TakePane(last);
-        focused->SetPath(path);
+        focused->SetPath(path.c_str());
     }
     FrameResized(Bounds().Width(), Bounds().Height());
 }

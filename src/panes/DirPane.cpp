@@ -13,8 +13,6 @@
 #include <ScrollView.h>
 #include <Window.h>
 
-#include <cstring>
-
 namespace norvane {
 
 namespace {
@@ -218,18 +216,14 @@ int DirPane::ColumnWidth(int32 column) const
     return fList->ColumnWidth(column);
 }
 
-void DirPane::GetPath(char* path) const
+std::string DirPane::GetPath() const
 {
-    const std::string& shown = fList->Path();
-    path[0] = '\0';
-    if (shown.size() < B_PATH_NAME_LENGTH) {
-        std::strcpy(path, shown.c_str());
-    }
+    return fList->Path();
 }
 
-void DirPane::GetCachedPath(char* path) const
+std::string DirPane::GetCachedPath() const
 {
-    GetPath(path);
+    return GetPath();
 }
 
 void DirPane::DoNewFolder()

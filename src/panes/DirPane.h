@@ -51,10 +51,10 @@ public:
     int64 GetSize();
     void SetColumnWidth(int32 column, int width);
     int ColumnWidth(int32 column) const;
-    /// The folder to save for this pane.
-    /// Units: `path` holds B_PATH_NAME_LENGTH bytes; a longer one gives an empty string.
-    void GetPath(char* path) const;
-    void GetCachedPath(char* path) const;
+    /// The folder that the pane shows.
+    std::string GetPath() const;
+    /// The folder to save for this pane where it shows a server.
+    std::string GetCachedPath() const;
     void DoNewFolder();
     void DoRename();
     void MkDir(const char* name);

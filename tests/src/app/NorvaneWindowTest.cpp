@@ -4,6 +4,7 @@
 #include "settings/HomeFolder.h"
 
 #include <Screen.h>
+#include <StorageDefs.h>
 
 namespace norvane {
 
@@ -169,6 +170,32 @@ TEST_F(NorvaneWindowTest, SavesWhatItRestores)
     EXPECT_EQ(Setting("Column1"), "99");
     EXPECT_EQ(Setting("Column3"), "145");
     EXPECT_EQ(Setting("DateFormat"), "%H");
+}
+
+TEST_F(NorvaneWindowTest, FirstSavesInTheOrderOfTheFormat)
+{
+    Open({fTree.Path("one"), fTree.Path("two")});
+    Locked([&] { fWindow->SaveSettings(); });
+    EXPECT_EQ(fTree.Read("config/Norvane/Norvane.pref"),
+              "Left=10\nTop=40\nWidth=799\nHeight=599\nNumPanes=2\nPane0=" + fTree.Path("one") +
+                  "\nPane1=" + fTree.Path("two") +
+                  "\nColumn1=108\nColumn2=70\nColumn3=145\nColumn4=100\n");
+}
+
+TEST_F(NorvaneWindowTest, SavesTheLongestParentOfAPathThatDoesNotFit)
+{
+    const std::string fitting = "one/" + std::string(100, 'a');
+    std::string folder = fitting;
+    while (fTree.Path(folder).size() < B_PATH_NAME_LENGTH) {
+        folder += "/" + std::string(200, 'b');
+    }
+    fTree.MakeFolder(folder);
+    fTree.MakeFolder("two/with\nline feed/below");
+    Open({fTree.Path(folder), fTree.Path("two/with\nline feed/below")});
+    ASSERT_EQ(PanePath(0), fTree.Path(folder));
+    Locked([&] { fWindow->SaveSettings(); });
+    EXPECT_EQ(Setting("Pane0"), fTree.Path(fitting));
+    EXPECT_EQ(Setting("Pane1"), fTree.Path("two"));
 }
 
 TEST_F(NorvaneWindowTest, SavesWithoutAnyPane)

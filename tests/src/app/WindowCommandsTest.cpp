@@ -11,6 +11,7 @@
 #include <MenuBar.h>
 #include <MenuItem.h>
 #include <NodeMonitor.h>
+#include <StorageDefs.h>
 #include <fs_info.h>
 
 namespace norvane {
@@ -57,6 +58,20 @@ TEST_F(WindowCommandsTest, RemovingTheLastPaneFocusesTheNewLastOne)
     Send(kRemovePane);
     EXPECT_EQ(CountPanes(), 2);
     EXPECT_EQ(FocusedPane(), 1);
+}
+
+TEST_F(WindowCommandsTest, AFolderOfALongPathIsTakenOverToo)
+{
+    std::string folder = "one";
+    while (fTree.Path(folder).size() < B_PATH_NAME_LENGTH) {
+        folder += "/" + std::string(200, 'b');
+    }
+    fTree.MakeFolder(folder);
+    Open({fTree.Path("two"), fTree.Path(folder)});
+    Send(kRemovePane);
+    ASSERT_EQ(CountPanes(), 1);
+    EXPECT_EQ(PanePath(0), fTree.Path(folder));
+    EXPECT_EQ(kits::testing::CountShown("Err"), 0);
 }
 
 TEST_F(WindowCommandsTest, TheOnlyPaneMayGo)
