@@ -14,10 +14,8 @@
 #include <Autolock.h>
 #include <NodeMonitor.h>
 #include <Screen.h>
-#include <StorageDefs.h>
 
 #include <algorithm>
-#include <cstring>
 
 namespace norvane {
 
@@ -29,14 +27,19 @@ constexpr int32 kFirstColumn = 1;
 constexpr int32 kLastColumn = 4;
 // So much of the window must be on the screen that its title bar can be taken hold of.
 constexpr float kReachable = 40;
+constexpr float kLeastWidth = 300;
+constexpr float kLeastHeight = 150;
+// No screen reaches further, and whole units up to there are exact.
+constexpr int kFarthest = 32'767;
 
+/// Reads a number that a window can use.
 bool ReadNumber(const std::string& key, int* number)
 {
     char text[kProfileLineBytes];
     if (!GetProfileString(kSettingsFolder, key.c_str(), text, kSettingsFile)) {
         return false;
     }
-    *number = atoi(text);
+    *number = std::min(atoi(text), kFarthest);
     return true;
 }
 
@@ -70,6 +73,7 @@ NorvaneWindow::NorvaneWindow(BRect frame, bool, const std::vector<std::string>& 
         return;
     }
     CreateMenus();
+    SetLeastSize();
     GetSettings();
     FocusFirst();
     Unlock();
@@ -99,13 +103,30 @@ void NorvaneWindow::RestoreFrame()
     if (ReadPair("Width", "Height", &first, &second)) {
         ResizeTo(static_cast<float>(first), static_cast<float>(second));
     }
-    MoveOntoScreen();
+    FitOntoScreen();
 }
 
-void NorvaneWindow::MoveOntoScreen()
+void NorvaneWindow::SetLeastSize()
 {
-    // The screen that showed the window last may be gone.
+    float minWidth = 0;
+    float maxWidth = 0;
+    float minHeight = 0;
+    float maxHeight = 0;
+    GetSizeLimits(&minWidth, &maxWidth, &minHeight, &maxHeight);
+    SetSizeLimits(kLeastWidth, maxWidth, kLeastHeight, maxHeight);
+}
+
+void NorvaneWindow::FitOntoScreen()
+{
+    // The screen that showed the window last may be gone, or be smaller now.
     const BRect screen = BScreen(B_MAIN_SCREEN_ID).Frame();
+    if (!screen.IsValid()) {
+        return;
+    }
+    if (Frame().Width() > screen.Width() || Frame().Height() > screen.Height()) {
+        ResizeTo(std::min(Frame().Width(), screen.Width()),
+                 std::min(Frame().Height(), screen.Height()));
+    }
     const BRect frame = Frame();
     const float left = std::clamp(frame.left, screen.left - frame.Width() + kReachable,
                                   std::max(screen.left, screen.right - kReachable));
@@ -260,10 +281,13 @@ void NorvaneWindow::FrameResized(float width, float height)
         return;
     }
     const float paneWidth = width / static_cast<float>(CountPanes());
+    const float paneHeight = std::max(height - kMenuStrip, 0.0f);
     float left = 0;
     for (int32 index = 0; index < CountPanes(); index++) {
         DirPane* pane = PaneAt(index);
-        pane->ResizeTo(paneWidth, std::max(height - kMenuStrip, 0.0f));
+        // Each begins a unit behind the one before it, so the last has a little less.
+        const bool isLast = index == CountPanes() - 1;
+        pane->ResizeTo(isLast ? std::max(width - left, 0.0f) : paneWidth, paneHeight);
         pane->MoveTo(left, kMenuStrip);
         left = pane->Frame().right + 1;
     }

@@ -53,7 +53,8 @@ private:
     void RestoreFrame();
     void RestorePanes();
     void RestoreColumns();
-    void MoveOntoScreen();
+    void SetLeastSize();
+    void FitOntoScreen();
     void TakePane(int32 index);
 
     // Commands (WindowCommands.cpp); each does nothing without the pane it needs
