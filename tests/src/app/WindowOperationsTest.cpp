@@ -258,7 +258,10 @@ TEST_P(UnmountTest, PanesAtTheTopAndInsideGoHome)
     EXPECT_EQ(result, PrivateResult::kPassed);
 }
 
-INSTANTIATE_TEST_SUITE_P(Ways, UnmountTest, ::testing::Values(0, MNT_DETACH));
+INSTANTIATE_TEST_SUITE_P(Ways, UnmountTest, ::testing::Values(0, MNT_DETACH),
+                         [](const auto& tested) {
+                             return std::string(tested.param == 0 ? "AtOnce" : "Detached");
+                         });
 
 TEST_F(WindowOperationsTest, APaneThatWentElsewhereStaysThere)
 {
