@@ -8,6 +8,7 @@
 #include "settings/MsgBox.h"
 #include "settings/Numbers.h"
 #include "settings/Profile.h"
+#include "settings/SettingsTrouble.h"
 #include "settings/SettingsWriter.h"
 
 #include <Application.h>
@@ -25,14 +26,19 @@ constexpr uint32 kWindowFlags = 0x04000000;
 constexpr float kMenuStrip = 20; // the height that the menu bar keeps from the panes
 constexpr int32 kFirstColumn = 1;
 constexpr int32 kLastColumn = 4;
+constexpr float kLeastWidth = 300;
+constexpr float kLeastHeight = 150;
+// No screen reaches further, and whole units up to there are exact.
+constexpr int kFarthest = 32'767;
 
+/// Reads a number that a window can use.
 bool ReadNumber(const std::string& key, int* number)
 {
     char text[kProfileLineBytes];
     if (!GetProfileString(kSettingsFolder, key.c_str(), text, kSettingsFile)) {
         return false;
     }
-    *number = atoi(text);
+    *number = std::min(atoi(text), kFarthest);
     return true;
 }
 
@@ -66,6 +72,7 @@ NorvaneWindow::NorvaneWindow(BRect frame, bool, const std::vector<std::string>& 
         return;
     }
     CreateMenus();
+    SetLeastSize();
     GetSettings();
     FocusFirst();
     Unlock();
@@ -95,6 +102,16 @@ void NorvaneWindow::RestoreFrame()
     if (ReadPair("Width", "Height", &first, &second)) {
         ResizeTo(static_cast<float>(first), static_cast<float>(second));
     }
+}
+
+void NorvaneWindow::SetLeastSize()
+{
+    float minWidth = 0;
+    float maxWidth = 0;
+    float minHeight = 0;
+    float maxHeight = 0;
+    GetSizeLimits(&minWidth, &maxWidth, &minHeight, &maxHeight);
+    SetSizeLimits(kLeastWidth, maxWidth, kLeastHeight, maxHeight);
 }
 
 void NorvaneWindow::RestorePanes()
@@ -146,7 +163,10 @@ void NorvaneWindow::SaveSettings()
             writer.Set(ColumnKey(column), PaneAt(0)->ColumnWidth(column));
         }
     }
-    writer.Write();
+    const status_t status = writer.Write();
+    if (status != B_OK) {
+        TellUnsavedSettings(kSettingsFile, status);
+    }
 }
 
 DirPane* NorvaneWindow::PaneAt(int32 index) const
@@ -239,10 +259,13 @@ void NorvaneWindow::FrameResized(float width, float height)
         return;
     }
     const float paneWidth = width / static_cast<float>(CountPanes());
+    const float paneHeight = std::max(height - kMenuStrip, 0.0f);
     float left = 0;
     for (int32 index = 0; index < CountPanes(); index++) {
         DirPane* pane = PaneAt(index);
-        pane->ResizeTo(paneWidth, std::max(height - kMenuStrip, 0.0f));
+        // Each begins a unit behind the one before it, so the last has a little less.
+        const bool isLast = index == CountPanes() - 1;
+        pane->ResizeTo(isLast ? std::max(width - left, 0.0f) : paneWidth, paneHeight);
         pane->MoveTo(left, kMenuStrip);
         left = pane->Frame().right + 1;
     }

@@ -57,6 +57,7 @@ private:
     void RestoreFrame();
     void RestorePanes();
     void RestoreColumns();
+    void SetLeastSize();
     void TakePane(int32 index);
 
     // Commands (WindowCommands.cpp); each does nothing without the pane it needs

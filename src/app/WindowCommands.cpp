@@ -172,9 +172,7 @@ void NorvaneWindow::MessageReceived(BMessage* message)
 void NorvaneWindow::Show()
 {
     BWindow::Show();
-    if (!fMissingFolders.empty()) {
-        PostMessage(kTellMissingFolders);
-    }
+    PostMessage(kTellMissingFolders); // which there are, its own thread knows
 }
 
 void NorvaneWindow::TellMissingFolders()

@@ -12,10 +12,16 @@ namespace {
 constexpr uint32 kExpanderKeeps = 0xAA;
 constexpr uint32 kExpanderCarries = CLV_EXPANDER | CLV_MERGE_WITH_RIGHT | CLV_NOT_RESIZABLE;
 
+/// `width` within the limits; what is no number is the smallest.
+float WithinLimits(float width, float smallest)
+{
+    return width > smallest ? std::min(width, CLVColumn::kLargestWidth) : smallest;
+}
+
 } // namespace
 
 CLVColumn::CLVColumn(const char* label, float width, uint32 flags, float minimumWidth)
-    : fMinimumWidth(std::max(minimumWidth, kSmallestMinimum)), fFlags(flags)
+    : fMinimumWidth(WithinLimits(minimumWidth, kSmallestMinimum)), fFlags(flags)
 {
     if ((flags & CLV_EXPANDER) != 0) {
         fFlags = (flags & kExpanderKeeps) | kExpanderCarries;
@@ -23,7 +29,7 @@ CLVColumn::CLVColumn(const char* label, float width, uint32 flags, float minimum
         fMinimumWidth = kExpanderWidth;
         return;
     }
-    fWidth = std::max(width, fMinimumWidth);
+    fWidth = WithinLimits(width, fMinimumWidth);
     fHasLabel = label != nullptr;
     if (fHasLabel) {
         fLabel = label;
@@ -34,7 +40,7 @@ CLVColumn::~CLVColumn() = default;
 
 void CLVColumn::SetWidth(float width)
 {
-    const float newWidth = std::max(width, fMinimumWidth);
+    const float newWidth = WithinLimits(width, fMinimumWidth);
     if (newWidth == fWidth) {
         return;
     }

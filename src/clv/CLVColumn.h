@@ -31,6 +31,8 @@ class CLVColumn
 {
 public:
     static constexpr float kSmallestMinimum = 4;
+    /// Broader than any screen, and yet every place in a list of such columns is exact.
+    static constexpr float kLargestWidth = 10'000;
     static constexpr float kExpanderWidth = 20;
 
     /// An expander column has no label, a fixed width of its own, and ignores most flags.
@@ -40,7 +42,7 @@ public:
     CLVColumn(const CLVColumn&) = delete;
     CLVColumn& operator=(const CLVColumn&) = delete;
 
-    /// Changes the width, never below the minimum; what is shown moves along.
+    /// Changes the width, within the minimum and the largest; what is shown moves along.
     virtual void SetWidth(float width);
     /// Shows or hides the column.
     void SetShown(bool isShown);

@@ -191,11 +191,16 @@ CLVColumn* CLVColumnLabelView::CellAt(BPoint where) const
 
 void CLVColumnLabelView::MouseDown(BPoint where)
 {
-    fIsAdding = (PressModifiers() & B_SHIFT_KEY) != 0;
+    // Another button that comes to a held one belongs to that one's gesture.
+    if (HeldButtons(B_PRIMARY_MOUSE_BUTTON) != B_PRIMARY_MOUSE_BUTTON) {
+        return;
+    }
+    fIsAdding = (HeldModifiers() & B_SHIFT_KEY) != 0;
     if (CLVColumn* edge = EdgeAt(where)) {
         fGesture = Gesture::kResize;
         fGestureColumn = edge;
-        fGrip = edge->End() - where.x;
+        fPressPlace = PlaceOnStrip(where);
+        fPressWidth = edge->Width();
     } else if (CLVColumn* cell = CellAt(where)) {
         fGesture = Gesture::kPress;
         fGestureColumn = cell;
@@ -210,7 +215,7 @@ void CLVColumnLabelView::MouseDown(BPoint where)
 void CLVColumnLabelView::MouseMoved(BPoint where, uint32, const BMessage*)
 {
     if (fGesture == Gesture::kResize) {
-        fGestureColumn->SetWidth(std::round(where.x + fGrip - fGestureColumn->Begin()));
+        Resize(where);
         return;
     }
     if (fGesture == Gesture::kPress) {
@@ -222,23 +227,58 @@ void CLVColumnLabelView::MouseMoved(BPoint where, uint32, const BMessage*)
     }
 }
 
+void CLVColumnLabelView::Resize(BPoint where)
+{
+    // From what was there at the press: a narrower column may scroll the list, which moves its edge
+    // under a pointer that stands still.
+    const float moved = PlaceOnStrip(where) - fPressPlace;
+    fGestureColumn->SetWidth(std::round(fPressWidth + moved));
+}
+
 void CLVColumnLabelView::MouseUp(BPoint)
 {
-    CLVColumn* column = fGestureColumn;
-    const bool isClick = fGesture == Gesture::kPress && fIsPressedInside;
-    fGesture = Gesture::kNone;
-    fGestureColumn = nullptr;
-    fIsPressedInside = false;
-    if (column == nullptr) {
+    if (fGestureColumn == nullptr || (HeldButtons(0) & B_PRIMARY_MOUSE_BUTTON) != 0) {
         return;
     }
-    InvalidateColumn(*column);
+    const CLVColumn* column = fGestureColumn;
+    const bool isClick = fGesture == Gesture::kPress && fIsPressedInside;
+    EndGesture();
     if (isClick && (column->Flags() & CLV_SORT_KEYABLE) != 0) {
         SortBy(*column, fIsAdding);
     }
 }
 
-uint32 CLVColumnLabelView::PressModifiers() const
+void CLVColumnLabelView::ForgetColumn(const CLVColumn& column)
+{
+    if (&column == fGestureColumn) {
+        EndGesture();
+    }
+}
+
+void CLVColumnLabelView::EndGesture()
+{
+    InvalidateColumn(*fGestureColumn);
+    fGesture = Gesture::kNone;
+    fGestureColumn = nullptr;
+    fIsPressedInside = false;
+}
+
+float CLVColumnLabelView::PlaceOnStrip(BPoint where) const
+{
+    return where.x - Bounds().left;
+}
+
+uint32 CLVColumnLabelView::HeldButtons(uint32 unknown) const
+{
+    const BMessage* message = Window() != nullptr ? Window()->CurrentMessage() : nullptr;
+    int32 held = 0;
+    if (message == nullptr || message->FindInt32("buttons", &held) != B_OK) {
+        return unknown;
+    }
+    return static_cast<uint32>(held);
+}
+
+uint32 CLVColumnLabelView::HeldModifiers() const
 {
     int32 held = 0;
     const BMessage* press = Window() != nullptr ? Window()->CurrentMessage() : nullptr;

@@ -23,6 +23,8 @@ public:
     void MouseMoved(BPoint where, uint32 transit, const BMessage* message) override;
     void MouseUp(BPoint where) override;
 
+    /// Ends the gesture that goes on on this column's cell or edge: it is not seen any more.
+    void ForgetColumn(const CLVColumn& column);
     /// Repaints the header cell of a column.
     void InvalidateColumn(const CLVColumn& column);
     /// Shows whether the list has the focus; used where no other header says so.
@@ -35,7 +37,11 @@ private:
     void DrawSortMark(BRect cell, const CLVColumn& column);
     void DrawFrame(BRect cell, rgb_color face);
     void SortBy(const CLVColumn& column, bool isAdding);
-    uint32 PressModifiers() const;
+    void Resize(BPoint where);
+    void EndGesture();
+    uint32 HeldModifiers() const;
+    uint32 HeldButtons(uint32 unknown) const;
+    float PlaceOnStrip(BPoint where) const;
     CLVColumn* LeftOf(const CLVColumn& column) const;
     CLVColumn* EdgeAt(BPoint where) const;
     CLVColumn* CellAt(BPoint where) const;
@@ -44,7 +50,8 @@ private:
     BFont fFont;
     Gesture fGesture = Gesture::kNone;
     CLVColumn* fGestureColumn = nullptr;
-    float fGrip = 0;        // from the pointer to the edge that is dragged
+    float fPressPlace = 0;  // where a resize began, from the strip's left edge
+    float fPressWidth = 0;  // of the column then
     bool fIsAdding = false; // Shift was held at the press
     bool fIsPressedInside = false;
     bool fIsHighlighted = false;

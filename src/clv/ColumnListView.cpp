@@ -123,6 +123,7 @@ bool ColumnListView::RemoveColumn(CLVColumn* column)
     if (fSortKeys.HasItem(column)) {
         SetSortMode(IndexOfColumn(column), NoSort);
     }
+    fStrip->ForgetColumn(*column);
     fColumns.RemoveItem(column);
     fDisplayed.RemoveItem(column);
     column->fParent = nullptr;
@@ -226,6 +227,9 @@ void ColumnListView::ColumnShownChanged(CLVColumn& column)
     ListLock lock(*this);
     if ((column.Flags() & CLV_EXPANDER) != 0) {
         fExpanderColumn = column.IsShown() ? IndexOfColumn(&column) : -1;
+    }
+    if (!column.IsShown()) {
+        fStrip->ForgetColumn(column);
     }
     const float begin = column.IsShown() ? 0 : column.Begin();
     RelayOutFrom(begin);

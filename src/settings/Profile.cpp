@@ -1,6 +1,7 @@
 #include "settings/Profile.h"
 
 #include "settings/MsgBox.h"
+#include "settings/SettingsTrouble.h"
 
 #include <Directory.h>
 #include <Entry.h>
@@ -17,6 +18,8 @@ namespace norvane {
 namespace {
 
 enum class Fit { kRequired, kIgnored };
+
+constexpr mode_t kOthers = 077;
 
 /// Leaves the file at the first byte of the first line of `key`. With Fit::kRequired lines that do
 /// not fit, and values longer than `valueBytes`, are passed over.
@@ -54,6 +57,88 @@ bool Exists(const char* path)
     return BEntry(path, true).Exists();
 }
 
+/// The full path of a profile file.
+/// Errors: those of finding the settings directory.
+status_t FindSetting(const char* folder, const char* file, std::string* path)
+{
+    BPath settings;
+    const status_t status = find_directory(B_USER_SETTINGS_DIRECTORY, &settings);
+    if (status != B_OK) {
+        return status;
+    }
+    *path = std::string(settings.Path()) + "/" + folder + "/" + file;
+    return path->size() < B_PATH_NAME_LENGTH ? status_t(B_OK) : status_t(B_NAME_TOO_LONG);
+}
+
+/// GetProfileString() without a word of what went wrong.
+/// Errors: B_NAME_NOT_FOUND when the file or the key is missing; those of reading.
+status_t Read(const char* folder, const char* key, char* value, std::size_t valueBytes,
+              const char* file)
+{
+    std::string path;
+    status_t status = FindSetting(folder, file, &path);
+    if (status != B_OK) {
+        return status;
+    }
+    BFile profile;
+    status = profile.SetTo(path.c_str(), B_READ_ONLY);
+    const bool isMissing = status == B_ENTRY_NOT_FOUND || status == B_NOT_A_DIRECTORY;
+    if (isMissing && !Exists(path.c_str())) {
+        return B_NAME_NOT_FOUND;
+    }
+    return status == B_OK ? Find(profile, key, value, valueBytes, Fit::kRequired) : status;
+}
+
+/// Takes away what others may do with `node`: sessions hold passwords.
+void CloseToOthers(BStatable& node)
+{
+    mode_t permissions = 0;
+    if (node.GetPermissions(&permissions) == B_OK && (permissions & kOthers) != 0) {
+        node.SetPermissions(permissions & ~kOthers);
+    }
+}
+
+/// Makes the folder where it is missing, and an empty file where there is none.
+status_t Create(const char* folder, const char* file)
+{
+    BPath settings;
+    status_t status = find_directory(B_USER_SETTINGS_DIRECTORY, &settings);
+    if (status != B_OK) {
+        return status;
+    }
+    BDirectory parent(settings.Path());
+    BDirectory target;
+    if (target.SetTo(&parent, folder) != B_OK) {
+        status = parent.CreateNewDirectory(folder, 0700, &target);
+        if (status != B_OK) {
+            return status;
+        }
+    }
+    // Nobody else may read any of these files, not even for a moment.
+    BFile created;
+    status = target.CreateNewFile(file, 0600, &created);
+    return status == B_FILE_EXISTS ? status_t(B_OK) : status;
+}
+
+/// Writes `record` over the line of `key`, or at the end where there is none.
+status_t WriteRecord(BFile& profile, const char* key, const std::string& record)
+{
+    char oldValue[kProfileLineBytes];
+    // An old line that is too long to be read is rewritten all the same, or it would stay for ever.
+    const status_t found = Find(profile, key, oldValue, sizeof(oldValue), Fit::kIgnored);
+    if (found == B_NAME_NOT_FOUND) {
+        profile.Seek(0, SEEK_END);
+    } else if (found != B_OK) {
+        return found; // where the line stands cannot be told
+    }
+    const ssize_t written = profile.Write(record.data(), record.size());
+    if (written < 0) {
+        return static_cast<status_t>(written);
+    }
+    return written == static_cast<ssize_t>(record.size()) ? status_t(B_OK)
+                                                          : status_t(B_DEVICE_FULL);
+}
+
 } // namespace
 
 bool GetProfileString(const char* folder, const char* key, char* value, const char* file)
@@ -64,13 +149,13 @@ bool GetProfileString(const char* folder, const char* key, char* value, const ch
 bool GetProfileString(const char* folder, const char* key, char* value, std::size_t valueBytes,
                       const char* file)
 {
-    char path[B_PATH_NAME_LENGTH];
-    GetSettingFullPath(folder, file, path);
-    if (!Exists(path)) {
-        return false;
+    const status_t status = Read(folder, key, value, valueBytes, file);
+    if (status == B_OK || status == B_NAME_NOT_FOUND) {
+        SettingsWereRead();
+    } else {
+        TellUnreadSettings(file, status);
     }
-    BFile profile(path, B_READ_WRITE);
-    return FindValue(profile, key, value, valueBytes);
+    return status == B_OK;
 }
 
 bool GetProfileString(const char* folder, const char* key, std::string& value, const char* file)
@@ -86,25 +171,8 @@ bool GetProfileString(const char* folder, const char* key, std::string& value, c
 status_t ReadProfileString(const char* folder, const char* key, std::string* value,
                            const char* file)
 {
-    BPath path;
-    status_t status = find_directory(B_USER_SETTINGS_DIRECTORY, &path);
-    if (status == B_OK) {
-        status = path.Append((std::string(folder) + "/" + file).c_str());
-    }
-    if (status != B_OK) {
-        return status;
-    }
-    BFile profile;
-    status = profile.SetTo(path.Path(), B_READ_ONLY);
-    const bool isMissing = status == B_ENTRY_NOT_FOUND || status == B_NOT_A_DIRECTORY;
-    if (isMissing && !Exists(path.Path())) {
-        return B_NAME_NOT_FOUND;
-    }
-    if (status != B_OK) {
-        return status;
-    }
     char text[kProfileLineBytes];
-    status = Find(profile, key, text, sizeof(text), Fit::kRequired);
+    const status_t status = Read(folder, key, text, sizeof(text), file);
     if (status == B_OK) {
         *value = text;
     }
@@ -113,46 +181,50 @@ status_t ReadProfileString(const char* folder, const char* key, std::string* val
 
 bool SetProfileString(const char* folder, const char* key, const char* value, const char* file)
 {
-    const std::string record = std::string(key) + "=" + value + "\n";
-    if (record.size() >= kProfileLineBytes || record.find('\n') != record.size() - 1) {
-        return false;
-    }
     char path[B_PATH_NAME_LENGTH];
     GetSettingFullPath(folder, file, path);
-    if (!Exists(path) && !CreatePrefFile(folder, file)) {
+    if (path[0] == '\0') {
+        return false; // that was told
+    }
+    const status_t status = WriteProfileString(folder, key, value, file);
+    if (status != B_OK && status != B_BAD_VALUE && !Exists(path)) {
         MsgBox("Hey", "Could not create the application preferences file.", "Oh well",
                B_INFO_ALERT);
-        return false;
     }
-    BFile profile(path, B_READ_WRITE);
-    char oldValue[kProfileLineBytes];
-    // An old line that is too long to be read is rewritten all the same, or it would stay for ever.
-    const status_t found = Find(profile, key, oldValue, sizeof(oldValue), Fit::kIgnored);
-    if (found == B_NAME_NOT_FOUND) {
-        profile.Seek(0, SEEK_END);
-    } else if (found != B_OK) {
-        return false; // where the line stands cannot be told
+    return status == B_OK;
+}
+
+status_t WriteProfileString(const char* folder, const char* key, const char* value,
+                            const char* file)
+{
+    const std::string record = std::string(key) + "=" + value + "\n";
+    if (record.size() >= kProfileLineBytes || record.find('\n') != record.size() - 1) {
+        return B_BAD_VALUE;
     }
-    profile.Write(record.data(), record.size());
-    return true;
+    std::string path;
+    status_t status = FindSetting(folder, file, &path);
+    if (status == B_OK && !Exists(path.c_str())) {
+        status = Create(folder, file);
+    }
+    if (status != B_OK) {
+        return status;
+    }
+    BFile profile;
+    status = profile.SetTo(path.c_str(), B_READ_WRITE);
+    if (status != B_OK) {
+        return status;
+    }
+    CloseToOthers(profile);
+    BEntry holder(path.substr(0, path.rfind('/')).c_str(), true);
+    CloseToOthers(holder);
+    return WriteRecord(profile, key, record);
 }
 
 bool CreatePrefFile(const char* folder, const char* file)
 {
     char settings[B_PATH_NAME_LENGTH] = "";
     GetPathOnly(settings);
-    BDirectory target;
-    const BDirectory parent(settings);
-    if (target.SetTo(&parent, folder) != B_OK) {
-        BDirectory made(settings);
-        if (made.CreateNewDirectory(folder, 0700, &target) != B_OK) {
-            return false;
-        }
-    }
-    // Sessions hold passwords, so nobody else may read any of these files, not even for a moment.
-    BFile created;
-    const status_t status = target.CreateNewFile(file, 0600, &created);
-    return status == B_OK || status == B_FILE_EXISTS;
+    return settings[0] != '\0' && Create(folder, file) == B_OK;
 }
 
 char* GetSettingFullPath(const char* folder, const char* file, char* path)
@@ -160,8 +232,9 @@ char* GetSettingFullPath(const char* folder, const char* file, char* path)
     path[0] = '\0';
     GetPathOnly(path);
     const std::string whole = std::string(path) + "/" + folder + "/" + file;
+    const bool isFound = path[0] != '\0';
     path[0] = '\0';
-    if (whole.size() < B_PATH_NAME_LENGTH) {
+    if (isFound && whole.size() < B_PATH_NAME_LENGTH) {
         std::strcpy(path, whole.c_str());
     }
     return path;
@@ -172,7 +245,7 @@ void GetPathOnly(char* path)
     BPath settings;
     if (find_directory(B_USER_SETTINGS_DIRECTORY, &settings) != B_OK ||
         std::strlen(settings.Path()) >= B_PATH_NAME_LENGTH) {
-        MsgBox("Hey", "Couldn't find the preferences directory.", "Oh well", B_INFO_ALERT);
+        TellNoSettingsDirectory();
         return;
     }
     std::strcpy(path, settings.Path());

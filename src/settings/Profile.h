@@ -21,6 +21,7 @@ inline constexpr const char* kSettingsFolder = "Norvane";
 inline constexpr const char* kSettingsFile = "Norvane.pref";
 
 /// Reads the value of `key`; false when the file or the key is missing, `value` is untouched then.
+/// A file that cannot be read is told in an alert, once however many values are asked for.
 /// Units: `value` holds at least kProfileLineBytes.
 bool GetProfileString(const char* folder, const char* key, char* value, const char* file);
 /// The same for a buffer of `valueBytes`; a value that does not fit reads as missing.
@@ -29,7 +30,7 @@ bool GetProfileString(const char* folder, const char* key, char* value, std::siz
 /// The same with the value as a string.
 bool GetProfileString(const char* folder, const char* key, std::string& value, const char* file);
 
-/// The same, telling a key that is not there from one that cannot be read.
+/// The same without an alert, telling a key that is not there from one that cannot be read.
 /// Errors: B_NAME_NOT_FOUND when the file or the key is missing; those of reading.
 status_t ReadProfileString(const char* folder, const char* key, std::string* value,
                            const char* file);
@@ -41,14 +42,22 @@ status_t ReadProfileString(const char* folder, const char* key, std::string* val
 /// the value holds a line feed, or the file cannot be read (nothing is written then).
 bool SetProfileString(const char* folder, const char* key, const char* value, const char* file);
 
+/// The same without an alert. What others may do with the file and its folder is taken away.
+/// Errors: B_BAD_VALUE when the line does not fit or the value holds a line feed; those of finding,
+/// creating, reading (nothing is written then) and writing.
+status_t WriteProfileString(const char* folder, const char* key, const char* value,
+                            const char* file);
+
 /// Creates the folder when it is missing and an empty file in it, both open to their owner only.
 bool CreatePrefFile(const char* folder, const char* file);
 
-/// Composes "<settings>/<folder>/<file>" into `path` and returns it; empty when it does not fit.
+/// Composes "<settings>/<folder>/<file>" into `path` and returns it; empty when it does not fit, or
+/// when there is no settings directory, which is told.
 /// Units: `path` holds B_PATH_NAME_LENGTH bytes.
 char* GetSettingFullPath(const char* folder, const char* file, char* path);
 
-/// Copies the settings directory's path; when there is none, says so and leaves `path` as it was.
+/// Copies the settings directory's path; when there is none, says so, once until there is one
+/// again, and leaves `path` as it was.
 /// Units: `path` holds B_PATH_NAME_LENGTH bytes.
 void GetPathOnly(char* path);
 

@@ -5,6 +5,7 @@
 
 #include <Errors.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace norvane {
@@ -19,6 +20,14 @@ bool FitsLine(const std::string& key, const std::string& value)
 {
     return key.size() + 1 + value.size() + 1 < kProfileLineBytes &&
            value.find('\n') == std::string::npos;
+}
+
+/// Where `key` stands in a list of keys and values, or its end.
+template<class List>
+auto Place(List& list, const std::string& key)
+{
+    return std::find_if(list.begin(), list.end(),
+                        [&](const auto& one) { return one.first == key; });
 }
 
 } // namespace
@@ -48,7 +57,12 @@ bool SettingsWriter::Set(const std::string& key, const std::string& value)
     if (!FitsLine(key, value)) {
         return false;
     }
-    fNew[key] = value;
+    const auto place = Place(fNew, key);
+    if (place != fNew.end()) {
+        place->second = value;
+    } else {
+        fNew.emplace_back(key, value);
+    }
     return true;
 }
 
@@ -72,46 +86,50 @@ bool SettingsWriter::Set(const std::string& key, int number)
     return Set(key, std::string(text));
 }
 
-bool SettingsWriter::Write()
+status_t SettingsWriter::ReadKnown()
 {
-    fWanted.clear();
+    fWanted = fNew;
     for (const std::string& key : fKnownKeys) {
         std::string value;
         const status_t status =
             ReadProfileString(fFolder.c_str(), key.c_str(), &value, fFile.c_str());
-        if (status == B_OK) {
-            fWanted[key] = value;
-        } else if (status != B_NAME_NOT_FOUND) {
+        if (status == B_OK && Place(fNew, key) == fNew.end()) {
+            fWanted.emplace_back(key, value);
+        } else if (status != B_OK && status != B_NAME_NOT_FOUND) {
             // It may be there: writing could overwrite it, and nobody would set it again.
-            return false;
+            return status;
         }
     }
-    for (const auto& [key, value] : fNew) {
-        fWanted[key] = value;
-    }
-    for (int round = 0; round < kRounds; round++) {
-        const std::vector<std::string> different = Different();
+    return B_OK;
+}
+
+status_t SettingsWriter::Write()
+{
+    status_t status = ReadKnown();
+    for (int round = 0; status == B_OK && round < kRounds; round++) {
+        const std::vector<KeyAndValue> different = Different();
         if (different.empty()) {
-            return true;
+            return B_OK;
         }
-        for (const std::string& key : different) {
-            if (!SetProfileString(fFolder.c_str(), key.c_str(), fWanted[key].c_str(),
-                                  fFile.c_str())) {
-                return false;
+        for (const auto& [key, value] : different) {
+            status = WriteProfileString(fFolder.c_str(), key.c_str(), value.c_str(), fFile.c_str());
+            if (status != B_OK) {
+                return status;
             }
         }
     }
-    return Different().empty();
+    return status == B_OK && !Different().empty() ? status_t(B_FILE_ERROR) : status;
 }
 
-std::vector<std::string> SettingsWriter::Different() const
+std::vector<SettingsWriter::KeyAndValue> SettingsWriter::Different() const
 {
-    std::vector<std::string> different;
-    for (const auto& [key, wanted] : fWanted) {
+    std::vector<KeyAndValue> different;
+    for (const KeyAndValue& wanted : fWanted) {
         std::string value;
-        if (!GetProfileString(fFolder.c_str(), key.c_str(), value, fFile.c_str()) ||
-            value != wanted) {
-            different.push_back(key);
+        if (ReadProfileString(fFolder.c_str(), wanted.first.c_str(), &value, fFile.c_str()) !=
+                B_OK ||
+            value != wanted.second) {
+            different.push_back(wanted);
         }
     }
     return different;

@@ -1,7 +1,9 @@
 #pragma once
 
-#include <map>
+#include <SupportDefs.h>
+
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace norvane {
@@ -27,19 +29,21 @@ public:
     /// Notes a number.
     bool Set(const std::string& key, int number);
 
-    /// Writes all at once.
-    /// Errors: false when the file cannot be read (nothing is written then) or created, or when
-    /// some key still differs at the end.
-    bool Write();
+    /// Writes all at once, new keys in the order in which they were set.
+    /// Errors: those of WriteProfileString(); B_FILE_ERROR when some key still differs at the end.
+    status_t Write();
 
 private:
-    std::vector<std::string> Different() const;
+    using KeyAndValue = std::pair<std::string, std::string>;
+
+    status_t ReadKnown();
+    std::vector<KeyAndValue> Different() const;
 
     std::string fFolder;
     std::string fFile;
     std::vector<std::string> fKnownKeys;
-    std::map<std::string, std::string> fNew;
-    std::map<std::string, std::string> fWanted; // all keys as they must read at the end
+    std::vector<KeyAndValue> fNew;    // no key twice
+    std::vector<KeyAndValue> fWanted; // all keys as they must read at the end, the new ones first
 };
 
 } // namespace norvane

@@ -17,7 +17,6 @@ for manager in wm bare; do
         found=$(for name in $keys; do echo "$name=$(setting "$name")"; done)
         [ "$found" = "$expected" ] ||
             fail "after start $round ($manager): $(diff <(echo "$expected") <(echo "$found"))"
-        [ "$(stat -c %a "$settings_file")" != 666 ] || fail "the settings are open to everybody"
     done
     stop_desktop
 done
@@ -28,3 +27,12 @@ start_norvane "$base/two" "$base/one"
 quit_norvane
 [ "$(setting Pane0)" = "$base/two" ] && [ "$(setting Pane1)" = "$base/one" ] &&
     [ "$(setting Pane2)" = "$base/three words" ] || fail "the folders given were not taken"
+
+# A file that others could read is its owner's alone once something new is written to it.
+chmod 666 "$settings_file"
+chmod 777 "$(dirname "$settings_file")"
+start_norvane "$base/one"
+quit_norvane
+[ "$(setting Pane0)" = "$base/one" ] || fail "the folder given was not taken"
+[ "$(stat -c %a "$settings_file")" = 600 ] || fail "the settings stayed open to others"
+[ "$(stat -c %a "$(dirname "$settings_file")")" = 700 ] || fail "their folder stayed open to others"

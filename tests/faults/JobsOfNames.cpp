@@ -104,7 +104,7 @@ void AddSettings(std::vector<Job>* jobs)
     job.run = [](const Scene&, uint32) -> JobResult {
         norvane::SettingsWriter writer("Norvane", "Norvane.pref", {"First", "Kept", "Last"});
         writer.Set("First", "a value that is longer");
-        const bool isDone = writer.Write();
+        const bool isDone = writer.Write() == B_OK;
         return {isDone, !isDone};
     };
     jobs->push_back(std::move(job));

@@ -8,11 +8,14 @@
 #include "panes/DirView.h"
 
 #include <Autolock.h>
+#include <Messenger.h>
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <functional>
+#include <future>
 #include <string>
 #include <vector>
 
@@ -127,6 +130,30 @@ protected:
         ASSERT_TRUE(kits::testing::Sync(fWindow));
     }
 
+    /// Does `work` on a thread of its own and answers each alert of the settings that it opens;
+    /// gives their texts.
+    std::vector<std::string> AnswerAlertsOf(const std::function<void()>& work)
+    {
+        constexpr const char* kTitle = "Hey";
+        std::vector<std::string> texts;
+        const std::future<void> done = std::async(std::launch::async, work);
+        const auto isDone = [&] {
+            return done.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+        };
+        const auto isShown = [] {
+            return kits::testing::CountShown(kTitle) > 0;
+        };
+        while (kits::testing::WaitFor([&] { return isDone() || isShown(); }) && !isDone()) {
+            const BMessenger alert(nullptr, kits::testing::WaitForWindow(kTitle));
+            std::string text;
+            EXPECT_TRUE(kits::testing::AnswerAlert("Oh well", &text));
+            EXPECT_TRUE(kits::testing::WaitFor([&] { return !alert.IsValid(); }));
+            texts.push_back(text);
+        }
+        EXPECT_TRUE(isDone());
+        return texts;
+    }
+
     /// Selects the row of that name in a pane.
     void Select(int32 pane, const std::string& name)
     {
@@ -140,6 +167,18 @@ protected:
             }
             FAIL() << "no row " << name;
         });
+    }
+
+    bool HasRow(int32 pane, const std::string& name)
+    {
+        bool isFound = false;
+        Locked([&] {
+            const norvane::DirView* list = fWindow->PaneAt(pane)->GetDirView();
+            for (int32 row = 0; row < list->CountItems(); row++) {
+                isFound = isFound || list->RowAt(row)->GetEntryName() == name;
+            }
+        });
+        return isFound;
     }
 
     TempTree fTree;

@@ -8,6 +8,27 @@
 #include <utility>
 #include <vector>
 
+/// An answer to the overwrite question as a test's name.
+inline std::string AnswerName(uint32 answer)
+{
+    switch (answer) {
+    case norvane::kAnswerOverwrite:
+        return "Overwrite";
+    case norvane::kAnswerOverwriteAll:
+        return "OverwriteAll";
+    case norvane::kAnswerOverwriteOlder:
+        return "OverwriteOlder";
+    case norvane::kAnswerSkip:
+        return "Skip";
+    case norvane::kAnswerSkipAll:
+        return "SkipAll";
+    case norvane::kAnswerCancel:
+        return "Cancel";
+    default:
+        return "None";
+    }
+}
+
 /// An operation's windows replaced by a script: gives the answers in turn and writes down what it
 /// is told.
 ///

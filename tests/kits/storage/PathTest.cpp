@@ -9,6 +9,7 @@ namespace {
 
 struct NormalCase
 {
+    const char* name;
     const char* path;
     const char* leaf;
     const char* expected;
@@ -29,12 +30,16 @@ TEST_P(PathNormalTest, ResolvesByText)
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, PathNormalTest,
-    testing::Values(NormalCase{"/", nullptr, "/"}, NormalCase{"///", nullptr, "/"},
-                    NormalCase{"/a//b/", nullptr, "/a/b"}, NormalCase{"/a/./b/.", nullptr, "/a/b"},
-                    NormalCase{"/a/../b", nullptr, "/b"}, NormalCase{"/../..", nullptr, "/"},
-                    NormalCase{"/a/b/..", nullptr, "/a"}, NormalCase{"/a", "b/c", "/a/b/c"},
-                    NormalCase{"/a", "../c", "/c"}, NormalCase{"/a/..b/...", nullptr, "/a/..b/..."},
-                    NormalCase{"/a", "", "/a"}));
+    testing::Values(
+        NormalCase{"Root", "/", nullptr, "/"}, NormalCase{"ManySlashes", "///", nullptr, "/"},
+        NormalCase{"DoubledAndTrailing", "/a//b/", nullptr, "/a/b"},
+        NormalCase{"Here", "/a/./b/.", nullptr, "/a/b"}, NormalCase{"Up", "/a/../b", nullptr, "/b"},
+        NormalCase{"AboveTheRoot", "/../..", nullptr, "/"},
+        NormalCase{"UpAtTheEnd", "/a/b/..", nullptr, "/a"},
+        NormalCase{"Leaf", "/a", "b/c", "/a/b/c"}, NormalCase{"LeafUp", "/a", "../c", "/c"},
+        NormalCase{"NamesOfDots", "/a/..b/...", nullptr, "/a/..b/..."},
+        NormalCase{"EmptyLeaf", "/a", "", "/a"}),
+    [](const auto& tested) { return std::string(tested.param.name); });
 
 TEST(PathTest, RefusesEmptyAndAbsoluteLeaf)
 {

@@ -1,5 +1,7 @@
 #include "app/MenuTable.h"
 
+#include "CaseName.h"
+
 #include <AppDefs.h>
 #include <InterfaceDefs.h>
 
@@ -82,7 +84,8 @@ INSTANTIATE_TEST_SUITE_P(
         ExpectedLine{"Preferences", 135, 'R', 0}, ExpectedLine{"Open Tracker", 130, 'T', 0},
         ExpectedLine{"Open Terminal", 131, 'T', B_SHIFT_KEY}, ExpectedLine{"Pane 1", 1000, '1', 0},
         ExpectedLine{"Pane 9", 1008, '9', 0}, ExpectedLine{"Pane 10", 1009, '0', 0},
-        ExpectedLine{"Keybord Help", 140, 0, 0}));
+        ExpectedLine{"Keybord Help", 140, 0, 0}),
+    [](const auto& tested) { return CaseName(tested.param.label); });
 
 TEST(MenuTableTest, NoTwoLinesShareAShortcut)
 {

@@ -3,11 +3,16 @@
 #include "AppFixture.h"
 #include "MessageCodes.h"
 #include "PrivateMounts.h"
+#include "clv/CLVColumnLabelView.h"
+#include "clv/CLVContainerView.h"
 #include "settings/HomeFolder.h"
 
 #include <Screen.h>
+#include <StorageDefs.h>
 
 namespace norvane {
+
+using kits::testing::WaitFor;
 
 /// How the window comes up, lays its panes out and is saved.
 class NorvaneWindowTest : public AppFixture
@@ -77,6 +82,65 @@ TEST_F(NorvaneWindowTest, AFrameThatNoScreenShowsIsMovedOntoOne)
     });
 }
 
+TEST_F(NorvaneWindowTest, AFrameThatNoScreenCanShowIsCutToOne)
+{
+    WriteSettings("Left=9999999999\nTop=9999999999\nWidth=9999999999\nHeight=9999999999\n");
+    // Not shown: a screen makes room for its window's borders.
+    fWindow = new NorvaneWindow(BRect(10, 40, 809, 639), true);
+    Locked([&] {
+        const BRect screen = BScreen(B_MAIN_SCREEN_ID).Frame();
+        EXPECT_TRUE(screen.Contains(fWindow->Frame().LeftTop()));
+        EXPECT_EQ(fWindow->Frame().Width(), screen.Width());
+        EXPECT_EQ(fWindow->Frame().Height(), screen.Height());
+    });
+}
+
+TEST_F(NorvaneWindowTest, APlaceThatNoScreenHasLeavesTheSize)
+{
+    WriteSettings("Left=9999999999\nTop=0\n");
+    Open();
+    Locked([&] {
+        EXPECT_TRUE(BScreen(B_MAIN_SCREEN_ID).Frame().Contains(fWindow->Frame().LeftTop()));
+        EXPECT_EQ(fWindow->Bounds(), BRect(0, 0, 799, 599));
+    });
+}
+
+TEST_F(NorvaneWindowTest, ACountOfPanesThatNoWindowHasIsCut)
+{
+    WriteSettings("NumPanes=9999999999\n");
+    Open();
+    EXPECT_EQ(CountPanes(), 10);
+}
+
+TEST_F(NorvaneWindowTest, ColumnsThatNoWindowCanUseAreCutAndSeen)
+{
+    fTree.Write("one/file", "");
+    WritePanes({"one"}, "Column1=9999999999\nColumn2=9999999999\nColumn3=99999999\n");
+    Open();
+    Locked([&] {
+        for (int32 column = 1; column <= 3; column++) {
+            EXPECT_EQ(fWindow->PaneAt(0)->ColumnWidth(column), CLVColumn::kLargestWidth);
+        }
+        fWindow->SaveSettings();
+    });
+    EXPECT_EQ(Setting("Column1"), "10000");
+    EXPECT_EQ(Setting("Column3"), "10000");
+    const auto countDark = [&](const BRect& area) {
+        const kits::testing::Picture picture = kits::testing::TakePicture(fWindow);
+        return picture.Count({0, 0, 0, 255}, static_cast<int32>(area.left),
+                             static_cast<int32>(area.top), static_cast<int32>(area.right),
+                             static_cast<int32>(area.bottom));
+    };
+    const auto onWindow = [&](BView* view) {
+        BRect area;
+        Locked([&] { area = fWindow->ConvertFromScreen(view->ConvertToScreen(view->Bounds())); });
+        return area;
+    };
+    DirView* list = fWindow->PaneAt(0)->GetDirView();
+    EXPECT_GT(countDark(onWindow(list->HeaderStrip()) & fWindow->Bounds()), 10);
+    EXPECT_GT(countDark(onWindow(list) & fWindow->Bounds()), 0);
+}
+
 TEST_F(NorvaneWindowTest, PanesShareTheWidth)
 {
     WriteSettings("NumPanes=3\nWidth=500\nHeight=300\n");
@@ -87,11 +151,53 @@ TEST_F(NorvaneWindowTest, PanesShareTheWidth)
             const BRect frame = fWindow->PaneAt(pane)->Frame();
             EXPECT_EQ(frame.left, left);
             EXPECT_EQ(frame.top, 20);
-            EXPECT_EQ(frame.Width(), 167); // of 166.67: views lie on whole units
+            // Of 166.67, as views lie on whole units; the last ends with the window.
+            EXPECT_EQ(frame.right, pane < 2 ? left + 167 : 500);
             EXPECT_EQ(frame.Height(), 280);
             left = frame.right + 1;
         }
     });
+}
+
+TEST_F(NorvaneWindowTest, TheLastPaneEndsAtTheWindowsEdge)
+{
+    WriteSettings("NumPanes=1\nWidth=600\nHeight=300\n");
+    Open();
+    for (int32 count = 1; count <= 10; count++) {
+        for (const float width : {600.0f, 599.0f, 511.0f, 300.0f}) {
+            Locked([&] { fWindow->ResizeTo(width, 300); });
+            float right = 0;
+            float listRight = 0;
+            EXPECT_TRUE(WaitFor([&] {
+                Locked([&] {
+                    DirPane* last = fWindow->PaneAt(count - 1);
+                    right = last->Frame().right;
+                    listRight = last->Frame().left + last->GetDirView()->Container()->Frame().right;
+                });
+                return right == width;
+            })) << count
+                << " panes end at " << right << " of " << width;
+            EXPECT_EQ(listRight, width);
+        }
+        Send(120);
+    }
+}
+
+TEST_F(NorvaneWindowTest, IsNeverTooSmallToBeUsed)
+{
+    WriteSettings("Width=60\nHeight=60\n");
+    Open();
+    const auto size = [&] {
+        BPoint found;
+        Locked([&] { found = fWindow->Bounds().RightBottom(); });
+        return found;
+    };
+    EXPECT_EQ(size(), BPoint(300, 150));
+    Locked([&] {
+        fWindow->ResizeTo(500, 400);
+        fWindow->ResizeTo(60, 60);
+    });
+    EXPECT_EQ(size(), BPoint(300, 150));
 }
 
 TEST_F(NorvaneWindowTest, TenPanesInATinyWindowDoNoHarm)
@@ -99,7 +205,8 @@ TEST_F(NorvaneWindowTest, TenPanesInATinyWindowDoNoHarm)
     WriteSettings("NumPanes=10\n");
     Open();
     for (const float size : {5.0f, 0.0f, 300.0f}) {
-        Locked([&] { fWindow->ResizeTo(size, size); });
+        // As when a window manager does not hold to the least size.
+        Locked([&] { fWindow->FrameResized(size, size); });
         ASSERT_TRUE(kits::testing::Sync(fWindow));
     }
     Locked([&] {
@@ -209,6 +316,32 @@ TEST_F(NorvaneWindowTest, SavesWhatItRestores)
     EXPECT_EQ(Setting("Column1"), "99");
     EXPECT_EQ(Setting("Column3"), "145");
     EXPECT_EQ(Setting("DateFormat"), "%H");
+}
+
+TEST_F(NorvaneWindowTest, FirstSavesInTheOrderOfTheFormat)
+{
+    Open({fTree.Path("one"), fTree.Path("two")});
+    Locked([&] { fWindow->SaveSettings(); });
+    EXPECT_EQ(fTree.Read("config/Norvane/Norvane.pref"),
+              "Left=10\nTop=40\nWidth=799\nHeight=599\nNumPanes=2\nPane0=" + fTree.Path("one") +
+                  "\nPane1=" + fTree.Path("two") +
+                  "\nColumn1=108\nColumn2=70\nColumn3=145\nColumn4=100\n");
+}
+
+TEST_F(NorvaneWindowTest, SavesTheLongestParentOfAPathThatDoesNotFit)
+{
+    const std::string fitting = "one/" + std::string(100, 'a');
+    std::string folder = fitting;
+    while (fTree.Path(folder).size() < B_PATH_NAME_LENGTH) {
+        folder += "/" + std::string(200, 'b');
+    }
+    fTree.MakeFolder(folder);
+    fTree.MakeFolder("two/with\nline feed/below");
+    Open({fTree.Path(folder), fTree.Path("two/with\nline feed/below")});
+    ASSERT_EQ(PanePath(0), fTree.Path(folder));
+    Locked([&] { fWindow->SaveSettings(); });
+    EXPECT_EQ(Setting("Pane0"), fTree.Path(fitting));
+    EXPECT_EQ(Setting("Pane1"), fTree.Path("two"));
 }
 
 TEST_F(NorvaneWindowTest, SavesWithoutAnyPane)

@@ -1,11 +1,6 @@
 #include "AppFixture.h"
 #include "settings/HomeFolder.h"
 
-#include <Messenger.h>
-
-#include <chrono>
-#include <future>
-
 namespace norvane {
 
 /// The window where there is no folder for settings and none can be made.
@@ -19,45 +14,41 @@ protected:
         setenv("XDG_CONFIG_HOME", fTree.Path("file/config").c_str(), 1);
     }
 
-    static constexpr const char* kTitle = "Hey";
-
-    /// Does `work` on a thread of its own and answers each alert it opens; gives their texts.
-    std::vector<std::string> AnswerAlertsOf(const std::function<void()>& work)
-    {
-        std::vector<std::string> texts;
-        const std::future<void> done = std::async(std::launch::async, work);
-        const auto isDone = [&] {
-            return done.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
-        };
-        const auto isShown = [] {
-            return kits::testing::CountShown(kTitle) > 0;
-        };
-        while (kits::testing::WaitFor([&] { return isDone() || isShown(); }) && !isDone()) {
-            const BMessenger alert(nullptr, kits::testing::WaitForWindow(kTitle));
-            std::string text;
-            EXPECT_TRUE(kits::testing::AnswerAlert("Oh well", &text));
-            EXPECT_TRUE(kits::testing::WaitFor([&] { return !alert.IsValid(); }));
-            texts.push_back(text);
-        }
-        EXPECT_TRUE(isDone());
-        return texts;
-    }
+    const std::vector<std::string> kTold = {"Couldn't find the preferences directory."};
 };
 
-TEST_F(StartWithoutSettingsTest, SaysSoAndStartsWithTheDefaults)
+TEST_F(StartWithoutSettingsTest, SaysSoOnceAndStartsWithTheDefaults)
 {
     const std::vector<std::string> texts = AnswerAlertsOf([this] {
         fWindow = new NorvaneWindow(BRect(10, 40, 809, 639), true);
         fWindow->Show();
     });
-    ASSERT_FALSE(texts.empty());
-    for (const std::string& text : texts) {
-        EXPECT_EQ(text, "Couldn't find the preferences directory.");
-    }
+    EXPECT_EQ(texts, kTold);
     ASSERT_TRUE(kits::testing::WaitForFocus(fWindow));
     EXPECT_EQ(CountPanes(), 2);
     EXPECT_EQ(PanePath(0), HomeFolder());
     EXPECT_EQ(PanePath(1), HomeFolder());
+}
+
+TEST_F(StartWithoutSettingsTest, SaysSoOnceMoreWhenItCannotSave)
+{
+    AnswerAlertsOf([this] {
+        fWindow = new NorvaneWindow(BRect(10, 40, 809, 639), true);
+        fWindow->Show();
+    });
+    ASSERT_TRUE(kits::testing::WaitForFocus(fWindow));
+    EXPECT_EQ(AnswerAlertsOf([this] { Locked([this] { fWindow->SaveSettings(); }); }), kTold);
+}
+
+TEST_F(StartWithoutSettingsTest, SaysNothingMoreForWhatIsReadLater)
+{
+    AnswerAlertsOf([this] {
+        fWindow = new NorvaneWindow(BRect(10, 40, 809, 639), true);
+        fWindow->Show();
+    });
+    ASSERT_TRUE(kits::testing::WaitForFocus(fWindow));
+    EXPECT_TRUE(AnswerAlertsOf([this] { Send(120); }).empty());
+    EXPECT_EQ(CountPanes(), 3);
 }
 
 } // namespace norvane

@@ -11,6 +11,7 @@
 #include <MenuBar.h>
 #include <MenuItem.h>
 #include <NodeMonitor.h>
+#include <StorageDefs.h>
 #include <fs_info.h>
 
 namespace norvane {
@@ -57,6 +58,20 @@ TEST_F(WindowCommandsTest, RemovingTheLastPaneFocusesTheNewLastOne)
     Send(kRemovePane);
     EXPECT_EQ(CountPanes(), 2);
     EXPECT_EQ(FocusedPane(), 1);
+}
+
+TEST_F(WindowCommandsTest, AFolderOfALongPathIsTakenOverToo)
+{
+    std::string folder = "one";
+    while (fTree.Path(folder).size() < B_PATH_NAME_LENGTH) {
+        folder += "/" + std::string(200, 'b');
+    }
+    fTree.MakeFolder(folder);
+    Open({fTree.Path("two"), fTree.Path(folder)});
+    Send(kRemovePane);
+    ASSERT_EQ(CountPanes(), 1);
+    EXPECT_EQ(PanePath(0), fTree.Path(folder));
+    EXPECT_EQ(kits::testing::CountShown("Err"), 0);
 }
 
 TEST_F(WindowCommandsTest, TheOnlyPaneMayGo)
@@ -265,8 +280,14 @@ TEST_F(WindowCommandsTest, ADropOnTheWindowItselfIsIgnored)
         }
         Send(message);
     }
-    EXPECT_EQ(kits::testing::CountShown("Copy"), 0);
-    EXPECT_FALSE(fTree.Exists("two/file"));
+    // A copy that is wanted arrives, those before it would have, too.
+    fTree.Write("one/wanted", "2");
+    ASSERT_TRUE(WaitFor([&] { return HasRow(0, "wanted"); }));
+    Select(0, "wanted");
+    kits::testing::TypeFunctionKey(B_F5_KEY);
+    EXPECT_TRUE(WaitFor([&] { return fTree.Read("two/wanted") == "2"; }));
+    EXPECT_TRUE(kits::testing::WaitForNoWindow("Copy"));
+    EXPECT_EQ(fTree.List("two"), "wanted\n");
 }
 
 // Menus

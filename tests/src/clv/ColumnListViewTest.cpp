@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace {
 
 using namespace norvane;
@@ -31,6 +33,26 @@ TEST(CLVColumnTest, RaisesAMinimumBelowFour)
     CLVColumn column("Name", 1, 0, 0);
     EXPECT_EQ(column.MinimumWidth(), 4);
     EXPECT_EQ(column.Width(), 4);
+}
+
+TEST(CLVColumnTest, CutsWidthsThatNoWindowCanUse)
+{
+    for (const float width : {1e5f, 2147483648.0f, INFINITY}) {
+        CLVColumn column("Name", width);
+        EXPECT_EQ(column.Width(), CLVColumn::kLargestWidth);
+        column.SetWidth(80);
+        column.SetWidth(width);
+        EXPECT_EQ(column.Width(), CLVColumn::kLargestWidth);
+        EXPECT_EQ(CLVColumn("Name", 20, 0, width).MinimumWidth(), CLVColumn::kLargestWidth);
+    }
+}
+
+TEST(CLVColumnTest, TakesTheMinimumForAWidthThatIsNoNumber)
+{
+    CLVColumn column("Name", NAN);
+    EXPECT_EQ(column.Width(), 20);
+    column.SetWidth(NAN);
+    EXPECT_EQ(column.Width(), 20);
 }
 
 TEST(CLVColumnTest, StartsUnsorted)

@@ -45,10 +45,10 @@ private:
 class TestList : public norvane::ColumnListView
 {
 public:
-    explicit TestList(bool isHierarchical = false)
-        : ColumnListView(BRect(0, 0, 299, 199), nullptr, "list", B_FOLLOW_ALL_SIDES, B_WILL_DRAW,
-                         B_SINGLE_SELECTION_LIST, isHierarchical, true, true, B_NO_BORDER,
-                         be_plain_font)
+    explicit TestList(bool isHierarchical = false, bool hasBars = true)
+        : ColumnListView(BRect(0, 0, 299, 199), nullptr, "list", B_FOLLOW_ALL_SIDES,
+                         B_WILL_DRAW | B_FRAME_EVENTS, B_SINGLE_SELECTION_LIST, isHierarchical,
+                         hasBars, hasBars, B_NO_BORDER, be_plain_font)
     {
     }
 

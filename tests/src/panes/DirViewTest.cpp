@@ -1,4 +1,5 @@
 #include "ListFixture.h"
+#include "fileops/engine/OwnNames.h"
 
 namespace {
 
@@ -49,6 +50,15 @@ TEST_F(DirViewTest, ListsTheRootWithoutAParentRow)
 }
 
 TEST_F(DirViewTest, LeavesOutWhatAnOperationIsWriting)
+{
+    fTree.Write("shown/a", "");
+    const OwnTemporaryName written;
+    fTree.Write(std::string("shown/") + written.Name(), "");
+    Show("shown");
+    EXPECT_EQ(Names(), ".. a ");
+}
+
+TEST_F(DirViewTest, ListsWhatAnOperationLeftBehind)
 {
     fTree.Write("shown/.norvane-left over", "");
     Show("shown");

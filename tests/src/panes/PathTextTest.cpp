@@ -8,6 +8,7 @@ using namespace norvane;
 
 struct Case
 {
+    const char* name;
     const char* typed;
     const char* resolved;
 };
@@ -23,13 +24,19 @@ TEST_P(ResolveFolderTest, ResolvesByText)
 
 INSTANTIATE_TEST_SUITE_P(
     Paths, ResolveFolderTest,
-    ::testing::Values(Case{"/", "/"}, Case{"/usr//lib///", "/usr/lib"}, Case{"/a/./b/../c", "/a/c"},
-                      Case{"/../..", "/"}, Case{"~", "/home/me"}, Case{"~/x", "/home/me/x"},
-                      Case{"~x", "/work/here/~x"}, Case{"x", "/work/here/x"},
-                      Case{"../x/", "/work/x"}, Case{".", "/work/here"}, Case{"", "/work/here"},
-                      Case{" a", "/work/here/ a"}, Case{"file:///a%20b/c", "/a b/c"},
-                      Case{"file://host/a", "/a"}, Case{"file://", "/"},
-                      Case{"file:///a%zz%2", "/a%zz%2"}, Case{"file:///a%00b", "/a%00b"}));
+    ::testing::Values(Case{"Root", "/", "/"}, Case{"DoubledSlashes", "/usr//lib///", "/usr/lib"},
+                      Case{"Dots", "/a/./b/../c", "/a/c"}, Case{"AboveTheRoot", "/../..", "/"},
+                      Case{"Home", "~", "/home/me"}, Case{"BelowHome", "~/x", "/home/me/x"},
+                      Case{"TildeInAName", "~x", "/work/here/~x"},
+                      Case{"Relative", "x", "/work/here/x"}, Case{"RelativeUp", "../x/", "/work/x"},
+                      Case{"Here", ".", "/work/here"}, Case{"Nothing", "", "/work/here"},
+                      Case{"LeadingBlank", " a", "/work/here/ a"},
+                      Case{"Address", "file:///a%20b/c", "/a b/c"},
+                      Case{"AddressWithAHost", "file://host/a", "/a"},
+                      Case{"AddressOfNothing", "file://", "/"},
+                      Case{"BadEscapes", "file:///a%zz%2", "/a%zz%2"},
+                      Case{"EscapedNul", "file:///a%00b", "/a%00b"}),
+    [](const auto& tested) { return std::string(tested.param.name); });
 
 TEST(PathTextTest, GoesUpToTheRoot)
 {

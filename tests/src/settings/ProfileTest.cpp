@@ -118,6 +118,21 @@ TEST_F(ProfileTest, CreatesFolderAndFileForTheOwnerAlone)
     EXPECT_EQ(folder.st_mode & 077, 0u);
 }
 
+TEST_F(ProfileTest, TakesAwayWhatOthersMayDoWithAFileThatIsWritten)
+{
+    Write("A=1\n");
+    const std::string file = fTree.Path("config/Norvane/Norvane.pref");
+    const std::string folder = fTree.Path("config/Norvane");
+    ASSERT_EQ(chmod(file.c_str(), 0646), 0);
+    ASSERT_EQ(chmod(folder.c_str(), 0775), 0);
+    EXPECT_TRUE(Set("A", "2"));
+    struct stat found = {};
+    ASSERT_EQ(stat(file.c_str(), &found), 0);
+    EXPECT_EQ(found.st_mode & 0777, 0600u);
+    ASSERT_EQ(stat(folder.c_str(), &found), 0);
+    EXPECT_EQ(found.st_mode & 0777, 0700u);
+}
+
 TEST_F(ProfileTest, AddsAFileToAnExistingFolder)
 {
     Write("A=1\n");

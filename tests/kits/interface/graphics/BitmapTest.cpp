@@ -66,6 +66,7 @@ TEST(BitmapTest, RowsArePaddedToFourBytes)
 
 struct BadCase
 {
+    const char* name;
     BRect bounds;
     color_space space;
 };
@@ -87,10 +88,12 @@ TEST_P(BadBitmapTest, IsRefused)
 }
 
 INSTANTIATE_TEST_SUITE_P(All, BadBitmapTest,
-                         ::testing::Values(BadCase{BRect(), B_RGB32},
-                                           BadCase{BRect(0, 0, 1e9f, 1e9f), B_RGB32},
-                                           BadCase{BRect(0, 0, 20000, 1), B_CMAP8},
-                                           BadCase{BRect(0, 0, 3, 3), B_NO_COLOR_SPACE}));
+                         ::testing::Values(BadCase{"Empty", BRect(), B_RGB32},
+                                           BadCase{"TooLarge", BRect(0, 0, 1e9f, 1e9f), B_RGB32},
+                                           BadCase{"TooBroad", BRect(0, 0, 20000, 1), B_CMAP8},
+                                           BadCase{"NoColours", BRect(0, 0, 3, 3),
+                                                   B_NO_COLOR_SPACE}),
+                         [](const auto& tested) { return std::string(tested.param.name); });
 
 TEST(BitmapTest, ConvertsColours)
 {

@@ -70,6 +70,10 @@ TEST_P(CanvasTest, MovingBeyondTheEdgeIsCut)
     EXPECT_FALSE(fCanvas.IsNull());
 }
 
-INSTANTIATE_TEST_SUITE_P(Scales, CanvasTest, ::testing::Values(1.0, 1.25, 1.5, 1.75, 2.0, 3.0));
+INSTANTIATE_TEST_SUITE_P(Scales, CanvasTest, ::testing::Values(1.0, 1.25, 1.5, 1.75, 2.0, 3.0),
+                         [](const auto& tested) {
+                             return "Percent" +
+                                    std::to_string(static_cast<int>(tested.param * 100));
+                         });
 
 } // namespace

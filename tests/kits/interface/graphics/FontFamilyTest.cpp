@@ -1,3 +1,4 @@
+#include "CaseName.h"
 #include "TempTree.h"
 #include "WindowFixture.h"
 
@@ -177,6 +178,7 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(Family{"DejaVu Sans", "/usr/share/fonts/truetype/dejavu", "DejaVuSans.ttf"},
                       Family{"Noto Sans", "/usr/share/fonts/truetype/noto", "NotoSans-Regular.ttf"},
                       Family{"Liberation Sans", "/usr/share/fonts/truetype/liberation",
-                             "LiberationSans-Regular.ttf"}));
+                             "LiberationSans-Regular.ttf"}),
+    [](const auto& tested) { return CaseName(tested.param.name); });
 
 } // namespace

@@ -27,7 +27,12 @@ TEST_P(SystemFontTest, IsFifteenUnitsHigh)
 }
 
 INSTANTIATE_TEST_SUITE_P(All, SystemFontTest,
-                         ::testing::Values(be_plain_font, be_bold_font, be_fixed_font));
+                         ::testing::Values(be_plain_font, be_bold_font, be_fixed_font),
+                         [](const auto& tested) {
+                             return std::string(tested.param == be_plain_font  ? "Plain"
+                                                : tested.param == be_bold_font ? "Bold"
+                                                                               : "Fixed");
+                         });
 
 TEST(FontTest, BoldIsBroaderAndFixedIsEven)
 {
@@ -67,6 +72,7 @@ TEST(FontTest, SizeScalesWidths)
 
 struct CutCase
 {
+    const char* name;
     uint32 mode;
     const char* start;
     const char* end;
@@ -94,9 +100,11 @@ TEST_P(TruncateTest, CutsToTheWidth)
 }
 
 INSTANTIATE_TEST_SUITE_P(Modes, TruncateTest,
-                         ::testing::Values(CutCase{B_TRUNCATE_END, "/home", "\xe2\x80\xa6"},
-                                           CutCase{B_TRUNCATE_BEGINNING, "\xe2\x80\xa6", ".txt"},
-                                           CutCase{B_TRUNCATE_MIDDLE, "/h", "txt"}));
+                         ::testing::Values(CutCase{"End", B_TRUNCATE_END, "/home", "\xe2\x80\xa6"},
+                                           CutCase{"Beginning", B_TRUNCATE_BEGINNING,
+                                                   "\xe2\x80\xa6", ".txt"},
+                                           CutCase{"Middle", B_TRUNCATE_MIDDLE, "/h", "txt"}),
+                         [](const auto& tested) { return std::string(tested.param.name); });
 
 TEST(FontTest, LeavesWhatFitsAndEmptiesWhatCannot)
 {

@@ -103,6 +103,7 @@ TEST(TextBufferTest, OffsetsInsideACharacterMeanItsBeginning)
 
 struct LengthCase
 {
+    const char* name;
     const char* bytes;
     int32 length;
 };
@@ -118,12 +119,16 @@ TEST_P(Utf8LengthTest, TellsCharactersFromOtherBytes)
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, Utf8LengthTest,
-    ::testing::Values(LengthCase{"", 0}, LengthCase{"a", 1}, LengthCase{"\xc3\xa9", 2},
-                      LengthCase{"\xc3", 0}, LengthCase{"\xc3z", 0}, LengthCase{"\x80", 0},
-                      LengthCase{"\xc0\xaf", 0}, LengthCase{"\xe2\x82\xac", 3},
-                      LengthCase{"\xe2\x82", 0}, LengthCase{"\xe0\x80\xaf", 0},
-                      LengthCase{"\xed\xa0\x80", 0}, LengthCase{"\xf0\x9f\x98\x80", 4},
-                      LengthCase{"\xf4\x90\x80\x80", 0}, LengthCase{"\xff", 0}));
+    ::testing::Values(
+        LengthCase{"Nothing", "", 0}, LengthCase{"Letter", "a", 1},
+        LengthCase{"TwoBytes", "\xc3\xa9", 2}, LengthCase{"CutTwoBytes", "\xc3", 0},
+        LengthCase{"BrokenTwoBytes", "\xc3z", 0}, LengthCase{"LoneContinuation", "\x80", 0},
+        LengthCase{"OverlongTwoBytes", "\xc0\xaf", 0}, LengthCase{"ThreeBytes", "\xe2\x82\xac", 3},
+        LengthCase{"CutThreeBytes", "\xe2\x82", 0},
+        LengthCase{"OverlongThreeBytes", "\xe0\x80\xaf", 0},
+        LengthCase{"Surrogate", "\xed\xa0\x80", 0}, LengthCase{"FourBytes", "\xf0\x9f\x98\x80", 4},
+        LengthCase{"BeyondUnicode", "\xf4\x90\x80\x80", 0}, LengthCase{"NoLead", "\xff", 0}),
+    [](const auto& tested) { return std::string(tested.param.name); });
 
 TEST(TextBufferTest, CutsBetweenCharactersOnly)
 {

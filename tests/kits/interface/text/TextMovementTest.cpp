@@ -92,6 +92,7 @@ TEST(TextMovementTest, StaysAtTheEnds)
 
 struct WordCase
 {
+    const char* name;
     const char* text;
     int32 offset;
     int32 from;
@@ -115,11 +116,15 @@ TEST_P(TextWordTest, IsFoundAtItsOffset)
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, TextWordTest,
-    ::testing::Values(WordCase{"one two", 1, 0, 3}, WordCase{"one two", 0, 0, 3},
-                      WordCase{"one two", 4, 4, 7}, WordCase{"one two", 7, 4, 7},
-                      WordCase{"one two", 3, 3, 4}, WordCase{"", 0, 0, 0},
-                      WordCase{"a\nword\n", 4, 2, 6}, WordCase{"a\nword\n", 7, 7, 7},
-                      WordCase{"na\xc3\xafve so", 3, 0, 6}));
+    ::testing::Values(WordCase{"InTheFirst", "one two", 1, 0, 3},
+                      WordCase{"AtTheFirst", "one two", 0, 0, 3},
+                      WordCase{"AtTheSecond", "one two", 4, 4, 7},
+                      WordCase{"AtTheEnd", "one two", 7, 4, 7},
+                      WordCase{"OnTheBlank", "one two", 3, 3, 4},
+                      WordCase{"InNothing", "", 0, 0, 0}, WordCase{"InALine", "a\nword\n", 4, 2, 6},
+                      WordCase{"BehindALineFeed", "a\nword\n", 7, 7, 7},
+                      WordCase{"AroundALongCharacter", "na\xc3\xafve so", 3, 0, 6}),
+    [](const auto& tested) { return std::string(tested.param.name); });
 
 TEST(TextMovementTest, LineIncludesItsBreak)
 {

@@ -64,6 +64,7 @@ std::string Family()
 
 struct CutCase
 {
+    const char* name;
     std::string before; // of these, three hundred bytes
     std::string around; // the place that is wanted is inside
     int32 wanted;       // in `around`
@@ -88,16 +89,20 @@ TEST_P(SafeCutTest, HarmsNothing)
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, SafeCutTest,
-    ::testing::Values(CutCase{"a", "bcd", 2, 2}, CutCase{"a", "b cd", 3, 2},
-                      CutCase{"a", "b cd", 2, 2}, CutCase{"a", "\xc3\xa9", 1, 0},
-                      CutCase{"a", "b\xf0\x9f\x98\x80", 3, 1},
-                      CutCase{"a", "be\xcc\x81\xcc\x82", 2, 1}, // e, two accents
-                      CutCase{"a", "be\xcc\x81\xcc\x82", 4, 1},
-                      CutCase{"a", "b \xcc\x81", 2, 1}, // an accent of the blank
-                      CutCase{"a", Family(), 4, 0}, CutCase{"a", Family(), 14, 0},
-                      CutCase{Family(), Family(), 11, 0}, CutCase{"a", "\xff\xfe\xfd", 2, 2},
-                      CutCase{"\xff", "\xff\xc3\xa9", 2, 1},
-                      CutCase{"\xd7\x90", "\xd7\x91 \xd7\x92", 4, 3}));
+    ::testing::Values(
+        CutCase{"BetweenLetters", "a", "bcd", 2, 2}, CutCase{"BehindABlank", "a", "b cd", 3, 2},
+        CutCase{"InAWord", "a", "b cd", 2, 2}, CutCase{"InACharacter", "a", "\xc3\xa9", 1, 0},
+        CutCase{"InAnEmoji", "a", "b\xf0\x9f\x98\x80", 3, 1},
+        CutCase{"BeforeAnAccent", "a", "be\xcc\x81\xcc\x82", 2, 1}, // e, two accents
+        CutCase{"BetweenAccents", "a", "be\xcc\x81\xcc\x82", 4, 1},
+        CutCase{"BeforeABlanksAccent", "a", "b \xcc\x81", 2, 1}, // an accent of the blank
+        CutCase{"BehindTheFirstOfAFamily", "a", Family(), 4, 0},
+        CutCase{"InAFamily", "a", Family(), 14, 0},
+        CutCase{"BetweenFamilies", Family(), Family(), 11, 0},
+        CutCase{"BetweenBytes", "a", "\xff\xfe\xfd", 2, 2},
+        CutCase{"BytesBeforeAnAccent", "\xff", "\xff\xc3\xa9", 2, 1},
+        CutCase{"RightToLeft", "\xd7\x90", "\xd7\x91 \xd7\x92", 4, 3}),
+    [](const auto& tested) { return std::string(tested.param.name); });
 
 TEST_F(TextPiecesTest, ShortLinesStayWhole)
 {

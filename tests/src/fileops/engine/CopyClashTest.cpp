@@ -48,7 +48,8 @@ TEST_P(LeavingAnswerTest, KeepsTheTargetAndStaysHidden)
 }
 
 INSTANTIATE_TEST_SUITE_P(Answers, LeavingAnswerTest,
-                         ::testing::Values(kAnswerSkip, kAnswerSkipAll, kAnswerCancel));
+                         ::testing::Values(kAnswerSkip, kAnswerSkipAll, kAnswerCancel),
+                         [](const auto& tested) { return AnswerName(tested.param); });
 
 TEST_F(CopyClashTest, AnswersOfOneFileCoverOneFile)
 {

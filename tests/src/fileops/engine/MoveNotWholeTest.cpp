@@ -62,7 +62,8 @@ TEST_P(NoAnswerToMoveTest, OneChildLeftOutSendsTheWholeFolderToTheTrash)
 
 INSTANTIATE_TEST_SUITE_P(Answers, NoAnswerToMoveTest,
                          ::testing::Values(kAnswerSkip, kAnswerSkipAll, kAnswerCancel,
-                                           kAnswerOverwriteOlder));
+                                           kAnswerOverwriteOlder),
+                         [](const auto& tested) { return AnswerName(tested.param); });
 
 TEST_F(MoveNotWholeTest, OlderWithTheSameTimeIsSkipped)
 {

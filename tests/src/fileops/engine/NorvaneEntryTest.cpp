@@ -54,7 +54,8 @@ TEST_P(ChunkSizeTest, CopiesEveryByte)
 
 INSTANTIATE_TEST_SUITE_P(AroundChunksAndBlocks, ChunkSizeTest,
                          ::testing::Values(0, 1, 4095, 4096, 4097, 65'536, 65'537, 262'143, 262'144,
-                                           262'145, 1'000'003));
+                                           262'145, 1'000'003),
+                         [](const auto& tested) { return "Bytes" + std::to_string(tested.param); });
 
 TEST_F(NorvaneEntryTest, TellsWhatItCopies)
 {

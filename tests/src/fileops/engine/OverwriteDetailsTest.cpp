@@ -24,12 +24,13 @@ TEST_P(OverwriteDetailsTest, TellsSizeAndDate)
               std::string(size) + "  Wed Jun 30 21:49:08 1993");
 }
 
-INSTANTIATE_TEST_SUITE_P(Sizes, OverwriteDetailsTest,
-                         ::testing::Values(std::pair<int64, const char*>{0, "0 Bytes"},
-                                           std::pair<int64, const char*>{1024, "1024 Bytes"},
-                                           std::pair<int64, const char*>{1025, "1 K"},
-                                           std::pair<int64, const char*>{17'500, "17 K"},
-                                           std::pair<int64, const char*>{5'000'000'000,
-                                                                         "4882812 K"}));
+INSTANTIATE_TEST_SUITE_P(
+    Sizes, OverwriteDetailsTest,
+    ::testing::Values(std::pair<int64, const char*>{0, "0 Bytes"},
+                      std::pair<int64, const char*>{1024, "1024 Bytes"},
+                      std::pair<int64, const char*>{1025, "1 K"},
+                      std::pair<int64, const char*>{17'500, "17 K"},
+                      std::pair<int64, const char*>{5'000'000'000, "4882812 K"}),
+    [](const auto& tested) { return "Bytes" + std::to_string(tested.param.first); });
 
 } // namespace norvane

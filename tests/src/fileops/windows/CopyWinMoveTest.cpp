@@ -141,7 +141,12 @@ TEST_F(CopyWinMoveTest, EmptiesAFolderWithoutBeingSeen)
     }
     BMessage request(kEmptyRequest);
     StartIn("full", request);
-    EXPECT_TRUE(HasEnded());
+    bool isSeen = false;
+    EXPECT_TRUE(WaitFor([&] {
+        isSeen = isSeen || kits::testing::CountShown("Copy") > 0;
+        return fListener->ended == 1;
+    }));
+    EXPECT_FALSE(isSeen);
     EXPECT_EQ(fTree.List("full"), "");
     EXPECT_TRUE(fTree.IsFolder("full"));
 }

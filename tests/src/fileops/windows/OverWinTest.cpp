@@ -152,7 +152,8 @@ INSTANTIATE_TEST_SUITE_P(Buttons, OverWinAnswerTest,
                                            AnswerRow{"OverwriteAll", 1001},
                                            AnswerRow{"OverwriteOlder", 1002},
                                            AnswerRow{"Skip", 1003}, AnswerRow{"SkipAll", 1004},
-                                           AnswerRow{"Cancel", 1005}));
+                                           AnswerRow{"Cancel", 1005}),
+                         [](const auto& tested) { return std::string(tested.param.button); });
 
 TEST_F(OverWinTest, ANewQuestionForgetsTheLastAnswer)
 {

@@ -16,6 +16,7 @@ namespace norvane {
 
 struct ErrorText
 {
+    const char* name;
     status_t status;
     const char* text;
     const char* button;
@@ -41,21 +42,25 @@ TEST_P(ShowErrorTest, SaysWhatTheStatusMeans)
 INSTANTIATE_TEST_SUITE_P(
     Statuses, ShowErrorTest,
     ::testing::Values(
-        ErrorText{B_BAD_VALUE, "Initialization for output incorrect.", "OK"},
-        ErrorText{B_BUSY, "The node is busy.", "OK"},
-        ErrorText{B_ENTRY_NOT_FOUND, "Couldn't create file.", "OK"},
-        ErrorText{B_FILE_ERROR, "A file system error prevented the operation.", "OK"},
-        ErrorText{B_FILE_EXISTS, "Strange but this file exists.", "Even Scotty Can't Fix it"},
-        ErrorText{B_LINK_LIMIT, "A cyclic loop has been detected in the file system.", "OK"},
-        ErrorText{B_NAME_TOO_LONG, "The path specified is too long.", "OK"},
-        ErrorText{B_NO_MEMORY, "Out of Memory.", "OK"},
-        ErrorText{B_NO_MORE_FDS, "Too many files are open.", "OK"},
-        ErrorText{B_IS_A_DIRECTORY, "Can't replace a directory with a file.", "OK"},
-        ErrorText{B_NOT_A_DIRECTORY, "A portion of the path is not a directory.", "OK"},
-        ErrorText{B_NOT_ALLOWED, "This volume is read only.", "OK"},
-        ErrorText{B_READ_ONLY_DEVICE, "This volume is read only.", "OK"},
-        ErrorText{B_PERMISSION_DENIED, "Permission denied.", "OK"},
-        ErrorText{B_DEVICE_FULL, "Unknown Error.", "OK"}));
+        ErrorText{"BadValue", B_BAD_VALUE, "Initialization for output incorrect.", "OK"},
+        ErrorText{"Busy", B_BUSY, "The node is busy.", "OK"},
+        ErrorText{"EntryNotFound", B_ENTRY_NOT_FOUND, "Couldn't create file.", "OK"},
+        ErrorText{"FileError", B_FILE_ERROR, "A file system error prevented the operation.", "OK"},
+        ErrorText{"FileExists", B_FILE_EXISTS, "Strange but this file exists.",
+                  "Even Scotty Can't Fix it"},
+        ErrorText{"LinkLimit", B_LINK_LIMIT, "A cyclic loop has been detected in the file system.",
+                  "OK"},
+        ErrorText{"NameTooLong", B_NAME_TOO_LONG, "The path specified is too long.", "OK"},
+        ErrorText{"NoMemory", B_NO_MEMORY, "Out of Memory.", "OK"},
+        ErrorText{"NoMoreFds", B_NO_MORE_FDS, "Too many files are open.", "OK"},
+        ErrorText{"IsADirectory", B_IS_A_DIRECTORY, "Can't replace a directory with a file.", "OK"},
+        ErrorText{"NotADirectory", B_NOT_A_DIRECTORY, "A portion of the path is not a directory.",
+                  "OK"},
+        ErrorText{"NotAllowed", B_NOT_ALLOWED, "This volume is read only.", "OK"},
+        ErrorText{"ReadOnlyDevice", B_READ_ONLY_DEVICE, "This volume is read only.", "OK"},
+        ErrorText{"PermissionDenied", B_PERMISSION_DENIED, "Permission denied.", "OK"},
+        ErrorText{"DeviceFull", B_DEVICE_FULL, "Unknown Error.", "OK"}),
+    [](const auto& tested) { return std::string(tested.param.name); });
 
 TEST(MessageBoxTest, ReturnsTheIndexOfTheButton)
 {
