@@ -55,9 +55,9 @@ public:
     virtual void FrameResized(float newWidth, float newHeight);
     /// Called when the window gets or loses the keyboard.
     virtual void WindowActivated(bool active);
-    /// Kept for overriding: menus open without it.
+    /// Called before the first menu opens: the window may change its menus now.
     virtual void MenusBeginning();
-    /// Kept for overriding: menus close without it.
+    /// Called once all menus are closed and what was chosen has done its work.
     virtual void MenusEnded();
     /// Called when the screen that shows the window changes.
     virtual void ScreenChanged(BRect screenFrame, color_space mode);

@@ -54,8 +54,8 @@ void BWindow::Hide()
 {
     BAutolock lock(this);
     if (lock.IsLocked() && ++fState->hideLevel == 1) {
-        if (fState->keyMenus != nullptr) {
-            fState->keyMenus->Close();
+        if (fState->interceptor != nullptr) {
+            fState->interceptor->Cancel();
         }
         kits::HideNative(*fState);
     }
