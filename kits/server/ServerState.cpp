@@ -29,7 +29,7 @@ ServerState::ServerState() : input(*this)
     router.SetRepeatRule(x11::UseDetectableRepeats() || !canGrabMouse
                              ? InputRouter::RepeatRule::kPressWithoutRelease
                              : InputRouter::RepeatRule::kTimestamps);
-    x11::HearKeysAtFocus();
+    x11::HearKeyboard();
     QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, qGuiApp,
                      [this](QWindow* window) { input.FocusChanged(window); });
     WatchScreens();
