@@ -218,8 +218,9 @@ public:
     /// bar, and gives the focus back to it. Before Show(). Ownership: borrows, by token.
     void SetOpener(BWindow* opener);
     /// Takes answers (default button, Cancel, Space and Enter on controls, clicks on buttons) only
-    /// `afterFirstFrame` after its first frame was on the screen, and only when no key was pressed
-    /// for `afterLastKey` (0: not asked); answers that come sooner are dropped.
+    /// `afterFirstFrame` after its first frame was on the screen, and answering keys only once no
+    /// key was pressed for `afterLastKey` since then; what comes sooner is dropped. Once that was
+    /// so, it is over until the window is shown again.
     void SetAnswerDelay(bigtime_t afterFirstFrame, bigtime_t afterLastKey);
     /// Whether the message being handled may answer: see SetAnswerDelay().
     bool TakesAnswers() const;

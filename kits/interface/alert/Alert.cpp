@@ -304,4 +304,7 @@ void BAlert::PlaceButtons(float top, float offsetGap)
 void BAlert::PlaceOnScreen()
 {
     MoveTo(AlertPosition(Bounds().Width(), Bounds().Height()));
+    if (DefaultButton() != nullptr) {
+        DefaultButton()->MakeFocus(); // seen from the first frame: arrows start from it
+    }
 }

@@ -40,6 +40,8 @@ void BWindow::Show()
     }
     const bool isFirst = Thread() <= 0;
     if (--fState->hideLevel == 0 && !fState->isQuitting) {
+        fState->wasQuiet = false;
+        fState->awaitsActivation = RequestOf(*this, *fState).takesFocus;
         fState->host->PrepareShow();
         fState->host->Link().Show(RequestOf(*this, *fState));
     }

@@ -42,6 +42,7 @@ struct WindowState
 
     int32 hideLevel = 1; // made hidden
     bool isActive = false;
+    bool awaitsActivation = false; // was shown to take the focus, and nothing was heard since
     bool isMinimized = false;
     bool isQuitting = false;
     bool isInTransaction = false;
@@ -57,7 +58,6 @@ struct WindowState
     KeyMenus* keyMenus = nullptr;   // borrowed; of the key menu bar
     std::vector<WindowShortcut> shortcuts;
     InputInterceptor* interceptor = nullptr;
-    bool isMenuKeyArmed = false; // Alt is down and nothing else has happened since
 
     BView* pointed = nullptr;  // where the pointer was last
     BView* captured = nullptr; // the view that asked for the mouse until the release
@@ -67,6 +67,7 @@ struct WindowState
 
     bigtime_t answersAfterFrame = 0;
     bigtime_t answersAfterKey = 0;
+    bool wasQuiet = false;    // for so long, since the first frame
     bool takesAnswers = true; // the message being handled may answer
 
     uint64 publishedFrame = 0; // what the server was told last: of which frame, with which focus
