@@ -5,6 +5,8 @@
 
 #include <AppDefs.h>
 #include <OS.h>
+#include <Path.h>
+#include <StatusBar.h>
 
 // The window's life: shown, begun, ended. What it does with its items and what is seen of it have
 // sources of their own.
@@ -46,6 +48,7 @@ CopyWin::CopyWin(BRect frame, const char* title, const char* path, BMessage* req
     BuildViews();
     if (!ShowsOverallBar(*request)) {
         ResizeBy(0, -kOverallBarHeight);
+        fOverallBar->Hide(); // its texts begin where the window ends now
     }
     BWindow* opener = handler != nullptr ? dynamic_cast<BWindow*>(handler->Looper()) : nullptr;
     if (opener != nullptr) {
@@ -142,7 +145,7 @@ void CopyWin::FileStarted(const std::string& sourcePath, const std::string& targ
     fProgress.StartFile(sizeBytes);
     fFromText = sourcePath;
     fToText = targetPath;
-    fFileName.clear();
+    fFileName = BPath(sourcePath.c_str()).Leaf(); // also when no byte follows
     fIsNewFile = true;
     PaintIfDue();
 }
@@ -150,9 +153,7 @@ void CopyWin::FileStarted(const std::string& sourcePath, const std::string& targ
 void CopyWin::BytesCopied(const char* name, int64 count)
 {
     fProgress.Add(count);
-    if (fFileName.empty()) {
-        fFileName = name;
-    }
+    fFileName = name;
     PaintIfDue();
 }
 
@@ -169,6 +170,7 @@ void CopyWin::NoteProblem(const std::string& name, const std::string& reason)
 
 void CopyWin::HideForQuestion()
 {
+    PaintNow(system_time()); // what it shows when it is back
     Hide();
 }
 
