@@ -1,9 +1,6 @@
 #include "app/ApplicationThreads.h"
 
-#include <AppDefs.h>
-#include <Message.h>
-
-#include "app/LooperCore.h"
+#include "app/ProgramEnd.h"
 
 namespace kits {
 
@@ -21,7 +18,7 @@ void AddUnlessIgnored(sigset_t& set, int signal)
 
 } // namespace
 
-SignalThread::SignalThread(std::shared_ptr<LooperCore> application)
+SignalThread::SignalThread()
 {
     sigemptyset(&fAwaited);
     AddUnlessIgnored(fAwaited, SIGINT);
@@ -29,7 +26,7 @@ SignalThread::SignalThread(std::shared_ptr<LooperCore> application)
     AddUnlessIgnored(fAwaited, SIGHUP);
     sigaddset(&fAwaited, SIGRTMIN + 6); // ends the thread
     ::pthread_sigmask(SIG_BLOCK, &fAwaited, &fFormerMask);
-    fThread = std::thread([this, core = std::move(application)] { Run(core); });
+    fThread = std::thread([this] { Run(); });
 }
 
 SignalThread::~SignalThread()
@@ -40,7 +37,7 @@ SignalThread::~SignalThread()
     ::pthread_sigmask(SIG_SETMASK, &fFormerMask, nullptr);
 }
 
-void SignalThread::Run(const std::shared_ptr<LooperCore>& application)
+void SignalThread::Run()
 {
     while (true) {
         int signal = 0;
@@ -49,7 +46,7 @@ void SignalThread::Run(const std::shared_ptr<LooperCore>& application)
             return;
         }
         if (error == 0) {
-            application->Post(std::make_unique<BMessage>(B_QUIT_REQUESTED));
+            ProgramEnd::Request();
         }
     }
 }

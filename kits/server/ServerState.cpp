@@ -4,10 +4,13 @@
 #include "ScreenInfo.h"
 #include "X11Keyboard.h"
 
+#include "app/ProgramEnd.h"
+
 #include <AppDefs.h>
 #include <GraphicsDefs.h>
 #include <Message.h>
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWindow>
@@ -32,6 +35,7 @@ ServerState::ServerState() : input(*this)
     x11::HearKeyboard();
     QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, qGuiApp,
                      [this](QWindow* window) { input.FocusChanged(window); });
+    qGuiApp->installEventFilter(this);
     WatchScreens();
     accessibilityActiveChanged(QAccessible::isActive());
     QAccessible::installActivationObserver(this);
@@ -39,6 +43,7 @@ ServerState::ServerState() : input(*this)
 
 ServerState::~ServerState()
 {
+    qGuiApp->removeEventFilter(this);
     qGuiApp->disconnect(qGuiApp);
     QAccessible::removeActivationObserver(this);
     windows.DestroyAll();
@@ -54,6 +59,17 @@ ServerState& ServerState::Get()
 void ServerState::accessibilityActiveChanged(bool active)
 {
     ScreenInfo::Get().isAccessibilityActive = active;
+}
+
+// The session ends. Left to itself the toolkit would ask the native windows to close, and those say
+// no for themselves.
+bool ServerState::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != qGuiApp || event->type() != QEvent::Quit) {
+        return false;
+    }
+    ProgramEnd::Request();
+    return true;
 }
 
 void ServerState::WatchScreens()
