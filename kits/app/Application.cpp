@@ -6,6 +6,7 @@
 #include "app/ApplicationThreads.h"
 #include "app/DisplayHooks.h"
 #include "app/LooperCore.h"
+#include "app/ProgramEnd.h"
 #include "app/QuitRound.h"
 #include "kernel/ThreadEnds.h"
 
@@ -42,10 +43,10 @@ std::vector<std::shared_ptr<LooperCore>> Windows()
 BApplication::BApplication(const char* signature)
     : BLooper("application"), fSignature(signature != nullptr ? signature : "")
 {
-    const std::shared_ptr<LooperCore> core = LooperCore::CoreOf(this);
     be_app = this;
     be_app_messenger = BMessenger(this);
-    fThreads = std::make_unique<kits::ApplicationThreads>(core);
+    kits::ProgramEnd::Forget();
+    fThreads = std::make_unique<kits::ApplicationThreads>();
     const kits::DisplayHooks& display = kits::GetDisplayHooks();
     if (display.start != nullptr) {
         fInitStatus = display.start();
@@ -147,6 +148,9 @@ void BApplication::HandleQuitRequest(BMessage* message)
         fIsAsking = true;
         BLooper::DispatchMessage(message, this);
         fIsAsking = false;
+        if (!LooperCore::CoreOf(this)->IsEnding()) {
+            kits::ProgramEnd::Forget(); // somebody has refused
+        }
     }
 }
 

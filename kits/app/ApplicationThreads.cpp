@@ -1,9 +1,6 @@
 #include "app/ApplicationThreads.h"
 
-#include <AppDefs.h>
-#include <Message.h>
-
-#include "app/LooperCore.h"
+#include "app/ProgramEnd.h"
 
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -26,7 +23,7 @@ void AddUnlessIgnored(sigset_t& set, int signal)
 
 } // namespace
 
-SignalThread::SignalThread(std::shared_ptr<LooperCore> application)
+SignalThread::SignalThread()
 {
     sigset_t awaited;
     sigemptyset(&awaited);
@@ -38,7 +35,7 @@ SignalThread::SignalThread(std::shared_ptr<LooperCore> application)
     fEnd = ::eventfd(0, EFD_CLOEXEC);
     status_t status = fSignals >= 0 && fEnd >= 0 ? B_OK : B_NO_MORE_FDS;
     if (status == B_OK) {
-        status = fThread.Start("signals", [this, core = std::move(application)] { Run(core); });
+        status = fThread.Start("signals", [this] { Run(); });
     }
     if (status != B_OK) {
         ::pthread_sigmask(SIG_SETMASK, &fFormerMask, nullptr);
@@ -55,7 +52,7 @@ SignalThread::~SignalThread()
     ::pthread_sigmask(SIG_SETMASK, &fFormerMask, nullptr);
 }
 
-void SignalThread::Run(const std::shared_ptr<LooperCore>& application) const
+void SignalThread::Run()
 {
     pollfd awaited[] = {{fSignals, POLLIN, 0}, {fEnd, POLLIN, 0}};
     while (awaited[1].revents == 0) {
@@ -64,7 +61,7 @@ void SignalThread::Run(const std::shared_ptr<LooperCore>& application) const
         }
         signalfd_siginfo signal;
         if (awaited[0].revents != 0 && ::read(fSignals, &signal, sizeof(signal)) > 0) {
-            application->Post(std::make_unique<BMessage>(B_QUIT_REQUESTED));
+            ProgramEnd::Request();
         }
     }
 }

@@ -6,13 +6,10 @@
 #include "kernel/WorkerThread.h"
 
 #include <csignal>
-#include <memory>
 
 namespace kits {
 
-class LooperCore;
-
-/// Takes SIGINT, SIGTERM and SIGHUP and asks the application to quit for each.
+/// Takes SIGINT, SIGTERM and SIGHUP and requests the program's end for each.
 ///
 /// The signals are blocked in the thread that makes it and so in all threads made later. One that
 /// was ignored when the program was started (SIGHUP under nohup) stays ignored. Without a thread to
@@ -20,14 +17,14 @@ class LooperCore;
 class SignalThread
 {
 public:
-    explicit SignalThread(std::shared_ptr<LooperCore> application);
+    SignalThread();
     /// Gives the calling thread its former signals back.
     ~SignalThread();
     SignalThread(const SignalThread&) = delete;
     SignalThread& operator=(const SignalThread&) = delete;
 
 private:
-    void Run(const std::shared_ptr<LooperCore>& application) const;
+    void Run();
 
     sigset_t fFormerMask;
     int fSignals = -1; // a signalfd
@@ -38,12 +35,6 @@ private:
 /// The threads that an application keeps beside its own.
 class ApplicationThreads
 {
-public:
-    explicit ApplicationThreads(const std::shared_ptr<LooperCore>& application)
-        : fSignals(application)
-    {
-    }
-
 private:
     SignalThread fSignals; // first, so that no thread takes a signal
     Watchdog fWatchdog;

@@ -93,15 +93,23 @@ void InputDispatcher::Key(const NativeWindow& native, const QKeyEvent& event)
     routed.code = KeyCode(key);
     routed.isModifier = IsModifierKey(key.key);
     routed.when = static_cast<bigtime_t>(event.timestamp()) * 1000;
+    if (const auto unseen = x11::UnseenRelease(routed.code)) {
+        routed.unseenRelease = bigtime_t{*unseen} * 1000;
+    }
     fSides.Changed(key.scanCode, isPress);
     const uint32 modifiers = fSides.Modifiers(key.modifiers, key.nativeModifiers);
     // A release that only makes room for the next repeat is none.
     if (!isPress && event.isAutoRepeat()) {
         return;
     }
+    if (!routed.isModifier) {
+        fLoneAlt.Disturb();
+    }
+    const bool isAlone =
+        fLoneAlt.Changed(LastInput().modifiers, modifiers, event.timestamp(), x11::LastTaken());
     if (!isPress) {
         const int32 owner = fState.router.KeyReleased(routed);
-        ModifiersSeen(owner, modifiers);
+        ModifiersSeen(owner, modifiers, isAlone ? Alt::kAlone : Alt::kOther);
         if (!routed.isModifier) {
             PostKeyUp(owner, routed.code);
         }
@@ -150,7 +158,7 @@ void InputDispatcher::PostKeyUp(int32 window, int32 code)
     fHeld.erase(held);
 }
 
-void InputDispatcher::ModifiersSeen(int32 target, uint32 modifiers)
+void InputDispatcher::ModifiersSeen(int32 target, uint32 modifiers, Alt alt)
 {
     const uint32 old = LastInput().modifiers.exchange(modifiers);
     if (old == modifiers || target == 0) {
@@ -161,6 +169,9 @@ void InputDispatcher::ModifiersSeen(int32 target, uint32 modifiers)
     message->AddInt32("window", target);
     message->AddInt32("modifiers", static_cast<int32>(modifiers));
     message->AddInt32("be:old_modifiers", static_cast<int32>(old));
+    if (alt == Alt::kAlone) {
+        message->AddBool("kits:alt_alone", true);
+    }
     Post(target, std::move(message));
 }
 
@@ -237,6 +248,9 @@ void InputDispatcher::Mouse(const NativeWindow& native, const QMouseEvent& event
     const QPoint onScreen = PixelOf(event.globalPosition());
     RememberPointer(onScreen, ButtonsFrom(event.buttons()));
     PointerModifiersSeen(event.modifiers());
+    if (event.type() != QEvent::MouseMove) {
+        fLoneAlt.Disturb();
+    }
     switch (event.type()) {
     case QEvent::MouseButtonPress:
         PressMouse(native, event);
@@ -311,6 +325,7 @@ void InputDispatcher::Crossed(const NativeWindow& native, bool isInside)
 void InputDispatcher::Wheel(const NativeWindow& native, const QWheelEvent& event)
 {
     fClicks.Reset();
+    fLoneAlt.Disturb();
     const QPoint onScreen = PixelOf(event.globalPosition());
     RememberPointer(onScreen, ButtonsFrom(event.buttons()));
     PointerModifiersSeen(event.modifiers());
@@ -372,6 +387,7 @@ void InputDispatcher::FocusChanged(QWindow* window)
         }
         return;
     }
+    fLoneAlt.Disturb();
     fState.departures.FocusMoved();
     const int32 token = native == nullptr ? 0 : native->Token();
     const bool comesFromOutside = fState.router.Focused() == 0;

@@ -66,7 +66,8 @@ private:
                  int32 code);
     void PostKeyUp(int32 window, int32 code);
     void Commit(int32 target, const QString& text);
-    void ModifiersSeen(int32 target, uint32 modifiers);
+    enum class Alt : uint8 { kAlone, kOther };
+    void ModifiersSeen(int32 target, uint32 modifiers, Alt alt = Alt::kOther);
     void PointerModifiersSeen(Qt::KeyboardModifiers modifiers);
     void PressMouse(const NativeWindow& native, const QMouseEvent& event);
     void ReleaseMouse(const NativeWindow& native, const QMouseEvent& event);
@@ -77,6 +78,7 @@ private:
 
     ServerState& fState;
     ModifierSides fSides;
+    LoneAlt fLoneAlt;
     ClickCounter fClicks;
     WheelSum fWheel;
     std::map<int32, PlatformKey> fHeld; // by code: what their releases will say

@@ -236,6 +236,19 @@ bool IsModifierKey(int key)
     }
 }
 
+bool LoneAlt::Changed(uint32 before, uint32 now, uint64 when, uint64 taken)
+{
+    constexpr uint32 kHeld = B_SHIFT_KEY | B_COMMAND_KEY | B_CONTROL_KEY | B_OPTION_KEY;
+    if (before == now) {
+        return false; // a repeat
+    }
+    const bool wasAlone = fIsDown && (before & kHeld) == B_OPTION_KEY && (now & kHeld) == 0 &&
+                          (taken == 0 || taken < fPressed);
+    fIsDown = (before & kHeld) == 0 && (now & kHeld) == B_OPTION_KEY;
+    fPressed = when;
+    return wasAlone;
+}
+
 int32 KeyCode(const NativeKey& key)
 {
     // Scan codes stay far below this bit.

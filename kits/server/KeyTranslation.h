@@ -55,4 +55,20 @@ private:
     uint32 fHeld = 0;
 };
 
+/// Tells when Alt was pressed and released with nothing between, which opens menus.
+class LoneAlt
+{
+public:
+    /// The modifiers were `before` and are `now`, by a key at `when`. `taken` is when another
+    /// program last took the pointer or the keyboard, 0 for never. True when Alt was released
+    /// alone. Units: milliseconds.
+    bool Changed(uint32 before, uint32 now, uint64 when, uint64 taken);
+    /// Something else happened: another key, a button, the wheel, another focus.
+    void Disturb() { fIsDown = false; }
+
+private:
+    bool fIsDown = false; // and nothing else has happened since
+    uint64 fPressed = 0;
+};
+
 } // namespace kits

@@ -301,6 +301,9 @@ bool NativeWindow::Leave()
     state.windows.Lower(fToken);
     fIsShown = false;
     fFront->firstPresentTime = 0;
+    for (const int32 token : std::vector<int32>(state.windows.Shown())) {
+        state.windows.Find(token)->ServeClose(); // it may have been what blocked them
+    }
     return passesFocus;
 }
 

@@ -56,6 +56,8 @@ public:
     void Exposed();
     void GeometryChanged(const QRect& geometry);
     void CloseAsked();
+    /// Passes a request to close on that came while another window kept input from this one.
+    void ServeClose();
     void StatesChanged(Qt::WindowStates states);
     void ScaleMayHaveChanged();
 
@@ -104,6 +106,7 @@ private:
     AccessibleTree fAccessible; // gone before the surface it speaks of
     int32 fOpener = 0;
     bool fIsShown = false;
+    bool fIsCloseAsked = false; // and waits until nothing blocks the window
     bool fIsDestroyed = false;
 };
 

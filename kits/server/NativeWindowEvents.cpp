@@ -36,13 +36,21 @@ void NativeWindow::CloseAsked()
     if ((fShape.flags & B_NOT_CLOSABLE) == B_NOT_CLOSABLE) {
         return;
     }
-    if (state.router.IsBlocked(fToken)) {
+    fIsCloseAsked = true;
+    ServeClose();
+    if (fIsCloseAsked) {
         if (NativeWindow* modal = state.windows.Find(state.router.TopmostModal())) {
             modal->Activate();
         }
-        return;
     }
-    Post(std::make_unique<BMessage>(B_QUIT_REQUESTED));
+}
+
+void NativeWindow::ServeClose()
+{
+    if (fIsCloseAsked && !ServerState::Get().router.IsBlocked(fToken)) {
+        fIsCloseAsked = false;
+        Post(std::make_unique<BMessage>(B_QUIT_REQUESTED));
+    }
 }
 
 void NativeWindow::StatesChanged(Qt::WindowStates states)

@@ -7,11 +7,13 @@
 #include "X11Keyboard.h"
 
 #include "app/LooperCore.h"
+#include "app/ProgramEnd.h"
 
 #include <AppDefs.h>
 #include <GraphicsDefs.h>
 #include <Message.h>
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWindow>
@@ -33,9 +35,10 @@ ServerState::ServerState() : input(*this)
     router.SetRepeatRule(x11::UseDetectableRepeats() || !canGrabMouse
                              ? InputRouter::RepeatRule::kPressWithoutRelease
                              : InputRouter::RepeatRule::kTimestamps);
-    x11::HearKeysAtFocus();
+    x11::HearKeyboard();
     QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, qGuiApp,
                      [this](QWindow* window) { input.FocusChanged(window); });
+    qGuiApp->installEventFilter(this);
     WatchScreens();
     accessibilityActiveChanged(QAccessible::isActive());
     QAccessible::installActivationObserver(this);
@@ -43,6 +46,7 @@ ServerState::ServerState() : input(*this)
 
 ServerState::~ServerState()
 {
+    qGuiApp->removeEventFilter(this);
     qGuiApp->disconnect(qGuiApp);
     QAccessible::removeActivationObserver(this);
     windows.DestroyAll();
@@ -62,6 +66,17 @@ void ServerState::accessibilityActiveChanged(bool active)
     for (const int32 token : windows.Shown()) {
         windows.Find(token)->Core().Wake();
     }
+}
+
+// The session ends. Left to itself the toolkit would ask the native windows to close, and those say
+// no for themselves.
+bool ServerState::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != qGuiApp || event->type() != QEvent::Quit) {
+        return false;
+    }
+    ProgramEnd::Request();
+    return true;
 }
 
 void ServerState::WatchScreens()

@@ -7,12 +7,13 @@
 #include "WindowTable.h"
 
 #include <QAccessible>
+#include <QObject>
 
 namespace kits {
 
 /// What the server's thread keeps while it runs.
 /// Thread: the server's.
-class ServerState : private QAccessible::ActivationObserver
+class ServerState : private QAccessible::ActivationObserver, private QObject
 {
 public:
     ServerState();
@@ -37,6 +38,9 @@ public:
 private:
     // QAccessible::ActivationObserver
     void accessibilityActiveChanged(bool active) override;
+
+    // QObject
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
     void WatchScreens();
     void ScreensChanged();

@@ -9,7 +9,9 @@
 #include <xcb/xcb.h>
 
 #include <cstdlib>
+#include <map>
 #include <memory>
+#include <utility>
 
 namespace kits::x11 {
 
@@ -27,38 +29,97 @@ QNativeInterface::QX11Application* Application()
 template<typename Type>
 using Reply = std::unique_ptr<Type, decltype(&std::free)>;
 
-std::vector<int32> sKeysAtFocus;
-
-/// Hears which keys are down when a window gets the focus: the event that says so comes right
-/// behind that of the focus, before any key.
-class FocusKeys : public QAbstractNativeEventFilter
+/// What the X server tells of the keyboard, in its order, beside the key events themselves.
+class KeyboardListener : public QAbstractNativeEventFilter
 {
 public:
+    const std::vector<int32>& KeysAtFocus() const { return fKeysAtFocus; }
+    uint32 LastTaken() const { return fLastTaken; }
+    std::optional<uint32> UnseenRelease(int32 code) const
+    {
+        const auto found = fUnseen.find(code);
+        return found == fUnseen.end() ? std::nullopt : std::optional<uint32>(found->second);
+    }
+
     bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override
     {
         const auto* event = static_cast<const xcb_generic_event_t*>(message);
-        const int kind = event->response_type & 0x7f;
-        if (kind == XCB_FOCUS_IN) {
-            sKeysAtFocus.clear();
+        const bool followsFocus = std::exchange(fIsFocus, false);
+        switch (event->response_type & 0x7f) {
+        case XCB_KEY_PRESS:
+        case XCB_KEY_RELEASE:
+            KeyMoved(*reinterpret_cast<const xcb_key_press_event_t*>(event));
+            break;
+        case XCB_LEAVE_NOTIFY:
+            PointerLeft(*reinterpret_cast<const xcb_leave_notify_event_t*>(event));
+            break;
+        case XCB_FOCUS_OUT:
+            fLastTaken = fLatest;
+            break;
+        case XCB_FOCUS_IN:
+            fKeysAtFocus.clear();
             fIsFocus = true;
-            return false;
-        }
-        if (kind == XCB_KEYMAP_NOTIFY && fIsFocus) {
-            // The first byte of the whole map, of codes that no keyboard has, is not sent.
-            const uint8* keys = reinterpret_cast<const xcb_keymap_notify_event_t*>(event)->keys;
-            for (int32 code = 8; code < 256; ++code) {
-                if ((keys[code / 8 - 1] & (1 << (code % 8))) != 0) {
-                    sKeysAtFocus.push_back(code);
-                }
+            break;
+        case XCB_KEYMAP_NOTIFY:
+            // The event that says which keys are down comes right behind that of the focus, before
+            // any key.
+            if (followsFocus) {
+                FocusCame(*reinterpret_cast<const xcb_keymap_notify_event_t*>(event));
             }
+            break;
+        default:
+            break;
         }
-        fIsFocus = false;
         return false;
     }
 
 private:
+    void KeyMoved(const xcb_key_press_event_t& event)
+    {
+        fLatest = event.time;
+        if ((event.response_type & 0x7f) == XCB_KEY_PRESS) {
+            fDown[event.detail] = event.time;
+        } else {
+            fDown.erase(event.detail);
+        }
+    }
+
+    void PointerLeft(const xcb_leave_notify_event_t& event)
+    {
+        fLatest = event.time;
+        if (event.mode == XCB_NOTIFY_MODE_GRAB) {
+            fLastTaken = event.time;
+        }
+    }
+
+    void FocusCame(const xcb_keymap_notify_event_t& event)
+    {
+        for (int32 code = 8; code < 256; ++code) {
+            // The first byte of the whole map, of codes that no keyboard has, is not sent.
+            if ((event.keys[code / 8 - 1] & (1 << (code % 8))) != 0) {
+                fKeysAtFocus.push_back(code);
+                fDown.try_emplace(code, fLatest);
+                fUnseen.erase(code);
+            } else if (const auto down = fDown.find(code); down != fDown.end()) {
+                fUnseen[code] = down->second;
+                fDown.erase(down);
+            }
+        }
+    }
+
+    std::vector<int32> fKeysAtFocus;
+    std::map<int32, uint32> fDown;   // by code, with the time of the last press
+    std::map<int32, uint32> fUnseen; // of those released while no window of ours had the focus
+    uint32 fLatest = 0;              // the time of the last event that has one
+    uint32 fLastTaken = 0;
     bool fIsFocus = false; // the event before was that of a focus
 };
+
+KeyboardListener& Listener()
+{
+    static KeyboardListener listener; // the application forgets it when it ends
+    return listener;
+}
 
 } // namespace
 
@@ -92,17 +153,26 @@ void TellKeysAtFocus(QWindow* window)
     }
 }
 
-void HearKeysAtFocus()
+void HearKeyboard()
 {
     if (Application() != nullptr) {
-        static FocusKeys keys; // the application forgets it when it ends
-        qGuiApp->installNativeEventFilter(&keys);
+        qGuiApp->installNativeEventFilter(&Listener());
     }
 }
 
 std::vector<int32> KeysAtFocus()
 {
-    return sKeysAtFocus;
+    return Listener().KeysAtFocus();
+}
+
+std::optional<uint32> UnseenRelease(int32 code)
+{
+    return Listener().UnseenRelease(code);
+}
+
+uint32 LastTaken()
+{
+    return Listener().LastTaken();
 }
 
 std::optional<uint32> FocusedWindow()

@@ -17,11 +17,18 @@ namespace x11 {
 bool UseDetectableRepeats();
 /// Has the X server tell, each time the window gets the focus, which keys are down then.
 void TellKeysAtFocus(QWindow* window);
-/// From now on what it tells is heard.
-void HearKeysAtFocus();
+/// From now on what it tells is heard, and the rest below.
+void HearKeyboard();
 /// The scan codes of the keys that were down when a window got the focus last. A key pressed since
 /// is not among them, though the focus may have been noticed only now.
 std::vector<int32> KeysAtFocus();
+/// When the last press of a key was whose release never came: it was released while no window of
+/// ours had the focus. Nothing when the key was found down since. Units: the system's time of
+/// events, in milliseconds.
+std::optional<uint32> UnseenRelease(int32 code);
+/// When another program last took the pointer or the keyboard: a window manager does that to move a
+/// window, and shows nothing else of it. Units: as above.
+uint32 LastTaken();
 /// The X window that gets the keys now; nothing where there is no X.
 std::optional<uint32> FocusedWindow();
 /// Rings the keyboard's bell.

@@ -80,6 +80,9 @@ void PressKey(char byte, uint32 modifiers = 0);
 void ReleaseKey(char byte, uint32 modifiers = 0);
 void PressFunctionKey(int32 key, uint32 modifiers = 0);
 void ReleaseFunctionKey(int32 key, uint32 modifiers = 0);
+/// Presses or releases one modifier key itself: B_SHIFT_KEY, B_COMMAND_KEY or B_OPTION_KEY.
+void PressModifier(uint32 modifier);
+void ReleaseModifier(uint32 modifier);
 /// A press, `repeats` repeats, the release, as fast as the server takes them.
 void HoldKey(char byte, int32 repeats, uint32 modifiers = 0);
 /// The key of one modifier alone: B_SHIFT_KEY, B_COMMAND_KEY or B_OPTION_KEY. The keys typed

@@ -150,6 +150,25 @@ void Send(const SyntheticKey& key, QEvent::Type type, uint32 modifiers)
     OnServer([&] { Deliver(key, type, modifiers); });
 }
 
+SyntheticKey KeyOfModifier(uint32 modifier)
+{
+    SyntheticKey key;
+    switch (modifier) {
+    case B_SHIFT_KEY:
+        key.key = Qt::Key_Shift;
+        key.scanCode = 42 + kScanOffset;
+        break;
+    case B_OPTION_KEY:
+        key.key = Qt::Key_Alt;
+        key.scanCode = 56 + kScanOffset;
+        break;
+    default:
+        key.key = Qt::Key_Control;
+        key.scanCode = 29 + kScanOffset;
+    }
+    return key;
+}
+
 // Both at once: the press may end the window, and a release that finds no window is lost, as none
 // ever is on a screen.
 void Type(const SyntheticKey& key, uint32 modifiers)
@@ -199,6 +218,17 @@ void PressFunctionKey(int32 key, uint32 modifiers)
 void ReleaseFunctionKey(int32 key, uint32 modifiers)
 {
     Send(KeyOfFunction(key), QEvent::KeyRelease, modifiers);
+}
+
+// The modifiers of a modifier's own event contain it when it is pressed.
+void PressModifier(uint32 modifier)
+{
+    Send(KeyOfModifier(modifier), QEvent::KeyPress, modifier);
+}
+
+void ReleaseModifier(uint32 modifier)
+{
+    Send(KeyOfModifier(modifier), QEvent::KeyRelease, 0);
 }
 
 void HoldKey(char byte, int32 repeats, uint32 modifiers)

@@ -136,6 +136,25 @@ what="Alt with a letter"
 xdotool keydown alt key x keyup alt
 stays 300 menu_closed || fail "$what: a menu opened"
 
+# A window manager moves, raises or rolls up windows by Alt and a button: the program sees of it that
+# the pointer was taken.
+if [ "${2:-wm}" = wm ]; then
+    for what in "Alt with a drag" "Alt with a click" "Alt with a resizing drag"; do
+        button=1
+        [ "$what" = "Alt with a resizing drag" ] && button=3
+        at 600 400
+        xdotool keydown alt sleep 0.05 mousedown $button sleep 0.05
+        [ "$what" = "Alt with a click" ] || xdotool mousemove_relative -- 20 10 sleep 0.05
+        xdotool mouseup $button sleep 0.05 keyup alt
+        sleep 0.3
+        menu_closed || fail "$what: a menu opened"
+    done
+    key alt
+    expect "Alt after a drag: no menu" menu_open
+    key alt
+    expect "Alt twice: the menu stayed" menu_closed
+fi
+
 what="fast drags"
 for round in $(seq 4); do
     at $file; press; at 40 40; at $about; release

@@ -18,8 +18,9 @@ enum menu_layout {
 
 /// A list of items that opens over the window; the view that draws them.
 ///
-/// Thread: call with the window locked once the menu hangs in one, through a bar or while it is
-/// open. Ownership: adopts its items.
+/// A menu that changes while it is open closes, with all that are open with it: what is chosen is
+/// what was seen. Thread: call with the window locked once the menu hangs in one, through a bar or
+/// while it is open. Ownership: adopts its items.
 class BMenu : public BView
 {
 public:
@@ -118,6 +119,8 @@ private:
     friend class kits::MenuSession;
 
     BWindow* OwnerWindow() const;
+    void WillChange();
+    void WillChangeBetween(int32 before, int32 after);
     BMenuItem* FindWhere(const std::function<bool(const BMenuItem&)>& fits) const;
     void LayOutItems();
     void LayOutRow();
@@ -128,9 +131,10 @@ private:
     void SelectItem(BMenuItem* item);
 
     BList fItems;
-    BMenu* fSupermenu = nullptr;     // borrowed
-    BMenuItem* fSuperitem = nullptr; // the item this hangs on; borrowed
-    BMenuItem* fSelected = nullptr;  // the item under the pointer or the keys
+    BMenu* fSupermenu = nullptr;           // borrowed
+    BMenuItem* fSuperitem = nullptr;       // the item this hangs on; borrowed
+    BMenuItem* fSelected = nullptr;        // the item under the pointer or the keys
+    kits::MenuSession* fShownBy = nullptr; // while it is open, or its bar has an open menu
     menu_layout fLayout;
     BRect fMargins;
     float fContentWidth = 0;

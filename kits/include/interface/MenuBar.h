@@ -47,7 +47,9 @@ private:
     friend class BWindow; // hands its keys to them
     friend class kits::MenuSession;
 
+    std::shared_ptr<kits::MenuSession> NewSession();
+
     std::unique_ptr<kits::KeyMenus> fKeys;       // never null
-    std::unique_ptr<kits::MenuSession> fSession; // while a menu is open
+    std::shared_ptr<kits::MenuSession> fSession; // the one that is or was open last
     menu_bar_border fBorder = B_BORDER_FRAME;
 };

@@ -17,7 +17,8 @@ class MenuSession;
 
 /// One line of a menu: a label with a message, or with a menu of its own.
 ///
-/// Ownership: adopts its message and its submenu; a menu adopts its items.
+/// Ownership: adopts its message and its submenu; a menu adopts its items. One that is deleted
+/// leaves its menu.
 class BMenuItem : public BInvoker
 {
 public:
@@ -86,6 +87,7 @@ private:
     void DrawMark();
     void DrawShortcut();
     void DrawSubmenuArrow();
+    void WillChange();
     void Changed();
 
     std::string fLabel;

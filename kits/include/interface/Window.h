@@ -55,9 +55,9 @@ public:
     virtual void FrameResized(float newWidth, float newHeight);
     /// Called when the window gets or loses the keyboard.
     virtual void WindowActivated(bool active);
-    /// Kept for overriding: menus open without it.
+    /// Called before the first menu opens: the window may change its menus now.
     virtual void MenusBeginning();
-    /// Kept for overriding: menus close without it.
+    /// Called once all menus are closed and what was chosen has done its work.
     virtual void MenusEnded();
     /// Called when the screen that shows the window changes.
     virtual void ScreenChanged(BRect screenFrame, color_space mode);
@@ -210,8 +210,9 @@ public:
     /// bar, and gives the focus back to it. Before Show(). Ownership: borrows, by token.
     void SetOpener(BWindow* opener);
     /// Takes answers (default button, Cancel, Space and Enter on controls, clicks on buttons) only
-    /// `afterFirstFrame` after its first frame was on the screen, and only when no key was pressed
-    /// for `afterLastKey` (0: not asked); answers that come sooner are dropped.
+    /// `afterFirstFrame` after its first frame was on the screen, and answering keys only once no
+    /// key was pressed for `afterLastKey` since then; what comes sooner is dropped. Once that was
+    /// so, it is over until the window is shown again.
     void SetAnswerDelay(bigtime_t afterFirstFrame, bigtime_t afterLastKey);
     /// Whether the message being handled may answer: see SetAnswerDelay().
     bool TakesAnswers() const;

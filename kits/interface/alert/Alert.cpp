@@ -5,13 +5,16 @@
 #include "interface/views/WindowAccess.h"
 #include "interface/views/WindowState.h"
 
+#include <AppDefs.h>
 #include <Button.h>
 #include <Invoker.h>
 #include <Message.h>
+#include <Messenger.h>
 #include <OS.h>
 #include <Screen.h>
 
 #include "app/Guards.h"
+#include "app/ProgramEnd.h"
 
 #include <algorithm>
 #include <cmath>
@@ -97,11 +100,15 @@ int32 BAlert::Go()
 {
     // The alert deletes itself: nothing of it is touched after Show().
     const std::shared_ptr<kits::AlertAnswer> answer = fAnswer;
+    const BMessenger alert(this);
     BWindow* waiting = WindowOfThisThread();
     PlaceOnScreen();
     Show();
     const kits::LongWork waitingIsMeant;
     while (!answer->WaitFor(kPaintInterval)) {
+        if (kits::ProgramEnd::IsRequested()) {
+            alert.SendMessage(B_QUIT_REQUESTED); // nobody may be there to answer
+        }
         if (waiting != nullptr) {
             waiting->UpdateIfNeeded();
         }
@@ -310,4 +317,7 @@ void BAlert::PlaceButtons(float top, float offsetGap)
 void BAlert::PlaceOnScreen()
 {
     MoveTo(AlertPosition(Bounds().Width(), Bounds().Height()));
+    if (DefaultButton() != nullptr) {
+        DefaultButton()->MakeFocus(); // seen from the first frame: arrows start from it
+    }
 }

@@ -1,7 +1,9 @@
 #include <Button.h>
 
+#include "interface/views/Access.h"
 #include "interface/views/Look.h"
 #include "interface/views/Ticker.h"
+#include "interface/views/WindowKeys.h"
 #include "interface/views/WindowState.h"
 
 #include <Font.h>
@@ -22,6 +24,15 @@ constexpr rgb_color kDisabledOutline = {168, 168, 168, 255};
 constexpr rgb_color kPressedFace = {168, 168, 168, 255};
 constexpr rgb_color kFace = {232, 232, 232, 255};
 constexpr rgb_color kMark = {188, 188, 188, 255};
+
+// The next or previous button of the window gets the focus.
+void FocusNeighbour(const BButton* button, bool isForward)
+{
+    if (button->Window() != nullptr) {
+        kits::MoveFocus(kits::WindowAccess::State(*button->Window()), isForward,
+                        kits::FocusOn::kButtons);
+    }
+}
 
 } // namespace
 
@@ -86,11 +97,23 @@ void BButton::MouseUp(BPoint where)
 
 void BButton::KeyDown(const char* bytes, int32 byteCount)
 {
-    const bool isPress = byteCount == 1 && (bytes[0] == B_SPACE || bytes[0] == B_ENTER);
-    if (!isPress) {
+    switch (byteCount == 1 ? bytes[0] : '\0') {
+    case B_SPACE:
+    case B_ENTER:
+        if (kits::look::MayAnswer(this)) {
+            Invoke();
+        }
+        break;
+    case B_LEFT_ARROW:
+    case B_UP_ARROW:
+        FocusNeighbour(this, false);
+        break;
+    case B_RIGHT_ARROW:
+    case B_DOWN_ARROW:
+        FocusNeighbour(this, true);
+        break;
+    default:
         BControl::KeyDown(bytes, byteCount);
-    } else if (kits::look::MayAnswer(this)) {
-        Invoke();
     }
 }
 
@@ -204,7 +227,7 @@ void BButton::DrawDefaultMark()
 
 void BButton::DrawFace(BRect face, bool isDown)
 {
-    const bool showsFocus = IsFocus() && Window() != nullptr && Window()->IsActive();
+    const bool showsFocus = kits::look::ShowsFocus(this);
     const BRect inside = face.InsetByCopy(1, 1);
     kits::look::Fill(this, inside, isDown ? kPressedFace : kFace);
     if (isDown) {

@@ -1,5 +1,6 @@
 #include <Menu.h>
 
+#include "MenuSession.h"
 #include "interface/views/Look.h"
 #include "interface/views/Shortcut.h"
 
@@ -7,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -32,6 +34,12 @@ BMenu::BMenu(BRect frame, const char* name, uint32 resizingMode, uint32 flags, m
 
 BMenu::~BMenu()
 {
+    WillChange();
+    if (BMenuItem* item = std::exchange(fSuperitem, nullptr)) {
+        item->WillChange();
+        static_cast<void>(item->fSubmenu.release()); // it is this menu, which goes
+        item->Changed();
+    }
     for (int32 i = CountItems() - 1; i >= 0; i--) {
         delete RemoveItem(i);
     }
@@ -46,7 +54,11 @@ bool BMenu::AddItem(BMenuItem* item)
 
 bool BMenu::AddItem(BMenuItem* item, int32 index)
 {
-    if (item == nullptr || item->fMenu != nullptr || !fItems.AddItem(item, index)) {
+    if (item == nullptr || item->fMenu != nullptr || index < 0 || index > CountItems()) {
+        return false;
+    }
+    WillChangeBetween(CountItems(), CountItems() + 1);
+    if (!fItems.AddItem(item, index)) {
         return false;
     }
     item->fMenu = this;
@@ -106,10 +118,15 @@ bool BMenu::RemoveItem(BMenuItem* item)
 
 BMenuItem* BMenu::RemoveItem(int32 index)
 {
-    auto* item = static_cast<BMenuItem*>(fItems.RemoveItem(index));
+    BMenuItem* item = ItemAt(index);
     if (item == nullptr) {
         return nullptr;
     }
+    if (fShownBy != nullptr) {
+        fShownBy->ItemLeaves(item);
+    }
+    WillChangeBetween(CountItems(), CountItems() - 1);
+    fItems.RemoveItem(item);
     item->fMenu = nullptr;
     item->fIsSelected = false;
     if (item->Submenu() != nullptr) {
@@ -233,6 +250,7 @@ void BMenu::SetEnabled(bool enabled)
     if (fIsEnabled == enabled) {
         return;
     }
+    WillChange();
     fIsEnabled = enabled;
     if (Window() != nullptr) {
         Invalidate();
@@ -254,6 +272,7 @@ void BMenu::SetTriggersEnabled(bool enabled)
 
 void BMenu::SetMaxContentWidth(float maxWidth)
 {
+    WillChange();
     fMaxContentWidth = maxWidth;
     InvalidateLayout();
 }
@@ -303,6 +322,24 @@ BWindow* BMenu::OwnerWindow() const
     return fSupermenu != nullptr ? fSupermenu->OwnerWindow() : nullptr;
 }
 
+// Closes the menu, where it is open, before what a person sees is no longer what there is.
+void BMenu::WillChange()
+{
+    if (fShownBy != nullptr) {
+        fShownBy->MenuChanges();
+    }
+}
+
+// The same for another number of items: without any the menu's own item cannot be opened.
+void BMenu::WillChangeBetween(int32 before, int32 after)
+{
+    WillChange();
+    if (fSuperitem != nullptr && (before == 0 || after == 0)) {
+        fSuperitem->WillChange();
+        fSuperitem->Changed();
+    }
+}
+
 // Layout
 
 void BMenu::InvalidateLayout()
@@ -319,6 +356,7 @@ void BMenu::InvalidateLayout()
 
 void BMenu::SetItemMargins(float left, float top, float right, float bottom)
 {
+    WillChange();
     fMargins = BRect(left, top, right, bottom);
     InvalidateLayout();
 }
@@ -424,7 +462,8 @@ void BMenu::SelectItem(BMenuItem* item)
         former->fIsSelected = false;
         former->Highlight(false);
     }
-    if (item != nullptr) {
+    if (item != nullptr && item == fSelected) { // the hook may have taken it out
+
         item->fIsSelected = true;
         item->Highlight(true);
     }

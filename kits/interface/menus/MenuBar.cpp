@@ -26,7 +26,12 @@ BMenuBar::BMenuBar(BRect frame, const char* name, uint32 resizingMode, menu_layo
 
 BMenuBar::~BMenuBar()
 {
-    fSession.reset();
+    if (fSession) {
+        fSession->Abandon();
+    }
+    if (Window() != nullptr && Window()->KeyMenuBar() == this) {
+        Window()->SetKeyMenuBar(nullptr);
+    }
 }
 
 void BMenuBar::SetBorder(menu_bar_border border)
@@ -50,7 +55,9 @@ void BMenuBar::AttachedToWindow()
 
 void BMenuBar::DetachedFromWindow()
 {
-    fSession.reset();
+    if (fSession) {
+        fSession->Abandon();
+    }
     if (Window()->KeyMenuBar() == this) {
         Window()->SetKeyMenuBar(nullptr);
     }
@@ -101,10 +108,18 @@ void BMenuBar::DrawBackground(BRect)
 void BMenuBar::MouseDown(BPoint where)
 {
     const BMessage* press = Window()->CurrentMessage();
-    const int32 title = IndexOf(ItemUnder(where));
-    if (press == nullptr || title < 0 || !ItemAt(title)->CanWork()) {
-        return;
+    BMenuItem* title = ItemUnder(where);
+    if (press != nullptr && title != nullptr) {
+        NewSession()->StartByPress(*this, *press, title);
     }
-    fSession = std::make_unique<kits::MenuSession>(*this);
-    fSession->StartByPress(*press, title);
+}
+
+// One session follows the other; what is left of the former one ends.
+std::shared_ptr<kits::MenuSession> BMenuBar::NewSession()
+{
+    if (fSession) {
+        fSession->Abandon();
+    }
+    fSession = std::make_shared<kits::MenuSession>(Window());
+    return fSession;
 }

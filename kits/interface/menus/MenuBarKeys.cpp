@@ -59,16 +59,8 @@ bool MenuBarKeys::OpenByKey()
     if (fBar.CountItems() == 0) {
         return false;
     }
-    fBar.fSession = std::make_unique<MenuSession>(fBar);
-    fBar.fSession->StartByKey();
+    fBar.NewSession()->StartByKey(fBar);
     return true;
-}
-
-void MenuBarKeys::Close()
-{
-    if (fBar.fSession) {
-        fBar.fSession->Cancel();
-    }
 }
 
 const BView& MenuBarKeys::View() const

@@ -13,7 +13,6 @@ public:
     // KeyMenus
     bool InvokeShortcut(const BMessage& key) override;
     bool OpenByKey() override;
-    void Close() override;
     BMenuBar* Bar() override { return &fBar; }
     const BView& View() const override;
 

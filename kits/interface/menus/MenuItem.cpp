@@ -32,7 +32,15 @@ BMenuItem::BMenuItem(BMenu* submenu, BMessage* message)
     submenu->fSuperitem = this;
 }
 
-BMenuItem::~BMenuItem() = default;
+BMenuItem::~BMenuItem()
+{
+    if (fMenu != nullptr) {
+        fMenu->RemoveItem(this);
+    }
+    if (fSubmenu != nullptr) {
+        fSubmenu->fSuperitem = nullptr;
+    }
+}
 
 void BMenuItem::SetLabel(const char* label)
 {
@@ -40,6 +48,7 @@ void BMenuItem::SetLabel(const char* label)
     if (fLabel == shown) {
         return;
     }
+    WillChange();
     fLabel = shown;
     if (fMenu != nullptr) {
         fMenu->InvalidateLayout();
@@ -49,6 +58,7 @@ void BMenuItem::SetLabel(const char* label)
 void BMenuItem::SetEnabled(bool enabled)
 {
     if (fIsEnabled != enabled) {
+        WillChange();
         fIsEnabled = enabled;
         Changed();
     }
@@ -59,6 +69,7 @@ void BMenuItem::SetMarked(bool marked)
     if (fIsMarked == marked) {
         return;
     }
+    WillChange();
     fIsMarked = marked;
     Changed();
     if (marked && fMenu != nullptr) {
@@ -68,11 +79,13 @@ void BMenuItem::SetMarked(bool marked)
 
 void BMenuItem::SetTrigger(char trigger)
 {
+    WillChange();
     fTrigger = trigger;
 }
 
 void BMenuItem::SetShortcut(char shortcut, uint32 modifiers)
 {
+    WillChange();
     fShortcut = shortcut;
     fModifiers = modifiers;
     if (fMenu != nullptr) {
@@ -218,6 +231,13 @@ void BMenuItem::DrawSubmenuArrow()
     const rgb_color color = CanWork() ? kits::look::kOutline : kits::look::kShadow;
     const BRect area(fFrame.right - 13, fFrame.top, fFrame.right - 3, fFrame.bottom);
     kits::look::ArrowHead(fMenu, area, kits::look::Arrow::kRight, 4, color);
+}
+
+void BMenuItem::WillChange()
+{
+    if (fMenu != nullptr) {
+        fMenu->WillChange();
+    }
 }
 
 void BMenuItem::Changed()

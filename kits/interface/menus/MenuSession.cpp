@@ -1,6 +1,5 @@
 #include "MenuSession.h"
 
-#include "MenuPlacement.h"
 #include "PopUpHost.h"
 #include "interface/views/WindowAccess.h"
 
@@ -14,6 +13,7 @@
 #include <Window.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace kits {
 
@@ -38,42 +38,82 @@ bool StartsWith(const char* label, const char* letter)
 
 } // namespace
 
-MenuSession::MenuSession(BMenuBar& bar) : fBar(bar), fWindow(bar.Window()), fTracker(*this) {}
+MenuSession::MenuSession(BWindow* window) : fWindow(window), fTracker(*this) {}
 
 MenuSession::~MenuSession()
 {
-    LetGo();
+    Abandon();
 }
 
-void MenuSession::StartByPress(const BMessage& press, int32 title)
+void MenuSession::StartByPress(BMenuBar& bar, const BMessage& press, BMenuItem* title)
 {
+    const auto alive = weak_from_this().lock();
     press.FindPoint("screen_where", &fPointer);
+    fNext = title;
+    BeginAtBar(bar);
+    const BMenuItem* opened = std::exchange(fNext, nullptr);
+    if (opened == nullptr || !opened->CanWork()) {
+        End();
+        return;
+    }
     fIsButtonDown = true;
-    Begin();
-    fTracker.StartByPress(title, fPointer, WhenOf(press));
+    fTracker.StartByPress(bar.IndexOf(title), fPointer, WhenOf(press));
 }
 
-void MenuSession::StartByKey()
+void MenuSession::StartByKey(BMenuBar& bar)
 {
+    const auto alive = weak_from_this().lock();
+    BeginAtBar(bar);
+    if (fHasBegun) {
+        fTracker.StartByKey();
+    }
+}
+
+void MenuSession::StartWithoutBar(BMenu& menu, BRect anchor)
+{
+    const auto alive = weak_from_this().lock();
     Begin();
-    fTracker.StartByKey();
+    if (fHasBegun) {
+        Show(menu, anchor, MenuSide::kBelow);
+        fTracker.StartWithoutBar();
+    }
 }
 
 void MenuSession::Cancel()
 {
+    const auto alive = weak_from_this().lock();
     fTracker.Cancel();
 }
 
+void MenuSession::Abandon()
+{
+    const auto alive = weak_from_this().lock();
+    fNext = nullptr;
+    fIsButtonDown = false;
+    fTracker.Cancel();
+    End();
+}
+
+// The window may set up its menus now; what it changes closes nothing yet.
 void MenuSession::Begin()
 {
-    fLevels.clear();
-    Level bar;
-    bar.menu = &fBar;
-    bar.frame = fBar.ConvertToScreen(fBar.Bounds());
-    fLevels.push_back(std::move(bar));
+    fHasBegun = true;
     fIsHoldingInput = true;
     SetInterceptor(fWindow, this);
     WindowAccess::SetMouseCapture(fWindow, true);
+    fWindow->MenusBeginning();
+}
+
+void MenuSession::BeginAtBar(BMenuBar& bar)
+{
+    Level level;
+    level.menu = &bar;
+    bar.fShownBy = this;
+    fLevels.push_back(std::move(level));
+    Begin();
+    if (fHasBegun) {
+        fLevels.front().frame = bar.ConvertToScreen(bar.Bounds());
+    }
 }
 
 // Gives the input back.
@@ -83,15 +123,29 @@ void MenuSession::LetGo()
         return;
     }
     fIsHoldingInput = false;
-    fLevels.clear();
     WindowAccess::SetMouseCapture(fWindow, false);
     SetInterceptor(fWindow, nullptr);
+}
+
+void MenuSession::MenuChanges()
+{
+    Cancel();
+}
+
+void MenuSession::ItemLeaves(const BMenuItem* item)
+{
+    if (fNext == item) {
+        fNext = nullptr;
+        item->Menu()->fShownBy = nullptr;
+    }
+    Cancel();
 }
 
 // Input
 
 bool MenuSession::Intercept(BMessage* message)
 {
+    const auto alive = weak_from_this().lock();
     switch (message->what) {
     case B_MOUSE_DOWN:
     case B_MOUSE_UP:
@@ -141,6 +195,13 @@ bool MenuSession::InterceptRest(BMessage* message)
         message->FindString("bytes", &bytes);
         Key(*message, bytes);
         return true;
+    case B_MODIFIERS_CHANGED:
+        // Alt alone leaves as it entered.
+        if (message->GetBool("kits:alt_alone", false)) {
+            fTracker.Cancel();
+            return true;
+        }
+        return false;
     case B_KEY_UP:
     case B_UNMAPPED_KEY_DOWN:
     case B_UNMAPPED_KEY_UP:
@@ -186,7 +247,8 @@ void MenuSession::Key(const BMessage& message, const char* bytes)
 
 int32 MenuSession::CountItems(int32 level) const
 {
-    return At(level).menu->CountItems();
+    const BMenu* menu = MenuAt(level);
+    return menu != nullptr ? menu->CountItems() : 0;
 }
 
 bool MenuSession::IsEnabled(int32 level, int32 item) const
@@ -240,9 +302,14 @@ int32 MenuSession::FindByLetter(int32 level, int32 item, const char* letter, boo
 
 void MenuSession::Select(int32 level, int32 item)
 {
+    BMenu* menu = MenuAt(level);
+    if (menu == nullptr) {
+        return;
+    }
     BMenuItem* selected = ItemAt(level, item);
-    At(level).menu->SelectItem(selected);
-    if (level > 0 && selected != nullptr) {
+    menu->SelectItem(selected);
+    // Unless a hook of the items has ended it all.
+    if (MenuAt(level) == menu && At(level).host != nullptr && selected != nullptr) {
         ScrollToItem(level, selected);
     }
 }
@@ -250,55 +317,89 @@ void MenuSession::Select(int32 level, int32 item)
 void MenuSession::Open(int32 level, int32 item)
 {
     const BMenuItem* opener = ItemAt(level, item);
-    Level opened;
-    opened.menu = opener->Submenu();
+    if (opener != nullptr && opener->Submenu() != nullptr) {
+        const bool isOfBar = At(level).host == nullptr;
+        Show(*opener->Submenu(), ScreenFrame(level, opener),
+             isOfBar ? MenuSide::kBelow : MenuSide::kRight);
+    }
+}
+
+void MenuSession::Show(BMenu& menu, BRect anchor, MenuSide side)
+{
     float width = 0;
     float height = 0;
-    opened.menu->GetPreferredSize(&width, &height);
-    const BRect hook = ScreenFrame(level, opener);
+    menu.GetPreferredSize(&width, &height);
+    Level opened;
+    opened.menu = &menu;
     const WindowServer& server = WindowServer::Get();
     opened.frame =
-        PlaceMenu(hook, width, height, server.AvailableFrame(server.ScreenOf(hook)),
-                  level == 0 ? MenuSide::kBelow : MenuSide::kRight);
-    opened.menu->SelectItem(nullptr);
-    opened.menu->MoveTo(0, 0);
-    opened.menu->ResizeTo(opened.frame.Width(), opened.frame.Height());
-    opened.host = std::make_unique<PopUpHost>(fWindow, opened.menu, opened.frame);
+        PlaceMenu(anchor, width, height, server.AvailableFrame(server.ScreenOf(anchor)), side);
+    menu.SelectItem(nullptr);
+    menu.MoveTo(0, 0);
+    menu.ResizeTo(opened.frame.Width(), opened.frame.Height());
+    opened.host = std::make_unique<PopUpHost>(fWindow, &menu, opened.frame);
     opened.host->Show();
+    menu.fShownBy = this;
     fLevels.push_back(std::move(opened));
 }
 
 void MenuSession::CloseAbove(int32 level)
 {
     while (static_cast<int32>(fLevels.size()) > level + 1) {
-        Level& top = fLevels.back();
-        top.menu->SelectItem(nullptr);
-        top.menu->ScrollTo(B_ORIGIN);
-        top.host->Hide();
-        fLevels.pop_back();
+        CloseTop();
     }
 }
 
+void MenuSession::CloseTop()
+{
+    Level top = std::move(fLevels.back());
+    fLevels.pop_back();
+    if (top.host != nullptr) {
+        top.menu->ScrollTo(B_ORIGIN);
+        top.host.reset();
+    }
+    if (fNext == nullptr || fNext->Menu() != top.menu) {
+        top.menu->fShownBy = nullptr;
+    }
+    top.menu->SelectItem(nullptr); // calls hooks, so it comes last
+}
+
+// The menu of what is chosen goes on telling of changes until the item has done its work.
 void MenuSession::Choose(int32 level, int32 item)
 {
-    BMenuItem* chosen = ItemAt(level, item);
+    fNext = ItemAt(level, item);
+    CloseAbove(-1);
+    if (!fIsButtonDown) {
+        LetGo();
+    }
+    if (fNext != nullptr) {
+        BMenuItem* chosen = std::exchange(fNext, nullptr);
+        chosen->Menu()->fShownBy = nullptr;
+        chosen->Invoke();
+    }
     End();
-    chosen->Invoke();
 }
 
 void MenuSession::End()
 {
-    CloseAbove(0);
-    fBar.SelectItem(nullptr);
+    CloseAbove(-1);
     if (!fIsButtonDown) {
         LetGo();
     }
+    if (std::exchange(fHasBegun, false)) {
+        fWindow->MenusEnded();
+    }
+}
+
+BMenu* MenuSession::MenuAt(int32 level) const
+{
+    return level >= 0 && level < static_cast<int32>(fLevels.size()) ? At(level).menu : nullptr;
 }
 
 BMenuItem* MenuSession::ItemAt(int32 level, int32 item) const
 {
-    return level >= 0 && level < static_cast<int32>(fLevels.size()) ? At(level).menu->ItemAt(item)
-                                                                    : nullptr;
+    const BMenu* menu = MenuAt(level);
+    return menu != nullptr ? menu->ItemAt(item) : nullptr;
 }
 
 BRect MenuSession::ScreenFrame(int32 level, const BMenuItem* item) const
@@ -324,7 +425,7 @@ void MenuSession::ScrollToItem(int32 level, const BMenuItem* item)
 
 void MenuSession::ScrollBy(float distance)
 {
-    if (fLevels.size() < 2) {
+    if (fLevels.empty() || fLevels.back().host == nullptr) {
         return;
     }
     BMenu* menu = fLevels.back().menu;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "MenuPlacement.h"
 #include "MenuTracker.h"
 #include "interface/views/ViewHost.h"
 
@@ -18,31 +19,45 @@ namespace kits {
 
 class PopUpHost;
 
-/// The menus of a bar while they are open: shows them, and leads the window's input to the tracker.
+/// Menus while they are open: shows them, and leads the window's input to the tracker.
 ///
+/// Menus tell it before they change; it closes then, so that nothing is chosen but what was seen.
 /// When the menus are gone it goes on swallowing the press that closed them, up to its release.
-/// Thread: the window's.
-class MenuSession : public InputInterceptor, private MenuTracker::Menus
+/// Hooks of the window, its menus and items may change menus, end the session or let go of it.
+/// Thread: the window's. Ownership: shared, so that it outlives the hook that let go of it.
+class MenuSession : public InputInterceptor,
+                    public std::enable_shared_from_this<MenuSession>,
+                    private MenuTracker::Menus
 {
 public:
-    explicit MenuSession(BMenuBar& bar);
+    explicit MenuSession(BWindow* window);
     ~MenuSession() override;
 
-    void StartByPress(const BMessage& press, int32 title);
-    void StartByKey();
-    /// Takes all menus off the screen.
-    void Cancel();
-    /// Whether menus are open.
-    bool IsOpen() const { return fTracker.IsActive(); }
+    /// Opens the menu of a title that the primary button went down on.
+    void StartByPress(BMenuBar& bar, const BMessage& press, BMenuItem* title);
+    /// Opens the first menu of a bar.
+    void StartByKey(BMenuBar& bar);
+    /// Opens a menu that hangs on no bar, under `anchor` (screen units).
+    void StartWithoutBar(BMenu& menu, BRect anchor);
+    /// Takes the menus off the screen and gives the input back at once: the bar or window goes.
+    void Abandon();
+
+    // What a menu that is shown tells
+
+    /// It is about to look or work differently.
+    void MenuChanges();
+    /// An item is about to leave its menu.
+    void ItemLeaves(const BMenuItem* item);
 
     // InputInterceptor
     bool Intercept(BMessage* message) override;
+    void Cancel() override;
 
 private:
     struct Level
     {
-        BMenu* menu = nullptr;
-        std::unique_ptr<PopUpHost> host; // null for the bar
+        BMenu* menu = nullptr;           // says so before it goes
+        std::unique_ptr<PopUpHost> host; // null for a bar
         BRect frame;                     // on the screen
     };
 
@@ -59,23 +74,28 @@ private:
     void End() override;
 
     void Begin();
+    void BeginAtBar(BMenuBar& bar);
+    void Show(BMenu& menu, BRect anchor, MenuSide side);
+    void CloseTop();
     bool InterceptMouse(BMessage* message);
     bool InterceptRest(BMessage* message);
     void Key(const BMessage& message, const char* bytes);
     void LetGo();
+    BMenu* MenuAt(int32 level) const;
     const Level& At(int32 level) const { return fLevels[static_cast<size_t>(level)]; }
     BMenuItem* ItemAt(int32 level, int32 item) const;
     BRect ScreenFrame(int32 level, const BMenuItem* item) const;
     void ScrollToItem(int32 level, const BMenuItem* item);
     void ScrollBy(float distance);
 
-    BMenuBar& fBar;
-    BWindow* fWindow; // borrowed; the bar's
+    BWindow* fWindow; // borrowed
     MenuTracker fTracker;
-    std::vector<Level> fLevels; // the bar first
+    std::vector<Level> fLevels; // the bar first, when there is one
+    BMenuItem* fNext = nullptr; // about to be opened or chosen; null once it left its menu
     BPoint fPointer;            // where it was last
     bool fIsHoldingInput = false;
     bool fIsButtonDown = false;
+    bool fHasBegun = false; // the window was told of the menus' beginning, not yet of their end
 };
 
 } // namespace kits

@@ -22,6 +22,7 @@ bool IsNear(BPoint a, BPoint b)
 void MenuTracker::StartByPress(int32 title, BPoint screen, bigtime_t when)
 {
     fSelected.assign(1, -1);
+    fHasBar = true;
     fIsPressed = true;
     fIsOpening = true;
     fPressPoint = screen;
@@ -32,6 +33,7 @@ void MenuTracker::StartByPress(int32 title, BPoint screen, bigtime_t when)
 void MenuTracker::StartByKey()
 {
     fSelected.assign(1, -1);
+    fHasBar = true;
     fIsPressed = false;
     const int32 title = NextEnabled(0, -1, 1);
     if (title < 0) {
@@ -42,18 +44,26 @@ void MenuTracker::StartByKey()
     SelectFirst(1);
 }
 
+void MenuTracker::StartWithoutBar()
+{
+    fSelected.assign(1, -1);
+    fHasBar = false;
+    fIsPressed = false;
+}
+
 void MenuTracker::Press(BPoint screen, bigtime_t when)
 {
     if (!IsActive() || fIsPressed) {
         return; // a second button changes nothing
     }
     const Place place = fMenus.PlaceAt(screen);
-    if (place.level < 0 || (place.level == 0 && place.item == fSelected[0])) {
+    const bool isTitle = place.level == 0 && fHasBar;
+    if (place.level < 0 || (isTitle && place.item == Selected(0))) {
         Finish();
         return;
     }
     fIsPressed = true;
-    fIsOpening = place.level == 0;
+    fIsOpening = isTitle;
     fPressPoint = screen;
     fPressTime = when;
     Point(place);
@@ -76,14 +86,15 @@ void MenuTracker::Release(BPoint screen, bigtime_t when)
         fIsOpening && when - fPressTime <= kClickTime && IsNear(screen, fPressPoint);
     fIsOpening = false;
     const Place place = fMenus.PlaceAt(screen);
-    if (place.level == 0 && place.item >= 0 && !fMenus.HasSubmenu(0, place.item)) {
+    const bool isTitle = place.level == 0 && fHasBar;
+    if (isTitle && place.item >= 0 && !fMenus.HasSubmenu(0, place.item)) {
         Choose(place); // a title that is a command itself
         return;
     }
     if (isClick) {
         return;
     }
-    if (place.level < 1) {
+    if (place.level < FirstMenu()) {
         Finish();
         return;
     }
@@ -144,14 +155,18 @@ int32 MenuTracker::Selected(int32 level) const
 
 void MenuTracker::Select(int32 level, int32 item)
 {
-    fSelected[static_cast<size_t>(level)] = item;
-    fMenus.Select(level, item);
+    if (level >= 0 && level <= Top()) {
+        fSelected[static_cast<size_t>(level)] = item;
+        fMenus.Select(level, item);
+    }
 }
 
 void MenuTracker::OpenItem(int32 level, int32 item)
 {
-    fSelected.push_back(-1);
-    fMenus.Open(level, item);
+    if (level >= 0 && level == Top()) {
+        fSelected.push_back(-1);
+        fMenus.Open(level, item);
+    }
 }
 
 void MenuTracker::CloseAbove(int32 level)
@@ -177,13 +192,13 @@ void MenuTracker::Point(Place place)
 {
     if (place.level < 0) {
         // Outside, the open way stays marked; only the item at its end loses its mark.
-        if (Top() > 0) {
+        if (Top() >= FirstMenu()) {
             Select(Top(), -1);
         }
         return;
     }
-    if (place.level == 0) {
-        if (place.item >= 0 && place.item != fSelected[0]) {
+    if (place.level < FirstMenu()) {
+        if (place.item >= 0 && place.item != Selected(0)) {
             OpenTitle(place.item);
         }
         return;
@@ -215,9 +230,9 @@ void MenuTracker::Choose(Place place)
 
 void MenuTracker::Step(int32 direction)
 {
-    if (Top() < 1) {
+    if (Top() < FirstMenu()) {
         // A title is current whose menu is not open: either arrow opens it.
-        const int32 title = fSelected[0];
+        const int32 title = Selected(0);
         if (title >= 0 && fMenus.HasSubmenu(0, title)) {
             OpenTitle(title);
             SelectFirst(1);
@@ -232,7 +247,7 @@ void MenuTracker::Step(int32 direction)
 
 void MenuTracker::SelectEnd(int32 direction)
 {
-    if (Top() >= 1) {
+    if (Top() >= FirstMenu()) {
         const int32 from = direction > 0 ? -1 : fMenus.CountItems(Top());
         Select(Top(), NextEnabled(Top(), from, direction));
     }
@@ -240,29 +255,29 @@ void MenuTracker::SelectEnd(int32 direction)
 
 void MenuTracker::GoLeft()
 {
-    if (Top() > 1) {
+    if (Top() > FirstMenu()) {
         CloseAbove(Top() - 1);
-        return;
+    } else if (fHasBar) {
+        OpenTitle(NextEnabled(0, Selected(0), -1));
+        SelectFirst(1);
     }
-    OpenTitle(NextEnabled(0, fSelected[0], -1));
-    SelectFirst(1);
 }
 
 void MenuTracker::GoRight()
 {
     const int32 item = Selected(Top());
-    if (Top() >= 1 && item >= 0 && fMenus.HasSubmenu(Top(), item)) {
+    if (Top() >= FirstMenu() && item >= 0 && fMenus.HasSubmenu(Top(), item)) {
         OpenItem(Top(), item);
         SelectFirst(Top());
-        return;
+    } else if (fHasBar) {
+        OpenTitle(NextEnabled(0, Selected(0), 1));
+        SelectFirst(1);
     }
-    OpenTitle(NextEnabled(0, fSelected[0], 1));
-    SelectFirst(1);
 }
 
 void MenuTracker::Escape()
 {
-    if (Top() > 1) {
+    if (Top() > FirstMenu()) {
         CloseAbove(Top() - 1);
     } else {
         Finish();
@@ -290,7 +305,7 @@ void MenuTracker::Letter(const char* letter)
     if (item < 0) {
         return;
     }
-    if (Top() == 0) {
+    if (Top() < FirstMenu()) {
         OpenTitle(item);
         SelectFirst(1);
         return;
@@ -303,7 +318,7 @@ void MenuTracker::Letter(const char* letter)
 
 void MenuTracker::SelectFirst(int32 level)
 {
-    if (level == Top()) {
+    if (level >= 0 && level == Top()) {
         Select(level, NextEnabled(level, -1, 1));
     }
 }

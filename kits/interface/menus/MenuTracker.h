@@ -10,8 +10,9 @@ namespace kits {
 /// What a person does with open menus, as a plain state machine: it is told of input and tells what
 /// to show.
 ///
-/// Level 0 is the bar, level 1 the menu that hangs on it, and so on. While the tracker works all
-/// input is its own.
+/// Level 0 is the bar, level 1 the menu that hangs on it, and so on; without a bar level 0 is the
+/// menu that was opened by itself. While the tracker works all input is its own. Each call to
+/// Menus may end it: then nothing more is asked or shown.
 class MenuTracker
 {
 public:
@@ -33,7 +34,7 @@ public:
         /// Whether an item can be chosen or opened; never a separator.
         virtual bool IsEnabled(int32 level, int32 item) const = 0;
         virtual bool HasSubmenu(int32 level, int32 item) const = 0;
-        /// Which item of the topmost menu, or else of the bar, is at a point of the screen.
+        /// Which item of the topmost level is at a point of the screen.
         virtual Place PlaceAt(BPoint screen) const = 0;
         /// The next item, after `item` and round, that answers to a letter; -1 when there is none.
         /// `isTrigger` is set when the letter works it at once.
@@ -58,6 +59,8 @@ public:
     void StartByPress(int32 title, BPoint screen, bigtime_t when);
     /// Begins by a key: the first menu opens with its first item current.
     void StartByKey();
+    /// Begins with a menu that is open already and hangs on no bar.
+    void StartWithoutBar();
 
     void Press(BPoint screen, bigtime_t when);
     void Move(BPoint screen);
@@ -74,6 +77,7 @@ public:
 
 private:
     int32 Top() const { return CountLevels() - 1; }
+    int32 FirstMenu() const { return fHasBar ? 1 : 0; }
     void Select(int32 level, int32 item);
     void OpenItem(int32 level, int32 item);
     void CloseAbove(int32 level);
@@ -93,8 +97,9 @@ private:
 
     Menus& fMenus;
     std::vector<int32> fSelected; // the current item of each level that is open
-    bool fIsPressed = false;      // a button is held since a press on a menu
-    bool fIsOpening = false;      // that press opened the first menu: a short one leaves it open
+    bool fHasBar = true;
+    bool fIsPressed = false; // a button is held since a press on a menu
+    bool fIsOpening = false; // that press opened the first menu: a short one leaves it open
     BPoint fPressPoint;
     bigtime_t fPressTime = 0;
 };

@@ -17,8 +17,6 @@ public:
     virtual bool InvokeShortcut(const BMessage& key) = 0;
     /// Opens the bar's first menu, for F10 and for Alt pressed alone. False without items.
     virtual bool OpenByKey() = 0;
-    /// Closes the menus that are open, when the window is hidden or loses the keyboard.
-    virtual void Close() = 0;
     virtual BMenuBar* Bar() = 0;
     virtual const BView& View() const = 0;
 };

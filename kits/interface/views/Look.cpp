@@ -1,5 +1,8 @@
 #include "Look.h"
 
+#include "Access.h"
+#include "WindowState.h"
+
 #include <Font.h>
 #include <Message.h>
 #include <View.h>
@@ -85,6 +88,13 @@ bool IsFreshKey(const BMessage* message)
     message->FindInt32("be:key_repeat", &repeat);
     message->FindBool("kits:early", &isEarly);
     return repeat == 0 && !isEarly;
+}
+
+bool ShowsFocus(const BView* view)
+{
+    const BWindow* window = view->Window();
+    return window != nullptr && view->IsFocus() &&
+           (window->IsActive() || WindowAccess::State(*window).awaitsActivation);
 }
 
 bool MayAnswer(const BView* view)

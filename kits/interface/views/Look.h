@@ -37,6 +37,9 @@ void ArrowHead(BView* view, BRect area, Arrow direction, int32 depth, rgb_color 
 /// repeat nor a key typed before the window had the keyboard. Only such keys press buttons. True
 /// for other messages.
 bool IsFreshKey(const BMessage* message);
+/// Whether the view shows that it has the focus: its window has the keyboard, or is about to get it
+/// with its first frame.
+bool ShowsFocus(const BView* view);
 /// Whether the message that the view's window is handling may press a button: a fresh key or a
 /// click, and not sooner than the window wants to be answered.
 bool MayAnswer(const BView* view);

@@ -24,6 +24,8 @@ public:
     virtual ~InputInterceptor() = default;
     /// True when the message is done with. May set another interceptor, or none.
     virtual bool Intercept(BMessage* message) = 0;
+    /// Ends what it tracks: the window is hidden or quits.
+    virtual void Cancel() = 0;
 };
 
 /// Leads the window's messages to `interceptor` first; null ends that. Thread: the window's.

@@ -107,6 +107,9 @@ void BWindow::Quit()
     if (!IsLocked() && !Lock()) {
         return;
     }
+    if (fState->interceptor != nullptr) {
+        fState->interceptor->Cancel();
+    }
     fState->isQuitting = true;
     fState->hideLevel = std::max<int32>(fState->hideLevel, 1);
     kits::HideNative(*fState);

@@ -47,23 +47,31 @@ bool IsKey(uint32 what)
            what == B_UNMAPPED_KEY_UP || what == B_MODIFIERS_CHANGED;
 }
 
+// Returns when the one before was. Windows may get to their keys in another order.
+bigtime_t KeyPressed(bigtime_t when)
+{
+    bigtime_t before = gLastKeyTime;
+    while (before < when && !gLastKeyTime.compare_exchange_weak(before, when)) {
+    }
+    return before;
+}
+
 // Whether the message may press a default button, cancel, or work a control.
-bool MayAnswer(const BMessage& message, const WindowState& state)
+bool MayAnswer(const BMessage& message, WindowState& state)
 {
     if (!IsMouse(message.what) && !IsKey(message.what)) {
         return true;
     }
     const bigtime_t when = message.GetInt64("when", system_time());
-    bool mayAnswer = true;
-    if (state.answersAfterFrame > 0) {
-        const bigtime_t first = state.host->Link().Front().firstPresentTime;
-        mayAnswer = first != 0 && when >= first + state.answersAfterFrame;
-    }
+    const bigtime_t first = state.host->Link().Front().firstPresentTime;
+    bool mayAnswer =
+        state.answersAfterFrame == 0 || (first != 0 && when >= first + state.answersAfterFrame);
     if (message.what == B_KEY_DOWN) {
-        const bigtime_t before = gLastKeyTime.exchange(when);
-        const bool isTyping = state.answersAfterKey > 0 && when < before + state.answersAfterKey;
+        const bigtime_t quietSince = std::max(first, KeyPressed(when));
+        state.wasQuiet = state.wasQuiet || state.answersAfterKey == 0 ||
+                         (first != 0 && when >= quietSince + state.answersAfterKey);
         const bool isFresh = !message.HasInt32("be:key_repeat") && !message.HasBool("kits:early");
-        mayAnswer = mayAnswer && isFresh && !isTyping;
+        mayAnswer = mayAnswer && isFresh && state.wasQuiet;
     }
     return mayAnswer;
 }
@@ -119,11 +127,11 @@ void FrameChanged(BWindow& window, WindowState& state)
 
 void Activated(BWindow& window, WindowState& state, bool active)
 {
+    state.awaitsActivation = false;
     if (state.isActive == active) {
         return;
     }
     state.isActive = active;
-    state.isMenuKeyArmed = false;
     window.WindowActivated(active);
     TellActivated(*state.host->Root(), active);
 }
@@ -197,7 +205,6 @@ void BWindow::DispatchMessage(BMessage* message, BHandler* target)
         kits::ModifiersChanged(*fState, message, target);
         break;
     case B_MOUSE_DOWN:
-        fState->isMenuKeyArmed = false;
         kits::MouseDown(*fState, message, dynamic_cast<BView*>(target));
         break;
     case B_MOUSE_UP:

@@ -153,10 +153,13 @@ void CollectNavigable(BView& view, std::vector<BView*>& found)
 
 } // namespace
 
-bool MoveFocus(WindowState& state, bool isForward)
+bool MoveFocus(WindowState& state, bool isForward, FocusOn what)
 {
     std::vector<BView*> order;
     CollectNavigable(*state.host->Root(), order);
+    if (what == FocusOn::kButtons) {
+        std::erase_if(order, [](const BView* view) { return !IsButton(view); });
+    }
     if (order.empty()) {
         return false;
     }
@@ -172,7 +175,6 @@ bool MoveFocus(WindowState& state, bool isForward)
 
 void KeyDown(BWindow& window, WindowState& state, BMessage* message, BHandler* target)
 {
-    state.isMenuKeyArmed = false;
     const char* bytes = BytesOf(*message);
     auto* view = dynamic_cast<BView*>(target);
     const bool isWanted = view != nullptr && view->WantsKey(*message);
@@ -210,17 +212,9 @@ void KeyUp(BMessage* message, BHandler* target)
 // Alt pressed and released with nothing in between opens the menus.
 void ModifiersChanged(WindowState& state, BMessage* message, BHandler* target)
 {
-    constexpr uint32 kHeld = B_SHIFT_KEY | B_COMMAND_KEY | B_CONTROL_KEY | B_OPTION_KEY;
-    const uint32 now = ModifiersOf(*message) & kHeld;
-    const uint32 before = static_cast<uint32>(message->GetInt32("be:old_modifiers", 0)) & kHeld;
-    if (now == 0 && before == B_OPTION_KEY && state.isMenuKeyArmed) {
-        state.isMenuKeyArmed = false;
-        if (OpenMenus(state)) {
-            return;
-        }
+    if (!message->GetBool("kits:alt_alone", false) || !OpenMenus(state)) {
+        target->MessageReceived(message);
     }
-    state.isMenuKeyArmed = now == B_OPTION_KEY && before == 0;
-    target->MessageReceived(message);
 }
 
 } // namespace kits

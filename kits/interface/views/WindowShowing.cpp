@@ -42,6 +42,8 @@ void BWindow::Show()
     }
     const bool isFirst = Thread() <= 0;
     if (--fState->hideLevel == 0 && !fState->isQuitting) {
+        fState->wasQuiet = false;
+        fState->awaitsActivation = RequestOf(*this, *fState).takesFocus;
         fState->host->PrepareShow();
         fState->host->Link().Show(RequestOf(*this, *fState));
     }
@@ -56,8 +58,8 @@ void BWindow::Hide()
 {
     BAutolock lock(this);
     if (lock.IsLocked() && ++fState->hideLevel == 1) {
-        if (fState->keyMenus != nullptr) {
-            fState->keyMenus->Close();
+        if (fState->interceptor != nullptr) {
+            fState->interceptor->Cancel();
         }
         kits::HideNative(*fState);
     }

@@ -46,6 +46,7 @@ struct WindowState
 
     int32 hideLevel = 1; // made hidden
     bool isActive = false;
+    bool awaitsActivation = false; // was shown to take the focus, and nothing was heard since
     bool isMinimized = false;
     bool isQuitting = false;
     bool takesFocus = true;
@@ -60,7 +61,6 @@ struct WindowState
     KeyMenus* keyMenus = nullptr;   // borrowed; of the key menu bar
     std::vector<WindowShortcut> shortcuts;
     InputInterceptor* interceptor = nullptr;
-    bool isMenuKeyArmed = false; // Alt is down and nothing else has happened since
 
     int32 keyHolds = 0; // while there are any, keys wait
     std::vector<std::unique_ptr<BMessage>> heldKeys;
@@ -73,6 +73,7 @@ struct WindowState
 
     bigtime_t answersAfterFrame = 0;
     bigtime_t answersAfterKey = 0;
+    bool wasQuiet = false;    // for so long, since the first frame
     bool takesAnswers = true; // the message being handled may answer
 
     uint64 publishedFrame = 0; // what the server was told last: of which frame, with which focus

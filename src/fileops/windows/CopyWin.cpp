@@ -6,6 +6,8 @@
 #include <AppDefs.h>
 #include <MessageRunner.h>
 #include <OS.h>
+#include <Path.h>
+#include <StatusBar.h>
 
 // The window's life: shown, begun, ended. What it does with its items and what is seen of it have
 // sources of their own.
@@ -38,6 +40,7 @@ CopyWin::CopyWin(BRect frame, const char* title, const char* path, BMessage* req
     BuildViews();
     if (!ShowsOverallBar(*request)) {
         ResizeBy(0, -kOverallBarHeight);
+        fOverallBar->Hide(); // its texts begin where the window ends now
     }
     BWindow* opener = handler != nullptr ? dynamic_cast<BWindow*>(handler->Looper()) : nullptr;
     if (opener != nullptr) {
@@ -130,7 +133,7 @@ void CopyWin::FileStarted(const std::string& sourcePath, const std::string& targ
     fProgress.StartFile(sizeBytes);
     fFromText = sourcePath;
     fToText = targetPath;
-    fFileName.clear();
+    fFileName = BPath(sourcePath.c_str()).Leaf(); // also when no byte follows
     fIsNewFile = true;
     PaintIfDue();
 }
@@ -138,9 +141,7 @@ void CopyWin::FileStarted(const std::string& sourcePath, const std::string& targ
 void CopyWin::BytesCopied(const char* name, int64 count)
 {
     fProgress.Add(count);
-    if (fFileName.empty()) {
-        fFileName = name;
-    }
+    fFileName = name;
     PaintIfDue();
 }
 
@@ -157,6 +158,7 @@ void CopyWin::NoteProblem(const std::string& name, const std::string& reason)
 
 void CopyWin::HideForQuestion()
 {
+    PaintNow(system_time()); // what it shows when it is back
     Hide();
 }
 

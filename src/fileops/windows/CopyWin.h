@@ -53,6 +53,8 @@ public:
     /// Undoes one HideForQuestion(); never takes the activation.
     void ShowAgain();
     bool IsStopped() const { return fIsStopped; }
+    /// Ends the operation as the person's own wish does: an alert of it went without an answer.
+    void Stop() { fIsStopped = true; }
 
     // BWindow
     void WindowActivated(bool active) override;

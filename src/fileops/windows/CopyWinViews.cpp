@@ -170,8 +170,8 @@ void CopyWin::AskWhetherToStop()
                                B_WIDTH_AS_USUAL, B_WARNING_ALERT);
     // It was asked for: nobody is typing into another window.
     alert->SetAnswerDelay(kAnswersAfterFirstFrame, 0);
-    if (alert->Go() == 0) {
-        fIsStopped = true;
+    if (alert->Go() != 1) {
+        Stop(); // also when the program ends, and nobody answers
     }
 }
 

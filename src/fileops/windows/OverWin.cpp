@@ -5,15 +5,23 @@
 #include <AppDefs.h>
 #include <Button.h>
 #include <Message.h>
+#include <Screen.h>
 #include <StringView.h>
 #include <View.h>
+
+#include <algorithm>
+#include <cmath>
 
 namespace norvane {
 
 namespace {
 
-constexpr float kWidth = 450;
+constexpr float kUsualWidth = 450;
+constexpr float kEdge = 10;
+constexpr float kGap = 5;
+constexpr int32 kColumns = 3;
 constexpr float kHeight = 162;
+constexpr float kButtonHeight = 30;
 constexpr rgb_color kGrey = {216, 216, 216, 255};
 constexpr bigtime_t kAnswersAfterFirstFrame = 200'000;
 // Somebody may be typing when the question comes: the keys meant for another window must not answer
@@ -26,24 +34,27 @@ struct ButtonRow
     uint32 answer;
     const char* name;
     const char* label;
-    BRect frame;
+    float top;
 };
 
-// In the order in which Tab walks them.
+// In the order in which Tab walks them, three in a row.
 const ButtonRow kButtons[] = {
-    {kAnswerOverwrite, "Overwrite", "Overwrite", BRect(10, 81, 150, 111)},
-    {kAnswerOverwriteAll, "OverwriteAll", "Overwrite All", BRect(155, 81, 295, 111)},
-    {kAnswerSkip, "Skip", "Skip", BRect(300, 81, 440, 111)},
-    {kAnswerCancel, "Cancel", "Cancel", BRect(10, 121, 150, 151)},
-    {kAnswerOverwriteOlder, "OverwriteOlder", "Overwrite All Older", BRect(155, 121, 295, 151)},
-    {kAnswerSkipAll, "SkipAll", "Skip All", BRect(300, 121, 440, 151)},
+    {kAnswerOverwrite, "Overwrite", "Overwrite", 81},
+    {kAnswerOverwriteAll, "OverwriteAll", "Overwrite All", 81},
+    {kAnswerSkip, "Skip", "Skip", 81},
+    {kAnswerCancel, "Cancel", "Cancel", 121},
+    {kAnswerOverwriteOlder, "OverwriteOlder", "Overwrite All Older", 121},
+    {kAnswerSkipAll, "SkipAll", "Skip All", 121},
 };
 
+// No broader than the screen: the lines cut their paths, and the buttons share what there is.
 BRect CentredFrame(BRect around)
 {
-    const float left = (around.left + around.right) / 2 - kWidth / 2;
+    const float room = BScreen(B_MAIN_SCREEN_ID).Frame().Width() - kEdge;
+    const float width = std::min(kUsualWidth, room);
+    const float left = (around.left + around.right) / 2 - width / 2;
     const float top = (around.top + around.bottom) / 2 - kHeight / 2;
-    return BRect(left, top, left + kWidth, top + kHeight);
+    return BRect(left, top, left + width, top + kHeight);
 }
 
 } // namespace
@@ -56,8 +67,7 @@ OverWin::OverWin(BRect frame, const char* title, BWindow* owner)
     if (owner != nullptr) {
         SetOpener(owner);
     }
-    BView* container =
-        new BView(BRect(0, 0, kWidth, kHeight), "FtpConContainer", B_FOLLOW_ALL_SIDES, B_WILL_DRAW);
+    BView* container = new BView(Bounds(), "FtpConContainer", B_FOLLOW_ALL_SIDES, B_WILL_DRAW);
     container->SetViewColor(kGrey);
     container->SetLowColor(kGrey);
     AddChild(container);
@@ -70,25 +80,30 @@ OverWin::~OverWin() = default;
 
 void OverWin::BuildLines(BView* container)
 {
+    const float right = container->Bounds().right - kEdge;
     const auto addLine = [container](BRect frame, const char* name) {
         BStringView* line = new BStringView(frame, name, "");
         line->SetTruncation(B_TRUNCATE_MIDDLE);
         container->AddChild(line);
         return line;
     };
-    fSourceLine = addLine(BRect(10, 10, 440, 20), "OverwriteFile");
-    fTargetDetails = addLine(BRect(30, 25, 440, 35), "OverwriteFile");
-    fTargetLine = addLine(BRect(10, 50, 440, 60), "OverwriteWith");
-    fSourceDetails = addLine(BRect(30, 65, 440, 75), "OverwriteWith");
+    fSourceLine = addLine(BRect(kEdge, 10, right, 20), "OverwriteFile");
+    fTargetDetails = addLine(BRect(30, 25, right, 35), "OverwriteFile");
+    fTargetLine = addLine(BRect(kEdge, 50, right, 60), "OverwriteWith");
+    fSourceDetails = addLine(BRect(30, 65, right, 75), "OverwriteWith");
 }
 
 void OverWin::BuildButtons(BView* container)
 {
+    const float width =
+        std::floor((container->Bounds().right - 2 * kEdge - (kColumns - 1) * kGap) / kColumns);
     int32 index = 0;
     for (const ButtonRow& row : kButtons) {
+        const float left = kEdge + static_cast<float>(index % kColumns) * (width + kGap);
+        const BRect frame(left, row.top, left + width, row.top + kButtonHeight);
         BMessage* message = new BMessage(row.answer);
         message->AddInt32(kQuestionField, 0);
-        BButton* button = new BButton(row.frame, row.name, row.label, message);
+        BButton* button = new BButton(frame, row.name, row.label, message);
         container->AddChild(button);
         button->SetTarget(this);
         fButtons[index++] = button;

@@ -60,7 +60,10 @@ void WindowUI::ShowProgress()
 
 void WindowUI::Tell(const char* text, Notice notice)
 {
-    MsgBox(text, notice == Notice::kStop ? B_STOP_ALERT : B_INFO_ALERT);
+    const bool wasRead = MsgBox(text, notice == Notice::kStop ? B_STOP_ALERT : B_INFO_ALERT);
+    if (!wasRead && fCopyWin != nullptr) {
+        fCopyWin->Stop();
+    }
 }
 
 void WindowUI::NoteProblem(const std::string& name, const std::string& reason)

@@ -24,7 +24,7 @@ public:
     explicit RunningAlert(std::function<BAlert*()> make)
         : fThread([this, make = std::move(make)] {
               BAlert* alert = make();
-              fMade.set_value(BMessenger(nullptr, alert));
+              fMade.set_value(BMessenger(alert));
               fAnswer = alert->Go();
           })
     {
@@ -135,6 +135,23 @@ TEST(AlertTest, EnterWorksTheButtonThatWasTabbedTo)
 
     TypeKey(B_TAB); // "Cancel" comes first
     TypeKey(B_ENTER);
+
+    EXPECT_EQ(running.Answer(), 0);
+}
+
+TEST(AlertTest, DefaultButtonHasTheFocusAndArrowsLeadToTheOthers)
+{
+    RunningAlert running(MakeAlert);
+    BWindow* alert = WaitForWindow("Sir?");
+    ASSERT_NE(alert, nullptr);
+    ASSERT_TRUE(WaitForFocus(alert));
+    ASSERT_TRUE(WaitUntilAnswers(alert));
+    alert->Lock();
+    EXPECT_EQ(alert->CurrentFocus(), static_cast<BAlert*>(alert)->ButtonAt(1));
+    alert->Unlock();
+
+    TypeKey(B_LEFT_ARROW);
+    TypeKey(B_SPACE);
 
     EXPECT_EQ(running.Answer(), 0);
 }

@@ -3,7 +3,9 @@
 #include <MenuBar.h>
 #include <StringView.h>
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -224,6 +226,57 @@ TEST_F(MenuTest, DisabledItemCannotBeChosen)
 
     ClickAt(On(Item(0, 1)));
     EXPECT_EQ(Chosen(), "b");
+}
+
+TEST_F(MenuTest, AltAloneOpensAndCloses)
+{
+    PressModifier(B_OPTION_KEY);
+    ReleaseModifier(B_OPTION_KEY);
+    EXPECT_TRUE(IsOpen(fBar->SubmenuAt(0)));
+    SyncServer();
+
+    PressModifier(B_OPTION_KEY);
+    ReleaseModifier(B_OPTION_KEY);
+    EXPECT_FALSE(IsOpen(fBar->SubmenuAt(0)));
+}
+
+TEST_F(MenuTest, AltWithSomethingBetweenOpensNothing)
+{
+    const std::pair<const char*, std::function<void()>> between[] = {
+        {"a click",
+         [this] {
+             Click(fBelow);
+         }},
+        {"the wheel",
+         [this] {
+             TurnWheel(fBelow, BPoint(10, 10), 1, 0, B_OPTION_KEY);
+         }},
+        {"a letter",
+         [] {
+             TypeKey('x', B_OPTION_KEY);
+         }},
+        {"a key without a character",
+         [] {
+             TypeFunctionKey(B_F3_KEY, B_OPTION_KEY);
+         }},
+        {"the focus",
+         [this] {
+             auto* other = new ControlWindow("other");
+             other->Show();
+             WaitForFocus(other);
+             other->Lock();
+             other->Quit();
+             WaitForFocus(fWindow);
+         }},
+    };
+    for (const auto& [what, happens] : between) {
+        PressModifier(B_OPTION_KEY);
+        happens();
+        ReleaseModifier(B_OPTION_KEY);
+
+        EXPECT_FALSE(IsOpen(fBar->SubmenuAt(0))) << what;
+        TypeKey(B_ESCAPE);
+    }
 }
 
 TEST_F(MenuTest, OtherWindowsActivationCloses)

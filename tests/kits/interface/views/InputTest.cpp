@@ -1,5 +1,7 @@
 #include "WindowFixture.h"
 
+#include "interface/views/Look.h"
+
 #include <Button.h>
 #include <Message.h>
 
@@ -245,6 +247,92 @@ TEST_F(AnswerTest, AnswersWhileTypingAreDropped)
     EXPECT_EQ(Hits(), 0);
     const Notes notes = TakeNotes();
     EXPECT_EQ(std::count(notes.begin(), notes.end(), "view key a"), 1);
+}
+
+TEST_F(AnswerTest, AfterAQuietMomentKeysAnswerHoweverFastTheyAre)
+{
+    constexpr bigtime_t kQuiet = 200'000;
+    fWindow->SetDefaultButton(AddButton("OK", 10));
+    AddButton("Other", 50);
+    fWindow->SetAnswerDelay(0, kQuiet);
+    Show();
+    Locked([&] { fWindow->DefaultButton()->MakeFocus(true); });
+    TypeKey(B_ENTER);
+    EXPECT_EQ(Hits(), 0);
+    const bigtime_t quietAt = system_time() + kQuiet;
+    ASSERT_TRUE(WaitFor([quietAt] { return system_time() >= quietAt; }));
+
+    TypeKey(B_TAB);
+    TypeKey(B_TAB);
+    TypeKey(B_ENTER);
+    TypeKey(B_ENTER);
+    EXPECT_EQ(Hits(), 2);
+
+    // Shown again it is another question.
+    Locked([&] {
+        fWindow->Hide();
+        fWindow->Show();
+    });
+    ASSERT_TRUE(WaitForFocus(fWindow));
+    TypeKey(B_ENTER);
+    EXPECT_EQ(Hits(), 2);
+}
+
+TEST_F(AnswerTest, ArrowsMoveBetweenButtons)
+{
+    BButton* first = AddButton("One", 10);
+    BButton* second = AddButton("Two", 50);
+    NotingView* view = Add(BRect(100, 0, 149, 99), "view");
+    Show();
+    Locked([&] { first->MakeFocus(true); });
+    const auto focusAfter = [this](char arrow) {
+        TypeKey(arrow);
+        Sync(fWindow);
+        BView* focus = nullptr;
+        Locked([&] { focus = fWindow->CurrentFocus(); });
+        return focus;
+    };
+
+    EXPECT_EQ(focusAfter(B_RIGHT_ARROW), second);
+    EXPECT_EQ(focusAfter(B_RIGHT_ARROW), first); // past what is no button
+    EXPECT_EQ(focusAfter(B_UP_ARROW), second);
+    EXPECT_EQ(focusAfter(B_LEFT_ARROW), first);
+    EXPECT_EQ(focusAfter(B_DOWN_ARROW), second);
+    TypeKey(B_SPACE);
+    EXPECT_EQ(Hits(), 1);
+    Locked([&] { view->MakeFocus(true); });
+    EXPECT_EQ(focusAfter(B_RIGHT_ARROW), view);
+}
+
+/// Notes whether it showed the focus when it was first drawn.
+class FocusNoter : public BView
+{
+public:
+    FocusNoter() : BView(BRect(0, 0, 49, 49), "noter", 0, B_WILL_DRAW) {}
+    void Draw(BRect) override { notes += kits::look::ShowsFocus(this) ? 'f' : '-'; }
+    std::string notes;
+};
+
+TEST_F(AnswerTest, FocusIsSeenFromTheFirstFrame)
+{
+    auto* noter = new FocusNoter;
+    fWindow->AddChild(noter);
+    noter->MakeFocus(true);
+
+    Show();
+    Locked([&] { EXPECT_EQ(noter->notes.substr(0, 1), "f"); });
+}
+
+TEST_F(AnswerTest, WindowThatTakesNoFocusShowsNone)
+{
+    auto* noter = new FocusNoter;
+    fWindow->AddChild(noter);
+    noter->MakeFocus(true);
+    fWindow->SetTakesFocus(false);
+
+    fWindow->Show();
+    ASSERT_TRUE(WaitForWindow("Counting"));
+    Locked([&] { EXPECT_EQ(noter->notes.substr(0, 1), "-"); });
 }
 
 TEST_F(AnswerTest, ShortcutSendsItsMessageAndReachesNoView)

@@ -112,6 +112,32 @@ TEST_F(CopyWinLookTest, CannotBeClosedOrResizedAndHasNothingToShowAtFirst)
     EXPECT_TRUE(HasEnded());
 }
 
+TEST_F(CopyWinLookTest, OneItemsWindowCutsNothing)
+{
+    fTree.Write("from/a", "new");
+    CopyWin* window = StartWithClash({"a"});
+    const float bottom = window->Bounds().bottom;
+    for (int32 index = 0; BView* view = ViewOf(window, index); index++) {
+        EXPECT_TRUE(view->IsHidden(view->Parent()) || view->Frame().bottom <= bottom)
+            << view->Name();
+    }
+    Answer("Skip");
+    EXPECT_TRUE(HasEnded());
+}
+
+TEST_F(CopyWinLookTest, NamesAnEmptyFile)
+{
+    fTree.Write("from/a", "");
+    fTree.Write("from/b", "new");
+    CopyWin* window = StartWithClash({"a", "b"});
+    const auto* file = dynamic_cast<BStatusBar*>(ViewOf(window, 4));
+    ASSERT_NE(file, nullptr);
+    EXPECT_STREQ(file->Text(), "a");
+    EXPECT_STREQ(file->TrailingText(), "0");
+    Answer("Skip");
+    EXPECT_TRUE(HasEnded());
+}
+
 TEST_F(CopyWinLookTest, EscapeStopsAfterOneQuestion)
 {
     CopyWin* window = StartLongOperation();
