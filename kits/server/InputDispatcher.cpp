@@ -38,6 +38,19 @@ QPoint PixelOf(const QPointF& point)
     return QPoint(static_cast<int>(std::floor(point.x())), static_cast<int>(std::floor(point.y())));
 }
 
+/// As long as it lives, an event of this time is dispatched.
+class Happening
+{
+public:
+    Happening(bigtime_t& current, bigtime_t when) : fCurrent(current) { fCurrent = when; }
+    ~Happening() { fCurrent = 0; }
+    Happening(const Happening&) = delete;
+    Happening& operator=(const Happening&) = delete;
+
+private:
+    bigtime_t& fCurrent;
+};
+
 void RememberPointer(QPoint where, uint32 buttons)
 {
     const uint64 x = static_cast<uint32>(where.x());
@@ -48,10 +61,10 @@ void RememberPointer(QPoint where, uint32 buttons)
 
 // "kits:code" tells the server, when it hands the message over to another window, which key it was.
 std::unique_ptr<BMessage> KeyMessage(uint32 what, const PlatformKey& key, int32 code,
-                                     uint32 modifiers)
+                                     uint32 modifiers, bigtime_t when)
 {
     auto message = std::make_unique<BMessage>(what);
-    message->AddInt64("when", system_time());
+    message->AddInt64("when", when);
     message->AddInt32("key", key.key);
     message->AddInt32("modifiers", static_cast<int32>(modifiers));
     message->AddInt32("raw_char", key.rawChar);
@@ -81,10 +94,16 @@ void InputDispatcher::Post(int32 window, std::unique_ptr<BMessage> message) cons
     }
 }
 
+bigtime_t InputDispatcher::EventTime() const
+{
+    return fEventTime != 0 ? fEventTime : system_time();
+}
+
 // Keys
 
 void InputDispatcher::Key(const NativeWindow& native, const QKeyEvent& event)
 {
+    const Happening happening(fEventTime, fClock.TimeOf(event.timestamp(), system_time()));
     const bool isPress = event.type() == QEvent::KeyPress;
     const NativeKey key{event.key(), event.text(), event.modifiers(), event.nativeScanCode(),
                         event.nativeModifiers()};
@@ -132,7 +151,7 @@ void InputDispatcher::PostKey(uint32 what, const InputRouter::KeyTarget& target,
     if (target.window == 0) {
         return;
     }
-    auto message = KeyMessage(what, key, code, LastInput().modifiers);
+    auto message = KeyMessage(what, key, code, LastInput().modifiers, EventTime());
     message->AddInt32("window", target.window);
     if (target.repeat > 0) {
         message->AddInt32("be:key_repeat", target.repeat);
@@ -151,7 +170,7 @@ void InputDispatcher::PostKeyUp(int32 window, int32 code)
     }
     if (window != 0) {
         const uint32 what = held->second.bytes.empty() ? B_UNMAPPED_KEY_UP : B_KEY_UP;
-        auto message = KeyMessage(what, held->second, code, LastInput().modifiers);
+        auto message = KeyMessage(what, held->second, code, LastInput().modifiers, EventTime());
         message->AddInt32("window", window);
         Post(window, std::move(message));
     }
@@ -234,7 +253,7 @@ std::unique_ptr<BMessage> InputDispatcher::MouseMessage(uint32 what, int32 targe
     const bool hasPlace = window != nullptr && window->GetSurface() != nullptr;
     const QPoint inWindow = hasPlace ? window->GetSurface()->mapFromGlobal(onScreen) : onScreen;
     auto message = std::make_unique<BMessage>(what);
-    message->AddInt64("when", system_time());
+    message->AddInt64("when", EventTime());
     message->AddInt32("window", named);
     message->AddPoint("where", PointFrom(inWindow));
     message->AddPoint("screen_where", PointFrom(onScreen));
@@ -245,6 +264,7 @@ std::unique_ptr<BMessage> InputDispatcher::MouseMessage(uint32 what, int32 targe
 
 void InputDispatcher::Mouse(const NativeWindow& native, const QMouseEvent& event)
 {
+    const Happening happening(fEventTime, fClock.TimeOf(event.timestamp(), system_time()));
     const QPoint onScreen = PixelOf(event.globalPosition());
     RememberPointer(onScreen, ButtonsFrom(event.buttons()));
     PointerModifiersSeen(event.modifiers());
@@ -282,7 +302,7 @@ void InputDispatcher::PressMouse(const NativeWindow& native, const QMouseEvent& 
         return;
     }
     const QStyleHints* hints = QGuiApplication::styleHints();
-    const int32 clicks = fClicks.Count({target.window, button, onScreen, system_time()},
+    const int32 clicks = fClicks.Count({target.window, button, onScreen, EventTime()},
                                        hints->mouseDoubleClickInterval() * bigtime_t{1000},
                                        hints->mouseDoubleClickDistance());
     auto message = MouseMessage(B_MOUSE_DOWN, target.window, onScreen);

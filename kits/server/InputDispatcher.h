@@ -1,5 +1,6 @@
 #pragma once
 
+#include "EventClock.h"
 #include "InputRouter.h"
 #include "KeyTranslation.h"
 #include "PointerTranslation.h"
@@ -74,9 +75,12 @@ private:
     void MoveMouse(const NativeWindow& native, QPoint onScreen, int32 transit);
     std::unique_ptr<BMessage> MouseMessage(uint32 what, int32 target, QPoint onScreen) const;
     void GiveGrabBack();
+    bigtime_t EventTime() const;
     void TellActivation();
 
     ServerState& fState;
+    EventClock fClock;
+    bigtime_t fEventTime = 0; // of the event that is being dispatched; 0: none, or it told no time
     ModifierSides fSides;
     LoneAlt fLoneAlt;
     ClickCounter fClicks;

@@ -3,7 +3,7 @@
 // The messages that the server posts to a window's looper. Beyond the platform's documented fields:
 //
 // every input message        "window" (int32) WindowLink::Token() of the window it belongs to;
-//                            "when" (int64) system_time()
+//                            "when" (int64) system_time(), when it happened
 // B_KEY_DOWN, B_UNMAPPED_KEY_DOWN, B_KEY_UP, B_UNMAPPED_KEY_UP
 //                            "key" (int32), "modifiers" (int32), "raw_char" (int32), "byte" (int8,
 //                            several), "bytes" (string); a repeat has "be:key_repeat" (int32, 1 and
