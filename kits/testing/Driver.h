@@ -64,6 +64,8 @@ bool WaitForFocus(BWindow* window, bigtime_t limit = kLimit);
 /// Waits until an alert or another dialog that answers late takes answers: 200 ms after its first
 /// frame.
 bool WaitUntilAnswers(BWindow* window, bigtime_t limit = kLimit);
+/// The same for keys of a dialog that opens unasked: it has been quiet for long enough.
+bool WaitUntilKeysAnswer(BWindow* window, bigtime_t limit = kLimit);
 
 // Keys. They go to the native window that has the keyboard. `modifiers`: B_SHIFT_KEY, B_COMMAND_KEY
 // (Ctrl), B_OPTION_KEY (Alt), any sum of them.
@@ -81,14 +83,11 @@ void ReleaseKey(char byte, uint32 modifiers = 0);
 void PressFunctionKey(int32 key, uint32 modifiers = 0);
 void ReleaseFunctionKey(int32 key, uint32 modifiers = 0);
 /// Presses or releases one modifier key itself: B_SHIFT_KEY, B_COMMAND_KEY or B_OPTION_KEY.
+/// The keys typed meanwhile name it, too.
 void PressModifier(uint32 modifier);
 void ReleaseModifier(uint32 modifier);
 /// A press, `repeats` repeats, the release, as fast as the server takes them.
 void HoldKey(char byte, int32 repeats, uint32 modifiers = 0);
-/// The key of one modifier alone: B_SHIFT_KEY, B_COMMAND_KEY or B_OPTION_KEY. The keys typed
-/// meanwhile name it, too.
-void PressModifier(uint32 modifier);
-void ReleaseModifier(uint32 modifier);
 /// What an input method commits to the focused window.
 void CommitText(const char* text);
 

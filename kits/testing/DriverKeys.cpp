@@ -150,25 +150,6 @@ void Send(const SyntheticKey& key, QEvent::Type type, uint32 modifiers)
     OnServer([&] { Deliver(key, type, modifiers); });
 }
 
-SyntheticKey KeyOfModifier(uint32 modifier)
-{
-    SyntheticKey key;
-    switch (modifier) {
-    case B_SHIFT_KEY:
-        key.key = Qt::Key_Shift;
-        key.scanCode = 42 + kScanOffset;
-        break;
-    case B_OPTION_KEY:
-        key.key = Qt::Key_Alt;
-        key.scanCode = 56 + kScanOffset;
-        break;
-    default:
-        key.key = Qt::Key_Control;
-        key.scanCode = 29 + kScanOffset;
-    }
-    return key;
-}
-
 // Both at once: the press may end the window, and a release that finds no window is lost, as none
 // ever is on a screen.
 void Type(const SyntheticKey& key, uint32 modifiers)
@@ -220,15 +201,16 @@ void ReleaseFunctionKey(int32 key, uint32 modifiers)
     Send(KeyOfFunction(key), QEvent::KeyRelease, modifiers);
 }
 
-// The modifiers of a modifier's own event contain it when it is pressed.
+// A modifier's own event carries what was held before it, as on a screen; QKeyEvent::modifiers()
+// adds or takes it away.
 void PressModifier(uint32 modifier)
 {
-    Send(KeyOfModifier(modifier), QEvent::KeyPress, modifier);
+    Send(KeyOfModifier(modifier), QEvent::KeyPress, 0);
 }
 
 void ReleaseModifier(uint32 modifier)
 {
-    Send(KeyOfModifier(modifier), QEvent::KeyRelease, 0);
+    Send(KeyOfModifier(modifier), QEvent::KeyRelease, modifier);
 }
 
 void HoldKey(char byte, int32 repeats, uint32 modifiers)
@@ -237,17 +219,6 @@ void HoldKey(char byte, int32 repeats, uint32 modifiers)
         PressKey(byte, modifiers);
     }
     ReleaseKey(byte, modifiers);
-}
-
-void PressModifier(uint32 modifier)
-{
-    Send(KeyOfModifier(modifier), QEvent::KeyPress, 0);
-}
-
-void ReleaseModifier(uint32 modifier)
-{
-    // As it is told on a screen: what was held before the key was released.
-    Send(KeyOfModifier(modifier), QEvent::KeyRelease, modifier);
 }
 
 void CommitText(const char* text)

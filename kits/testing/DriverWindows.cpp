@@ -33,6 +33,8 @@ namespace {
 
 constexpr bigtime_t kPollPause = 1'000;
 constexpr bigtime_t kAnswerDelay = 200'000; // after the first frame, dialogs take no answer before
+// The same for keys of dialogs that open unasked: half a second without a key.
+constexpr bigtime_t kQuietTime = 550'000;
 
 // A question that no window knows: it is answered by every one, in its turn.
 constexpr uint32 kAreYouThere = 'kARE';
@@ -219,6 +221,16 @@ bool WaitUntilAnswers(BWindow* window, bigtime_t limit)
         [window] {
             const bigtime_t shown = FirstPresentTime(window);
             return shown != 0 && system_time() > shown + kAnswerDelay;
+        },
+        limit);
+}
+
+bool WaitUntilKeysAnswer(BWindow* window, bigtime_t limit)
+{
+    return WaitFor(
+        [window] {
+            const bigtime_t shown = FirstPresentTime(window);
+            return shown != 0 && system_time() > shown + kQuietTime;
         },
         limit);
 }

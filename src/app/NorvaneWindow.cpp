@@ -14,6 +14,7 @@
 #include <Application.h>
 #include <Autolock.h>
 #include <NodeMonitor.h>
+#include <Screen.h>
 #include <StorageDefs.h>
 
 #include <algorithm>
@@ -100,7 +101,10 @@ void NorvaneWindow::RestoreFrame()
         MoveTo(static_cast<float>(first), static_cast<float>(second));
     }
     if (ReadPair("Width", "Height", &first, &second)) {
-        ResizeTo(static_cast<float>(first), static_cast<float>(second));
+        // Before it is shown: a window of any number that a file holds would fill the memory.
+        const BRect screen = BScreen(this).Frame();
+        ResizeTo(std::min(static_cast<float>(first), screen.Width()),
+                 std::min(static_cast<float>(second), screen.Height()));
     }
 }
 

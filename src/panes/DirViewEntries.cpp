@@ -108,6 +108,7 @@ int64 DirView::GetSize()
     const DirListItem* row = RowAt(CurrentSelection());
     const bool isOne = row != nullptr && CurrentSelection(1) < 0;
     if (isOne && row->IsFolder() && Window() != nullptr) {
+        // Without a thread the row goes on saying that it is a folder.
         fMeasure.Start(*row->GetRef(), row->NodeRef(), BMessenger(this));
     }
     return 0;

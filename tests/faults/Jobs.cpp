@@ -7,8 +7,14 @@
 #include <ScriptedUI.h>
 
 // No window opens here: what the program would say is not looked at.
-void norvane::MsgBox(const char*, alert_type) {}
-void norvane::MsgBox(const char*, const char*, const char*, alert_type) {}
+bool norvane::MsgBox(const char*, alert_type)
+{
+    return true;
+}
+bool norvane::MsgBox(const char*, const char*, const char*, alert_type)
+{
+    return true;
+}
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include <Button.h>
 
-#include "interface/views/Access.h"
+#include "interface/views/WindowAccess.h"
 #include "interface/views/Look.h"
 #include "interface/views/Ticker.h"
 #include "interface/views/WindowKeys.h"

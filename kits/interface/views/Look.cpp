@@ -1,6 +1,7 @@
 #include "Look.h"
 
-#include "Access.h"
+#include "WindowAccess.h"
+
 #include "WindowState.h"
 
 #include <Font.h>

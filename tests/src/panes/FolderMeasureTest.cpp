@@ -2,7 +2,7 @@
 
 #include "NoThreads.h"
 #include "RecordingLooper.h"
-#include "panes/PaneMessages.h"
+#include "MessageCodes.h"
 
 #include <Path.h>
 #include <TempTree.h>

@@ -198,7 +198,7 @@ TEST_F(TextGeometryTest, WrappedRowsFollowChanges)
 TEST(TextDirectionTest, EveryScriptThatRunsToTheLeftIsKnown)
 {
     const auto runsLeft = [](const char* text) {
-        return kits::DecodedText(text, true).HasRightToLeft();
+        return kits::DecodedText(text, kits::TextShowing::kSingleLine).HasRightToLeft();
     };
     EXPECT_TRUE(runsLeft("a \u05d0"));     // Hebrew
     EXPECT_TRUE(runsLeft("a \u0627"));     // Arabic

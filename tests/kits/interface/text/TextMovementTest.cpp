@@ -34,21 +34,20 @@ Places WalkOn(const TextBuffer& text, int32 (TextMovement::*step)(int32) const)
     return places;
 }
 
-TextBuffer Buffer(const char* text)
+class Buffer : public TextBuffer
 {
-    TextBuffer buffer;
-    buffer.SetText(text);
-    return buffer;
-}
+public:
+    explicit Buffer(const char* text) { SetText(text); }
+};
 
 } // namespace
 
 TEST(TextMovementTest, GoesByWhatIsSeenAsOneCharacter)
 {
     // e and a combining accent; a family of four joined people; a stray byte.
-    const TextBuffer text = Buffer("ae\xcc\x81"
-                                   "\xf0\x9f\x91\xa8\xe2\x80\x8d\xf0\x9f\x91\xa9\xff"
-                                   "z");
+    const Buffer text("ae\xcc\x81"
+                      "\xf0\x9f\x91\xa8\xe2\x80\x8d\xf0\x9f\x91\xa9\xff"
+                      "z");
 
     EXPECT_EQ(WalkOn(text, &TextMovement::NextCharacter), (Places{1, 4, 15, 16, 17}));
     EXPECT_EQ(WalkBack(text, &TextMovement::PreviousCharacter), (Places{16, 15, 4, 1, 0}));
@@ -56,7 +55,7 @@ TEST(TextMovementTest, GoesByWhatIsSeenAsOneCharacter)
 
 TEST(TextMovementTest, CrossesLineBreaks)
 {
-    const TextBuffer text = Buffer("a\n\nb");
+    const Buffer text("a\n\nb");
 
     EXPECT_EQ(WalkOn(text, &TextMovement::NextCharacter), (Places{1, 2, 3, 4}));
     EXPECT_EQ(WalkBack(text, &TextMovement::PreviousCharacter), (Places{3, 2, 1, 0}));
@@ -64,7 +63,7 @@ TEST(TextMovementTest, CrossesLineBreaks)
 
 TEST(TextMovementTest, WordsAreReachedAtTheirBeginning)
 {
-    const TextBuffer text = Buffer("one, two  x\nlast");
+    const Buffer text("one, two  x\nlast");
 
     EXPECT_EQ(WalkOn(text, &TextMovement::NextWord), (Places{5, 10, 11, 12, 16}));
     EXPECT_EQ(WalkBack(text, &TextMovement::PreviousWord), (Places{12, 11, 10, 5, 0}));
@@ -72,14 +71,14 @@ TEST(TextMovementTest, WordsAreReachedAtTheirBeginning)
 
 TEST(TextMovementTest, PathsAreWalkedByTheirParts)
 {
-    const TextBuffer text = Buffer("/home/my files");
+    const Buffer text("/home/my files");
 
     EXPECT_EQ(WalkOn(text, &TextMovement::NextWord), (Places{1, 6, 9, 14}));
 }
 
 TEST(TextMovementTest, StaysAtTheEnds)
 {
-    const TextBuffer text = Buffer("ab");
+    const Buffer text("ab");
     const TextMovement movement(text);
 
     EXPECT_EQ(movement.NextCharacter(2), 2);
@@ -105,7 +104,7 @@ class TextWordTest : public ::testing::TestWithParam<WordCase>
 
 TEST_P(TextWordTest, IsFoundAtItsOffset)
 {
-    const TextBuffer text = Buffer(GetParam().text);
+    const Buffer text(GetParam().text);
     int32 from = -1;
     int32 to = -1;
     TextMovement(text).GetWord(GetParam().offset, &from, &to);
@@ -128,7 +127,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(TextMovementTest, LineIncludesItsBreak)
 {
-    const TextBuffer text = Buffer("ab\ncd");
+    const Buffer text("ab\ncd");
     int32 from = -1;
     int32 to = -1;
     TextMovement(text).GetLine(1, &from, &to);

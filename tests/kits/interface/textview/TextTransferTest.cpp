@@ -227,7 +227,7 @@ TEST_F(TextTransferTest, HiddenTextIsGivenToNobody)
     EXPECT_EQ(Selected(), "");
     EXPECT_EQ(Text(), "one two three");
     std::lock_guard<std::mutex> lock(gLock);
-    EXPECT_EQ(gOnClipboard, "");
+    EXPECT_EQ(gOnClipboard.View(), "");
 }
 
 TEST_F(TextTransferTest, HiddenTextTakesWhatIsPasted)
@@ -240,7 +240,7 @@ TEST_F(TextTransferTest, HiddenTextTakesWhatIsPasted)
     Select(0, 3);
     {
         std::lock_guard<std::mutex> lock(gLock);
-        gOnClipboard = "secret";
+        gOnClipboard = kits::SharedText(std::string("secret"));
     }
 
     TypeKey('v', B_COMMAND_KEY);

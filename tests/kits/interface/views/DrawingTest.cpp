@@ -312,9 +312,12 @@ TEST_F(DrawingTest, DoublePictureIsUsedOnDenseScreens)
     EXPECT_EQ(picture.At(0, 0), picture.scale > 1 ? kBlue : kWhite);
 }
 
-TEST_F(DrawingTest, PartsOfBitmapsAreDrawnFromThePixelsThemselves)
+/// A large bitmap is drawn in parts, in one of these colour spaces.
+class BitmapPartsTest : public DrawingTest, public testing::WithParamInterface<color_space>
 {
-    for (const color_space space : {B_RGB32, B_RGBA32, B_CMAP8}) {
+protected:
+    void DrawInParts(color_space space)
+    {
         BBitmap bitmap(BRect(0, 0, 1599, 1599), space);
         std::memset(bitmap.Bits(), space == B_CMAP8 ? 31 : 255,
                     static_cast<size_t>(bitmap.BitsLength()));
@@ -340,7 +343,15 @@ TEST_F(DrawingTest, PartsOfBitmapsAreDrawnFromThePixelsThemselves)
         EXPECT_EQ(converted, 0) << "colour space " << space;
         EXPECT_EQ(At(picture, 20, 20), kWhite) << "colour space " << space;
     }
+};
+
+TEST_P(BitmapPartsTest, AreDrawnFromThePixelsThemselves)
+{
+    DrawInParts(GetParam());
 }
+
+INSTANTIATE_TEST_SUITE_P(Spaces, BitmapPartsTest, testing::Values(B_RGB32, B_RGBA32, B_CMAP8),
+                         [](const auto& each) { return "Space" + std::to_string(each.param); });
 
 TEST_F(DrawingTest, DrawsWhatWasWrittenLast)
 {

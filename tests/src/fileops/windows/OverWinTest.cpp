@@ -170,7 +170,7 @@ TEST_F(OverWinTest, EnterPressesTheButtonWithTheFocus)
 {
     std::future<uint32> answer = Ask();
     ASSERT_TRUE(kits::testing::WaitForFocus(fWindow));
-    ASSERT_TRUE(kits::testing::WaitUntilAnswers(fWindow));
+    ASSERT_TRUE(kits::testing::WaitUntilKeysAnswer(fWindow));
     kits::testing::TypeKey(B_ENTER);
     EXPECT_EQ(answer.get(), uint32(kAnswerOverwrite));
 }
