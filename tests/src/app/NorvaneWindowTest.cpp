@@ -7,6 +7,7 @@
 #include "clv/CLVContainerView.h"
 #include "settings/HomeFolder.h"
 
+#include <Autolock.h>
 #include <Screen.h>
 #include <StorageDefs.h>
 
@@ -75,11 +76,12 @@ TEST_F(NorvaneWindowTest, AFrameThatNoScreenShowsIsMovedOntoOne)
 {
     WriteSettings("Left=20000\nTop=30000\nWidth=400\nHeight=300\n");
     Open();
-    Locked([&] {
-        const BRect screen = BScreen(B_MAIN_SCREEN_ID).Frame();
-        EXPECT_TRUE(screen.Contains(fWindow->Frame().LeftTop()));
-        EXPECT_EQ(fWindow->Frame().Width(), 400);
-    });
+    // The screen moves it, and tells the window then.
+    EXPECT_TRUE(kits::testing::WaitFor([&] {
+        const BAutolock lock(fWindow);
+        return BScreen(B_MAIN_SCREEN_ID).Frame().Contains(fWindow->Frame().LeftTop());
+    }));
+    Locked([&] { EXPECT_EQ(fWindow->Frame().Width(), 400); });
 }
 
 TEST_F(NorvaneWindowTest, AFrameThatNoScreenCanShowIsCutToOne)
