@@ -162,6 +162,7 @@ void BApplication::HandleArguments(BMessage* message)
         arguments.emplace_back(argument);
     }
     std::vector<char*> argv;
+    argv.reserve(arguments.size());
     for (std::string& each : arguments) {
         argv.push_back(each.data());
     }

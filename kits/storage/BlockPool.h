@@ -6,7 +6,7 @@
 namespace kits {
 
 /// The size of the blocks in which files are read ahead and written behind.
-constexpr size_t kBlockBytes = 256 * 1024;
+constexpr size_t kBlockBytes = size_t{256} * 1024;
 
 struct BlockReturner
 {

@@ -28,7 +28,7 @@ std::array<rgb_color, 256> MakeColors()
         const auto red = static_cast<uint8>(i / (kCubeSide * kCubeSide) * kLevelStep);
         const auto green = static_cast<uint8>(i / kCubeSide % kCubeSide * kLevelStep);
         const auto blue = static_cast<uint8>(i % kCubeSide * kLevelStep);
-        colors[static_cast<size_t>(kGreys + i)] = {red, green, blue, 255};
+        colors[static_cast<size_t>(kGreys) + static_cast<size_t>(i)] = {red, green, blue, 255};
     }
     colors[kTransparent] = B_TRANSPARENT_COLOR;
     return colors;

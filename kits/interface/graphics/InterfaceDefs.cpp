@@ -2,13 +2,15 @@
 
 #include "server/WindowServer.h"
 
+#include <cmath>
+
 namespace {
 
 uint8 Mix(uint8 from, uint8 to, float share)
 {
     const float mixed =
         static_cast<float>(from) + (static_cast<float>(to) - static_cast<float>(from)) * share;
-    return static_cast<uint8>(mixed + 0.5f);
+    return static_cast<uint8>(std::lround(mixed));
 }
 
 } // namespace

@@ -8,7 +8,7 @@ namespace {
 
 // More than anybody takes back by hand; a paste of megabytes pushes out what came before.
 constexpr size_t kMostSteps = 2000;
-constexpr size_t kMostBytes = 64 * 1024 * 1024;
+constexpr size_t kMostBytes = size_t{64} * 1024 * 1024;
 
 bool IsBlank(char byte)
 {
