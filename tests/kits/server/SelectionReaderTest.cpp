@@ -69,6 +69,7 @@ public:
     }
     ~XServer()
     {
+        fKept.reset();
         if (fProcess != 0) {
             kill(fProcess, SIGTERM);
             waitpid(fProcess, nullptr, 0);
@@ -77,18 +78,26 @@ public:
     XServer(const XServer&) = delete;
     XServer& operator=(const XServer&) = delete;
 
-    bool TakesConnections() const
+    // The first one is kept: a server whose last client leaves begins anew, and takes nobody while
+    // it does.
+    bool TakesConnections()
     {
-        xcb_connection_t* connection = xcb_connect(fName.c_str(), nullptr);
-        const bool isTaken = xcb_connection_has_error(connection) == 0;
-        xcb_disconnect(connection);
-        return isTaken;
+        if (fKept == nullptr) {
+            Connection connection(xcb_connect(fName.c_str(), nullptr), &xcb_disconnect);
+            if (xcb_connection_has_error(connection.get()) == 0) {
+                fKept = std::move(connection);
+            }
+        }
+        return fKept != nullptr;
     }
 
     const char* Name() const { return fName.empty() ? nullptr : fName.c_str(); }
 
 private:
     pid_t fProcess = 0;
+    using Connection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
+
+    Connection fKept{nullptr, &xcb_disconnect};
     std::string fName;
 };
 
@@ -110,6 +119,10 @@ public:
     Owner(const char* display, Manners manners)
         : fConnection(xcb_connect(display, nullptr), &xcb_disconnect), fManners(manners)
     {
+        for (int i = 0; i < 1'000 && xcb_connection_has_error(Connection()) != 0; ++i) {
+            snooze(5'000);
+            fConnection.reset(xcb_connect(display, nullptr));
+        }
         fWindow = xcb_generate_id(Connection());
         const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(Connection())).data->root;
         xcb_create_window(Connection(), XCB_COPY_FROM_PARENT, fWindow, root, 0, 0, 1, 1, 0,
@@ -222,7 +235,7 @@ private:
         }
     }
 
-    const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> fConnection;
+    std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> fConnection;
     const Manners fManners;
     xcb_window_t fWindow = XCB_WINDOW_NONE;
     xcb_selection_request_event_t fRequest = {};
