@@ -18,6 +18,16 @@ using kits::testing::WaitFor;
 /// How the window comes up, lays its panes out and is saved.
 class NorvaneWindowTest : public AppFixture
 {
+protected:
+    /// The screen moves a window that it cannot show where it is, and tells the window then: true
+    /// when that has come.
+    bool ComesOntoTheScreen()
+    {
+        return WaitFor([&] {
+            const BAutolock lock(fWindow);
+            return BScreen(B_MAIN_SCREEN_ID).Frame().Contains(fWindow->Frame().LeftTop());
+        });
+    }
 };
 
 TEST_F(NorvaneWindowTest, StartsWithTwoPanesOnTheHomeFolder)
@@ -76,11 +86,7 @@ TEST_F(NorvaneWindowTest, AFrameThatNoScreenShowsIsMovedOntoOne)
 {
     WriteSettings("Left=20000\nTop=30000\nWidth=400\nHeight=300\n");
     Open();
-    // The screen moves it, and tells the window then.
-    EXPECT_TRUE(kits::testing::WaitFor([&] {
-        const BAutolock lock(fWindow);
-        return BScreen(B_MAIN_SCREEN_ID).Frame().Contains(fWindow->Frame().LeftTop());
-    }));
+    EXPECT_TRUE(ComesOntoTheScreen());
     Locked([&] { EXPECT_EQ(fWindow->Frame().Width(), 400); });
 }
 
@@ -100,10 +106,8 @@ TEST_F(NorvaneWindowTest, APlaceThatNoScreenHasLeavesTheSize)
 {
     WriteSettings("Left=9999999999\nTop=0\n");
     Open();
-    Locked([&] {
-        EXPECT_TRUE(BScreen(B_MAIN_SCREEN_ID).Frame().Contains(fWindow->Frame().LeftTop()));
-        EXPECT_EQ(fWindow->Bounds(), BRect(0, 0, 799, 599));
-    });
+    EXPECT_TRUE(ComesOntoTheScreen());
+    Locked([&] { EXPECT_EQ(fWindow->Bounds(), BRect(0, 0, 799, 599)); });
 }
 
 TEST_F(NorvaneWindowTest, ACountOfPanesThatNoWindowHasIsCut)
