@@ -1,6 +1,7 @@
 #include <Clipboard.h>
 
 #include "ClipboardHooks.h"
+#include "HookSlot.h"
 
 #include <Application.h>
 #include <Locker.h>
@@ -21,10 +22,10 @@ namespace {
 
 constexpr char kTextField[] = "text/plain";
 
-ClipboardHooks& Hooks()
+HookSlot<ClipboardHooks>& Slot()
 {
-    static ClipboardHooks hooks;
-    return hooks;
+    static HookSlot<ClipboardHooks> slot; // made when first asked for: registrars run before main()
+    return slot;
 }
 
 // Lent by the message.
@@ -42,12 +43,12 @@ std::string_view TextOf(const BMessage& message)
 
 void SetClipboardHooks(const ClipboardHooks& hooks)
 {
-    Hooks() = hooks;
+    Slot().Set(hooks);
 }
 
 const ClipboardHooks& GetClipboardHooks()
 {
-    return Hooks();
+    return Slot().Get();
 }
 
 } // namespace kits

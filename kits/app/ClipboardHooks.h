@@ -34,7 +34,7 @@ struct ClipboardHooks
 };
 
 /// Registers the desktop; without it a program's clipboard is its own.
-/// Thread: before main().
+/// Thread: any; who asked before still uses those from before.
 void SetClipboardHooks(const ClipboardHooks& hooks);
 const ClipboardHooks& GetClipboardHooks();
 

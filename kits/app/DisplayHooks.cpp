@@ -1,25 +1,27 @@
 #include "app/DisplayHooks.h"
 
+#include "app/HookSlot.h"
+
 namespace kits {
 
 namespace {
 
-DisplayHooks& Hooks()
+HookSlot<DisplayHooks>& Slot()
 {
-    static DisplayHooks hooks; // made when first asked for: registrars run before main()
-    return hooks;
+    static HookSlot<DisplayHooks> slot; // made when first asked for: registrars run before main()
+    return slot;
 }
 
 } // namespace
 
 void SetDisplayHooks(const DisplayHooks& hooks)
 {
-    Hooks() = hooks;
+    Slot().Set(hooks);
 }
 
 const DisplayHooks& GetDisplayHooks()
 {
-    return Hooks();
+    return Slot().Get();
 }
 
 } // namespace kits

@@ -17,7 +17,7 @@ struct DisplayHooks
 };
 
 /// Registers the window server; a program without it has no display.
-/// Thread: before main(), or while there is no application.
+/// Thread: any; who asked before still uses those from before.
 void SetDisplayHooks(const DisplayHooks& hooks);
 const DisplayHooks& GetDisplayHooks();
 

@@ -24,8 +24,8 @@ bool FrontImage::Update(const QImage& canvas, const QRegion& damage)
         for (int y = rect.top(); y <= rect.bottom(); ++y) {
             std::copy_n(canvas.constScanLine(y) + offset, length, fImage.scanLine(y) + offset);
         }
+        fDamage += rect; // not the region, whose data the two threads would share
     }
-    fDamage += copied;
     const bool mustPresent = !fIsPresentPending && !fDamage.isEmpty();
     fIsPresentPending = fIsPresentPending || mustPresent;
     return mustPresent;

@@ -52,8 +52,7 @@ ended "SIGTERM at a question"
 begin
 ask_deletion
 press_close
-sleep 0.5
-window_shown "Sir?" || fail "closing took the question away"
+stays 500 window_shown "Sir?" || fail "closing took the question away"
 program_ended && fail "closing did not wait for the answer"
 dismiss "Sir?"
 ended "a closed window"

@@ -146,8 +146,7 @@ if [ "${2:-wm}" = wm ]; then
         xdotool keydown alt sleep 0.05 mousedown $button sleep 0.05
         [ "$what" = "Alt with a click" ] || xdotool mousemove_relative -- 20 10 sleep 0.05
         xdotool mouseup $button sleep 0.05 keyup alt
-        sleep 0.3
-        menu_closed || fail "$what: a menu opened"
+        stays 300 menu_closed || fail "$what: a menu opened"
     done
     key alt
     expect "Alt after a drag: no menu" menu_open

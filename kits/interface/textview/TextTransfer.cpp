@@ -9,7 +9,6 @@
 #include <TypeConstants.h>
 
 #include <cstring>
-#include <system_error>
 #include <utility>
 
 // What a text view takes from the clipboard and gives to it.
@@ -64,30 +63,24 @@ std::unique_ptr<ClipboardReading> ClipboardReading::Start(ClipboardKind kind,
 {
     std::unique_ptr<ClipboardReading> reading(new ClipboardReading);
     ClipboardReading* self = reading.get();
-    try {
-        self->fThread = std::thread([self, kind, target] {
-            self->fContent = GetClipboardHooks().fetch(kind, &self->fIsCancelled);
-            BMessage arrived(kPasteArrived);
-            arrived.AddInt32("paste", self->fId);
-            target.SendMessage(&arrived);
-        });
-    } catch (const std::system_error&) {
-        return nullptr;
-    }
-    return reading;
+    const status_t started = reading->fThread.Start("paste", [self, kind, target] {
+        self->fContent = GetClipboardHooks().fetch(kind, &self->fIsCancelled);
+        BMessage arrived(kPasteArrived);
+        arrived.AddInt32("paste", self->fId);
+        target.SendMessage(&arrived);
+    });
+    return started == B_OK ? std::move(reading) : nullptr;
 }
 
 ClipboardReading::~ClipboardReading()
 {
     fIsCancelled = true;
-    if (fThread.joinable()) {
-        fThread.join();
-    }
+    fThread.Join();
 }
 
 ClipboardContent ClipboardReading::Take()
 {
-    fThread.join();
+    fThread.Join();
     return std::move(fContent);
 }
 

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "app/ClipboardHooks.h"
+#include "kernel/WorkerThread.h"
 
 #include <Messenger.h>
 #include <SupportDefs.h>
 
 #include <atomic>
 #include <memory>
-#include <thread>
 
 namespace kits {
 
@@ -40,7 +40,7 @@ private:
     const int32 fId;
     std::atomic<bool> fIsCancelled{false};
     ClipboardContent fContent; // the thread's until it has ended
-    std::thread fThread;       // last: it uses all of the above
+    WorkerThread fThread;      // last: it uses all of the above
 };
 
 } // namespace kits

@@ -1,3 +1,4 @@
+#include "NoThreads.h"
 #include "TextViewFixture.h"
 
 #include <OS.h>
@@ -145,6 +146,20 @@ TEST_F(TextPasteTest, ASilentProgramGivesABeepAndNothingElse)
     EXPECT_EQ(Text(), "text");
     TypeText("x");
     EXPECT_TRUE(ShowsSoon("x"));
+}
+
+TEST_F(TextPasteTest, WithoutAThreadForItThereIsABeepAndTypingGoesOn)
+{
+    ShowText("text");
+    {
+        const NoThreads none;
+        TypeKey('v', B_COMMAND_KEY);
+        EXPECT_TRUE(WaitFor([] { return gBeeps == 1; }));
+    }
+    TypeText("x");
+
+    EXPECT_TRUE(ShowsSoon("xtext"));
+    EXPECT_FALSE(gIsAsked);
 }
 
 TEST_F(TextPasteTest, TheMiddleButtonWaitsNoMore)
