@@ -63,8 +63,13 @@ std::string Shortened(const std::string& name, int n)
 {
     const size_t dot = name.rfind('.');
     const bool hasKind = dot != std::string::npos && dot > 0 && name.size() - dot <= kLongestKind;
-    const std::string tail =
-        "~" + (n == 0 ? std::string() : std::to_string(n + 1)) + (hasKind ? name.substr(dot) : "");
+    std::string tail = "~";
+    if (n > 0) {
+        tail += std::to_string(n + 1);
+    }
+    if (hasKind) {
+        tail.append(name, dot);
+    }
     size_t length = kLongestName - tail.size();
     // Not within a letter, where the name is UTF-8.
     for (int i = 0; i < 3 && (static_cast<unsigned char>(name[length]) & 0xc0) == 0x80; ++i) {
