@@ -4,6 +4,7 @@
 #include "FrontImage.h"
 #include "InputMessages.h"
 #include "InputMethod.h"
+#include "ScreenInfo.h"
 #include "ServerState.h"
 #include "Surface.h"
 #include "WindowFlags.h"
@@ -79,7 +80,7 @@ NativeWindow::NativeWindow(int32 token, std::shared_ptr<LooperCore> core,
                            std::shared_ptr<FrontImage> front, std::shared_ptr<FrameNews> news,
                            const WindowShape& shape)
     : fToken(token), fCore(std::move(core)), fFront(std::move(front)), fNews(std::move(news)),
-      fScale(WindowServer::Get().ScreenScale()), fShape(shape),
+      fScale(ScreenInfo::Get().Scale()), fShape(shape),
       fPublished(std::make_shared<const Published>()), fAccessible(*this)
 {
 }

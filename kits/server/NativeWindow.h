@@ -1,8 +1,10 @@
 #pragma once
 
 #include "AccessibleTree.h"
+#include "FrameNews.h"
 #include "Published.h"
-#include "WindowServer.h"
+#include "ShowRequest.h"
+#include "WindowShape.h"
 
 #include <QRect>
 
@@ -13,6 +15,7 @@ class BMessage;
 
 namespace kits {
 
+class FrontImage;
 class LooperCore;
 class Surface;
 

@@ -5,7 +5,6 @@
 #include "ServerState.h"
 #include "Surface.h"
 #include "WindowFlags.h"
-#include "WindowServer.h"
 
 #include <AppDefs.h>
 #include <Message.h>

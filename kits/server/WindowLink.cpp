@@ -1,3 +1,5 @@
+#include "WindowLink.h"
+
 #include "FrontImage.h"
 #include "NativeWindow.h"
 #include "WindowServer.h"
