@@ -1,10 +1,9 @@
 #include "AccessibleInterface.h"
 
-#include "NativeWindow.h"
-#include "Surface.h"
 #include "WindowFlags.h"
 
 #include <QGuiApplication>
+#include <QWindow>
 
 namespace kits {
 
@@ -61,12 +60,12 @@ bool AccessibleInterface::isValid() const
 QObject* AccessibleInterface::object() const
 {
     // The toolkit lists a window by this object; the rest the bridges know by its number alone.
-    return fId == AccessibleTree::kRoot ? fTree.Window().GetSurface() : nullptr;
+    return fId == AccessibleTree::kRoot ? fTree.Window() : nullptr;
 }
 
 QWindow* AccessibleInterface::window() const
 {
-    return fTree.Window().GetSurface();
+    return fTree.Window();
 }
 
 QAccessibleInterface* AccessibleInterface::parent() const
@@ -128,11 +127,10 @@ QString AccessibleInterface::text(QAccessible::Text kind) const
     const AccessibleNode* node = Node();
     if (kind == QAccessible::Name) {
         // A window that has published nothing yet has a title all the same.
-        const std::string& title = fTree.Window().Shape().title;
-        const bool hasName = node != nullptr && !node->name.empty();
-        return QString::fromStdString(hasName || fId != AccessibleTree::kRoot
-                                          ? (node == nullptr ? std::string() : node->name)
-                                          : title);
+        if (fId == AccessibleTree::kRoot && (node == nullptr || node->name.empty())) {
+            return window() == nullptr ? QString() : window()->title();
+        }
+        return node == nullptr ? QString() : QString::fromStdString(node->name);
     }
     if (kind == QAccessible::Value && node != nullptr) {
         return QString::fromStdString(node->value);
@@ -142,15 +140,15 @@ QString AccessibleInterface::text(QAccessible::Text kind) const
 
 QRect AccessibleInterface::rect() const
 {
-    const Surface* surface = fTree.Window().GetSurface();
-    if (surface == nullptr) {
+    const QWindow* native = fTree.Window();
+    if (native == nullptr) {
         return {};
     }
     const AccessibleNode* node = Node();
     if (fId == AccessibleTree::kRoot || node == nullptr) {
-        return surface->geometry();
+        return native->geometry();
     }
-    return RectFrom(node->box).translated(surface->geometry().topLeft());
+    return RectFrom(node->box).translated(native->geometry().topLeft());
 }
 
 QAccessible::Role AccessibleInterface::role() const
@@ -165,7 +163,7 @@ QAccessible::State AccessibleInterface::state() const
     QAccessible::State state;
     const AccessibleNode* node = Node();
     if (fId == AccessibleTree::kRoot) {
-        state.active = QGuiApplication::focusWindow() == fTree.Window().GetSurface();
+        state.active = QGuiApplication::focusWindow() == fTree.Window();
         return state;
     }
     if (node == nullptr) {

@@ -1,19 +1,17 @@
 #include "AccessibleTree.h"
 
 #include "AccessibleInterface.h"
-#include "NativeWindow.h"
 
 #include <utility>
 
 namespace kits {
-
-AccessibleTree::AccessibleTree(NativeWindow& window) : fWindow(window) {}
 
 AccessibleTree::~AccessibleTree() = default;
 
 void AccessibleTree::Close()
 {
     fIsClosed = true;
+    fWindow = nullptr;
     for (const auto& [id, interface] : fInterfaces) {
         QAccessible::deleteAccessibleInterface(interface);
     }
@@ -40,8 +38,7 @@ void AccessibleTree::Changed(std::shared_ptr<const Published> published)
         }
         return isGone;
     });
-    const bool isThere = fWindow.GetSurface() != nullptr; // nobody can have asked for it before
-    if (QAccessible::isActive() && isThere && fFocused != oldFocus) {
+    if (QAccessible::isActive() && fWindow != nullptr && fFocused != oldFocus) {
         QAccessibleEvent event(Interface(fFocused), QAccessible::Focus);
         QAccessible::updateAccessibility(&event);
     }

@@ -7,9 +7,9 @@
 #include <map>
 #include <memory>
 
-namespace kits {
+class QWindow;
 
-class NativeWindow;
+namespace kits {
 
 /// What assistive programs see of a window: answered from what the window published last.
 ///
@@ -21,10 +21,14 @@ public:
     /// The window itself, also before it has published anything.
     static constexpr int32 kRoot = 0;
 
-    explicit AccessibleTree(NativeWindow& window);
+    AccessibleTree() = default;
     ~AccessibleTree();
     AccessibleTree(const AccessibleTree&) = delete;
     AccessibleTree& operator=(const AccessibleTree&) = delete;
+
+    /// The window that the nodes lie in, once it is there: nobody can ask for any before.
+    /// Ownership: borrows it until Close().
+    void SetWindow(QWindow* window) { fWindow = window; }
 
     /// Takes over the nodes of `published`; drops interfaces whose nodes are gone; tells of a new
     /// focus.
@@ -42,7 +46,8 @@ public:
     int32 ParentOf(int32 id) const;
     /// The node that has the focus; kRoot when none has.
     int32 Focused() const { return fFocused; }
-    NativeWindow& Window() const { return fWindow; }
+    /// Null before there is one, and once the tree is closed.
+    QWindow* Window() const { return fWindow; }
 
 private:
     struct Entry
@@ -53,7 +58,7 @@ private:
 
     void Index(const AccessibleNode& node, int32 parent);
 
-    NativeWindow& fWindow;
+    QWindow* fWindow = nullptr;
     std::shared_ptr<const Published> fPublished;
     std::map<int32, Entry> fNodes;
     std::map<int32, QAccessible::Id> fInterfaces;

@@ -1,5 +1,6 @@
 #include "Departures.h"
 
+#include "InputRouter.h"
 #include "NativeWindow.h"
 
 #include <OS.h>
@@ -19,7 +20,7 @@ constexpr bigtime_t kKeysLimit = 100'000;
 
 } // namespace
 
-Departures::Departures()
+Departures::Departures(InputRouter& router) : fRouter(router)
 {
     QObject::connect(&fLook, &QTimer::timeout, &fLook, [this] { Look(); });
 }
@@ -74,7 +75,13 @@ void Departures::Finish(const NativeWindow& window)
     if (fDepartures.empty()) {
         fLook.stop();
     }
-    kept->Depart();
+    LetGo(*kept);
+}
+
+void Departures::LetGo(NativeWindow& window)
+{
+    fRouter.Gone(window.Token());
+    window.Depart();
 }
 
 void Departures::FinishAll()

@@ -9,6 +9,7 @@
 
 namespace kits {
 
+class InputRouter;
 class NativeWindow;
 
 /// Native windows that have left for their loopers, but stay until the focus has gone on to the
@@ -20,7 +21,8 @@ class NativeWindow;
 class Departures
 {
 public:
-    Departures();
+    /// Ownership: borrows the router, which lives longer.
+    explicit Departures(InputRouter& router);
 
     /// Keeps the native window until the focus has moved, or does not for some time.
     void Add(const std::shared_ptr<NativeWindow>& window);
@@ -30,6 +32,8 @@ public:
     /// The window is wanted again: it goes at once.
     void Finish(const NativeWindow& window);
     void FinishAll();
+    /// A window that nothing is on its way to any more is gone, or out of sight, from now on.
+    void LetGo(NativeWindow& window);
 
 private:
     struct Departure
@@ -41,6 +45,7 @@ private:
 
     void Look();
 
+    InputRouter& fRouter;
     std::vector<Departure> fDepartures;
     QTimer fLook; // runs while there are any
 };

@@ -4,6 +4,7 @@
 #include "InputRouter.h"
 #include "KeyTranslation.h"
 #include "PointerTranslation.h"
+#include "WindowEvents.h"
 
 #include <SupportDefs.h>
 
@@ -12,9 +13,11 @@
 #include <atomic>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 
 class BMessage;
+class QEvent;
 class QInputMethodEvent;
 class QKeyEvent;
 class QMouseEvent;
@@ -23,8 +26,10 @@ class QWindow;
 
 namespace kits {
 
+class Departures;
 class NativeWindow;
-class ServerState;
+class WindowOrder;
+class WindowTable;
 
 /// The pointer and the modifiers as last seen, for those who poll. Thread: any.
 struct InputSnapshot
@@ -37,21 +42,23 @@ InputSnapshot& LastInput();
 
 /// Turns native events into messages and posts them where the router says.
 /// Thread: the server's.
-class InputDispatcher
+class InputDispatcher : public WindowEvents
 {
 public:
-    explicit InputDispatcher(ServerState& state) : fState(state) {}
+    /// `canGrabMouse`: whether the platform gives the mouse to one window.
+    /// Ownership: borrows the others, which live longer.
+    InputDispatcher(WindowTable& windows, InputRouter& router, WindowOrder& order,
+                    Departures& departures, bool canGrabMouse)
+        : fWindows(windows), fRouter(router), fOrder(order), fDepartures(departures),
+          fCanGrabMouse(canGrabMouse)
+    {
+    }
 
-    void Key(const NativeWindow& native, const QKeyEvent& event);
-    /// What an input method enters and shows: key messages of the characters, unless a text field
-    /// shows a preview or text of it is replaced.
-    void TextInput(const NativeWindow& native, const QInputMethodEvent& event);
-    /// The window's text field shows no preview any more.
-    void PreviewEnded(int32 window);
-    void Mouse(const NativeWindow& native, const QMouseEvent& event);
-    void Wheel(const NativeWindow& native, const QWheelEvent& event);
-    /// The pointer came into the native window or left it.
-    void Crossed(const NativeWindow& native, bool isInside);
+    // WindowEvents
+    bool Input(int32 window, const QEvent& event) override;
+    void PreviewEnded(int32 window) override;
+    void CloseAsked(int32 window) override;
+
     /// The system's focus went to one of our windows; null: to none.
     void FocusChanged(QWindow* window);
     /// The window with the token leaves the screen: its focus and presses go elsewhere. Returns
@@ -60,9 +67,17 @@ public:
     void SetCapture(const NativeWindow& window, bool on);
     /// Clicks of a double click are counted anew.
     void ResetClicks() { fClicks.Reset(); }
+    /// Passes on what was asked of shown windows while another one kept input from them.
+    void ServeCloses();
 
 private:
     void Post(int32 window, std::unique_ptr<BMessage> message) const;
+    bool ServeClose(int32 window);
+    void Key(int32 native, const QKeyEvent& event);
+    void TextInput(int32 native, const QInputMethodEvent& event);
+    void Mouse(int32 native, const QMouseEvent& event);
+    void Wheel(int32 native, const QWheelEvent& event);
+    void Crossed(int32 native, bool isInside);
     void PostKey(uint32 what, const InputRouter::KeyTarget& target, const PlatformKey& key,
                  int32 code);
     void PostKeyUp(int32 window, int32 code);
@@ -70,15 +85,19 @@ private:
     enum class Alt : uint8 { kAlone, kOther };
     void ModifiersSeen(int32 target, uint32 modifiers, Alt alt = Alt::kOther);
     void PointerModifiersSeen(Qt::KeyboardModifiers modifiers);
-    void PressMouse(const NativeWindow& native, const QMouseEvent& event);
-    void ReleaseMouse(const NativeWindow& native, const QMouseEvent& event);
-    void MoveMouse(const NativeWindow& native, QPoint onScreen, int32 transit);
+    void PressMouse(int32 native, const QMouseEvent& event);
+    void ReleaseMouse(int32 native, const QMouseEvent& event);
+    void MoveMouse(int32 native, QPoint onScreen, int32 transit);
     std::unique_ptr<BMessage> MouseMessage(uint32 what, int32 target, QPoint onScreen) const;
     void GiveGrabBack();
     bigtime_t EventTime() const;
     void TellActivation();
 
-    ServerState& fState;
+    WindowTable& fWindows;
+    InputRouter& fRouter;
+    WindowOrder& fOrder;
+    Departures& fDepartures;
+    const bool fCanGrabMouse;
     EventClock fClock;
     bigtime_t fEventTime = 0; // of the event that is being dispatched; 0: none, or it told no time
     ModifierSides fSides;
@@ -86,6 +105,7 @@ private:
     ClickCounter fClicks;
     WheelSum fWheel;
     std::map<int32, PlatformKey> fHeld; // by code: what their releases will say
+    std::set<int32> fCloseAsked;        // windows that wait until nothing blocks them
     int32 fActive = 0;                  // the window that was told it is active
     int32 fSuccessor = 0;               // was last passed the focus by a window that left
     int32 fPreviewing = 0;              // the window whose text field shows a preview

@@ -1,6 +1,6 @@
 #include "InputRouter.h"
 
-#include "WindowServer.h"
+#include "ShowRequest.h"
 
 #include <algorithm>
 

@@ -4,8 +4,9 @@
 #include "FrontImage.h"
 #include "InputMessages.h"
 #include "InputMethod.h"
-#include "ServerState.h"
+#include "ScreenInfo.h"
 #include "Surface.h"
+#include "WindowEvents.h"
 #include "WindowFlags.h"
 #include "X11Keyboard.h"
 
@@ -19,9 +20,7 @@
 #include <QScreen>
 #include <QTimer>
 
-#include <algorithm>
 #include <optional>
-#include <set>
 #include <utility>
 #include <vector>
 
@@ -79,8 +78,8 @@ NativeWindow::NativeWindow(int32 token, std::shared_ptr<LooperCore> core,
                            std::shared_ptr<FrontImage> front, std::shared_ptr<FrameNews> news,
                            const WindowShape& shape)
     : fToken(token), fCore(std::move(core)), fFront(std::move(front)), fNews(std::move(news)),
-      fScale(WindowServer::Get().ScreenScale()), fShape(shape),
-      fPublished(std::make_shared<const Published>()), fAccessible(*this)
+      fScale(ScreenInfo::Get().Scale()), fShape(shape),
+      fPublished(std::make_shared<const Published>())
 {
 }
 
@@ -104,9 +103,8 @@ void NativeWindow::PostMove(std::unique_ptr<BMessage> message) const
 
 void NativeWindow::CreateSurface()
 {
-    fSurface = std::make_unique<Surface>(*this);
-    ServerState::Get().windows.Add(shared_from_this());
-    ApplyFlags();
+    fSurface = std::make_unique<Surface>(*this, *fEvents);
+    fAccessible.SetWindow(fSurface.get());
     fSurface->setTitle(QString::fromStdString(fShape.title));
     fSurface->setCursor(CursorFor(fPointer));
     ApplyFrame(RectFrom(fShape.frame));
@@ -195,147 +193,42 @@ void NativeWindow::FrameAsked(const FrameAsks& before)
     }
 }
 
-// Showing
+// Coming and going
 
-void NativeWindow::Show(const ShowRequest& request)
+void NativeWindow::Prepare(WindowEvents& events, Surface* above)
 {
-    ServerState& state = ServerState::Get();
-    if (fIsShown) {
-        return;
-    }
-    state.departures.Finish(*this);
+    fEvents = &events;
     if (fSurface == nullptr) {
         CreateSurface();
     }
-    fOpener = request.opener;
     ApplyFlags();
-    if (const NativeWindow* opener = ShownOpener()) {
-        fSurface->setTransientParent(opener->GetSurface());
+    if (above != nullptr) {
+        fSurface->setTransientParent(above);
     }
     fSurface->create();
     x11::SetBackground(fSurface.get(), kBackground);
     x11::TellKeysAtFocus(fSurface.get());
-    fIsShown = true;
-    ShowRequest routed = request;
-    routed.opener = KeysOpener();
-    const int32 opener = state.router.Shown(fToken, routed, IsPopUp(), system_time());
-    if (opener != 0) {
-        HandOverKeys(opener);
-    }
-    state.windows.Raise(fToken);
-    state.input.ResetClicks();
-    const bool takesFocus = request.takesFocus && !IsPopUp();
+}
+
+void NativeWindow::Appear(bool takesFocus)
+{
     fSurface->setProperty("_q_showWithoutActivating", !takesFocus);
-    NativeWindow* focused = state.windows.Find(state.router.Focused());
     fSurface->setVisible(true);
-    // Without a window manager nobody else gives it the focus.
-    if (takesFocus) {
-        fSurface->requestActivate();
-    } else if (state.givesFocusUnasked && focused != nullptr) {
-        focused->fSurface->requestActivate();
-    }
-    ScaleMayHaveChanged();
-    GeometryChanged(fSurface->geometry());
 }
 
-// An opener that is hidden for the moment would leave this window without anything to stay above.
-const NativeWindow* NativeWindow::ShownOpener() const
+void NativeWindow::SetShown(bool isShown)
 {
-    const WindowTable& windows = ServerState::Get().windows;
-    const NativeWindow* opener = windows.Find(fOpener);
-    while (opener != nullptr && !opener->fIsShown) {
-        opener = windows.Find(opener->fOpener);
-    }
-    return opener;
-}
-
-// The window that gets the keys which are on their way to the opener: one that is hidden gets none,
-// and one that only shows progress sends them on to the window it belongs to.
-int32 NativeWindow::KeysOpener() const
-{
-    const ServerState& state = ServerState::Get();
-    const NativeWindow* opener = state.windows.Find(fOpener);
-    while (opener != nullptr && (!opener->fIsShown || state.router.LendsKeys(opener->fToken))) {
-        opener = state.windows.Find(opener->fOpener);
-    }
-    return opener == nullptr ? fOpener : opener->fToken;
-}
-
-void NativeWindow::HandOverKeys(int32 from)
-{
-    ServerState& state = ServerState::Get();
-    const NativeWindow* opener = state.windows.Find(from);
-    if (opener == nullptr || opener->fCore == nullptr || fCore == nullptr ||
-        opener->fCore == fCore) {
-        return;
-    }
-    std::vector<std::unique_ptr<BMessage>> moved;
-    std::set<int32> pressed;
-    for (std::unique_ptr<BMessage>& message : opener->fCore->TakeKeyMessages()) {
-        const int32 code = message->GetInt32("kits:code", 0);
-        if (!message->HasInt32("be:key_repeat")) {
-            pressed.insert(code);
-            state.router.KeyMoved(code, fToken);
-        } else if (pressed.count(code) == 0) {
-            continue; // of a key that the opener took: this window has nothing to do with it
-        }
-        message->ReplaceInt32("window", fToken);
-        if (!message->HasBool("kits:early")) {
-            message->AddBool("kits:early", true);
-        }
-        moved.push_back(std::move(message));
-    }
-    fCore->PutInFront(std::move(moved));
-}
-
-// Whether the native window must stay until the focus has gone on.
-bool NativeWindow::Leave()
-{
-    ServerState& state = ServerState::Get();
-    const NativeWindow* opener = state.windows.Find(fOpener);
-    if (IsPopUp() && opener != nullptr && QGuiApplication::focusWindow() == fSurface.get()) {
-        // The headless platform gave it the focus, and would take that along.
-        opener->fSurface->requestActivate();
-    }
-    const bool passesFocus = state.input.WindowLeaves(fToken);
-    state.windows.Lower(fToken);
-    fIsShown = false;
-    fFront->firstPresentTime = 0;
-    for (const int32 token : std::vector<int32>(state.windows.Shown())) {
-        state.windows.Find(token)->ServeClose(); // it may have been what blocked them
-    }
-    return passesFocus;
-}
-
-void NativeWindow::Hide()
-{
-    if (!fIsShown) {
-        return;
-    }
-    if (Leave()) {
-        ServerState::Get().departures.Add(shared_from_this());
-    } else {
-        Depart();
+    fIsShown = isShown;
+    if (!isShown) {
+        fFront->firstPresentTime = 0;
     }
 }
 
-void NativeWindow::Destroy()
+void NativeWindow::Close()
 {
-    // The native window may stay for a while: who asks for it then gets nothing that outlives this.
+    // The native window may stay for a while.
     fAccessible.Close();
-    if (fSurface == nullptr) {
-        return;
-    }
-    ServerState& state = ServerState::Get();
-    const std::shared_ptr<NativeWindow> self = shared_from_this();
-    fIsDestroyed = true;
-    if (fIsShown) {
-        Hide();
-    }
-    state.windows.Remove(fToken);
-    if (!state.departures.Has(*this)) {
-        Depart();
-    }
+    fIsClosed = true;
 }
 
 void NativeWindow::GoOutOfSight()
@@ -352,62 +245,10 @@ bool NativeWindow::HasSystemFocus() const
 
 void NativeWindow::Depart()
 {
-    ServerState::Get().router.Gone(fToken);
-    if (fIsDestroyed) {
+    if (fIsClosed) {
         fSurface.reset();
     } else {
         GoOutOfSight();
-    }
-}
-
-void NativeWindow::Activate()
-{
-    ServerState& state = ServerState::Get();
-    if (!fIsShown) {
-        return;
-    }
-    // Asked for before the alert came, it would take the keyboard from it, and cover it.
-    NativeWindow* modal =
-        state.router.IsBlocked(fToken) ? state.windows.Find(state.router.TopmostModal()) : nullptr;
-    if (modal != nullptr && modal != this) {
-        modal->Activate();
-        return;
-    }
-    if (IsBehindQuestion()) {
-        return;
-    }
-    Raise();
-    fSurface->requestActivate();
-}
-
-// Whether an operation of this window asks something just now. The window was told to take the
-// activation back when the operation started, by another thread than the one that asks: it may get
-// round to that only after the question was shown.
-bool NativeWindow::IsBehindQuestion() const
-{
-    const ServerState& state = ServerState::Get();
-    const std::vector<int32>& shown = state.windows.Shown();
-    return std::any_of(shown.begin(), shown.end(), [&](int32 token) {
-        const NativeWindow* window = state.windows.Find(token);
-        return window != nullptr && window->fOpener != fToken && !window->IsPopUp() &&
-               state.router.HasOrAwaitsFocus(token) && !state.router.LendsKeys(token) &&
-               window->KeysOpener() == fToken;
-    });
-}
-
-// Without a window manager nobody else keeps dialogs above their opener.
-void NativeWindow::Raise()
-{
-    ServerState& state = ServerState::Get();
-    if (!state.givesFocusUnasked) {
-        fSurface->raise();
-    }
-    state.windows.Raise(fToken);
-    for (const int32 token : std::vector<int32>(state.windows.Shown())) {
-        NativeWindow* window = state.windows.Find(token);
-        if (window != nullptr && window != this && window->ShownOpener() == this) {
-            window->Raise();
-        }
     }
 }
 
@@ -419,14 +260,6 @@ void NativeWindow::Minimize(bool minimize)
     const Qt::WindowStates states = fSurface->windowStates();
     fSurface->setWindowStates(minimize ? states | Qt::WindowMinimized
                                        : states & ~Qt::WindowMinimized);
-    if (!minimize) {
-        Activate();
-    }
-}
-
-void NativeWindow::SetCapture(bool on)
-{
-    ServerState::Get().input.SetCapture(*this, on);
 }
 
 void NativeWindow::SetCursor(PointerShape shape)
@@ -446,8 +279,8 @@ void NativeWindow::Publish(std::shared_ptr<const Published> published)
     fPublished = std::move(published);
     fAccessible.Changed(fPublished);
     const bool isAnew = IsAnew(before, fPublished->inputMethod);
-    if (isAnew) {
-        ServerState::Get().input.PreviewEnded(fToken);
+    if (isAnew && fEvents != nullptr) {
+        fEvents->PreviewEnded(fToken);
     }
     // The toolkit cannot see a caret or a focus that move inside the window.
     if (fSurface != nullptr && QGuiApplication::focusWindow() == fSurface.get()) {

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "AccessibleTree.h"
+#include "FrameNews.h"
 #include "Published.h"
-#include "WindowServer.h"
+#include "WindowShape.h"
 
 #include <QRect>
 
@@ -13,11 +14,15 @@ class BMessage;
 
 namespace kits {
 
+class FrontImage;
 class LooperCore;
 class Surface;
+class WindowEvents;
 
 /// The server's half of a window: what it was told, and the native window once it is shown.
 ///
+/// It knows itself alone. How it comes and goes among the others is up to Showing, which of them
+/// is in front to WindowOrder, and whom its input is for to WindowEvents.
 /// Thread: the server's, apart from the constructor, Token() and Scale().
 class NativeWindow : public std::enable_shared_from_this<NativeWindow>
 {
@@ -34,30 +39,40 @@ public:
     // What the link asks for
 
     void SetShape(const WindowShape& shape);
-    void Show(const ShowRequest& request);
-    void Hide();
-    /// Hides and deletes the native window, once nothing is on its way to it any more.
-    void Destroy();
-    /// The rest of Hide() or Destroy(): while keys may still come, and when none can.
+    void Minimize(bool minimize);
+    /// Shows the front image's damage; dropped while nothing of the window is on a screen.
+    void Present();
+    void SetCursor(PointerShape shape);
+    void Publish(std::shared_ptr<const Published> published);
+
+    // Coming and going
+
+    /// The window that opened it; 0: none.
+    void SetOpener(int32 opener) { fOpener = opener; }
+    int32 Opener() const { return fOpener; }
+    /// Makes the native window ready, still out of sight; it will stay above `above` (may be null).
+    /// Ownership: borrows `events`, which outlives the native window.
+    void Prepare(WindowEvents& events, Surface* above);
+    /// Puts the native window onto the screen.
+    void Appear(bool takesFocus);
+    /// Whether it is shown, as far as its looper is concerned: one that leaves may be seen for a
+    /// while longer.
+    void SetShown(bool isShown);
+    bool IsShown() const { return fIsShown; }
+    /// Its looper wants it no more. Who still asks for it gets nothing that outlives this.
+    void Close();
+    /// The rest of hiding: while keys may still come, and when none can; deletes the native window
+    /// when it is closed.
     void GoOutOfSight();
     void Depart();
     /// Whether the system sends keys to it, whatever the toolkit knows of that. Asks the system.
     bool HasSystemFocus() const;
-    void Activate();
-    void Minimize(bool minimize);
-    /// Shows the front image's damage; dropped while nothing of the window is on a screen.
-    void Present();
-    void SetCapture(bool on);
-    void SetCursor(PointerShape shape);
-    void Publish(std::shared_ptr<const Published> published);
 
     // What the system says
 
     void Exposed();
     void GeometryChanged(const QRect& geometry);
     void CloseAsked();
-    /// Passes a request to close on that came while another window kept input from this one.
-    void ServeClose();
     void StatesChanged(Qt::WindowStates states);
     void ScaleMayHaveChanged();
 
@@ -68,7 +83,8 @@ public:
     bool IsPopUp() const { return fShape.kind == WindowShape::Kind::kPopUp; }
     AccessibleTree& Accessible() { return fAccessible; }
     const Published& GetPublished() const { return *fPublished; }
-    LooperCore& Core() const { return *fCore; }
+    /// Null for none.
+    LooperCore* Core() const { return fCore.get(); }
     FrontImage& Front() const { return *fFront; }
 
     /// Posts to the window's looper; what comes after it is gone is dropped.
@@ -83,12 +99,6 @@ private:
     void ApplyFrame(const QRect& frame);
     void FrameAsked(const FrameAsks& before);
     void TellFrame(const QRect& frame);
-    const NativeWindow* ShownOpener() const;
-    int32 KeysOpener() const;
-    void Raise();
-    bool IsBehindQuestion() const;
-    void HandOverKeys(int32 from);
-    bool Leave();
     void PresentRegion(bool isAll);
 
     const int32 fToken;
@@ -102,12 +112,12 @@ private:
     Qt::WindowStates fStates;
     PointerShape fPointer = PointerShape::kArrow;
     std::shared_ptr<const Published> fPublished; // never null
+    WindowEvents* fEvents = nullptr;             // null until there is a surface
     std::unique_ptr<Surface> fSurface;
     AccessibleTree fAccessible; // gone before the surface it speaks of
     int32 fOpener = 0;
     bool fIsShown = false;
-    bool fIsCloseAsked = false; // and waits until nothing blocks the window
-    bool fIsDestroyed = false;
+    bool fIsClosed = false;
 };
 
 } // namespace kits

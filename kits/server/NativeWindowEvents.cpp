@@ -2,10 +2,9 @@
 
 #include "InputMessages.h"
 #include "NativeWindow.h"
-#include "ServerState.h"
 #include "Surface.h"
+#include "WindowEvents.h"
 #include "WindowFlags.h"
-#include "WindowServer.h"
 
 #include <AppDefs.h>
 #include <Message.h>
@@ -32,24 +31,8 @@ void NativeWindow::TellFrame(const QRect& frame)
 
 void NativeWindow::CloseAsked()
 {
-    ServerState& state = ServerState::Get();
-    if ((fShape.flags & B_NOT_CLOSABLE) == B_NOT_CLOSABLE) {
-        return;
-    }
-    fIsCloseAsked = true;
-    ServeClose();
-    if (fIsCloseAsked) {
-        if (NativeWindow* modal = state.windows.Find(state.router.TopmostModal())) {
-            modal->Activate();
-        }
-    }
-}
-
-void NativeWindow::ServeClose()
-{
-    if (fIsCloseAsked && !ServerState::Get().router.IsBlocked(fToken)) {
-        fIsCloseAsked = false;
-        Post(std::make_unique<BMessage>(B_QUIT_REQUESTED));
+    if ((fShape.flags & B_NOT_CLOSABLE) != B_NOT_CLOSABLE) {
+        fEvents->CloseAsked(fToken);
     }
 }
 

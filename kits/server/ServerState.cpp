@@ -24,15 +24,28 @@ namespace {
 
 ServerState* sState = nullptr; // set while the server's thread runs its loop
 
+// What the system cannot do on every platform: headless and Wayland give no mouse grab to windows.
+bool CanGrabMouse()
+{
+    return QGuiApplication::platformName() == QStringLiteral("xcb");
+}
+
+// The headless platform gives the focus to every window that is shown, and knows no order.
+bool GivesFocusUnasked()
+{
+    return QGuiApplication::platformName() == QStringLiteral("offscreen");
+}
+
 } // namespace
 
-ServerState::ServerState() : input(*this)
+ServerState::ServerState()
+    : order(windows, router, !GivesFocusUnasked()), departures(router),
+      input(windows, router, order, departures, CanGrabMouse()),
+      showing(windows, router, order, input, departures, GivesFocusUnasked())
 {
     sState = this;
     icons.Start();
-    canGrabMouse = QGuiApplication::platformName() == QStringLiteral("xcb");
-    givesFocusUnasked = QGuiApplication::platformName() == QStringLiteral("offscreen");
-    router.SetRepeatRule(x11::UseDetectableRepeats() || !canGrabMouse
+    router.SetRepeatRule(x11::UseDetectableRepeats() || !CanGrabMouse()
                              ? InputRouter::RepeatRule::kPressWithoutRelease
                              : InputRouter::RepeatRule::kTimestamps);
     x11::HearKeyboard();
@@ -49,8 +62,7 @@ ServerState::~ServerState()
     qGuiApp->removeEventFilter(this);
     qGuiApp->disconnect(qGuiApp);
     QAccessible::removeActivationObserver(this);
-    windows.DestroyAll();
-    departures.FinishAll();
+    showing.DestroyAll();
     sState = nullptr;
 }
 
@@ -64,7 +76,7 @@ void ServerState::accessibilityActiveChanged(bool active)
     ScreenInfo::Get().isAccessibilityActive = active;
     // A window that paints nothing would say nothing for a long time.
     for (const int32 token : windows.Shown()) {
-        windows.Find(token)->Core().Wake();
+        windows.Find(token)->Core()->Wake();
     }
 }
 

@@ -3,7 +3,9 @@
 #include "Departures.h"
 #include "InputDispatcher.h"
 #include "InputRouter.h"
+#include "Showing.h"
 #include "ThemeIcons.h"
+#include "WindowOrder.h"
 #include "WindowTable.h"
 
 #include <QAccessible>
@@ -24,16 +26,14 @@ public:
     /// Valid from before the first task of the server's queue to after the last.
     static ServerState& Get();
 
+    // Each knows those before it at most.
     WindowTable windows;
     InputRouter router;
-    InputDispatcher input;
-    ThemeIcons icons;
+    WindowOrder order;
     Departures departures;
-    /// What the system cannot do on every platform: headless and Wayland give no mouse grab to
-    /// windows.
-    bool canGrabMouse = false;
-    /// The headless platform gives the focus to every window that is shown, and knows no order.
-    bool givesFocusUnasked = false;
+    InputDispatcher input;
+    Showing showing;
+    ThemeIcons icons;
 
 private:
     // QAccessible::ActivationObserver

@@ -2,14 +2,11 @@
 
 #include "InputMethod.h"
 #include "NativeWindow.h"
-#include "ServerState.h"
+#include "WindowEvents.h"
 
 #include <QExposeEvent>
 #include <QInputMethodQueryEvent>
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPainter>
-#include <QWheelEvent>
 
 #include <cmath>
 
@@ -38,7 +35,8 @@ QImage Undensed(const QImage& image)
 
 } // namespace
 
-Surface::Surface(NativeWindow& owner) : fOwner(owner), fStore(this)
+Surface::Surface(NativeWindow& owner, WindowEvents& events)
+    : fOwner(owner), fEvents(events), fStore(this)
 {
     setSurfaceType(QSurface::RasterSurface);
 }
@@ -113,43 +111,15 @@ void Surface::moveEvent(QMoveEvent*)
     fOwner.GeometryChanged(geometry());
 }
 
-bool Surface::InputEvent(QEvent* event)
-{
-    InputDispatcher& input = ServerState::Get().input;
-    switch (event->type()) {
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-        input.Key(fOwner, *static_cast<QKeyEvent*>(event));
-        return true;
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::MouseMove:
-        input.Mouse(fOwner, *static_cast<QMouseEvent*>(event));
-        return true;
-    case QEvent::Wheel:
-        input.Wheel(fOwner, *static_cast<QWheelEvent*>(event));
-        return true;
-    case QEvent::Enter:
-    case QEvent::Leave:
-        input.Crossed(fOwner, event->type() == QEvent::Enter);
-        return true;
-    case QEvent::InputMethod:
-        input.TextInput(fOwner, *static_cast<QInputMethodEvent*>(event));
-        return true;
-    case QEvent::InputMethodQuery:
-        AnswerInputMethod(fOwner.GetPublished().inputMethod,
-                          *static_cast<QInputMethodQueryEvent*>(event));
-        return true;
-    default:
-        return false;
-    }
-}
-
 bool Surface::event(QEvent* event)
 {
-    if (InputEvent(event)) {
+    if (fEvents.Input(fOwner.Token(), *event)) {
         event->accept();
+        return true;
+    }
+    if (event->type() == QEvent::InputMethodQuery) {
+        AnswerInputMethod(fOwner.GetPublished().inputMethod,
+                          *static_cast<QInputMethodQueryEvent*>(event));
         return true;
     }
     if (event->type() == QEvent::Close) {

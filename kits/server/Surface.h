@@ -7,13 +7,16 @@
 namespace kits {
 
 class NativeWindow;
+class WindowEvents;
 
-/// The toolkit's window: hands every event on and shows pixels.
+/// The toolkit's window: hands every event on, to its owner or to those who know the other windows,
+/// and shows pixels.
 /// Thread: the server's.
 class Surface : public QWindow
 {
 public:
-    explicit Surface(NativeWindow& owner);
+    /// Ownership: borrows both, which outlive it.
+    Surface(NativeWindow& owner, WindowEvents& events);
     ~Surface() override;
 
     /// Shows `region` (device pixels) of `image`; grey where the image does not reach.
@@ -32,9 +35,8 @@ protected:
     QAccessibleInterface* accessibleRoot() const override;
 
 private:
-    bool InputEvent(QEvent* event);
-
     NativeWindow& fOwner;
+    WindowEvents& fEvents;
     QBackingStore fStore;
     qreal fStoreRatio = 0; // of the screen the store was made for
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "WindowServer.h"
+#include "WindowShape.h"
 
 #include <QRect>
 #include <QSize>

@@ -1,5 +1,8 @@
+#include "WindowLink.h"
+
 #include "FrontImage.h"
 #include "NativeWindow.h"
+#include "ServerState.h"
 #include "WindowServer.h"
 
 #include "app/LooperCore.h"
@@ -29,7 +32,7 @@ WindowLink::WindowLink(BLooper* looper, const WindowShape& shape)
 
 WindowLink::~WindowLink()
 {
-    WindowServer::Get().Call([native = fNative] { native->Destroy(); });
+    WindowServer::Get().Call([native = fNative] { ServerState::Get().showing.Destroy(*native); });
 }
 
 void WindowLink::SetShape(const WindowShape& shape)
@@ -39,22 +42,28 @@ void WindowLink::SetShape(const WindowShape& shape)
 
 void WindowLink::Show(const ShowRequest& request)
 {
-    WindowServer::Get().Call([native = fNative, &request] { native->Show(request); });
+    WindowServer::Get().Call(
+        [native = fNative, &request] { ServerState::Get().showing.Show(*native, request); });
 }
 
 void WindowLink::Hide()
 {
-    WindowServer::Get().Call([native = fNative] { native->Hide(); });
+    WindowServer::Get().Call([native = fNative] { ServerState::Get().showing.Hide(*native); });
 }
 
 void WindowLink::Activate()
 {
-    WindowServer::Get().Post([native = fNative] { native->Activate(); });
+    WindowServer::Get().Post([native = fNative] { ServerState::Get().order.Activate(*native); });
 }
 
 void WindowLink::Minimize(bool minimize)
 {
-    WindowServer::Get().Post([native = fNative, minimize] { native->Minimize(minimize); });
+    WindowServer::Get().Post([native = fNative, minimize] {
+        native->Minimize(minimize);
+        if (!minimize) {
+            ServerState::Get().order.Activate(*native);
+        }
+    });
 }
 
 void WindowLink::Present()
@@ -64,7 +73,8 @@ void WindowLink::Present()
 
 void WindowLink::SetMouseCapture(bool on)
 {
-    WindowServer::Get().Post([native = fNative, on] { native->SetCapture(on); });
+    WindowServer::Get().Post(
+        [native = fNative, on] { ServerState::Get().input.SetCapture(*native, on); });
 }
 
 void WindowLink::SetCursor(PointerShape shape)

@@ -18,14 +18,6 @@ void WindowTable::Remove(int32 token)
     fWindows.erase(token);
 }
 
-void WindowTable::DestroyAll()
-{
-    while (!fWindows.empty()) {
-        const std::shared_ptr<NativeWindow> window = fWindows.begin()->second;
-        window->Destroy();
-    }
-}
-
 void WindowTable::Raise(int32 token)
 {
     Lower(token);
@@ -35,6 +27,11 @@ void WindowTable::Raise(int32 token)
 void WindowTable::Lower(int32 token)
 {
     std::erase(fShown, token);
+}
+
+std::shared_ptr<NativeWindow> WindowTable::Any() const
+{
+    return fWindows.empty() ? nullptr : fWindows.begin()->second;
 }
 
 NativeWindow* WindowTable::Find(int32 token) const

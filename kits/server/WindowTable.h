@@ -21,13 +21,13 @@ class WindowTable
 public:
     void Add(const std::shared_ptr<NativeWindow>& window);
     void Remove(int32 token);
-    /// Deletes every native window that is left.
-    void DestroyAll();
     /// Puts a shown window in front of the others.
     void Raise(int32 token);
     /// The window is no longer shown.
     void Lower(int32 token);
 
+    /// Any window that is left; null when none is.
+    std::shared_ptr<NativeWindow> Any() const;
     /// Lends the window; null when there is none.
     NativeWindow* Find(int32 token) const;
     /// The window of ours that owns this native one; null for null and for foreign ones.

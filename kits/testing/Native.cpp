@@ -30,7 +30,7 @@ QWindow* FindNative(const BWindow* window, Accept accepts)
     const WindowTable& windows = ServerState::Get().windows;
     for (auto token = windows.Shown().rbegin(); token != windows.Shown().rend(); ++token) {
         const NativeWindow* native = windows.Find(*token);
-        if (native != nullptr && core != nullptr && &native->Core() == core.get() &&
+        if (native != nullptr && core != nullptr && native->Core() == core.get() &&
             accepts(*native)) {
             return native->GetSurface();
         }

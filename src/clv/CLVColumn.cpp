@@ -1,6 +1,6 @@
 #include "clv/CLVColumn.h"
 
-#include "clv/ColumnListView.h"
+#include "clv/ColumnOwner.h"
 
 #include <algorithm>
 

@@ -7,6 +7,7 @@
 namespace norvane {
 
 class ColumnListView;
+class ColumnOwner;
 
 /// What a column carries, as bits.
 enum CLVColumnFlags : uint32 {
@@ -59,7 +60,8 @@ public:
     /// Whether the last layout indents this column by the outline level.
     bool IsShifted() const { return fIsShifted; }
     CLVSortMode SortMode() const { return fSortMode; }
-    ColumnListView* Parent() const { return fParent; }
+    /// What it was added to; null before, and once it is removed.
+    ColumnOwner* Parent() const { return fParent; }
 
 private:
     friend class ColumnListView;
@@ -73,7 +75,7 @@ private:
     uint32 fFlags;
     bool fIsShifted = false;
     CLVSortMode fSortMode = NoSort;
-    ColumnListView* fParent = nullptr;
+    ColumnOwner* fParent = nullptr;
 };
 
 } // namespace norvane

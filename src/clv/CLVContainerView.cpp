@@ -1,7 +1,5 @@
 #include "clv/CLVContainerView.h"
 
-#include "clv/CLVColumnLabelView.h"
-#include "clv/ColumnListView.h"
 #include "clv/ScrollViewCorner.h"
 
 #include <InterfaceDefs.h>
@@ -10,9 +8,9 @@
 
 namespace norvane {
 
-CLVContainerView::CLVContainerView(const char* name, ColumnListView* list,
-                                   CLVColumnLabelView* strip, uint32 resizingMode, uint32 flags,
-                                   bool horizontal, bool vertical, border_style border)
+CLVContainerView::CLVContainerView(const char* name, BView* list, BView* strip, uint32 resizingMode,
+                                   uint32 flags, bool horizontal, bool vertical,
+                                   border_style border)
     : BScrollView(name, list, resizingMode, flags, horizontal, vertical, border), fList(list),
       fStrip(strip)
 {
@@ -26,8 +24,8 @@ CLVContainerView::CLVContainerView(const char* name, ColumnListView* list,
 
 CLVContainerView::~CLVContainerView()
 {
-    if (fList != nullptr) {
-        fList->ForgetContainer();
+    if (fList != nullptr && fFarewell != nullptr) {
+        fFarewell();
     }
 }
 
@@ -50,7 +48,7 @@ void CLVContainerView::ResizeContentTo(float width, float height)
     fStrip->MoveTo(inset, inset);
     fStrip->ResizeTo(contentWidth, stripHeight);
     fList->MoveTo(inset, inset + stripHeight + 1);
-    fList->BView::ResizeTo(contentWidth, contentHeight - stripHeight - 1);
+    fList->ResizeTo(contentWidth, contentHeight - stripHeight - 1);
     if (verticalBar != nullptr) {
         verticalBar->MoveTo(right, inset);
         verticalBar->ResizeTo(B_V_SCROLL_BAR_WIDTH, contentHeight + (fCorner != nullptr ? 1 : 0));

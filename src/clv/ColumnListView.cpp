@@ -57,6 +57,7 @@ ColumnListView::ColumnListView(BRect frame, CLVContainerView** containerOut, con
     fStrip = new CLVColumnLabelView(strip, this, labelFont);
     fContainer = new CLVContainerView(name, this, fStrip, resizingMode, 0, horizontal, vertical,
                                       border); // adopts both
+    fContainer->SetFarewell([this] { ForgetContainer(); });
     fContainer->MoveTo(frame.LeftTop());
     fContainer->ResizeContentTo(frame.Width(), frame.Height());
     if (containerOut != nullptr) {

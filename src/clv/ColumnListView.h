@@ -2,6 +2,7 @@
 
 #include "clv/CLVColumn.h"
 #include "clv/CLVListItem.h"
+#include "clv/ColumnOwner.h"
 
 #include <ListView.h>
 #include <ScrollView.h>
@@ -20,7 +21,7 @@ class ScrollViewCorner;
 ///
 /// Column indices count in the order of adding. In an outline the full list holds every row and the
 /// BListView's own list the visible ones; a flat list has no full list.
-class ColumnListView : public BListView
+class ColumnListView : public BListView, private ColumnOwner
 {
 public:
     using CompareFunction = int (*)(const CLVListItem*, const CLVListItem*, int32 columnIndex);
@@ -116,11 +117,10 @@ protected:
     void UpdateColumnSizesDataRectSizeScrollBars();
 
 private:
-    friend class CLVColumn;
-    friend class CLVContainerView;
+    // ColumnOwner
+    void ColumnWidened(CLVColumn& column) override;
+    void ColumnShownChanged(CLVColumn& column) override;
 
-    void ColumnWidened(CLVColumn& column);
-    void ColumnShownChanged(CLVColumn& column);
     bool HasExpanderColumn() const;
     void RelayOutFrom(float left);
     void ForgetContainer();

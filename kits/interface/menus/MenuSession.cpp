@@ -4,6 +4,7 @@
 #include "interface/views/WindowAccess.h"
 
 #include "server/InputMessages.h"
+#include "server/WindowServer.h"
 
 #include <AppDefs.h>
 #include <MenuBar.h>

@@ -2,7 +2,7 @@
 
 #include <Rect.h>
 
-#include "server/WindowServer.h"
+#include "server/WindowShape.h"
 
 class BWindow;
 

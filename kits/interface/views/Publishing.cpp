@@ -7,6 +7,7 @@
 
 #include "app/HandlerAccess.h"
 #include "server/Published.h"
+#include "server/WindowServer.h"
 
 #include <ViewDescription.h>
 #include <Window.h>

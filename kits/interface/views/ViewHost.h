@@ -3,7 +3,7 @@
 #include "ViewPainter.h"
 #include "interface/graphics/Canvas.h"
 
-#include "server/WindowServer.h"
+#include "server/WindowLink.h"
 
 #include <Rect.h>
 

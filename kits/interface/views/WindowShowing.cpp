@@ -5,6 +5,7 @@
 #include "WindowState.h"
 
 #include "server/InputMessages.h"
+#include "server/WindowServer.h"
 
 #include <AppDefs.h>
 #include <Autolock.h>

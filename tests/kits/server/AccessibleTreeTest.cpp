@@ -93,7 +93,7 @@ TEST_F(AccessibleTreeTest, WindowThatIsLeavingGivesNothingOut)
     });
     EXPECT_NE(RootOf(*native), nullptr);
 
-    OnServer([&] { native->Destroy(); });
+    OnServer([&] { kits::ServerState::Get().showing.Destroy(*native); });
 
     // The native window may be there until the focus has gone on.
     EXPECT_EQ(RootOf(*native), nullptr);

@@ -2,7 +2,7 @@
 
 #include "server/InputRouter.h"
 #include "server/KeyTranslation.h"
-#include "server/WindowServer.h"
+#include "server/ShowRequest.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include <InterfaceDefs.h>
 
 #include "server/InputRouter.h"
-#include "server/WindowServer.h"
+#include "server/ShowRequest.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 #include <Window.h>
 
 #include "server/FrontImage.h"
-#include "server/WindowServer.h"
+#include "server/WindowLink.h"
 
 #include <QImage>
 

@@ -4,6 +4,7 @@
 #include "server/NativeWindow.h"
 #include "server/ServerState.h"
 #include "server/Surface.h"
+#include "server/WindowServer.h"
 #include "testing/Native.h"
 
 using namespace kits::testing;

@@ -6,6 +6,7 @@
 #include "server/NativeWindow.h"
 #include "server/ServerState.h"
 #include "server/Surface.h"
+#include "server/WindowServer.h"
 #include "testing/Native.h"
 
 #include <QGuiApplication>
@@ -110,6 +111,24 @@ TEST_F(NativeWindowTest, DropsACloseItsFlagsForbid)
 
     ASSERT_TRUE(Sync(open));
     EXPECT_EQ(open.Looper().Count(B_QUIT_REQUESTED), 0u);
+}
+
+TEST_F(NativeWindowTest, IsAskedToCloseOnceTheQuestionBeforeItIsGone)
+{
+    ShowA();
+    fB.Show(ModalFor(fA));
+    ASSERT_TRUE(fB.WaitForActivation());
+
+    WithNative(fA, [](kits::Surface& surface) { surface.close(); });
+    ASSERT_TRUE(Sync(fA));
+    EXPECT_EQ(fA.Looper().Count(B_QUIT_REQUESTED), 0u);
+    fB.Link().Hide();
+
+    EXPECT_TRUE(fA.Looper().WaitForCount(B_QUIT_REQUESTED, 1));
+    fB.Show(ModalFor(fA));
+    fB.Link().Hide();
+    ASSERT_TRUE(Sync(fA));
+    EXPECT_EQ(fA.Looper().Count(B_QUIT_REQUESTED), 1u);
 }
 
 TEST_F(NativeWindowTest, GivesTheFocusBackToItsOpener)
