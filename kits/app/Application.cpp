@@ -6,6 +6,8 @@
 #include "app/ApplicationThreads.h"
 #include "app/DisplayHooks.h"
 #include "app/LooperCore.h"
+#include "app/LooperRegistry.h"
+#include "app/MessageLoop.h"
 #include "app/ProgramEnd.h"
 #include "app/QuitRound.h"
 #include "kernel/ThreadEnds.h"
@@ -15,6 +17,7 @@
 #include <vector>
 
 using kits::LooperCore;
+using kits::LooperRegistry;
 
 BApplication* be_app = nullptr;
 
@@ -33,7 +36,7 @@ std::vector<std::string> ReadArguments()
 
 std::vector<std::shared_ptr<LooperCore>> Windows()
 {
-    std::vector<std::shared_ptr<LooperCore>> windows = LooperCore::All();
+    std::vector<std::shared_ptr<LooperCore>> windows = LooperRegistry::AllLoopers();
     std::erase_if(windows, [](const auto& core) { return core->Window() == nullptr; });
     return windows;
 }
@@ -63,7 +66,7 @@ BApplication::BApplication(const char* signature, status_t* error) : BApplicatio
 
 BApplication::~BApplication()
 {
-    const std::shared_ptr<LooperCore> core = LooperCore::CoreOf(this);
+    const std::shared_ptr<LooperCore> core = LooperRegistry::FindLooper(this);
     core->UnlockAll(); // whom this waits for may want the lock
     EndOtherLoopers();
     StopDisplay();
@@ -79,7 +82,7 @@ const char* BApplication::Signature() const
 
 thread_id BApplication::Run()
 {
-    const std::shared_ptr<LooperCore> core = LooperCore::CoreOf(this);
+    const std::shared_ptr<LooperCore> core = LooperRegistry::FindLooper(this);
     if (core->HasRun()) {
         return B_BAD_VALUE;
     }
@@ -87,7 +90,7 @@ thread_id BApplication::Run()
     Unlock(); // the lock of the constructor
     if (fInitStatus == B_OK) {
         QueueStart();
-        core->Loop();
+        kits::MessageLoop::Run(*core);
     }
     core->EndSoon();
     EndOtherLoopers();
@@ -97,7 +100,7 @@ thread_id BApplication::Run()
 
 void BApplication::Quit()
 {
-    const std::shared_ptr<LooperCore> core = LooperCore::CoreOf(this);
+    const std::shared_ptr<LooperCore> core = LooperRegistry::FindLooper(this);
     if (core->HasRun() && core->Thread() != find_thread(nullptr)) {
         core->EndAfterQueue();
         core->UnlockAll();
@@ -108,7 +111,7 @@ void BApplication::Quit()
 
 bool BApplication::QuitRequested()
 {
-    return kits::QuitRound(LooperCore::CoreOf(this)).Run();
+    return kits::QuitRound(LooperRegistry::FindLooper(this)).Run();
 }
 
 void BApplication::ReadyToRun() {}
@@ -148,7 +151,7 @@ void BApplication::HandleQuitRequest(BMessage* message)
         fIsAsking = true;
         BLooper::DispatchMessage(message, this);
         fIsAsking = false;
-        if (!LooperCore::CoreOf(this)->IsEnding()) {
+        if (!LooperRegistry::FindLooper(this)->IsEnding()) {
             kits::ProgramEnd::Forget(); // somebody has refused
         }
     }
@@ -185,7 +188,7 @@ void BApplication::QueueStart()
         messages.push_back(std::move(message));
     }
     messages.push_back(std::make_unique<BMessage>(B_READY_TO_RUN));
-    LooperCore::CoreOf(this)->PutInFront(std::move(messages));
+    LooperRegistry::FindLooper(this)->PutInFront(std::move(messages));
 }
 
 int32 BApplication::CountWindows() const
@@ -202,12 +205,12 @@ BWindow* BApplication::WindowAt(int32 index) const
 
 int32 BApplication::CountLoopers() const
 {
-    return static_cast<int32>(LooperCore::All().size());
+    return static_cast<int32>(LooperRegistry::AllLoopers().size());
 }
 
 BLooper* BApplication::LooperAt(int32 index) const
 {
-    const auto loopers = LooperCore::All();
+    const auto loopers = LooperRegistry::AllLoopers();
     const bool isInside = index >= 0 && static_cast<size_t>(index) < loopers.size();
     return isInside ? loopers[static_cast<size_t>(index)]->Looper() : nullptr;
 }
@@ -215,13 +218,13 @@ BLooper* BApplication::LooperAt(int32 index) const
 // Ends all that run, windows first as they may use others, and waits for their threads.
 void BApplication::EndOtherLoopers()
 {
-    const std::shared_ptr<LooperCore> own = LooperCore::CoreOf(this);
+    const std::shared_ptr<LooperCore> own = LooperRegistry::FindLooper(this);
     own->CloseQueue(); // whoever waits for an answer gets none
     const auto endAll = [&](bool windowsOnly) {
         bool foundOne = true;
         while (foundOne) { // those that end may have made others
             foundOne = false;
-            std::vector<std::shared_ptr<LooperCore>> running = LooperCore::AllRunning();
+            std::vector<std::shared_ptr<LooperCore>> running = LooperRegistry::AllThreads();
             std::erase_if(running,
                           [&](const auto& core) { return windowsOnly && !core->IsWindow(); });
             for (const auto& core : running) {

@@ -2,7 +2,7 @@
 
 #include <SupportDefs.h>
 
-#include "app/Guards.h"
+#include "app/Watchdog.h"
 #include "kernel/WorkerThread.h"
 
 #include <csignal>

@@ -3,9 +3,14 @@
 #include <List.h>
 #include <MessageFilter.h>
 
-#include "app/HandlerAccess.h"
-
 namespace kits {
+
+/// Tells a filter whose messages it sees.
+class FilterAccess
+{
+public:
+    static void SetLooper(BMessageFilter* filter, BLooper* looper) { filter->fLooper = looper; }
+};
 
 namespace {
 
@@ -25,7 +30,7 @@ void AppendFilter(FilterList& list, BMessageFilter* filter, BLooper* looper)
         list = std::make_unique<BList>();
     }
     list->AddItem(filter);
-    HandlerAccess::SetFilterLooper(filter, looper);
+    FilterAccess::SetLooper(filter, looper);
 }
 
 bool TakeFilter(FilterList& list, BMessageFilter* filter)
@@ -33,7 +38,7 @@ bool TakeFilter(FilterList& list, BMessageFilter* filter)
     if (list == nullptr || !list->RemoveItem(filter)) {
         return false;
     }
-    HandlerAccess::SetFilterLooper(filter, nullptr);
+    FilterAccess::SetLooper(filter, nullptr);
     return true;
 }
 
@@ -53,7 +58,7 @@ void ReplaceFilters(FilterList& list, BList* filters, BLooper* looper)
 void SetFiltersLooper(const FilterList& list, BLooper* looper)
 {
     for (int32 i = 0; list != nullptr && i < list->CountItems(); ++i) {
-        HandlerAccess::SetFilterLooper(FilterAt(*list, i), looper);
+        FilterAccess::SetLooper(FilterAt(*list, i), looper);
     }
 }
 

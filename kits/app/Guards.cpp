@@ -3,9 +3,8 @@
 #ifdef KITS_GUARDS
 
 #include "app/DisplayHooks.h"
-#include "app/LooperCore.h"
-
-#include <Message.h>
+#include "app/LooperFacts.h"
+#include "kernel/Stack.h"
 
 #include <algorithm>
 #include <utility>
@@ -15,10 +14,10 @@ namespace kits {
 
 namespace {
 
-thread_local std::vector<const LooperCore*> tHeld; // outermost first
+thread_local std::vector<const LooperFacts*> tHeld; // outermost first
 thread_local std::vector<std::pair<const BLooper*, const BLooper*>> tAllowedPairs;
 
-bool IsDeclared(const LooperCore& outer, const LooperCore& inner)
+bool IsDeclared(const LooperFacts& outer, const LooperFacts& inner)
 {
     return std::any_of(tAllowedPairs.begin(), tAllowedPairs.end(), [&](const auto& pair) {
         return (pair.first == outer.Looper() && pair.second == inner.Looper()) ||
@@ -26,7 +25,7 @@ bool IsDeclared(const LooperCore& outer, const LooperCore& inner)
     });
 }
 
-bool MayBeHeldTogether(const LooperCore& outer, const LooperCore& inner)
+bool MayBeHeldTogether(const LooperFacts& outer, const LooperFacts& inner)
 {
     if (!outer.HasRun() || !inner.HasRun()) {
         return true; // nobody else can reach it yet
@@ -47,38 +46,24 @@ AllowLockPair::~AllowLockPair()
     tAllowedPairs.pop_back();
 }
 
-LongWork::LongWork() : fCore(LooperCore::OfThisThread())
-{
-    if (fCore != nullptr) {
-        fCore->AddLongWorks(1);
-    }
-}
-
-LongWork::~LongWork()
-{
-    if (fCore != nullptr) {
-        fCore->AddLongWorks(-1);
-    }
-}
-
-void GuardBeforeLock(const LooperCore& core)
+void GuardBeforeLock(const LooperFacts& looper)
 {
     GuardNotServer("The window server's thread takes a looper's lock");
-    for (const LooperCore* held : tHeld) {
-        if (!MayBeHeldTogether(*held, core)) {
+    for (const LooperFacts* held : tHeld) {
+        if (!MayBeHeldTogether(*held, looper)) {
             EndWithStack("A thread takes a looper's lock while it holds another one's");
         }
     }
 }
 
-void GuardAfterLock(const LooperCore& core)
+void GuardAfterLock(const LooperFacts& looper)
 {
-    tHeld.push_back(&core);
+    tHeld.push_back(&looper);
 }
 
-void GuardAfterUnlock(const LooperCore& core)
+void GuardAfterUnlock(const LooperFacts& looper)
 {
-    tHeld.erase(std::remove(tHeld.begin(), tHeld.end(), &core), tHeld.end());
+    tHeld.erase(std::remove(tHeld.begin(), tHeld.end(), &looper), tHeld.end());
 }
 
 void GuardNotServer(const char* complaint)

@@ -6,9 +6,9 @@
 
 #include "app/Deadline.h"
 #include "app/FilterList.h"
-#include "app/HandlerAccess.h"
-#include "app/LooperCore.h"
+#include "app/HandlerCalls.h"
 #include "app/LooperRegistry.h"
+#include "app/MessageAccess.h"
 #include "app/MessageDelivery.h"
 
 BHandler::BHandler(const char* name) : fToken(kits::LooperRegistry::NewToken())
@@ -92,30 +92,5 @@ status_t BHandler::LockLooperWithTimeout(bigtime_t timeout)
 
 void BHandler::UnlockLooper()
 {
-    if (const auto core = kits::LooperCore::CoreOfToken(fToken)) {
-        core->Unlock();
-    }
-}
-
-void kits::HandlerAccess::SetLooper(BHandler* handler, BLooper* looper)
-{
-    handler->fLooper.store(looper, std::memory_order_release);
-    SetFiltersLooper(handler->fFilters, looper);
-}
-
-status_t kits::LockHandler(int32 token, bigtime_t deadline)
-{
-    while (const std::shared_ptr<LooperCore> core = LooperCore::CoreOfToken(token)) {
-        const status_t status = core->LockUntil(deadline);
-        if (status == B_TIMED_OUT) {
-            return status;
-        }
-        if (status == B_OK) {
-            if (LooperCore::CoreOfToken(token) == core) {
-                return B_OK;
-            }
-            core->Unlock(); // it went to another looper, or away, while this thread waited
-        }
-    }
-    return B_BAD_VALUE;
+    kits::UnlockHandler(fToken);
 }

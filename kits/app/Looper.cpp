@@ -5,13 +5,14 @@
 #include <Message.h>
 #include <MessageFilter.h>
 #include <MessageQueue.h>
-#include <Messenger.h>
 
 #include "app/FilterList.h"
 #include "app/HandlerAccess.h"
 #include "app/LooperCore.h"
 #include "app/LooperRegistry.h"
+#include "app/MessageAccess.h"
 #include "app/MessageDelivery.h"
+#include "app/MessageLoop.h"
 
 #include <algorithm>
 
@@ -43,6 +44,10 @@ BLooper::~BLooper()
     }
     kits::ReplaceFilters(fCommonFilters, nullptr, nullptr);
     HandlerAccess::SetLooper(this, nullptr);
+    // The tables first: who finds the looper there must be able to see that it is gone by trying
+    // the lock.
+    LooperRegistry::RemoveHandler(fCore->Token());
+    LooperRegistry::RemoveLooper(this);
     fCore->Die();
 }
 
@@ -171,9 +176,9 @@ thread_id BLooper::Run()
     if (fCore->HasRun()) {
         return B_BAD_VALUE;
     }
-    const std::shared_ptr<LooperCore> core = fCore; // the looper may end before Start() returns
+    const std::shared_ptr<LooperCore> core = fCore; // the looper may end before this returns
     const bool isBornLocked = IsLocked();
-    const thread_id thread = core->Start(Name(), fPriority);
+    const thread_id thread = kits::MessageLoop::Start(core, Name(), fPriority);
     if (thread >= B_OK && isBornLocked) {
         core->Unlock();
     }
@@ -227,7 +232,7 @@ BLooper* BLooper::LooperForThread(thread_id thread)
     if (const auto own = LooperCore::OfThisThread(); own && own->Thread() == thread) {
         return own->Looper();
     }
-    for (const auto& core : LooperCore::All()) {
+    for (const auto& core : LooperRegistry::AllLoopers()) {
         if (core->Thread() == thread && thread > 0) {
             return core->Looper();
         }

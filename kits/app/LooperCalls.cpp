@@ -4,12 +4,15 @@
 
 #include "app/HandlerAccess.h"
 #include "app/LooperCore.h"
+#include "app/LooperRegistry.h"
 #include "app/MessageDelivery.h"
 
 // The calls that any thread may make on a looper that may be gone. They ask the table of loopers by
 // the pointer's value alone and use no member.
 
+using kits::HandlerAccess;
 using kits::LooperCore;
+using kits::LooperRegistry;
 
 namespace {
 
@@ -19,7 +22,7 @@ status_t Post(const std::shared_ptr<LooperCore>& core, std::unique_ptr<BMessage>
     kits::MessageDelivery& delivery = kits::NewDelivery(*message);
     delivery.target = target;
     if (replyTo != nullptr) {
-        delivery.replyTo = BMessenger(replyTo);
+        delivery.replyTo = {HandlerAccess::Token(replyTo), false};
     }
     if (!core->Post(std::move(message))) {
         return B_BAD_PORT_ID;
@@ -29,21 +32,21 @@ status_t Post(const std::shared_ptr<LooperCore>& core, std::unique_ptr<BMessage>
 
 status_t PostTo(const BLooper* looper, std::unique_ptr<BMessage> message)
 {
-    const std::shared_ptr<LooperCore> core = LooperCore::CoreOf(looper);
+    const std::shared_ptr<LooperCore> core = LooperRegistry::FindLooper(looper);
     return core != nullptr ? Post(core, std::move(message), 0, nullptr) : B_BAD_PORT_ID;
 }
 
 status_t PostTo(const BLooper* looper, std::unique_ptr<BMessage> message, BHandler* handler,
                 BHandler* replyTo)
 {
-    const std::shared_ptr<LooperCore> core = LooperCore::CoreOf(looper);
+    const std::shared_ptr<LooperCore> core = LooperRegistry::FindLooper(looper);
     if (core == nullptr) {
         return B_BAD_PORT_ID;
     }
     int32 target = kits::kPreferredTarget;
     if (handler != nullptr) {
-        target = kits::HandlerAccess::Token(handler);
-        if (LooperCore::CoreOfToken(target) != core) {
+        target = HandlerAccess::Token(handler);
+        if (LooperRegistry::FindHandler(target).core != core) {
             return B_MISMATCHED_VALUES;
         }
     }
@@ -80,19 +83,19 @@ bool BLooper::Lock()
 
 status_t BLooper::LockWithTimeout(bigtime_t timeout)
 {
-    const std::shared_ptr<LooperCore> core = LooperCore::CoreOf(this);
+    const std::shared_ptr<LooperCore> core = LooperRegistry::FindLooper(this);
     return core != nullptr ? core->Lock(timeout) : B_BAD_VALUE;
 }
 
 void BLooper::Unlock()
 {
-    if (const std::shared_ptr<LooperCore> core = LooperCore::CoreOf(this)) {
+    if (const std::shared_ptr<LooperCore> core = LooperRegistry::FindLooper(this)) {
         core->Unlock();
     }
 }
 
 bool BLooper::IsLocked() const
 {
-    const std::shared_ptr<LooperCore> core = LooperCore::CoreOf(this);
+    const std::shared_ptr<LooperCore> core = LooperRegistry::FindLooper(this);
     return core != nullptr && core->GetLock().IsHeld();
 }

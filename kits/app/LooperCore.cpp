@@ -1,14 +1,11 @@
 #include "app/LooperCore.h"
 
-#include <Looper.h>
 #include <Message.h>
 
 #include "app/Deadline.h"
 #include "app/Guards.h"
-#include "app/LooperRegistry.h"
+#include "app/MessageAccess.h"
 #include "app/MessageDelivery.h"
-#include "kernel/Stack.h"
-#include "kernel/ThreadEnds.h"
 
 #include <utility>
 
@@ -20,33 +17,13 @@ thread_local std::shared_ptr<LooperCore> tCore; // of the looper that the thread
 
 } // namespace
 
-std::shared_ptr<LooperCore> LooperCore::CoreOf(const BLooper* looper)
-{
-    return LooperRegistry::FindLooper(looper);
-}
-
-std::shared_ptr<LooperCore> LooperCore::CoreOfToken(int32 token)
-{
-    return LooperRegistry::FindHandler(token).core;
-}
-
-std::vector<std::shared_ptr<LooperCore>> LooperCore::All()
-{
-    return LooperRegistry::AllLoopers();
-}
-
-std::vector<std::shared_ptr<LooperCore>> LooperCore::AllRunning()
-{
-    return LooperRegistry::AllThreads();
-}
-
 std::shared_ptr<LooperCore> LooperCore::OfThisThread()
 {
     return tCore;
 }
 
 LooperCore::LooperCore(BLooper* looper, int32 token)
-    : fToken(token), fLooper(looper), fMaker(InnermostLockedLooper())
+    : LooperFacts(looper, token, InnermostLockedLooper())
 {
 }
 
@@ -155,18 +132,9 @@ std::unique_ptr<BMessage> LooperCore::NextMessage(bigtime_t deadline)
     return message;
 }
 
-bool LooperCore::Dispatch(std::unique_ptr<BMessage> message)
+std::unique_ptr<BMessage> LooperCore::SetCurrent(std::unique_ptr<BMessage> message)
 {
-    std::unique_ptr<BMessage> outer = std::exchange(fCurrent, std::move(message));
-    if (Lock() == B_OK) {
-        const HookBoundary boundary;
-        // The looper lives through this, even when a hook quits it: its thread deletes it
-        // afterwards.
-        Looper()->HandleMessage(fCurrent.get());
-        Unlock();
-    }
-    fCurrent = std::move(outer); // ends the message, unless it was detached
-    return !IsEnding();
+    return std::exchange(fCurrent, std::move(message));
 }
 
 std::unique_ptr<BMessage> LooperCore::DetachCurrent()
@@ -174,75 +142,10 @@ std::unique_ptr<BMessage> LooperCore::DetachCurrent()
     return std::move(fCurrent);
 }
 
-void LooperCore::Loop()
-{
-    while (!IsEnding()) {
-        std::unique_ptr<BMessage> message = NextMessage(0);
-        if (message == nullptr) {
-            message = NextMessage(Idle());
-        }
-        if (message != nullptr) {
-            Dispatch(std::move(message));
-        }
-    }
-    // Not only with the looper: its end may wait for a lock whose holder waits for somebody who
-    // asks this looper.
-    CloseQueue();
-}
-
-// Returns until when there is nothing to do.
-bigtime_t LooperCore::Idle()
-{
-    if (Lock() != B_OK) {
-        return 0;
-    }
-    const HookBoundary boundary;
-    BLooper* looper = Looper();
-    looper->QueueEmpty();
-    const bigtime_t wakeUp = IsEnding() ? 0 : looper->NextWakeUp();
-    Unlock();
-    return wakeUp;
-}
-
-thread_id LooperCore::Start(const char* name, int32 priority)
-{
-    auto argument = std::make_unique<std::shared_ptr<LooperCore>>(shared_from_this());
-    const thread_id thread =
-        spawn_thread(&ThreadEntry, name != nullptr ? name : "looper", priority, argument.get());
-    if (thread < B_OK) {
-        return thread;
-    }
-    fThread.store(thread, std::memory_order_release);
-    LooperRegistry::AddThread(*argument);
-    const status_t status = resume_thread(thread);
-    if (status != B_OK) {
-        LooperRegistry::RemoveThread(this);
-        fThread.store(B_ERROR, std::memory_order_release);
-        return status;
-    }
-    argument.release(); // adopted by the thread
-    return thread;
-}
-
-status_t LooperCore::ThreadEntry(void* data)
-{
-    const std::unique_ptr<std::shared_ptr<LooperCore>> argument(
-        static_cast<std::shared_ptr<LooperCore>*>(data));
-    const std::shared_ptr<LooperCore> core = *argument;
-    core->AdoptThisThread();
-    core->Loop();
-    if (core->Lock() == B_OK) {
-        delete core->Looper(); // its destructor gives the lock back
-    }
-    tCore = nullptr;
-    core->SayEnded();
-    return B_OK;
-}
-
 void LooperCore::AdoptThisThread()
 {
     tCore = shared_from_this();
-    fThread.store(ThisThread(), std::memory_order_release);
+    NoteThread(ThisThread());
 }
 
 void LooperCore::EndSoon()
@@ -283,6 +186,7 @@ bool LooperCore::HasEnded(const std::shared_ptr<LooperCore>& listener)
 
 void LooperCore::SayEnded()
 {
+    tCore = nullptr;
     std::shared_ptr<LooperCore> listener;
     {
         MutexLock lock(fEndMutex);
@@ -290,9 +194,6 @@ void LooperCore::SayEnded()
         listener = std::move(fEndListener);
     }
     fEnd.Broadcast();
-    // Before it leaves the registry: whoever finds it there no more can still wait for it.
-    AnnounceThreadEnd();
-    LooperRegistry::RemoveThread(this);
     if (listener != nullptr) {
         listener->Wake();
     }
@@ -311,20 +212,9 @@ void LooperCore::CloseQueue()
 void LooperCore::Die()
 {
     fIsEnding.store(true, std::memory_order_release);
-    // The tables first: who finds the looper there must be able to see that it is gone by trying
-    // the lock.
-    LooperRegistry::RemoveHandler(fToken);
-    LooperRegistry::RemoveLooper(Looper());
-    fLooper.store(nullptr, std::memory_order_release);
-    fWindow.store(nullptr, std::memory_order_release);
+    NoteDeath();
     CloseQueue();
     UnlockAll();
-}
-
-void LooperCore::MarkAsWindow(BWindow* window)
-{
-    fWindow.store(window, std::memory_order_release);
-    fIsWindow.store(true, std::memory_order_release);
 }
 
 } // namespace kits

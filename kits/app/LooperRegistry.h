@@ -31,11 +31,13 @@ public:
 
     static void AddLooper(const BLooper* looper, const std::shared_ptr<LooperCore>& core);
     static void RemoveLooper(const BLooper* looper);
+    /// The core of a looper that lives; null when there is no looper at that address.
     static std::shared_ptr<LooperCore> FindLooper(const BLooper* looper);
     /// In the order of their making.
     static std::vector<std::shared_ptr<LooperCore>> AllLoopers();
 
-    /// Loopers whose threads have not ended; these may outlive their looper a little.
+    /// Loopers whose threads have not ended, the application's apart; these may outlive their
+    /// looper a little.
     static void AddThread(const std::shared_ptr<LooperCore>& core);
     static void RemoveThread(const LooperCore* core);
     static std::vector<std::shared_ptr<LooperCore>> AllThreads();

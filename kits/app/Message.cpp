@@ -1,6 +1,5 @@
 #include <Message.h>
 
-#include "app/MessageDelivery.h"
 #include "app/MessageFields.h"
 
 #include <new>
@@ -50,31 +49,6 @@ void Put(Value* to, Value value)
 }
 
 } // namespace
-
-namespace kits {
-
-std::shared_ptr<MessageDelivery>& MessageAccess::Delivery(BMessage& message)
-{
-    return message.fDelivery;
-}
-
-const std::shared_ptr<MessageDelivery>& MessageAccess::Delivery(const BMessage& message)
-{
-    return message.fDelivery;
-}
-
-const MessageFields* MessageAccess::Fields(const BMessage& message)
-{
-    return message.fFields;
-}
-
-void MessageAccess::AdoptFields(BMessage& message, MessageFields* fields)
-{
-    message.DropFields();
-    message.fFields = fields;
-}
-
-} // namespace kits
 
 BMessage::BMessage(const BMessage& other) : what(other.what), fFields(other.fFields)
 {

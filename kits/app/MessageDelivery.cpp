@@ -2,64 +2,10 @@
 
 #include <AppDefs.h>
 
-#include "app/Guards.h"
-#include "app/LooperCore.h"
-
-#include <utility>
+#include "app/MessageAccess.h"
+#include "app/ReplySlot.h"
 
 namespace kits {
-
-ReplySlot::ReplySlot(std::shared_ptr<LooperCore> listener) : fListener(std::move(listener)) {}
-
-ReplySlot::~ReplySlot() = default;
-
-void ReplySlot::Answer(std::unique_ptr<BMessage> reply)
-{
-    Settle(B_OK, std::move(reply));
-}
-
-void ReplySlot::Fail(status_t status)
-{
-    Settle(status, nullptr);
-}
-
-void ReplySlot::Settle(status_t status, std::unique_ptr<BMessage> reply)
-{
-    {
-        MutexLock lock(fMutex);
-        if (fIsSettled) {
-            return;
-        }
-        fIsSettled = true;
-        fStatus = status;
-        fReply = std::move(reply);
-    }
-    fArrival.Signal();
-    if (fListener != nullptr) {
-        fListener->Wake();
-    }
-}
-
-status_t ReplySlot::Wait(BMessage* reply, bigtime_t deadline)
-{
-    GuardNotServer("The window server's thread waits for an answer");
-    std::unique_ptr<BMessage> answer;
-    {
-        MutexLock lock(fMutex);
-        while (!fIsSettled) {
-            if (!fArrival.WaitUntil(fMutex, deadline) && !fIsSettled) {
-                return B_TIMED_OUT;
-            }
-        }
-        if (fReply == nullptr) {
-            return fStatus;
-        }
-        answer = std::move(fReply);
-    }
-    *reply = *answer;
-    MessageAccess::Delivery(*reply) = std::move(MessageAccess::Delivery(*answer));
-    return B_OK;
-}
 
 MessageDelivery::~MessageDelivery()
 {
@@ -75,7 +21,7 @@ MessageDelivery::~MessageDelivery()
 
 bool MessageDelivery::IsAnswerAsked() const
 {
-    return slot != nullptr || MessengerAccess::Token(replyTo) != 0;
+    return slot != nullptr || replyTo.token != 0;
 }
 
 MessageDelivery& NewDelivery(BMessage& message)

@@ -3,7 +3,7 @@
 #include <DataIO.h>
 
 #include "app/FlatMessage.h"
-#include "app/MessageDelivery.h"
+#include "app/MessageAccess.h"
 #include "app/MessageFields.h"
 
 #include <algorithm>

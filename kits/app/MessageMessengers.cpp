@@ -1,7 +1,7 @@
 #include <Message.h>
 
-#include "app/MessageDelivery.h"
 #include "app/MessageScalar.h"
+#include "app/MessengerAccess.h"
 
 // Messengers, held as the token of their handler: tokens are never used again, so that an old one
 // names nobody.
@@ -16,8 +16,8 @@ struct HeldMessenger
 
 HeldMessenger Hold(const BMessenger& messenger)
 {
-    return {kits::MessengerAccess::Token(messenger),
-            kits::MessengerAccess::IsPreferred(messenger) ? 1 : 0};
+    const kits::HandlerAddress address = kits::MessengerAccess::Address(messenger);
+    return {address.token, address.isPreferred ? 1 : 0};
 }
 
 } // namespace
@@ -39,7 +39,7 @@ status_t BMessage::FindMessenger(const char* name, int32 index, BMessenger* valu
     }
     HeldMessenger held;
     const status_t status = kits::FindScalar(*this, name, B_MESSENGER_TYPE, index, &held);
-    *value = status == B_OK ? kits::MessengerAccess::Make(held.token, held.isPreferred != 0)
+    *value = status == B_OK ? kits::MessengerAccess::Make({held.token, held.isPreferred != 0})
                             : BMessenger();
     return status;
 }

@@ -3,11 +3,13 @@
 #include <Messenger.h>
 #include <Point.h>
 
-#include "app/LooperCore.h"
+#include "app/HandlerCalls.h"
 #include "app/MessageDelivery.h"
+#include "app/MessengerAccess.h"
+#include "app/ReplySlot.h"
 
-using kits::MessageAccess;
 using kits::MessageDelivery;
+using kits::MessengerAccess;
 
 bool BMessage::IsReply() const
 {
@@ -24,7 +26,8 @@ BMessenger BMessage::ReturnAddress() const
     if (fDelivery == nullptr) {
         return BMessenger();
     }
-    return fDelivery->IsAnswerAsked() ? fDelivery->replyTo : be_app_messenger;
+    return fDelivery->IsAnswerAsked() ? MessengerAccess::Make(fDelivery->replyTo)
+                                      : be_app_messenger;
 }
 
 bool BMessage::WasDropped() const
@@ -68,11 +71,11 @@ status_t BMessage::SendReply(BMessage* reply, const BMessenger& replyTo,
     auto copy = std::make_unique<BMessage>(*reply);
     MessageDelivery& delivery = kits::NewDelivery(*copy);
     delivery.isReply = true;
-    delivery.replyTo = replyTo;
+    delivery.replyTo = MessengerAccess::Address(replyTo);
     if (isAwaited) {
         delivery.wasHandled = true;
         fDelivery->slot->Answer(std::move(copy));
         return B_OK;
     }
-    return kits::MessengerAccess::Post(ReturnAddress(), std::move(copy));
+    return kits::PostTo(MessengerAccess::Address(ReturnAddress()), std::move(copy));
 }

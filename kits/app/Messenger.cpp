@@ -1,13 +1,15 @@
 #include <Messenger.h>
 
-#include <Looper.h>
 #include <Message.h>
 
 #include "app/Deadline.h"
 #include "app/HandlerAccess.h"
+#include "app/HandlerCalls.h"
 #include "app/LooperCore.h"
 #include "app/LooperRegistry.h"
 #include "app/MessageDelivery.h"
+#include "app/MessengerAccess.h"
+#include "app/ReplySlot.h"
 
 using kits::HandlerAccess;
 using kits::LooperCore;
@@ -19,12 +21,12 @@ BMessenger be_app_messenger;
 BMessenger::BMessenger(const BHandler* handler, const BLooper* looper, status_t* result)
 {
     status_t status = B_OK;
-    const std::shared_ptr<LooperCore> core = LooperCore::CoreOf(looper);
+    const std::shared_ptr<LooperCore> core = LooperRegistry::FindLooper(looper);
     if (looper != nullptr && core == nullptr) {
         status = B_BAD_VALUE;
     } else if (handler != nullptr) {
         const int32 token = HandlerAccess::Token(handler);
-        if (core != nullptr && LooperCore::CoreOfToken(token) != core) {
+        if (core != nullptr && LooperRegistry::FindHandler(token).core != core) {
             status = B_MISMATCHED_VALUES;
         } else {
             fToken = token;
@@ -42,7 +44,7 @@ BMessenger::BMessenger(const BHandler* handler, const BLooper* looper, status_t*
 
 bool BMessenger::IsValid() const
 {
-    return LooperCore::CoreOfToken(fToken) != nullptr;
+    return LooperRegistry::FindHandler(fToken).core != nullptr;
 }
 
 bool BMessenger::IsTargetLocal() const
@@ -86,8 +88,8 @@ status_t BMessenger::SendMessage(BMessage* message, BMessenger replyTo, bigtime_
         return B_BAD_VALUE;
     }
     auto copy = std::make_unique<BMessage>(*message);
-    kits::NewDelivery(*copy).replyTo = replyTo;
-    return MessengerAccess::Post(*this, std::move(copy));
+    kits::NewDelivery(*copy).replyTo = MessengerAccess::Address(replyTo);
+    return kits::PostTo(MessengerAccess::Address(*this), std::move(copy));
 }
 
 status_t BMessenger::SendMessage(uint32 what, BMessage* reply) const
@@ -103,36 +105,18 @@ status_t BMessenger::SendMessage(BMessage* message, BMessage* reply, bigtime_t /
         return B_BAD_VALUE;
     }
     const bigtime_t deadline = kits::DeadlineAfter(replyTimeout);
-    if (const auto core = LooperCore::CoreOfToken(fToken); core && core->GetLock().IsHeld()) {
+    if (const auto core = LooperRegistry::FindHandler(fToken).core;
+        core && core->GetLock().IsHeld()) {
         return B_MESSAGE_TO_SELF; // nobody could answer while this thread waits
     }
     auto copy = std::make_unique<BMessage>(*message);
     const auto slot = std::make_shared<kits::ReplySlot>();
     kits::NewDelivery(*copy).slot = slot;
-    const status_t status = MessengerAccess::Post(*this, std::move(copy));
+    const status_t status = kits::PostTo(MessengerAccess::Address(*this), std::move(copy));
     return status == B_OK ? slot->Wait(reply, deadline) : status;
 }
 
 bool BMessenger::operator==(const BMessenger& other) const
 {
     return fToken == other.fToken && fIsPreferred == other.fIsPreferred;
-}
-
-BMessenger kits::MessengerAccess::Make(int32 token, bool isPreferred)
-{
-    BMessenger messenger;
-    messenger.fToken = token;
-    messenger.fIsPreferred = isPreferred;
-    return messenger;
-}
-
-status_t kits::MessengerAccess::Post(const BMessenger& target, std::unique_ptr<BMessage> message)
-{
-    const std::shared_ptr<LooperCore> core = LooperCore::CoreOfToken(target.fToken);
-    MessageAccess::Delivery(*message)->target =
-        target.fIsPreferred ? kPreferredTarget : target.fToken;
-    if (core == nullptr || !core->Post(std::move(message))) {
-        return B_BAD_PORT_ID;
-    }
-    return B_OK;
 }

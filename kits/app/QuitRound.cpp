@@ -4,7 +4,10 @@
 #include <Message.h>
 
 #include "app/LooperCore.h"
+#include "app/LooperRegistry.h"
 #include "app/MessageDelivery.h"
+#include "app/MessageLoop.h"
+#include "app/ReplySlot.h"
 
 #include <algorithm>
 
@@ -33,13 +36,14 @@ bool QuitRound::Run()
 bool QuitRound::AskNewWindows()
 {
     const size_t before = fQuestions.size();
-    for (const std::shared_ptr<LooperCore>& core : LooperCore::All()) {
+    for (const std::shared_ptr<LooperCore>& core : LooperRegistry::AllLoopers()) {
         const bool isAsked = std::any_of(fQuestions.begin(), fQuestions.end(),
                                          [&](const Question& q) { return q.window == core; });
         if (isAsked || !core->IsWindow() || !core->HasRun()) {
             continue;
         }
-        const auto answer = std::make_shared<ReplySlot>(fApplication);
+        const auto answer =
+            std::make_shared<ReplySlot>([application = fApplication] { application->Wake(); });
         auto request = std::make_unique<BMessage>(B_QUIT_REQUESTED);
         NewDelivery(*request).slot = answer;
         core->Post(std::move(request));
@@ -86,7 +90,7 @@ void QuitRound::HandleOneMessage()
     std::unique_ptr<BMessage> message = fApplication->NextMessage(B_INFINITE_TIMEOUT);
     fApplication->LockAgain(locks);
     if (message != nullptr) {
-        fApplication->Dispatch(std::move(message));
+        MessageLoop::Dispatch(*fApplication, std::move(message));
     }
 }
 

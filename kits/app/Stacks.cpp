@@ -1,7 +1,10 @@
-#include "app/Guards.h"
+#include "app/Stacks.h"
 
 #ifdef KITS_GUARDS
 
+#include "kernel/Stack.h"
+
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>

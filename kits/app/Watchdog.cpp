@@ -1,8 +1,10 @@
-#include "app/Guards.h"
+#include "app/Watchdog.h"
 
 #ifdef KITS_GUARDS
 
 #include "app/LooperCore.h"
+#include "app/LooperRegistry.h"
+#include "app/Stacks.h"
 #include "kernel/Mutex.h"
 #include "kernel/WorkerThread.h"
 
@@ -45,7 +47,7 @@ private:
     void Run()
     {
         while (!WaitForEnd(system_time() + fLimit / 8)) {
-            for (const std::shared_ptr<LooperCore>& core : LooperCore::All()) {
+            for (const std::shared_ptr<LooperCore>& core : LooperRegistry::AllLoopers()) {
                 LookAt(*core);
             }
         }

@@ -5,7 +5,7 @@
 #include "ServerState.h"
 #include "WindowServer.h"
 
-#include "app/LooperCore.h"
+#include "app/LooperRegistry.h"
 
 #include <atomic>
 #include <utility>
@@ -25,8 +25,8 @@ int32 NextToken()
 WindowLink::WindowLink(BLooper* looper, const WindowShape& shape)
     : fToken(NextToken()), fFront(std::make_shared<FrontImage>()),
       fNews(std::make_shared<FrameNews>()),
-      fNative(
-          std::make_shared<NativeWindow>(fToken, LooperCore::CoreOf(looper), fFront, fNews, shape))
+      fNative(std::make_shared<NativeWindow>(fToken, LooperRegistry::FindLooper(looper), fFront,
+                                             fNews, shape))
 {
 }
 

@@ -8,8 +8,6 @@
 #include <Volume.h>
 #include <fs_info.h>
 
-#include <fcntl.h>
-
 namespace {
 
 enum class Creation { kNever, kAlways, kWhenAsked };
@@ -96,19 +94,4 @@ status_t find_directory(directory_which which, BPath* path, bool createIt, BVolu
         return FindTrashOn(*volume, path, createIt);
     }
     return status == B_OK ? path->SetTo(found.path.c_str()) : status;
-}
-
-int32 dev_for_path(const char* path)
-{
-    if (path == nullptr || *path == '\0') {
-        return B_BAD_VALUE;
-    }
-    const kits::UniqueFd node(
-        kits::OpenPath(kits::sys::kWorkingDirectory, kits::SystemPath(path), O_PATH));
-    if (!node.IsOpen()) {
-        return node.Get();
-    }
-    struct stat st;
-    const status_t status = kits::sys::Stat(node.Get(), &st);
-    return status == B_OK ? static_cast<int32>(st.st_dev) : status;
 }

@@ -1,6 +1,6 @@
 #include "MountTable.h"
 
-#include "KernelVolume.h"
+#include "KernelTypes.h"
 #include "SystemCalls.h"
 
 #include <algorithm>

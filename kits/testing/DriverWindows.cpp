@@ -2,6 +2,7 @@
 #include "Native.h"
 
 #include "app/LooperCore.h"
+#include "app/LooperRegistry.h"
 #include "server/FrontImage.h"
 #include "server/NativeWindow.h"
 #include "server/ServerState.h"
@@ -42,7 +43,7 @@ constexpr uint32 kAreYouThere = 'kARE';
 std::vector<BWindow*> Windows()
 {
     std::vector<BWindow*> windows;
-    for (const std::shared_ptr<LooperCore>& core : LooperCore::All()) {
+    for (const std::shared_ptr<LooperCore>& core : LooperRegistry::AllLoopers()) {
         if (core->IsWindow() && core->Window() != nullptr) {
             windows.push_back(core->Window());
         }

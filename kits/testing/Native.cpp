@@ -1,6 +1,6 @@
 #include "Native.h"
 
-#include "app/LooperCore.h"
+#include "app/LooperRegistry.h"
 #include "server/NativeWindow.h"
 #include "server/ServerState.h"
 #include "server/Surface.h"
@@ -26,7 +26,7 @@ QPoint PointOf(BPoint point)
 template<typename Accept>
 QWindow* FindNative(const BWindow* window, Accept accepts)
 {
-    const std::shared_ptr<LooperCore> core = LooperCore::CoreOf(window);
+    const std::shared_ptr<LooperCore> core = LooperRegistry::FindLooper(window);
     const WindowTable& windows = ServerState::Get().windows;
     for (auto token = windows.Shown().rbegin(); token != windows.Shown().rend(); ++token) {
         const NativeWindow* native = windows.Find(*token);

@@ -13,8 +13,8 @@ class BMessageFilter;
 class BMessageQueue;
 
 namespace kits {
-class LooperAccess;
 class LooperCore;
+class MessageLoop;
 } // namespace kits
 
 /// The default of an argument that has no meaning here.
@@ -146,8 +146,7 @@ protected:
     bool PassesFilters(BMessage* message, BHandler** target);
 
 private:
-    friend class kits::LooperAccess;
-    friend class kits::LooperCore;
+    friend class kits::MessageLoop; // which runs it
 
     void AnswerQuitRequest(BMessage* message);
     void HandleMessage(BMessage* message);

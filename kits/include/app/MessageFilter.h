@@ -7,7 +7,7 @@ class BLooper;
 class BMessage;
 
 namespace kits {
-class HandlerAccess;
+class FilterAccess;
 }
 
 /// What a filter decides.
@@ -58,7 +58,7 @@ public:
     BLooper* Looper() const { return fLooper; }
 
 private:
-    friend class kits::HandlerAccess;
+    friend class kits::FilterAccess;
 
     const message_delivery fDelivery;
     const message_source fSource;

@@ -45,7 +45,6 @@ protected:
 private:
     friend class kits::MenuBarKeys;
     friend class BWindow; // hands its keys to them
-    friend class kits::MenuSession;
 
     std::shared_ptr<kits::MenuSession> NewSession();
 

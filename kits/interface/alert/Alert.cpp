@@ -13,7 +13,7 @@
 #include <OS.h>
 #include <Screen.h>
 
-#include "app/Guards.h"
+#include "app/LongWork.h"
 #include "app/ProgramEnd.h"
 
 #include <algorithm>

@@ -7,7 +7,7 @@
 #include "server/WindowServer.h"
 
 #include <AppDefs.h>
-#include <MenuBar.h>
+#include <Menu.h>
 #include <Message.h>
 #include <OS.h>
 #include <String.h>
@@ -46,7 +46,7 @@ MenuSession::~MenuSession()
     Abandon();
 }
 
-void MenuSession::StartByPress(BMenuBar& bar, const BMessage& press, BMenuItem* title)
+void MenuSession::StartByPress(BMenu& bar, const BMessage& press, BMenuItem* title)
 {
     const auto alive = weak_from_this().lock();
     press.FindPoint("screen_where", &fPointer);
@@ -61,7 +61,7 @@ void MenuSession::StartByPress(BMenuBar& bar, const BMessage& press, BMenuItem* 
     fTracker.StartByPress(bar.IndexOf(title), fPointer, WhenOf(press));
 }
 
-void MenuSession::StartByKey(BMenuBar& bar)
+void MenuSession::StartByKey(BMenu& bar)
 {
     const auto alive = weak_from_this().lock();
     BeginAtBar(bar);
@@ -105,7 +105,7 @@ void MenuSession::Begin()
     fWindow->MenusBeginning();
 }
 
-void MenuSession::BeginAtBar(BMenuBar& bar)
+void MenuSession::BeginAtBar(BMenu& bar)
 {
     Level level;
     level.menu = &bar;

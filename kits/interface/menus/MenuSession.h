@@ -10,7 +10,6 @@
 #include <vector>
 
 class BMenu;
-class BMenuBar;
 class BMenuItem;
 class BMessage;
 class BWindow;
@@ -34,9 +33,9 @@ public:
     ~MenuSession() override;
 
     /// Opens the menu of a title that the primary button went down on.
-    void StartByPress(BMenuBar& bar, const BMessage& press, BMenuItem* title);
+    void StartByPress(BMenu& bar, const BMessage& press, BMenuItem* title);
     /// Opens the first menu of a bar.
-    void StartByKey(BMenuBar& bar);
+    void StartByKey(BMenu& bar);
     /// Opens a menu that hangs on no bar, under `anchor` (screen units).
     void StartWithoutBar(BMenu& menu, BRect anchor);
     /// Takes the menus off the screen and gives the input back at once: the bar or window goes.
@@ -74,7 +73,7 @@ private:
     void End() override;
 
     void Begin();
-    void BeginAtBar(BMenuBar& bar);
+    void BeginAtBar(BMenu& bar);
     void Show(BMenu& menu, BRect anchor, MenuSide side);
     void CloseTop();
     bool InterceptMouse(BMessage* message);

@@ -7,7 +7,7 @@
 #include "WindowViews.h"
 #include "interface/graphics/RegionAccess.h"
 
-#include "app/Guards.h"
+#include "kernel/Stack.h"
 
 #include <AppDefs.h>
 #include <Message.h>

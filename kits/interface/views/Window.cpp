@@ -7,6 +7,7 @@
 #include "WindowViews.h"
 
 #include "app/LooperCore.h"
+#include "app/LooperRegistry.h"
 
 #include <AppDefs.h>
 #include <Application.h>
@@ -74,7 +75,7 @@ BWindow::BWindow(BRect frame, const char* title, window_look look, window_feel f
     }
     fState->host = std::make_unique<kits::ViewHost>(this, kits::ShapeOf(*fState));
     kits::RememberToken(this, fState->host->Link().Token());
-    kits::LooperCore::CoreOf(this)->MarkAsWindow(this);
+    kits::LooperRegistry::FindLooper(this)->MarkAsWindow(this);
 }
 
 BWindow::~BWindow()

@@ -9,6 +9,7 @@
 #include "WindowViews.h"
 
 #include "app/LooperCore.h"
+#include "app/LooperRegistry.h"
 #include "server/FrontImage.h"
 #include "server/InputMessages.h"
 
@@ -159,7 +160,7 @@ void kits::WindowAccess::ReleaseKeys(BWindow& window)
 {
     WindowState& state = State(window);
     if (--state.keyHolds == 0) {
-        LooperCore::CoreOf(&window)->PutInFront(std::exchange(state.heldKeys, {}));
+        LooperRegistry::FindLooper(&window)->PutInFront(std::exchange(state.heldKeys, {}));
     }
 }
 

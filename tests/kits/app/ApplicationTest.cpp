@@ -6,6 +6,7 @@
 #include "RecordingLooper.h"
 #include "app/DisplayHooks.h"
 #include "app/LooperCore.h"
+#include "app/LooperRegistry.h"
 
 #include <gtest/gtest.h>
 
@@ -59,7 +60,7 @@ public:
         Record& record, std::function<bool()> agrees = [] { return true; })
         : RecordingLooper(record, "window"), fAgrees(std::move(agrees))
     {
-        kits::LooperCore::CoreOf(this)->MarkAsWindow(reinterpret_cast<BWindow*>(this));
+        kits::LooperRegistry::FindLooper(this)->MarkAsWindow(reinterpret_cast<BWindow*>(this));
         Run();
     }
 

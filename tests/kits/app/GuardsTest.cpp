@@ -2,7 +2,10 @@
 
 #include "RecordingLooper.h"
 #include "app/DisplayHooks.h"
+#include "app/LongWork.h"
 #include "app/LooperCore.h"
+#include "app/LooperRegistry.h"
+#include "app/Watchdog.h"
 
 #include <Messenger.h>
 
@@ -15,7 +18,7 @@
 
 namespace {
 
-using kits::LooperCore;
+using kits::LooperRegistry;
 
 // Death tests run in a process of their own that starts anew: this one has threads.
 class GuardsDeathTest : public ::testing::Test
@@ -167,7 +170,7 @@ class BusyWindow : public BLooper
 public:
     explicit BusyWindow(Event& mayGoOn) : fMayGoOn(mayGoOn)
     {
-        LooperCore::CoreOf(this)->MarkAsWindow(reinterpret_cast<BWindow*>(this));
+        LooperRegistry::FindLooper(this)->MarkAsWindow(reinterpret_cast<BWindow*>(this));
     }
 
     void MessageReceived(BMessage* message) override

@@ -2,7 +2,9 @@
 
 #include "Event.h"
 #include "RecordingLooper.h"
+#include "app/LooperRegistry.h"
 #include "app/MessageDelivery.h"
+#include "app/ReplySlot.h"
 
 #include <Messenger.h>
 
@@ -15,6 +17,7 @@
 namespace {
 
 using kits::LooperCore;
+using kits::LooperRegistry;
 
 constexpr bigtime_t kPatience = 10'000'000;
 constexpr int kAskers = 6;
@@ -30,7 +33,8 @@ TEST(LooperCoreTest, AMessageForALooperThatIsGoneEndsAtOnce)
 {
     Record record;
     auto* looper = new RecordingLooper(record);
-    const std::shared_ptr<LooperCore> core = LooperCore::CoreOf(looper); // outlives the looper
+    const std::shared_ptr<LooperCore> core =
+        LooperRegistry::FindLooper(looper); // outlives the looper
     looper->Run();
     EndLooper(looper);
     core->WaitForEnd();
@@ -49,7 +53,7 @@ TEST(LooperCoreTest, KeysPutBackIntoALooperThatIsGoneEnd)
 {
     Record record;
     auto* looper = new RecordingLooper(record);
-    const std::shared_ptr<LooperCore> core = LooperCore::CoreOf(looper);
+    const std::shared_ptr<LooperCore> core = LooperRegistry::FindLooper(looper);
     looper->Quit();
     std::vector<std::unique_ptr<BMessage>> keys;
     keys.push_back(std::make_unique<BMessage>(2));
@@ -79,7 +83,7 @@ TEST_F(DyingLooperTest, WhoeverWaitsForItsAnswerIsTold)
     for (int round = 0; round < 400 && overdue == 0; ++round) {
         auto* looper = new RecordingLooper(fRecord);
         const BMessenger target(looper);
-        const std::shared_ptr<LooperCore> held = LooperCore::CoreOf(looper);
+        const std::shared_ptr<LooperCore> held = LooperRegistry::FindLooper(looper);
         looper->Run();
         std::vector<std::thread> askers;
         for (int i = 0; i < kAskers; ++i) {

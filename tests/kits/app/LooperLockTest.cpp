@@ -5,6 +5,7 @@
 #include "Event.h"
 #include "RecordingLooper.h"
 #include "app/LooperCore.h"
+#include "app/LooperRegistry.h"
 
 #include <gtest/gtest.h>
 
@@ -137,7 +138,7 @@ TEST_F(LooperLockTest, FailsForOneThatIsGone)
 
 TEST_F(LooperLockTest, FailsForOneThatGoesWhileWaiting)
 {
-    const std::shared_ptr<kits::LooperCore> core = kits::LooperCore::CoreOf(fLooper);
+    const std::shared_ptr<kits::LooperCore> core = kits::LooperRegistry::FindLooper(fLooper);
     std::vector<std::thread> threads;
     std::atomic<int> failures{0};
     fLooper->Lock();

@@ -5,6 +5,7 @@
 
 #include "RecordingLooper.h"
 #include "app/LooperCore.h"
+#include "app/LooperRegistry.h"
 
 #include <gtest/gtest.h>
 
@@ -105,7 +106,7 @@ protected:
 
     Record fRecord;
     RecordingLooper* fLooper = new RecordingLooper(fRecord);
-    std::shared_ptr<kits::LooperCore> fCore = kits::LooperCore::CoreOf(fLooper);
+    std::shared_ptr<kits::LooperCore> fCore = kits::LooperRegistry::FindLooper(fLooper);
 };
 
 TEST_F(CoreQueueTest, NewerMouseMoveTakesThePlaceOfTheWaitingOne)
@@ -167,7 +168,7 @@ TEST_F(CoreQueueTest, MouseMovesFoldAgainOnceTheKeysAreTaken)
 TEST_F(CoreQueueTest, KeysMoveToTheFrontOfAnotherQueueInTheirOrder)
 {
     auto* other = new RecordingLooper(fRecord);
-    const auto otherCore = kits::LooperCore::CoreOf(other);
+    const auto otherCore = kits::LooperRegistry::FindLooper(other);
     fCore->Post(Input(B_KEY_DOWN, 1, 1));
     fCore->Post(Input(B_KEY_UP, 1, 2));
     fCore->Post(Input(B_KEY_DOWN, 1, 3));
@@ -199,14 +200,14 @@ TEST_F(CoreQueueTest, PuttingInFrontWakesALooper)
 TEST_F(CoreQueueTest, NothingIsPostedToALooperThatIsGone)
 {
     auto* other = new RecordingLooper(fRecord);
-    const auto otherCore = kits::LooperCore::CoreOf(other);
+    const auto otherCore = kits::LooperRegistry::FindLooper(other);
 
     other->Quit();
 
     EXPECT_FALSE(otherCore->Post(Input(1, 1)));
     EXPECT_FALSE(otherCore->PostFoldingMouseMove(Input(B_MOUSE_MOVED, 1)));
     EXPECT_FALSE(otherCore->IsAlive());
-    EXPECT_EQ(kits::LooperCore::CoreOf(other), nullptr);
+    EXPECT_EQ(kits::LooperRegistry::FindLooper(other), nullptr);
 }
 
 } // namespace

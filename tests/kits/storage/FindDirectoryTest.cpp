@@ -1,6 +1,5 @@
 #include <FindDirectory.h>
 #include <Path.h>
-#include <fs_info.h>
 
 #include <TempTree.h>
 #include <Variable.h>
@@ -64,14 +63,4 @@ TEST(FindDirectoryTest, FailsWhereNothingCanBeMade)
     EXPECT_EQ(find_directory(B_USER_SETTINGS_DIRECTORY, &path), B_NOT_A_DIRECTORY);
     EXPECT_EQ(find_directory(B_USER_SETTINGS_DIRECTORY, nullptr), B_BAD_VALUE);
     EXPECT_EQ(path.InitCheck(), B_NO_INIT);
-}
-
-TEST(FindDirectoryTest, TellsTheDeviceOfAPath)
-{
-    TempTree tree;
-    struct stat st;
-    ASSERT_EQ(stat(tree.Path().c_str(), &st), 0);
-
-    EXPECT_EQ(dev_for_path(tree.Path().c_str()), static_cast<int32>(st.st_dev));
-    EXPECT_EQ(dev_for_path(tree.Path("none").c_str()), B_ENTRY_NOT_FOUND);
 }

@@ -1,6 +1,6 @@
 #include "WindowFixture.h"
 
-#include <app/LooperCore.h>
+#include <app/LooperRegistry.h>
 
 #include <Message.h>
 
@@ -128,7 +128,7 @@ TEST_F(WindowTest, QuitFromAnotherThreadReturnsWhenItIsGone)
     ASSERT_TRUE(fWindow->Lock());
     fWindow->Quit();
 
-    EXPECT_EQ(kits::LooperCore::CoreOf(fWindow), nullptr);
+    EXPECT_EQ(kits::LooperRegistry::FindLooper(fWindow), nullptr);
     fWindow = nullptr;
     EXPECT_EQ(CountShown("Resizing"), 0);
 }
