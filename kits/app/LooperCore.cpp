@@ -220,7 +220,7 @@ thread_id LooperCore::Start(const char* name, int32 priority)
         fThread.store(B_ERROR, std::memory_order_release);
         return status;
     }
-    argument.release(); // adopted by the thread
+    static_cast<void>(argument.release()); // adopted by the thread
     return thread;
 }
 
