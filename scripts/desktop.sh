@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Sourced by the demonstration, the end-to-end tests and the benchmarks: a private desktop to play on.
 #
 # start_desktop [SIZE] [wm|bare]   an X server of our own (and openbox); sets DISPLAY
@@ -18,7 +19,8 @@ start_desktop() {
     Xvfb -displayfd 3 -screen 0 "${size}x24" -nolisten tcp -noreset 3>"$number_file" 2>/dev/null &
     desktop_pids+=($!)
     wait_for 20 test -s "$number_file" || { echo "no X server" >&2; return 1; }
-    export DISPLAY=":$(cat "$number_file")"
+    DISPLAY=":$(cat "$number_file")"
+    export DISPLAY
     rm -f "$number_file"
     unset WAYLAND_DISPLAY QT_QPA_PLATFORM
     if [ "$manager" = wm ]; then
@@ -81,6 +83,7 @@ wait_for() {
 # nothing at all.
 window_id() {
     local title found
+    # shellcheck disable=SC2001 # a list of signs is beyond ${variable//...}
     title=$(sed 's/[]\$*.^+?(){}|[]/\\&/g' <<<"$1")
     for _ in 1 2 3; do
         found=$(xdotool search --onlyvisible --name "^$title( - .*)?\$" 2>/dev/null | tail -n 1)

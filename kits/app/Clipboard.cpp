@@ -4,6 +4,7 @@
 #include "HookSlot.h"
 
 #include <Application.h>
+#include <Autolock.h>
 #include <Locker.h>
 #include <Message.h>
 #include <TypeConstants.h>
@@ -53,23 +54,23 @@ const ClipboardHooks& GetClipboardHooks()
 
 } // namespace kits
 
-/// What the clipboards of one name share. Guarded by its lock.
+/// What the clipboards of one name share.
 struct BClipboard::Store
 {
     explicit Store(bool isShared) : isDesktops(isShared) {}
 
     static std::shared_ptr<Store> Get(const std::string& name);
-    void Fetch();
+    void Fetch() REQUIRES(lock);
 
     const bool isDesktops; // of all programs
     BLocker lock;
-    BMessage data;      // what is looked at and changed
-    BMessage committed; // what this program offered last
-    BMessenger source;
-    uint64 offer = 0;      // its number on the desktop
-    bool isFetched = true; // `data` is what was there when the lock was taken
-    uint32 count = 0;
-    std::vector<BMessenger> watchers;
+    BMessage data GUARDED_BY(lock);      // what is looked at and changed
+    BMessage committed GUARDED_BY(lock); // what this program offered last
+    BMessenger source GUARDED_BY(lock);
+    uint64 offer GUARDED_BY(lock) = 0;      // its number on the desktop
+    bool isFetched GUARDED_BY(lock) = true; // `data` is what was there when the lock was taken
+    uint32 count GUARDED_BY(lock) = 0;
+    std::vector<BMessenger> watchers GUARDED_BY(lock);
 };
 
 std::shared_ptr<BClipboard::Store> BClipboard::Store::Get(const std::string& name)
@@ -126,10 +127,8 @@ uint32 BClipboard::LocalCount() const
 
 uint32 BClipboard::SystemCount() const
 {
-    fStore->lock.Lock();
-    const uint32 count = fStore->count;
-    fStore->lock.Unlock();
-    return count;
+    const BAutolock lock(fStore->lock);
+    return fStore->count;
 }
 
 status_t BClipboard::StartWatching(BMessenger target)
@@ -138,32 +137,28 @@ status_t BClipboard::StartWatching(BMessenger target)
         return B_BAD_VALUE;
     }
     StopWatching(target);
-    fStore->lock.Lock();
+    const BAutolock lock(fStore->lock);
     fStore->watchers.push_back(target);
-    fStore->lock.Unlock();
     return B_OK;
 }
 
 status_t BClipboard::StopWatching(BMessenger target)
 {
-    fStore->lock.Lock();
-    const auto removed = std::erase(fStore->watchers, target);
-    fStore->lock.Unlock();
-    return removed > 0 ? B_OK : B_BAD_VALUE;
+    const BAutolock lock(fStore->lock);
+    return std::erase(fStore->watchers, target) > 0 ? B_OK : B_BAD_VALUE;
 }
 
-bool BClipboard::Lock()
+// The caller holds the lock between these two, which the analysis does not follow.
+bool BClipboard::Lock() NO_THREAD_SAFETY_ANALYSIS
 {
-    if (!fStore->lock.Lock()) {
-        return false;
-    }
+    fStore->lock.Lock();
     if (fStore->lock.CountLocks() == 1) {
         fStore->isFetched = false;
     }
     return true;
 }
 
-void BClipboard::Unlock()
+void BClipboard::Unlock() NO_THREAD_SAFETY_ANALYSIS
 {
     fStore->lock.Unlock();
 }
@@ -178,6 +173,7 @@ status_t BClipboard::Clear()
     if (!IsLocked()) {
         return B_NOT_ALLOWED;
     }
+    const BAutolock lock(fStore->lock); // nests
     fStore->data.MakeEmpty();
     fStore->isFetched = true;
     return B_OK;
@@ -189,6 +185,7 @@ status_t BClipboard::Commit()
         return B_NOT_ALLOWED;
     }
     Store& store = *fStore;
+    const BAutolock lock(store.lock); // nests
     store.Fetch();
     store.committed = store.data;
     store.source = be_app_messenger;
@@ -212,6 +209,7 @@ status_t BClipboard::Revert()
     if (!IsLocked()) {
         return B_NOT_ALLOWED;
     }
+    const BAutolock lock(fStore->lock); // nests
     fStore->isFetched = false;
     fStore->Fetch();
     return B_OK;
@@ -222,6 +220,7 @@ BMessenger BClipboard::DataSource() const
     if (!IsLocked()) {
         return BMessenger();
     }
+    const BAutolock lock(fStore->lock);
     fStore->Fetch();
     return fStore->source;
 }
@@ -231,6 +230,7 @@ BMessage* BClipboard::Data() const
     if (!IsLocked()) {
         return nullptr;
     }
+    const BAutolock lock(fStore->lock);
     fStore->Fetch();
     return &fStore->data;
 }

@@ -70,12 +70,14 @@ BMessage::~BMessage()
 
 BMessage& BMessage::operator=(const BMessage& other)
 {
-    if (other.fFields != nullptr) {
-        other.fFields->Acquire(); // first: both may hold the same
+    if (this != &other) {
+        if (other.fFields != nullptr) {
+            other.fFields->Acquire(); // first: both may hold the same
+        }
+        DropFields();
+        what = other.what;
+        fFields = other.fFields;
     }
-    DropFields();
-    what = other.what;
-    fFields = other.fFields;
     return *this;
 }
 

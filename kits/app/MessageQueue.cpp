@@ -1,16 +1,13 @@
 #include <MessageQueue.h>
 
 #include <AppDefs.h>
+#include <Autolock.h>
 #include <Message.h>
-
-#include "app/Deadline.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace {
-
-using Guard = std::lock_guard<std::recursive_mutex>;
 
 // Input that a mouse move must not be carried over: an older move would then be told after it.
 bool EndsFolding(const BMessage& message)
@@ -55,7 +52,7 @@ void BMessageQueue::AddMessage(BMessage* message)
 void BMessageQueue::RemoveMessage(BMessage* message)
 {
     Messages removed; // deleted after the lock is given back
-    Guard guard(fMutex);
+    BAutolock lock(fLocker);
     const auto found = std::find_if(fMessages.begin(), fMessages.end(),
                                     [&](const auto& waiting) { return waiting.get() == message; });
     if (found != fMessages.end()) {
@@ -66,19 +63,19 @@ void BMessageQueue::RemoveMessage(BMessage* message)
 
 int32 BMessageQueue::CountMessages() const
 {
-    Guard guard(fMutex);
+    BAutolock lock(fLocker);
     return static_cast<int32>(fMessages.size());
 }
 
 bool BMessageQueue::IsEmpty() const
 {
-    Guard guard(fMutex);
+    BAutolock lock(fLocker);
     return fMessages.empty();
 }
 
 BMessage* BMessageQueue::FindMessage(int32 index) const
 {
-    Guard guard(fMutex);
+    BAutolock lock(fLocker);
     if (index < 0 || static_cast<size_t>(index) >= fMessages.size()) {
         return nullptr;
     }
@@ -87,7 +84,7 @@ BMessage* BMessageQueue::FindMessage(int32 index) const
 
 BMessage* BMessageQueue::FindMessage(uint32 what, int32 index) const
 {
-    Guard guard(fMutex);
+    BAutolock lock(fLocker);
     for (const auto& message : fMessages) {
         if (message->what == what && index-- == 0) {
             return message.get();
@@ -103,20 +100,20 @@ BMessage* BMessageQueue::NextMessage()
 
 bool BMessageQueue::Lock()
 {
-    fMutex.lock();
+    fLocker.Lock();
     return true;
 }
 
 void BMessageQueue::Unlock()
 {
-    fMutex.unlock();
+    fLocker.Unlock();
 }
 
 bool BMessageQueue::Append(Messages& one)
 {
     bool wakes = false;
     {
-        Guard guard(fMutex);
+        BAutolock lock(fLocker);
         if (fIsClosed) {
             return false;
         }
@@ -126,14 +123,14 @@ bool BMessageQueue::Append(Messages& one)
         wakes = std::exchange(fIsReceiverWaiting, false);
     }
     if (wakes) {
-        fArrival.notify_one(); // a receiver that is awake looks by itself
+        fArrival.Signal(); // a receiver that is awake looks by itself
     }
     return true;
 }
 
 bool BMessageQueue::AppendFoldingMouseMove(Messages& one)
 {
-    Guard guard(fMutex);
+    BAutolock lock(fLocker);
     if (fFoldable != fMessages.end() && WindowOf(**fFoldable) == WindowOf(*one.front())) {
         fFoldable->swap(one.front()); // the older one is deleted by the caller
         return true;
@@ -145,7 +142,7 @@ bool BMessageQueue::Prepend(Messages& some)
 {
     bool wakes = false;
     {
-        Guard guard(fMutex);
+        BAutolock lock(fLocker);
         if (fIsClosed) {
             return false;
         }
@@ -153,7 +150,7 @@ bool BMessageQueue::Prepend(Messages& some)
         wakes = std::exchange(fIsReceiverWaiting, false);
     }
     if (wakes) {
-        fArrival.notify_one();
+        fArrival.Signal();
     }
     return true;
 }
@@ -161,7 +158,7 @@ bool BMessageQueue::Prepend(Messages& some)
 void BMessageQueue::Close()
 {
     Messages dropped; // deleted after the lock is given back: their ends tell their senders
-    Guard guard(fMutex);
+    BAutolock lock(fLocker);
     fIsClosed = true;
     dropped.swap(fMessages);
     fFoldable = fMessages.end();
@@ -170,7 +167,7 @@ void BMessageQueue::Close()
 BMessageQueue::Messages BMessageQueue::TakeKeyMessages()
 {
     Messages taken;
-    Guard guard(fMutex);
+    BAutolock lock(fLocker);
     for (auto message = fMessages.begin(); message != fMessages.end();) {
         const auto next = std::next(message);
         if ((*message)->what == B_KEY_DOWN) {
@@ -186,7 +183,7 @@ std::unique_ptr<BMessage> BMessageQueue::Take()
 {
     Messages one;
     {
-        Guard guard(fMutex);
+        BAutolock lock(fLocker);
         TakeFirst(one);
     }
     return one.empty() ? nullptr : std::move(one.front());
@@ -196,11 +193,10 @@ std::unique_ptr<BMessage> BMessageQueue::TakeWithin(bigtime_t deadline)
 {
     Messages one;
     {
-        std::unique_lock<std::recursive_mutex> lock(fMutex);
-        kits::WaitUntil(fArrival, lock, deadline, [this] {
+        BAutolock lock(fLocker);
+        do {
             fIsReceiverWaiting = fMessages.empty() && !fWasWoken;
-            return !fIsReceiverWaiting;
-        });
+        } while (fIsReceiverWaiting && fArrival.WaitUntil(fLocker, deadline));
         fIsReceiverWaiting = false;
         fWasWoken = false;
         TakeFirst(one);
@@ -211,10 +207,10 @@ std::unique_ptr<BMessage> BMessageQueue::TakeWithin(bigtime_t deadline)
 void BMessageQueue::Wake()
 {
     {
-        Guard guard(fMutex);
+        BAutolock lock(fLocker);
         fWasWoken = true;
     }
-    fArrival.notify_one();
+    fArrival.Signal();
 }
 
 void BMessageQueue::NoteArrival(Messages::iterator added)

@@ -22,7 +22,7 @@ BMessenger::BMessenger(const BHandler* handler, const BLooper* looper, status_t*
 {
     status_t status = B_OK;
     const std::shared_ptr<LooperCore> core = LooperRegistry::FindLooper(looper);
-    if (looper != nullptr && core == nullptr) {
+    if (core == nullptr && (looper != nullptr || handler == nullptr)) {
         status = B_BAD_VALUE;
     } else if (handler != nullptr) {
         const int32 token = HandlerAccess::Token(handler);
@@ -31,11 +31,9 @@ BMessenger::BMessenger(const BHandler* handler, const BLooper* looper, status_t*
         } else {
             fToken = token;
         }
-    } else if (core != nullptr) {
+    } else {
         fToken = core->Token();
         fIsPreferred = true;
-    } else {
-        status = B_BAD_VALUE;
     }
     if (result != nullptr) {
         *result = status;

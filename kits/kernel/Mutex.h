@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kernel/ThreadAnnotations.h"
+#include <ThreadAnnotations.h>
 
 #include <OS.h>
 
@@ -59,11 +59,14 @@ public:
     /// The same, until `time` (of system_time()) at most. False when that has come.
     bool WaitUntil(Mutex& mutex, bigtime_t time) REQUIRES(mutex)
     {
-        if (time == B_INFINITE_TIMEOUT) {
+        using Clock = std::chrono::steady_clock; // the clock of system_time()
+        // It counts nanoseconds; what they cannot tell is later than anyone waits.
+        constexpr auto kLatest =
+            std::chrono::duration_cast<std::chrono::microseconds>(Clock::duration::max());
+        if (time >= kLatest.count()) {
             Wait(mutex);
             return true;
         }
-        using Clock = std::chrono::steady_clock; // the clock of system_time()
         std::unique_lock<std::mutex> lock(mutex.fMutex, std::adopt_lock);
         const Clock::time_point end{std::chrono::microseconds(time)};
         const bool isInTime = fCondition.wait_until(lock, end) == std::cv_status::no_timeout;

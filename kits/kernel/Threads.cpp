@@ -191,7 +191,7 @@ status_t StartThread(const ThreadRef& thread)
         thread->isStarted = false;
         return B_NO_MORE_THREADS;
     }
-    argument.release(); // adopted by the new thread
+    static_cast<void>(argument.release()); // adopted by the new thread
     return B_OK;
 }
 

@@ -84,7 +84,8 @@ void WindowLink::SetCursor(PointerShape shape)
 
 void WindowLink::Publish(std::shared_ptr<const Published> published)
 {
-    WindowServer::Get().Post([native = fNative, published] { native->Publish(published); });
+    WindowServer::Get().Post(
+        [native = fNative, published = std::move(published)] { native->Publish(published); });
 }
 
 float WindowLink::Scale() const

@@ -74,6 +74,7 @@ BDirectory::BDirectory(const BDirectory* directory, const char* path)
     SetTo(directory, path);
 }
 
+// NOLINTNEXTLINE(bugprone-copy-constructor-init): the assignment opens it anew
 BDirectory::BDirectory(const BDirectory& other) : BNode(), BEntryList()
 {
     *this = other;
@@ -116,7 +117,9 @@ status_t BDirectory::AdoptFolder(int descriptor, const kits::FolderHold& known)
 
 status_t BDirectory::OpenKnown(const kits::FolderHold& folder)
 {
-    const kits::FolderHold known = folder; // may be our own, which Unset() lets go
+    // It may be our own, which Unset() lets go.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): see above
+    const kits::FolderHold known = folder;
     Unset();
     OpenFolder open;
     const status_t status = FolderTable::Get().Open(known, &open);

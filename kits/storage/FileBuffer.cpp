@@ -10,9 +10,9 @@ namespace kits {
 namespace {
 
 // Most files are smaller: one reading of this much sees all of them and their end.
-constexpr size_t kFirstReadAhead = 64 * 1024;
+constexpr size_t kFirstReadAhead = size_t{64} * 1024;
 // From here on a file is big enough to pay for a thread that writes.
-constexpr off_t kWriterFrom = 4 * 1024 * 1024;
+constexpr off_t kWriterFrom = off_t{4} * 1024 * 1024;
 
 } // namespace
 

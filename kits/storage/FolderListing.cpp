@@ -10,8 +10,8 @@ namespace kits {
 
 namespace {
 
-constexpr size_t kReadBytes = 64 * 1024;
-constexpr size_t kChunkBytes = 64 * 1024;
+constexpr size_t kReadBytes = size_t{64} * 1024;
+constexpr size_t kChunkBytes = size_t{64} * 1024;
 
 /// A record as the kernel writes it.
 struct Record

@@ -17,7 +17,7 @@
 namespace {
 
 // As much of a file as the database's rules look at, nearly always.
-constexpr size_t kLookedAtBytes = 16 * 1024;
+constexpr size_t kLookedAtBytes = size_t{16} * 1024;
 
 status_t SetType(BMimeType* type, const QMimeType& found)
 {

@@ -9,7 +9,7 @@ namespace kits {
 namespace {
 
 constexpr size_t kFirstSlots = 16;
-constexpr size_t kWorthPacking = 64 * 1024;
+constexpr size_t kWorthPacking = size_t{64} * 1024;
 
 } // namespace
 

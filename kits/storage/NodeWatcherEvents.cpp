@@ -17,9 +17,9 @@ namespace kits {
 
 namespace {
 
-constexpr size_t kReadBytes = 64 * 1024;
+constexpr size_t kReadBytes = size_t{64} * 1024;
 // So much is gathered before it is worked through; what comes after waits in the kernel.
-constexpr size_t kGatheredBytes = 1024 * 1024;
+constexpr size_t kGatheredBytes = size_t{1024} * 1024;
 // How long the second half of a rename may be behind the first.
 constexpr int kPartnerMilliseconds = 5;
 constexpr bigtime_t kStatInterval = 100'000;

@@ -46,7 +46,7 @@ ssize_t BSymLink::MakeLinkedPath(const char* directoryPath, BPath* path) const
     if (directoryPath == nullptr || path == nullptr) {
         return B_BAD_VALUE;
     }
-    char text[4096]; // longer the system makes none
+    char text[4096] = {}; // longer the system makes none
     const ssize_t length = ReadLink(text, sizeof(text));
     if (length < 0) {
         return length;
@@ -63,6 +63,6 @@ ssize_t BSymLink::MakeLinkedPath(const BDirectory* directory, BPath* path) const
 
 bool BSymLink::IsAbsolute() const
 {
-    char text[4096];
+    char text[4096] = {};
     return ReadLink(text, sizeof(text)) > 0 && text[0] == '/';
 }

@@ -99,7 +99,7 @@ std::string ParentOf(const std::string& path)
 /// The folder that a volume's Trash at `path` would be the Trash of; "" when it is named like none.
 std::string TopFolderOf(const std::string& path)
 {
-    const std::string parent = ParentOf(path);
+    std::string parent = ParentOf(path);
     if (path == InFolder(parent, ".Trash-" + UserNumber())) {
         return parent;
     }

@@ -155,6 +155,36 @@ void TreeRemover::Leave(Folder& folder)
     }
 }
 
+/// Removes what is no folder; `record` tells what it is after all when that failed.
+status_t RemoveFile(int parent, const char* name, struct stat* record)
+{
+    const status_t status = kits::sys::RemoveFileAt(parent, name);
+    if (status != B_OK && status != B_ENTRY_NOT_FOUND) {
+        // A folder where nothing may be removed says that first; what is in it may go all the same.
+        [[maybe_unused]] const status_t found = kits::sys::StatAt(parent, name, record);
+    }
+    return status;
+}
+
+/// Removes a folder with all in it, and tells when it is still there.
+status_t RemoveFolder(const kits::OpenFolder& parent, const std::string& name, BTreeHooks* hooks)
+{
+    TreeRemover remover(hooks);
+    remover.Walk(parent, name);
+    const status_t status = remover.Status();
+    struct stat record;
+    const status_t looked = status == B_OK ? kits::sys::StatAt(parent->Get(), name.c_str(), &record)
+                                           : B_ENTRY_NOT_FOUND;
+    if (looked == B_ENTRY_NOT_FOUND) {
+        return status;
+    }
+    const status_t left = looked == B_OK ? B_FILE_ERROR : looked; // it was said to be gone
+    if (hooks != nullptr) {
+        hooks->Failed(name.c_str(), left);
+    }
+    return left;
+}
+
 } // namespace
 
 status_t BEntry::RemoveTree(BTreeHooks* hooks)
@@ -181,26 +211,10 @@ status_t BEntry::RemoveTree(BTreeHooks* hooks)
         }
     }
     if (status == B_OK && !S_ISDIR(record.st_mode)) {
-        status = kits::sys::RemoveFileAt(parent, fName.c_str());
-        if (status != B_OK && status != B_ENTRY_NOT_FOUND) {
-            // A folder where nothing may be removed says that first; what is in it may go all the
-            // same.
-            [[maybe_unused]] const status_t found =
-                kits::sys::StatAt(parent, fName.c_str(), &record);
-        }
+        status = RemoveFile(parent, fName.c_str(), &record);
     }
     if (S_ISDIR(record.st_mode)) {
-        TreeRemover remover(hooks);
-        remover.Walk(folder, fName);
-        status = remover.Status();
-        const status_t looked =
-            status == B_OK ? kits::sys::StatAt(parent, fName.c_str(), &record) : B_ENTRY_NOT_FOUND;
-        if (looked != B_ENTRY_NOT_FOUND) {
-            status = looked == B_OK ? B_FILE_ERROR : looked; // what was said to be gone is there
-            if (hooks != nullptr) {
-                hooks->Failed(fName.c_str(), status);
-            }
-        }
+        status = RemoveFolder(folder, fName, hooks);
     } else if (status != B_OK && hooks != nullptr) {
         hooks->Failed(fName.c_str(), status);
     }

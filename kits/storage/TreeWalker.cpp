@@ -37,7 +37,7 @@ TreeWalker::TreeWalker(BTreeHooks* hooks) : fHooks(hooks), fMostOpen(MostOpen())
 void TreeWalker::Walk(OpenFolder parent, const std::string& name)
 {
     Folder top;
-    top.open = std::move(parent);
+    top.fDescriptor = std::move(parent);
     EnterLater(top, name.c_str());
     Work();
     std::vector<WorkerThread> helpers; // joined at the end, unlocked
@@ -65,7 +65,7 @@ void TreeWalker::EnterLater(Folder& above, const char* name)
     folder->above = &above;
     folder->name = name;
     MutexLock lock(fMutex);
-    ++above.pending;
+    ++above.fPending;
     fWaiting.push_back(folder.release());
     if (fWaiting.size() >= kHelpedFrom && !fNeedsHelper && fHelpers.size() < MostHelpers()) {
         fNeedsHelper = true;
@@ -161,11 +161,11 @@ void TreeWalker::Process(Folder* folder)
     StartHelper();
     {
         MutexLock lock(fMutex);
-        --folder->pending;
-        if (folder->pending > 0) {
+        --folder->fPending;
+        if (folder->fPending > 0) {
             return;
         }
-        ++folder->pending;
+        ++folder->fPending;
     }
     Leave(*folder);
     Done(folder);
@@ -179,14 +179,14 @@ void TreeWalker::Done(Folder* folder)
         OpenFolder closed; // closed after the lock is free
         {
             MutexLock lock(fMutex);
-            if (folder->open != nullptr) {
-                fOpen.erase(folder->inOpen);
-                closed = std::move(folder->open);
+            if (folder->fDescriptor != nullptr) {
+                fOpen.erase(folder->fPlace);
+                closed = std::move(folder->fDescriptor);
             }
-            --above->pending;
-            isAboveDone = above->pending == 0;
+            --above->fPending;
+            isAboveDone = above->fPending == 0;
             if (isAboveDone) {
-                ++above->pending; // left by this thread alone
+                ++above->fPending; // left by this thread alone
             }
         }
         delete folder;
@@ -202,15 +202,15 @@ void TreeWalker::SetOpen(Folder* folder, OpenFolder open)
 {
     OpenFolder closed;
     MutexLock lock(fMutex);
-    if (folder->open != nullptr) {
+    if (folder->fDescriptor != nullptr) {
         return;
     }
-    folder->open = std::move(open);
-    folder->inOpen = fOpen.insert(fOpen.end(), folder);
+    folder->fDescriptor = std::move(open);
+    folder->fPlace = fOpen.insert(fOpen.end(), folder);
     if (fOpen.size() > fMostOpen) {
         Folder* longest = fOpen.front();
         fOpen.pop_front();
-        closed = std::move(longest->open);
+        closed = std::move(longest->fDescriptor);
     }
 }
 
@@ -221,7 +221,7 @@ bool TreeWalker::CloseSome()
     std::vector<OpenFolder> closed;
     MutexLock lock(fMutex);
     while (fOpen.size() > kFewestOpen) {
-        closed.push_back(std::move(fOpen.front()->open));
+        closed.push_back(std::move(fOpen.front()->fDescriptor));
         fOpen.pop_front();
     }
     return !closed.empty();
@@ -230,7 +230,7 @@ bool TreeWalker::CloseSome()
 OpenFolder TreeWalker::Opened(const Folder* folder)
 {
     MutexLock lock(fMutex);
-    return folder->open;
+    return folder->fDescriptor;
 }
 
 OpenFolder TreeWalker::OpenAbove(const Folder& folder)
@@ -291,7 +291,7 @@ std::string TreeWalker::PathOf(const Folder& folder, const char* name)
 {
     std::string path = name;
     for (const Folder* at = &folder; at->above != nullptr; at = at->above) {
-        path = path.empty() ? at->name : at->name + "/" + path;
+        path.insert(0, path.empty() ? at->name : at->name + "/");
     }
     return path;
 }

@@ -46,9 +46,10 @@ protected:
 
     private:
         friend class TreeWalker;
-        OpenFolder open;
-        std::list<Folder*>::iterator inOpen; // valid while `open`, but for the top's parent
-        int32 pending = 1;                   // itself, and those below that have not been left
+        OpenFolder fDescriptor; // null while it is closed
+        // Among those that are open, while it is; the top's parent is not.
+        std::list<Folder*>::iterator fPlace;
+        int32 fPending = 1; // itself, and those below that have not been left
     };
 
     /// Opens `name` in `parent`; a descriptor or a status.

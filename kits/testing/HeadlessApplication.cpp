@@ -1,22 +1,21 @@
 #include "Driver.h"
 
 #include "interface/graphics/FontAccess.h"
+#include "kernel/Mutex.h"
 
 #include <Application.h>
 
 #include <private/qfont_p.h>
 
-#include <condition_variable>
-#include <mutex>
 #include <thread>
 
 namespace kits::testing {
 
 struct HeadlessApplication::State
 {
-    std::mutex lock;
-    std::condition_variable changed;
-    bool isReady = false; // guarded by lock
+    Mutex mutex;
+    Condition changed;
+    bool isReady GUARDED_BY(mutex) = false;
     std::thread thread;
 };
 
@@ -32,15 +31,17 @@ HeadlessApplication::HeadlessApplication(const std::function<BApplication*()>& m
     state.thread = std::thread([&state, make] {
         BApplication* application = make();
         {
-            std::lock_guard<std::mutex> lock(state.lock);
+            MutexLock lock(state.mutex);
             state.isReady = true;
         }
-        state.changed.notify_one();
+        state.changed.Signal();
         application->Run();
         delete application;
     });
-    std::unique_lock<std::mutex> lock(state.lock);
-    state.changed.wait(lock, [&state] { return state.isReady; });
+    MutexLock lock(state.mutex);
+    while (!state.isReady) {
+        state.changed.Wait(state.mutex);
+    }
 }
 
 HeadlessApplication::~HeadlessApplication()

@@ -1,10 +1,12 @@
 #include "panes/DatePattern.h"
 
+#include <Autolock.h>
+#include <Locker.h>
+
 #include <array>
 #include <ctime>
 #include <map>
 #include <memory>
-#include <mutex>
 
 namespace norvane {
 
@@ -45,9 +47,9 @@ std::string DefaultText(const std::tm& local)
 
 const DatePattern& DatePattern::For(const std::string& pattern)
 {
-    static std::mutex mutex;
-    static std::map<std::string, std::unique_ptr<const DatePattern>> patterns; // guarded by mutex
-    const std::lock_guard lock(mutex);
+    static BLocker lock("date patterns");
+    static std::map<std::string, std::unique_ptr<const DatePattern>> patterns GUARDED_BY(lock);
+    const BAutolock hold(lock);
     std::unique_ptr<const DatePattern>& slot = patterns[pattern];
     if (slot == nullptr) {
         slot.reset(new DatePattern(pattern));

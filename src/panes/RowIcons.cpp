@@ -1,13 +1,14 @@
 #include "panes/RowIcons.h"
 
+#include <Autolock.h>
 #include <Bitmap.h>
 #include <Entry.h>
+#include <Locker.h>
 #include <Mime.h>
 #include <Node.h>
 #include <NodeInfo.h>
 
 #include <map>
-#include <mutex>
 #include <string>
 
 namespace norvane {
@@ -47,10 +48,10 @@ std::string KindOf(const entry_ref& ref, mode_t mode)
 
 const BBitmap* SharedIcon(const entry_ref& ref, mode_t mode)
 {
-    static std::mutex mutex;
-    static std::map<std::string, std::unique_ptr<BBitmap>> icons; // guarded by mutex
+    static BLocker lock("row icons");
+    static std::map<std::string, std::unique_ptr<BBitmap>> icons GUARDED_BY(lock);
     const std::string kind = KindOf(ref, mode);
-    const std::lock_guard lock(mutex);
+    const BAutolock hold(lock);
     std::unique_ptr<BBitmap>& icon = icons[kind];
     if (icon == nullptr) {
         icon = std::make_unique<BBitmap>(kIconBounds, B_CMAP8);

@@ -27,7 +27,7 @@ for _ in 1 2 3 4 5 6; do
     answer_early && in_time=yes || in_time=no
     reading_time
     kill -CONT "$program_pid"
-    if [ $in_time = yes ]; then
+    if [ "$in_time" = yes ]; then
         stays 500 window_shown "Item Exists" || fail "the question was answered by a key that came too early"
         answered=yes
         break

@@ -6,7 +6,7 @@ mkdir -p "$base/from" "$base/to"
 head -c 3000000 /dev/urandom >"$base/from/big"
 head -c 3000000 /dev/urandom >"$base/from/replaced"
 printf 'small\n' >"$base/from/small"
-sums=$(cd "$base/from" && cksum *)
+sums=$(cd "$base/from" && cksum ./*)
 with_mounts "mount -t tmpfs -o size=1m none '$base/to'; printf 'old\\n' >'$base/to/replaced'"
 start_desktop 1280x800 wm || fail "no desktop"
 write_settings "$base/from" "$base/to"
@@ -36,5 +36,5 @@ dismiss foo
 expect "the operation window stayed" window_gone Copy
 [ "$(cat "$to/replaced")" = old ] || fail "the old file was lost"
 [ "$(ls -A "$to" | tr '\n' ' ')" = "replaced small " ] || fail "left over: $(ls -A "$to")"
-[ "$(cd "$base/from" && cksum *)" = "$sums" ] || fail "a source changed"
+[ "$(cd "$base/from" && cksum ./*)" = "$sums" ] || fail "a source changed"
 quit_norvane

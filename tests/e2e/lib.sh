@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Sourced by every end-to-end test: the real program on a private desktop, real keys, real files.
 # Usage of a test: SCRIPT NORVANE-BINARY
 
@@ -98,8 +99,8 @@ launcher=()
 # As root everybody may read everything: takes that right from the program.
 without_file_rights() {
     [ "$(id -u)" != 0 ] ||
-        launcher=(setpriv --bounding-set=-dac_override,-dac_read_search
-            --inh-caps=-dac_override,-dac_read_search)
+        launcher=(setpriv "--bounding-set=-dac_override,-dac_read_search"
+            "--inh-caps=-dac_override,-dac_read_search")
 }
 
 # with_mounts COMMANDS: runs them, then the program, where they may mount what nobody else sees.

@@ -39,48 +39,48 @@ point() {
     expect "$what: the item at $1,$2 is not shown as chosen" looks_new "$before" "$menu"
 }
 
-file="18 11"
-navigation="74 11"
-about="40 142"
-view="140 11"
-query="160 89"
-row_of_file="400 116"
+file=(18 11)
+navigation=(74 11)
+about=(40 142)
+view=(140 11)
+query=(160 89)
+row_of_file=(400 116)
 
 what="click, click"
-at $file; press; release
+at "${file[@]}"; press; release
 expect "$what: no menu" menu_open
 shot menus-file
-at $about; press; release
+at "${about[@]}"; press; release
 expect "$what: no about box" about_shown
 menu_closed || fail "$what: the menu stayed"
 dismiss "About Norvane"
 expect "$what: no focus" window_focused Norvane
 
 what="press, drag, release"
-at $file; press
+at "${file[@]}"; press
 expect "$what: no menu" menu_open
 for y in 50 88 115; do point 40 $y; done
-point $about
+point "${about[@]}"
 release
 expect "$what: no about box" about_shown
 dismiss "About Norvane"
 expect "$what: no focus" window_focused Norvane
 
 what="drag through the bar and out"
-at $file; press
+at "${file[@]}"; press
 expect "$what: no menu" menu_open
 place=$(place_of_menu)
-at $navigation
+at "${navigation[@]}"
 expect "$what: the next menu is not open, or not alone" another_menu "$place"
 shot menus-navigation
 at 600 400; release
 expect "$what: the menu stayed" menu_closed
 
 what="a disabled item"
-at $view; press; release
+at "${view[@]}"; press; release
 expect "$what: no menu" menu_open
 shot menus-disabled
-at $query; press; release
+at "${query[@]}"; press; release
 stays 300 one_menu_at_most || fail "$what: opened something"
 key Escape
 expect "$what: the menu stayed" menu_closed
@@ -88,14 +88,14 @@ expect "$what: the menu stayed" menu_closed
 # The press that closes a menu does nothing else: the row below it is not selected, the next one is.
 what="a click outside"
 key Home
-at $file; press; release
+at "${file[@]}"; press; release
 expect "$what: no menu" menu_open
-at $row_of_file; press; release
+at "${row_of_file[@]}"; press; release
 expect "$what: the menu stayed" menu_closed
 key F5
 nothing_arrived() { [ -z "$(ls "$base/right")" ]; }
 stays 500 nothing_arrived || fail "$what: it selected a row"
-at $row_of_file; press; release
+at "${row_of_file[@]}"; press; release
 key F5
 arrived() { same_files "$base/left/file" "$base/right/file"; }
 expect "$what: the next click selected nothing" arrived
@@ -156,7 +156,7 @@ fi
 
 what="fast drags"
 for round in $(seq 4); do
-    at $file; press; at 40 40; at $about; release
+    at "${file[@]}"; press; at 40 40; at "${about[@]}"; release
     expect "$what, $round: no about box" about_shown
     dismiss "About Norvane"
     expect "$what, $round: the box stayed" about_gone
@@ -172,7 +172,7 @@ moved_there() {
     [ "$X" -ge 1000 ] && [ "$Y" -ge 700 ]
 }
 expect "$what: the window is not there" moved_there
-at $navigation; press; release
+at "${navigation[@]}"; press; release
 expect "$what: no menu" menu_open
 shot menus-edge
 eval "$(xdotool getwindowgeometry --shell "$(menus)")"

@@ -63,7 +63,7 @@ for name in plain "$percent" -dash "$odd" tree/below/deep; do
 done
 # That tool makes U+FFFD of bytes that are not UTF-8; the record had them all.
 [ "$(cat "$two"/bad*name)" = "of $bad" ] || fail "$what: the name that is not UTF-8 is not back"
-[ -z "$(ls -A "$trash/files" "$trash/info" | grep -v :)" ] || fail "$what: left $(ls -A "$trash/files")"
+[ -z "$(find "$trash/files" "$trash/info" -mindepth 1)" ] || fail "$what: left $(ls -A "$trash/files")"
 
 # What cannot be copied whole is moved, into the Trash of its own volume.
 # trash_mixed WHERE: deletes the folder that holds a pipe, which is to arrive in WHERE
@@ -117,7 +117,7 @@ refuses() {
     dismiss Err
     expect "$what: the operation goes on" operation_over
     [ -p "$one/mixed/pipe" ] && [ -f "$one/mixed/file" ] || fail "$what: it left its place"
-    [ -z "$(ls -A "$one/elsewhere" "$trash/files" | grep -v :)" ] || fail "$what: a part went elsewhere"
+    [ -z "$(find "$one/elsewhere" "$trash/files" -mindepth 1)" ] || fail "$what: a part went elsewhere"
     rm -rf "$one"/.Trash*
 }
 ln -s elsewhere "$one/.Trash-$uid"

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <Condition.h>
+#include <Locker.h>
 #include <SupportDefs.h>
 
-#include <condition_variable>
 #include <list>
 #include <memory>
-#include <mutex>
 #include <vector>
 
 class BMessage;
@@ -47,9 +47,9 @@ public:
     BMessage* NextMessage();
 
     /// Holds others off between two calls; nests.
-    bool Lock();
+    bool Lock() ACQUIRE(fLocker);
     /// Gives back one lock.
-    void Unlock();
+    void Unlock() RELEASE(fLocker);
 
 private:
     friend class kits::LooperCore;
@@ -67,17 +67,16 @@ private:
     std::unique_ptr<BMessage> TakeWithin(bigtime_t deadline);
     void Wake();
 
-    void NoteArrival(Messages::iterator added);
-    void FindFoldable();
-    void TakeFirst(Messages& one);
+    void NoteArrival(Messages::iterator added) REQUIRES(fLocker);
+    void FindFoldable() REQUIRES(fLocker);
+    void TakeFirst(Messages& one) REQUIRES(fLocker);
 
-    // Guards all below. Recursive, because Lock() is held around other calls by whoever walks the
-    // queue.
-    mutable std::recursive_mutex fMutex;
-    std::condition_variable_any fArrival;
-    Messages fMessages;
-    Messages::iterator fFoldable; // the mouse move that a newer one may replace; else end()
-    bool fIsReceiverWaiting = false;
-    bool fWasWoken = false;
-    bool fIsClosed = false;
+    mutable BLocker fLocker; // nests, because whoever walks the queue holds it around other calls
+    BCondition fArrival;
+    Messages fMessages GUARDED_BY(fLocker);
+    // The mouse move that a newer one may replace; else end().
+    Messages::iterator fFoldable GUARDED_BY(fLocker);
+    bool fIsReceiverWaiting GUARDED_BY(fLocker) = false;
+    bool fWasWoken GUARDED_BY(fLocker) = false;
+    bool fIsClosed GUARDED_BY(fLocker) = false;
 };

@@ -72,6 +72,7 @@ private:
     BRect Along(float start, float length) const;
     void DrawTrough(BRect trough);
     void DrawArrow(BRect box, bool isLess);
+    BRect ArrowFace(BRect box, bool isLess) const;
     void DrawThumb(BRect thumb);
     void DrawGrip(BRect face);
 

@@ -22,7 +22,7 @@ public:
     /// the platform: what needs it is normalised in any case.
     explicit BPath(const char* path, const char* leaf = nullptr, bool normalize = false);
     /// The path of a folder with `leaf` below it, of an entry, or of a ref.
-    BPath(const BDirectory* directory, const char* leaf = nullptr, bool normalize = false);
+    explicit BPath(const BDirectory* directory, const char* leaf = nullptr, bool normalize = false);
     explicit BPath(const BEntry* entry);
     explicit BPath(const entry_ref* ref);
 

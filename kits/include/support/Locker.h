@@ -1,13 +1,19 @@
 #pragma once
 
 #include <OS.h>
+#include <ThreadAnnotations.h>
 
 #include <memory>
 
+namespace kits {
+class Condition;
+}
+
 /// A lock that its owner may take again; it is free when it was released as often as taken.
 ///
-/// Thread: any thread; Unlock() by the one that holds it.
-class BLocker
+/// Thread: any thread; Unlock() by the one that holds it. Costs two uncontended mutexes, so it does
+/// for a few lines of moving data, too. An extension: clang checks what is GUARDED_BY() a locker.
+class CAPABILITY("locker") BLocker
 {
 public:
     /// Makes a free lock; the name helps in debugging and may be null.
@@ -18,13 +24,13 @@ public:
     BLocker& operator=(const BLocker&) = delete;
 
     /// Takes the lock, waiting for it as long as it takes. Always true.
-    bool Lock();
+    bool Lock() ACQUIRE();
     /// Takes the lock, waiting at most `timeout`.
     /// Units: microseconds; 0 tries once, B_INFINITE_TIMEOUT waits for ever.
     /// Errors: B_TIMED_OUT; B_WOULD_BLOCK when `timeout` is 0. Nothing is locked then.
-    status_t LockWithTimeout(bigtime_t timeout);
+    status_t LockWithTimeout(bigtime_t timeout) TRY_ACQUIRE(B_OK);
     /// Gives back one lock. Does nothing in a thread that does not hold it.
-    void Unlock();
+    void Unlock() RELEASE();
 
     /// The thread that holds the lock, or B_ERROR when it is free.
     thread_id LockingThread() const;
@@ -38,6 +44,11 @@ public:
     const char* Name() const;
 
 private:
+    friend class BCondition;
     struct State;
+
+    // Gives all locks back until `condition` is signalled or `time` has come; false for the latter.
+    bool WaitFor(kits::Condition& condition, bigtime_t time) REQUIRES(this);
+
     std::unique_ptr<State> fState; // never null
 };

@@ -13,7 +13,7 @@ class BString
 public:
     /// Makes the empty text, or a copy of one.
     BString() = default;
-    BString(const char* text);
+    BString(const char* text); // NOLINT(google-explicit-constructor): the platform converts too
     BString(const BString& other);
     BString(BString&& other) noexcept;
     /// Takes `maxLength` bytes of `text` at most.

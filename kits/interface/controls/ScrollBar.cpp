@@ -361,15 +361,7 @@ void BScrollBar::DrawArrow(BRect box, bool isLess)
     const Part part = isLess ? Part::kLessArrow : Part::kMoreArrow;
     const bool isDown = fPress && fPress->part == part && fPress->isInside;
     const bool isAtEnd = fValue == (isLess ? fMin : fMax);
-    BRect face = box;
-    // The outline is shared with the trough and drawn as one line.
-    if (fOrientation == B_VERTICAL) {
-        face.InsetBy(1, 0);
-        (isLess ? face.top : face.bottom) += isLess ? 1.0f : -1.0f;
-    } else {
-        face.InsetBy(0, 1);
-        (isLess ? face.left : face.right) += isLess ? 1.0f : -1.0f;
-    }
+    const BRect face = ArrowFace(box, isLess);
     kits::look::Fill(this, face, isDown ? kPressed : kits::look::kGround);
     if (isDown) {
         kits::look::Frame(this, face, kits::look::kShadow, kits::look::kSoftShine);
@@ -380,6 +372,19 @@ void BScrollBar::DrawArrow(BRect box, bool isLess)
                                                        : (isLess ? Arrow::kLeft : Arrow::kRight);
     const rgb_color color = IsUsable() && !isAtEnd ? kits::look::kOutline : kits::look::kShadow;
     kits::look::ArrowHead(this, isDown ? face.OffsetByCopy(1, 1) : face, direction, 4, color);
+}
+
+// The outline is shared with the trough and drawn as one line.
+BRect BScrollBar::ArrowFace(BRect box, bool isLess) const
+{
+    if (fOrientation == B_VERTICAL) {
+        box.InsetBy(1, 0);
+        (isLess ? box.top : box.bottom) += isLess ? 1.0f : -1.0f;
+    } else {
+        box.InsetBy(0, 1);
+        (isLess ? box.left : box.right) += isLess ? 1.0f : -1.0f;
+    }
+    return box;
 }
 
 void BScrollBar::DrawThumb(BRect thumb)

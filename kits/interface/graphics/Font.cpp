@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <cstring>
 #include <deque>
 
@@ -143,7 +144,7 @@ void BFont::GetFamilyAndStyle(font_family* family, font_style* style) const
         const bool isItalic = (fFace & B_ITALIC_FACE) != 0;
         const char* name =
             isBold ? (isItalic ? "Bold Italic" : "Bold") : (isItalic ? "Italic" : "Regular");
-        std::strcpy(*style, name);
+        std::snprintf(*style, sizeof(*style), "%s", name);
     }
 }
 

@@ -85,7 +85,7 @@ IconKind KindOfType(std::string_view type)
 const IconLook* LookOfName(const char* name)
 {
     static Mutex mutex;
-    static std::unordered_map<std::string, const IconLook*> known; // guarded by mutex
+    static std::unordered_map<std::string, const IconLook*> known GUARDED_BY(mutex);
     const std::string part = DecidingPart(name);
     {
         const MutexLock lock(mutex);
@@ -109,7 +109,7 @@ const IconLook* LookOfType(std::string_view type)
 {
     // The database has a bounded number of types; strange ones share the look of none.
     static Mutex mutex;
-    static std::map<std::string, IconLook, std::less<>> looks; // guarded by mutex
+    static std::map<std::string, IconLook, std::less<>> looks GUARDED_BY(mutex);
     {
         const MutexLock lock(mutex);
         const auto found = looks.find(type);

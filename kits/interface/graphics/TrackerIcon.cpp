@@ -85,10 +85,10 @@ QImage ThemePicture(const IconLook& look, icon_size which, int32 sizePx)
 /// The picture of a look, made once for each number of device pixels.
 QImage PictureOf(const IconLook* look, icon_size which, int32 sizePx)
 {
+    using Key = std::tuple<const IconLook*, icon_size, int32>;
     static kits::Mutex mutex;
-    static std::map<std::tuple<const IconLook*, icon_size, int32>, QImage>
-        pictures; // guarded by mutex
-    const std::tuple key(look, which, sizePx);
+    static std::map<Key, QImage> pictures GUARDED_BY(mutex);
+    const Key key(look, which, sizePx);
     {
         const kits::MutexLock lock(mutex);
         const auto found = pictures.find(key);

@@ -131,7 +131,7 @@ void BMenuItem::TruncateLabel(float maxWidth, char* newLabel)
     fMenu->GetFont(&font);
     BString label(fLabel.c_str());
     font.TruncateString(&label, B_TRUNCATE_MIDDLE, maxWidth);
-    std::strcpy(newLabel, label.String());
+    std::memcpy(newLabel, label.String(), static_cast<size_t>(label.Length()) + 1);
 }
 
 void BMenuItem::DrawContent()

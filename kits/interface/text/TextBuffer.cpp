@@ -7,7 +7,7 @@ namespace kits {
 namespace {
 
 // Parts up to this size are copied in no time, and a small one does not keep a large text alive.
-constexpr size_t kCopiedBytes = 256 * 1024;
+constexpr size_t kCopiedBytes = size_t{256} * 1024;
 
 bool IsContinuation(char byte)
 {

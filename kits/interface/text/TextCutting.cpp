@@ -15,7 +15,7 @@ constexpr int32 kBlankReach = 512;
 // How much before a place is read to tell whether it is inside of what is seen as one character;
 // the longest families of emoji have 35 bytes.
 constexpr int32 kClusterReach = 256;
-constexpr int32 kLookAhead = 32;
+constexpr size_t kLookAhead = 32;
 
 bool IsAscii(char byte)
 {
@@ -33,7 +33,7 @@ int32 ClusterBorder(std::string_view line, int32 from, int32 wanted)
 {
     // A tab counts as its sign here, to which accents can be attached.
     const DecodedText shown(
-        line.substr(static_cast<size_t>(from), static_cast<size_t>(wanted - from + kLookAhead)),
+        line.substr(static_cast<size_t>(from), static_cast<size_t>(wanted - from) + kLookAhead),
         TextShowing::kSingleLine);
     const int32 unit = shown.UnitOf(wanted - from);
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, shown.Text());

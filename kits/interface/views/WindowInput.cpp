@@ -197,13 +197,13 @@ void BWindow::DispatchMessage(BMessage* message, BHandler* target)
     bool active = false;
     switch (message->what) {
     case B_KEY_DOWN:
-        kits::KeyDown(*this, *fState, message, target);
+        kits::KeyDown(*this, *fState, message, *target);
         break;
     case B_KEY_UP:
-        kits::KeyUp(message, target);
+        kits::KeyUp(message, *target);
         break;
     case B_MODIFIERS_CHANGED:
-        kits::ModifiersChanged(*fState, message, target);
+        kits::ModifiersChanged(*fState, message, *target);
         break;
     case B_MOUSE_DOWN:
         kits::MouseDown(*fState, message, dynamic_cast<BView*>(target));

@@ -173,10 +173,10 @@ bool MoveFocus(WindowState& state, bool isForward, FocusOn what)
     return true;
 }
 
-void KeyDown(BWindow& window, WindowState& state, BMessage* message, BHandler* target)
+void KeyDown(BWindow& window, WindowState& state, BMessage* message, BHandler& target)
 {
     const char* bytes = BytesOf(*message);
-    auto* view = dynamic_cast<BView*>(target);
+    auto* view = dynamic_cast<BView*>(&target);
     const bool isWanted = view != nullptr && view->WantsKey(*message);
     if (!isWanted) {
         if (InvokeShortcut(state, *message) ||
@@ -195,25 +195,25 @@ void KeyDown(BWindow& window, WindowState& state, BMessage* message, BHandler* t
     } else if (IsByte(bytes, B_TAB) && (ModifiersOf(*message) & B_COMMAND_KEY) == 0) {
         MoveFocus(state, (ModifiersOf(*message) & B_SHIFT_KEY) == 0);
     } else {
-        target->MessageReceived(message);
+        target.MessageReceived(message);
     }
 }
 
-void KeyUp(BMessage* message, BHandler* target)
+void KeyUp(BMessage* message, BHandler& target)
 {
     const char* bytes = BytesOf(*message);
-    if (auto* view = dynamic_cast<BView*>(target)) {
+    if (auto* view = dynamic_cast<BView*>(&target)) {
         view->KeyUp(bytes, static_cast<int32>(std::strlen(bytes)));
     } else {
-        target->MessageReceived(message);
+        target.MessageReceived(message);
     }
 }
 
 // Alt pressed and released with nothing in between opens the menus.
-void ModifiersChanged(WindowState& state, BMessage* message, BHandler* target)
+void ModifiersChanged(WindowState& state, BMessage* message, BHandler& target)
 {
     if (!message->GetBool("kits:alt_alone", false) || !OpenMenus(state)) {
-        target->MessageReceived(message);
+        target.MessageReceived(message);
     }
 }
 

@@ -13,9 +13,9 @@ namespace kits {
 
 struct WindowState;
 
-void KeyDown(BWindow& window, WindowState& state, BMessage* message, BHandler* target);
-void KeyUp(BMessage* message, BHandler* target);
-void ModifiersChanged(WindowState& state, BMessage* message, BHandler* target);
+void KeyDown(BWindow& window, WindowState& state, BMessage* message, BHandler& target);
+void KeyUp(BMessage* message, BHandler& target);
+void ModifiersChanged(WindowState& state, BMessage* message, BHandler& target);
 enum class FocusOn : uint8 { kAnything, kButtons };
 /// Moves the focus to the next or previous view of the Tab order, round; false without any.
 bool MoveFocus(WindowState& state, bool isForward, FocusOn what = FocusOn::kAnything);

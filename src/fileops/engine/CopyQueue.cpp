@@ -1,5 +1,7 @@
 #include "fileops/engine/CopyQueue.h"
 
+#include <Autolock.h>
+
 #include "fileops/engine/FileCopier.h"
 
 namespace norvane {
@@ -20,41 +22,45 @@ CopyQueue::~CopyQueue()
     Drain();
     if (fThread > 0) {
         {
-            std::lock_guard lock(fMutex);
+            BAutolock lock(fLocker);
             fIsOver = true;
         }
-        fHasWork.notify_one();
+        fHasWork.Signal();
         wait_for_thread(fThread, nullptr);
     }
 }
 
 void CopyQueue::Add(std::unique_ptr<FileCopier> copier)
 {
-    std::unique_lock lock(fMutex);
-    fTasks.push_back({std::move(copier), State::kWaiting});
-    ++fWaiting;
-    if (fWaiting >= kWorthWaking && fThread == 0) {
-        StartThread();
+    {
+        BAutolock lock(fLocker);
+        fTasks.push_back({std::move(copier), State::kWaiting});
+        ++fWaiting;
+        if (fWaiting >= kWorthWaking && fThread == 0) {
+            StartThread();
+        }
+        if (fWaiting >= kWorthWaking && fIsSleeping) {
+            fIsSleeping = false;
+            fHasWork.Signal();
+        }
+        if (fWaiting > kMostWaiting) {
+            Fill(FirstWaiting());
+        }
     }
-    if (fWaiting >= kWorthWaking && fIsSleeping) {
-        fIsSleeping = false;
-        fHasWork.notify_one();
-    }
-    if (fWaiting > kMostWaiting) {
-        Fill(FirstWaiting(), lock);
-    }
-    lock.unlock();
     EndFilled();
 }
 
 bool CopyQueue::Drain()
 {
-    std::unique_lock lock(fMutex);
-    while (Task* task = FirstWaiting()) {
-        Fill(task, lock);
+    {
+        BAutolock lock(fLocker);
+        while (Task* task = FirstWaiting()) {
+            Fill(task);
+        }
+        while (fIsFilling) {
+            fHasFilled.Wait(fLocker);
+        }
     }
-    fHasFilled.wait(lock, [this] { return !fIsFilling; });
-    lock.unlock();
     EndFilled();
     const bool areWhole = fAreWhole;
     fAreWhole = true;
@@ -75,13 +81,13 @@ CopyQueue::Task* CopyQueue::FirstWaiting()
     return nullptr;
 }
 
-void CopyQueue::Fill(Task* task, std::unique_lock<std::mutex>& lock)
+void CopyQueue::Fill(Task* task)
 {
     task->state = State::kBeingFilled;
     --fWaiting;
-    lock.unlock();
+    fLocker.Unlock();
     task->copier->Fill();
-    lock.lock();
+    fLocker.Lock();
     task->state = State::kFilled;
 }
 
@@ -90,7 +96,7 @@ void CopyQueue::EndFilled()
     for (;;) {
         std::unique_ptr<FileCopier> copier;
         {
-            std::lock_guard lock(fMutex);
+            BAutolock lock(fLocker);
             if (fTasks.empty() || fTasks.front().state != State::kFilled) {
                 return;
             }
@@ -119,18 +125,20 @@ status_t CopyQueue::ThreadEntry(void* queue)
 
 void CopyQueue::Run()
 {
-    std::unique_lock lock(fMutex);
+    BAutolock lock(fLocker);
     for (;;) {
         Task* task = FirstWaiting();
         if (task != nullptr) {
             fIsFilling = true;
-            Fill(task, lock);
+            Fill(task);
             fIsFilling = false;
-            fHasFilled.notify_one();
+            fHasFilled.Signal();
             continue;
         }
         fIsSleeping = true;
-        fHasWork.wait(lock, [this] { return fIsOver || !fIsSleeping; });
+        while (!fIsOver && fIsSleeping) {
+            fHasWork.Wait(fLocker);
+        }
         if (fIsOver) {
             return;
         }

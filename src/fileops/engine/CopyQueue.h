@@ -1,12 +1,12 @@
 #pragma once
 
+#include <Condition.h>
+#include <Locker.h>
 #include <OS.h>
 #include <SupportDefs.h>
 
-#include <condition_variable>
 #include <deque>
 #include <memory>
-#include <mutex>
 
 namespace norvane {
 
@@ -42,23 +42,25 @@ private:
         State state;
     };
 
-    Task* FirstWaiting();
-    void Fill(Task* task, std::unique_lock<std::mutex>& lock);
-    void EndFilled();
-    void StartThread();
+    Task* FirstWaiting() REQUIRES(fLocker);
+    // Gives the lock back meanwhile.
+    void Fill(Task* task) REQUIRES(fLocker);
+    void EndFilled() EXCLUDES(fLocker);
+    void StartThread() REQUIRES(fLocker);
     static status_t ThreadEntry(void* queue);
     void Run();
 
-    std::mutex fMutex;
-    std::condition_variable fHasWork;
-    std::condition_variable fHasFilled;
-    std::deque<Task> fTasks;  // guarded by fMutex; only the operation's thread adds and removes
-    size_t fWaiting = 0;      // guarded by fMutex: how many nobody has begun with
-    bool fIsFilling = false;  // guarded by fMutex: the thread fills one
-    bool fIsSleeping = false; // guarded by fMutex: the thread waits for work
-    bool fIsOver = false;     // guarded by fMutex
-    bool fAreWhole = true;    // of the operation's thread
-    thread_id fThread = 0;    // above 0 once it was needed; an error when there was none to be had
+    BLocker fLocker;
+    BCondition fHasWork;
+    BCondition fHasFilled;
+    // Only the operation's thread adds and removes.
+    std::deque<Task> fTasks GUARDED_BY(fLocker);
+    size_t fWaiting GUARDED_BY(fLocker) = 0;      // how many nobody has begun with
+    bool fIsFilling GUARDED_BY(fLocker) = false;  // the thread fills one
+    bool fIsSleeping GUARDED_BY(fLocker) = false; // the thread waits for work
+    bool fIsOver GUARDED_BY(fLocker) = false;
+    bool fAreWhole = true; // of the operation's thread
+    thread_id fThread = 0; // above 0 once it was needed; an error when there was none to be had
 };
 
 } // namespace norvane

@@ -21,7 +21,7 @@ namespace {
 
 constexpr size_t kChunkBytes = 4096;
 // Files up to this size are read at once, and tell of their bytes at once.
-constexpr off_t kSmall = 64 * 1024;
+constexpr off_t kSmall = off_t{64} * 1024;
 
 /// Removes the file beside the target again, unless it took the target's place.
 class BesideGuard

@@ -2,9 +2,11 @@
 
 #include "MessageCodes.h"
 
+#include <Autolock.h>
+#include <Locker.h>
+
 #include <atomic>
 #include <map>
-#include <mutex>
 #include <vector>
 
 namespace norvane {
@@ -13,10 +15,22 @@ namespace {
 
 struct State
 {
-    std::mutex mutex; // guards the next two
-    std::map<int32, BMessenger> questions;
-    int32 nextId = 1;
+    BLocker lock{"operations"};
+    std::map<int32, BMessenger> questions GUARDED_BY(lock);
+    int32 nextId GUARDED_BY(lock) = 1;
     std::atomic<bool> isQuitting{false};
+
+    int32 Add(const BMessenger& question)
+    {
+        BAutolock hold(lock);
+        questions.emplace(nextId, question);
+        return nextId++;
+    }
+    void Remove(int32 id)
+    {
+        BAutolock hold(lock);
+        questions.erase(id);
+    }
 };
 
 State& TheState()
@@ -27,25 +41,17 @@ State& TheState()
 
 } // namespace
 
-Operations::Running::Running(const BMessenger& question)
-{
-    State& state = TheState();
-    std::lock_guard<std::mutex> lock(state.mutex);
-    fId = state.nextId++;
-    state.questions.emplace(fId, question);
-}
+Operations::Running::Running(const BMessenger& question) : fId(TheState().Add(question)) {}
 
 Operations::Running::~Running()
 {
-    State& state = TheState();
-    std::lock_guard<std::mutex> lock(state.mutex);
-    state.questions.erase(fId);
+    TheState().Remove(fId);
 }
 
 int32 Operations::Count()
 {
     State& state = TheState();
-    std::lock_guard<std::mutex> lock(state.mutex);
+    BAutolock lock(state.lock);
     return static_cast<int32>(state.questions.size());
 }
 
@@ -54,7 +60,7 @@ void Operations::BeginQuit()
     State& state = TheState();
     std::vector<BMessenger> questions;
     {
-        std::lock_guard<std::mutex> lock(state.mutex);
+        BAutolock lock(state.lock);
         // First the flag: a question that opens from here on sees it and answers itself.
         state.isQuitting = true;
         for (const auto& [id, question] : state.questions) {

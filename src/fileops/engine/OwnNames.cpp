@@ -1,10 +1,12 @@
 #include "fileops/engine/OwnNames.h"
 
+#include <Autolock.h>
+#include <Locker.h>
+
 #include <atomic>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <mutex>
 #include <random>
 #include <set>
 
@@ -14,10 +16,34 @@ namespace {
 
 constexpr char kPrefix[] = ".norvane-";
 
-std::mutex sMutex; // guards sNames
-std::set<std::string>& Names()
+/// The names in use.
+class NameSet
 {
-    static std::set<std::string> sNames;
+public:
+    void Add(const std::string& name)
+    {
+        BAutolock lock(fLocker);
+        fNames.insert(name);
+    }
+    void Remove(const std::string& name)
+    {
+        BAutolock lock(fLocker);
+        fNames.erase(name);
+    }
+    bool Has(const std::string& name)
+    {
+        BAutolock lock(fLocker);
+        return fNames.count(name) > 0;
+    }
+
+private:
+    BLocker fLocker{"own names"};
+    std::set<std::string> fNames GUARDED_BY(fLocker);
+};
+
+NameSet& Names()
+{
+    static NameSet sNames;
     return sNames;
 }
 
@@ -45,20 +71,17 @@ bool IsOwnTemporaryName(const char* name)
     if (name == nullptr || std::strncmp(name, kPrefix, sizeof(kPrefix) - 1) != 0) {
         return false;
     }
-    std::lock_guard<std::mutex> lock(sMutex);
-    return Names().count(name) > 0;
+    return Names().Has(name);
 }
 
 OwnTemporaryName::OwnTemporaryName() : fName(UniqueName())
 {
-    std::lock_guard<std::mutex> lock(sMutex);
-    Names().insert(fName);
+    Names().Add(fName);
 }
 
 OwnTemporaryName::~OwnTemporaryName()
 {
-    std::lock_guard<std::mutex> lock(sMutex);
-    Names().erase(fName);
+    Names().Remove(fName);
 }
 
 } // namespace norvane

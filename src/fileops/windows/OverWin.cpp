@@ -3,6 +3,7 @@
 #include "fileops/engine/Operations.h"
 
 #include <AppDefs.h>
+#include <Autolock.h>
 #include <Button.h>
 #include <Message.h>
 #include <Screen.h>
@@ -147,18 +148,20 @@ void OverWin::DoDisplay()
 
 void OverWin::WaitForAnswer()
 {
-    std::unique_lock<std::mutex> lock(fAnsweredMutex);
-    fAnswered.wait(lock, [this] { return !fIsShown; });
+    BAutolock lock(fAnsweredLock);
+    while (fIsShown) {
+        fAnswered.Wait(fAnsweredLock);
+    }
 }
 
 void OverWin::HideDisplay()
 {
     Hide();
     {
-        std::lock_guard<std::mutex> lock(fAnsweredMutex);
+        BAutolock lock(fAnsweredLock);
         fIsShown = false;
     }
-    fAnswered.notify_all();
+    fAnswered.Broadcast();
 }
 
 void OverWin::DispatchMessage(BMessage* message, BHandler* target)

@@ -2,14 +2,14 @@
 
 #include "fileops/engine/OperationUI.h"
 
+#include <Condition.h>
+#include <Locker.h>
 #include <Messenger.h>
 #include <Rect.h>
 #include <Window.h>
 
 #include <atomic>
-#include <condition_variable>
 #include <memory>
-#include <mutex>
 
 class BButton;
 class BMessage;
@@ -73,8 +73,8 @@ private:
     std::atomic<bool> fWasAnsweredForQuit{false};
     std::atomic<bool> fIsShown{false};
     std::atomic<int32> fQuestion{0}; // counts questions, so that a late answer is known as one
-    std::mutex fAnsweredMutex;       // guards no data: orders fIsShown's fall with the wait for it
-    std::condition_variable fAnswered;
+    BLocker fAnsweredLock;           // guards no data: orders fIsShown's fall with the wait for it
+    BCondition fAnswered;
 };
 
 } // namespace norvane

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Usage: focus.sh FOCUS-PROCEDURE offscreen|bare|wm SCALE [ROUNDS]
 # Typing ahead into dialogs with real keys: without a window manager, with one, and headless.
 

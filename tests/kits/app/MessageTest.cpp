@@ -207,6 +207,17 @@ TEST(MessageTest, RenamesAndReplacesWhatHadTheName)
     EXPECT_EQ(message.GetInt32("new", 0), 1);
 }
 
+TEST(MessageTest, KeepsItsDataWhenItIsAssignedToItself)
+{
+    BMessage message('self');
+    message.AddInt32("number", 1);
+    const BMessage& same = message;
+
+    message = same;
+
+    EXPECT_EQ(message.GetInt32("number", 0), 1);
+}
+
 TEST(MessageTest, CopiesChangeApart)
 {
     BMessage original('orig');
