@@ -132,11 +132,6 @@ std::unique_ptr<BMessage> LooperCore::NextMessage(bigtime_t deadline)
     return message;
 }
 
-std::unique_ptr<BMessage> LooperCore::SetCurrent(std::unique_ptr<BMessage> message)
-{
-    return std::exchange(fCurrent, std::move(message));
-}
-
 std::unique_ptr<BMessage> LooperCore::DetachCurrent()
 {
     return std::move(fCurrent);

@@ -71,8 +71,8 @@ public:
     std::unique_ptr<BMessage> NextMessage(bigtime_t deadline);
     /// The message being handled.
     BMessage* Current() const { return fCurrent.get(); }
-    /// Makes `message` the one being handled and returns the one that was.
-    std::unique_ptr<BMessage> SetCurrent(std::unique_ptr<BMessage> message);
+    /// Makes `message` the one being handled, and hands back in it the one that was.
+    void SwapCurrent(std::unique_ptr<BMessage>& message) { fCurrent.swap(message); }
     std::unique_ptr<BMessage> DetachCurrent();
 
     // Life

@@ -68,7 +68,7 @@ void MessageLoop::Run(LooperCore& core)
 
 bool MessageLoop::Dispatch(LooperCore& core, std::unique_ptr<BMessage> message)
 {
-    std::unique_ptr<BMessage> outer = core.SetCurrent(std::move(message));
+    core.SwapCurrent(message); // a loop inside a hook takes its turn within that of another message
     if (core.Lock() == B_OK) {
         const HookBoundary boundary;
         // The looper lives through this, even when a hook quits it: its thread deletes it
@@ -76,7 +76,8 @@ bool MessageLoop::Dispatch(LooperCore& core, std::unique_ptr<BMessage> message)
         core.Looper()->HandleMessage(core.Current());
         core.Unlock();
     }
-    core.SetCurrent(std::move(outer)); // ends the message, unless it was detached
+    core.SwapCurrent(message);
+    message.reset(); // the one handled, unless it was detached
     return !core.IsEnding();
 }
 
