@@ -3,8 +3,10 @@
 #include <AppDefs.h>
 #include <Autolock.h>
 #include <Message.h>
+#include <OS.h>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace {
@@ -36,6 +38,25 @@ int32 WindowOf(const BMessage& message)
 
 } // namespace
 
+bool BMessageQueue::Mutex::WaitFor(std::condition_variable_any& condition, bigtime_t deadline)
+{
+    // Longer than anyone waits; and the sum with the clock must not overflow.
+    constexpr bigtime_t kLongestWait = 3600LL * 1000000;
+    std::unique_lock<std::recursive_mutex> lock(fNative, std::adopt_lock);
+    bool isInTime = true;
+    if (deadline == B_INFINITE_TIMEOUT) {
+        condition.wait(lock);
+    } else {
+        const bigtime_t left = deadline - system_time();
+        isInTime = left > 0;
+        if (isInTime) {
+            condition.wait_for(lock, std::chrono::microseconds(std::min(left, kLongestWait)));
+        }
+    }
+    lock.release(); // the caller's lock goes on
+    return isInTime;
+}
+
 BMessageQueue::BMessageQueue() : fFoldable(fMessages.end()) {}
 
 BMessageQueue::~BMessageQueue() = default;
@@ -52,7 +73,7 @@ void BMessageQueue::AddMessage(BMessage* message)
 void BMessageQueue::RemoveMessage(BMessage* message)
 {
     Messages removed; // deleted after the lock is given back
-    BAutolock lock(fLocker);
+    BAutolock lock(fMutex);
     const auto found = std::find_if(fMessages.begin(), fMessages.end(),
                                     [&](const auto& waiting) { return waiting.get() == message; });
     if (found != fMessages.end()) {
@@ -63,19 +84,19 @@ void BMessageQueue::RemoveMessage(BMessage* message)
 
 int32 BMessageQueue::CountMessages() const
 {
-    BAutolock lock(fLocker);
+    BAutolock lock(fMutex);
     return static_cast<int32>(fMessages.size());
 }
 
 bool BMessageQueue::IsEmpty() const
 {
-    BAutolock lock(fLocker);
+    BAutolock lock(fMutex);
     return fMessages.empty();
 }
 
 BMessage* BMessageQueue::FindMessage(int32 index) const
 {
-    BAutolock lock(fLocker);
+    BAutolock lock(fMutex);
     if (index < 0 || static_cast<size_t>(index) >= fMessages.size()) {
         return nullptr;
     }
@@ -84,7 +105,7 @@ BMessage* BMessageQueue::FindMessage(int32 index) const
 
 BMessage* BMessageQueue::FindMessage(uint32 what, int32 index) const
 {
-    BAutolock lock(fLocker);
+    BAutolock lock(fMutex);
     for (const auto& message : fMessages) {
         if (message->what == what && index-- == 0) {
             return message.get();
@@ -100,20 +121,20 @@ BMessage* BMessageQueue::NextMessage()
 
 bool BMessageQueue::Lock()
 {
-    fLocker.Lock();
+    fMutex.Lock();
     return true;
 }
 
 void BMessageQueue::Unlock()
 {
-    fLocker.Unlock();
+    fMutex.Unlock();
 }
 
 bool BMessageQueue::Append(Messages& one)
 {
     bool wakes = false;
     {
-        BAutolock lock(fLocker);
+        BAutolock lock(fMutex);
         if (fIsClosed) {
             return false;
         }
@@ -123,14 +144,14 @@ bool BMessageQueue::Append(Messages& one)
         wakes = std::exchange(fIsReceiverWaiting, false);
     }
     if (wakes) {
-        fArrival.Signal(); // a receiver that is awake looks by itself
+        fArrival.notify_one(); // a receiver that is awake looks by itself
     }
     return true;
 }
 
 bool BMessageQueue::AppendFoldingMouseMove(Messages& one)
 {
-    BAutolock lock(fLocker);
+    BAutolock lock(fMutex);
     if (fFoldable != fMessages.end() && WindowOf(**fFoldable) == WindowOf(*one.front())) {
         fFoldable->swap(one.front()); // the older one is deleted by the caller
         return true;
@@ -142,7 +163,7 @@ bool BMessageQueue::Prepend(Messages& some)
 {
     bool wakes = false;
     {
-        BAutolock lock(fLocker);
+        BAutolock lock(fMutex);
         if (fIsClosed) {
             return false;
         }
@@ -150,7 +171,7 @@ bool BMessageQueue::Prepend(Messages& some)
         wakes = std::exchange(fIsReceiverWaiting, false);
     }
     if (wakes) {
-        fArrival.Signal();
+        fArrival.notify_one();
     }
     return true;
 }
@@ -158,7 +179,7 @@ bool BMessageQueue::Prepend(Messages& some)
 void BMessageQueue::Close()
 {
     Messages dropped; // deleted after the lock is given back: their ends tell their senders
-    BAutolock lock(fLocker);
+    BAutolock lock(fMutex);
     fIsClosed = true;
     dropped.swap(fMessages);
     fFoldable = fMessages.end();
@@ -167,7 +188,7 @@ void BMessageQueue::Close()
 BMessageQueue::Messages BMessageQueue::TakeKeyMessages()
 {
     Messages taken;
-    BAutolock lock(fLocker);
+    BAutolock lock(fMutex);
     for (auto message = fMessages.begin(); message != fMessages.end();) {
         const auto next = std::next(message);
         if ((*message)->what == B_KEY_DOWN) {
@@ -183,7 +204,7 @@ std::unique_ptr<BMessage> BMessageQueue::Take()
 {
     Messages one;
     {
-        BAutolock lock(fLocker);
+        BAutolock lock(fMutex);
         TakeFirst(one);
     }
     return one.empty() ? nullptr : std::move(one.front());
@@ -193,10 +214,10 @@ std::unique_ptr<BMessage> BMessageQueue::TakeWithin(bigtime_t deadline)
 {
     Messages one;
     {
-        BAutolock lock(fLocker);
+        BAutolock lock(fMutex);
         do {
             fIsReceiverWaiting = fMessages.empty() && !fWasWoken;
-        } while (fIsReceiverWaiting && fArrival.WaitUntil(fLocker, deadline));
+        } while (fIsReceiverWaiting && fMutex.WaitFor(fArrival, deadline));
         fIsReceiverWaiting = false;
         fWasWoken = false;
         TakeFirst(one);
@@ -207,10 +228,10 @@ std::unique_ptr<BMessage> BMessageQueue::TakeWithin(bigtime_t deadline)
 void BMessageQueue::Wake()
 {
     {
-        BAutolock lock(fLocker);
+        BAutolock lock(fMutex);
         fWasWoken = true;
     }
-    fArrival.Signal();
+    fArrival.notify_one();
 }
 
 void BMessageQueue::NoteArrival(Messages::iterator added)

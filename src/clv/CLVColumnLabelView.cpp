@@ -133,7 +133,8 @@ void CLVColumnLabelView::DrawSortMark(BRect cell, const CLVColumn& column)
     const float left = cell.right - kMarkInset - kMarkBreadth;
     const float top = cell.top + std::floor((cell.Height() - kMarkHeight) / 2);
     SetHighColor(kMarkColor);
-    for (float row = 0; row <= kMarkHeight; row++) {
+    for (int32 line = 0; line <= static_cast<int32>(kMarkHeight); line++) {
+        const float row = static_cast<float>(line);
         const float inset = column.SortMode() == Ascending ? kMarkHeight - row : row;
         StrokeLine(BPoint(left + inset, top + row), BPoint(left + kMarkBreadth - inset, top + row));
     }
@@ -218,7 +219,7 @@ void CLVColumnLabelView::MouseMoved(BPoint where, uint32, const BMessage*)
         Resize(where);
         return;
     }
-    if (fGesture == Gesture::kPress) {
+    if (fGesture == Gesture::kPress && fGestureColumn != nullptr) {
         const bool isInside = CellAt(where) == fGestureColumn;
         if (isInside != fIsPressedInside) {
             fIsPressedInside = isInside;

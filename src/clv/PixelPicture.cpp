@@ -50,6 +50,13 @@ uint8 IndexOf(char letter)
     return system_colors()->index_map[index];
 }
 
+/// Where a pixel is in a picture of that width.
+std::size_t Place(int32 x, int32 y, int32 width)
+{
+    return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+           static_cast<std::size_t>(x);
+}
+
 } // namespace
 
 PixelPicture::PixelPicture(std::span<const char* const> rows)
@@ -66,16 +73,16 @@ uint8 PixelPicture::At(int32 x, int32 y) const
 {
     const int32 column = std::clamp(x, 0, fWidth - 1);
     const int32 row = std::clamp(y, 0, fHeight - 1);
-    return fPixels[static_cast<std::size_t>(row * fWidth + column)];
+    return fPixels[Place(column, row, fWidth)];
 }
 
 std::vector<uint8> PixelPicture::PaddedBits() const
 {
     const int32 bytesPerRow = (fWidth + 3) / 4 * 4;
-    std::vector<uint8> bits(static_cast<std::size_t>(bytesPerRow * fHeight), B_TRANSPARENT_8_BIT);
+    std::vector<uint8> bits(Place(0, fHeight, bytesPerRow), B_TRANSPARENT_8_BIT);
     for (int32 y = 0; y < fHeight; y++) {
         for (int32 x = 0; x < fWidth; x++) {
-            bits[static_cast<std::size_t>(y * bytesPerRow + x)] = At(x, y);
+            bits[Place(x, y, bytesPerRow)] = At(x, y);
         }
     }
     return bits;
@@ -84,7 +91,7 @@ std::vector<uint8> PixelPicture::PaddedBits() const
 std::vector<uint8> PixelPicture::DoubleBits() const
 {
     const int32 width = fWidth * 2;
-    std::vector<uint8> bits(static_cast<std::size_t>(width * fHeight * 2));
+    std::vector<uint8> bits(Place(0, fHeight * 2, width));
     for (int32 y = 0; y < fHeight; y++) {
         for (int32 x = 0; x < fWidth; x++) {
             const uint8 pixel = At(x, y);
@@ -95,7 +102,7 @@ std::vector<uint8> PixelPicture::DoubleBits() const
             // A quarter takes the colour of its two neighbours when these agree and stand on a
             // slanted edge.
             const bool isEdge = above != below && left != right;
-            uint8* upper = &bits[static_cast<std::size_t>(2 * y * width + 2 * x)];
+            uint8* upper = &bits[Place(2 * x, 2 * y, width)];
             uint8* lower = upper + width;
             upper[0] = isEdge && left == above ? left : pixel;
             upper[1] = isEdge && above == right ? right : pixel;

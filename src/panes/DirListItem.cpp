@@ -11,6 +11,7 @@
 #include <View.h>
 
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <utility>
@@ -332,7 +333,7 @@ char* DirListItem::GetStrPermissions(unsigned int mode)
 {
     constexpr std::size_t kBytes = 15;
     auto* text = new char[kBytes];
-    std::strcpy(text, PermissionText(mode).c_str());
+    std::snprintf(text, kBytes, "%s", PermissionText(mode).c_str());
     return text;
 }
 

@@ -13,6 +13,7 @@
 #include <Window.h>
 
 #include <cmath>
+#include <cstdio>
 #include <cstring>
 
 // Construction, what the list is told, columns and preferences.
@@ -220,7 +221,7 @@ void DirView::SetColumnWidth(int32 index, int width)
 void DirView::GetPreferences()
 {
     char format[kDateFormatBytes];
-    std::strcpy(format, DatePattern::kDefault);
+    std::snprintf(format, sizeof(format), "%s", DatePattern::kDefault);
     GetProfileString(kSettingsFolder, "DateFormat", format, sizeof(format), kSettingsFile);
     SetDateFormat(format);
     SetProgressFlag(ReadFlag("ShowProgressBar"));

@@ -243,6 +243,7 @@ void DirView::Trash()
     }
     const bool wereMarked = !fMarks.IsEmpty();
     std::vector<std::string> names;
+    names.reserve(rows.size());
     for (const DirListItem* row : rows) {
         names.push_back(row->GetEntryName());
     }

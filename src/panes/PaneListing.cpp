@@ -187,7 +187,7 @@ void PaneListing::Failed(status_t status)
         }
         return;
     }
-    const std::string home = HomeFolder();
+    const std::string& home = HomeFolder();
     if (fUnreadable.empty()) {
         fUnreadable = failed->LocalFolder();
         fUnreadableReason = UnreadableText(fUnreadable, status);

@@ -43,7 +43,7 @@ status_t Find(BFile& file, const char* key, char* value, std::size_t valueBytes,
             if (fits || fit == Fit::kIgnored) {
                 file.Seek(lineStart, SEEK_SET);
                 if (fits) {
-                    std::strcpy(value, found);
+                    std::snprintf(value, valueBytes, "%s", found);
                 }
                 return B_OK;
             }
@@ -235,7 +235,7 @@ char* GetSettingFullPath(const char* folder, const char* file, char* path)
     const bool isFound = path[0] != '\0';
     path[0] = '\0';
     if (isFound && whole.size() < B_PATH_NAME_LENGTH) {
-        std::strcpy(path, whole.c_str());
+        std::snprintf(path, B_PATH_NAME_LENGTH, "%s", whole.c_str());
     }
     return path;
 }
@@ -248,7 +248,7 @@ void GetPathOnly(char* path)
         TellNoSettingsDirectory();
         return;
     }
-    std::strcpy(path, settings.Path());
+    std::snprintf(path, B_PATH_NAME_LENGTH, "%s", settings.Path());
 }
 
 bool FindValue(BFile& file, const char* key, char* value, std::size_t valueBytes)

@@ -136,7 +136,7 @@ inline entry_ref& entry_ref::operator=(entry_ref other) noexcept
 
 inline entry_ref::~entry_ref()
 {
-    std::free(name);
+    std::free(name); // NOLINT(clang-analyzer-unix.Malloc): it ends std::optional's contents twice
 }
 
 inline status_t entry_ref::set_name(const char* newName)

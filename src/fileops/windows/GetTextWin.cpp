@@ -78,7 +78,7 @@ void GetTextWin::BuildContents(const char* label, const char* text,
     fLabel = new BStringView(BRect(0, 0, kTextHeight, kTextHeight), "Label1", label);
     fBackground->AddChild(fLabel);
     const char* const names[kMostButtons] = {"Button1", "Button2", "Button3"};
-    for (size_t i = 0; i < buttons.size(); ++i) {
+    for (size_t i = 0; i < std::min(buttons.size(), kMostButtons); ++i) {
         BMessage* message = new BMessage(kButtonPressed + static_cast<uint32>(i));
         auto* button =
             new BButton(BRect(0, 0, kButtonHeight, kButtonHeight), names[i], buttons[i], message);

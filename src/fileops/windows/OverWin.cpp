@@ -32,20 +32,20 @@ constexpr char kQuestionField[] = "question";
 
 struct ButtonRow
 {
-    uint32 answer;
     const char* name;
     const char* label;
+    uint32 answer;
     float top;
 };
 
 // In the order in which Tab walks them, three in a row.
 const ButtonRow kButtons[] = {
-    {kAnswerOverwrite, "Overwrite", "Overwrite", 81},
-    {kAnswerOverwriteAll, "OverwriteAll", "Overwrite All", 81},
-    {kAnswerSkip, "Skip", "Skip", 81},
-    {kAnswerCancel, "Cancel", "Cancel", 121},
-    {kAnswerOverwriteOlder, "OverwriteOlder", "Overwrite All Older", 121},
-    {kAnswerSkipAll, "SkipAll", "Skip All", 121},
+    {"Overwrite", "Overwrite", kAnswerOverwrite, 81},
+    {"OverwriteAll", "Overwrite All", kAnswerOverwriteAll, 81},
+    {"Skip", "Skip", kAnswerSkip, 81},
+    {"Cancel", "Cancel", kAnswerCancel, 121},
+    {"OverwriteOlder", "Overwrite All Older", kAnswerOverwriteOlder, 121},
+    {"SkipAll", "Skip All", kAnswerSkipAll, 121},
 };
 
 // No broader than the screen: the lines cut their paths, and the buttons share what there is.
