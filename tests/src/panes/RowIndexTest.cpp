@@ -76,6 +76,6 @@ TEST_P(RowNumbersTest, CostAFewStepsEach)
 }
 
 INSTANTIATE_TEST_SUITE_P(Steps, RowNumbersTest, ::testing::Values(1, 2, 128, 8192, ino_t{1} << 32),
-                         ::testing::PrintToStringParamName());
+                         [](const auto& step) { return "Step" + std::to_string(step.param); });
 
 } // namespace
