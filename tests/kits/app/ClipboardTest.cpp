@@ -1,3 +1,4 @@
+#include <Application.h>
 #include <Clipboard.h>
 
 #include "RecordingLooper.h"
@@ -165,12 +166,14 @@ TEST(ClipboardTest, RefusesToTellNobody)
 
 TEST(ClipboardTest, TellsItsSourceToTheOneThatHasTheLock)
 {
+    const BApplication application("application/x-vnd.test");
     BClipboard clipboard("source");
     Put(clipboard, "text");
 
     EXPECT_FALSE(clipboard.DataSource().IsValid());
     clipboard.Lock();
     EXPECT_EQ(clipboard.DataSource(), be_app_messenger);
+    EXPECT_TRUE(clipboard.DataSource().IsValid());
     clipboard.Unlock();
 }
 

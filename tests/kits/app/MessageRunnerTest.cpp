@@ -112,6 +112,17 @@ TEST_F(MessageRunnerTest, TheEarlierOfTwoComesFirst)
     EXPECT_EQ(fRecord.All()[1].second, 2u);
 }
 
+TEST_F(MessageRunnerTest, AnEarlierOneIsNotKeptWaitingByALaterOne)
+{
+    const BMessageRunner never(Target(), BMessage(2), kNever);
+
+    // After the first the thread waits for the one that never comes.
+    for (int i = 1; i <= 5; ++i) {
+        const BMessageRunner soon(Target(), fTick, kSoon, 1);
+        ASSERT_TRUE(fRecord.Await(i));
+    }
+}
+
 TEST_F(MessageRunnerTest, AnswersGoWhereTheyAreWanted)
 {
     Record answers;

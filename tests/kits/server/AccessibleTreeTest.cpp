@@ -5,6 +5,7 @@
 #include "server/Surface.h"
 #include "testing/Native.h"
 
+#include <QAccessible>
 #include <QGuiApplication>
 
 using kits::AccessibleNode;
@@ -46,6 +47,25 @@ protected:
             ASSERT_NE(native, nullptr);
             task(*native->Accessible().Interface(kits::AccessibleTree::kRoot));
         });
+    }
+    // The number under which an interface is registered as long as it lives.
+    static QAccessible::Id IdOf(kits::NativeWindow& native, int32 node)
+    {
+        QAccessible::Id id = 0;
+        OnServer([&] { id = QAccessible::uniqueId(native.Accessible().Interface(node)); });
+        return id;
+    }
+    static bool IsRegistered(QAccessible::Id id)
+    {
+        bool isThere = false;
+        OnServer([&] { isThere = QAccessible::accessibleInterface(id) != nullptr; });
+        return isThere;
+    }
+    kits::NativeWindow& NativeA()
+    {
+        kits::NativeWindow* native = nullptr;
+        OnServer([&] { native = kits::ServerState::Get().windows.Find(fA.Token()); });
+        return *native;
     }
     static QAccessibleInterface* RootOf(kits::NativeWindow& native)
     {
@@ -92,11 +112,14 @@ TEST_F(AccessibleTreeTest, WindowThatIsLeavingGivesNothingOut)
         native = kits::ServerState::Get().windows.Find(leaving->Token())->shared_from_this();
     });
     EXPECT_NE(RootOf(*native), nullptr);
+    const QAccessible::Id id = IdOf(*native, kits::AccessibleTree::kRoot);
+    EXPECT_TRUE(IsRegistered(id));
 
     OnServer([&] { kits::ServerState::Get().showing.Destroy(*native); });
 
     // The native window may be there until the focus has gone on.
     EXPECT_EQ(RootOf(*native), nullptr);
+    EXPECT_FALSE(IsRegistered(id));
     leaving.reset();
 }
 
@@ -157,6 +180,37 @@ TEST_F(AccessibleTreeTest, AnswersFromWhatWasPublished)
     });
 }
 
+TEST_F(AccessibleTreeTest, FindsWhatIsAtAPoint)
+{
+    ShowA();
+    auto lower =
+        std::make_shared<AccessibleNode>(*Node(8, AccessibleNode::Role::kButton, "Cancel"));
+    lower->box = BRect(10, 60, 109, 79);
+    Publish({Node(7, AccessibleNode::Role::kButton, "OK"), lower});
+
+    WithRoot([](QAccessibleInterface& root) {
+        EXPECT_EQ(root.childAt(65, 85), root.child(0));
+        EXPECT_EQ(root.childAt(65, 125), root.child(1));
+        EXPECT_EQ(root.childAt(65, 105), nullptr);
+    });
+}
+
+TEST_F(AccessibleTreeTest, FieldsTellTheirValueAndWhetherItIsHidden)
+{
+    ShowA();
+    auto field =
+        std::make_shared<AccessibleNode>(*Node(7, AccessibleNode::Role::kTextField, "Name"));
+    field->value = "text";
+    Publish({field, Node(8, AccessibleNode::Role::kTextField, "Password",
+                         AccessibleNode::State::kHidesText)});
+
+    WithRoot([](QAccessibleInterface& root) {
+        EXPECT_EQ(root.child(0)->text(QAccessible::Value), QStringLiteral("text"));
+        EXPECT_FALSE(root.child(0)->state().passwordEdit);
+        EXPECT_TRUE(root.child(1)->state().passwordEdit);
+    });
+}
+
 TEST_F(AccessibleTreeTest, KeepsAnInterfaceWhileItsNodeLives)
 {
     ShowA();
@@ -178,7 +232,8 @@ TEST_F(AccessibleTreeTest, DropsNodesThatAreGone)
 {
     ShowA();
     Publish({Node(7, AccessibleNode::Role::kButton, "OK")});
-    WithRoot([](QAccessibleInterface& root) { EXPECT_NE(root.child(0), nullptr); });
+    const QAccessible::Id id = IdOf(NativeA(), 7);
+    EXPECT_TRUE(IsRegistered(id));
 
     Publish({});
 
@@ -187,4 +242,5 @@ TEST_F(AccessibleTreeTest, DropsNodesThatAreGone)
         kits::NativeWindow* native = kits::ServerState::Get().windows.Find(fA.Token());
         EXPECT_EQ(native->Accessible().Interface(7), nullptr);
     });
+    EXPECT_FALSE(IsRegistered(id));
 }

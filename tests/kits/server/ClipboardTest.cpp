@@ -78,6 +78,20 @@ TEST(DesktopClipboardTest, WhatAnotherProgramOffersReplacesIt)
     EXPECT_EQ(more, 0);
 }
 
+TEST(DesktopClipboardTest, WhatAnotherProgramOffersIsCountedAndHasNoSource)
+{
+    Put("ours");
+    const uint32 before = be_clipboard->SystemCount();
+    OnServer([] { QGuiApplication::clipboard()->setText(QStringLiteral("theirs")); });
+
+    be_clipboard->Lock();
+    EXPECT_FALSE(be_clipboard->DataSource().IsValid());
+    be_clipboard->Unlock();
+    EXPECT_EQ(be_clipboard->SystemCount(), before + 1);
+    Get(); // the same again
+    EXPECT_EQ(be_clipboard->SystemCount(), before + 1);
+}
+
 TEST(DesktopClipboardTest, DataWithoutTextIsNone)
 {
     OnServer([] {

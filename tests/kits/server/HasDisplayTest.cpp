@@ -39,6 +39,30 @@ protected:
     std::map<std::string, std::string> fFormer;
 };
 
+/// A socket in a folder of its own, to which nobody listens at first.
+class Socket
+{
+public:
+    Socket() : fFile(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0))
+    {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        Path().copy(address.sun_path, sizeof(address.sun_path) - 1);
+        EXPECT_EQ(bind(fFile, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
+    }
+    ~Socket() { close(fFile); }
+    Socket(const Socket&) = delete;
+    Socket& operator=(const Socket&) = delete;
+
+    void Listen() { EXPECT_EQ(listen(fFile, 1), 0); }
+    std::string Folder() const { return fTree.Path(); }
+    std::string Path() const { return fTree.Path("wayland-7"); }
+
+private:
+    TempTree fTree;
+    const int fFile;
+};
+
 using HasDisplayDeathTest = HasDisplayTest;
 
 TEST_F(HasDisplayTest, NothingNamedIsNone)
@@ -63,6 +87,9 @@ TEST_F(HasDisplayTest, AHeadlessPlatformIsOne)
 
 TEST_F(HasDisplayTest, APlatformThatIsWantedIsAskedAlone)
 {
+    Socket another;
+    another.Listen();
+    setenv("WAYLAND_DISPLAY", another.Path().c_str(), 1);
     setenv("QT_QPA_PLATFORM", "xcb:option", 1);
 
     EXPECT_FALSE(kits::HasDisplay());
@@ -70,20 +97,31 @@ TEST_F(HasDisplayTest, APlatformThatIsWantedIsAskedAlone)
 
 TEST_F(HasDisplayTest, ASocketThatListensIsOne)
 {
-    TempTree tree;
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    tree.Path("wayland-7").copy(address.sun_path, sizeof(address.sun_path) - 1);
-    const int file = socket(AF_UNIX, SOCK_STREAM, 0);
-    ASSERT_EQ(bind(file, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
-    setenv("XDG_RUNTIME_DIR", tree.Path().c_str(), 1);
+    Socket socket;
+    setenv("XDG_RUNTIME_DIR", socket.Folder().c_str(), 1);
     setenv("WAYLAND_DISPLAY", "wayland-7", 1);
     EXPECT_FALSE(kits::HasDisplay()) << "nobody listens";
 
-    ASSERT_EQ(listen(file, 1), 0);
+    socket.Listen();
 
     EXPECT_TRUE(kits::HasDisplay());
-    close(file);
+}
+
+TEST_F(HasDisplayTest, ASocketMayBeNamedByItsPath)
+{
+    Socket socket;
+    socket.Listen();
+    setenv("XDG_RUNTIME_DIR", "/nowhere/at/all", 1);
+    setenv("WAYLAND_DISPLAY", socket.Path().c_str(), 1);
+
+    EXPECT_TRUE(kits::HasDisplay());
+}
+
+TEST_F(HasDisplayTest, ASocketThatIsOpenAlreadyIsOne)
+{
+    setenv("WAYLAND_SOCKET", "7", 1); // which is for one client: nobody tries it
+
+    EXPECT_TRUE(kits::HasDisplay());
 }
 
 // In a process of its own: there is one application at a time.

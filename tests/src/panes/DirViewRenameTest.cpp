@@ -63,6 +63,22 @@ TEST_F(DirViewRenameTest, EnterRenamesAndGivesTheFocusBack)
     EXPECT_TRUE(ListHasFocus());
 }
 
+TEST_F(DirViewRenameTest, EnterWithoutAChangeAsksForNothing)
+{
+    fTree.Write("shown/old", "1");
+    Open();
+    StartRename(1);
+    TypeKey(B_ENTER);
+    EXPECT_TRUE(FieldCloses());
+    ASSERT_TRUE(kits::testing::Sync(fWindow));
+    const bool isRefused = kits::testing::CountShown("Foo") > 0; // as of a name that exists
+    EXPECT_FALSE(isRefused);
+    if (isRefused) {
+        EXPECT_TRUE(AnswerAlert("OK"));
+    }
+    EXPECT_TRUE(ListHasFocus());
+}
+
 TEST_F(DirViewRenameTest, EscapeLeavesTheName)
 {
     fTree.Write("shown/old", "1");

@@ -229,6 +229,32 @@ TEST_F(DirViewUpdatesTest, KeepsTheRowThatIsRenamedOver)
     EXPECT_EQ(Names(), ".. M b f ");
 }
 
+TEST_F(DirViewUpdatesTest, ARowThatIsToBeReplacedWaitsForItsOwnName)
+{
+    BMessage replaced = InFolder(Notice(B_ENTRY_REMOVED, "d", NodeOf("shown/d")));
+    replaced.AddBool("replaced", true);
+    fList->NodeChanged(replaced);
+    Move("shown/b", "shown/x");
+    EXPECT_EQ(Names(), ".. M x d f ");
+}
+
+TEST_F(DirViewUpdatesTest, AnotherEntryOfAListedNameTakesItsRow)
+{
+    fTree.Write("new", "12345");
+    ASSERT_EQ(rename(fTree.Path("new").c_str(), fTree.Path("shown/d").c_str()), 0);
+    fList->NodeChanged(InFolder(Notice(B_ENTRY_CREATED, "d", NodeOf("shown/d"))));
+    EXPECT_EQ(Names(), ".. M b d f ");
+    EXPECT_EQ(Row("d")->GetSize(), 5);
+    EXPECT_EQ(Row("d")->NodeRef().node, NodeOf("shown/d"));
+}
+
+TEST_F(DirViewUpdatesTest, AddsARenamedEntryOnce)
+{
+    Move("shown/b", "shown/x");
+    fList->NodeChanged(InFolder(Notice(B_ENTRY_CREATED, "x", NodeOf("shown/x"))));
+    EXPECT_EQ(Names(), ".. M x d f ");
+}
+
 TEST_F(DirViewUpdatesTest, RemovesWhatMovesOut)
 {
     Move("shown/d", "d");

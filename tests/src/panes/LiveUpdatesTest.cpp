@@ -1,56 +1,16 @@
 #include "panes/LiveUpdates.h"
 
 #include "PaneRowsFixture.h"
+#include "WatchLooper.h"
 #include "panes/FolderSource.h"
 
-#include <Looper.h>
 #include <NodeMonitor.h>
-
-#include <mutex>
-#include <set>
 
 #include <sys/stat.h>
 
 namespace {
 
 using namespace norvane;
-
-/// Whom a watch tells; notes the names in what it is told.
-class WatchLooper : public BLooper
-{
-public:
-    WatchLooper() : BLooper("watcher") {}
-
-    void MessageReceived(BMessage* message) override
-    {
-        if (message->what != B_NODE_MONITOR) {
-            BLooper::MessageReceived(message);
-            return;
-        }
-        const std::lock_guard lock(fMutex);
-        fNames.insert(message->GetString("name", ""));
-    }
-
-    bool Heard(const std::string& name)
-    {
-        const std::lock_guard lock(fMutex);
-        return fNames.contains(name);
-    }
-
-private:
-    std::mutex fMutex;
-    std::set<std::string> fNames; // guarded by fMutex
-};
-
-/// Hands a folder's rows to nobody: the watch is what counts.
-class NoTaker : public RowTaker
-{
-    void Counted(int32) override {}
-    void Read(int32) override {}
-    void Opened(RowSource&, ListedRows) override {}
-    void NotOpened(RowSource&, status_t) override {}
-    void ReadAgain(RowSource&) override {}
-};
 
 class LiveUpdatesTest : public PaneRowsFixture
 {

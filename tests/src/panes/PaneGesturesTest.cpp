@@ -77,6 +77,34 @@ TEST_F(PaneGesturesTest, AReleaseInPlaceEmptiesTheMarks)
     EXPECT_EQ(Marked(), "");
 }
 
+TEST_F(PaneGesturesTest, AReleaseInPlaceIsTheNextAnchor)
+{
+    Click(1);
+    EXPECT_FALSE(Press(2, B_COMMAND_KEY));
+    Click(4);
+    EXPECT_FALSE(Press(3, B_SHIFT_KEY));
+    EXPECT_EQ(Marked(), "c d ");
+}
+
+TEST_F(PaneGesturesTest, ACommandClickIsTheNextAnchor)
+{
+    Click(1);
+    EXPECT_FALSE(Press(3, B_COMMAND_KEY));
+    EXPECT_FALSE(Press(4, B_SHIFT_KEY));
+    EXPECT_EQ(Marked(), "a c d ");
+}
+
+TEST_F(PaneGesturesTest, APressThatMovesAwayIsNoAnchor)
+{
+    Click(1);
+    EXPECT_FALSE(Press(2, B_COMMAND_KEY));
+    EXPECT_TRUE(Press(4));
+    fGestures->Moved(BPoint(61, 50));
+    fGestures->Released();
+    EXPECT_FALSE(Press(3, B_SHIFT_KEY));
+    EXPECT_EQ(Marked(), "a b c ");
+}
+
 TEST_F(PaneGesturesTest, APressThatMovesAwayKeepsThem)
 {
     fMarks->Mark(1, 3);
@@ -91,6 +119,7 @@ TEST_F(PaneGesturesTest, OtherButtonsMarkNothing)
 {
     Click(1);
     EXPECT_TRUE(Press(3, B_COMMAND_KEY, B_SECONDARY_MOUSE_BUTTON));
+    EXPECT_TRUE(Press(3, B_SHIFT_KEY, B_SECONDARY_MOUSE_BUTTON));
     EXPECT_EQ(Marked(), "");
 }
 

@@ -2,13 +2,30 @@
 
 #include "PaneRowsFixture.h"
 #include "ScriptedSource.h"
+#include "WatchLooper.h"
+#include "panes/FolderSource.h"
 #include "panes/LiveUpdates.h"
 #include "panes/PaneNotifier.h"
+#include "panes/QuerySource.h"
 #include "settings/HomeFolder.h"
 
 namespace {
 
 using namespace norvane;
+
+/// A place whose folder is watched from the beginning.
+class WatchedSource : public ScriptedSource
+{
+public:
+    WatchedSource(Places& places, std::string place, std::string folder, WatchedFolder watched)
+        : ScriptedSource(places, std::move(place), std::move(folder)), fWatched(std::move(watched))
+    {
+    }
+    std::optional<WatchedFolder> Folder() const override { return fWatched; }
+
+private:
+    const WatchedFolder fWatched;
+};
 
 class PaneListingTest : public PaneRowsFixture, public ListingOwner
 {
@@ -141,6 +158,21 @@ TEST_F(PaneListingTest, GoingOnLetsGoOfThePlaceThatDoesNotAnswer)
     EXPECT_EQ(fPlaces["a/c"].log, "+-");
 }
 
+TEST_F(PaneListingTest, OnlyThePlaceThatIsOpeningHandsRowsOver)
+{
+    auto source = MakeSource("a");
+    ScriptedSource& shown = *source;
+    EXPECT_TRUE(fListing->Show(std::move(source)));
+    ScriptedSource& late = BeginToShow("a/b");
+    shown.Answer();
+    late.Change(); // which is not shown yet
+    EXPECT_EQ(Place(), "a");
+    EXPECT_EQ(fArrivals.size(), 1u);
+    late.Answer();
+    EXPECT_EQ(Place(), "a/b");
+    EXPECT_EQ(Names(), ".. d ");
+}
+
 TEST_F(PaneListingTest, TheRowLeftIsKnownWhenTheAnswerComes)
 {
     EXPECT_TRUE(Show("a/b"));
@@ -175,6 +207,30 @@ TEST_F(PaneListingTest, ComesBackDownToTheFolderLeft)
     EXPECT_EQ(Place(), fTree.Path("home/below"));
 }
 
+TEST_F(PaneListingTest, UpOutOfAQueryKeepsTheWayDown)
+{
+    EXPECT_TRUE(fListing->Show(fListing->Source().Again()));
+    Enter("below");
+    fListing->Up();
+    EXPECT_TRUE(fListing->Show(std::make_unique<QuerySource>(BMessage(), fTree.Path("home"))));
+    fListing->Up();
+    EXPECT_EQ(Place(), fTree.Path("home"));
+    fListing->Down();
+    EXPECT_EQ(Place(), fTree.Path("home/below"));
+}
+
+TEST_F(PaneListingTest, AFolderNamedInAQueryIsTheNextBelow)
+{
+    fTree.MakeFolder("home/other");
+    EXPECT_TRUE(fListing->Show(fListing->Source().Again()));
+    Enter("below");
+    fListing->Up();
+    EXPECT_TRUE(fListing->Show(std::make_unique<QuerySource>(BMessage(), fTree.Path("home"))));
+    fListing->GoTo("other");
+    fListing->Down();
+    EXPECT_EQ(Place(), fTree.Path("home/other"));
+}
+
 TEST_F(PaneListingTest, APlaceMayAskBeforeItIsLeft)
 {
     EXPECT_TRUE(Show("a"));
@@ -194,6 +250,69 @@ TEST_F(PaneListingTest, GoesToNamedFoldersFromLocalPlacesOnly)
     EXPECT_TRUE(Show("a"));
     fListing->GoTo("/");
     EXPECT_EQ(Place(), "a");
+}
+
+class PaneListingWatchTest : public PaneListingTest
+{
+protected:
+    void SetUp() override
+    {
+        PaneListingTest::SetUp();
+        fTree.MakeFolder("one");
+        fTree.MakeFolder("two");
+        fLooper->Run();
+        Watch("two"); // to the end
+    }
+    void TearDown() override
+    {
+        fListing.reset();
+        fUpdates.reset();
+        BMessenger(nullptr, fLooper).SendMessage(B_QUIT_REQUESTED);
+        PaneListingTest::TearDown();
+    }
+
+    WatchedFolder Watch(const char* name)
+    {
+        FolderSource source(fTree.Path(name));
+        NoTaker nobody;
+        EXPECT_EQ(source.Open({"%D %R", BMessenger(nullptr, fLooper)}, nobody), B_OK);
+        return *source.Folder();
+    }
+    // Begins to show a place whose folder is "one".
+    ScriptedSource& BeginWatched()
+    {
+        fPlaces["w"].isLate = true;
+        auto source =
+            std::make_unique<WatchedSource>(fPlaces, "w", fTree.Path("one"), Watch("one"));
+        ScriptedSource& lent = *source;
+        EXPECT_TRUE(fListing->Show(std::move(source)));
+        return lent;
+    }
+    // Notices come in turn: that of "one" would be there before that of "two".
+    bool IsOneWatched(const std::string& name)
+    {
+        fTree.Write("one/" + name, "");
+        fTree.Write("two/" + name + "-fence", "");
+        EXPECT_TRUE(kits::testing::WaitFor([&] { return fLooper->Heard(name + "-fence"); }));
+        return fLooper->Heard(name);
+    }
+
+    WatchLooper* fLooper = new WatchLooper; // deletes itself
+};
+
+TEST_F(PaneListingWatchTest, EndsWithAPlaceThatIsLetGo)
+{
+    BeginWatched();
+    EXPECT_TRUE(IsOneWatched("a"));
+    EXPECT_TRUE(Show("a"));
+    EXPECT_FALSE(IsOneWatched("b"));
+}
+
+TEST_F(PaneListingWatchTest, EndsWithAPlaceThatFails)
+{
+    ScriptedSource& late = BeginWatched();
+    late.Fail(B_TIMED_OUT);
+    EXPECT_FALSE(IsOneWatched("a"));
 }
 
 TEST_F(PaneListingTest, FollowsNoFolderInOtherPlaces)

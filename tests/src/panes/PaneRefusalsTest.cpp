@@ -2,6 +2,8 @@
 #include "PrivateMounts.h"
 #include "clv/CLVColumnLabelView.h"
 
+#include <StatusBar.h>
+
 namespace {
 
 using namespace norvane;
@@ -57,6 +59,7 @@ TEST_F(PaneRefusalsTest, AFolderThatMayNotBeReadLeavesThePaneAsItWas)
     EXPECT_EQ(Names(), ".. folder a b c ");
     EXPECT_EQ(Marked(), "c ");
     EXPECT_EQ(Locked([this] { return fPane->Header()->Text(); }), fTree.Path("shown"));
+    EXPECT_EQ(Locked([this] { return fPane->Footer()->Bar()->Parent(); }), nullptr);
     // And it still follows the folder that it shows.
     fTree.Write("shown/d", "");
     EXPECT_TRUE(Becomes([this] { return Names(); }, ".. folder a b c d "));

@@ -53,6 +53,16 @@ TEST_F(PaneScrollTest, TheSameFolderReadAgainStaysWhereItIsSeen)
     });
 }
 
+TEST_F(PaneScrollTest, ATypedLetterBringsItsRowIntoSight)
+{
+    fTree.MakeFolder("shown/z");
+    Open();
+    kits::testing::TypeKey('z');
+    ASSERT_TRUE(kits::testing::Sync(fWindow));
+    EXPECT_EQ(Selected(), "z");
+    Locked([&] { EXPECT_TRUE(IsInSight(fList->CurrentSelection())); });
+}
+
 TEST_F(PaneScrollTest, GoingUpBringsTheFolderLeftIntoSight)
 {
     Open("shown/folder155");

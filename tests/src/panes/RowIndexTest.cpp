@@ -60,4 +60,22 @@ TEST_F(RowIndexTest, HoldsThroughManyChanges)
     }
 }
 
+class RowNumbersTest : public RowFixture, public ::testing::WithParamInterface<ino_t>
+{
+};
+
+// File systems give their inodes numbers in steps, as many as they keep in a block or a group.
+TEST_P(RowNumbersTest, CostAFewStepsEach)
+{
+    constexpr int kCount = 3000;
+    RowIndex index;
+    for (int i = 1; i <= kCount; i++) {
+        index.Add(Add(std::to_string(i), false, static_cast<ino_t>(i) * GetParam()));
+    }
+    EXPECT_LT(index.CountProbes(), static_cast<size_t>(4 * kCount));
+}
+
+INSTANTIATE_TEST_SUITE_P(Steps, RowNumbersTest, ::testing::Values(1, 2, 128, 8192, ino_t{1} << 32),
+                         [](const auto& step) { return "Step" + std::to_string(step.param); });
+
 } // namespace

@@ -127,7 +127,7 @@ TEST(TrackerIconTest, IsTheSameByRefAndByName)
 
 namespace {
 
-/// An icon theme whose icons are squares of one colour, at 16 and 24 pixels.
+/// An icon theme whose icons are squares of one colour, at 16 pixels and, darker, at 24.
 class ThemeTest : public testing::Test
 {
 protected:
@@ -138,6 +138,7 @@ protected:
         Put("application-x-dvi", Qt::red);
         Put("x-office-spreadsheet", Qt::green);
         Put("video-x-generic", Qt::blue);
+        Put("drive-harddisk", Qt::magenta);
         kits::testing::OnServer([this] {
             fPaths = QIcon::themeSearchPaths();
             fName = QIcon::themeName();
@@ -159,14 +160,14 @@ protected:
             const std::string folder = "probe/" + std::to_string(size);
             fTree.MakeFolder(folder);
             QImage image(size, size, QImage::Format_ARGB32);
-            image.fill(color);
+            image.fill(size == 16 ? color : color.darker());
             image.save(QString::fromStdString(fTree.Path(folder + "/" + name + ".png")));
         }
     }
-    static QImage Draw(const char* name, double scale)
+    static QImage Draw(const char* name, double scale, mode_t type = S_IFREG)
     {
         BBitmap icon(kMini, B_CMAP8);
-        EXPECT_EQ(BNodeInfo::GetTrackerIcon(name, S_IFREG | 0644, &icon, B_MINI_ICON), B_OK);
+        EXPECT_EQ(BNodeInfo::GetTrackerIcon(name, type | 0644, &icon, B_MINI_ICON), B_OK);
         return kits::BitmapAccess::Picture(icon, QRectF(0, 0, 16, 16), scale, true).image;
     }
 
@@ -189,6 +190,12 @@ TEST_F(ThemeTest, HasIconsForKindsOfTypes)
     EXPECT_EQ(Draw("film.ogm", 1).pixelColor(8, 8), QColor(Qt::blue));
 }
 
+// At a size that no other test asks for.
+TEST_F(ThemeTest, HasIconsForWhatHasNoType)
+{
+    EXPECT_EQ(Draw("sda", 1.5, S_IFBLK).pixel(8, 8), QColor(Qt::magenta).darker().rgb());
+}
+
 TEST_F(ThemeTest, LeavesTheRestToOurDrawings)
 {
     EXPECT_EQ(Pixels(Draw("song.669", 1)), Pixels(kits::DrawIcon(IconKind::kSound, 16)));
@@ -198,6 +205,6 @@ TEST_F(ThemeTest, IconsAreSharpBetweenWholeScales)
 {
     const QImage icon = Draw("paper.dvi", 1.5);
     EXPECT_EQ(icon.size(), QSize(24, 24));
-    EXPECT_EQ(icon.pixelColor(23, 23), QColor(Qt::red));
+    EXPECT_EQ(icon.pixel(23, 23), QColor(Qt::red).darker().rgb());
     EXPECT_EQ(Pixels(Draw("song.669", 1.25)), Pixels(kits::DrawIcon(IconKind::kSound, 20)));
 }

@@ -64,6 +64,7 @@ TEST_F(ListItemsTest, MovesRowsWithTheirSelection)
 
     EXPECT_TRUE(fList.MoveItem(1, 3));
     EXPECT_EQ(Order(), "acd(b)e");
+    EXPECT_EQ(fList.CurrentSelection(), 3);
     EXPECT_FALSE(fList.MoveItem(5, 0));
     EXPECT_FALSE(fList.MoveItem(0, -1));
     EXPECT_EQ(Order(), "acd(b)e");

@@ -1,100 +1,13 @@
-#include "ControlWindow.h"
+#include "ListViewFixture.h"
 
-#include <ListView.h>
-#include <ScrollView.h>
-
-#include <algorithm>
-#include <memory>
-#include <set>
-#include <string>
-#include <vector>
+// What a person does with a list.
 
 namespace {
 
 using namespace kits::testing;
 
-class CountingItem : public BStringItem
+class ListViewTest : public ListViewFixture
 {
-public:
-    CountingItem(const char* text, std::vector<const BListItem*>& drawn, int32& updates)
-        : BStringItem(text), fDrawn(drawn), fUpdates(updates)
-    {
-    }
-
-    void DrawItem(BView* owner, BRect frame, bool complete) override
-    {
-        fDrawn.push_back(this);
-        BStringItem::DrawItem(owner, frame, complete);
-    }
-
-    void Update(BView* owner, const BFont* font) override
-    {
-        fUpdates++;
-        BStringItem::Update(owner, font);
-    }
-
-private:
-    std::vector<const BListItem*>& fDrawn;
-    int32& fUpdates;
-};
-
-class ListViewTest : public ControlTest
-{
-protected:
-    // A list of 100 x 160 units in a scroll view; ten rows of 16 units and a little are seen.
-    BListView* AddListView(list_view_type type = B_MULTIPLE_SELECTION_LIST)
-    {
-        fList = new BListView(BRect(10, 10, 109, 169), "list", type);
-        fList->SetInvocationMessage(new BMessage('tesi'));
-        fScroller = Add(new BScrollView("scroller", fList, B_FOLLOW_LEFT | B_FOLLOW_TOP, 0, false,
-                                        true, B_FANCY_BORDER));
-        return fList;
-    }
-
-    void AddRows(int32 count)
-    {
-        BList added;
-        for (int32 i = 0; i < count; i++) {
-            fItems.push_back(std::make_unique<CountingItem>(std::to_string(fItems.size()).c_str(),
-                                                            fDrawn, fUpdates));
-            added.AddItem(fItems.back().get());
-        }
-        fWindow->Lock();
-        fList->AddList(&added);
-        fWindow->Unlock();
-    }
-
-    std::vector<int32> Selected()
-    {
-        return Locked([this] {
-            std::vector<int32> rows;
-            for (int32 n = 0; fList->CurrentSelection(n) >= 0; n++) {
-                rows.push_back(fList->CurrentSelection(n));
-            }
-            return rows;
-        });
-    }
-
-    BPoint MiddleOf(int32 row)
-    {
-        return Locked([this, row] {
-            const BRect frame = fList->ItemFrame(row);
-            return BPoint(30, (frame.top + frame.bottom) / 2);
-        });
-    }
-
-    float Top()
-    {
-        return Locked([this] { return fList->Bounds().top; });
-    }
-
-    using Rows = std::vector<int32>;
-
-    BListView* fList = nullptr;       // the window's
-    BScrollView* fScroller = nullptr; // the window's
-    std::vector<std::unique_ptr<CountingItem>> fItems;
-    std::vector<const BListItem*> fDrawn;
-    int32 fUpdates = 0;
 };
 
 TEST_F(ListViewTest, ClicksSelectAsTheModifiersSay)
@@ -247,34 +160,6 @@ TEST_F(ListViewTest, DragSweepsTheSelectionAndScrollsOutside)
     EXPECT_EQ(Selected().front(), 2);
 }
 
-TEST_F(ListViewTest, ScrollBarFollowsTheRows)
-{
-    AddListView();
-    Show();
-    BScrollBar* bar = fScroller->ScrollBar(B_VERTICAL);
-    float min = -1;
-    float max = -1;
-
-    AddRows(100);
-    Locked([&] {
-        bar->GetRange(&min, &max);
-        return 0;
-    });
-    EXPECT_EQ(min, 0);
-    EXPECT_EQ(max, Locked([this] { return fList->ItemFrame(99).bottom - 159; }));
-
-    Locked([this, max] {
-        fList->ScrollTo(BPoint(0, max));
-        return fList->RemoveItems(5, 95);
-    });
-    Locked([&] {
-        bar->GetRange(&min, &max);
-        return 0;
-    });
-    EXPECT_EQ(max, 0);
-    EXPECT_EQ(Top(), 0);
-}
-
 TEST_F(ListViewTest, WheelScrolls)
 {
     AddListView();
@@ -284,85 +169,6 @@ TEST_F(ListViewTest, WheelScrolls)
     TurnWheel(fList, BPoint(30, 30), 2);
 
     EXPECT_GT(Top(), 0);
-}
-
-TEST_F(ListViewTest, DrawsVisibleRowsOnly)
-{
-    AddListView();
-    AddRows(1000);
-    Show();
-    TakePicture(fWindow);
-
-    const std::set<const BListItem*> drawn =
-        Locked([this] { return std::set<const BListItem*>(fDrawn.begin(), fDrawn.end()); });
-
-    EXPECT_GE(drawn.size(), 9u);
-    EXPECT_LE(drawn.size(), 13u);
-}
-
-TEST_F(ListViewTest, ChangingOneRowsMarkDrawsThatRow)
-{
-    AddListView();
-    AddRows(20);
-    Show();
-    TakePicture(fWindow);
-    Locked([this] {
-        fDrawn.clear();
-        fList->Select(4);
-        return 0;
-    });
-    TakePicture(fWindow);
-
-    const auto drawn = Locked([this] { return fDrawn; });
-
-    ASSERT_EQ(drawn.size(), 1u);
-    EXPECT_EQ(drawn[0], fItems[4].get());
-}
-
-TEST_F(ListViewTest, AddingARowUpdatesThatRowAlone)
-{
-    AddListView();
-    AddRows(500);
-    Show();
-    const int32 before = Locked([this] { return fUpdates; });
-
-    AddRows(1);
-
-    EXPECT_EQ(Locked([this] { return fUpdates; }) - before, 1);
-}
-
-TEST_F(ListViewTest, HigherRowMovesTheOnesBelow)
-{
-    AddListView();
-    AddRows(10);
-    Show();
-    const float before = Locked([this] { return fList->ItemFrame(5).top; });
-
-    Locked([this] {
-        fItems[2]->SetHeight(fItems[2]->Height() + 7);
-        return 0;
-    });
-
-    EXPECT_EQ(Locked([this] { return fList->ItemFrame(5).top; }), before + 7);
-    EXPECT_EQ(Locked([this, before] { return fList->IndexOf(BPoint(3, before + 7)); }), 5);
-}
-
-TEST_F(ListViewTest, SelectionStaysWithItsRowsWhenSorting)
-{
-    AddListView();
-    AddRows(10);
-    Show();
-    Locked([this] {
-        fList->Select(2);
-        fList->SortItems([](const void* a, const void* b) {
-            const auto* left = *static_cast<const BStringItem* const*>(a);
-            const auto* right = *static_cast<const BStringItem* const*>(b);
-            return std::string(right->Text()).compare(left->Text());
-        });
-        return 0;
-    });
-
-    EXPECT_EQ(Selected(), Rows({7}));
 }
 
 TEST_F(ListViewTest, SelectionMessageIsSentForEveryChange)
@@ -376,38 +182,6 @@ TEST_F(ListViewTest, SelectionMessageIsSentForEveryChange)
     Click(fList, MiddleOf(3));
 
     EXPECT_EQ(fWindow->Messages().size(), 2u);
-}
-
-TEST_F(ListViewTest, RemovedRowsAreNotTouchedAgain)
-{
-    AddListView();
-    AddRows(5);
-    Show();
-    Locked([this] {
-        fList->Select(1);
-        fList->MakeEmpty();
-        return 0;
-    });
-    fItems.clear();
-
-    EXPECT_EQ(Selected(), Rows());
-    EXPECT_EQ(Locked([this] { return fList->CountItems(); }), 0);
-    TakePicture(fWindow);
-}
-
-TEST_F(ListViewTest, IndicesOutsideAreRefused)
-{
-    AddListView();
-    AddRows(3);
-    Show();
-
-    EXPECT_FALSE(Locked([this] { return fList->AddItem(fItems[0].get(), 7); }));
-    EXPECT_EQ(Locked([this] { return fList->RemoveItem(int32(3)); }), nullptr);
-    EXPECT_FALSE(Locked([this] { return fList->RemoveItems(-1, 2); }));
-    EXPECT_FALSE(Locked([this] { return fList->SwapItems(0, 3); }));
-    EXPECT_FALSE(Locked([this] { return fList->ItemFrame(3).IsValid(); }));
-    EXPECT_EQ(Locked([this] { return fList->IndexOf(BPoint(0, 2000)); }), -1);
-    EXPECT_EQ(Locked([this] { return fList->CountItems(); }), 3);
 }
 
 } // namespace

@@ -149,6 +149,16 @@ TEST_F(MenuChangesTest, SubmenuThatIsDeletedLeavesItsItemWithoutOne)
     EXPECT_EQ(Locked([this] { return fFile->ItemAt(3)->Submenu(); }), nullptr);
 }
 
+TEST_F(MenuChangesTest, ClosedSubmenuThatIsDeletedClosesTheMenuAbove)
+{
+    OpenFile();
+
+    Do([this] { delete fMore; });
+
+    EXPECT_FALSE(IsOpen(fFile));
+    EXPECT_EQ(Locked([this] { return fFile->ItemAt(3)->Submenu(); }), nullptr);
+}
+
 TEST_F(MenuChangesTest, OpenMenuThatIsDeletedClosesFirst)
 {
     OpenFile();

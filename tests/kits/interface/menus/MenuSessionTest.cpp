@@ -61,6 +61,20 @@ TEST_F(MenuSessionTest, TitleThatGoesAtTheBeginningOpensNothing)
     EXPECT_EQ(Notes(), "be");
 }
 
+TEST_F(MenuSessionTest, TitleThatIsDisabledAtTheBeginningOpensNothing)
+{
+    Do([this] {
+        fWindow->atBeginning = [this] {
+            fBar->ItemAt(0)->SetEnabled(false);
+        };
+    });
+
+    ClickAt(On(fBar->ItemAt(0)));
+
+    EXPECT_FALSE(IsOpen(fFile));
+    EXPECT_EQ(Notes(), "be");
+}
+
 TEST_F(MenuSessionTest, BarMayGoAtTheBeginningAndAtTheEnd)
 {
     Do([this] {
@@ -92,9 +106,11 @@ TEST_F(MenuSessionTest, HidingTheWindowEndsTheSession)
 {
     OpenFile();
 
-    Do([this] { fWindow->Hide(); });
+    Do([this] {
+        fWindow->Hide();
+        EXPECT_EQ(fFile->Window(), nullptr); // at once, not when the focus has gone
+    });
 
-    EXPECT_FALSE(IsOpen(fFile));
     EXPECT_EQ(Notes(), "be");
 }
 

@@ -280,17 +280,20 @@ TEST_F(TextInputTest, PreviewInHiddenTextIsHiddenToo)
         fView->HideTyping(true);
         return 0;
     });
+    const float before = CaretX();
     Preview("iii");
-    const float narrow = CaretX();
+    ASSERT_TRUE(WaitFor([&] { return CaretX() > before; }));
+    const float three = CaretX() - before;
 
-    Preview("mmm");
-    EXPECT_EQ(CaretX(), narrow);
+    Preview("mmmmmm");
+    ASSERT_TRUE(WaitFor([&] { return CaretX() > before + three; }));
+    EXPECT_NEAR(CaretX() - before, 2 * three, 1);
 
     Locked([this] {
         fView->MakeFocus(false);
         return 0;
     });
-    EXPECT_EQ(Text(), "mmm");
+    EXPECT_EQ(Text(), "mmmmmm");
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "NoThreads.h"
 #include "TextViewFixture.h"
 
+#include <Clipboard.h>
 #include <OS.h>
 
 #include <app/ClipboardHooks.h>
@@ -35,9 +36,11 @@ kits::ClipboardContent FetchSlowly(kits::ClipboardKind, const std::atomic<bool>*
     std::unique_lock<std::mutex> lock(gLock);
     gIsAsked = true;
     gChange.notify_all();
-    while (!gMayAnswer && !gWasCancelled) {
+    bool isGivenUp = false;
+    while (!gMayAnswer && !isGivenUp) {
         gChange.wait_for(lock, std::chrono::milliseconds(10));
-        gWasCancelled = isCancelled != nullptr && *isCancelled;
+        isGivenUp = isCancelled != nullptr && *isCancelled;
+        gWasCancelled = gWasCancelled || isGivenUp;
     }
     return gGets;
 }
@@ -116,6 +119,30 @@ TEST_F(TextPasteTest, WhatIsTypedMeanwhileComesBehindIt)
     Answer();
 
     EXPECT_TRUE(ShowsSoon("1pasted24text")) << Text();
+}
+
+TEST_F(TextPasteTest, OneThatWasGivenUpIsNotTakenForTheNext)
+{
+    const auto paste = [this] {
+        Locked([this] {
+            fView->Paste(be_clipboard);
+            return 0;
+        });
+    };
+    ShowText("text");
+    paste();
+    ASSERT_TRUE(WasAsked());
+
+    paste(); // what was asked for first comes to its end
+
+    const bool isAlive = Sync(fWindow, 2'000'000);
+    if (!isAlive) {
+        Answer(); // or nothing could be looked at any more
+    }
+    EXPECT_TRUE(isAlive);
+    EXPECT_EQ(Text(), "text");
+    Answer();
+    EXPECT_TRUE(ShowsSoon("pastedtext")) << Text();
 }
 
 TEST_F(TextPasteTest, ItGoesWhereItWasAskedFor)

@@ -7,6 +7,8 @@
 
 #include <QWindow>
 
+#include <atomic>
+
 using namespace kits::testing;
 
 // The frame of a window, when others than the window change it.
@@ -30,11 +32,21 @@ public:
             BWindow::MessageReceived(message);
         }
     }
-    void FrameMoved(BPoint where) override { place = where; }
-    void FrameResized(float width, float height) override { size = BPoint(width, height); }
+    void FrameMoved(BPoint where) override
+    {
+        place = where;
+        moves++;
+    }
+    void FrameResized(float width, float height) override
+    {
+        size = BPoint(width, height);
+        resizes++;
+    }
 
     BPoint place;
     BPoint size;
+    std::atomic<int32> moves{0};
+    std::atomic<int32> resizes{0};
 };
 
 class WindowFrameTest : public WindowFixture
@@ -110,6 +122,21 @@ TEST_F(WindowFrameTest, ManyChangesWhileAQuestionIsOpenEndAtTheLast)
     EXPECT_EQ(Frame(), last);
 }
 
+TEST_F(WindowFrameTest, HooksAreToldOfWhatChangedAndOnce)
+{
+    Show();
+
+    PlaceWindow(fWindow, BRect(50, 60, 249, 159));
+    Settle();
+    EXPECT_EQ(fAsking->moves, 1);
+    EXPECT_EQ(fAsking->resizes, 0);
+
+    PlaceWindow(fWindow, BRect(50, 60, 349, 209));
+    Settle();
+    EXPECT_EQ(fAsking->moves, 1);
+    EXPECT_EQ(fAsking->resizes, 1);
+}
+
 TEST_F(WindowFrameTest, OwnMoveIsLaterThanWhatWaits)
 {
     Show();
@@ -153,6 +180,20 @@ TEST_F(WindowFrameTest, OwnResizeIsLaterThanWhatWaits)
     EXPECT_EQ(NativeFrame(), Frame());
 }
 
+TEST_F(WindowFrameTest, OwnResizeToItsOldSizeIsAResizeToo)
+{
+    Show();
+
+    Locked([&] {
+        PlaceWindow(fWindow, BRect(50, 60, 349, 209));
+        fWindow->ResizeTo(199, 99);
+    });
+
+    Settle();
+    EXPECT_EQ(NativeFrame(), BRect(50, 60, 249, 159));
+    EXPECT_EQ(Frame(), NativeFrame());
+}
+
 TEST_F(WindowFrameTest, RefusesASizeBeyondItsLimits)
 {
     fWindow->SetSizeLimits(150, 400, 80, 300);
@@ -162,6 +203,22 @@ TEST_F(WindowFrameTest, RefusesASizeBeyondItsLimits)
 
     EXPECT_TRUE(WaitFor([&] { return NativeFrame() == BRect(100, 100, 250, 180); }));
     Settle();
+    EXPECT_EQ(Frame(), NativeFrame());
+}
+
+TEST_F(WindowFrameTest, OwnResizeAfterARefusedSizeIsItsOwn)
+{
+    fWindow->SetSizeLimits(150, 400, 80, 300);
+    Show();
+    PlaceWindow(fWindow, BRect(100, 100, 149, 149));
+    Settle();
+    PlaceWindow(fWindow, BRect(60, 60, 210, 140));
+    Settle();
+
+    Locked([&] { fWindow->ResizeTo(189, 99); });
+
+    Settle();
+    EXPECT_EQ(NativeFrame(), BRect(60, 60, 249, 159));
     EXPECT_EQ(Frame(), NativeFrame());
 }
 

@@ -1,0 +1,154 @@
+#include "ListViewFixture.h"
+
+#include <set>
+
+// A shown list whose rows change.
+
+namespace {
+
+using namespace kits::testing;
+
+class ListViewRowsTest : public ListViewFixture
+{
+};
+
+TEST_F(ListViewRowsTest, ScrollBarFollowsTheRows)
+{
+    AddListView();
+    Show();
+    BScrollBar* bar = fScroller->ScrollBar(B_VERTICAL);
+    float min = -1;
+    float max = -1;
+
+    AddRows(100);
+    Locked([&] {
+        bar->GetRange(&min, &max);
+        return 0;
+    });
+    EXPECT_EQ(min, 0);
+    EXPECT_EQ(max, Locked([this] { return fList->ItemFrame(99).bottom - 159; }));
+
+    Locked([this, max] {
+        fList->ScrollTo(BPoint(0, max));
+        return fList->RemoveItems(5, 95);
+    });
+    Locked([&] {
+        bar->GetRange(&min, &max);
+        return 0;
+    });
+    EXPECT_EQ(max, 0);
+    EXPECT_EQ(Top(), 0);
+}
+
+TEST_F(ListViewRowsTest, DrawsVisibleRowsOnly)
+{
+    AddListView();
+    AddRows(1000);
+    Show();
+    TakePicture(fWindow);
+
+    const std::set<const BListItem*> drawn =
+        Locked([this] { return std::set<const BListItem*>(fDrawn.begin(), fDrawn.end()); });
+
+    EXPECT_GE(drawn.size(), 9u);
+    EXPECT_LE(drawn.size(), 13u);
+}
+
+TEST_F(ListViewRowsTest, ChangingOneRowsMarkDrawsThatRow)
+{
+    AddListView();
+    AddRows(20);
+    Show();
+    TakePicture(fWindow);
+    Locked([this] {
+        fDrawn.clear();
+        fList->Select(4);
+        return 0;
+    });
+    TakePicture(fWindow);
+
+    const auto drawn = Locked([this] { return fDrawn; });
+
+    ASSERT_EQ(drawn.size(), 1u);
+    EXPECT_EQ(drawn[0], fItems[4].get());
+}
+
+TEST_F(ListViewRowsTest, AddingARowUpdatesThatRowAlone)
+{
+    AddListView();
+    AddRows(500);
+    Show();
+    const int32 before = Locked([this] { return fUpdates; });
+
+    AddRows(1);
+
+    EXPECT_EQ(Locked([this] { return fUpdates; }) - before, 1);
+}
+
+TEST_F(ListViewRowsTest, HigherRowMovesTheOnesBelow)
+{
+    AddListView();
+    AddRows(10);
+    Show();
+    const float before = Locked([this] { return fList->ItemFrame(5).top; });
+
+    Locked([this] {
+        fItems[2]->SetHeight(fItems[2]->Height() + 7);
+        return 0;
+    });
+
+    EXPECT_EQ(Locked([this] { return fList->ItemFrame(5).top; }), before + 7);
+    EXPECT_EQ(Locked([this, before] { return fList->IndexOf(BPoint(3, before + 7)); }), 5);
+}
+
+TEST_F(ListViewRowsTest, SelectionStaysWithItsRowsWhenSorting)
+{
+    AddListView();
+    AddRows(10);
+    Show();
+    Locked([this] {
+        fList->Select(2);
+        fList->SortItems([](const void* a, const void* b) {
+            const auto* left = *static_cast<const BStringItem* const*>(a);
+            const auto* right = *static_cast<const BStringItem* const*>(b);
+            return std::string(right->Text()).compare(left->Text());
+        });
+        return 0;
+    });
+
+    EXPECT_EQ(Selected(), Rows({7}));
+}
+
+TEST_F(ListViewRowsTest, RemovedRowsAreNotTouchedAgain)
+{
+    AddListView();
+    AddRows(5);
+    Show();
+    Locked([this] {
+        fList->Select(1);
+        fList->MakeEmpty();
+        return 0;
+    });
+    fItems.clear();
+
+    EXPECT_EQ(Selected(), Rows());
+    EXPECT_EQ(Locked([this] { return fList->CountItems(); }), 0);
+    TakePicture(fWindow);
+}
+
+TEST_F(ListViewRowsTest, IndicesOutsideAreRefused)
+{
+    AddListView();
+    AddRows(3);
+    Show();
+
+    EXPECT_FALSE(Locked([this] { return fList->AddItem(fItems[0].get(), 7); }));
+    EXPECT_EQ(Locked([this] { return fList->RemoveItem(int32(3)); }), nullptr);
+    EXPECT_FALSE(Locked([this] { return fList->RemoveItems(-1, 2); }));
+    EXPECT_FALSE(Locked([this] { return fList->SwapItems(0, 3); }));
+    EXPECT_FALSE(Locked([this] { return fList->ItemFrame(3).IsValid(); }));
+    EXPECT_EQ(Locked([this] { return fList->IndexOf(BPoint(0, 2000)); }), -1);
+    EXPECT_EQ(Locked([this] { return fList->CountItems(); }), 3);
+}
+
+} // namespace
