@@ -47,12 +47,22 @@ void Showing::Show(NativeWindow& window, const ShowRequest& request)
     window.Appear(takesFocus);
     // Without a window manager nobody else gives it the focus.
     if (takesFocus) {
-        window.GetSurface()->requestActivate();
+        TakeFocus(window);
     } else if (fGivesFocusUnasked && focused != nullptr) {
         focused->GetSurface()->requestActivate();
     }
     window.ScaleMayHaveChanged();
     window.GeometryChanged(window.GetSurface()->geometry());
+}
+
+void Showing::TakeFocus(NativeWindow& window)
+{
+    window.GetSurface()->requestActivate();
+    // Hidden and shown at once it may have kept the system's focus: nobody tells of a change then.
+    if (QGuiApplication::focusWindow() == window.GetSurface() &&
+        fRouter.Focused() != window.Token()) {
+        fInput.FocusChanged(window.GetSurface());
+    }
 }
 
 void Showing::HandOverKeys(const NativeWindow& window, int32 from)

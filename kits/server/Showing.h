@@ -34,6 +34,7 @@ public:
     void DestroyAll();
 
 private:
+    void TakeFocus(NativeWindow& window);
     void HandOverKeys(const NativeWindow& window, int32 from);
     bool Leave(NativeWindow& window);
 

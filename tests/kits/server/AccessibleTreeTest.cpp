@@ -7,6 +7,9 @@
 
 #include <QAccessible>
 #include <QGuiApplication>
+#include <private/qguiapplication_p.h>
+#include <qpa/qplatformaccessibility.h>
+#include <qpa/qplatformintegration.h>
 
 using kits::AccessibleNode;
 using kits::Published;
@@ -75,6 +78,47 @@ protected:
     }
 };
 
+/// Listens as an assistive program does, and counts the changes of focus it is told.
+class FocusListener
+{
+public:
+    FocusListener()
+    {
+        OnServer([] {
+            sCount = 0;
+            SetActive(true);
+            sBefore = QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
+                sCount += event->type() == QAccessible::Focus ? 1 : 0;
+            });
+        });
+    }
+    ~FocusListener()
+    {
+        OnServer([] {
+            QAccessible::installUpdateHandler(sBefore);
+            SetActive(false);
+        });
+    }
+    FocusListener(const FocusListener&) = delete;
+    FocusListener& operator=(const FocusListener&) = delete;
+
+    int Count() const
+    {
+        int count = 0;
+        OnServer([&] { count = sCount; });
+        return count;
+    }
+
+private:
+    static void SetActive(bool isActive)
+    {
+        QGuiApplicationPrivate::platformIntegration()->accessibility()->setActive(isActive);
+    }
+
+    inline static int sCount = 0; // the server's thread's
+    inline static QAccessible::UpdateHandler sBefore = nullptr;
+};
+
 } // namespace
 
 TEST_F(AccessibleTreeTest, IsFoundFromTheApplication)
@@ -125,6 +169,7 @@ TEST_F(AccessibleTreeTest, WindowThatIsLeavingGivesNothingOut)
 
 TEST_F(AccessibleTreeTest, WindowThatIsNeverShownRegistersNothing)
 {
+    const FocusListener listener;
     auto published = std::make_shared<Published>();
     published->root =
         Node(1, AccessibleNode::Role::kWindow, "Hidden", 0,
@@ -138,6 +183,20 @@ TEST_F(AccessibleTreeTest, WindowThatIsNeverShownRegistersNothing)
             EXPECT_NE(application->child(index)->text(QAccessible::Name), QStringLiteral("Hidden"));
         }
     });
+    EXPECT_EQ(listener.Count(), 0);
+}
+
+TEST_F(AccessibleTreeTest, TellsWhereTheFocusWent)
+{
+    ShowA();
+    Publish({Node(7, AccessibleNode::Role::kButton, "OK")});
+    const FocusListener listener;
+
+    Publish({Node(7, AccessibleNode::Role::kButton, "OK", AccessibleNode::State::kFocused)});
+    EXPECT_EQ(listener.Count(), 1);
+
+    Publish({Node(7, AccessibleNode::Role::kButton, "Yes", AccessibleNode::State::kFocused)});
+    EXPECT_EQ(listener.Count(), 1);
 }
 
 TEST_F(AccessibleTreeTest, HasItsTitleBeforeItSaysAnything)
@@ -177,6 +236,21 @@ TEST_F(AccessibleTreeTest, AnswersFromWhatWasPublished)
         EXPECT_TRUE(row->state().selected);
         EXPECT_EQ(root.indexOfChild(row->parent()), 1);
         EXPECT_EQ(root.child(2), nullptr);
+    });
+}
+
+TEST_F(AccessibleTreeTest, FindsWhatHasTheFocusBelow)
+{
+    ShowA();
+    Publish(
+        {Node(7, AccessibleNode::Role::kButton, "OK"),
+         Node(8, AccessibleNode::Role::kPane, "Pane", 0,
+              {Node(9, AccessibleNode::Role::kButton, "Yes", AccessibleNode::State::kFocused)})});
+
+    WithRoot([](QAccessibleInterface& root) {
+        EXPECT_EQ(root.focusChild(), root.child(1)->child(0));
+        EXPECT_EQ(root.child(1)->focusChild(), root.child(1)->child(0));
+        EXPECT_EQ(root.child(0)->focusChild(), nullptr);
     });
 }
 

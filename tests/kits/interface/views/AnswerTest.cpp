@@ -132,6 +132,10 @@ TEST_F(AnswerTest, AfterAQuietMomentKeysAnswerHoweverFastTheyAre)
     ASSERT_TRUE(WaitForFocus(fWindow));
     TypeKey(B_ENTER);
     EXPECT_EQ(Hits(), 2);
+
+    ASSERT_TRUE(WaitUntilKeysAnswer(fWindow));
+    TypeKey(B_ENTER);
+    EXPECT_EQ(Hits(), 3);
 }
 
 TEST_F(AnswerTest, ArrowsMoveBetweenButtons)

@@ -6,6 +6,7 @@
 #include <Message.h>
 
 #include <QWindow>
+#include <qpa/qwindowsysteminterface.h>
 
 #include <atomic>
 
@@ -203,6 +204,26 @@ TEST_F(WindowFrameTest, RefusesASizeBeyondItsLimits)
 
     EXPECT_TRUE(WaitFor([&] { return NativeFrame() == BRect(100, 100, 250, 180); }));
     Settle();
+    EXPECT_EQ(Frame(), NativeFrame());
+}
+
+TEST_F(WindowFrameTest, RefusingOneSizeLeavesTheNextAlone)
+{
+    fWindow->SetSizeLimits(150, 400, 80, 300);
+    Show();
+
+    OnServer([&] {
+        QWindow* native = NativeOf(fWindow);
+        native->setGeometry(QRect(100, 100, 50, 50));
+        QWindowSystemInterface::flushWindowSystemEvents();
+        // By now what the window answers is on its way.
+        EXPECT_TRUE(WaitFor([&] { return fAsking->resizes > 0; }));
+        native->setGeometry(QRect(100, 100, 300, 150));
+        QWindowSystemInterface::flushWindowSystemEvents();
+    });
+
+    Settle();
+    EXPECT_EQ(NativeFrame(), BRect(100, 100, 399, 249));
     EXPECT_EQ(Frame(), NativeFrame());
 }
 

@@ -54,6 +54,20 @@ TEST_F(WindowTest, IsBornHiddenAndNestsHiding)
     EXPECT_NE(WaitForWindow("Resizing"), nullptr);
 }
 
+TEST_F(WindowTest, HiddenAndShownAtOnceItIsActiveAgain)
+{
+    Show();
+    ASSERT_TRUE(WaitLocked([&] { return fResizing->activations == "+"; }));
+
+    Locked([&] {
+        fWindow->Hide();
+        fWindow->Show();
+    });
+
+    EXPECT_TRUE(WaitLocked([&] { return fResizing->activations == "+-+"; }));
+    Locked([&] { EXPECT_TRUE(fWindow->IsActive()) << fResizing->activations; });
+}
+
 TEST_F(WindowTest, FirstFrameIsThereWithTheWindow)
 {
     Add(BRect(0, 0, 199, 99), "view")->SetViewColor(255, 0, 0);
