@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -71,10 +72,12 @@ void LeaveAtOnce(int status, void*)
 
 // The toolkit gives the data of its first thread back twice when that is not the process's own: as
 // the thread ends, and as the process does. Its plugins, which still have to go then, read what is
-// freed. An object that is never deleted holds them once more.
+// freed. An object that is never deleted holds them once more; a pointer to it alone would be
+// optimised away, and it taken for a leak.
 void KeepThreadData()
 {
-    [[maybe_unused]] static const QObject* const kept = new QObject;
+    alignas(QObject) static std::byte place[sizeof(QObject)];
+    [[maybe_unused]] static const QObject* const kept = new (place) QObject;
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 
 BList::BList(int32 blockSize) : fBlockSize(std::max<int32>(blockSize, 1)) {}
 
@@ -56,7 +55,7 @@ bool BList::AddList(const BList* list, int32 index)
     }
     // Adding a list to itself works, too: the gap opened is as long as the list, so that the items
     // moved behind it leave those at the front as they were.
-    std::memmove(fItems + index, list->fItems, static_cast<size_t>(count) * sizeof(void*));
+    std::copy_backward(list->fItems, list->fItems + count, fItems + index + count);
     return true;
 }
 

@@ -69,7 +69,7 @@ int32 BString::CountChars() const
 
 BString& BString::operator=(const BString& other)
 {
-    return SetTo(other);
+    return this == &other ? *this : SetTo(other);
 }
 
 BString& BString::operator=(BString&& other) noexcept

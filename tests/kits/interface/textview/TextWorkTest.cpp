@@ -36,7 +36,8 @@ protected:
     void ShowLongLine()
     {
         ShowText("");
-        fText = Repeated(GetParam().part, kMiB);
+        const std::string line = Repeated(GetParam().part, kMiB);
+        fText.assign(line);
         const int32 middle =
             static_cast<int32>(fText.size() / 2 / GetParam().part.size() * GetParam().part.size());
         Locked([&, this] {
