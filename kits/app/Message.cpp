@@ -244,7 +244,7 @@ status_t BMessage::AddData(const char* name, type_code type, const void* data, s
             return AddData(name, type, copy.data(), size, isFixedSize, count);
         }
         const size_t byteCount = static_cast<size_t>(size);
-        if (present != nullptr) {
+        if (fFields != nullptr && present != nullptr) {
             const size_t place = fFields->IndexOf(present);
             return WritableFields()->At(place).Add(data, byteCount);
         }

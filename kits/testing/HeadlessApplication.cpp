@@ -15,7 +15,7 @@ struct HeadlessApplication::State
 {
     Mutex mutex;
     Condition changed;
-    bool isReady GUARDED_BY(mutex) = false;
+    BApplication* application GUARDED_BY(mutex) = nullptr; // once it is ready
     std::thread thread;
 };
 
@@ -32,14 +32,14 @@ HeadlessApplication::HeadlessApplication(const std::function<BApplication*()>& m
         BApplication* application = make();
         {
             MutexLock lock(state.mutex);
-            state.isReady = true;
+            state.application = application;
         }
         state.changed.Signal();
         application->Run();
         delete application;
     });
     MutexLock lock(state.mutex);
-    while (!state.isReady) {
+    while (state.application == nullptr) {
         state.changed.Wait(state.mutex);
     }
 }
@@ -50,8 +50,13 @@ HeadlessApplication::~HeadlessApplication()
     FontAccess::ForgetThisThreads();
     QFontCache::cleanup();
     // A test that failed may leave a window that would refuse: the end comes without asking.
-    if (be_app->Lock()) {
-        be_app->Quit();
+    BApplication* application = nullptr;
+    {
+        MutexLock lock(fState->mutex);
+        application = fState->application;
+    }
+    if (application->Lock()) {
+        application->Quit();
     }
     fState->thread.join();
 }
