@@ -53,7 +53,7 @@ ServerState::ServerState()
                      [this](QWindow* window) { input.FocusChanged(window); });
     qGuiApp->installEventFilter(this);
     WatchScreens();
-    accessibilityActiveChanged(QAccessible::isActive());
+    ServerState::accessibilityActiveChanged(QAccessible::isActive());
     QAccessible::installActivationObserver(this);
 }
 
