@@ -70,7 +70,7 @@ private:
     void Open(int32 level, int32 item) override;
     void CloseAbove(int32 level) override;
     void Choose(int32 level, int32 item) override;
-    void End() override;
+    void End() final;
 
     void Begin();
     void BeginAtBar(BMenu& bar);
