@@ -40,11 +40,11 @@ status_t Find(BFile& file, const char* key, char* value, std::size_t valueBytes,
             const char* found = std::strlen(line) < start ? "" : line + start;
             const bool fits =
                 consumed < static_cast<int64>(kProfileLineBytes) && std::strlen(found) < valueBytes;
+            if (fits) {
+                std::snprintf(value, valueBytes, "%s", found);
+            }
             if (fits || fit == Fit::kIgnored) {
                 file.Seek(lineStart, SEEK_SET);
-                if (fits) {
-                    std::snprintf(value, valueBytes, "%s", found);
-                }
                 return B_OK;
             }
         }
