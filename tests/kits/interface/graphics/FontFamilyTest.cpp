@@ -112,9 +112,7 @@ double LineHeight(const QFont& font)
 
 TEST_P(FontFamilyTest, ThePlainFontIsFifteenUnitsHigh)
 {
-    if (!IsInstalled()) {
-        GTEST_SKIP() << GetParam().name << " is not installed in " << GetParam().folder;
-    }
+    ASSERT_TRUE(IsInstalled()) << GetParam().name << " is not in " << GetParam().folder;
     if (!IsInFamily()) {
         return;
     }
@@ -144,9 +142,7 @@ int32 Ink(const kits::testing::Picture& picture, int32 left, int32 right)
 
 TEST_P(FontFamilyTest, LowStringViewsAreAsHighAsTheFontAndShowWholeLetters)
 {
-    if (!IsInstalled()) {
-        GTEST_SKIP() << GetParam().name << " is not installed in " << GetParam().folder;
-    }
+    ASSERT_TRUE(IsInstalled()) << GetParam().name << " is not in " << GetParam().folder;
     if (!IsInFamily()) {
         return;
     }
