@@ -201,6 +201,28 @@ status_t BDirectory::SetToChild(const BDirectory& parent, const char* name)
     return AdoptFolder(opened, {});
 }
 
+status_t BDirectory::SetToUnmountedChild(const BDirectory& parent, const char* name)
+{
+    if (parent.InitCheck() != B_OK || !IsEntryName(name)) {
+        Unset();
+        return Fail(B_BAD_VALUE);
+    }
+    const int opened = kits::sys::OpenUnmountedFolderAt(parent.Descriptor(), name);
+    Unset();
+    return AdoptFolder(opened == B_CROSS_DEVICE_LINK ? int(B_BUSY) : opened, {});
+}
+
+status_t BDirectory::SetToParent(const BDirectory& child)
+{
+    if (child.InitCheck() != B_OK) {
+        Unset();
+        return Fail(B_BAD_VALUE);
+    }
+    const int opened = kits::sys::OpenAt(child.Descriptor(), "..", kOpenFolderFlags);
+    Unset();
+    return AdoptFolder(opened, {});
+}
+
 const kits::FolderHold& BDirectory::Folder() const
 {
     if (!fFolder) {

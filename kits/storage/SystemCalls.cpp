@@ -129,6 +129,11 @@ status_t Sync(int file)
     return Retry([&] { return ::fsync(file); });
 }
 
+status_t SyncVolume(int descriptor)
+{
+    return Retry([&] { return ::syncfs(descriptor); });
+}
+
 status_t Stat(int descriptor, struct stat* st)
 {
     return Retry([&] { return ::fstat(descriptor, st); });
@@ -238,6 +243,13 @@ status_t RenameNewAt(int from, const char* name, int to, const char* newName)
         return looked;
     }
     return RenameAt(from, name, to, newName);
+}
+
+status_t ExchangeAt(int folder, const char* name, const char* other)
+{
+    const status_t status =
+        Retry([&] { return ::renameat2(folder, name, folder, other, RENAME_EXCHANGE); });
+    return status == B_BAD_VALUE ? B_UNSUPPORTED : status;
 }
 
 status_t VolumeRecord(int descriptor, struct statfs* record)

@@ -32,6 +32,8 @@ ssize_t ReadAt(int file, void* buffer, size_t size, off_t position);
 ssize_t WriteAt(int file, const void* buffer, size_t size, off_t position);
 [[nodiscard]] status_t SetSize(int file, off_t size);
 [[nodiscard]] status_t Sync(int file);
+/// All that was written on the volume of an open node.
+[[nodiscard]] status_t SyncVolume(int descriptor);
 
 // Records.
 [[nodiscard]] status_t Stat(int descriptor, struct stat* st);
@@ -57,6 +59,8 @@ status_t RemoveFolderAt(int folder, const char* name);
 [[nodiscard]] status_t RenameAt(int from, const char* name, int to, const char* newName);
 /// B_FILE_EXISTS when the new name is taken. A file system that cannot promise it is asked first.
 [[nodiscard]] status_t RenameNewAt(int from, const char* name, int to, const char* newName);
+/// B_UNSUPPORTED when the file system cannot.
+[[nodiscard]] status_t ExchangeAt(int folder, const char* name, const char* other);
 
 // Volumes.
 [[nodiscard]] status_t VolumeRecord(int descriptor, struct statfs* record);

@@ -47,6 +47,11 @@ public:
     /// An extension of the platform: opens the child folder `name` itself: a link, even to a
     /// folder, is B_NOT_A_DIRECTORY.
     status_t SetToChild(const BDirectory& parent, const char* name);
+    /// An extension of the platform: the same, but nothing that is mounted there: B_BUSY then.
+    status_t SetToUnmountedChild(const BDirectory& parent, const char* name);
+    /// An extension of the platform: opens the folder that `child` lies in now; that of the top is
+    /// itself.
+    status_t SetToParent(const BDirectory& child);
     /// Lets the folder go.
     void Unset() override;
 
@@ -96,6 +101,26 @@ public:
     /// owner's rwx for the time it is being filled. Afterwards `GetPermissions(&p);
     /// SetPermissions(p & mode)` brings it to (mode & ~umask).
     status_t CreateNewDirectory(const char* name, mode_t mode, BDirectory* directory);
+
+    // Extensions of the platform: entries of this folder, themselves, by one system call each.
+    // Nothing is done for what lies in a Trash: its records are BEntry's.
+
+    /// Renames an entry; B_FILE_EXISTS when there is anything of the new name.
+    [[nodiscard]] status_t RenameChild(const char* name, const char* newName);
+    /// Renames a file or link over whatever file or link has the new name.
+    [[nodiscard]] status_t ReplaceChild(const char* name, const char* newName);
+    /// Exchanges two entries, so that there is no moment in which either name is free. Errors:
+    /// B_UNSUPPORTED where the file system cannot; nothing is done then.
+    [[nodiscard]] status_t ExchangeChildren(const char* name, const char* other);
+    /// Removes a file or link; a folder is B_IS_A_DIRECTORY.
+    [[nodiscard]] status_t RemoveChildFile(const char* name);
+    /// Removes an empty folder.
+    [[nodiscard]] status_t RemoveChildFolder(const char* name);
+
+    /// An extension of the platform: brings all that was written on the folder's volume to the
+    /// medium. Errors: also of what was written behind since this folder was opened, by anybody: so
+    /// open it before the first byte. May take many seconds.
+    [[nodiscard]] status_t SyncVolume();
 
 private:
     friend class BEntry;
