@@ -113,6 +113,7 @@ private:
     friend class BDirectory;
     friend class BEntryBatch;
     friend class BFile;
+    friend class BNodeAccess;
 
     int fDescriptor = -1; // owned
     status_t fStatus;
