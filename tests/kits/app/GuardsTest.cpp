@@ -136,14 +136,22 @@ TEST_F(GuardsDeathTest, TheQuestionMayNotLockTheOperation)
         kTwoLocks);
 }
 
+/// Makes the calling thread, and no other, the window server's.
+void BeTheServer()
+{
+    static thread_id sServer;
+    sServer = find_thread(nullptr);
+    kits::SetDisplayHooks({nullptr, nullptr, [] {
+                               return find_thread(nullptr) == sServer;
+                           }});
+}
+
 TEST_F(GuardsDeathTest, TheServersThreadTakesNoLock)
 {
     EXPECT_DEATH(
         {
             RecordingLooper* looper = Start();
-            kits::SetDisplayHooks({nullptr, nullptr, [] {
-                                       return true;
-                                   }});
+            BeTheServer();
             looper->Lock();
         },
         "server's thread takes a looper's lock");
@@ -154,9 +162,7 @@ TEST_F(GuardsDeathTest, TheServersThreadWaitsForNoAnswer)
     EXPECT_DEATH(
         {
             RecordingLooper* looper = Start();
-            kits::SetDisplayHooks({nullptr, nullptr, [] {
-                                       return true;
-                                   }});
+            BeTheServer();
             BMessage message(1);
             BMessage reply;
             BMessenger(looper).SendMessage(&message, &reply, B_INFINITE_TIMEOUT, 1000);
