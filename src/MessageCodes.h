@@ -66,10 +66,13 @@ enum EntryMessage : uint32 {
 // What an operation is asked to do besides carrying entries, and what it tells.
 enum OperationMessage : uint32 {
     kOperationDone = 511,   // pointer "WindowHandle", to compare only
-    kDeleteRequest = 606,   // "refs": into the Trash, or for good when they lie in a Trash
+    kDeleteRequest = 606,   // "refs"; bool kForGood, else for good when the path is a Trash
     kEmptyRequest = 'Empt', // all that lies in the operation's path, for good
     kStartLate = 'Late',    // to itself: no activation came
 };
+
+// Of a kDeleteRequest: what the person agreed to, for good or into the Trash.
+inline constexpr char kForGood[] = "ForGood";
 
 // The answers to the overwrite question; also the codes of its buttons' messages.
 enum OverwriteAnswer : uint32 {

@@ -255,7 +255,7 @@ void DirView::Trash()
     if (question->Go() != 1) {
         return;
     }
-    if (const std::optional<OperationRequest> operation = source.Delete(rows)) {
+    if (const std::optional<OperationRequest> operation = source.Delete(rows, isForGood)) {
         StartOperation(*operation, this);
     }
     if (wereMarked) {

@@ -1,13 +1,13 @@
 #include "panes/FolderSource.h"
 
 #include "MessageCodes.h"
-#include "fileops/engine/ItemOperations.h"
 #include "panes/DatePattern.h"
 #include "panes/FolderReader.h"
 #include "panes/PathText.h"
 
 #include <Directory.h>
 #include <NodeMonitor.h>
+#include <TrashRecord.h>
 
 #include <utility>
 
@@ -136,12 +136,15 @@ status_t FolderSource::Rename(const DirListItem& row, const std::string& newName
 
 bool FolderSource::DeletesForGood() const
 {
-    return IsTrash(fPath.c_str());
+    const BDirectory folder(fPath.c_str());
+    return folder.InitCheck() == B_OK && is_trash_folder(&folder);
 }
 
-std::optional<OperationRequest> FolderSource::Delete(const std::vector<DirListItem*>& rows)
+std::optional<OperationRequest> FolderSource::Delete(const std::vector<DirListItem*>& rows,
+                                                     bool isForGood)
 {
     auto message = std::make_unique<BMessage>(kDeleteRequest);
+    message->AddBool(kForGood, isForGood);
     for (const DirListItem* row : rows) {
         message->AddRef("refs", row->GetRef());
     }

@@ -24,7 +24,8 @@ public:
     status_t MakeFolder(const std::string& name) override;
     status_t Rename(const DirListItem& row, const std::string& newName) override;
     bool DeletesForGood() const override;
-    std::optional<OperationRequest> Delete(const std::vector<DirListItem*>& rows) override;
+    std::optional<OperationRequest> Delete(const std::vector<DirListItem*>& rows,
+                                           bool isForGood) override;
     std::unique_ptr<BMessage> MessageFor(const std::vector<DirListItem*>& rows) const override;
     DropMeaning MeaningOf(const BMessage& entries, const DirListItem* onto) const override;
     PaneMode Mode() const override { return kLocalMode; }

@@ -63,7 +63,7 @@ status_t QuerySource::Rename(const DirListItem& row, const std::string& newName)
     return RenameEntry(*row.GetRef(), newName);
 }
 
-std::optional<OperationRequest> QuerySource::Delete(const std::vector<DirListItem*>&)
+std::optional<OperationRequest> QuerySource::Delete(const std::vector<DirListItem*>&, bool)
 {
     return std::nullopt;
 }

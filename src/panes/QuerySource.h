@@ -26,7 +26,7 @@ public:
     status_t Rename(const DirListItem& row, const std::string& newName) override;
     bool DeletesForGood() const override { return false; }
     /// Deletes nothing.
-    std::optional<OperationRequest> Delete(const std::vector<DirListItem*>&) override;
+    std::optional<OperationRequest> Delete(const std::vector<DirListItem*>&, bool) override;
     std::unique_ptr<BMessage> MessageFor(const std::vector<DirListItem*>& rows) const override;
     DropMeaning MeaningOf(const BMessage& entries, const DirListItem* onto) const override;
     PaneMode Mode() const override { return kQueryMode; }

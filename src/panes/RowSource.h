@@ -131,8 +131,10 @@ public:
     [[nodiscard]] virtual status_t Rename(const DirListItem& row, const std::string& newName) = 0;
     /// Whether entries that are deleted here are gone; else they go into the Trash.
     virtual bool DeletesForGood() const = 0;
-    /// Deletes the rows' entries, after the person agreed, or says which operation does it.
-    virtual std::optional<OperationRequest> Delete(const std::vector<DirListItem*>& rows) = 0;
+    /// Deletes the rows' entries, after the person agreed to what `isForGood` says, or says which
+    /// operation does it.
+    virtual std::optional<OperationRequest> Delete(const std::vector<DirListItem*>& rows,
+                                                   bool isForGood) = 0;
 
     // Messages
     /// The message that carries the rows' entries elsewhere; there is at least one row, and never

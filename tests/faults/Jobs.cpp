@@ -1,7 +1,10 @@
 #include "Jobs.h"
 
-#include "fileops/engine/ItemOperations.h"
+#include "fileops/engine/Copy.h"
+#include "fileops/engine/Delete.h"
+#include "fileops/engine/Move.h"
 #include "fileops/engine/NorvaneEntry.h"
+#include "fileops/engine/Trash.h"
 #include "settings/MsgBox.h"
 
 #include <ScriptedUI.h>
@@ -18,11 +21,9 @@ bool norvane::MsgBox(const char*, const char*, const char*, alert_type)
 
 namespace {
 
-using norvane::ItemOperations;
 using norvane::NorvaneEntry;
 
-using Operation =
-    std::function<bool(NorvaneEntry& item, const std::string& target, ScriptedUI& ui)>;
+using Work = std::function<bool(NorvaneEntry& item, const std::string& target, ScriptedUI& ui)>;
 
 struct AnswerCase
 {
@@ -44,30 +45,45 @@ const AnswerCase kAnswers[] = {
 
 const std::string kTrashFiles = std::string(kHomeTrash) + "/files";
 
+std::vector<entry_ref> RefsOf(const NorvaneEntry& item)
+{
+    std::vector<entry_ref> refs(1);
+    return item.GetRef(&refs.front()) == B_OK ? refs : std::vector<entry_ref>();
+}
+
+/// Whether it says that all of its item was done.
+bool Run(norvane::Operation& operation)
+{
+    operation.Run();
+    const auto& items = operation.Results().Items();
+    return !items.empty() && items.front().ending == norvane::ItemResult::Ending::kWhole;
+}
+
 bool Copy(NorvaneEntry& item, const std::string& target, ScriptedUI& ui)
 {
-    ItemOperations(target.c_str(), ui).Copy(item);
-    return item.IsWhole();
+    norvane::Copy operation(RefsOf(item), target.c_str(), ui);
+    return Run(operation);
 }
 
 bool Move(NorvaneEntry& item, const std::string& target, ScriptedUI& ui)
 {
-    ItemOperations(target.c_str(), ui).Move(item);
-    return item.IsWhole();
+    norvane::Move operation(RefsOf(item), target.c_str(), ui);
+    return Run(operation);
 }
 
 bool MoveToTrash(NorvaneEntry& item, const std::string&, ScriptedUI& ui)
 {
-    ItemOperations("/", ui).Trash(item);
+    norvane::Trash(RefsOf(item), ui).Run();
     return ui.problems.empty() && ui.notices.empty();
 }
 
 bool Delete(NorvaneEntry& item, const std::string&, ScriptedUI& ui)
 {
-    return item.DeleteEntry(ui);
+    norvane::Delete operation(RefsOf(item), ui);
+    return Run(operation);
 }
 
-Job MakeJob(std::string name, const Task& task, const Operation& operation)
+Job MakeJob(std::string name, const Task& task, const Work& work)
 {
     Job job;
     job.name = std::move(name);
@@ -75,7 +91,7 @@ Job MakeJob(std::string name, const Task& task, const Operation& operation)
     job.makeItem = [task](const Scene& scene) {
         scene.MakeItem(task.source);
     };
-    job.run = [task, operation](const Scene& scene, uint32 answer) -> JobResult {
+    job.run = [task, work](const Scene& scene, uint32 answer) -> JobResult {
         ScriptedUI ui;
         ui.answers.assign(20, answer);
         entry_ref ref;
@@ -83,17 +99,17 @@ Job MakeJob(std::string name, const Task& task, const Operation& operation)
             return {false, true}; // a pane has its row from a listing, and says so if it cannot
         }
         NorvaneEntry item(&ref);
-        const bool isWhole = operation(item, scene.Path(task.target), ui);
+        const bool isWhole = work(item, scene.Path(task.target), ui);
         return {isWhole, !ui.problems.empty() || !ui.notices.empty()};
     };
     return job;
 }
 
 void AddWithAnswers(std::vector<Job>* jobs, const std::string& name, const Task& task,
-                    const Operation& operation)
+                    const Work& work)
 {
     for (const AnswerCase& each : kAnswers) {
-        Job job = MakeJob(name + ", " + each.name, task, operation);
+        Job job = MakeJob(name + ", " + each.name, task, work);
         job.answer = each.answer;
         job.task.replaced = each.replaced;
         job.makeSurroundings = [task](const Scene& scene) {
@@ -104,18 +120,18 @@ void AddWithAnswers(std::vector<Job>* jobs, const std::string& name, const Task&
 }
 
 /// The item is one file of several blocks.
-Job MakeLargeJob(std::string name, const Task& task, const Operation& operation)
+Job MakeLargeJob(std::string name, const Task& task, const Work& work)
 {
-    Job job = MakeJob(std::move(name), task, operation);
+    Job job = MakeJob(std::move(name), task, work);
     job.makeItem = [task](const Scene& scene) {
         scene.MakeLarge(task.source);
     };
     return job;
 }
 
-Job MakeLargeJobOver(std::string name, const Task& task, const Operation& operation)
+Job MakeLargeJobOver(std::string name, const Task& task, const Work& work)
 {
-    Job job = MakeLargeJob(std::move(name), task, operation);
+    Job job = MakeLargeJob(std::move(name), task, work);
     job.answer = norvane::kAnswerOverwrite;
     job.task.replaced = {"item"};
     job.makeSurroundings = [task](const Scene& scene) {
@@ -125,9 +141,9 @@ Job MakeLargeJobOver(std::string name, const Task& task, const Operation& operat
 }
 
 /// Something of the same name lies in the Trash already.
-Job MakeJobWithTakenName(std::string name, const Task& task, const Operation& operation)
+Job MakeJobWithTakenName(std::string name, const Task& task, const Work& work)
 {
-    Job job = MakeJob(std::move(name), task, operation);
+    Job job = MakeJob(std::move(name), task, work);
     job.makeSurroundings = [](const Scene& scene) {
         scene.MakeTrashed("item");
     };

@@ -56,6 +56,10 @@ public:
     std::vector<StartedFile> files;
     std::vector<norvane::OverwriteQuestion> questions;
     std::vector<std::string> notices;
+    std::vector<std::string> summaries;
+    norvane::AttributesAnswer attributesAnswer = norvane::AttributesAnswer::kLeave;
+    int32 attributesQuestions = 0;
+    norvane::OperationSize size;
     std::vector<std::pair<std::string, std::string>> problems;
     int64 bytes = 0;
     int64 chunks = 0;
@@ -64,6 +68,7 @@ public:
     uint32 answer = norvane::kAnswerNone;
 
     // OperationUI
+    void Measured(const norvane::OperationSize& measured) override { size = measured; }
     void FileStarted(const std::string& sourcePath, const std::string& targetPath,
                      int64 sizeBytes) override
     {
@@ -87,6 +92,7 @@ public:
             onVisit(visited);
         }
     }
+    void BytesDone(int64) override {}
     bool CanAsk() const override { return canAsk; }
     uint32 StandingAnswer() const override { return answer; }
     void AskOverwrite(const norvane::OverwriteQuestion& question) override
@@ -103,7 +109,17 @@ public:
     }
     void HideProgress() override { hidden++; }
     void ShowProgress() override { hidden--; }
-    void Tell(const char* text, norvane::Notice) override { notices.push_back(text); }
+    norvane::AttributesAnswer AskAboutAttributes() override
+    {
+        attributesQuestions++;
+        isStopped = isStopped || attributesAnswer == norvane::AttributesAnswer::kStop;
+        return attributesAnswer;
+    }
+    void Tell(const std::string&, norvane::ItemAlert alert) override
+    {
+        notices.push_back(norvane::TextOf(alert));
+    }
+    void ShowSummary(const std::string& text) override { summaries.push_back(text); }
     void NoteProblem(const std::string& name, const std::string& reason) override
     {
         problems.push_back({name, reason});

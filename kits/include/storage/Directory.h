@@ -113,9 +113,9 @@ public:
     /// B_UNSUPPORTED where the file system cannot; nothing is done then.
     [[nodiscard]] status_t ExchangeChildren(const char* name, const char* other);
     /// Removes a file or link; a folder is B_IS_A_DIRECTORY.
-    [[nodiscard]] status_t RemoveChildFile(const char* name);
+    status_t RemoveChildFile(const char* name);
     /// Removes an empty folder.
-    [[nodiscard]] status_t RemoveChildFolder(const char* name);
+    status_t RemoveChildFolder(const char* name);
 
     /// An extension of the platform: brings all that was written on the folder's volume to the
     /// medium. Errors: also of what was written behind since this folder was opened, by anybody: so

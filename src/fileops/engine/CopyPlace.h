@@ -1,6 +1,10 @@
 #pragma once
 
+#include <NodeRef.h>
+#include <SupportDefs.h>
+
 #include <string>
+#include <string_view>
 
 class BDirectory;
 
@@ -12,10 +16,16 @@ class MoveLedger;
 struct CopyPlace
 {
     BDirectory& folder;
-    std::string path;
+    std::string path; // to be read; says nothing about which folder it is
+    node_ref node = {};
+    bool isNew = false; // of a target: made by this operation
 
     std::string PathOf(const char* name) const { return (path == "/" ? "" : path) + "/" + name; }
 };
+
+/// Where an entry stands below the folder that its item lies in, as a number: that of the folder it
+/// is in, with its name.
+uint64 PlaceBelow(uint64 folder, std::string_view name);
 
 /// One entry on its way: where it is, and where it goes.
 struct CopyStep
@@ -24,6 +34,7 @@ struct CopyStep
     const char* name;
     const CopyPlace& target;
     const char* targetName;
+    uint64 place = 0; // PlaceBelow() of the source
 
     std::string SourcePath() const { return source.PathOf(name); }
     std::string TargetPath() const { return target.PathOf(targetName); }
@@ -37,6 +48,8 @@ struct CopyPurpose
     MoveLedger* ledger = nullptr;
     /// Nothing that is there already is touched or asked about: a name that is taken is a failure.
     bool isAllNew = false;
+    /// Of the journal.
+    size_t item = 0;
 
     bool IsMove() const { return ledger != nullptr; }
 };
@@ -44,10 +57,40 @@ struct CopyPurpose
 /// How the copy of a file or a tree ended.
 struct CopyResult
 {
-    bool isDone = false;   // what the person is told
-    bool isWhole = false;  // every byte arrived
-    bool isItself = false; // the target is the source, or lies in it
-    bool isMade = false;   // something was made where nothing was
+    bool isDone = false;           // what the person is told
+    bool isWhole = false;          // every byte arrived
+    bool isItself = false;         // the target is the source, or lies in it
+    bool isMade = false;           // something was made where nothing was
+    bool hasFailedReading = false; // the source, or something in it
+    bool isLeft = false;           // the person wants it to stay where it is
+    node_ref target = {};          // what the source became, or was merged into
+
+    /// Takes over how a part of this ended.
+    void TakePart(const CopyResult& part)
+    {
+        isWhole = isWhole && part.isWhole;
+        hasFailedReading = hasFailedReading || part.hasFailedReading;
+        isLeft = isLeft || part.isLeft;
+    }
+};
+
+/// One item's copy, of which small files may still be under way.
+struct ItemCopy
+{
+    CopyResult result;
+    int32 queued = 0;    // how many; the result is known when there are none
+    bool isFile = false; // itself, and small
+
+    /// Takes over how a small file ended.
+    void EndQueued(const CopyResult& part)
+    {
+        if (isFile) {
+            result = part;
+        } else {
+            result.TakePart(part);
+        }
+        queued--;
+    }
 };
 
 } // namespace norvane

@@ -30,11 +30,12 @@ CopyQueue::~CopyQueue()
     }
 }
 
-void CopyQueue::Add(std::unique_ptr<FileCopier> copier)
+void CopyQueue::Add(std::unique_ptr<FileCopier> copier, ItemCopy* item)
 {
+    ++item->queued;
     {
         BAutolock lock(fLocker);
-        fTasks.push_back({std::move(copier), State::kWaiting});
+        fTasks.push_back({std::move(copier), item, State::kWaiting});
         ++fWaiting;
         if (fWaiting >= kWorthWaking && fThread == 0) {
             StartThread();
@@ -50,7 +51,7 @@ void CopyQueue::Add(std::unique_ptr<FileCopier> copier)
     EndFilled();
 }
 
-bool CopyQueue::Drain()
+void CopyQueue::Drain()
 {
     {
         BAutolock lock(fLocker);
@@ -62,9 +63,6 @@ bool CopyQueue::Drain()
         }
     }
     EndFilled();
-    const bool areWhole = fAreWhole;
-    fAreWhole = true;
-    return areWhole;
 }
 
 // Tasks stay where they are in the deque while others are added or removed at its ends.
@@ -95,15 +93,18 @@ void CopyQueue::EndFilled()
 {
     for (;;) {
         std::unique_ptr<FileCopier> copier;
+        ItemCopy* item = nullptr;
         {
             BAutolock lock(fLocker);
             if (fTasks.empty() || fTasks.front().state != State::kFilled) {
                 return;
             }
             copier = std::move(fTasks.front().copier);
+            item = fTasks.front().item;
             fTasks.pop_front();
         }
-        fAreWhole &= copier->End().isWhole;
+        // What End() tells may wait for the person, and look at this item.
+        item->EndQueued(copier->End());
     }
 }
 

@@ -11,6 +11,7 @@
 namespace norvane {
 
 class FileCopier;
+struct ItemCopy;
 
 /// Fills small files on two threads: the operation's, which makes them, and one of its own.
 ///
@@ -26,9 +27,11 @@ public:
 
     /// Takes a copy whose Begin() asked for Fill(). When enough wait already, the first of them is
     /// filled here.
-    void Add(std::unique_ptr<FileCopier> copier);
-    /// Waits for all that were added; returns whether all of those since the last call are whole.
-    bool Drain();
+    /// `item` takes over how it ended, at the latest with the next Drain(). Ownership: `item` is
+    /// borrowed until then.
+    void Add(std::unique_ptr<FileCopier> copier, ItemCopy* item);
+    /// Waits for all that were added.
+    void Drain();
 
 private:
     enum class State : uint8 {
@@ -39,6 +42,7 @@ private:
     struct Task
     {
         std::unique_ptr<FileCopier> copier;
+        ItemCopy* item;
         State state;
     };
 
@@ -59,7 +63,6 @@ private:
     bool fIsFilling GUARDED_BY(fLocker) = false;  // the thread fills one
     bool fIsSleeping GUARDED_BY(fLocker) = false; // the thread waits for work
     bool fIsOver GUARDED_BY(fLocker) = false;
-    bool fAreWhole = true; // of the operation's thread
     thread_id fThread = 0; // above 0 once it was needed; an error when there was none to be had
 };
 

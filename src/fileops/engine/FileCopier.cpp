@@ -1,17 +1,18 @@
 #include "fileops/engine/FileCopier.h"
 
 #include "fileops/engine/FileInfoCopy.h"
+#include "fileops/engine/KeptAttributes.h"
 #include "fileops/engine/MoveLedger.h"
+#include "fileops/engine/OperationContext.h"
 #include "fileops/engine/OperationUI.h"
 #include "fileops/engine/OverwriteDetails.h"
-#include "fileops/engine/OwnNames.h"
 #include "fileops/engine/ProblemList.h"
-#include "fileops/engine/RecordCopy.h"
+#include "fileops/engine/ReplaceTarget.h"
 
 #include <Directory.h>
-#include <Entry.h>
 #include <Errors.h>
-#include <Node.h>
+#include <FileTransfer.h>
+#include <NodeAccess.h>
 
 #include <algorithm>
 
@@ -19,50 +20,18 @@ namespace norvane {
 
 namespace {
 
-constexpr size_t kChunkBytes = 4096;
 // Files up to this size are read at once, and tell of their bytes at once.
 constexpr off_t kSmall = off_t{64} * 1024;
 
-/// Removes the file beside the target again, unless it took the target's place.
-class BesideGuard
-{
-public:
-    BesideGuard(const BDirectory& folder, const char* name) : fEntry(&folder, name) {}
-    ~BesideGuard()
-    {
-        if (fIsThere) {
-            fEntry.Remove();
-        }
-    }
-    BesideGuard(const BesideGuard&) = delete;
-    BesideGuard& operator=(const BesideGuard&) = delete;
-
-    /// What it says first: a file that could not be removed again is not made.
-    status_t InitCheck() const { return fEntry.InitCheck(); }
-    void WasMade() { fIsThere = true; }
-    status_t RenameOver(const char* name)
-    {
-        const status_t status = fEntry.Rename(name, true);
-        fIsThere = status != B_OK;
-        return status;
-    }
-
-private:
-    BEntry fEntry;
-    bool fIsThere = false;
-};
-
-bool IsSameNode(const struct stat& a, const struct stat& b)
-{
-    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
-}
-
 } // namespace
 
-FileCopier::FileCopier(OperationUI& ui, const CopyPurpose& purpose, const CopyStep& step)
-    : fUI(ui), fPurpose(purpose), fStep(step), fName(step.name), fSourcePath(step.SourcePath())
+FileCopier::FileCopier(OperationContext& context, const CopyPurpose& purpose, const CopyStep& step)
+    : fContext(context), fUI(context.ui), fPurpose(purpose), fStep(step), fName(step.name),
+      fTargetName(step.targetName), fSourcePath(step.SourcePath())
 {
 }
+
+FileCopier::~FileCopier() = default;
 
 CopyResult FileCopier::Run()
 {
@@ -80,13 +49,27 @@ bool FileCopier::Begin()
     if (fOpened != B_OK) {
         return false;
     }
-    fCreated =
-        fStep.target.folder.CreateNewFile(fStep.targetName, fRecord.st_mode & 0666, &fTarget);
-    if (fCreated != B_OK || fRecord.st_size > kSmall) {
+    MakeNew();
+    fIsReady = fCreated == B_OK && TakeAttributesAlong();
+    if (!fIsReady || fRecord.st_size > kSmall) {
         return false;
     }
     TellStart();
     return true;
+}
+
+void FileCopier::MakeNew()
+{
+    fTarget = std::make_shared<BFile>();
+    fCreated = fStep.target.folder.CreateNewFile(fStep.targetName, 0600, fTarget.get());
+    struct stat made;
+    if (fCreated == B_OK) {
+        fCreated = fTarget->GetStat(&made);
+    }
+    if (fCreated == B_OK) {
+        fMade = NodeOf(made);
+        fContext.made.Add(fMade);
+    }
 }
 
 void FileCopier::Fill()
@@ -101,29 +84,35 @@ void FileCopier::Fill()
 CopyResult FileCopier::End()
 {
     if (fOpened != B_OK) {
-        fUI.Tell("Couldn't open the file for reading.", Notice::kStop);
-        return CopyResult();
+        fUI.Tell(fName, ItemAlert::kCannotOpen);
+        return {.hasFailedReading = true};
+    }
+    if (fCreated != B_OK) {
+        return MeetExisting();
     }
     if (fIsFilled) {
         fUI.BytesCopied(fName.c_str(), fCopiedBytes);
-    } else if (fCreated != B_OK) {
-        return MeetExisting();
     } else {
         WriteNew();
     }
     CopyResult result = Written();
-    result.isMade = true;
+    result.isMade = !fIsRemoved;
+    if (result.isMade) {
+        NoteChange(Change::Kind::kMade);
+    }
     return result;
 }
 
 void FileCopier::WriteNew()
 {
-    TellStart();
-    CopyContents();
+    if (fIsReady) {
+        TellStart();
+        CopyContents();
+    }
     Complete();
-    if (!fIsWhole && fUI.IsStopped()) {
-        // Nobody asked for half a file; one that an error cut short stays, to be looked at.
-        BEntry(&fStep.target.folder, fStep.targetName).Remove();
+    // Nobody asked for half a file; one that an error cut short stays, to be looked at.
+    if (!fIsWhole && (fIsLeft || fUI.IsStopped())) {
+        fIsRemoved = RemoveIfNode(fStep.target.folder, fStep.targetName, fMade);
     }
 }
 
@@ -136,13 +125,13 @@ CopyResult FileCopier::MeetExisting()
     }
     // Before asking whether there is anybody to ask: whatever the answer, a file is never written
     // over itself.
-    if (IsSameNode(existing, fRecord)) {
+    if (NodeOf(existing) == NodeOf(fRecord)) {
         return {.isItself = true};
     }
     if (fPurpose.isAllNew || !fUI.CanAsk()) {
         return Failed(fCreated);
     }
-    if (AskAboutClash(existing) != Clash::kReplace) {
+    if (Decide(existing) != Clash::kReplace) {
         return CopyResult();
     }
     return WriteOver(existing);
@@ -152,6 +141,21 @@ CopyResult FileCopier::Failed(status_t status)
 {
     fUI.NoteProblem(fName, ReasonFor(status));
     return {.isDone = true};
+}
+
+/// Whether what is there is to be replaced, after asking where that is for the person to say.
+FileCopier::Clash FileCopier::Decide(const struct stat& existing)
+{
+    if (fContext.made.Has(NodeOf(existing))) {
+        fUI.NoteProblem(fName, "another item of this operation has its name");
+        return Clash::kLeave;
+    }
+    const Clash clash = AskAboutClash(existing);
+    if (clash == Clash::kReplace && S_ISDIR(existing.st_mode)) {
+        fUI.NoteProblem(fName, ReasonFor(B_IS_A_DIRECTORY));
+        return Clash::kLeave;
+    }
+    return clash;
 }
 
 FileCopier::Clash FileCopier::AskAboutClash(const struct stat& existing)
@@ -177,7 +181,7 @@ FileCopier::Clash FileCopier::AskAboutClash(const struct stat& existing)
         // about.
         isAgreed = IsOlder(existing);
     }
-    if (!isAgreed) {
+    if (!isAgreed || fUI.IsStopped()) {
         return Clash::kLeave; // and the progress stays hidden
     }
     fUI.ShowProgress();
@@ -197,63 +201,94 @@ bool FileCopier::IsOlder(const struct stat& existing) const
 
 CopyResult FileCopier::WriteOver(const struct stat& existing)
 {
-    if (S_ISDIR(existing.st_mode)) {
-        return Failed(B_IS_A_DIRECTORY);
-    }
-    const OwnTemporaryName beside;
-    BesideGuard guard(fStep.target.folder, beside.Name());
-    status_t created = guard.InitCheck();
-    if (created == B_OK) {
-        created = CreateBeside(existing, beside);
-    }
+    ReplaceTarget place(fStep.target.folder, fTargetName);
+    const status_t created = place.Create();
     if (created != B_OK) {
         return Failed(created);
     }
-    guard.WasMade();
-    TellStart();
-    CopyContents();
-    TakeAttributesAlong();
-    // Who may read it is set when it is in its place, on the file that was written and no other.
-    BNode written(&fStep.target.folder, beside.Name());
-    Close();
-    if (!fIsWhole) {
-        return Written();
+    fTarget = place.File();
+    fMade = NodeOf(place.Record());
+    fContext.made.Add(fMade);
+    if (TakeAttributesAlong()) {
+        TellStart();
+        CopyContents();
     }
-    status_t renamed = written.InitCheck();
-    if (renamed == B_OK) {
-        renamed = guard.RenameOver(fStep.targetName);
+    if (fIsWhole) {
+        // The old bytes may go only when the new ones are where no loss of power takes them.
+        const status_t synced = place.Sync(fUI);
+        fIsWhole = synced == B_OK || (synced != B_CANCELED && WriteFailed(synced));
     }
-    if (renamed != B_OK) {
-        return Failed(renamed);
+    if (fIsWhole) {
+        fIsWhole = PutInPlace(place, existing);
     }
-    if (fPurpose.IsMove()) {
-        TakeRecordAlong(&written, fRecord);
-    } else if (S_ISREG(existing.st_mode)) {
-        written.SetPermissions(existing.st_mode & 0777);
-    }
+    fSource.Unset();
     return Written();
 }
 
-status_t FileCopier::CreateBeside(const struct stat& existing, const OwnTemporaryName& name)
+/// Replaces what lies there; asks again for as long as that is not what was agreed to.
+bool FileCopier::PutInPlace(ReplaceTarget& place, struct stat existing)
 {
-    // A replaced file keeps its mode, which is set when the new one is in its place. What replaces
-    // a link is a new file.
-    const mode_t mode = S_ISREG(existing.st_mode) ? mode_t(0600) : fRecord.st_mode & 0666;
-    return fStep.target.folder.CreateNewFile(name.Name(), mode, &fTarget);
+    using Outcome = ReplaceTarget::Outcome;
+    BNodeAccess replaced = AccessOf(existing);
+    Outcome outcome = place.Replace(existing);
+    while (outcome == Outcome::kChanged) {
+        existing = place.Found();
+        const bool isItself = NodeOf(existing) == NodeOf(fRecord);
+        if (fUI.IsStopped() || isItself || Decide(existing) != Clash::kReplace) {
+            return false;
+        }
+        replaced = AccessOf(existing);
+        outcome = place.Replace(existing);
+    }
+    if (outcome == Outcome::kFailed) {
+        return Note(ReasonFor(place.Status()));
+    }
+    if (place.Status() != B_OK) {
+        Note("what it replaced is still beside it, under the name of a temporary file");
+    }
+    SetAccess(place.File().get(), replaced);
+    NoteChange(outcome == Outcome::kReplaced ? Change::Kind::kReplaced : Change::Kind::kMade);
+    return true;
+}
+
+/// A replaced file keeps what it was open to; what replaces a link is a new file.
+void FileCopier::SetAccess(BFile* made, const BNodeAccess& replaced)
+{
+    if (fPurpose.IsMove()) {
+        fContext.access.FinishMoved(made, fSource, fRecord);
+    } else if (replaced.InitCheck() == B_OK) {
+        fContext.access.FinishReplacement(made, replaced);
+    } else {
+        fContext.access.FinishNew(made, fSource, fRecord);
+    }
+}
+
+/// Who may use the file that lies there.
+BNodeAccess FileCopier::AccessOf(const struct stat& existing) const
+{
+    const BNode node(&fStep.target.folder, fTargetName.c_str());
+    struct stat record;
+    const bool isIt = S_ISREG(existing.st_mode) && node.GetStat(&record) == B_OK &&
+                      NodeOf(record) == NodeOf(existing);
+    return isIt ? BNodeAccess(node) : BNodeAccess();
 }
 
 CopyResult FileCopier::Written()
 {
     if (fIsFull) {
-        fUI.Tell("Out of space on the target volume.", Notice::kStop);
+        fUI.Tell(fName, ItemAlert::kVolumeFull);
     }
     for (const std::string& problem : fProblems) {
         fUI.NoteProblem(fName, problem);
     }
     if (fIsWhole && fPurpose.IsMove()) {
-        fPurpose.ledger->Add(fSourcePath, fRecord);
+        fPurpose.ledger->Add(fStep.place, fRecord, fMade);
     }
-    return {.isDone = !fIsFull && !fUI.IsStopped(), .isWhole = fIsWhole};
+    return {.isDone = !fIsFull && !fUI.IsStopped(),
+            .isWhole = fIsWhole,
+            .hasFailedReading = fHasFailedReading,
+            .isLeft = fIsLeft,
+            .target = fMade};
 }
 
 void FileCopier::TellStart()
@@ -263,7 +298,7 @@ void FileCopier::TellStart()
 
 void FileCopier::CopyContents()
 {
-    if (CopyChunks()) {
+    if (CopyPieces()) {
         CheckContents();
     }
 }
@@ -271,7 +306,7 @@ void FileCopier::CopyContents()
 void FileCopier::CheckContents()
 {
     if (!fPurpose.IsMove()) {
-        CopyFileInfo(&fSource, &fTarget); // a move takes all attributes along
+        CopyFileInfo(&fSource, fTarget.get()); // a move takes all attributes along
     }
     fIsWhole = IsComplete();
 }
@@ -282,53 +317,49 @@ bool FileCopier::CopySmall()
     // Whether it has grown since it was opened shows at the end; some that say they are empty are
     // not.
     const auto size = static_cast<size_t>(std::max<off_t>(fRecord.st_size, 1));
-    return CopyPiece(fSource.Read(contents, size), contents) && HandOver();
-}
-
-bool FileCopier::CopyChunks()
-{
-    char chunk[kChunkBytes];
-    ssize_t count = 0;
-    do {
-        if (fUI.IsStopped()) {
-            return false;
-        }
-        count = fSource.Read(chunk, sizeof(chunk));
-        if (!CopyPiece(count, chunk)) {
-            return false;
-        }
-        fUI.BytesCopied(fName.c_str(), count);
-    } while (count == static_cast<ssize_t>(kChunkBytes));
-    return HandOver();
-}
-
-bool FileCopier::CopyPiece(ssize_t read, const char* bytes)
-{
-    if (read < 0) {
-        return Note(ReasonFor(static_cast<status_t>(read)));
+    const ssize_t count = fSource.Read(contents, size);
+    if (count < 0) {
+        return ReadFailed(static_cast<status_t>(count));
     }
-    const ssize_t written = fTarget.Write(bytes, static_cast<size_t>(read));
-    if (written != read) {
-        return WriteFailed(written);
-    }
-    fCopiedBytes += read;
-    return true;
-}
-
-bool FileCopier::HandOver()
-{
+    fCopiedBytes = count;
+    const ssize_t written = fTarget->Write(contents, static_cast<size_t>(count));
     // The status of what waits in the file's buffer is that of all that came before.
-    const ssize_t flushed = fTarget.Write("", 0);
-    return flushed == 0 || WriteFailed(flushed);
+    const ssize_t flushed = written == count ? fTarget->Write("", 0) : written;
+    return flushed == 0 || WriteFailed(flushed < 0 ? static_cast<status_t>(flushed) : B_IO_ERROR);
 }
 
-bool FileCopier::WriteFailed(ssize_t status)
+bool FileCopier::CopyPieces()
+{
+    BFileTransfer transfer(&fSource, fTarget.get());
+    while (!fUI.IsStopped()) {
+        const ssize_t count = transfer.Next();
+        if (count == 0) {
+            fUI.BytesCopied(fName.c_str(), 0); // also an empty file is shown
+            return true;
+        }
+        if (count < 0) {
+            const auto status = static_cast<status_t>(count);
+            return transfer.HasFailedReading() ? ReadFailed(status) : WriteFailed(status);
+        }
+        fCopiedBytes += count;
+        fUI.BytesCopied(fName.c_str(), count);
+    }
+    return false;
+}
+
+bool FileCopier::ReadFailed(status_t status)
+{
+    fHasFailedReading = true;
+    return Note(ReasonFor(status));
+}
+
+bool FileCopier::WriteFailed(status_t status)
 {
     if (status == B_DEVICE_FULL) {
         fIsFull = true;
         return false;
     }
-    return Note(ReasonFor(status < 0 ? static_cast<status_t>(status) : status_t(B_IO_ERROR)));
+    return Note(ReasonFor(status));
 }
 
 bool FileCopier::Note(const std::string& problem)
@@ -340,41 +371,63 @@ bool FileCopier::Note(const std::string& problem)
 bool FileCopier::IsComplete()
 {
     struct stat now;
-    off_t written = 0;
-    const bool isReadToTheEnd = fSource.GetStat(&now) == B_OK && now.st_size == fCopiedBytes &&
-                                now.st_size == fRecord.st_size &&
-                                now.st_mtim.tv_sec == fRecord.st_mtim.tv_sec &&
-                                now.st_mtim.tv_nsec == fRecord.st_mtim.tv_nsec;
+    struct stat made;
+    const bool isReadToTheEnd =
+        fSource.GetStat(&now) == B_OK && now.st_size == fCopiedBytes && IsUnchanged(fRecord, now);
     if (!isReadToTheEnd) {
         return Note("it changed while it was being copied");
     }
-    if (fTarget.GetSize(&written) != B_OK || written != fCopiedBytes) {
+    if (fTarget->GetStat(&made) != B_OK || made.st_size != fCopiedBytes) {
         return Note("not every byte arrived");
+    }
+    if (made.st_nlink == 0) {
+        return Note("its copy was removed meanwhile");
     }
     return true;
 }
 
+void FileCopier::NoteChange(Change::Kind kind)
+{
+    if (!fStep.target.isNew) {
+        fContext.journal.Note(fPurpose.item, {kind, fStep.target.node, fTargetName, fMade});
+    }
+}
+
 void FileCopier::Complete()
 {
-    TakeAttributesAlong();
-    if (fIsWhole && fPurpose.IsMove()) {
-        TakeRecordAlong(&fTarget, fRecord);
+    if (fPurpose.IsMove() && fIsWhole) {
+        fContext.access.FinishMoved(fTarget.get(), fSource, fRecord);
+    } else {
+        fContext.access.FinishNew(fTarget.get(), fSource, fRecord);
     }
     Close();
 }
 
-void FileCopier::TakeAttributesAlong()
+/// Before the first byte, so that the question about them comes before the work.
+bool FileCopier::TakeAttributesAlong()
 {
-    if (fIsWhole && fPurpose.IsMove() && fTarget.CopyAttrsFrom(fSource) != B_OK) {
-        fIsWhole = Note("its attributes could not be kept");
+    if (!fPurpose.IsMove()) {
+        return true;
     }
+    const status_t status = KeepAttributes(fSource, fTarget.get());
+    if (status == B_OK) {
+        return true;
+    }
+    if (status != B_UNSUPPORTED) {
+        return Note("its attributes could not be kept");
+    }
+    if (fUI.AskAboutAttributes() == AttributesAnswer::kMoveWithout) {
+        return true;
+    }
+    fIsLeft = true;
+    return false;
 }
 
 void FileCopier::Close()
 {
     fSource.Unset();
     // Some file systems tell only now that bytes did not arrive.
-    const status_t closed = fTarget.Close();
+    const status_t closed = fTarget->Close();
     if (closed != B_OK && fIsWhole) {
         fIsWhole = Note(ReasonFor(closed));
     }

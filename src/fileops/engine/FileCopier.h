@@ -1,33 +1,39 @@
 #pragma once
 
 #include "fileops/engine/CopyPlace.h"
+#include "fileops/engine/Journal.h"
 
 #include <File.h>
 #include <SupportDefs.h>
 
 #include <sys/stat.h>
 
+#include <memory>
 #include <string>
 #include <vector>
+
+class BNodeAccess;
 
 namespace norvane {
 
 class OperationUI;
-class OwnTemporaryName;
+class ReplaceTarget;
+struct OperationContext;
 
 /// Copies one regular file from an open folder into another, asking about a target that exists.
 ///
-/// A new file is written in place. One that takes the place of another is written beside it and
-/// renamed over it once it is whole, so that the old contents are there until the new ones are.
+/// A new file is written in place, and open to nobody else until it is whole. One that takes the
+/// place of another is a ReplaceTarget.
 ///
 /// Either Run(), or its three steps: then the contents of a small new file may be copied beside the
 /// operation's thread, to which all else belongs.
 class FileCopier
 {
 public:
-    /// Ownership: borrows all for its own life; what `step` refers to only until Begin() said true
-    /// or End() returned.
-    FileCopier(OperationUI& ui, const CopyPurpose& purpose, const CopyStep& step);
+    /// Ownership: borrows `context` and the ledger of `purpose` for its own life; what `step`
+    /// refers to only until Begin() said true or End() returned.
+    FileCopier(OperationContext& context, const CopyPurpose& purpose, const CopyStep& step);
+    ~FileCopier();
 
     CopyResult Run();
 
@@ -45,43 +51,54 @@ private:
         kLeave,
     };
 
+    void MakeNew();
     void WriteNew();
     CopyResult WriteOver(const struct stat& existing);
+    bool PutInPlace(ReplaceTarget& place, struct stat existing);
+    BNodeAccess AccessOf(const struct stat& existing) const;
+    void SetAccess(BFile* made, const BNodeAccess& replaced);
+    void NoteChange(Change::Kind kind);
     CopyResult MeetExisting();
+    Clash Decide(const struct stat& existing);
     CopyResult Failed(status_t status);
     CopyResult Written();
     Clash AskAboutClash(const struct stat& existing);
     Clash LeaveHidden();
     bool IsOlder(const struct stat& existing) const;
-    [[nodiscard]] status_t CreateBeside(const struct stat& existing, const OwnTemporaryName& name);
     void TellStart();
     void CopyContents();
     void CheckContents();
     bool CopySmall();
-    bool CopyChunks();
-    bool CopyPiece(ssize_t read, const char* bytes);
-    bool HandOver();
-    bool WriteFailed(ssize_t status);
+    bool CopyPieces();
+    bool ReadFailed(status_t status);
+    bool WriteFailed(status_t status);
     bool IsComplete();
     void Complete();
-    void TakeAttributesAlong();
+    bool TakeAttributesAlong();
     void Close();
     bool Note(const std::string& problem);
 
+    OperationContext& fContext;
     OperationUI& fUI;
-    const CopyPurpose& fPurpose;
+    const CopyPurpose fPurpose;
     const CopyStep fStep;
     const std::string fName;
+    const std::string fTargetName;
     const std::string fSourcePath;
     status_t fOpened = B_NO_INIT;
     status_t fCreated = B_NO_INIT;
     BFile fSource;
-    BFile fTarget;
-    struct stat fRecord = {};
+    std::shared_ptr<BFile> fTarget; // null before it is made
+    struct stat fRecord = {};       // of the source when it was opened
+    node_ref fMade;
     int64 fCopiedBytes = 0;
     bool fIsFilled = false; // as a small file
     bool fIsWhole = false;
-    bool fIsFull = false; // the target's volume
+    bool fIsFull = false;  // the target's volume
+    bool fIsReady = false; // for its contents
+    bool fIsLeft = false;  // for its attributes
+    bool fIsRemoved = false;
+    bool fHasFailedReading = false;
     std::vector<std::string> fProblems;
 };
 

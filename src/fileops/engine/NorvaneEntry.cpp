@@ -1,9 +1,10 @@
 #include "fileops/engine/NorvaneEntry.h"
 
 #include "fileops/engine/EntrySize.h"
+#include "fileops/engine/ItemCopier.h"
+#include "fileops/engine/OperationContext.h"
 #include "fileops/engine/OperationUI.h"
 #include "fileops/engine/ProblemList.h"
-#include "fileops/engine/TreeCopier.h"
 #include "fileops/engine/TreeDeleter.h"
 
 #include <Directory.h>
@@ -36,60 +37,19 @@ double NorvaneEntry::CopySize()
 bool NorvaneEntry::CopyTo(const char* destDir, OperationUI& ui)
 {
     BDirectory folder(destDir);
-    return CopyTo(CopyPlace{folder, destDir}, ui, CopyPurpose());
-}
-
-bool NorvaneEntry::CopyTo(const CopyPlace& target, OperationUI& ui, const CopyPurpose& purpose,
-                          const char* targetName)
-{
-    fResult = CopyResult();
-    BPath ownPath;
-    BPath parentPath;
-    BDirectory parent;
-    status_t status = GetPath(&ownPath);
-    if (status == B_OK) {
-        status = ownPath.GetParent(&parentPath);
-    }
-    if (status == B_OK) {
-        status = GetParent(&parent);
-    }
+    entry_ref ref;
+    ItemCopy copy;
+    const status_t status = GetRef(&ref);
     if (status != B_OK) {
         ui.NoteProblem(Name(), ReasonFor(status));
-        return false;
+    } else {
+        OperationContext context(ui);
+        context.journal.BeginItem(ref);
+        ItemCopier(context).Copy(ref, CopyPlace{folder, destDir, {}}, Name(), CopyPurpose(), &copy);
+        context.smallFiles.Drain();
     }
-    const char* newName = targetName != nullptr ? targetName : Name();
-    if (target.PathOf(newName) == ownPath.Path()) {
-        fResult.isItself = true;
-        return false;
-    }
-    if (target.folder.InitCheck() != B_OK) {
-        ui.NoteProblem(Name(), ReasonFor(target.folder.InitCheck()));
-        return false;
-    }
-    const CopyPlace source{parent, parentPath.Path()};
-    fResult = TreeCopier(ui, purpose).Copy({source, Name(), target, newName});
-    if (purpose.IsMove()) {
-        bool isAbove = false;
-        status = FindWhetherAbove(target.folder, &isAbove);
-        if (status != B_OK) {
-            ui.NoteProblem(Name(), "it stays where it is");
-        }
-        fResult.isItself |= status != B_OK || isAbove;
-    }
+    fResult = copy.result;
     return fResult.isDone;
-}
-
-status_t NorvaneEntry::FindWhetherAbove(const BDirectory& folder, bool* isAbove) const
-{
-    struct stat record;
-    status_t status = GetStat(&record);
-    if (status != B_OK || !S_ISDIR(record.st_mode)) {
-        return status;
-    }
-    BEntry folderEntry;
-    status = folder.GetEntry(&folderEntry);
-    return status == B_OK ? LiesIn(folderEntry, node_ref(record.st_dev, record.st_ino), isAbove)
-                          : status;
 }
 
 std::string TrashName(const std::string& name, int64 attempt)
@@ -130,12 +90,12 @@ status_t NorvaneEntry::MoveIntoTrash(BDirectory& trash)
 
 void NorvaneEntry::DeleteEntry()
 {
-    DeleteTree(*this, nullptr, nullptr);
+    DeleteTree(*this, nullptr);
 }
 
-bool NorvaneEntry::DeleteEntry(OperationUI& ui, const MoveLedger* ledger)
+bool NorvaneEntry::DeleteEntry(OperationUI& ui)
 {
-    return DeleteTree(*this, &ui, ledger);
+    return DeleteTree(*this, &ui);
 }
 
 } // namespace norvane

@@ -11,7 +11,6 @@
 namespace norvane {
 
 class CopyWin;
-class MoveLedger;
 class OperationUI;
 class OverWin;
 
@@ -40,19 +39,9 @@ public:
     /// The same with whatever shows progress and answers questions.
     bool CopyTo(const char* destDir, OperationUI& ui);
 
-    /// The same into an open folder and for a purpose of its own, under another name when
-    /// `targetName` is not null.
-    bool CopyTo(const CopyPlace& target, OperationUI& ui, const CopyPurpose& purpose,
-                const char* targetName = nullptr);
-
     /// True when the last CopyTo() copied everything: every entry listed, opened, read to its end
     /// and written to the last byte, nothing skipped, nothing left out.
     bool IsWhole() const { return fResult.isWhole; }
-    /// True when the last CopyTo() was asked to copy the entry onto or into itself.
-    bool IsOntoItself() const { return fResult.isItself; }
-
-    /// True when the last CopyTo() made something where nothing was.
-    bool HasMade() const { return fResult.isMade; }
 
     /// Moves the entry into the home Trash, where a name that is taken is followed by " copy",
     /// " copy2", " copy3". False when it lies on another volume, is busy or gone: it is to be
@@ -68,9 +57,8 @@ public:
     /// Removes the entry, a folder with all that can be removed in it; what cannot stays, without a
     /// word. No link is followed and no mounted volume entered.
     void DeleteEntry();
-    /// The same, telling what stays. With a ledger only what is in it goes.
-    /// Says whether nothing of it is left.
-    bool DeleteEntry(OperationUI& ui, const MoveLedger* ledger = nullptr);
+    /// The same, telling what stays. Says whether nothing of it is left.
+    bool DeleteEntry(OperationUI& ui);
 
     /// Fills the overwrite question with both files' sizes and dates, asks it and returns when it
     /// is answered.
@@ -80,8 +68,6 @@ public:
     void ShowError(long status);
 
 private:
-    [[nodiscard]] status_t FindWhetherAbove(const BDirectory& folder, bool* isAbove) const;
-
     CopyResult fResult;
     status_t fTrashStatus = B_NO_INIT;
 };

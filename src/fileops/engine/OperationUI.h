@@ -1,6 +1,7 @@
 #pragma once
 
 #include "MessageCodes.h"
+#include "fileops/engine/ItemAlert.h"
 
 #include <SupportDefs.h>
 
@@ -17,9 +18,18 @@ struct OverwriteQuestion
     std::string sourceDetails;
 };
 
-/// How grave a notice is.
-enum class Notice : uint8 {
-    kInfo,
+/// How much an operation has to do.
+struct OperationSize
+{
+    int64 bytes = 0;
+    int64 entries = 0; // above 0: the share done is told by entries, not by bytes
+    size_t items = 0;
+};
+
+/// What becomes of items with attributes that cannot be kept where they are moved to.
+enum class AttributesAnswer : uint8 {
+    kLeave,
+    kMoveWithout,
     kStop,
 };
 
@@ -31,13 +41,16 @@ class OperationUI
 public:
     virtual ~OperationUI() = default;
 
+    /// The operation was measured and begins.
+    virtual void Measured(const OperationSize& size) = 0;
     /// A file's copy begins; both paths are whole.
     virtual void FileStarted(const std::string& sourcePath, const std::string& targetPath,
                              int64 sizeBytes) = 0;
     /// The next `count` bytes of the file named `name` were read and handed on.
     virtual void BytesCopied(const char* name, int64 count) = 0;
-
-    /// A walk that measures or deletes came upon so many entries more.
+    /// So many bytes are done in all, those of items that were moved as a whole included.
+    virtual void BytesDone(int64 count) = 0;
+    /// A walk that measures or deletes came upon so many entries more; 0: it is still at work.
     virtual void EntriesVisited(int64 count) = 0;
 
     /// False when there is nobody to ask: a file that exists is then a failure like any other.
@@ -46,17 +59,21 @@ public:
     virtual uint32 StandingAnswer() const = 0;
     /// Asks, and returns when StandingAnswer() is the answer.
     virtual void AskOverwrite(const OverwriteQuestion& question) = 0;
+    /// Asks what becomes of items whose attributes cannot be kept.
+    virtual AttributesAnswer AskAboutAttributes() = 0;
 
     /// Takes the progress away before a question; calls nest.
     virtual void HideProgress() = 0;
     virtual void ShowProgress() = 0;
 
-    /// Shows `text` and returns when it was read.
-    virtual void Tell(const char* text, Notice notice) = 0;
+    /// Tells of the item named `name` and returns when it was read.
+    virtual void Tell(const std::string& name, ItemAlert alert) = 0;
     /// Notes what could not be handled whole, to be told once at the end.
     virtual void NoteProblem(const std::string& name, const std::string& reason) = 0;
+    /// Shows what was noted, and returns when it was read.
+    virtual void ShowSummary(const std::string& text) = 0;
 
-    /// True once the person asked to stop; looked at for every entry and every chunk.
+    /// True once the person asked to stop; looked at for every entry and every piece.
     virtual bool IsStopped() const = 0;
     /// False once nothing more may be deleted: the person asked to stop, or the program's end
     /// answered a question in the person's place.

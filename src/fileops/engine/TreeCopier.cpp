@@ -1,10 +1,11 @@
 #include "fileops/engine/TreeCopier.h"
 
 #include "fileops/engine/FileCopier.h"
+#include "fileops/engine/KeptAttributes.h"
 #include "fileops/engine/MoveLedger.h"
+#include "fileops/engine/OperationContext.h"
 #include "fileops/engine/OperationUI.h"
 #include "fileops/engine/ProblemList.h"
-#include "fileops/engine/RecordCopy.h"
 
 #include <Directory.h>
 #include <Entry.h>
@@ -22,7 +23,7 @@ status_t LiesIn(BEntry entry, const node_ref& node, bool* lies)
     struct stat record;
     status_t status = entry.GetStat(&record);
     while (status == B_OK) {
-        const bool isNode = node_ref(record.st_dev, record.st_ino) == node;
+        const bool isNode = NodeOf(record) == node;
         const bool isRoot = std::strcmp(entry.Name(), ".") == 0;
         if (isNode || isRoot) {
             *lies = isNode;
@@ -36,67 +37,270 @@ status_t LiesIn(BEntry entry, const node_ref& node, bool* lies)
     return status;
 }
 
-CopyResult TreeCopier::Copy(const CopyStep& step)
+TreeCopier::TreeCopier(OperationContext& context, const CopyPurpose& purpose, ItemCopy& item)
+    : fContext(context), fUI(context.ui), fPurpose(purpose), fItem(item)
+{
+}
+
+void TreeCopier::Copy(const CopyStep& step)
 {
     struct stat record;
     const status_t status = step.source.folder.GetStatFor(step.name, &record);
     if (status != B_OK) {
         Note(step.name, status);
-        return CopyResult();
+        fItem.result = {.hasFailedReading = true};
+        return;
     }
-    fTopSource = node_ref(record.st_dev, record.st_ino);
-    if (fPurpose.IsMove()) {
-        fPurpose.ledger->Begin(step.source.path);
-    }
-    CopyResult result = CopyEntry(step, record);
-    result.isWhole &= fSmallFiles.Drain();
-    result.isItself |= fHasMetItself;
-    return result;
-}
-
-CopyResult TreeCopier::CopyEntry(const CopyStep& step, const struct stat& record)
-{
-    if (S_ISREG(record.st_mode)) {
-        return FileCopier(fUI, fPurpose, step).Run();
-    }
+    fTopSource = NodeOf(record);
     if (S_ISDIR(record.st_mode)) {
-        return CopyFolder(step, record);
+        CopyTree(step, record);
+    } else {
+        CopyOne(step, record);
     }
+    fItem.result.isItself |= fHasMetItself;
+}
+
+/// An item that is no folder.
+void TreeCopier::CopyOne(const CopyStep& step, const struct stat& record)
+{
     if (S_ISLNK(record.st_mode)) {
-        return CopyLink(step, record);
+        fItem.result = CopyLink(step, record);
+        return;
     }
-    return RefuseKind(step.name);
-}
-
-bool TreeCopier::Note(const char* name, status_t status)
-{
-    fUI.NoteProblem(name, ReasonFor(status));
-    return false;
-}
-
-CopyResult TreeCopier::RefuseKind(const char* name)
-{
-    fUI.NoteProblem(name, "it is neither a file nor a folder nor a link");
-    return {.isDone = true};
-}
-
-bool TreeCopier::OpenSource(BDirectory* folder, const CopyStep& step, const struct stat& record)
-{
-    const char* name = step.name;
-    const status_t status = folder->SetToChild(step.source.folder, name);
-    if (status != B_OK) {
-        return Note(name, status);
+    if (!S_ISREG(record.st_mode)) {
+        fItem.result = RefuseKind(step.name);
+        return;
     }
-    node_ref opened;
-    if (folder->GetNodeRef(&opened) != B_OK || opened != node_ref(record.st_dev, record.st_ino)) {
-        fUI.NoteProblem(name, "another folder took its place");
+    auto copier = std::make_unique<FileCopier>(fContext, fPurpose, step);
+    if (copier->Begin()) {
+        fItem.isFile = true;
+        fContext.smallFiles.Add(std::move(copier), &fItem);
+        return;
+    }
+    fContext.smallFiles.Drain();
+    fItem.result = copier->End();
+}
+
+void TreeCopier::CopyTree(const CopyStep& step, const struct stat& record)
+{
+    fSources = std::make_unique<FolderChain>(step.source.folder);
+    fTargets = std::make_unique<FolderChain>(step.target.folder);
+    fSourcePath = step.source.path == "/" ? "" : step.source.path;
+    fTargetPath = step.target.path == "/" ? "" : step.target.path;
+    fItem.result = {.isDone = true, .isWhole = true};
+    if (!Enter(step, record)) {
+        return;
+    }
+    fItem.result.isMade = fLevels.back().isNew;
+    fItem.result.target = fLevels.back().target;
+    while (!fLevels.empty()) {
+        if (fUI.IsStopped()) {
+            fItem.result.isWhole = false;
+        }
+        const Level& level = fLevels.back();
+        if (level.next < level.folders.size() && !fUI.IsStopped()) {
+            EnterNext();
+        } else {
+            Leave();
+        }
+    }
+}
+
+void TreeCopier::EnterNext()
+{
+    Level& level = fLevels.back();
+    const Child child = std::move(level.folders[level.next++]);
+    BDirectory* source = fSources->Here();
+    BDirectory* target = fTargets->Here();
+    if (source == nullptr || target == nullptr) {
+        Fail(child.name.c_str(), "the folder that it lies in is out of reach");
+        return;
+    }
+    const CopyPlace from{*source, fSourcePath};
+    const CopyPlace to{*target, fTargetPath, level.target, level.isNew};
+    const char* name = child.name.c_str();
+    Enter({from, name, to, name, PlaceBelow(level.place, child.name)}, child.record);
+}
+
+/// Makes the folder and copies what is in it but for its subfolders. False when it is left out.
+bool TreeCopier::Enter(const CopyStep& step, const struct stat& record)
+{
+    const node_ref sourceNode = NodeOf(record);
+    if (fHasTopTarget && sourceNode == fTopTarget) {
+        fHasMetItself = true;
+        fItem.result.isWhole = false;
         return false;
     }
-    if (IsKernelVolume(*folder, record.st_dev)) {
-        fUI.NoteProblem(name, "it belongs to the system, not to a volume");
+    Folder source = OpenSource(step, record);
+    bool isNew = false;
+    Folder target = source != nullptr ? OpenTarget(step, &isNew) : nullptr;
+    struct stat made;
+    if (target == nullptr || target->GetStat(&made) != B_OK) {
+        fItem.result.isWhole = false;
+        return false;
+    }
+    const node_ref targetNode = NodeOf(made);
+    if (!MayMerge(step, sourceNode, targetNode, isNew)) {
+        return false;
+    }
+    if (isNew && !KeepFolderAttributes(step, *source, target.get())) {
+        target.reset();
+        step.target.folder.RemoveChildFolder(step.targetName);
+        return false;
+    }
+    if (isNew) {
+        NoteMade(step, targetNode);
+    }
+    if (!fHasTopTarget) {
+        fTopTarget = targetNode;
+        fHasTopTarget = true;
+    }
+    fLevels.push_back({step.name,
+                       step.targetName,
+                       record,
+                       targetNode,
+                       step.place,
+                       isNew,
+                       fSourcePath.size(),
+                       fTargetPath.size(),
+                       {}});
+    fSourcePath += std::string("/") + step.name;
+    fTargetPath += std::string("/") + step.targetName;
+    fSources->Enter(std::move(source), step.name, sourceNode);
+    fTargets->Enter(std::move(target), step.targetName, targetNode);
+    CopyContents();
+    return true;
+}
+
+/// Whether the source goes into that folder, which it made, or which was there.
+bool TreeCopier::MayMerge(const CopyStep& step, const node_ref& source, const node_ref& target,
+                          bool isNew)
+{
+    if (target == source) {
+        // The same folder by another way: as copied onto itself.
+        fItem.result.isWhole = false;
+        fItem.result.isItself |= fLevels.empty();
+        fItem.result.isDone &= !fLevels.empty();
+        return false;
+    }
+    if (!isNew && fContext.made.Has(target)) {
+        Fail(step.name, "another item of this operation has its name");
         return false;
     }
     return true;
+}
+
+void TreeCopier::CopyContents()
+{
+    Level& level = fLevels.back();
+    BDirectory& source = *fSources->Here();
+    const CopyPlace from{source, fSourcePath};
+    const CopyPlace to{*fTargets->Here(), fTargetPath, level.target, level.isNew};
+    Children children = List(level.name.c_str(), source);
+    for (const std::string& text : children.files) {
+        if (fUI.IsStopped()) {
+            return;
+        }
+        const char* name = text.c_str();
+        CopyFile({from, name, to, name, PlaceBelow(level.place, text)});
+    }
+    for (const Child& child : children.others) {
+        if (fUI.IsStopped()) {
+            return;
+        }
+        const char* name = child.name.c_str();
+        const CopyStep step{from, name, to, name, PlaceBelow(level.place, child.name)};
+        fItem.result.TakePart(S_ISLNK(child.record.st_mode) ? CopyLink(step, child.record)
+                                                            : RefuseKind(name));
+    }
+    level.folders = std::move(children.folders);
+}
+
+void TreeCopier::CopyFile(const CopyStep& step)
+{
+    auto copier = std::make_unique<FileCopier>(fContext, fPurpose, step);
+    if (copier->Begin()) {
+        fContext.smallFiles.Add(std::move(copier), &fItem);
+        return;
+    }
+    // What is said of this file comes after what is said of those before it.
+    fContext.smallFiles.Drain();
+    fItem.result.TakePart(copier->End());
+}
+
+void TreeCopier::Leave()
+{
+    const Level level = std::move(fLevels.back());
+    fLevels.pop_back();
+    BDirectory* source = fSources->Here();
+    BDirectory* target = fTargets->Here();
+    if (source == nullptr || target == nullptr) {
+        Fail(level.name.c_str(), "it is out of reach");
+    } else {
+        FinishFolder(level, *source, *target);
+    }
+    fSources->Leave();
+    fTargets->Leave();
+    fSourcePath.resize(level.sourcePathBytes);
+    fTargetPath.resize(level.targetPathBytes);
+}
+
+void TreeCopier::FinishFolder(const Level& level, BDirectory& source, BDirectory& target)
+{
+    if (fPurpose.IsMove()) {
+        fPurpose.ledger->Add(level.place, level.record, level.target);
+    }
+    if (!level.isNew) {
+        return; // a folder that was there keeps what it is
+    }
+    // Times come last: creating entries inside the folder has changed them.
+    if (fPurpose.IsMove()) {
+        fContext.access.FinishMoved(&target, source, level.record);
+    } else {
+        fContext.access.FinishNew(&target, source, level.record);
+    }
+}
+
+void TreeCopier::NoteMade(const CopyStep& step, const node_ref& made)
+{
+    fContext.made.Add(made);
+    if (!step.target.isNew) {
+        fContext.journal.Note(fPurpose.item,
+                              {Change::Kind::kMade, step.target.node, step.targetName, made});
+    }
+}
+
+// Opening
+
+TreeCopier::Folder TreeCopier::OpenSource(const CopyStep& step, const struct stat& record)
+{
+    const char* name = step.name;
+    auto folder = std::make_unique<BDirectory>();
+    const status_t status = OpenChild(folder.get(), step.source.folder, name);
+    if (status != B_OK) {
+        FailReading(name, status);
+        return nullptr;
+    }
+    struct stat opened;
+    if (folder->GetStat(&opened) != B_OK || NodeOf(opened) != NodeOf(record)) {
+        Fail(name, "another folder took its place");
+        return nullptr;
+    }
+    if (IsKernelVolume(*folder, record.st_dev)) {
+        Fail(name, "it belongs to the system, not to a volume");
+        return nullptr;
+    }
+    return folder;
+}
+
+/// Opens a folder, closing others where there are no descriptors left.
+status_t TreeCopier::OpenChild(BDirectory* child, const BDirectory& folder, const char* name)
+{
+    status_t status = child->SetToChild(folder, name);
+    if (status == B_NO_MORE_FDS && (fSources->CloseAbove() | fTargets->CloseAbove())) {
+        status = child->SetToChild(folder, name);
+    }
+    return status;
 }
 
 bool TreeCopier::IsKernelVolume(const BDirectory& folder, dev_t device)
@@ -109,85 +313,69 @@ bool TreeCopier::IsKernelVolume(const BDirectory& folder, dev_t device)
     return fIsKernelDevice;
 }
 
-bool TreeCopier::OpenTarget(BDirectory* folder, const CopyStep& step, const struct stat& record,
-                            bool* isNew)
+TreeCopier::Folder TreeCopier::OpenTarget(const CopyStep& step, bool* isNew)
 {
-    status_t status =
-        step.target.folder.CreateNewDirectory(step.targetName, record.st_mode & 0777, folder);
+    auto folder = std::make_unique<BDirectory>();
+    status_t status = step.target.folder.CreateNewDirectory(step.targetName, 0700, folder.get());
     *isNew = status == B_OK;
     if (status == B_FILE_EXISTS && !fPurpose.isAllNew) {
         // Merged into when it is a folder itself; nothing is ever written through a link.
-        status = folder->SetToChild(step.target.folder, step.targetName);
+        status = OpenChild(folder.get(), step.target.folder, step.targetName);
     }
-    return status == B_OK || Note(step.name, status);
+    if (status == B_OK) {
+        return folder;
+    }
+    Note(step.name, status);
+    return nullptr;
 }
 
-CopyResult TreeCopier::CopyFolder(const CopyStep& step, const struct stat& record)
+/// Asks about attributes that cannot be kept; false when the folder is to be left.
+bool TreeCopier::KeepFolderAttributes(const CopyStep& step, const BDirectory& source,
+                                      BDirectory* target)
 {
-    const node_ref sourceNode(record.st_dev, record.st_ino);
-    if (fHasTopTarget && sourceNode == fTopTarget) {
-        fHasMetItself = true;
-        return {.isDone = true};
+    if (!fPurpose.IsMove()) {
+        return true;
     }
-    BDirectory source;
-    BDirectory target;
-    bool isNew = false;
-    if (!OpenSource(&source, step, record) || !OpenTarget(&target, step, record, &isNew)) {
-        return {.isDone = true};
+    const status_t status = KeepAttributes(source, target);
+    if (status == B_OK) {
+        return true;
     }
-    node_ref targetNode;
-    const status_t known = target.GetNodeRef(&targetNode);
-    if (known != B_OK) {
-        Note(step.name, known);
-        return {.isDone = true, .isMade = isNew};
+    if (status != B_UNSUPPORTED) {
+        Fail(step.name, "its attributes could not be kept");
+        return true;
     }
-    if (targetNode == sourceNode) {
-        return {.isItself = true}; // the same folder by another way: as copied onto itself
+    if (fUI.AskAboutAttributes() == AttributesAnswer::kMoveWithout) {
+        return true;
     }
-    if (!fHasTopTarget) {
-        fTopTarget = targetNode;
-        fHasTopTarget = true;
-    }
-    bool isWhole = CopyContents(step, source, target);
-    isWhole &= FinishFolder(step, source, target, record, isNew);
-    return {.isDone = true, .isWhole = isWhole, .isMade = isNew};
+    fItem.result.TakePart({.isWhole = false, .isLeft = true});
+    return false;
 }
 
-bool TreeCopier::CopyContents(const CopyStep& step, BDirectory& source, BDirectory& target)
+// Telling
+
+/// Tells why something did not come along.
+bool TreeCopier::Note(const char* name, status_t status)
 {
-    const CopyPlace sourcePlace{source, step.SourcePath()};
-    const CopyPlace targetPlace{target, step.TargetPath()};
-    const Children children = List(step.name, source);
-    bool isWhole = children.isWhole;
-    isWhole &= CopyFiles(children.files, sourcePlace, targetPlace);
-    isWhole &= CopyChildren(children.others, sourcePlace, targetPlace);
-    isWhole &= CopyChildren(children.folders, sourcePlace, targetPlace);
-    return isWhole;
+    Fail(name, ReasonFor(status));
+    return false;
 }
 
-bool TreeCopier::FinishFolder(const CopyStep& step, BDirectory& source, BDirectory& target,
-                              const struct stat& record, bool isNew)
+void TreeCopier::Fail(const char* name, const char* reason)
 {
-    if (fPurpose.IsMove()) {
-        fPurpose.ledger->Add(step.SourcePath(), record);
-    }
-    if (!isNew) {
-        return true; // a folder that was there keeps what it is
-    }
-    status_t status = B_OK;
-    mode_t permissions = 0;
-    if (fPurpose.IsMove()) {
-        status = target.CopyAttrsFrom(source);
-        // Times come last: creating entries inside the folder has changed them.
-        TakeRecordAlong(&target, record);
-    } else if (target.GetPermissions(&permissions) == B_OK) {
-        // It was made with all rights for its owner, so that it could be filled.
-        target.SetPermissions(permissions & record.st_mode);
-    }
-    if (status != B_OK) {
-        fUI.NoteProblem(step.name, "its attributes could not be kept");
-    }
-    return status == B_OK;
+    fUI.NoteProblem(name, reason);
+    fItem.result.isWhole = false;
+}
+
+void TreeCopier::FailReading(const char* name, status_t status)
+{
+    Note(name, status);
+    fItem.result.hasFailedReading = true;
+}
+
+CopyResult TreeCopier::RefuseKind(const char* name)
+{
+    fUI.NoteProblem(name, "it is neither a file nor a folder nor a link");
+    return {.isDone = true};
 }
 
 TreeCopier::Children TreeCopier::List(const char* name, BDirectory& folder)
@@ -204,7 +392,7 @@ TreeCopier::Children TreeCopier::List(const char* name, BDirectory& folder)
         Child child{childName, {}};
         const status_t found = folder.GetStatFor(childName, &child.record);
         if (found != B_OK) {
-            children.isWhole = Note(childName, found);
+            FailReading(childName, found);
             continue;
         }
         if (S_ISREG(child.record.st_mode)) {
@@ -216,72 +404,58 @@ TreeCopier::Children TreeCopier::List(const char* name, BDirectory& folder)
         }
     }
     if (status != B_ENTRY_NOT_FOUND) {
-        children.isWhole = Note(name, status);
+        FailReading(name, status);
     }
     return children;
 }
 
-bool TreeCopier::CopyFiles(const std::vector<std::string>& names, const CopyPlace& source,
-                           const CopyPlace& target)
-{
-    bool isWhole = true;
-    for (const std::string& text : names) {
-        if (fUI.IsStopped()) {
-            isWhole = false;
-            break;
-        }
-        const char* name = text.c_str();
-        auto copier =
-            std::make_unique<FileCopier>(fUI, fPurpose, CopyStep{source, name, target, name});
-        if (copier->Begin()) {
-            fSmallFiles.Add(std::move(copier));
-            continue;
-        }
-        // What is said of this file comes after what is said of those before it.
-        isWhole &= fSmallFiles.Drain();
-        isWhole &= copier->End().isWhole;
-    }
-    return isWhole;
-}
-
-bool TreeCopier::CopyChildren(const std::vector<Child>& children, const CopyPlace& source,
-                              const CopyPlace& target)
-{
-    bool isWhole = true;
-    for (const Child& child : children) {
-        if (fUI.IsStopped()) {
-            return false;
-        }
-        const char* name = child.name.c_str();
-        isWhole &= CopyEntry({source, name, target, name}, child.record).isWhole;
-    }
-    return isWhole;
-}
+// Links
 
 CopyResult TreeCopier::CopyLink(const CopyStep& step, const struct stat& record)
 {
-    const status_t status = MakeLink(step, record);
-    if (status != B_OK) {
-        fUI.Tell("You appear to be trying to copy a link that is broken.  This is not supported in "
-                 "this version.",
-                 Notice::kInfo);
+    node_ref made;
+    const status_t status = MakeLink(step, record, &made);
+    if (status == B_OK) {
+        NoteMade(step, made);
+        return {.isDone = true, .isWhole = true, .isMade = true, .target = made};
     }
-    return {.isDone = true, .isWhole = status == B_OK, .isMade = status == B_OK};
+    struct stat existing;
+    if (status != B_FILE_EXISTS ||
+        step.target.folder.GetStatFor(step.targetName, &existing) != B_OK) {
+        fUI.Tell(step.name, ItemAlert::kBrokenLink);
+        return {.isDone = true};
+    }
+    if (NodeOf(existing) == NodeOf(record)) {
+        return {.isDone = true, .isItself = true};
+    }
+    fUI.NoteProblem(step.name, fContext.made.Has(NodeOf(existing))
+                                   ? "another item of this operation has its name"
+                                   : ReasonFor(status));
+    return {.isDone = true};
 }
 
-status_t TreeCopier::MakeLink(const CopyStep& step, const struct stat& record)
+status_t TreeCopier::MakeLink(const CopyStep& step, const struct stat& record, node_ref* made)
 {
     std::string text;
     BSymLink link;
+    struct stat madeRecord;
     status_t status = TextFor(step, &text);
     if (status == B_OK) {
         status = step.target.folder.CreateSymLink(step.targetName, text.c_str(), &link);
     }
-    if (status == B_OK && fPurpose.IsMove()) {
-        TakeRecordAlong(&link, record);
-        fPurpose.ledger->Add(step.SourcePath(), record);
+    if (status == B_OK) {
+        status = link.GetStat(&madeRecord);
     }
-    return status;
+    if (status != B_OK) {
+        return status;
+    }
+    *made = NodeOf(madeRecord);
+    if (fPurpose.IsMove()) {
+        const BNode source(&step.source.folder, step.name);
+        fContext.access.FinishMoved(&link, source, record);
+        fPurpose.ledger->Add(step.place, record, *made);
+    }
+    return B_OK;
 }
 
 status_t TreeCopier::TextFor(const CopyStep& step, std::string* text) const

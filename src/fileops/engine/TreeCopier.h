@@ -1,7 +1,7 @@
 #pragma once
 
 #include "fileops/engine/CopyPlace.h"
-#include "fileops/engine/CopyQueue.h"
+#include "fileops/engine/FolderChain.h"
 
 #include <Entry.h>
 #include <Node.h>
@@ -9,12 +9,14 @@
 
 #include <sys/stat.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace norvane {
 
 class OperationUI;
+struct OperationContext;
 
 /// Finds whether `entry` is the node, or lies below it at any depth. Errors: those of looking on
 /// the way up, which leave it open.
@@ -24,14 +26,15 @@ class OperationUI;
 /// subfolders.
 ///
 /// Works relative to open folders, so that a folder swapped for a link meanwhile leads nowhere
-/// else. Thread: the operation's.
+/// else; keeps few of them open, and a stack of its own, however deep the tree is. Thread: the
+/// operation's.
 class TreeCopier
 {
 public:
-    /// Ownership: borrows both for its own life.
-    TreeCopier(OperationUI& ui, const CopyPurpose& purpose) : fUI(ui), fPurpose(purpose) {}
+    /// Ownership: borrows all for its own life, `item` until the operation's small files are done.
+    TreeCopier(OperationContext& context, const CopyPurpose& purpose, ItemCopy& item);
 
-    CopyResult Copy(const CopyStep& step);
+    void Copy(const CopyStep& step);
 
 private:
     struct Child
@@ -39,43 +42,69 @@ private:
         std::string name;
         struct stat record;
     };
+    /// A folder that is being copied.
+    struct Level
+    {
+        std::string name;
+        std::string targetName;
+        struct stat record; // of the source
+        node_ref target;
+        uint64 place;
+        bool isNew;
+        size_t sourcePathBytes; // of the folder above
+        size_t targetPathBytes;
+        std::vector<Child> folders;
+        size_t next = 0; // of them
+    };
     struct Children
     {
         std::vector<std::string> files;
         std::vector<Child> others;
         std::vector<Child> folders;
-        bool isWhole = true; // all were listed
     };
+    using Folder = std::unique_ptr<BDirectory>;
 
-    CopyResult CopyEntry(const CopyStep& step, const struct stat& record);
-    CopyResult CopyFolder(const CopyStep& step, const struct stat& record);
-    bool CopyContents(const CopyStep& step, BDirectory& source, BDirectory& target);
+    void CopyOne(const CopyStep& step, const struct stat& record);
+    void CopyTree(const CopyStep& step, const struct stat& record);
+    void EnterNext();
+    bool Enter(const CopyStep& step, const struct stat& record);
+    void CopyContents();
+    void Leave();
     CopyResult CopyLink(const CopyStep& step, const struct stat& record);
     [[nodiscard]] status_t TextFor(const CopyStep& step, std::string* text) const;
-    [[nodiscard]] status_t MakeLink(const CopyStep& step, const struct stat& record);
+    [[nodiscard]] status_t MakeLink(const CopyStep& step, const struct stat& record,
+                                    node_ref* made);
     CopyResult RefuseKind(const char* name);
-    bool OpenSource(BDirectory* folder, const CopyStep& step, const struct stat& record);
+    Folder OpenSource(const CopyStep& step, const struct stat& record);
+    [[nodiscard]] status_t OpenChild(BDirectory* child, const BDirectory& folder, const char* name);
     bool IsKernelVolume(const BDirectory& folder, dev_t device);
-    bool OpenTarget(BDirectory* folder, const CopyStep& step, const struct stat& record,
-                    bool* isNew);
-    bool FinishFolder(const CopyStep& step, BDirectory& source, BDirectory& target,
-                      const struct stat& record, bool isNew);
+    Folder OpenTarget(const CopyStep& step, bool* isNew);
+    bool MayMerge(const CopyStep& step, const node_ref& source, const node_ref& target, bool isNew);
+    bool KeepFolderAttributes(const CopyStep& step, const BDirectory& source, BDirectory* target);
+    void FinishFolder(const Level& level, BDirectory& source, BDirectory& target);
+    void NoteMade(const CopyStep& step, const node_ref& made);
     bool Note(const char* name, status_t status);
+    void Fail(const char* name, const char* reason);
+    void FailReading(const char* name, status_t status);
     Children List(const char* name, BDirectory& folder);
-    bool CopyFiles(const std::vector<std::string>& names, const CopyPlace& source,
-                   const CopyPlace& target);
-    bool CopyChildren(const std::vector<Child>& children, const CopyPlace& source,
-                      const CopyPlace& target);
+    void CopyFile(const CopyStep& step);
 
+    OperationContext& fContext;
     OperationUI& fUI;
     const CopyPurpose fPurpose;
-    CopyQueue fSmallFiles; // of all folders; empty again when the item is done
-    node_ref fTopSource;   // the item itself
+    ItemCopy& fItem;
+    node_ref fTopSource; // the item itself
     // The folder that this item became. The walk never enters it: a folder copied into itself would
     // not end.
     node_ref fTopTarget;
     bool fHasTopTarget = false;
     bool fHasMetItself = false; // its target lies in it
+    // The walk: where it is in the source and in the target, and the paths that are shown.
+    std::unique_ptr<FolderChain> fSources;
+    std::unique_ptr<FolderChain> fTargets;
+    std::vector<Level> fLevels;
+    std::string fSourcePath;
+    std::string fTargetPath;
     // The volume that was looked at last: it seldom changes within a tree.
     dev_t fDevice = 0;
     bool fHasDevice = false;

@@ -1,6 +1,5 @@
 #include "fileops/engine/TreeDeleter.h"
 
-#include "fileops/engine/MoveLedger.h"
 #include "fileops/engine/OperationHooks.h"
 #include "fileops/engine/OperationUI.h"
 #include "fileops/engine/ProblemList.h"
@@ -23,9 +22,7 @@ const char* LeafOf(const char* path)
 class DeletionHooks : public OperationHooks
 {
 public:
-    DeletionHooks(OperationUI& ui, const MoveLedger* ledger) : OperationHooks(ui), fLedger(ledger)
-    {
-    }
+    explicit DeletionHooks(OperationUI& ui) : OperationHooks(ui) {}
 
     // BTreeHooks
     void Failed(const char* path, status_t reason) override
@@ -34,25 +31,11 @@ public:
         fUI.NoteProblem(LeafOf(path),
                         wasAdded ? "something was added to it meanwhile" : ReasonFor(reason));
     }
-
-    bool ChecksEntries() const override { return fLedger != nullptr; }
-
-    bool MayRemove(const char* path, const struct stat& record) override
-    {
-        if (fLedger == nullptr || fLedger->Holds(path, record)) {
-            return true;
-        }
-        fUI.NoteProblem(LeafOf(path), "it was added or changed meanwhile, and stays");
-        return false;
-    }
-
-private:
-    const MoveLedger* fLedger;
 };
 
 } // namespace
 
-bool DeleteTree(BEntry& entry, OperationUI* ui, const MoveLedger* ledger)
+bool DeleteTree(BEntry& entry, OperationUI* ui)
 {
     if (ui == nullptr) {
         return entry.RemoveTree() == B_OK;
@@ -60,7 +43,7 @@ bool DeleteTree(BEntry& entry, OperationUI* ui, const MoveLedger* ledger)
     if (!ui->MayDelete()) {
         return false;
     }
-    DeletionHooks hooks(*ui, ledger);
+    DeletionHooks hooks(*ui);
     return entry.RemoveTree(&hooks) == B_OK;
 }
 

@@ -4,15 +4,13 @@ class BEntry;
 
 namespace norvane {
 
-class MoveLedger;
 class OperationUI;
 
 /// Removes an entry, a folder with all that can be removed in it; no link is followed and no
 /// mounted volume entered: that and the folders above it stay.
 ///
-/// `ui` (may be null) is told of what stays and asked whether to stop; with a `ledger` (may be
-/// null) only what is in it goes. Says whether nothing of the entry is left. Thread: the
-/// operation's.
-bool DeleteTree(BEntry& entry, OperationUI* ui, const MoveLedger* ledger);
+/// `ui` (may be null) is told of what stays and asked whether to stop. Says whether nothing of the
+/// entry is left. Thread: the operation's.
+bool DeleteTree(BEntry& entry, OperationUI* ui);
 
 } // namespace norvane

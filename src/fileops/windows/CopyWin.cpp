@@ -1,7 +1,10 @@
 #include "fileops/windows/CopyWin.h"
 
+#include "fileops/engine/Operation.h"
+#include "fileops/engine/OperationRequests.h"
 #include "fileops/engine/Operations.h"
 #include "fileops/windows/OverWin.h"
+#include "fileops/windows/WindowUI.h"
 
 #include <AppDefs.h>
 #include <MessageRunner.h>
@@ -9,8 +12,8 @@
 #include <Path.h>
 #include <StatusBar.h>
 
-// The window's life: shown, begun, ended. What it does with its items and what is seen of it have
-// sources of their own.
+// The window's life: shown, begun, ended. What is seen of it has a source of its own; what it does
+// is the operation's.
 
 namespace norvane {
 
@@ -117,6 +120,22 @@ void CopyWin::DoOp()
     PostMessage(B_QUIT_REQUESTED);
 }
 
+void CopyWin::PerformOp(BMessage* request)
+{
+    OverWin* question = new OverWin(Frame(), "Item Exists", this);
+    {
+        const Operations::Running running{BMessenger(question)};
+        WindowUI ui(this, question);
+        const std::unique_ptr<Operation> operation = MakeOperation(*request, fPath.c_str(), ui);
+        if (operation != nullptr) {
+            operation->Run();
+        }
+    }
+    if (question->Lock()) {
+        question->Quit();
+    }
+}
+
 void CopyWin::GiveActivationBack()
 {
     if (IsActive()) {
@@ -151,14 +170,29 @@ void CopyWin::EntriesVisited(int64 count)
     PaintIfDue();
 }
 
-void CopyWin::NoteProblem(const std::string& name, const std::string& reason)
+void CopyWin::BytesDone(int64 count)
 {
-    fProblems.Add(name, reason);
+    fProgress.AdvanceTo(count);
+    PaintIfDue();
+}
+
+void CopyWin::Measured(const OperationSize& size)
+{
+    fProgress.Start(size.bytes, system_time());
+    if (size.entries > 0) {
+        fProgress.StartEntries(size.entries);
+    }
+    ShowTotals(size.bytes, size.items);
+}
+
+void CopyWin::ShowState()
+{
+    PaintNow(system_time());
 }
 
 void CopyWin::HideForQuestion()
 {
-    PaintNow(system_time()); // what it shows when it is back
+    ShowState(); // what it shows when it is back
     Hide();
 }
 

@@ -3,9 +3,7 @@
 #include "MessageCodes.h"
 #include "fileops/engine/LateShow.h"
 #include "fileops/engine/OperationProgress.h"
-#include "fileops/engine/ProblemList.h"
 
-#include <Entry.h>
 #include <Message.h>
 #include <Messenger.h>
 #include <Rect.h>
@@ -13,16 +11,14 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 class BStatusBar;
 class BStringView;
 
 namespace norvane {
 
-class ItemOperations;
-class OperationUI;
 class OverWin;
+struct OperationSize;
 
 /// The small window that carries out one file operation, on its own thread, from start to end.
 ///
@@ -43,11 +39,14 @@ public:
     /// path; kDeleteRequest and kEmptyRequest delete. Anything else does nothing.
     void PerformOp(BMessage* request);
 
-    // What NorvaneEntry reports. Thread: the window's own.
+    // What the operation reports. Thread: the window's own.
+    void Measured(const OperationSize& size);
     void FileStarted(const std::string& sourcePath, const std::string& targetPath, int64 sizeBytes);
     void BytesCopied(const char* name, int64 count);
+    void BytesDone(int64 count);
     void EntriesVisited(int64 count);
-    void NoteProblem(const std::string& name, const std::string& reason);
+    /// Shows how far it is at once, before something waits for the person.
+    void ShowState();
     /// Hides the window before a question; nests with ShowAgain().
     void HideForQuestion();
     /// Undoes one HideForQuestion(); never takes the activation.
@@ -62,19 +61,9 @@ public:
     bool QuitRequested() override;
 
 private:
-    /// What is done with each item.
-    enum class Verb : uint8 { kNone, kCopy, kMove, kTrash, kDelete };
-
-    Verb VerbFor(const BMessage& request) const;
     static bool ShowsOverallBar(const BMessage& request);
     void StartWithoutActivation();
     void GiveActivationBack();
-    void HandleItems(Verb verb, const std::vector<entry_ref>& items);
-    void HandleItem(Verb verb, const entry_ref& item, ItemOperations& operations, OperationUI& ui);
-    void CountItem(Verb verb, int64 doneBytes);
-    std::vector<int64> MeasureItems(Verb verb, const std::vector<entry_ref>& items,
-                                    OperationUI& ui);
-    std::vector<entry_ref> Contents();
     void ShowForQuit();
     void ShowWhenLong(bigtime_t now);
 
@@ -102,7 +91,6 @@ private:
     bool fIsStopped = false;
 
     OperationProgress fProgress;
-    ProblemList fProblems;
     // What the views will show at the next frame.
     std::string fFromText;
     std::string fToText;

@@ -1,4 +1,5 @@
 #include "fileops/engine/NorvaneEntry.h"
+#include "fileops/engine/OperationDesk.h"
 #include "fileops/engine/OverwriteDetails.h"
 #include "fileops/windows/WindowUI.h"
 
@@ -53,7 +54,12 @@ const ErrorRow& RowFor(status_t status)
 bool NorvaneEntry::CopyTo(const char* destDir, CopyWin* copyWin, OverWin* overWin)
 {
     WindowUI ui(copyWin, overWin);
-    return CopyTo(destDir, ui);
+    OperationDesk desk(ui, [] {});
+    const bool isDone = CopyTo(destDir, desk);
+    if (!desk.Summary().empty()) {
+        ui.ShowSummary(desk.Summary());
+    }
+    return isDone;
 }
 
 void NorvaneEntry::Overwrite(const char* sourcePath, const char* targetPath, OverWin* overWin)

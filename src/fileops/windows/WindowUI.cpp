@@ -4,6 +4,8 @@
 #include "fileops/windows/OverWin.h"
 #include "settings/MsgBox.h"
 
+#include <Alert.h>
+
 namespace norvane {
 
 void WindowUI::FileStarted(const std::string& sourcePath, const std::string& targetPath,
@@ -18,6 +20,20 @@ void WindowUI::BytesCopied(const char* name, int64 count)
 {
     if (fCopyWin != nullptr) {
         fCopyWin->BytesCopied(name, count);
+    }
+}
+
+void WindowUI::Measured(const OperationSize& size)
+{
+    if (fCopyWin != nullptr) {
+        fCopyWin->Measured(size);
+    }
+}
+
+void WindowUI::BytesDone(int64 count)
+{
+    if (fCopyWin != nullptr) {
+        fCopyWin->BytesDone(count);
     }
 }
 
@@ -58,19 +74,53 @@ void WindowUI::ShowProgress()
     }
 }
 
-void WindowUI::Tell(const char* text, Notice notice)
+void WindowUI::ShowState()
 {
-    const bool wasRead = MsgBox(text, notice == Notice::kStop ? B_STOP_ALERT : B_INFO_ALERT);
+    if (fCopyWin != nullptr) {
+        fCopyWin->ShowState();
+    }
+}
+
+/// An alert that nobody read was taken away by the program's end.
+void WindowUI::StopUnless(bool wasRead)
+{
     if (!wasRead && fCopyWin != nullptr) {
         fCopyWin->Stop();
     }
 }
 
-void WindowUI::NoteProblem(const std::string& name, const std::string& reason)
+AttributesAnswer WindowUI::AskAboutAttributes()
 {
-    if (fCopyWin != nullptr) {
-        fCopyWin->NoteProblem(name, reason);
+    ShowState();
+    auto* question =
+        new BAlert("Sir?", "Some attributes cannot be kept there.", "Stop", "Move without them",
+                   "Leave these", B_WIDTH_FROM_LABEL, B_WARNING_ALERT);
+    switch (question->Go()) {
+    case 1:
+        return AttributesAnswer::kMoveWithout;
+    case 2:
+        return AttributesAnswer::kLeave;
+    default:
+        StopUnless(false);
+        return AttributesAnswer::kStop;
     }
+}
+
+void WindowUI::Tell(const std::string&, ItemAlert alert)
+{
+    ShowState();
+    const bool isGrave = NoticeOf(alert) == Notice::kStop;
+    StopUnless(MsgBox(TextOf(alert), isGrave ? B_STOP_ALERT : B_INFO_ALERT));
+}
+
+void WindowUI::NoteProblem(const std::string&, const std::string&) {}
+
+void WindowUI::ShowSummary(const std::string& text)
+{
+    ShowState();
+    auto* alert =
+        new BAlert("Err", text.c_str(), "OK", nullptr, nullptr, B_WIDTH_AS_USUAL, B_INFO_ALERT);
+    alert->Go();
 }
 
 bool WindowUI::IsStopped() const

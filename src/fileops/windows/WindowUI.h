@@ -16,21 +16,29 @@ public:
     WindowUI(CopyWin* copyWin, OverWin* overWin) : fCopyWin(copyWin), fOverWin(overWin) {}
 
     // OperationUI
+    void Measured(const OperationSize& size) override;
     void FileStarted(const std::string& sourcePath, const std::string& targetPath,
                      int64 sizeBytes) override;
     void BytesCopied(const char* name, int64 count) override;
+    void BytesDone(int64 count) override;
     void EntriesVisited(int64 count) override;
     bool CanAsk() const override { return fOverWin != nullptr; }
     uint32 StandingAnswer() const override;
     void AskOverwrite(const OverwriteQuestion& question) override;
+    AttributesAnswer AskAboutAttributes() override;
     void HideProgress() override;
     void ShowProgress() override;
-    void Tell(const char* text, Notice notice) override;
+    void Tell(const std::string& name, ItemAlert alert) override;
+    /// Nothing at once: the operation sums up.
     void NoteProblem(const std::string& name, const std::string& reason) override;
+    void ShowSummary(const std::string& text) override;
     bool IsStopped() const override;
     bool MayDelete() const override;
 
 private:
+    void ShowState();
+    void StopUnless(bool wasRead);
+
     CopyWin* fCopyWin;
     OverWin* fOverWin;
 };

@@ -1,5 +1,7 @@
 #include "panes/FolderSource.h"
 
+#include "MessageCodes.h"
+
 #include "SourceFixture.h"
 
 #include <sys/stat.h>
@@ -100,7 +102,8 @@ TEST_F(FolderSourceTest, LeavesDeletingToAnOperation)
     FolderSource source(fTree.Path("shown"));
     ASSERT_EQ(Open(source), B_OK);
     EXPECT_FALSE(source.DeletesForGood());
-    const std::optional<OperationRequest> request = source.Delete({Row("file"), Row("below")});
+    const std::optional<OperationRequest> request =
+        source.Delete({Row("file"), Row("below")}, false);
     ASSERT_TRUE(request.has_value());
     EXPECT_EQ(request->title, "Delete");
     EXPECT_EQ(request->path, fTree.Path("shown"));
@@ -108,6 +111,12 @@ TEST_F(FolderSourceTest, LeavesDeletingToAnOperation)
     entry_ref ref;
     EXPECT_EQ(request->message->FindRef("refs", 1, &ref), B_OK);
     EXPECT_STREQ(ref.name, "below");
+    for (const bool isForGood : {false, true}) {
+        bool isSaid = !isForGood;
+        const auto said = source.Delete({Row("file")}, isForGood);
+        EXPECT_EQ(said->message->FindBool(kForGood, &isSaid), B_OK);
+        EXPECT_EQ(isSaid, isForGood) << "the request says what was agreed to";
+    }
 }
 
 TEST_F(FolderSourceTest, CarriesRefsAndWhereTheyComeFrom)

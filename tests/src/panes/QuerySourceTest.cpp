@@ -82,7 +82,7 @@ TEST_F(QuerySourceTest, MakesAndDeletesNothing)
     ASSERT_EQ(Open(source), B_OK);
     EXPECT_FALSE(source.MakesFolders());
     EXPECT_NE(source.MakeFolder("made"), B_OK);
-    EXPECT_FALSE(source.Delete({Row(fTree.Path("other/file"))}).has_value());
+    EXPECT_FALSE(source.Delete({Row(fTree.Path("other/file"))}, false).has_value());
     EXPECT_EQ(fTree.List("other"), "below\nfile\n");
 }
 

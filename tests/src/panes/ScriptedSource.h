@@ -75,8 +75,8 @@ public:
     }
     status_t Rename(const norvane::DirListItem&, const std::string&) override { return B_OK; }
     bool DeletesForGood() const override { return true; }
-    std::optional<norvane::OperationRequest>
-    Delete(const std::vector<norvane::DirListItem*>&) override
+    std::optional<norvane::OperationRequest> Delete(const std::vector<norvane::DirListItem*>&,
+                                                    bool) override
     {
         return std::nullopt;
     }

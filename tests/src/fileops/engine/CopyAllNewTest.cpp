@@ -1,6 +1,8 @@
 #include "fileops/engine/NorvaneEntry.h"
 
 #include "CopyFixture.h"
+#include "fileops/engine/ItemCopier.h"
+#include "fileops/engine/OperationContext.h"
 
 #include <Directory.h>
 
@@ -14,11 +16,16 @@ protected:
     {
         entry_ref ref;
         EXPECT_EQ(get_ref_for_path(fTree.Path(name).c_str(), &ref), B_OK);
-        NorvaneEntry entry(&ref);
         BDirectory folder(fTree.Path("to").c_str());
-        entry.CopyTo({folder, fTree.Path("to")}, fUI, {.isAllNew = true}, targetName);
-        fIsWhole = entry.IsWhole();
-        return entry.HasMade();
+        OperationContext context(fUI);
+        context.journal.BeginItem(ref);
+        ItemCopy copy;
+        ItemCopier(context).Copy(ref, {folder, fTree.Path("to")},
+                                 targetName != nullptr ? targetName : ref.name, {.isAllNew = true},
+                                 &copy);
+        context.smallFiles.Drain();
+        fIsWhole = copy.result.isWhole;
+        return copy.result.isMade;
     }
 };
 

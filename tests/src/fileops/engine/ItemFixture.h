@@ -3,7 +3,8 @@
 #include "CopyFixture.h"
 #include "PrivateMounts.h"
 #include "Variable.h"
-#include "fileops/engine/ItemOperations.h"
+#include "fileops/engine/Move.h"
+#include "fileops/engine/Trash.h"
 
 #include <algorithm>
 #include <functional>
@@ -26,19 +27,21 @@ protected:
         work(item);
     }
 
-    void Move(const std::string& name, const std::string& toFolder = "to")
+    std::vector<entry_ref> Refs(const std::vector<std::string>& names)
     {
-        WithItem(name, [&](NorvaneEntry& item) {
-            ItemOperations(fTree.Path(toFolder).c_str(), fUI).Move(item);
-        });
+        std::vector<entry_ref> refs(names.size());
+        for (size_t i = 0; i < names.size(); i++) {
+            EXPECT_EQ(get_ref_for_path(fTree.Path(names[i]).c_str(), &refs[i]), B_OK) << names[i];
+        }
+        return refs;
     }
 
-    void Trash(const std::string& name)
+    void Move(const std::string& name, const std::string& toFolder = "to")
     {
-        WithItem(name, [&](NorvaneEntry& item) {
-            ItemOperations(fTree.Path().c_str(), fUI).Trash(item);
-        });
+        norvane::Move(Refs({name}), fTree.Path(toFolder).c_str(), fUI).Run();
     }
+
+    void Trash(const std::string& name) { norvane::Trash(Refs({name}), fUI).Run(); }
 
     /// What lies in the home Trash, and that each has its record and nothing else has one.
     std::string Trashed()

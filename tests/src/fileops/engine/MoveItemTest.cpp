@@ -1,4 +1,4 @@
-#include "fileops/engine/ItemOperations.h"
+#include "fileops/engine/Copy.h"
 
 #include "ItemFixture.h"
 
@@ -230,9 +230,7 @@ TEST_F(MoveItemTest, ACopyIntoTheTrashGetsARecordToo)
     fTree.Write("from/tree/a", "1");
     fTree.Write("data/Trash/files/tree/old", "2");
     fTree.Write("data/Trash/info/tree.trashinfo", "");
-    WithItem("from/tree", [&](NorvaneEntry& item) {
-        ItemOperations(fTree.Path("data/Trash/files").c_str(), fUI).Copy(item);
-    });
+    norvane::Copy(Refs({"from/tree"}), fTree.Path("data/Trash/files").c_str(), fUI).Run();
     EXPECT_EQ(Trashed(), "tree\ntree copy\n");
     EXPECT_EQ(fTree.Read("data/Trash/files/tree copy/a"), "1");
     EXPECT_EQ(fTree.List("data/Trash/files/tree"), "old\n");

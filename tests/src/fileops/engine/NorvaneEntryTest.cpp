@@ -47,9 +47,10 @@ TEST_P(ChunkSizeTest, CopiesEveryByte)
     EXPECT_TRUE(fIsWhole);
     EXPECT_EQ(fTree.Read("to/a"), contents);
     EXPECT_EQ(fUI.bytes, static_cast<int64>(contents.size()));
-    // A small file is copied in one piece.
-    const bool isSmall = contents.size() <= 65536;
-    EXPECT_EQ(fUI.chunks, isSmall ? 1 : static_cast<int64>(contents.size() / 4096 + 1));
+    EXPECT_GE(fUI.chunks, 1) << "also an empty file is told of";
+    if (contents.size() <= 65536) {
+        EXPECT_EQ(fUI.chunks, 1) << "a small file is copied in one piece";
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(AroundChunksAndBlocks, ChunkSizeTest,

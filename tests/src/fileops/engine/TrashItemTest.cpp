@@ -1,5 +1,3 @@
-#include "fileops/engine/ItemOperations.h"
-
 #include "ItemFixture.h"
 
 #include <sys/mount.h>
@@ -97,10 +95,9 @@ TEST_F(TrashItemTest, WhatMayNotBeMovedStaysAndIsTold)
 TEST_F(TrashItemTest, WhatIsGoneIsTold)
 {
     fTree.Write("from/a", "1");
-    WithItem("from/a", [&](NorvaneEntry& item) {
-        fTree.Remove("from/a");
-        ItemOperations(fTree.Path().c_str(), fUI).Trash(item);
-    });
+    const std::vector<entry_ref> refs = Refs({"from/a"});
+    fTree.Remove("from/a");
+    norvane::Trash(refs, fUI).Run();
     EXPECT_EQ(ProblemNames(), "a ");
     EXPECT_EQ(Trashed(), "");
 }
@@ -178,7 +175,7 @@ TEST_F(TrashItemTest, APartialCopyIsRemovedAndItsSourceInItsOwnTrash)
         return Check(Trashed() == "", "nothing is left in the home Trash") &&
                Check(fTree.List(own + "/tree") == "a\nfifo\n", "whole in its own") &&
                Check(!fTree.Exists("from/tree"), "not in its place") &&
-               Check(ProblemNames() == "fifo ", "told");
+               Check(ProblemNames() == "fifo tree ", "told");
     });
 }
 

@@ -48,6 +48,9 @@ TEST_F(CopyWinMoveTest, CancelStopsAfterItsItemWhichLeavesForTheTrash)
     fTree.Write("to/b", "old");
     Start(Request({"from/a", "from/b", "from/c"}, "Move"));
     Answer("Cancel");
+    std::string told;
+    ASSERT_TRUE(kits::testing::AnswerAlert("OK", &told));
+    EXPECT_EQ(told, "Some items could not be handled whole:\n\tb: it is in the Trash");
     EXPECT_TRUE(HasEnded());
     EXPECT_EQ(fTree.List("to"), "a\nb\n");
     EXPECT_EQ(fTree.Read("to/b"), "old");

@@ -31,7 +31,7 @@ TEST_F(OperationAlertsTest, TellsOfABrokenLink)
 TEST_F(OperationAlertsTest, TellsGraveThingsWithAStopSign)
 {
     const std::future<void> told = std::async(std::launch::async, [] {
-        WindowUI(nullptr, nullptr).Tell("Out of space on the target volume.", Notice::kStop);
+        WindowUI(nullptr, nullptr).Tell("file", ItemAlert::kVolumeFull);
     });
     EXPECT_EQ(AlertText("foo"), "stop: Out of space on the target volume. [OK]*");
     EXPECT_TRUE(AnswerAlert("OK"));

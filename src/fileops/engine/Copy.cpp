@@ -1,0 +1,49 @@
+#include "fileops/engine/Copy.h"
+
+namespace norvane {
+
+Copy::Copy(std::vector<entry_ref> items, const char* path, OperationUI& ui)
+    : Operation(ui, std::move(items)), fTarget(path), fCopier(fContext)
+{
+}
+
+Copy::~Copy()
+{
+    fContext.smallFiles.Drain(); // they speak of what is here
+}
+
+void Copy::DoItem(size_t index)
+{
+    const entry_ref& item = Item(index);
+    if (!fTarget.IsUsableFor(item, fDesk)) {
+        return;
+    }
+    fCopies.push_back({index, {}});
+    ItemCopy& copy = fCopies.back().copy;
+    if (fTarget.IsTrash() && !fCopier.IsDirectlyIn(item, fTarget.Folder())) {
+        BTrashClaim claim;
+        if (fTarget.Claim(&claim, item, fDesk)) {
+            fCopier.Copy(item, fTarget.Place(), claim.Name(), {.isAllNew = true, .item = index},
+                         &copy);
+            fContext.smallFiles.Drain();
+            if (copy.result.isWhole) {
+                claim.Keep();
+            }
+        }
+    } else {
+        fCopier.Copy(item, fTarget.Place(), item.name, {.item = index}, &copy);
+    }
+    Settle();
+}
+
+void Copy::Settle()
+{
+    while (!fCopies.empty() && fCopies.front().copy.queued == 0) {
+        const Copied& copied = fCopies.front();
+        fContext.journal.End(copied.item, copied.copy.result.isWhole ? ItemResult::Ending::kWhole
+                                                                     : ItemResult::Ending::kPartly);
+        fCopies.pop_front();
+    }
+}
+
+} // namespace norvane

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "fileops/engine/ItemCopier.h"
+#include "fileops/engine/Operation.h"
+#include "fileops/engine/TargetFolder.h"
+
+#include <deque>
+
+namespace norvane {
+
+/// Copies items into a folder; into a Trash under free names, with records of where they come from.
+class Copy : public Operation
+{
+public:
+    Copy(std::vector<entry_ref> items, const char* path, OperationUI& ui);
+    ~Copy() override;
+
+protected:
+    // Operation
+    void DoItem(size_t index) override;
+    void Settle() override;
+
+private:
+    struct Copied
+    {
+        size_t item;
+        ItemCopy copy;
+    };
+
+    TargetFolder fTarget;
+    ItemCopier fCopier;
+    std::deque<Copied> fCopies; // of which something is still under way, or that one is
+};
+
+} // namespace norvane

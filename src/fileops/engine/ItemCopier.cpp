@@ -1,0 +1,92 @@
+#include "fileops/engine/ItemCopier.h"
+
+#include "fileops/engine/OperationContext.h"
+#include "fileops/engine/OperationUI.h"
+#include "fileops/engine/ProblemList.h"
+#include "fileops/engine/TreeCopier.h"
+
+#include <Entry.h>
+#include <Errors.h>
+#include <Path.h>
+
+namespace norvane {
+
+status_t FindWhetherAbove(const entry_ref& item, const BDirectory& folder, bool* isAbove)
+{
+    struct stat record;
+    *isAbove = false;
+    status_t status = BEntry(&item).GetStat(&record);
+    if (status != B_OK || !S_ISDIR(record.st_mode)) {
+        return status;
+    }
+    BEntry folderEntry;
+    status = folder.GetEntry(&folderEntry);
+    return status == B_OK ? LiesIn(folderEntry, NodeOf(record), isAbove) : status;
+}
+
+status_t ItemCopier::OpenFolderOf(const entry_ref& item)
+{
+    const node_ref node(item.device, item.directory);
+    if (fFolder.InitCheck() == B_OK && node == fNode) {
+        return B_OK;
+    }
+    const BEntry entry(&item);
+    BPath path;
+    BPath folderPath;
+    status_t status = entry.GetParent(&fFolder);
+    if (status == B_OK) {
+        status = entry.GetPath(&path);
+    }
+    if (status == B_OK) {
+        status = path.GetParent(&folderPath);
+    }
+    if (status != B_OK) {
+        fFolder.Unset();
+        return status;
+    }
+    fPath = folderPath.Path();
+    fNode = node;
+    return B_OK;
+}
+
+bool ItemCopier::IsDirectlyIn(const entry_ref& item, const BDirectory& folder)
+{
+    return OpenFolderOf(item) == B_OK && fFolder == folder;
+}
+
+void ItemCopier::Copy(const entry_ref& item, const CopyPlace& target, const char* targetName,
+                      const CopyPurpose& purpose, ItemCopy* copy)
+{
+    status_t status = OpenFolderOf(item);
+    if (status == B_OK) {
+        status = target.folder.InitCheck();
+    }
+    if (status != B_OK) {
+        fContext.ui.NoteProblem(item.name, ReasonFor(status));
+        return;
+    }
+    if (fFolder == target.folder && std::string_view(targetName) == item.name) {
+        copy->result.isItself = true;
+        return;
+    }
+    const CopyPlace source{fFolder, fPath, fNode};
+    TreeCopier(fContext, purpose, *copy)
+        .Copy({source, item.name, target, targetName, PlaceBelow(0, item.name)});
+    if (purpose.IsMove()) {
+        KeepWhatIsInside(target, item, copy);
+    }
+}
+
+/// What was moved into itself is not deleted.
+void ItemCopier::KeepWhatIsInside(const CopyPlace& target, const entry_ref& item, ItemCopy* copy)
+{
+    bool isAbove = false;
+    const status_t status = FindWhetherAbove(item, target.folder, &isAbove);
+    if (status != B_OK && status != B_ENTRY_NOT_FOUND) {
+        fContext.ui.NoteProblem(item.name, "it stays where it is");
+        isAbove = true;
+    }
+    copy->result.isItself |= isAbove;
+}
+
+} // namespace norvane

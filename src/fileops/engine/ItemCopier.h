@@ -1,0 +1,47 @@
+#pragma once
+
+#include "fileops/engine/CopyPlace.h"
+
+#include <Directory.h>
+#include <EntryRef.h>
+#include <SupportDefs.h>
+
+namespace norvane {
+
+struct OperationContext;
+
+/// Copies the items of one operation, one after the other; what most of them have in common, the
+/// folder they lie in, is looked up once.
+///
+/// Thread: the operation's.
+class ItemCopier
+{
+public:
+    /// Ownership: borrows `context` for its own life.
+    explicit ItemCopier(OperationContext& context) : fContext(context) {}
+
+    /// Copies the item into an open folder under `targetName`. `copy` may be known only after
+    /// OperationContext::smallFiles are done. Ownership: `copy` is borrowed until then.
+    void Copy(const entry_ref& item, const CopyPlace& target, const char* targetName,
+              const CopyPurpose& purpose, ItemCopy* copy);
+
+    /// Whether the item lies directly in the folder.
+    bool IsDirectlyIn(const entry_ref& item, const BDirectory& folder);
+    /// The folder of the item that was asked about last.
+    const BDirectory& SourceFolder() const { return fFolder; }
+
+private:
+    [[nodiscard]] status_t OpenFolderOf(const entry_ref& item);
+    void KeepWhatIsInside(const CopyPlace& target, const entry_ref& item, ItemCopy* copy);
+
+    OperationContext& fContext;
+    BDirectory fFolder; // that of the last item
+    std::string fPath;
+    node_ref fNode;
+};
+
+/// Finds whether the folder is the item, or lies below it. Errors: those of looking.
+[[nodiscard]] status_t FindWhetherAbove(const entry_ref& item, const BDirectory& folder,
+                                        bool* isAbove);
+
+} // namespace norvane

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <NodeRef.h>
+
+#include <sys/stat.h>
+
+#include <unordered_set>
+
+class BDirectory;
+
+namespace norvane {
+
+/// The node that a record speaks of.
+inline node_ref NodeOf(const struct stat& record)
+{
+    return node_ref(record.st_dev, record.st_ino);
+}
+
+/// What an operation has made, so that it never takes that for something that was there before.
+///
+/// Thread: the operation's.
+class MadeTargets
+{
+public:
+    void Add(const node_ref& node) { fNodes.insert(node); }
+    bool Has(const node_ref& node) const { return fNodes.count(node) > 0; }
+
+private:
+    struct Hash
+    {
+        size_t operator()(const node_ref& node) const
+        {
+            return (node.node ^ (static_cast<size_t>(node.device) << 32)) * 0x9E3779B97F4A7C15ull;
+        }
+    };
+
+    std::unordered_set<node_ref, Hash> fNodes;
+};
+
+/// Removes the file or link `name` of the folder, but only when it is that node: another program
+/// may have put something of its own there meanwhile. Says whether it is gone.
+bool RemoveIfNode(BDirectory& folder, const char* name, const node_ref& node);
+
+} // namespace norvane

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "fileops/engine/Journal.h"
+#include "fileops/engine/OperationContext.h"
+#include "fileops/engine/OperationDesk.h"
+
+#include <Entry.h>
+#include <SupportDefs.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace norvane {
+
+/// What an operation window carries out: measured, done item by item, told of once at the end.
+///
+/// Thread: the operation's.
+class Operation
+{
+public:
+    virtual ~Operation();
+    Operation(const Operation&) = delete;
+    Operation& operator=(const Operation&) = delete;
+
+    /// All of it: the four below, until the person stops or cancels it, and what is to be told.
+    void Run();
+
+    /// Finds how much there is to do, and tells it.
+    void Measure();
+    size_t CountItems() const { return fItems.size(); }
+    void RunItem(size_t index);
+    /// Does what waited for others: what an item promised is done by then, or told.
+    void Finish();
+
+    /// What could not be handled whole; "" when all was.
+    std::string Summary() const { return fDesk.Summary(); }
+    const Journal& Results() const { return fContext.journal; }
+
+protected:
+    Operation(OperationUI& ui, std::vector<entry_ref> items);
+
+    virtual OperationSize MeasureItems();
+    virtual void DoItem(size_t index) = 0;
+    /// Called before anything waits for a person, and at the end.
+    virtual void Settle() {}
+
+    const entry_ref& Item(size_t index) const { return fItems[index]; }
+    int64 SizeOf(size_t index) const { return index < fSizes.size() ? fSizes[index] : 0; }
+
+    OperationDesk fDesk;
+    OperationContext fContext;
+
+private:
+    const std::vector<entry_ref> fItems;
+    std::vector<int64> fSizes;
+};
+
+} // namespace norvane

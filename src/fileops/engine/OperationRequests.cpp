@@ -1,0 +1,73 @@
+#include "fileops/engine/OperationRequests.h"
+
+#include "MessageCodes.h"
+#include "fileops/engine/Copy.h"
+#include "fileops/engine/Delete.h"
+#include "fileops/engine/Move.h"
+#include "fileops/engine/Trash.h"
+
+#include <Directory.h>
+#include <Message.h>
+#include <TrashRecord.h>
+
+#include <cstring>
+
+namespace norvane {
+
+namespace {
+
+std::vector<entry_ref> ItemsOf(const BMessage& request)
+{
+    std::vector<entry_ref> items;
+    entry_ref item;
+    for (int32 index = 0; request.FindRef("refs", index, &item) == B_OK; index++) {
+        items.push_back(item);
+    }
+    return items;
+}
+
+/// The question decided it. A request without the answer speaks of where the items lie; when that
+/// cannot be told they go where they can be got back from.
+bool IsForGood(const BMessage& request, const char* path)
+{
+    bool isForGood = false;
+    if (request.FindBool(kForGood, &isForGood) == B_OK) {
+        return isForGood;
+    }
+    const BDirectory folder(path);
+    return folder.InitCheck() == B_OK && is_trash_folder(&folder);
+}
+
+bool IsMove(const BMessage& request)
+{
+    const char* type = nullptr;
+    return request.FindString("TypeOfCopy", &type) == B_OK && std::strcmp(type, "Move") == 0;
+}
+
+} // namespace
+
+std::unique_ptr<Operation> MakeOperation(const BMessage& request, const char* path, OperationUI& ui)
+{
+    if (request.what == kEmptyRequest) {
+        return std::make_unique<Empty>(path, ui);
+    }
+    std::vector<entry_ref> items = ItemsOf(request);
+    if (items.empty() || request.HasString("Session")) {
+        return nullptr;
+    }
+    if (request.what == kDeleteRequest && IsForGood(request, path)) {
+        return std::make_unique<Delete>(std::move(items), ui);
+    }
+    if (request.what == kDeleteRequest) {
+        return std::make_unique<Trash>(std::move(items), ui);
+    }
+    if (request.what != kLocalEntries) {
+        return nullptr;
+    }
+    if (IsMove(request)) {
+        return std::make_unique<Move>(std::move(items), path, ui);
+    }
+    return std::make_unique<Copy>(std::move(items), path, ui);
+}
+
+} // namespace norvane

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <memory>
+
+class BMessage;
+
+namespace norvane {
+
+class Operation;
+class OperationUI;
+
+/// The operation that `request` asks for, in the folder at `path`; null when it asks for none.
+///
+/// What may happen to the items, for good or not, is in the request. Ownership: the caller's;
+/// borrows `ui` for its own life. Thread: the operation's.
+std::unique_ptr<Operation> MakeOperation(const BMessage& request, const char* path,
+                                         OperationUI& ui);
+
+} // namespace norvane

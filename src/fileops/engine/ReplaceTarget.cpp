@@ -1,0 +1,137 @@
+#include "fileops/engine/ReplaceTarget.h"
+
+#include "fileops/engine/MadeTargets.h"
+#include "fileops/engine/PatientWork.h"
+
+#include <Directory.h>
+#include <Errors.h>
+
+namespace norvane {
+
+namespace {
+
+// Whoever replaces it again each time it is put back is left alone in the end.
+constexpr int kMostExchanges = 4;
+
+} // namespace
+
+bool IsUnchanged(const struct stat& before, const struct stat& now)
+{
+    return NodeOf(before) == NodeOf(now) && (before.st_mode & S_IFMT) == (now.st_mode & S_IFMT) &&
+           before.st_size == now.st_size && before.st_mtim.tv_sec == now.st_mtim.tv_sec &&
+           before.st_mtim.tv_nsec == now.st_mtim.tv_nsec;
+}
+
+ReplaceTarget::ReplaceTarget(BDirectory& folder, std::string name)
+    : fFolder(folder), fName(std::move(name))
+{
+}
+
+ReplaceTarget::~ReplaceTarget()
+{
+    struct stat record;
+    if (fIsBeside && fFolder.GetStatFor(fBeside.Name(), &record) == B_OK &&
+        NodeOf(record) == NodeOf(fRecord)) {
+        fFolder.RemoveChildFile(fBeside.Name());
+    }
+}
+
+status_t ReplaceTarget::Create()
+{
+    fFile = std::make_shared<BFile>();
+    status_t status = fFolder.CreateNewFile(fBeside.Name(), 0600, fFile.get());
+    fIsBeside = status == B_OK;
+    if (status == B_OK) {
+        status = fFile->GetStat(&fRecord);
+    }
+    return status;
+}
+
+status_t ReplaceTarget::Sync(OperationUI& ui)
+{
+    return DoPatiently(ui, [file = fFile] { return file->Sync(); });
+}
+
+ReplaceTarget::Outcome ReplaceTarget::Fail(status_t status)
+{
+    fStatus = status;
+    return Outcome::kFailed;
+}
+
+ReplaceTarget::Outcome ReplaceTarget::Replace(const struct stat& agreed)
+{
+    status_t status = fFolder.GetStatFor(fName.c_str(), &fFound);
+    if (status == B_OK && !IsUnchanged(agreed, fFound)) {
+        return Outcome::kChanged;
+    }
+    if (status == B_OK) {
+        status = fFolder.ExchangeChildren(fBeside.Name(), fName.c_str());
+    }
+    if (status == B_OK) {
+        return LookAtExchanged(agreed);
+    }
+    if (status == B_UNSUPPORTED) {
+        return ReplaceUnseen();
+    }
+    if (status != B_ENTRY_NOT_FOUND) {
+        return Fail(status);
+    }
+    status = fFolder.RenameChild(fBeside.Name(), fName.c_str());
+    if (status == B_OK) {
+        fIsBeside = false;
+        return Outcome::kMade;
+    }
+    if (status == B_FILE_EXISTS && fFolder.GetStatFor(fName.c_str(), &fFound) == B_OK) {
+        return Outcome::kChanged;
+    }
+    return Fail(status);
+}
+
+/// Where names cannot be exchanged the look before is all there is.
+ReplaceTarget::Outcome ReplaceTarget::ReplaceUnseen()
+{
+    const status_t status = fFolder.ReplaceChild(fBeside.Name(), fName.c_str());
+    if (status != B_OK) {
+        return Fail(status);
+    }
+    fIsBeside = false;
+    return Outcome::kReplaced;
+}
+
+ReplaceTarget::Outcome ReplaceTarget::LookAtExchanged(const struct stat& agreed)
+{
+    const status_t status = fFolder.GetStatFor(fBeside.Name(), &fFound);
+    if (status == B_OK && IsUnchanged(agreed, fFound)) {
+        // The old file, and nobody knows the name that it has now.
+        fIsBeside = false;
+        fStatus = fFolder.RemoveChildFile(fBeside.Name());
+        return Outcome::kReplaced;
+    }
+    PutBack();
+    return status == B_OK ? Outcome::kChanged : Fail(status);
+}
+
+/// Exchanges the two again, until the new file is the one beside.
+void ReplaceTarget::PutBack()
+{
+    for (int attempt = 0; attempt < kMostExchanges; attempt++) {
+        struct stat beside;
+        status_t status = fFolder.ExchangeChildren(fBeside.Name(), fName.c_str());
+        if (status == B_ENTRY_NOT_FOUND) {
+            // Somebody removed the new file: its place is free for what was there.
+            status = fFolder.RenameChild(fBeside.Name(), fName.c_str());
+            fIsBeside = status != B_OK;
+            if (status == B_OK) {
+                return;
+            }
+        }
+        if (status == B_OK && fFolder.GetStatFor(fBeside.Name(), &beside) == B_OK &&
+            NodeOf(beside) == NodeOf(fRecord)) {
+            return;
+        }
+        // Somebody replaced the new file meanwhile, and what has its place came last.
+    }
+    fStatus = B_BUSY;
+}
+
+} // namespace norvane
