@@ -19,7 +19,8 @@ void Copy::DoItem(size_t index)
         return;
     }
     fCopies.push_back({index, {}});
-    ItemCopy& copy = fCopies.back().copy;
+    Copied& copied = fCopies.back(); // stays until Settle(), which waits for isCopied
+    ItemCopy& copy = copied.copy;
     if (fTarget.IsTrash() && !fCopier.IsDirectlyIn(item, fTarget.Folder())) {
         BTrashClaim claim;
         if (fTarget.Claim(&claim, item, fDesk)) {
@@ -33,12 +34,13 @@ void Copy::DoItem(size_t index)
     } else {
         fCopier.Copy(item, fTarget.Place(), item.name, {.item = index}, &copy);
     }
+    copied.isCopied = true;
     Settle();
 }
 
 void Copy::Settle()
 {
-    while (!fCopies.empty() && fCopies.front().copy.queued == 0) {
+    while (!fCopies.empty() && fCopies.front().isCopied && fCopies.front().copy.queued == 0) {
         const Copied& copied = fCopies.front();
         fContext.journal.End(copied.item, copied.copy.result.isWhole ? ItemResult::Ending::kWhole
                                                                      : ItemResult::Ending::kPartly);

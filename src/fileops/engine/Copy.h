@@ -25,6 +25,7 @@ private:
     {
         size_t item;
         ItemCopy copy;
+        bool isCopied = false; // but for small files
     };
 
     TargetFolder fTarget;

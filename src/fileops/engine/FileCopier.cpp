@@ -215,7 +215,7 @@ CopyResult FileCopier::WriteOver(const struct stat& existing)
     }
     if (fIsWhole) {
         // The old bytes may go only when the new ones are where no loss of power takes them.
-        const status_t synced = place.Sync(fUI);
+        const status_t synced = place.Finish(fUI);
         fIsWhole = synced == B_OK || (synced != B_CANCELED && WriteFailed(synced));
     }
     if (fIsWhole) {
@@ -246,21 +246,22 @@ bool FileCopier::PutInPlace(ReplaceTarget& place, struct stat existing)
     if (place.Status() != B_OK) {
         Note("what it replaced is still beside it, under the name of a temporary file");
     }
-    SetAccess(place.File().get(), replaced);
+    if (SetAccess(&place.Node(), existing, replaced) != B_OK) {
+        Note("who may use it could not be set");
+    }
     NoteChange(outcome == Outcome::kReplaced ? Change::Kind::kReplaced : Change::Kind::kMade);
     return true;
 }
 
 /// A replaced file keeps what it was open to; what replaces a link is a new file.
-void FileCopier::SetAccess(BFile* made, const BNodeAccess& replaced)
+status_t FileCopier::SetAccess(BNode* made, const struct stat& existing,
+                               const BNodeAccess& replaced)
 {
     if (fPurpose.IsMove()) {
-        fContext.access.FinishMoved(made, fSource, fRecord);
-    } else if (replaced.InitCheck() == B_OK) {
-        fContext.access.FinishReplacement(made, replaced);
-    } else {
-        fContext.access.FinishNew(made, fSource, fRecord);
+        return fContext.access.FinishMoved(made, fSource, fRecord);
     }
+    return S_ISREG(existing.st_mode) ? fContext.access.FinishReplacement(made, replaced)
+                                     : fContext.access.FinishNew(made, fSource, fRecord);
 }
 
 /// Who may use the file that lies there.

@@ -56,7 +56,7 @@ private:
     CopyResult WriteOver(const struct stat& existing);
     bool PutInPlace(ReplaceTarget& place, struct stat existing);
     BNodeAccess AccessOf(const struct stat& existing) const;
-    void SetAccess(BFile* made, const BNodeAccess& replaced);
+    status_t SetAccess(BNode* made, const struct stat& existing, const BNodeAccess& replaced);
     void NoteChange(Change::Kind kind);
     CopyResult MeetExisting();
     Clash Decide(const struct stat& existing);

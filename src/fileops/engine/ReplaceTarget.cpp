@@ -47,9 +47,20 @@ status_t ReplaceTarget::Create()
     return status;
 }
 
-status_t ReplaceTarget::Sync(OperationUI& ui)
+status_t ReplaceTarget::Finish(OperationUI& ui)
 {
-    return DoPatiently(ui, [file = fFile] { return file->Sync(); });
+    status_t status = DoPatiently(ui, [file = fFile] { return file->Sync(); });
+    if (status == B_OK) {
+        status = fNode.SetTo(&fFolder, fBeside.Name());
+    }
+    struct stat record;
+    if (status == B_OK) {
+        status = fNode.GetStat(&record);
+    }
+    if (status == B_OK && NodeOf(record) != NodeOf(fRecord)) {
+        status = B_ENTRY_NOT_FOUND;
+    }
+    return status == B_OK ? fFile->Close() : status;
 }
 
 ReplaceTarget::Outcome ReplaceTarget::Fail(status_t status)

@@ -4,6 +4,7 @@
 #include "fileops/engine/OwnNames.h"
 
 #include <File.h>
+#include <Node.h>
 #include <SupportDefs.h>
 
 #include <sys/stat.h>
@@ -38,12 +39,15 @@ public:
 
     /// Makes the file beside, for nobody else to read. Errors: those of creation.
     [[nodiscard]] status_t Create();
-    /// The file beside, to be written; open until this object is gone.
+    /// The file beside, to be written.
     const std::shared_ptr<BFile>& File() const { return fFile; }
     const struct stat& Record() const { return fRecord; }
 
-    /// Brings what was written to the medium. Errors: B_CANCELED when the person asked to stop.
-    [[nodiscard]] status_t Sync(OperationUI& ui);
+    /// Brings what was written to the medium, and closes the file: some file systems tell only then
+    /// that bytes did not arrive. Errors: B_CANCELED when the person asked to stop.
+    [[nodiscard]] status_t Finish(OperationUI& ui);
+    /// What was written, also after it took its place.
+    BNode& Node() { return fNode; }
     /// Puts the file in the place of `agreed`, which the person agreed to lose.
     Outcome Replace(const struct stat& agreed);
     /// What lies there instead, after kChanged.
@@ -62,6 +66,7 @@ private:
     const std::string fName;
     const OwnTemporaryName fBeside;
     std::shared_ptr<BFile> fFile;
+    BNode fNode;
     struct stat fRecord = {};
     struct stat fFound = {};
     status_t fStatus = B_OK;
