@@ -2,6 +2,7 @@
 
 #include "fileops/engine/ItemOperations.h"
 #include "fileops/engine/NorvaneEntry.h"
+#include "fileops/engine/OverwriteDetails.h"
 #include "settings/MsgBox.h"
 
 #include <ScriptedUI.h>
@@ -29,18 +30,24 @@ struct AnswerCase
     const char* name;
     uint32 answer;
     std::set<std::string> replaced;
+    Task::Agreement agreement = Task::kNothing;
 };
 
 const std::set<std::string> kAllClashes = {"item/a", "item/big", "item/run", "item/sub/b"};
 
 const AnswerCase kAnswers[] = {
-    {"overwrite", norvane::kAnswerOverwrite, kAllClashes},
-    {"overwrite all", norvane::kAnswerOverwriteAll, kAllClashes},
-    {"overwrite older", norvane::kAnswerOverwriteOlder, {"item/a", "item/run", "item/sub/b"}},
+    {"overwrite", norvane::kAnswerOverwrite, kAllClashes, Task::kWhatIsShown},
+    {"overwrite all", norvane::kAnswerOverwriteAll, kAllClashes, Task::kAll},
+    {"overwrite older",
+     norvane::kAnswerOverwriteOlder,
+     {"item/a", "item/run", "item/sub/b"},
+     Task::kOlder},
     {"skip", norvane::kAnswerSkip, {}},
     {"skip all", norvane::kAnswerSkipAll, {}},
     {"cancel", norvane::kAnswerCancel, {}},
 };
+
+std::vector<ShownFile> gShown;
 
 const std::string kTrashFiles = std::string(kHomeTrash) + "/files";
 
@@ -78,6 +85,9 @@ Job MakeJob(std::string name, const Task& task, const Operation& operation)
     job.run = [task, operation](const Scene& scene, uint32 answer) -> JobResult {
         ScriptedUI ui;
         ui.answers.assign(20, answer);
+        ui.onQuestion = [](const norvane::OverwriteQuestion& question) {
+            gShown.push_back({question.targetPath, question.targetDetails});
+        };
         entry_ref ref;
         if (get_ref_for_path(scene.Path(task.source).c_str(), &ref) != B_OK) {
             return {false, true}; // a pane has its row from a listing, and says so if it cannot
@@ -96,6 +106,7 @@ void AddWithAnswers(std::vector<Job>* jobs, const std::string& name, const Task&
         Job job = MakeJob(name + ", " + each.name, task, operation);
         job.answer = each.answer;
         job.task.replaced = each.replaced;
+        job.task.agreement = each.agreement;
         job.makeSurroundings = [task](const Scene& scene) {
             scene.MakeClashes(task.target);
         };
@@ -118,6 +129,7 @@ Job MakeLargeJobOver(std::string name, const Task& task, const Operation& operat
     Job job = MakeLargeJob(std::move(name), task, operation);
     job.answer = norvane::kAnswerOverwrite;
     job.task.replaced = {"item"};
+    job.task.agreement = Task::kWhatIsShown;
     job.makeSurroundings = [task](const Scene& scene) {
         scene.MakeFile(task.target + "/item", 300'000, 0600);
     };
@@ -187,6 +199,17 @@ std::vector<Job> AllJobs()
     AddTrashJobs(&jobs);
     AddNameJobs(&jobs);
     return jobs;
+}
+
+const std::vector<ShownFile>& ShownByQuestions()
+{
+    return gShown;
+}
+
+std::string DetailsOf(const SceneItem& item)
+{
+    return norvane::OverwriteDetails(static_cast<int64>(item.text.size()),
+                                     item.modifiedNs / 1'000'000'000);
 }
 
 uint32 AnswerOfSecondTime()

@@ -114,7 +114,11 @@ int RunAll(const Arguments& arguments, const std::string& root, bool hasVolumes,
     } else {
         RunPoints(arguments, jobs, root, &harness);
     }
-    harness.PrintTables();
+    if (arguments.isBare) {
+        std::printf("%zu jobs, %zu with faults\n", jobs.size(), harness.Faults());
+    } else {
+        harness.PrintTables();
+    }
     const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
     std::printf("%.1f s\n", took.count());
     scene.Clear();

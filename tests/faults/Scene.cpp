@@ -111,6 +111,7 @@ void LookAt(int parent, const char* name, const std::string& path, Snapshot* all
     SceneItem item;
     item.mode = st.st_mode & 0777;
     item.modifiedNs = st.st_mtim.tv_sec * 1'000'000'000LL + st.st_mtim.tv_nsec;
+    item.node = st.st_ino;
     if (S_ISDIR(st.st_mode)) {
         item.kind = 'd';
         const int folder = OpenFolder(parent, name);
