@@ -1,6 +1,7 @@
 #include "RaceJudgement.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace {
 
@@ -11,11 +12,18 @@ bool IsInInfo(const std::string& path)
     });
 }
 
-/// Whether an entry holds something that cannot be made again from others.
+/// Whether an entry holds something that no other one does.
 bool IsContent(const SceneItem& item)
 {
+    constexpr size_t kFewBytes = 9; // may be the same in several
     return item.kind == 'l' ? item.text.find(kMarkOfLink) != std::string::npos
-                            : item.kind == 'f' && !item.text.empty();
+                            : item.kind == 'f' && item.text.size() >= kFewBytes;
+}
+
+/// Links that are copied say where they lead to in their own way.
+std::string WhereItLeads(const SceneItem& link)
+{
+    return std::filesystem::path(link.text).lexically_normal();
 }
 
 bool IsForeign(const std::string& path)
@@ -97,8 +105,13 @@ void RaceJudgement::CheckContent(const std::string& path, const SceneItem& item)
     if (!IsContent(item) || fContents.Has(item) || IsInInfo(path)) {
         return;
     }
+    const bool isCopiedLink =
+        item.kind == 'l' && std::any_of(fAfter.begin(), fAfter.end(), [&](const auto& each) {
+            return each.second.kind == 'l' && LeafOf(each.first) == LeafOf(path) &&
+                   WhereItLeads(each.second) == WhereItLeads(item);
+        });
     const bool wasDestroyedByAct = fContentsAtAct.Has(item) && !fContentsAfterAct.Has(item);
-    if (wasDestroyedByAct || MayGo(path, item)) {
+    if (wasDestroyedByAct || isCopiedLink || MayGo(path, item)) {
         return;
     }
     const bool isOthers = fBefore.count(path) == 0 || fBefore.at(path).text != item.text;
@@ -116,7 +129,30 @@ void RaceJudgement::CheckContent(const std::string& path, const SceneItem& item)
 bool RaceJudgement::MayGo(const std::string& path, const SceneItem& item) const
 {
     return IsDeletedWithItem(path, item) || IsUnfinished(path, item) ||
-           WasChangedWithinOwnFile(path) || IsAgreedToReplace(path, item) || WasLostLate(item);
+           WasChangedWithinOwnFile(path) || WasSpoiltUnfinished(path) ||
+           IsAgreedToReplace(path, item) || WasLostLate(item);
+}
+
+/// Somebody wrote into the target of that source while it was being filled: its size is right in
+/// the end, and no call tells.
+bool RaceJudgement::WasSpoiltUnfinished(const std::string& path) const
+{
+    if (!fPlaces.HasTarget() || !IsAtOrBelow(path, fPlaces.item)) {
+        return false;
+    }
+    const std::string target = TargetOf(path);
+    const auto then = fAtAct.find(target);
+    return WasChangedWithinOwnFile(target) && fItemTexts.count(then->second.text) == 0;
+}
+
+std::string RaceJudgement::TargetOf(const std::string& path) const
+{
+    // In a Trash it may have another name.
+    const std::string name = path.substr(fPlaces.item.size());
+    const std::string copy = fPlaces.target + " copy";
+    return fBefore.count(fPlaces.target) > 0 && fAtAct.count(copy) > 0 && fBefore.count(copy) == 0
+               ? copy + name
+               : fPlaces.target + name;
 }
 
 /// Deleting a folder means whatever is in that folder, not what bears its name instead.

@@ -41,6 +41,8 @@ private:
     bool IsDeletedWithItem(const std::string& path, const SceneItem& item) const;
     bool IsUnfinished(const std::string& path, const SceneItem& item) const;
     bool WasChangedWithinOwnFile(const std::string& path) const;
+    bool WasSpoiltUnfinished(const std::string& path) const;
+    std::string TargetOf(const std::string& path) const;
     bool IsAgreedToReplace(const std::string& path, const SceneItem& item) const;
     bool WasLostLate(const SceneItem& item) const;
     int RemovalOf(const std::string& source) const;

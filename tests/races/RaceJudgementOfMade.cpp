@@ -142,7 +142,9 @@ void RaceJudgement::CheckSilenceOf(const std::string& name)
         Say(path, "is still there, and nobody was told");
     }
     const bool wasTaken = then != fAtAct.end() && changed == fAfterAct.end();
-    if (IsDeletion() || old == fBefore.end() || wasTaken) {
+    const bool isOtherKind = changed != fAfterAct.end() && changed->second.kind != 'f';
+    if (IsDeletion() || old == fBefore.end() || wasTaken || isOtherKind ||
+        WasSpoiltUnfinished(path)) {
         return;
     }
     const bool wasArrived = std::any_of(fAtAct.begin(), fAtAct.end(), [&](const auto& each) {
