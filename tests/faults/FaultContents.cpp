@@ -105,6 +105,7 @@ EXPORTED int creat(const char* path, mode_t mode)
 EXPORTED int close(int descriptor)
 {
     const int action = Decide(kFaultClose, descriptor, nullptr);
+    const CallEnd end(kFaultClose, descriptor, nullptr);
     if (ForgetWritten(descriptor) && action > 0 && action != EINTR) {
         LoseHalf(descriptor);
     }
@@ -188,6 +189,12 @@ EXPORTED int fdatasync(int descriptor)
 {
     return With(kFaultSync, descriptor, nullptr,
                 [&] { return static_cast<int>(RealSyscall(SYS_fdatasync, descriptor)); });
+}
+
+EXPORTED int syncfs(int descriptor) noexcept
+{
+    return With(kFaultSyncVolume, descriptor, nullptr,
+                [&] { return static_cast<int>(RealSyscall(SYS_syncfs, descriptor)); });
 }
 
 EXPORTED int ftruncate(int descriptor, off_t size)

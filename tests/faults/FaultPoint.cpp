@@ -9,12 +9,9 @@
 
 #include <atomic>
 #include <climits>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace {
 
@@ -30,53 +27,16 @@ struct State
 
 State sState;
 
-/// Path of what a descriptor is open on; "" when it has none.
-bool PathOfDescriptor(int descriptor, char* path, size_t size)
-{
-    char link[40];
-    std::snprintf(link, sizeof(link), "/proc/self/fd/%d", descriptor);
-    const long length = RealSyscall(SYS_readlinkat, AT_FDCWD, Number(link), Number(path),
-                                    static_cast<long>(size - 1));
-    path[length < 0 ? 0 : length] = '\0';
-    return length > 0;
-}
-
-bool IsBelow(const char* path)
-{
-    return std::strncmp(path, sState.folder, sState.folderLength) == 0 &&
-           (path[sState.folderLength] == '/' || path[sState.folderLength] == '\0');
-}
-
 bool Concerns(int folder, const char* name)
 {
     if (sState.folderLength == 0) {
         return true;
     }
-    if (name != nullptr && *name == '/') {
-        return IsBelow(name);
-    }
     char path[PATH_MAX];
-    if (folder == AT_FDCWD) {
-        return ::getcwd(path, sizeof(path)) != nullptr && IsBelow(path);
-    }
-    return PathOfDescriptor(folder, path, sizeof(path)) && IsBelow(path);
+    return PathOfCall(folder, name, path) && IsAtOrBelow(path, sState.folder);
 }
 
 } // namespace
-
-long RealSyscall(long number, long a, long b, long c, long d, long e, long f)
-{
-    using Syscall = long (*)(long, long, long, long, long, long, long);
-    static const auto sReal = Next<Syscall>("syscall");
-    return sReal(number, a, b, c, d, e, f);
-}
-
-void Die()
-{
-    for (;;) {
-        RealSyscall(SYS_kill, ::getpid(), SIGKILL);
-    }
-}
 
 /// What is to happen at this call: kFaultNone, an errno or one of the actions.
 int Decide(FaultKind kind, int folder, const char* name)
@@ -102,6 +62,8 @@ int Decide(FaultKind kind, int folder, const char* name)
     }
     return plan.action;
 }
+
+void Done(FaultKind, int, const char*) {}
 
 EXPORTED void faults_arm(const FaultPlan* plan)
 {

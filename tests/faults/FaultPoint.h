@@ -10,8 +10,8 @@
 
 #define EXPORTED extern "C" __attribute__((visibility("default")))
 
-// The inside of the preloaded library: every call that it stands in for goes through With() or
-// WithBytes().
+// The inside of a preloaded library: every call that it stands in for goes through With() or
+// WithBytes(). What is to happen then, each library says for itself: Decide() and Done().
 
 /// The function of that name that the program would have called.
 template<typename Function>
@@ -31,15 +31,46 @@ inline long Number(const void* pointer)
 
 [[noreturn]] void Die();
 
+/// The path of what a call is about; false when it has none. `path` has room for PATH_MAX bytes.
+bool PathOfCall(int folder, const char* name, char* path);
+/// Whether a path is that of `folder` or lies below it.
+bool IsAtOrBelow(const char* path, const char* folder);
+
 /// What is to happen at this call: kFaultNone, an errno or one of the actions. `name` is relative
 /// to `folder`; null when that is what the call is about.
 int Decide(FaultKind kind, int folder, const char* name);
+/// The call was made, or something happened in its stead.
+void Done(FaultKind kind, int folder, const char* name);
+
+/// Says Done() at its end, and keeps what the call said.
+class CallEnd
+{
+public:
+    CallEnd(FaultKind kind, int folder, const char* name)
+        : fKind(kind), fFolder(folder), fName(name)
+    {
+    }
+    ~CallEnd()
+    {
+        const int error = errno;
+        Done(fKind, fFolder, fName);
+        errno = error;
+    }
+    CallEnd(const CallEnd&) = delete;
+    CallEnd& operator=(const CallEnd&) = delete;
+
+private:
+    const FaultKind fKind;
+    const int fFolder;
+    const char* const fName;
+};
 
 /// Makes a call, or what is to happen in its stead.
 template<typename Call>
 auto With(FaultKind kind, int folder, const char* name, Call call) -> decltype(call())
 {
     const int action = Decide(kind, folder, name);
+    const CallEnd end(kind, folder, name);
     if (action > 0) {
         errno = action;
         return -1;
@@ -56,6 +87,7 @@ template<typename Call>
 ssize_t WithBytes(FaultKind kind, int descriptor, size_t size, Call call)
 {
     const int action = Decide(kind, descriptor, nullptr);
+    const CallEnd end(kind, descriptor, nullptr);
     if (action > 0) {
         errno = action;
         return -1;

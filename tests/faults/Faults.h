@@ -10,6 +10,7 @@ enum FaultKind {
     kFaultWrite,
     kFaultClose,
     kFaultSync,
+    kFaultSyncVolume,
     kFaultRename,
     kFaultLink,
     kFaultUnlink,
@@ -25,8 +26,9 @@ enum FaultKind {
 };
 
 inline constexpr const char* kFaultNames[kFaultKinds] = {
-    "open",  "read",  "write",    "close", "fsync",           "rename",    "link",  "unlink",
-    "mkdir", "statx", "getdents", "ioctl", "copy_file_range", "ftruncate", "chmod", "xattr",
+    "open",      "read",   "write", "close", "fsync",    "syncfs", "rename",
+    "link",      "unlink", "mkdir", "statx", "getdents", "ioctl",  "copy_file_range",
+    "ftruncate", "chmod",  "xattr",
 };
 
 /// What happens at the call that was chosen, besides an errno (a positive value).

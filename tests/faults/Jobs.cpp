@@ -4,6 +4,7 @@
 #include "fileops/engine/Delete.h"
 #include "fileops/engine/Move.h"
 #include "fileops/engine/NorvaneEntry.h"
+#include "fileops/engine/OverwriteDetails.h"
 #include "fileops/engine/Trash.h"
 #include "settings/MsgBox.h"
 
@@ -30,18 +31,24 @@ struct AnswerCase
     const char* name;
     uint32 answer;
     std::set<std::string> replaced;
+    Task::Agreement agreement = Task::kNothing;
 };
 
 const std::set<std::string> kAllClashes = {"item/a", "item/big", "item/run", "item/sub/b"};
 
 const AnswerCase kAnswers[] = {
-    {"overwrite", norvane::kAnswerOverwrite, kAllClashes},
-    {"overwrite all", norvane::kAnswerOverwriteAll, kAllClashes},
-    {"overwrite older", norvane::kAnswerOverwriteOlder, {"item/a", "item/run", "item/sub/b"}},
+    {"overwrite", norvane::kAnswerOverwrite, kAllClashes, Task::kWhatIsShown},
+    {"overwrite all", norvane::kAnswerOverwriteAll, kAllClashes, Task::kAll},
+    {"overwrite older",
+     norvane::kAnswerOverwriteOlder,
+     {"item/a", "item/run", "item/sub/b"},
+     Task::kOlder},
     {"skip", norvane::kAnswerSkip, {}},
     {"skip all", norvane::kAnswerSkipAll, {}},
     {"cancel", norvane::kAnswerCancel, {}},
 };
+
+std::vector<ShownFile> gShown;
 
 const std::string kTrashFiles = std::string(kHomeTrash) + "/files";
 
@@ -94,6 +101,9 @@ Job MakeJob(std::string name, const Task& task, const Work& work)
     job.run = [task, work](const Scene& scene, uint32 answer) -> JobResult {
         ScriptedUI ui;
         ui.answers.assign(20, answer);
+        ui.onQuestion = [](const norvane::OverwriteQuestion& question) {
+            gShown.push_back({question.targetPath, question.targetDetails});
+        };
         entry_ref ref;
         if (get_ref_for_path(scene.Path(task.source).c_str(), &ref) != B_OK) {
             return {false, true}; // a pane has its row from a listing, and says so if it cannot
@@ -112,6 +122,7 @@ void AddWithAnswers(std::vector<Job>* jobs, const std::string& name, const Task&
         Job job = MakeJob(name + ", " + each.name, task, work);
         job.answer = each.answer;
         job.task.replaced = each.replaced;
+        job.task.agreement = each.agreement;
         job.makeSurroundings = [task](const Scene& scene) {
             scene.MakeClashes(task.target);
         };
@@ -134,6 +145,7 @@ Job MakeLargeJobOver(std::string name, const Task& task, const Work& work)
     Job job = MakeLargeJob(std::move(name), task, work);
     job.answer = norvane::kAnswerOverwrite;
     job.task.replaced = {"item"};
+    job.task.agreement = Task::kWhatIsShown;
     job.makeSurroundings = [task](const Scene& scene) {
         scene.MakeFile(task.target + "/item", 300'000, 0600);
     };
@@ -203,6 +215,17 @@ std::vector<Job> AllJobs()
     AddTrashJobs(&jobs);
     AddNameJobs(&jobs);
     return jobs;
+}
+
+const std::vector<ShownFile>& ShownByQuestions()
+{
+    return gShown;
+}
+
+std::string DetailsOf(const SceneItem& item)
+{
+    return norvane::OverwriteDetails(static_cast<int64>(item.text.size()),
+                                     item.modifiedNs / 1'000'000'000);
 }
 
 uint32 AnswerOfSecondTime()

@@ -15,6 +15,13 @@ struct JobResult
     bool wasTold = false; // something to the person
 };
 
+/// An existing file as an overwrite question showed it.
+struct ShownFile
+{
+    std::string path; // whole
+    std::string details;
+};
+
 /// One operation of the program, as it is run against every fault.
 struct Job
 {
@@ -46,6 +53,10 @@ struct Job
 std::vector<Job> AllJobs();
 /// The answer of those who do the same once more.
 uint32 AnswerOfSecondTime();
+/// What the questions of this process's operations showed, in their order.
+const std::vector<ShownFile>& ShownByQuestions();
+/// How a question shows such a file.
+std::string DetailsOf(const SceneItem& item);
 
 // What AllJobs() is made of.
 void AddCopiesAndMoves(std::vector<Job>* jobs);

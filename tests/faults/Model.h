@@ -24,6 +24,14 @@ struct Task
     /// The folder that it goes to; the new place of what is renamed; the folder that is made.
     std::string target;
     std::set<std::string> replaced; // paths from `target` that the person agreed to replace
+    /// What the person's answers agree to of whatever else lies in the way.
+    enum Agreement {
+        kNothing,
+        kWhatIsShown,
+        kAll,
+        kOlder, // than the source
+    };
+    Agreement agreement = kNothing;
 };
 
 /// How the operation ended.

@@ -46,6 +46,7 @@ std::vector<Way> WaysOf(FaultKind kind)
         errors = {EIO, ENOSPC, EDQUOT, EINTR};
         break;
     case kFaultSync:
+    case kFaultSyncVolume:
         errors = {EIO, ENOSPC, EDQUOT};
         break;
     case kFaultRename:

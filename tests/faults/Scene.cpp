@@ -69,7 +69,11 @@ const std::string& ContentsOf(const std::string& name, size_t sizeBytes)
     static std::map<std::string, std::string> sTexts;
     std::string& text = sTexts[name];
     if (text.size() != sizeBytes) {
-        text.clear();
+        // Short ones differ too, as they begin with a number of their name.
+        char number[20];
+        std::snprintf(number, sizeof(number), "%08zx ",
+                      std::hash<std::string>()(name) & 0xffffffff);
+        text = number;
         while (text.size() < sizeBytes) {
             text += "<" + name + " " + std::to_string(text.size()) + ">";
         }
@@ -111,6 +115,7 @@ void LookAt(int parent, const char* name, const std::string& path, Snapshot* all
     SceneItem item;
     item.mode = st.st_mode & 0777;
     item.modifiedNs = st.st_mtim.tv_sec * 1'000'000'000LL + st.st_mtim.tv_nsec;
+    item.node = st.st_ino;
     if (S_ISDIR(st.st_mode)) {
         item.kind = 'd';
         const int folder = OpenFolder(parent, name);

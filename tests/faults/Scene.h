@@ -19,6 +19,7 @@ struct SceneItem
     std::string text;         // contents, or what the link says
     std::string note;         // its one attribute, where the file system keeps any
     long long modifiedNs = 0; // not compared: making something in a folder changes it
+    unsigned long node = 0;   // not compared: its number on its volume
 
     bool operator==(const SceneItem& other) const
     {
