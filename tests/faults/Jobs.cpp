@@ -81,7 +81,7 @@ bool Move(NorvaneEntry& item, const std::string& target, ScriptedUI& ui)
 bool MoveToTrash(NorvaneEntry& item, const std::string&, ScriptedUI& ui)
 {
     norvane::Trash(RefsOf(item), ui).Run();
-    return ui.problems.empty() && ui.notices.empty();
+    return ui.problems.empty() && ui.notices.empty() && ui.summaries.empty();
 }
 
 bool Delete(NorvaneEntry& item, const std::string&, ScriptedUI& ui)
@@ -110,7 +110,7 @@ Job MakeJob(std::string name, const Task& task, const Work& work)
         }
         NorvaneEntry item(&ref);
         const bool isWhole = work(item, scene.Path(task.target), ui);
-        return {isWhole, !ui.problems.empty() || !ui.notices.empty()};
+        return {isWhole, !ui.problems.empty() || !ui.notices.empty() || !ui.summaries.empty()};
     };
     return job;
 }

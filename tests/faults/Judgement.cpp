@@ -92,7 +92,7 @@ void Judgement::CheckOthers()
         }
     }
     for (const auto& [path, item] : fAfter) {
-        if (!IsConcerned(path) && IsNew(path)) {
+        if (!IsConcerned(path) && IsNew(path) && !IsAsideOfSource(path, item)) {
             Say(path, "appeared where nothing should");
         }
     }

@@ -29,6 +29,8 @@ private:
     bool LeadsSomewhere(const std::string& path, const SceneItem& link) const;
     void CheckNothingLost();
     void CheckLeftover();
+    bool IsAsideOfSource(const std::string& path, const SceneItem& item) const;
+    bool IsReplaced(const SceneItem& item) const;
     void CheckDeletion();
     void CheckTarget();
     void CheckOld(const std::string& path, const SceneItem& old);

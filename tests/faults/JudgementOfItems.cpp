@@ -88,6 +88,31 @@ void Judgement::CheckNothingLost()
     }
 }
 
+/// The source of a move is deleted under a hidden name in its folder. When that is broken off, or
+/// the way back fails, what is left of it has that name.
+bool Judgement::IsAsideOfSource(const std::string& path, const SceneItem& item) const
+{
+    const std::string folder =
+        fTask.source.substr(0, fTask.source.size() - LeafOf(fTask.source).size());
+    const bool mayStay = fEnding.wasKilled || (fEnding.hadFault && fEnding.wasTold);
+    const bool isMove = fTask.kind == Task::kMove || fTask.kind == Task::kTrash;
+    if (!mayStay || !isMove || !path.starts_with(folder + kBeside)) {
+        return false;
+    }
+    const size_t slash = path.find('/', folder.size());
+    const auto source = fSource.find(slash == std::string::npos ? "" : path.substr(slash + 1));
+    return source != fSource.end() && source->second == item;
+}
+
+/// Whether it is a file of the target that was to be replaced, as it was.
+bool Judgement::IsReplaced(const SceneItem& item) const
+{
+    return std::any_of(fTask.replaced.begin(), fTask.replaced.end(), [&](const auto& name) {
+        const auto old = fBefore.find(fTask.target + "/" + name);
+        return old != fBefore.end() && old->second == item;
+    });
+}
+
 /// What is left at the source's place is as it was.
 void Judgement::CheckLeftover()
 {
@@ -196,6 +221,9 @@ void Judgement::CheckBeside(const std::string& path, const SceneItem& made)
 {
     if (!fEnding.wasKilled && !fEnding.canLeaveParts) {
         Say(path, "was left behind");
+    }
+    if (IsReplaced(made)) {
+        return; // the names were exchanged, and it could not be removed
     }
     const bool isPart = std::any_of(fSource.begin(), fSource.end(), [&](const auto& each) {
         const SceneItem& source = each.second;

@@ -67,6 +67,9 @@ void Judgement::CheckTrashEntry(const std::string& trash, const std::string& nam
     if (fTask.kind == Task::kRename) {
         return; // looked at there, but for its record
     }
+    if (IsAsideOfSource(path, fAfter.at(path))) {
+        return; // moved out of there, and broken off
+    }
     const std::vector<std::string> names = FreeNames(trash);
     // The second is for what could not be copied whole: it goes there itself, and something may
     // keep the first name.
@@ -79,8 +82,10 @@ void Judgement::CheckTrashEntry(const std::string& trash, const std::string& nam
             CheckMade(path, below, made);
         }
     }
-    // Of what was only to be copied a part stays, as anywhere else.
+    // Of what was only to be copied a part stays, as anywhere else; so does what was read of a
+    // source that cannot be read any more.
     const bool mayBePart = fEnding.wasKilled || fEnding.canLeaveParts ||
+                           (fEnding.hadFault && fEnding.wasTold) ||
                            (fTask.kind == Task::kCopy && !fEnding.saysWhole);
     if (!mayBePart && !IsWholeAt(path)) {
         Say(path, "is a part that nobody asked for");
@@ -106,7 +111,9 @@ void Judgement::CheckRecord(const std::string& trash, const std::string& name)
     }
     const SceneItem& record = fAfter.at(path);
     const auto old = fBefore.find(RecordOf(trash, LeafOf(fTask.source)));
-    const bool isWhole = fTask.kind == Task::kRename
+    const bool isAside =
+        hasEntry && IsAsideOfSource(trash + "/files/" + name, fAfter.at(trash + "/files/" + name));
+    const bool isWhole = fTask.kind == Task::kRename || isAside
                              ? old != fBefore.end() && record.text == old->second.text
                              : IsRecord(record.text, trash);
     if (!isWhole && (hasEntry || !mayStay)) {

@@ -30,8 +30,9 @@ ReplaceTarget::ReplaceTarget(BDirectory& folder, std::string name)
 ReplaceTarget::~ReplaceTarget()
 {
     struct stat record;
-    if (fIsBeside && fFolder.GetStatFor(fBeside.Name(), &record) == B_OK &&
-        NodeOf(record) == NodeOf(fRecord)) {
+    const bool isAnothers = fIsBeside && fFolder.GetStatFor(fBeside.Name(), &record) == B_OK &&
+                            NodeOf(record) != NodeOf(fRecord);
+    if (fIsBeside && !isAnothers) {
         fFolder.RemoveChildFile(fBeside.Name());
     }
 }

@@ -43,7 +43,7 @@ bool SourceRemover::Remove(BEntry& item)
     const std::string name = item.Name();
     const OwnTemporaryName aside;
     status_t status = item.Rename(aside.Name());
-    if (status == B_ENTRY_NOT_FOUND) {
+    if (status == B_ENTRY_NOT_FOUND && !item.Exists()) {
         return true; // somebody else was faster
     }
     if (status != B_OK) {
@@ -87,7 +87,10 @@ bool SourceRemover::RemoveAside(BEntry& item, const std::string& name, const std
         return false;
     }
     status = item.Remove(); // with its record, when it lay in a Trash
-    if (status != B_OK && status != B_ENTRY_NOT_FOUND) {
+    if (status == B_ENTRY_NOT_FOUND && !item.Exists()) {
+        status = B_OK;
+    }
+    if (status != B_OK) {
         const bool wasAdded = status == B_DIRECTORY_NOT_EMPTY;
         Stays(name, wasAdded ? "something was added to it meanwhile" : ReasonFor(status));
     }

@@ -134,10 +134,13 @@ bool TreeCopier::Enter(const CopyStep& step, const struct stat& record)
     Folder source = OpenSource(step, record);
     bool isNew = false;
     Folder target = source != nullptr ? OpenTarget(step, &isNew) : nullptr;
-    struct stat made;
-    if (target == nullptr || target->GetStat(&made) != B_OK) {
-        fItem.result.isWhole = false;
+    if (target == nullptr) {
         return false;
+    }
+    struct stat made;
+    const status_t known = target->GetStat(&made);
+    if (known != B_OK) {
+        return Note(step.name, known);
     }
     const node_ref targetNode = NodeOf(made);
     if (!MayMerge(step, sourceNode, targetNode, isNew)) {
