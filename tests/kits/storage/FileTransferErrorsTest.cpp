@@ -91,6 +91,19 @@ TEST_P(FileTransferBothTest, TellsThatTheVolumeIsFull)
     EXPECT_EQ(TargetSize(), off_t(8 * kMiB + 100)); // every byte that fits
 }
 
+TEST_F(FileTransferTest, StopsReadingSoonAfterWritingFailed)
+{
+    WriteSource(40 * kMiB);
+    const Outcome outcome = TransferScripted([](const Call& call) {
+        if (call.kind == Kind::kClone || call.kind == Kind::kRange) {
+            return Answer{.error = EXDEV};
+        }
+        return call.kind == Kind::kWrite ? From(8 * kMiB, EIO, call) : Answer();
+    });
+    EXPECT_EQ(outcome.status, B_IO_ERROR);
+    EXPECT_LT(outcome.sum, ssize_t(16 * kMiB));
+}
+
 TEST_F(FileTransferTest, TellsAnErrorOfTheVeryLastBlock)
 {
     WriteSource(kBig);
@@ -138,6 +151,7 @@ TEST_P(FileTransferBothTest, EndsWhereASourceWasCut)
         return Answer();
     });
     EXPECT_EQ(outcome.status, B_OK);
+    EXPECT_FALSE(outcome.hasFailedReading);
     EXPECT_EQ(outcome.sum, off_t(3 * kMiB + 17));
     EXPECT_TRUE(HasArrived());
 }
@@ -171,7 +185,9 @@ TEST_P(FileTransferBothTest, DoesNotRunAfterASourceThatGrows)
         if (IsRangeOr(Kind::kRead, call)) {
             struct stat st;
             stat(Source().c_str(), &st);
-            EXPECT_EQ(truncate(Source().c_str(), st.st_size + off_t(8 * kMiB)), 0);
+            if (st.st_size < off_t(100 * kMiB)) { // who runs after it fails, and ends
+                EXPECT_EQ(truncate(Source().c_str(), st.st_size + off_t(8 * kMiB)), 0);
+            }
         }
         return Answer();
     });
