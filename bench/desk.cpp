@@ -7,14 +7,20 @@
 //   desk keys NAME COUNT      from a key press to the first frame that answers it, COUNT times: the
 //   50th,
 //                             99th and 100th of a hundred
-//   desk operation NAME TITLE from a key press until the window of that title, once shown, is gone
+//   desk operation NAME TITLE [FOLDER]
+//                             from a key press until the window of that title, once shown, is gone;
+//                             and until the first entry came into FOLDER
 
 #include "ScreenWatch.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <future>
+#include <poll.h>
+#include <sys/inotify.h>
 #include <unistd.h>
 #include <vector>
 
@@ -85,8 +91,56 @@ int Keys(ScreenWatch& screen, const char* name, int count)
     return 0;
 }
 
-int Operation(ScreenWatch& screen, const char* name, const char* title)
+/// Notes when the first entry comes into a folder.
+class FirstEntry
 {
+public:
+    /// From here on; `folder` may be null: nothing is noted.
+    explicit FirstEntry(const char* folder)
+    {
+        if (folder != nullptr &&
+            inotify_add_watch(fNotices, folder, IN_CREATE | IN_MOVED_TO) >= 0) {
+            fTime = std::async(std::launch::async, [this] { return Wait(); });
+        }
+    }
+    ~FirstEntry()
+    {
+        Time();
+        close(fNotices);
+    }
+    FirstEntry(const FirstEntry&) = delete;
+    FirstEntry& operator=(const FirstEntry&) = delete;
+
+    /// When it came; -1 when none has come so far.
+    double Time()
+    {
+        fIsOver = true;
+        return fTime.valid() ? fTime.get() : -1.0;
+    }
+
+private:
+    double Wait() const
+    {
+        pollfd ready{fNotices, POLLIN, 0};
+        for (;;) {
+            const bool isLast = fIsOver;
+            if (poll(&ready, 1, 50) > 0) {
+                return ScreenWatch::Now();
+            }
+            if (isLast) {
+                return -1;
+            }
+        }
+    }
+
+    const int fNotices = inotify_init1(IN_CLOEXEC);
+    std::atomic<bool> fIsOver{false};
+    std::future<double> fTime;
+};
+
+int Operation(ScreenWatch& screen, const char* name, const char* title, const char* folder)
+{
+    FirstEntry first(folder);
     const double begin = ScreenWatch::Now();
     if (!screen.Press(name)) {
         return Fail("no such key");
@@ -98,7 +152,12 @@ int Operation(ScreenWatch& screen, const char* name, const char* title)
     if (!screen.WaitForEnd(window, kLimitMs)) {
         return Fail("the window never went");
     }
-    std::printf("%.1f\n", ScreenWatch::Now() - begin);
+    const double end = ScreenWatch::Now();
+    if (folder == nullptr) {
+        std::printf("%.1f\n", end - begin);
+    } else {
+        std::printf("%.1f %.1f\n", end - begin, first.Time() - begin);
+    }
     return 0;
 }
 
@@ -119,8 +178,9 @@ int main(int argc, char** argv)
     if (argc == 4 && std::strcmp(argv[1], "keys") == 0) {
         return Keys(screen, argv[2], std::atoi(argv[3]));
     }
-    if (argc == 4 && std::strcmp(argv[1], "operation") == 0) {
-        return Operation(screen, argv[2], argv[3]);
+    if ((argc == 4 || argc == 5) && std::strcmp(argv[1], "operation") == 0) {
+        return Operation(screen, argv[2], argv[3], argc == 5 ? argv[4] : nullptr);
     }
-    return Fail("start COMMAND... | key NAME [QUIET] | keys NAME COUNT | operation NAME TITLE");
+    return Fail("start COMMAND... | key NAME [QUIET] | keys NAME COUNT | "
+                "operation NAME TITLE [FOLDER]");
 }

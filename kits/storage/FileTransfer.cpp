@@ -1,32 +1,34 @@
 #include <FileTransfer.h>
 
+#include "ContentCopy.h"
+
 #include <Errors.h>
 #include <File.h>
 
-namespace {
-
-constexpr size_t kPieceBytes = size_t{64} * 1024;
-
-} // namespace
-
 BFileTransfer::BFileTransfer(BFile* source, BFile* target)
-    : fSource(source), fTarget(target), fPiece(std::make_unique<char[]>(kPieceBytes))
 {
+    if (!source->IsReadable()) {
+        fStatus = source->InitCheck() == B_OK ? status_t(B_NOT_ALLOWED) : source->InitCheck();
+        fHasFailedReading = true;
+        return;
+    }
+    fStatus = target->InitCheck();
+    if (fStatus == B_OK) {
+        fStatus = target->IsWritable() ? target->Settle() : status_t(B_NOT_ALLOWED);
+    }
+    if (fStatus == B_OK) {
+        fCopy = std::make_unique<kits::ContentCopy>(source->Descriptor(), target->Descriptor());
+    }
 }
 
 BFileTransfer::~BFileTransfer() = default;
 
 ssize_t BFileTransfer::Next()
 {
-    const ssize_t count = fSource->Read(fPiece.get(), kPieceBytes);
-    if (count < 0) {
-        fHasFailedReading = true;
-        return count;
+    if (fCopy == nullptr) {
+        return fStatus;
     }
-    // A writing of nothing hands over what waits, and tells what became of it.
-    const ssize_t written = fTarget->Write(fPiece.get(), static_cast<size_t>(count));
-    if (written < 0) {
-        return written;
-    }
-    return written == count ? count : ssize_t(B_IO_ERROR);
+    const ssize_t count = fCopy->Next();
+    fHasFailedReading = fCopy->HasFailedReading();
+    return count;
 }

@@ -8,7 +8,9 @@
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
+#include <linux/fs.h>
 #include <linux/openat2.h>
+#include <sys/ioctl.h>
 #include <sys/syscall.h>
 #include <sys/vfs.h>
 #include <sys/xattr.h>
@@ -122,6 +124,33 @@ ssize_t WriteAt(int file, const void* buffer, size_t size, off_t position)
 status_t SetSize(int file, off_t size)
 {
     return Retry([&] { return ::ftruncate(file, size); });
+}
+
+status_t CloneContents(int source, int target)
+{
+    return Retry([&] { return ::ioctl(target, FICLONE, source); });
+}
+
+ssize_t CopyRange(int source, int target, off_t position, size_t size)
+{
+    off_t from = position;
+    off_t to = position;
+    return Retry([&] { return ::copy_file_range(source, &from, target, &to, size, 0); });
+}
+
+off_t SeekData(int file, off_t position)
+{
+    const off_t place = ::lseek(file, position, SEEK_DATA);
+    if (place >= 0) {
+        return place;
+    }
+    return errno == ENXIO ? B_ENTRY_NOT_FOUND : B_BAD_VALUE;
+}
+
+off_t SeekHole(int file, off_t position)
+{
+    const off_t place = ::lseek(file, position, SEEK_HOLE);
+    return place >= 0 ? place : StatusFromErrno(errno);
 }
 
 status_t Sync(int file)

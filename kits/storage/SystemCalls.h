@@ -31,6 +31,17 @@ int Duplicate(int descriptor);
 ssize_t ReadAt(int file, void* buffer, size_t size, off_t position);
 ssize_t WriteAt(int file, const void* buffer, size_t size, off_t position);
 [[nodiscard]] status_t SetSize(int file, off_t size);
+/// Has `target` hold what `source` holds, by sharing its blocks. Errors: B_UNSUPPORTED,
+/// B_CROSS_DEVICE_LINK, B_BAD_VALUE ... where the volume cannot.
+[[nodiscard]] status_t CloneContents(int source, int target);
+/// Copies within the system, from a place to the same place; maybe fewer bytes. 0 is the end of the
+/// source, or a file system that does not say otherwise that it cannot.
+ssize_t CopyRange(int source, int target, off_t position, size_t size);
+/// Where data begin, at `position` or later. Errors: B_ENTRY_NOT_FOUND when only a hole follows, or
+/// the end; B_BAD_VALUE for everything else: holes are not known there, and reading tells the rest.
+off_t SeekData(int file, off_t position);
+/// Where a hole begins, at `position` or later; the end of the file counts as one.
+off_t SeekHole(int file, off_t position);
 [[nodiscard]] status_t Sync(int file);
 /// All that was written on the volume of an open node.
 [[nodiscard]] status_t SyncVolume(int descriptor);

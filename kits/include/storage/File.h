@@ -77,6 +77,7 @@ public:
 
 private:
     friend class BDirectory;
+    friend class BFileTransfer;
 
     status_t OpenAt(int folder, const std::string& path, uint32 openMode, struct stat* st);
     void AdoptFile(int descriptor, uint32 openMode);
