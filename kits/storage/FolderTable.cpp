@@ -1,5 +1,6 @@
 #include "FolderTable.h"
 
+#include "FolderPath.h"
 #include "kernel/WorkerThread.h"
 
 #include <OS.h>
@@ -90,23 +91,34 @@ FolderHold FolderTable::Know(int descriptor)
 FolderHold FolderTable::Know(int descriptor, const struct stat& st)
 {
     const Key key{st.st_dev, st.st_ino};
+    FolderHold closed; // known by these numbers, and perhaps removed since
     {
         MutexLock lock(fMutex);
         auto found = fFolders.find(key);
-        if (found != fFolders.end() && found->second->open != nullptr) {
-            Touch(found->second.get());
-            return Hold(found->second.get());
+        if (found != fFolders.end()) {
+            if (found->second->open != nullptr) { // so nobody can have got its numbers
+                Touch(found->second.get());
+                return Hold(found->second.get());
+            }
+            closed = Hold(found->second.get());
         }
     }
+    FolderIdentity identity = IdentityOf(descriptor);
+    const bool isOther = closed && IsOther(closed, identity, descriptor);
     // A duplicate is enough: the table never reads the folder, it only starts from it.
     auto open = std::make_shared<const UniqueFd>(sys::Duplicate(descriptor));
     FolderHold hold;
     {
         MutexLock lock(fMutex);
         std::unique_ptr<Folder>& slot = fFolders[key];
+        if (isOther && slot != nullptr && slot.get() == closed.Get() && slot->open == nullptr) {
+            SetGone(slot.get());
+        }
         if (slot == nullptr) {
             slot = std::make_unique<Folder>();
             slot->key = key;
+            slot->tag = identity.Tag();
+            slot->identity = std::move(identity);
             slot->releaseLast = &FolderTable::ReleaseLast;
         }
         if (slot->open == nullptr && open->IsOpen()) {
@@ -114,21 +126,82 @@ FolderHold FolderTable::Know(int descriptor, const struct stat& st)
         }
         hold = Hold(slot.get());
     }
-    if (!hold) {
-        return hold;
+    AfterOpening(static_cast<const Folder*>(hold.Get()));
+    return hold;
+}
+
+/// Whether the folder that is open as `descriptor` is another one than that whose numbers it has.
+bool FolderTable::IsOther(const FolderHold& known, const FolderIdentity& identity, int descriptor)
+{
+    const Folder* folder = static_cast<const Folder*>(known.Get());
+    const Sameness sameness = Compare(folder->identity, identity, descriptor);
+    if (sameness != Sameness::kUnknown) {
+        return sameness == Sameness::kOther;
     }
+    std::string noted;
+    {
+        MutexLock lock(fMutex);
+        noted = folder->path;
+    }
+    std::string path;
+    return FindPath(descriptor, &path) != B_OK || path != noted;
+}
+
+void FolderTable::SetGone(Folder* folder)
+{
+    const auto found = fFolders.find(folder->key);
+    fGone.push_back(std::move(found->second)); // the slot stays, for the other one
+    folder->isGone = true;
+    folder->path.clear();
+}
+
+FolderTable::Folder* FolderTable::AddGone(const Key& key, uint32 tag)
+{
+    const auto found = std::find_if(fGone.begin(), fGone.end(), [&](const auto& folder) {
+        return folder->key == key && folder->tag == tag;
+    });
+    if (found != fGone.end()) {
+        return found->get();
+    }
+    auto folder = std::make_unique<Folder>();
+    folder->key = key;
+    folder->tag = tag;
+    folder->isGone = true;
+    folder->releaseLast = &FolderTable::ReleaseLast;
+    fGone.push_back(std::move(folder));
+    return fGone.back().get();
+}
+
+void FolderTable::AfterOpening(const Folder* folder)
+{
     CloseLongestUnused();
-    if (key.device != fRootDevice && key.device != fHomeDevice) {
+    if (IsOnOtherVolume(folder)) {
         WakeSweeper();
     }
-    return hold;
 }
 
 FolderHold FolderTable::Find(dev_t device, ino_t node)
 {
+    return Find(device, node, 0);
+}
+
+FolderHold FolderTable::Find(dev_t device, ino_t node, uint32 tag)
+{
+    const Key key{device, node};
     MutexLock lock(fMutex);
-    const auto found = fFolders.find(Key{device, node});
-    return found == fFolders.end() ? FolderHold() : Hold(found->second.get());
+    const auto found = fFolders.find(key);
+    if (found == fFolders.end()) {
+        return {};
+    }
+    Folder* folder = found->second.get();
+    const bool mayBe = tag == 0 || folder->tag == 0 || folder->tag == tag;
+    return Hold(mayBe ? folder : AddGone(key, tag));
+}
+
+uint32 FolderTable::TagOf(const FolderHold& hold) const
+{
+    const Folder* folder = static_cast<const Folder*>(hold.Get());
+    return folder == nullptr ? 0 : folder->tag;
 }
 
 status_t FolderTable::Open(const FolderHold& hold, OpenFolder* open)
@@ -150,8 +223,7 @@ status_t FolderTable::Open(const FolderHold& hold, OpenFolder* open)
     if (path.empty()) {
         return B_ENTRY_NOT_FOUND;
     }
-    UniqueFd again(
-        sys::OpenAt(sys::kWorkingDirectory, path.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW));
+    UniqueFd again(OpenPath(sys::kWorkingDirectory, path, O_PATH | O_DIRECTORY | O_NOFOLLOW));
     if (!again.IsOpen()) {
         return again.Get();
     }
@@ -160,21 +232,23 @@ status_t FolderTable::Open(const FolderHold& hold, OpenFolder* open)
     if (status != B_OK) {
         return status;
     }
-    if (st.st_dev != folder->key.device || st.st_ino != folder->key.node) {
-        return B_ENTRY_NOT_FOUND; // another folder has taken the place
+    // Another folder may have taken the place, and even the numbers.
+    if (st.st_dev != folder->key.device || st.st_ino != folder->key.node ||
+        Compare(folder->identity, IdentityOf(again.Get()), again.Get()) == Sameness::kOther) {
+        return B_ENTRY_NOT_FOUND;
     }
     auto opened = std::make_shared<const UniqueFd>(std::move(again));
     {
         MutexLock lock(fMutex);
+        if (folder->isGone) {
+            return B_ENTRY_NOT_FOUND;
+        }
         if (folder->open == nullptr) {
             SetOpen(folder, opened);
         }
         *open = folder->open;
     }
-    CloseLongestUnused();
-    if (folder->key.device != fRootDevice && folder->key.device != fHomeDevice) {
-        WakeSweeper();
-    }
+    AfterOpening(folder);
     return B_OK;
 }
 
@@ -198,6 +272,13 @@ void FolderTable::ReleaseLast(FolderCount* count)
     Folder* folder = static_cast<Folder*>(count);
     if (folder->holders.fetch_sub(1, std::memory_order_acq_rel) != 1) {
         return; // found by someone meanwhile
+    }
+    if (folder->isGone) {
+        const auto gone = std::find_if(table.fGone.begin(), table.fGone.end(),
+                                       [folder](const auto& held) { return held.get() == folder; });
+        forgotten = std::move(*gone);
+        table.fGone.erase(gone);
+        return;
     }
     table.fUnheld.push_front(folder);
     folder->inUnheld = table.fUnheld.begin();
@@ -248,7 +329,8 @@ void FolderTable::CloseNoted(const FolderHold& hold, bigtime_t lastUse)
         return;
     }
     std::string path;
-    if (sys::PathOf(open->Get(), &path) != B_OK) {
+    const status_t found = FindPath(open->Get(), &path);
+    if (found == B_ENTRY_NOT_FOUND) {
         path.clear(); // removed: it can never be opened again
     }
     MutexLock lock(fMutex);
@@ -256,9 +338,31 @@ void FolderTable::CloseNoted(const FolderHold& hold, bigtime_t lastUse)
     if (folder->open != open || folder->lastUse != lastUse) {
         return;
     }
+    if (found != B_OK && found != B_ENTRY_NOT_FOUND) {
+        Touch(folder); // it would be lost: others first
+        return;
+    }
     folder->path = std::move(path);
     fOpen.erase(folder->inOpen);
     folder->open.reset();
+}
+
+status_t FolderTable::FindPath(int descriptor, std::string* path)
+{
+    const auto noted = [this](int folder, std::string* known) {
+        struct stat st;
+        if (sys::Stat(folder, &st) != B_OK) {
+            return false;
+        }
+        MutexLock lock(fMutex);
+        const auto found = fFolders.find(Key{st.st_dev, st.st_ino});
+        if (found == fFolders.end() || found->second->path.empty()) {
+            return false;
+        }
+        *known = found->second->path;
+        return true;
+    };
+    return WholePathOf(descriptor, noted, path);
 }
 
 void FolderTable::CloseLongestUnused()

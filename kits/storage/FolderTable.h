@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FolderIdentity.h"
 #include "SystemCalls.h"
 #include "kernel/Mutex.h"
 
@@ -21,8 +22,10 @@ using OpenFolder = std::shared_ptr<const UniqueFd>;
 /// wherever it was moved to. Descriptors are limited: the longest unused are closed, and on volumes
 /// other than those of the root and the home folder each one after some idle seconds, because an
 /// open folder keeps a volume from being unmounted. The path is noted then, the folder opened again
-/// by it when needed, and compared. A folder that nobody holds stays known for a while: a
-/// ref may be made from its numbers alone. (Messages hold the folders of the refs in them.)
+/// by it when needed, and compared: not by its numbers alone, which another folder may have got
+/// after it was removed. When that one is met the removed one is out of reach for good, to those
+/// who hold it. A folder that nobody holds stays known for a while: a ref may be made from its
+/// numbers alone. (Messages hold the folders of the refs in them.)
 ///
 /// Thread: any.
 class FolderTable
@@ -35,6 +38,11 @@ public:
     FolderHold Know(int descriptor);
     /// Null when the folder is not known.
     FolderHold Find(dev_t device, ino_t node);
+    /// The same, when it is the one that TagOf() gave `tag` for; else one that cannot be opened. 0
+    /// as tag: whichever has the numbers.
+    FolderHold Find(dev_t device, ino_t node, uint32 tag);
+    /// What tells it from others of its numbers, the same in every program; 0 when nothing does.
+    uint32 TagOf(const FolderHold& folder) const;
 
     /// Opens the folder again when it is closed. Errors: B_ENTRY_NOT_FOUND when it is no longer
     /// where it was.
@@ -68,12 +76,15 @@ private:
     struct Folder : FolderCount
     {
         Key key{};
+        FolderIdentity identity; // as it was when it became known
+        uint32 tag = 0;
         OpenFolder open;  // null while closed
         std::string path; // where it was when it was closed
         bigtime_t lastUse = 0;
         std::list<Folder*>::iterator inOpen;   // valid while `open`
         std::list<Folder*>::iterator inUnheld; // valid while `isUnheld`
         bool isUnheld = false;
+        bool isGone = false; // another one has its numbers
     };
 
     FolderTable();
@@ -83,6 +94,11 @@ private:
     void SetOpen(Folder* folder, OpenFolder open) REQUIRES(fMutex);
     void Touch(Folder* folder) REQUIRES(fMutex);
     bool IsOnOtherVolume(const Folder* folder) const;
+    bool IsOther(const FolderHold& known, const FolderIdentity& identity, int descriptor);
+    void AfterOpening(const Folder* folder);
+    void SetGone(Folder* folder) REQUIRES(fMutex);
+    Folder* AddGone(const Key& key, uint32 tag) REQUIRES(fMutex);
+    status_t FindPath(int descriptor, std::string* path);
     void CloseLongestUnused();
     void CloseNoted(const FolderHold& hold, bigtime_t lastUse);
     void WakeSweeper();
@@ -94,6 +110,8 @@ private:
 
     mutable Mutex fMutex; // guards what folders point to, too
     std::unordered_map<Key, std::unique_ptr<Folder>, KeyHash> fFolders GUARDED_BY(fMutex);
+    // Held by somebody; their numbers are another folder's.
+    std::list<std::unique_ptr<Folder>> fGone GUARDED_BY(fMutex);
     std::list<Folder*> fOpen GUARDED_BY(fMutex);   // the last used first
     std::list<Folder*> fUnheld GUARDED_BY(fMutex); // the latest first
     bool fIsSweeping GUARDED_BY(fMutex) = false;

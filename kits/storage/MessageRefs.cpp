@@ -9,51 +9,90 @@
 #include <new>
 #include <vector>
 
-// Entries in messages: device and directory as 64 bits each, the name's bytes and a zero.
+// Entries in messages: device and directory as 64 bits each, the name's bytes and a zero. The
+// system counts devices with 32 bits; above them stands what tells the folder from another of its
+// numbers.
 
 namespace {
 
 constexpr size_t kNumbersBytes = 2 * sizeof(int64);
+constexpr size_t kTagBytes = sizeof(uint32);
+
+/// `folder`: what the ref holds, which counts as long as it has the ref's numbers.
+uint32 TagOf(const entry_ref& ref, const kits::FolderHold& folder)
+{
+    kits::FolderTable& table = kits::FolderTable::Get();
+    const bool isCurrent =
+        folder && table.DeviceOf(folder) == ref.device && table.NodeOf(folder) == ref.directory;
+    return table.TagOf(isCurrent ? folder : table.Find(ref.device, ref.directory));
+}
 
 /// Hands the bytes of `ref` to `use`. Errors: B_BAD_VALUE for null and for a ref without a name.
 template<class Use>
-status_t WithBytes(const entry_ref* ref, Use use)
+status_t WithBytes(const entry_ref* ref, const kits::FolderHold& folder, Use use)
 {
     if (ref == nullptr || ref->name == nullptr) {
         return B_BAD_VALUE;
     }
     const int64 numbers[2] = {static_cast<int64>(ref->device), static_cast<int64>(ref->directory)};
     const size_t nameSize = std::strlen(ref->name) + 1;
+    const uint32 tag = TagOf(*ref, folder);
     try {
-        std::vector<char> bytes(kNumbersBytes + nameSize);
+        std::vector<char> bytes(kNumbersBytes + nameSize + (tag != 0 ? kTagBytes : 0));
         std::memcpy(bytes.data(), numbers, kNumbersBytes);
         std::memcpy(bytes.data() + kNumbersBytes, ref->name, nameSize);
+        if (tag != 0) {
+            std::memcpy(bytes.data() + kNumbersBytes + nameSize, &tag, kTagBytes);
+        }
         return use(bytes.data(), static_cast<ssize_t>(bytes.size()));
     } catch (const std::bad_alloc&) {
         return B_NO_MEMORY;
     }
 }
 
-/// Whether the bytes are those of a ref; they may come from outside. A name is one step of a path.
-bool IsRef(const char* bytes, size_t size)
+/// What the bytes say of an entry.
+struct RefBytes
 {
-    if (size < kNumbersBytes + 2 || bytes[size - 1] != '\0') {
+    int64 numbers[2] = {};
+    const char* name = nullptr;
+    uint32 tag = 0;
+
+    kits::FolderHold Folder() const
+    {
+        return kits::FolderTable::Get().Find(static_cast<dev_t>(numbers[0]),
+                                             static_cast<ino_t>(numbers[1]), tag);
+    }
+};
+
+/// False when the bytes are not those of a ref; they may come from outside. A name is one step of a
+/// path.
+bool ReadRef(const void* data, size_t size, RefBytes* ref)
+{
+    if (size < kNumbersBytes + 2) {
         return false;
     }
-    const char* name = bytes + kNumbersBytes;
-    return std::strlen(name) == size - kNumbersBytes - 1 && std::strchr(name, '/') == nullptr;
+    const char* bytes = static_cast<const char*>(data);
+    const size_t room = size - kNumbersBytes;
+    ref->name = bytes + kNumbersBytes;
+    const size_t length = ::strnlen(ref->name, room);
+    if (length == 0 || length == room || std::strchr(ref->name, '/') != nullptr) {
+        return false;
+    }
+    const size_t after = room - length - 1;
+    if (after == kTagBytes) {
+        std::memcpy(&ref->tag, ref->name + length + 1, kTagBytes);
+    } else if (after != 0) {
+        return false;
+    }
+    std::memcpy(ref->numbers, bytes, kNumbersBytes);
+    return true;
 }
 
-// Messages name folders by number alone: what is known when a ref comes in stays known with it.
+// Messages name folders by numbers: what is known when a ref comes in stays known with it.
 kits::FolderHold FolderOfBytes(const void* data, size_t size)
 {
-    if (!IsRef(static_cast<const char*>(data), size)) {
-        return {};
-    }
-    int64 numbers[2];
-    std::memcpy(numbers, data, kNumbersBytes);
-    return kits::FolderTable::Get().Find(static_cast<dev_t>(numbers[0]),
-                                         static_cast<ino_t>(numbers[1]));
+    RefBytes ref;
+    return ReadRef(data, size, &ref) ? ref.Folder() : kits::FolderHold();
 }
 
 [[maybe_unused]] const bool sIsRegistered = [] {
@@ -65,7 +104,8 @@ kits::FolderHold FolderOfBytes(const void* data, size_t size)
 
 status_t BMessage::AddRef(const char* name, const entry_ref* value)
 {
-    return WithBytes(value, [&](const char* bytes, ssize_t size) {
+    const kits::FolderHold folder = value == nullptr ? kits::FolderHold() : value->fFolder;
+    return WithBytes(value, folder, [&](const char* bytes, ssize_t size) {
         return AddData(name, B_REF_TYPE, bytes, size, false);
     });
 }
@@ -87,15 +127,13 @@ status_t BMessage::FindRef(const char* name, int32 index, entry_ref* value) cons
     if (status != B_OK) {
         return status;
     }
-    const char* bytes = static_cast<const char*>(data);
-    if (!IsRef(bytes, static_cast<size_t>(size))) {
+    RefBytes read;
+    if (!ReadRef(data, static_cast<size_t>(size), &read)) {
         return B_BAD_VALUE;
     }
-    int64 numbers[2];
-    std::memcpy(numbers, bytes, kNumbersBytes);
-    *value = entry_ref(static_cast<dev_t>(numbers[0]), static_cast<ino_t>(numbers[1]),
-                       bytes + kNumbersBytes);
-    value->fFolder = kits::FolderTable::Get().Find(value->device, value->directory);
+    *value = entry_ref(static_cast<dev_t>(read.numbers[0]), static_cast<ino_t>(read.numbers[1]),
+                       read.name);
+    value->fFolder = read.Folder();
     return value->name == nullptr ? B_NO_MEMORY : B_OK;
 }
 
@@ -106,7 +144,8 @@ status_t BMessage::ReplaceRef(const char* name, const entry_ref* value)
 
 status_t BMessage::ReplaceRef(const char* name, int32 index, const entry_ref* value)
 {
-    return WithBytes(value, [&](const char* bytes, ssize_t size) {
+    const kits::FolderHold folder = value == nullptr ? kits::FolderHold() : value->fFolder;
+    return WithBytes(value, folder, [&](const char* bytes, ssize_t size) {
         return ReplaceData(name, B_REF_TYPE, index, bytes, size);
     });
 }

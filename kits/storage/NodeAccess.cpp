@@ -222,21 +222,6 @@ status_t BNodeAccess::GiveList(BNode* node, gid_t group) const
                          : status_t(B_BAD_VALUE);
 }
 
-status_t BNodeAccess::CheckList(BNode* node) const
-{
-    if (node->InitCheck() != B_OK) {
-        return B_NO_INIT;
-    }
-    if (!IsList(fList)) {
-        return B_BAD_VALUE;
-    }
-    const status_t status = WriteList(node->Descriptor(), kAccessList, Masked(fList));
-    if (status == B_OK) {
-        RemoveList(node);
-    }
-    return status;
-}
-
 status_t BNodeAccess::RemoveList(BNode* node)
 {
     if (node->InitCheck() != B_OK) {
@@ -276,6 +261,28 @@ status_t BNodeAccess::CopyDefaultList(const BNode& from, BNode* to)
     const bool isSame =
         from.GetGroup(&group) == B_OK && to->GetGroup(&madeGroup) == B_OK && group == madeGroup;
     return WriteList(to->Descriptor(), kDefaultList, isSame ? list : CutForOtherGroup(list));
+}
+
+status_t BNodeAccess::CheckLists(const BNode& from, BNode* made)
+{
+    if (from.InitCheck() != B_OK || made->InitCheck() != B_OK) {
+        return B_NO_INIT;
+    }
+    for (const char* name : {kAccessList, kDefaultList}) {
+        std::string list;
+        status_t status = ReadList(from.Descriptor(), name, &list);
+        if (status == B_OK && !list.empty()) {
+            status = IsList(list) ? WriteList(made->Descriptor(), name, Masked(list))
+                                  : status_t(B_UNSUPPORTED);
+            if (status == B_OK) {
+                status = kits::sys::RemoveAttribute(made->Descriptor(), name);
+            }
+        }
+        if (status != B_OK) {
+            return status;
+        }
+    }
+    return B_OK;
 }
 
 mode_t current_umask()

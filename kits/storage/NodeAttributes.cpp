@@ -1,8 +1,10 @@
 // The attributes of a BNode, kept as extended attributes of the file system.
 
+#include "AttributeStatus.h"
 #include "SystemCalls.h"
 
 #include <Node.h>
+#include <NodeAccess.h>
 
 #include <algorithm>
 #include <cstring>
@@ -11,6 +13,8 @@
 namespace {
 
 constexpr std::string_view kPrefix = "user.norvane.";
+constexpr std::string_view kGivenPrefix = "user.";
+constexpr std::string_view kListPrefix = "system.posix_acl_";
 
 // An attribute's value starts with its type, least significant byte first.
 constexpr size_t kTypeBytes = 4;
@@ -70,6 +74,31 @@ void ForEachName(const std::string& names, Visit visit)
     for (size_t at = 0; at < names.size(); at += std::strlen(names.c_str() + at) + 1) {
         visit(names.c_str() + at);
     }
+}
+
+/// Whether an attribute was given to the node rather than made by the system.
+bool IsGiven(std::string_view name)
+{
+    return name.starts_with(kGivenPrefix);
+}
+
+/// What failed outweighs what cannot be kept.
+status_t Worse(status_t before, status_t now)
+{
+    return before == B_OK || (before == B_UNSUPPORTED && now != B_OK) ? now : before;
+}
+
+status_t CopyAttribute(int source, const char* name, int target)
+{
+    std::string value;
+    const status_t status = ReadValue(source, name, &value);
+    if (status == B_ENTRY_NOT_FOUND) {
+        return B_OK; // it was removed since it was listed
+    }
+    return status != B_OK
+               ? status
+               : kits::KeepingStatus(
+                     kits::sys::SetAttribute(target, name, value.data(), value.size()), target);
 }
 
 } // namespace
@@ -233,21 +262,32 @@ status_t BNode::CopyAttrsFrom(const BNode& source)
     if (status != B_OK) {
         return status == B_UNSUPPORTED ? status_t(B_OK) : status; // there are none to take over
     }
-    status_t first = B_OK;
+    status_t worst = B_OK;
     ForEachName(names, [&](const char* name) {
-        // Labels of a security system are given by the system itself.
-        if (std::string_view(name).starts_with("security.")) {
-            return;
-        }
-        std::string value;
-        status_t copied = ReadValue(source.fDescriptor, name, &value);
-        if (copied == B_OK) {
-            copied = kits::sys::SetAttribute(fDescriptor, name, value.data(), value.size());
-        }
-        if (copied != B_OK && first == B_OK) {
-            first = copied;
+        if (IsGiven(name)) {
+            worst = Worse(worst, CopyAttribute(source.fDescriptor, name, fDescriptor));
         }
     });
     RewindAttrs();
-    return first;
+    return worst;
+}
+
+status_t BNode::CheckAttrsFrom(const BNode& source)
+{
+    if (fStatus != B_OK || source.fStatus != B_OK) {
+        return B_NO_INIT;
+    }
+    std::string names;
+    status_t status = ListNames(source.fDescriptor, &names);
+    if (status != B_OK) {
+        return status == B_UNSUPPORTED ? status_t(B_OK) : status;
+    }
+    bool hasAttributes = false;
+    bool hasLists = false;
+    ForEachName(names, [&](const char* name) {
+        hasAttributes |= IsGiven(name);
+        hasLists |= std::string_view(name).starts_with(kListPrefix);
+    });
+    status = hasAttributes ? CopyAttrsFrom(source) : status_t(B_OK);
+    return hasLists ? Worse(status, BNodeAccess::CheckLists(source, this)) : status;
 }

@@ -86,34 +86,6 @@ status_t LookUpStep(const FolderHold& base, std::string path, Place* place)
 
 } // namespace
 
-int OpenPath(int base, const std::string& path, int flags, mode_t mode)
-{
-    if (path.size() < PATH_MAX) {
-        return sys::OpenAt(base, path.c_str(), flags, mode);
-    }
-    // Longer than the system takes at once: in pieces, each cut at a slash.
-    UniqueFd reached;
-    size_t start = 0;
-    while (path.size() - start >= PATH_MAX) {
-        const size_t slash = path.rfind('/', start + PATH_MAX - 2);
-        if (slash == std::string::npos || slash <= start) {
-            return B_NAME_TOO_LONG;
-        }
-        const std::string piece = path.substr(start, slash - start);
-        reached = UniqueFd(sys::OpenAt(reached.IsOpen() ? reached.Get() : base, piece.c_str(),
-                                       O_PATH | O_DIRECTORY));
-        if (!reached.IsOpen()) {
-            return reached.Get();
-        }
-        start = path.find_first_not_of('/', slash);
-        if (start == std::string::npos) {
-            start = path.size();
-        }
-    }
-    const std::string rest = start < path.size() ? path.substr(start) : ".";
-    return sys::OpenAt(reached.IsOpen() ? reached.Get() : base, rest.c_str(), flags, mode);
-}
-
 std::string HomeFolder()
 {
     const char* home = std::getenv("HOME");
@@ -133,13 +105,18 @@ std::string HomeFolder()
 status_t PlaceOfFolder(int folder, Place* place)
 {
     std::string path;
-    status_t status = sys::PathOf(folder, &path);
-    if (status != B_OK) {
-        return status;
-    }
-    if (path == "/") {
+    const status_t status = sys::PathOf(folder, &path);
+    if (status == B_OK && path == "/") {
         place->name.assign(1, '.');
         return KnowFolder(folder, &place->folder);
+    }
+    if (status == B_NAME_TOO_LONG) { // deeper than the system tells
+        UniqueFd parent;
+        const status_t found = FindInParent(folder, &parent, &place->name);
+        return found == B_OK ? KnowFolder(parent.Get(), &place->folder) : found;
+    }
+    if (status != B_OK) {
+        return status;
     }
     const UniqueFd parent(sys::OpenAt(folder, "..", O_PATH | O_DIRECTORY));
     if (!parent.IsOpen()) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FolderPath.h"
 #include "FolderTable.h"
 
 #include <string>
@@ -26,10 +27,6 @@ enum class LastLink { kKept, kFollowed };
 /// system did not tell which folder it is: the working directory is no stand-in.
 [[nodiscard]] status_t LookUpFrom(const FolderHold& base, const char* path, LastLink lastLink,
                                   Place* place);
-
-/// Opens what `path` leads to from the folder `base`, a path of any length; the last step as
-/// `flags` say. Returns the descriptor or a status.
-int OpenPath(int base, const std::string& path, int flags, mode_t mode = 0);
 
 /// The place of an open folder itself, in its parent.
 [[nodiscard]] status_t PlaceOfFolder(int folder, Place* place);

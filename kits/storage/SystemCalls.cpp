@@ -187,6 +187,44 @@ status_t StatxAt(int folder, const char* name, struct statx* record)
     });
 }
 
+status_t HandleOf(int descriptor, std::string* handle)
+{
+    union
+    {
+        struct file_handle head;
+        char bytes[sizeof(struct file_handle) + MAX_HANDLE_SZ];
+    } read = {};
+    read.head.handle_bytes = MAX_HANDLE_SZ;
+    int mount = 0;
+    const status_t status = Retry(
+        [&] { return ::name_to_handle_at(descriptor, "", &read.head, &mount, AT_EMPTY_PATH); });
+    if (status != B_OK) {
+        return status;
+    }
+    handle->assign(reinterpret_cast<const char*>(&read.head.handle_type),
+                   sizeof(read.head.handle_type));
+    handle->append(reinterpret_cast<const char*>(read.head.f_handle), read.head.handle_bytes);
+    return B_OK;
+}
+
+status_t BirthOf(int descriptor, uint64* birth)
+{
+    struct statx record;
+    const status_t status =
+        Retry([&] { return ::statx(descriptor, "", AT_EMPTY_PATH, STATX_BTIME, &record); });
+    if (status != B_OK) {
+        return status;
+    }
+    const uint64 nanoseconds =
+        static_cast<uint64>(record.stx_btime.tv_sec) * 1'000'000'000 + record.stx_btime.tv_nsec;
+    // Some that keep no such time say that everything was made when time began.
+    if ((record.stx_mask & STATX_BTIME) == 0 || nanoseconds == 0) {
+        return B_UNSUPPORTED;
+    }
+    *birth = nanoseconds;
+    return B_OK;
+}
+
 status_t SetMode(int descriptor, mode_t mode)
 {
     return RetryByPath(

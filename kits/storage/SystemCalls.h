@@ -53,6 +53,11 @@ off_t SeekHole(int file, off_t position);
 [[nodiscard]] status_t StatPath(const char* path, struct stat* st);
 /// All that a list of files needs; several threads may ask for entries of one folder.
 [[nodiscard]] status_t StatxAt(int folder, const char* name, struct statx* record);
+/// The file system's own name for an open node, as bytes: another node never has it, also not after
+/// this one was removed. Errors: B_UNSUPPORTED where it gives none.
+[[nodiscard]] status_t HandleOf(int descriptor, std::string* handle);
+/// When an open node was made, in nanoseconds. Errors: B_UNSUPPORTED where nobody noted it.
+[[nodiscard]] status_t BirthOf(int descriptor, uint64* birth);
 [[nodiscard]] status_t SetMode(int descriptor, mode_t mode);
 [[nodiscard]] status_t SetModeAt(int folder, const char* name, mode_t mode);
 [[nodiscard]] status_t SetOwnerAt(int folder, const char* name, uid_t owner, gid_t group);

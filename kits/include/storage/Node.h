@@ -80,10 +80,17 @@ public:
     /// How many attributes the node has; one cheap call, 0 also where there are none to be had. An
     /// extension of the platform.
     int32 CountAttrs() const;
-    /// Takes over every extended attribute of `source` that may be written here, access lists
-    /// included. An extension of the platform. Errors: that of the first one that could not be
-    /// taken over; the others are there nevertheless.
+    /// Takes over the extended attributes of `source` that programs and people gave it ("user.").
+    /// What the system itself labels stays behind, and lists of who may use it are BNodeAccess's.
+    /// An extension of the platform. Errors: B_UNSUPPORTED when this file system cannot hold some
+    /// of them, by their number, size or kind, and nothing else is wrong; else that of the first
+    /// one that could not be read or written. The others are there nevertheless.
     status_t CopyAttrsFrom(const BNode& source);
+    /// Asks whether this new node can keep all of `source` that counts: those attributes, and its
+    /// access lists. An extension of the platform. The attributes are there afterwards, the lists
+    /// are not; it is open to nobody but its owner. One cheap call when `source` has none. Errors:
+    /// B_UNSUPPORTED when it cannot; those of reading and writing.
+    status_t CheckAttrsFrom(const BNode& source);
 
     /// A new descriptor of the same node for the caller to close, or a status.
     int Dup() const;

@@ -44,16 +44,16 @@ public:
     /// Errors: B_BAD_VALUE when there is none; B_UNSUPPORTED where the file system cannot keep it;
     /// others of writing. Nothing is changed then.
     status_t GiveList(BNode* node, gid_t group) const;
-    /// Whether the file system of `node` can keep the list; for a new node whose list, if any, is
-    /// not needed. It is open to nobody but its owner afterwards. Errors: as GiveList().
-    status_t CheckList(BNode* node) const;
-
     /// Takes the access list away that `node` has, one it got from its folder included; the group's
     /// bits of its mode are its group's from then on. B_OK when there is none, too.
     static status_t RemoveList(BNode* node);
     /// Gives the folder `to` the list by which `from` gives new entries theirs, cut as GiveList()
     /// does; B_OK when it has none. Errors: as GiveList().
     static status_t CopyDefaultList(const BNode& from, BNode* to);
+    /// Whether the file system of the new node `made` can keep the lists of `from`; B_OK when it
+    /// has none. `made` has none of its own afterwards, and is open to nobody but its owner.
+    /// Errors: as GiveList().
+    static status_t CheckLists(const BNode& from, BNode* made);
 
 private:
     status_t fStatus = B_NO_INIT;

@@ -5,9 +5,13 @@
 #include <Node.h>
 #include <Path.h>
 
+#include <PrivateMounts.h>
 #include <TempTree.h>
 #include <gtest/gtest.h>
+#include <string>
+#include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -27,8 +31,27 @@ protected:
         return ref;
     }
 
+    /// Puts another folder in the place of "a" that has its numbers, as file systems give them
+    /// anew; false where this one does not.
+    bool ReplaceWithSameNumbers()
+    {
+        const entry_ref before = Ref("a/file");
+        kits::FolderTable::Get().CloseIdle(0, kits::FolderTable::Volumes::kAll);
+        fTree.Remove("a");
+        fTree.Write("a/file", "another");
+        struct stat now = {};
+        EXPECT_EQ(stat(fTree.Path("a").c_str(), &now), 0);
+        return now.st_ino == before.directory && now.st_dev == before.device;
+    }
+
     TempTree fTree;
 };
+
+/// Removes a tree that is too deep for paths.
+void RemoveDeep(const std::string& path)
+{
+    EXPECT_EQ(BEntry(path.c_str()).RemoveTree(), B_OK);
+}
 
 } // namespace
 
@@ -84,6 +107,90 @@ TEST_F(EntryRefTest, IsNotFoundWhenAnotherFolderTookThePlace)
     fTree.Write("a/file", "another");
 
     EXPECT_FALSE(BEntry(&ref).Exists());
+}
+
+TEST_F(EntryRefTest, IsNotFoundWhenAnotherFolderGotItsNumbers)
+{
+    fTree.Write("a/file", "x");
+    const entry_ref ref = Ref("a/file");
+    if (!ReplaceWithSameNumbers()) {
+        GTEST_SKIP() << "the file system of temporary files gives no number twice";
+    }
+
+    EXPECT_FALSE(BEntry(&ref).Exists());
+    BPath path;
+    EXPECT_EQ(BEntry(&ref).GetPath(&path), B_ENTRY_NOT_FOUND);
+}
+
+TEST_F(EntryRefTest, StaysUnfoundWhenTheOtherFolderIsKnown)
+{
+    fTree.Write("a/file", "x");
+    const entry_ref ref = Ref("a/file");
+    if (!ReplaceWithSameNumbers()) {
+        GTEST_SKIP() << "the file system of temporary files gives no number twice";
+    }
+
+    const entry_ref other = Ref("a/file");
+    const entry_ref copy(ref);
+
+    EXPECT_TRUE(BEntry(&other).Exists());
+    EXPECT_FALSE(BEntry(&ref).Exists());
+    EXPECT_FALSE(BEntry(&copy).Exists());
+    const entry_ref numbers(ref.device, ref.directory, "file");
+    EXPECT_TRUE(BEntry(&numbers).Exists());
+}
+
+TEST_F(EntryRefTest, IsReopenedThoughItsFolderIsDeeperThanPathsReach)
+{
+    fTree.Write("top/file", "x");
+    BDirectory folder(fTree.Path("top").c_str());
+    const std::string name(200, 'd');
+    std::vector<entry_ref> refs;
+    for (int i = 0; i < 30; ++i) {
+        ASSERT_EQ(folder.CreateDirectory(name.c_str(), nullptr), B_OK);
+        BDirectory child;
+        ASSERT_EQ(child.SetToChild(folder, name.c_str()), B_OK);
+        ASSERT_EQ(child.CreateFile("file", nullptr), B_OK);
+        const BEntry entry(&child, "file");
+        refs.emplace_back();
+        ASSERT_EQ(entry.GetRef(&refs.back()), B_OK);
+        folder = child;
+    }
+    BEntry self;
+    EXPECT_EQ(folder.GetEntry(&self), B_OK);
+    EXPECT_STREQ(self.Name(), name.c_str());
+
+    kits::FolderTable::Get().CloseIdle(0, kits::FolderTable::Volumes::kAll);
+
+    EXPECT_EQ(kits::FolderTable::Get().CountOpen(), 0u);
+    for (const entry_ref& ref : refs) {
+        EXPECT_TRUE(BEntry(&ref).Exists());
+    }
+    RemoveDeep(fTree.Path("top"));
+}
+
+TEST_F(EntryRefTest, StaysOpenWhereItCouldNotBeFoundAgain)
+{
+    fTree.Write("top/file", "x");
+    BDirectory folder(fTree.Path("top").c_str());
+    const std::string name(200, 'd');
+    for (int i = 0; i < 30; ++i) {
+        ASSERT_EQ(folder.CreateDirectory(name.c_str(), nullptr), B_OK);
+        BDirectory child;
+        ASSERT_EQ(child.SetToChild(folder, name.c_str()), B_OK);
+        if (i == 29) {
+            folder.SetPermissions(0300); // names in it cannot be looked for
+        }
+        folder = child;
+    }
+    const BEntry entry(&folder, "file");
+    {
+        const WithoutFileRights rights;
+        kits::FolderTable::Get().CloseIdle(0, kits::FolderTable::Volumes::kAll);
+        EXPECT_EQ(folder.CreateFile("file", nullptr), B_OK);
+        EXPECT_TRUE(entry.Exists());
+    }
+    RemoveDeep(fTree.Path("top"));
 }
 
 TEST_F(EntryRefTest, IsNotFoundAfterItsFolderWasRemoved)

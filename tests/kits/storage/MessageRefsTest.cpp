@@ -228,6 +228,42 @@ TEST(MessageRefsTest, ReplacesInPlace)
     EXPECT_EQ(found, first);
 }
 
+TEST(MessageRefsTest, NameNoFolderThatGotTheNumbersOfAnother)
+{
+    TempTree files;
+    files.Write("a/file", "x");
+    entry_ref ref;
+    get_ref_for_path(files.Path("a/file").c_str(), &ref);
+    BMessage message;
+    message.AddRef("refs", &ref);
+    BMessage outer;
+    outer.AddMessage("inner", &message);
+    kits::FolderTable::Get().CloseIdle(0, kits::FolderTable::Volumes::kAll);
+    files.Remove("a");
+    files.Write("a/file", "another");
+    entry_ref other;
+    get_ref_for_path(files.Path("a/file").c_str(), &other);
+    if (other != ref) {
+        GTEST_SKIP() << "the file system of temporary files gives no number twice";
+    }
+    message.AddRef("refs", &other);
+
+    entry_ref first;
+    entry_ref second;
+    ASSERT_EQ(message.FindRef("refs", 0, &first), B_OK);
+    ASSERT_EQ(message.FindRef("refs", 1, &second), B_OK);
+    EXPECT_FALSE(BEntry(&first).Exists());
+    EXPECT_TRUE(BEntry(&second).Exists());
+    BMessage inner;
+    ASSERT_EQ(outer.FindMessage("inner", &inner), B_OK);
+    ASSERT_EQ(inner.FindRef("refs", &first), B_OK);
+    EXPECT_FALSE(BEntry(&first).Exists());
+    BMessage late; // the old ref, packed only now
+    late.AddRef("refs", &ref);
+    ASSERT_EQ(late.FindRef("refs", &first), B_OK);
+    EXPECT_FALSE(BEntry(&first).Exists());
+}
+
 TEST(MessageRefsTest, TakesNoRefWithoutAName)
 {
     const entry_ref nameless;

@@ -172,7 +172,7 @@ TEST_F(NodeAccessTest, RemovesAListWithoutOpeningTheGroup)
     EXPECT_EQ(BNodeAccess::RemoveList(&node), B_OK);
 }
 
-TEST_F(NodeAccessTest, ChecksAListAndOpensNothing)
+TEST_F(NodeAccessTest, ChecksListsAndOpensNothing)
 {
     fTree.Write("b", "");
     ASSERT_EQ(chmod(Path("b").c_str(), 0600), 0);
@@ -180,7 +180,7 @@ TEST_F(NodeAccessTest, ChecksAListAndOpensNothing)
         (AccessList{.users = {{kNamedUser, 6}}, .group = 6, .others = 6}.GiveTo(Path("a"))));
 
     BNode made = Node("b");
-    EXPECT_EQ(BNodeAccess(Node("a")).CheckList(&made), B_OK);
+    EXPECT_EQ(BNodeAccess::CheckLists(Node("a"), &made), B_OK);
 
     EXPECT_EQ(AccessList::Of(Path("b")), "");
     EXPECT_EQ(Mode("b"), 0600u);

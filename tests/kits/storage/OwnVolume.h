@@ -40,12 +40,12 @@ enum Outcome { kHeld = 0, kFailed = 1, kNotAllowed = 2 };
 
 /// Runs `test` in a child with a file system of its own at `folder`; it says whether all held.
 inline void OnVolume(const std::string& folder, const char* options,
-                     const std::function<bool()>& test)
+                     const std::function<bool()>& test, const char* type = "tmpfs")
 {
     const pid_t child = fork();
     ASSERT_GE(child, 0);
     if (child == 0) {
-        if (!EnterOwnMounts() || mount("tmpfs", folder.c_str(), "tmpfs", 0, options) != 0) {
+        if (!EnterOwnMounts() || mount(type, folder.c_str(), type, 0, options) != 0) {
             _exit(kNotAllowed);
         }
         _exit(test() ? kHeld : kFailed);
