@@ -2,6 +2,7 @@
 // medium can be when the power goes whether something lies nowhere. The script `run` beside this
 // tells of the options.
 
+#include "Controls.h"
 #include "PowerJudgement.h"
 #include "Stage.h"
 
@@ -18,7 +19,8 @@ struct Arguments
 {
     std::string job;
     int combinations = 1000; // chosen by chance, of each job
-    bool isVerbose = false;  // lists the steps, and every kind of loss
+    bool isControl = false;
+    bool isVerbose = false; // lists the steps, and every kind of loss
 };
 
 /// How a job went.
@@ -109,14 +111,17 @@ void Outage::LoseAtMostTwo(size_t steps)
     const Disk::State all{steps, {steps, steps}, {}};
     Judge(all);
     const std::vector<Loss> losses = LossesAt(steps);
-    for (size_t i = 0; i < losses.size(); ++i) {
+    for (const Loss& loss : losses) {
         Disk::State one = all;
-        Lose(losses[i], &one);
+        Lose(loss, &one);
         Judge(one);
+    }
+    for (size_t i = 0; i < losses.size(); ++i) {
         for (size_t j = i + 1; j < losses.size(); ++j) {
             // Two ends of one order are the longer one alone.
             if (losses[i].volume < 0 || losses[i].volume != losses[j].volume) {
-                Disk::State two = one;
+                Disk::State two = all;
+                Lose(losses[i], &two);
                 Lose(losses[j], &two);
                 Judge(two);
             }
@@ -226,7 +231,8 @@ int RunAll(const Arguments& arguments, const std::string& root, bool hasVolumes)
     const Scene scene(root);
     std::vector<std::pair<std::string, Outcome>> rows;
     Outcome all;
-    for (const Job& job : AllJobs()) {
+    const bool isControl = arguments.isControl;
+    for (const Job& job : isControl ? std::vector<Job>{CarefulMove(), CarelessMove()} : AllJobs()) {
         const bool isMeant = arguments.job.empty() || arguments.job == job.name;
         if (!isMeant || !ReachesDisk(job) || (!hasVolumes && job.NeedsTwoVolumes())) {
             continue;
@@ -252,6 +258,9 @@ int RunAll(const Arguments& arguments, const std::string& root, bool hasVolumes)
     const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
     std::printf("%.1f s\n", took.count());
     scene.Clear();
+    if (isControl) {
+        return rows[0].second.wrong == 0 && rows[1].second.wrong > 0 ? 0 : 1;
+    }
     return all.wrong == 0 ? 0 : 1;
 }
 
@@ -264,12 +273,15 @@ int main(int count, char** words)
         const std::string word = words[i];
         if (word == "--verbose") {
             arguments.isVerbose = true;
+        } else if (word == "--control") {
+            arguments.isControl = true;
         } else if (word == "--job" && i + 1 < count) {
             arguments.job = words[++i];
         } else if (word == "--combinations" && i + 1 < count) {
             arguments.combinations = std::atoi(words[++i]);
         } else {
-            std::fprintf(stderr, "usage: %s [--job NAME] [--combinations COUNT] [--verbose]\n",
+            std::fprintf(stderr,
+                         "usage: %s [--job NAME] [--combinations COUNT] [--control] [--verbose]\n",
                          words[0]);
             return 2;
         }

@@ -2,6 +2,7 @@
 // its system calls, and judges what is on the disk then. The script `run` beside this tells of the
 // options, of what is wrong, and of what is left out.
 
+#include "Controls.h"
 #include "RaceJudgement.h"
 #include "RaceTable.h"
 #include "Stage.h"
@@ -21,6 +22,7 @@ struct Arguments
     int call = 0; // 0: all
     Share share;
     std::string folder; // with the two volumes; empty: ours
+    bool isControl = false;
     bool isVerbose = false;
     bool showsCalls = false;
 };
@@ -173,12 +175,14 @@ bool Read(int count, char** words, Arguments* arguments)
         const std::string word = words[i];
         if (word == "--verbose") {
             arguments->isVerbose = true;
+        } else if (word == "--control") {
+            arguments->isControl = true;
         } else if (word == "--calls") {
             arguments->showsCalls = true;
         } else if (i + 1 == count || !ReadOption(word, words[++i], arguments)) {
             std::fprintf(stderr,
                          "usage: %s [--sample COUNT] [--job NAME] [--action NAME] [--call NUMBER] "
-                         "[--share N/M] [--at FOLDER] [--verbose] [--calls]\n",
+                         "[--share N/M] [--at FOLDER] [--control] [--verbose] [--calls]\n",
                          words[0]);
             return false;
         }
@@ -199,11 +203,24 @@ bool IsRaced(const Job& job)
     }
 }
 
+/// Whether the judge sees what is wrong, and only that.
+int RunControl(const Arguments& arguments, const Scene& scene, const RaceRunner& runner)
+{
+    const bool isCarefulRight = Races(arguments, scene, runner).Run({CarefulMove()}) == 0;
+    const bool isCarelessWrong = Races(arguments, scene, runner).Run({CarelessMove()}) != 0;
+    std::printf("the careful move: %s; the careless one: %s\n", isCarefulRight ? "right" : "WRONG",
+                isCarelessWrong ? "wrong, as it has to be" : "NOT SEEN");
+    return isCarefulRight && isCarelessWrong ? 0 : 1;
+}
+
 int RunAll(const Arguments& arguments, const std::string& root, bool hasVolumes,
            const RaceRunner& runner)
 {
     const auto start = std::chrono::steady_clock::now();
     const Scene scene(root);
+    if (arguments.isControl) {
+        return RunControl(arguments, scene, runner);
+    }
     std::vector<Job> jobs;
     for (Job& job : AllJobs()) {
         const bool isMeant = arguments.job.empty() || arguments.job == job.name;

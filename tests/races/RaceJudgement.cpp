@@ -133,16 +133,37 @@ bool RaceJudgement::MayGo(const std::string& path, const SceneItem& item) const
            IsAgreedToReplace(path, item) || WasLostLate(item);
 }
 
-/// Somebody wrote into the target of that source while it was being filled: its size is right in
-/// the end, and no call tells.
+/// Somebody wrote into the target of that source before the operation had done with it and looked:
+/// its size is right in the end, its time is set by the operation, and no call tells.
 bool RaceJudgement::WasSpoiltUnfinished(const std::string& path) const
 {
     if (!fPlaces.HasTarget() || !IsAtOrBelow(path, fPlaces.item)) {
         return false;
     }
     const std::string target = TargetOf(path);
-    const auto then = fAtAct.find(target);
-    return WasChangedWithinOwnFile(target) && fItemTexts.count(then->second.text) == 0;
+    return WasChangedWithinOwnFile(target) && fReport.actedBefore <= FirstLookAtFinished(target);
+}
+
+/// The number of the call by which the operation first looked at the target after its own last
+/// change of it; of that change if it never looked.
+int RaceJudgement::FirstLookAtFinished(const std::string& target) const
+{
+    int number = 0;
+    bool isLook = true;
+    for (size_t i = 0; i < fReport.calls.size(); ++i) {
+        const Report::Call& call = fReport.calls[i];
+        if (call.path != target) {
+            continue;
+        }
+        const bool isChange = call.kind == kFaultWrite || call.kind == kFaultCopyRange ||
+                              call.kind == kFaultControl || call.kind == kFaultSetSize ||
+                              call.kind == kFaultSetMode || call.kind == kFaultAttributes;
+        if (isChange || (!isLook && call.kind == kFaultStat)) {
+            number = static_cast<int>(i + 1);
+            isLook = !isChange;
+        }
+    }
+    return number;
 }
 
 std::string RaceJudgement::TargetOf(const std::string& path) const
@@ -219,13 +240,17 @@ bool RaceJudgement::IsAgreedToReplace(const std::string& path, const SceneItem& 
     });
 }
 
-/// The number of the call that took the entry, or a folder above it, from its place.
+/// The number of the call that removed the entry, at its place or where it was put aside under a
+/// name of our own, itself or a folder above it.
 int RaceJudgement::RemovalOf(const std::string& source) const
 {
     for (size_t i = fReport.calls.size(); i > 0; --i) {
         const Report::Call& call = fReport.calls[i - 1];
-        if ((call.kind == kFaultUnlink || call.kind == kFaultRename) &&
-            IsAtOrBelow(source, call.path) && IsAtOrBelow(call.path, fPlaces.item)) {
+        const bool isAside = IsAtOrBelow(call.path, fPlaces.itemFolder) &&
+                             (LeafOf(call.path).starts_with(kBeside) ||
+                              (call.path.find(std::string("/") + kBeside) != std::string::npos &&
+                               LeafOf(call.path) == LeafOf(source)));
+        if (call.kind == kFaultUnlink && (call.path == source || isAside)) {
             return static_cast<int>(i);
         }
     }
@@ -259,7 +284,8 @@ bool RaceJudgement::WasLostLate(const SceneItem& item) const
                              call.kind == kFaultRename || call.kind == kFaultLink ||
                              call.kind == kFaultMakeFolder || call.kind == kFaultSync ||
                              call.kind == kFaultSyncVolume;
-        if (changes && !fPlaces.IsOfSource(call.path)) {
+        // Names in the source's folder are changed to remove it.
+        if (changes && !IsAtOrBelow(call.path, fPlaces.itemFolder)) {
             lastChange = number;
         }
     }

@@ -26,7 +26,12 @@ private:
     struct Contents // lent by that state
     {
         explicit Contents(const Snapshot& all);
-        bool Has(const SceneItem& item) const { return seen.count(item.text) > 0; }
+        /// Whether the contents are there, maybe with more after them.
+        bool Has(const SceneItem& item) const
+        {
+            const auto found = seen.lower_bound(item.text);
+            return found != seen.end() && found->starts_with(item.text);
+        }
 
         std::set<std::string_view> seen;
         std::set<std::string_view> hidden;
@@ -45,6 +50,7 @@ private:
     std::string TargetOf(const std::string& path) const;
     bool IsAgreedToReplace(const std::string& path, const SceneItem& item) const;
     bool WasLostLate(const SceneItem& item) const;
+    int FirstLookAtFinished(const std::string& target) const;
     int RemovalOf(const std::string& source) const;
     void CheckForeign();
 
