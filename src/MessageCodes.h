@@ -32,6 +32,7 @@ enum WindowCommand : uint32 {
     kGoTo = 134,
     kPreferences = 135,
     kHelp = 140,
+    kStopOperation = 'StOp', // in no menu: asks whether the newest operation is to stop
     kFocusPane = 1000, // to 1009: the pane's place is added
 };
 
@@ -69,6 +70,7 @@ enum OperationMessage : uint32 {
     kDeleteRequest = 606,   // "refs"; bool kForGood, else for good when the path is a Trash
     kEmptyRequest = 'Empt', // all that lies in the operation's path, for good
     kStartLate = 'Late',    // to itself: no activation came
+    kAskToStop = 'AskS',    // asks the person whether it is to stop
 };
 
 // Of a kDeleteRequest: what the person agreed to, for good or into the Trash.

@@ -1,6 +1,7 @@
 #include "MessageCodes.h"
 #include "app/MenuTable.h"
 #include "app/NorvaneWindow.h"
+#include "fileops/engine/Operations.h"
 #include "fileops/windows/CopyWin.h"
 #include "fileops/windows/GetTextWin.h"
 #include "fileops/windows/OverWin.h"
@@ -100,6 +101,10 @@ const NorvaneWindow::Answer NorvaneWindow::kCommands[] = {
     {kRevertToDefault,
      [](auto& window, auto&) {
          window.Default();
+     }},
+    {kStopOperation,
+     [](auto& window, auto&) {
+         Operations::AskToStop(BMessenger(nullptr, &window));
      }},
     {kTestOverwrite,
      [](auto& window, auto&) {
@@ -230,7 +235,7 @@ void NorvaneWindow::EmptyTrash()
     }
     // Works on its own thread, and is seen only when it takes long.
     BMessage request(kEmptyRequest);
-    new CopyWin(Frame(), "Empty Trash", trash.Path(), &request, this);
+    StartOperation(Frame(), "Empty Trash", trash.Path(), &request, this);
 }
 
 void NorvaneWindow::AskWhereToGo()

@@ -286,9 +286,8 @@ void DirView::EntriesDropped(BMessage* message)
 
 void DirView::StartOperation(const OperationRequest& request, BHandler* handler)
 {
-    // It shows itself, does its work on its own thread and deletes itself.
-    new CopyWin(Window()->Frame(), request.title.c_str(), request.path.c_str(),
-                request.message.get(), handler);
+    norvane::StartOperation(Window()->Frame(), request.title.c_str(), request.path.c_str(),
+                            request.message.get(), handler);
 }
 
 } // namespace norvane

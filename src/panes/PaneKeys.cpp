@@ -53,6 +53,7 @@ bool MayRepeat(PaneCommand command)
     case PaneCommand::kRename:
     case PaneCommand::kNewFolder:
     case PaneCommand::kQuery:
+    case PaneCommand::kStop:
         return false;
     default:
         return true;
@@ -66,6 +67,8 @@ KeyMeaning MeaningOfFirst(const KeyPress& key)
         return {PaneCommand::kTrash, false};
     case B_BACKSPACE:
         return {PaneCommand::kUp, false};
+    case B_ESCAPE:
+        return {PaneCommand::kStop, false};
     case B_SPACE:
         return {PaneCommand::kMarkAndMeasure, true};
     case B_INSERT:
@@ -154,6 +157,9 @@ void PaneKeys::CarryOut(PaneCommand command, const KeyPress& key)
         break;
     case PaneCommand::kTypeAhead:
         TypeAhead(key);
+        break;
+    case PaneCommand::kStop:
+        Post(kStopOperation);
         break;
     }
 }

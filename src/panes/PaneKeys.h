@@ -38,6 +38,7 @@ enum class PaneCommand : uint8 {
     kNewFolder,
     kQuery,
     kTypeAhead,
+    kStop,
 };
 
 struct KeyMeaning

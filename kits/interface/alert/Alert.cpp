@@ -103,7 +103,16 @@ int32 BAlert::Go()
     const BMessenger alert(this);
     BWindow* waiting = WindowOfThisThread();
     PlaceOnScreen();
+    // It answers nothing as long as it is locked, so that it is still there to be looked at.
+    const bool isLocked = Lock();
     Show();
+    if (isLocked && Thread() <= 0) {
+        Quit(); // no thread was to be had
+        return -1;
+    }
+    if (isLocked) {
+        Unlock();
+    }
     const kits::LongWork waitingIsMeant;
     while (!answer->WaitFor(kPaintInterval)) {
         if (kits::ProgramEnd::IsRequested()) {

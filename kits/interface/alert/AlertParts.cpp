@@ -5,9 +5,9 @@
 
 #include <Font.h>
 #include <InterfaceDefs.h>
+#include <OS.h>
 #include <ScrollBar.h>
 #include <TextView.h>
-#include <OS.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 #include <Button.h>
 
-#include "interface/views/WindowAccess.h"
 #include "interface/views/Look.h"
 #include "interface/views/Ticker.h"
+#include "interface/views/WindowAccess.h"
 #include "interface/views/WindowKeys.h"
 #include "interface/views/WindowState.h"
 

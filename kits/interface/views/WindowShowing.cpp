@@ -48,9 +48,13 @@ void BWindow::Show()
         fState->host->PrepareShow();
         fState->host->Link().Show(RequestOf(*this, *fState));
     }
-    if (isFirst) {
-        Run(); // gives back the lock that the constructor took
-    } else if (!wasLocked) {
+    const bool isRunning = !isFirst || Run() >= B_OK; // gives the constructor's lock back
+    if (!isRunning) {
+        // A window without a thread would be on the screen for ever and answer to nothing.
+        ++fState->hideLevel;
+        kits::HideNative(*fState);
+    }
+    if (!wasLocked && (!isFirst || !isRunning)) {
         Unlock();
     }
 }

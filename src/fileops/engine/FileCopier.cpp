@@ -1,7 +1,6 @@
 #include "fileops/engine/FileCopier.h"
 
 #include "fileops/engine/FileInfoCopy.h"
-#include "fileops/engine/KeptAttributes.h"
 #include "fileops/engine/MoveLedger.h"
 #include "fileops/engine/OperationContext.h"
 #include "fileops/engine/OperationUI.h"
@@ -410,7 +409,7 @@ bool FileCopier::TakeAttributesAlong()
     if (!fPurpose.IsMove()) {
         return true;
     }
-    const status_t status = KeepAttributes(fSource, fTarget.get());
+    const status_t status = fTarget->CheckAttrsFrom(fSource);
     if (status == B_OK) {
         return true;
     }

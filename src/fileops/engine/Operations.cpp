@@ -13,23 +13,30 @@ namespace norvane {
 
 namespace {
 
+struct Entry
+{
+    BMessenger question;
+    BMessenger operation;
+    BMessenger opener;
+};
+
 struct State
 {
     BLocker lock{"operations"};
-    std::map<int32, BMessenger> questions GUARDED_BY(lock);
+    std::map<int32, Entry> running GUARDED_BY(lock); // in the order of their starting
     int32 nextId GUARDED_BY(lock) = 1;
     std::atomic<bool> isQuitting{false};
 
-    int32 Add(const BMessenger& question)
+    int32 Add(const Entry& entry)
     {
         BAutolock hold(lock);
-        questions.emplace(nextId, question);
+        running.emplace(nextId, entry);
         return nextId++;
     }
     void Remove(int32 id)
     {
         BAutolock hold(lock);
-        questions.erase(id);
+        running.erase(id);
     }
 };
 
@@ -41,7 +48,11 @@ State& TheState()
 
 } // namespace
 
-Operations::Running::Running(const BMessenger& question) : fId(TheState().Add(question)) {}
+Operations::Running::Running(const BMessenger& question, const BMessenger& operation,
+                             const BMessenger& opener)
+    : fId(TheState().Add({question, operation, opener}))
+{
+}
 
 Operations::Running::~Running()
 {
@@ -52,7 +63,20 @@ int32 Operations::Count()
 {
     State& state = TheState();
     BAutolock lock(state.lock);
-    return static_cast<int32>(state.questions.size());
+    return static_cast<int32>(state.running.size());
+}
+
+void Operations::AskToStop(const BMessenger& opener)
+{
+    State& state = TheState();
+    BMessenger newest;
+    {
+        BAutolock lock(state.lock);
+        for (const auto& [id, entry] : state.running) {
+            newest = entry.opener == opener ? entry.operation : newest;
+        }
+    }
+    newest.SendMessage(kAskToStop);
 }
 
 void Operations::BeginQuit()
@@ -63,8 +87,8 @@ void Operations::BeginQuit()
         BAutolock lock(state.lock);
         // First the flag: a question that opens from here on sees it and answers itself.
         state.isQuitting = true;
-        for (const auto& [id, question] : state.questions) {
-            questions.push_back(question);
+        for (const auto& [id, entry] : state.running) {
+            questions.push_back(entry.question);
         }
     }
     for (const BMessenger& question : questions) {

@@ -17,8 +17,10 @@ public:
     class Running
     {
     public:
-        /// `question` leads to the operation's overwrite dialog.
-        explicit Running(const BMessenger& question);
+        /// `question` leads to the operation's overwrite dialog, `operation` to its window,
+        /// `opener` to the window that started it.
+        explicit Running(const BMessenger& question, const BMessenger& operation = BMessenger(),
+                         const BMessenger& opener = BMessenger());
         ~Running();
         Running(const Running&) = delete;
         Running& operator=(const Running&) = delete;
@@ -28,6 +30,9 @@ public:
     };
 
     static int32 Count();
+
+    /// Has the newest operation that `opener` started ask whether it is to stop.
+    static void AskToStop(const BMessenger& opener);
 
     /// Answers every question that is open, and those still to come, with Cancel.
     static void BeginQuit();

@@ -81,6 +81,8 @@ const char* ReasonFor(status_t status)
         return "too many files are open";
     case B_NO_MEMORY:
         return "out of memory";
+    case B_NO_MORE_THREADS:
+        return "the system has no threads left";
     case B_BUSY:
         return "it is busy";
     default:

@@ -1,7 +1,6 @@
 #include "fileops/engine/TreeCopier.h"
 
 #include "fileops/engine/FileCopier.h"
-#include "fileops/engine/KeptAttributes.h"
 #include "fileops/engine/MoveLedger.h"
 #include "fileops/engine/OperationContext.h"
 #include "fileops/engine/OperationUI.h"
@@ -339,7 +338,7 @@ bool TreeCopier::KeepFolderAttributes(const CopyStep& step, const BDirectory& so
     if (!fPurpose.IsMove()) {
         return true;
     }
-    const status_t status = KeepAttributes(source, target);
+    const status_t status = target->CheckAttrsFrom(source);
     if (status == B_OK) {
         return true;
     }

@@ -3,8 +3,10 @@
 #include "fileops/engine/Operation.h"
 #include "fileops/engine/OperationRequests.h"
 #include "fileops/engine/Operations.h"
+#include "fileops/engine/ProblemList.h"
 #include "fileops/windows/OverWin.h"
 #include "fileops/windows/WindowUI.h"
+#include "settings/MsgBox.h"
 
 #include <AppDefs.h>
 #include <MessageRunner.h>
@@ -34,7 +36,7 @@ BRect CentredFrame(BRect around)
 } // namespace
 
 CopyWin::CopyWin(BRect frame, const char* title, const char* path, BMessage* request,
-                 BHandler* handler)
+                 BHandler* handler, status_t* started)
     : BWindow(CentredFrame(frame), title, B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL,
               B_NOT_CLOSABLE | B_NOT_ZOOMABLE | B_NOT_MINIMIZABLE | B_NOT_RESIZABLE),
       fBaseTitle(title), fPath(path), fRequest(std::make_unique<BMessage>(*request)),
@@ -51,13 +53,40 @@ CopyWin::CopyWin(BRect frame, const char* title, const char* path, BMessage* req
         fOpener = BMessenger(nullptr, opener);
     }
     SetTakesKeys(false);
-    if (request->what == kEmptyRequest) {
+    // Nothing is done as long as it is locked, so that it is still there to be looked at.
+    Lock();
+    Begin();
+    const status_t status = Thread() > 0 ? B_OK : B_NO_MORE_THREADS;
+    if (started != nullptr) {
+        *started = status;
+    }
+    if (status == B_OK) {
+        Unlock();
+    }
+}
+
+void CopyWin::Begin()
+{
+    if (fRequest->what == kEmptyRequest) {
         fLateShow.Start(system_time());
         PostMessage(kStartLate);
         Run();
     } else {
         StartWithoutActivation();
         Show();
+    }
+}
+
+void StartOperation(BRect frame, const char* title, const char* path, BMessage* request,
+                    BHandler* handler)
+{
+    // It shows itself, does its work on its own thread and deletes itself.
+    status_t started = B_OK;
+    auto* window = new CopyWin(frame, title, path, request, handler, &started);
+    if (started != B_OK) {
+        window->Quit();
+        MsgBox("Err", (std::string("Nothing was done: ") + ReasonFor(started)).c_str(), "OK",
+               B_STOP_ALERT);
     }
 }
 
@@ -124,7 +153,7 @@ void CopyWin::PerformOp(BMessage* request)
 {
     OverWin* question = new OverWin(Frame(), "Item Exists", this);
     {
-        const Operations::Running running{BMessenger(question)};
+        const Operations::Running running(BMessenger(question), BMessenger(this), fOpener);
         WindowUI ui(this, question);
         const std::unique_ptr<Operation> operation = MakeOperation(*request, fPath.c_str(), ui);
         if (operation != nullptr) {

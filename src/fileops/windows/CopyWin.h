@@ -30,7 +30,10 @@ class CopyWin : public BWindow
 public:
     /// Centred on `frame`. `path` is the folder the operation works in; `request` is copied;
     /// `handler` (borrowed now, held by token later) receives kOperationDone.
-    CopyWin(BRect frame, const char* title, const char* path, BMessage* request, BHandler* handler);
+    /// `started` (may be null) is set when it is not B_OK that the window has a thread: then it
+    /// does nothing, and is the caller's to Quit().
+    CopyWin(BRect frame, const char* title, const char* path, BMessage* request, BHandler* handler,
+            status_t* started = nullptr);
     ~CopyWin() override;
 
     /// Runs the whole operation, tells the handler and asks the window to quit.
@@ -62,6 +65,7 @@ public:
 
 private:
     static bool ShowsOverallBar(const BMessage& request);
+    void Begin();
     void StartWithoutActivation();
     void GiveActivationBack();
     void ShowForQuit();
@@ -102,5 +106,9 @@ private:
     LateShow fLateShow;
     bigtime_t fSettledTime = 0; // until then an activation is nobody's wish
 };
+
+/// Opens a CopyWin, or tells the person that it cannot be opened.
+void StartOperation(BRect frame, const char* title, const char* path, BMessage* request,
+                    BHandler* handler);
 
 } // namespace norvane

@@ -158,6 +158,10 @@ void CopyWin::TakeWaitingKeys()
         }
         queue->RemoveMessage(key);
     }
+    while (BMessage* request = queue->FindMessage(kAskToStop, 0)) {
+        asksToStop = true; // from a pane of the window that started it
+        queue->RemoveMessage(request);
+    }
     queue->Unlock();
     if (asksToStop) {
         AskWhetherToStop();

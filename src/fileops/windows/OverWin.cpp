@@ -139,6 +139,11 @@ void OverWin::DoDisplay()
     fAnswer = kAnswerNone;
     fIsShown = true;
     Show();
+    if (Thread() <= 0) {
+        // No thread was to be had: nobody can be asked.
+        fAnswer = kAnswerCancel;
+        fIsShown = false;
+    }
     Unlock();
     // Quitting answers the questions that it finds open; one that opens just then answers itself.
     if (Operations::IsQuitting()) {

@@ -54,6 +54,7 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         KeyCase{"Delete", {B_DELETE}, 0, 0, kTrash, false, kNone},
         KeyCase{"Backspace", {B_BACKSPACE}, 0, 0, kUp, false, kUp},
+        KeyCase{"Escape", {B_ESCAPE}, 0, 0, kStop, false, kNone},
         KeyCase{"Space", " ", 0, 0, kMarkAndMeasure, true, kMarkAndMeasure},
         KeyCase{"Insert", {B_INSERT}, 0, 0, kMarkAndGoOn, true, kMarkAndGoOn},
         KeyCase{"Star", "*", 0, 0, kToggleMarks, true, kToggleMarks},

@@ -1,5 +1,7 @@
 #include "RunningAlert.h"
 
+#include <NoThreads.h>
+
 #include <Button.h>
 #include <Invoker.h>
 
@@ -17,6 +19,17 @@ TEST(AlertTest, ClickAnswersWithTheButtonsIndex)
     ASSERT_TRUE(AnswerAlert("Delete", &text));
 
     EXPECT_EQ(running.Answer(), 1);
+    EXPECT_TRUE(WaitForNoWindow("Sir?"));
+}
+
+TEST(AlertTest, WithoutAThreadNobodyAnswersAndNobodyWaits)
+{
+    BAlert* alert = MakeAlert();
+    const NoThreads none;
+
+    EXPECT_EQ(alert->Go(), -1);
+
+    EXPECT_GT(NoThreads::CountRefused(), 0);
     EXPECT_TRUE(WaitForNoWindow("Sir?"));
 }
 

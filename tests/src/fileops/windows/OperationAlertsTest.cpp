@@ -2,7 +2,10 @@
 
 #include "AlertText.h"
 #include "OperationFixture.h"
+#include "fileops/engine/Operations.h"
 #include "fileops/windows/MessageBox.h"
+
+#include <Application.h>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -71,6 +74,39 @@ TEST_F(OperationAlertsTest, AsksBeforeItStops)
     EXPECT_EQ(AlertText("Sir?"), "warning: Stop this operation? [Stop] [Continue]*");
     EXPECT_TRUE(AnswerAlert("Stop"));
     EXPECT_TRUE(HasEnded());
+}
+
+/// A copy that waits at a question, with a large file to come.
+class StopFromOutsideTest : public OperationAlertsTest
+{
+protected:
+    void SetUp() override
+    {
+        OperationAlertsTest::SetUp();
+        fTree.Write("from/a", "new");
+        fTree.Write("to/a", "old");
+        fTree.Write("from/large", std::string(40 << 20, 'x'));
+        Start(Request({"from/a", "from/large"}));
+        ASSERT_NE(kits::testing::WaitForWindow("Item Exists"), nullptr);
+    }
+};
+
+TEST_F(StopFromOutsideTest, WhoStartedItCanHaveItAsk)
+{
+    Operations::AskToStop(BMessenger()); // what started it here is no window
+    Answer("Overwrite");
+    EXPECT_EQ(AlertText("Sir?"), "warning: Stop this operation? [Stop] [Continue]*");
+    EXPECT_TRUE(AnswerAlert("Stop"));
+    EXPECT_TRUE(HasEnded());
+    EXPECT_FALSE(fTree.Exists("to/large"));
+}
+
+TEST_F(StopFromOutsideTest, NobodyElseCan)
+{
+    Operations::AskToStop(BMessenger(nullptr, be_app));
+    Answer("Overwrite");
+    EXPECT_TRUE(HasEnded());
+    EXPECT_TRUE(fTree.Exists("to/large"));
 }
 
 TEST_F(OperationAlertsTest, AMessageBoxIsForInformation)

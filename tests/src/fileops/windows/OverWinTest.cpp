@@ -1,3 +1,5 @@
+#include <NoThreads.h>
+
 #include "fileops/windows/OverWin.h"
 
 #include "ApplicationEnvironment.h"
@@ -230,6 +232,22 @@ TEST_F(OverWinTest, QuittingAnswersQuestionsThatComeLater)
     Operations::BeginQuit();
     std::future<uint32> answer = Ask();
     EXPECT_EQ(answer.get(), uint32(kAnswerCancel));
+}
+
+TEST_F(OverWinTest, WithoutAThreadTheAnswerIsCancel)
+{
+    auto* question = new OverWin(BRect(0, 0, 100, 100), "No thread", nullptr);
+    {
+        const NoThreads none;
+        question->DoDisplay();
+    }
+
+    question->WaitForAnswer();
+
+    EXPECT_EQ(question->GetRetType(), uint32(kAnswerCancel));
+    EXPECT_TRUE(kits::testing::WaitForNoWindow("No thread"));
+    EXPECT_TRUE(question->Lock());
+    question->Quit();
 }
 
 } // namespace norvane
