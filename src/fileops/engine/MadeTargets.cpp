@@ -3,9 +3,56 @@
 #include "fileops/engine/OwnNames.h"
 
 #include <Directory.h>
+#include <Entry.h>
 #include <Errors.h>
+#include <TreeHooks.h>
 
 namespace norvane {
+
+namespace {
+
+/// Lets a walk remove what an operation made, and nothing else.
+class MadeHooks : public BTreeHooks
+{
+public:
+    explicit MadeHooks(const MadeTargets& made) : fMade(made) {}
+
+    // BTreeHooks
+    bool ChecksEntries() const override { return true; }
+    bool MayRemove(const char*, const struct stat& record) override
+    {
+        return fMade.Has(NodeOf(record));
+    }
+
+private:
+    const MadeTargets& fMade;
+};
+
+} // namespace
+
+bool RemoveMadeTree(BDirectory& folder, const char* name, const node_ref& node,
+                    const MadeTargets& made)
+{
+    BEntry entry(&folder, name);
+    const OwnTemporaryName aside;
+    struct stat record;
+    if (entry.GetStat(&record) != B_OK || NodeOf(record) != node) {
+        return false;
+    }
+    MadeHooks hooks(made);
+    const status_t renamed = entry.Rename(aside.Name());
+    if (renamed == B_DEVICE_FULL) {
+        return entry.RemoveTree(&hooks) == B_OK; // no room for its record under another name
+    }
+    if (renamed != B_OK) {
+        return false;
+    }
+    if (entry.RemoveTree(&hooks) == B_OK) {
+        return true;
+    }
+    entry.Rename(name);
+    return false;
+}
 
 bool RemoveIfNode(BDirectory& folder, const char* name, const node_ref& node)
 {

@@ -37,6 +37,11 @@ private:
     std::unordered_set<node_ref, Hash> fNodes;
 };
 
+/// Removes the entry `name` of the folder, when it is that node, with what was made below it; what
+/// is not in `made` stays, with the folders above it. Says whether it is gone.
+bool RemoveMadeTree(BDirectory& folder, const char* name, const node_ref& node,
+                    const MadeTargets& made);
+
 /// Removes the file or link `name` of the folder, but only when it is that node: another program
 /// may have put something of its own there meanwhile. Says whether it is gone.
 bool RemoveIfNode(BDirectory& folder, const char* name, const node_ref& node);

@@ -3,7 +3,6 @@
 #include "fileops/engine/NorvaneEntry.h"
 #include "fileops/engine/OperationContext.h"
 #include "fileops/engine/OperationUI.h"
-#include "fileops/engine/OwnNames.h"
 #include "fileops/engine/ProblemList.h"
 #include "fileops/engine/SourceRemover.h"
 
@@ -33,29 +32,6 @@ bool CanBeRead(const BEntry& entry)
         return BFile(&entry, B_READ_ONLY).InitCheck() == B_OK;
     }
     return !S_ISDIR(record.st_mode) || BDirectory(&entry).InitCheck() == B_OK;
-}
-
-/// Removes the entry with all below it, when it is that node.
-bool RemoveTreeIfNode(BDirectory& folder, const char* name, const node_ref& node)
-{
-    BEntry entry(&folder, name);
-    const OwnTemporaryName aside;
-    struct stat record;
-    if (entry.GetStat(&record) != B_OK || NodeOf(record) != node) {
-        return false;
-    }
-    const status_t renamed = entry.Rename(aside.Name());
-    if (renamed == B_DEVICE_FULL) {
-        return entry.RemoveTree() == B_OK; // there is no room for another record of it either
-    }
-    if (renamed != B_OK) {
-        return false;
-    }
-    if (entry.GetStat(&record) == B_OK && NodeOf(record) == node) {
-        return entry.RemoveTree() == B_OK;
-    }
-    entry.Rename(name);
-    return false;
 }
 
 } // namespace
@@ -206,7 +182,7 @@ void MovedItems::RemovePartInTrash(Item& item, const BEntry& source, bool isKept
         TellOfPart(item);
         return;
     }
-    if (!RemoveTreeIfNode(fTarget.Folder(), item.targetName.c_str(), result.target)) {
+    if (!RemoveMadeTree(fTarget.Folder(), item.targetName.c_str(), result.target, fContext.made)) {
         item.claim->Keep();
         TellOfPart(item);
     }
