@@ -116,6 +116,16 @@ bool MountMemory(const std::string& path, long bytes)
     return mount("tmpfs", path.c_str(), "tmpfs", 0, options.c_str()) == 0;
 }
 
+bool MountWithoutAttributes(const std::string& path)
+{
+    return mount("ramfs", path.c_str(), "ramfs", 0, nullptr) == 0;
+}
+
+bool MountAlsoAt(const std::string& from, const std::string& path)
+{
+    return mount(from.c_str(), path.c_str(), nullptr, MS_BIND, nullptr) == 0;
+}
+
 bool MountReadOnly(const std::string& path)
 {
     return mount(path.c_str(), path.c_str(), nullptr, MS_BIND, nullptr) == 0 &&

@@ -24,6 +24,11 @@ bool Check(bool isTrue, const char* what);
 
 /// Mounts an empty memory file system of `bytes` at `path`. Call within RunWithPrivateMounts().
 bool MountMemory(const std::string& path, long bytes);
+/// Mounts an empty file system that keeps no extended attributes. Call within
+/// RunWithPrivateMounts().
+bool MountWithoutAttributes(const std::string& path);
+/// Makes the folder `from` appear at `path`, too. Call within RunWithPrivateMounts().
+bool MountAlsoAt(const std::string& from, const std::string& path);
 /// Makes the folder `path` read only for this process. Call within RunWithPrivateMounts().
 bool MountReadOnly(const std::string& path);
 

@@ -26,7 +26,8 @@ constexpr off_t kSmall = off_t{64} * 1024;
 
 FileCopier::FileCopier(OperationContext& context, const CopyPurpose& purpose, const CopyStep& step)
     : fContext(context), fUI(context.ui), fPurpose(purpose), fStep(step), fName(step.name),
-      fTargetName(step.targetName), fSourcePath(step.SourcePath())
+      fTargetName(step.targetName), fSourcePath(step.SourcePath()), fTargetFolder(step.target.node),
+      fIsInNewFolder(step.target.isNew)
 {
 }
 
@@ -388,8 +389,8 @@ bool FileCopier::IsComplete()
 
 void FileCopier::NoteChange(Change::Kind kind)
 {
-    if (!fStep.target.isNew) {
-        fContext.journal.Note(fPurpose.item, {kind, fStep.target.node, fTargetName, fMade});
+    if (!fIsInNewFolder) {
+        fContext.journal.Note(fPurpose.item, {kind, fTargetFolder, fTargetName, fMade});
     }
 }
 

@@ -85,6 +85,8 @@ private:
     const std::string fName;
     const std::string fTargetName;
     const std::string fSourcePath;
+    const node_ref fTargetFolder;
+    const bool fIsInNewFolder; // one that the operation made
     status_t fOpened = B_NO_INIT;
     status_t fCreated = B_NO_INIT;
     BFile fSource;

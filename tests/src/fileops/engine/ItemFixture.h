@@ -3,10 +3,12 @@
 #include "CopyFixture.h"
 #include "PrivateMounts.h"
 #include "Variable.h"
+#include "fileops/engine/Copy.h"
 #include "fileops/engine/Move.h"
 #include "fileops/engine/Trash.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <functional>
 #include <sstream>
 #include <string>
@@ -39,6 +41,23 @@ protected:
     void Move(const std::string& name, const std::string& toFolder = "to")
     {
         norvane::Move(Refs({name}), fTree.Path(toFolder).c_str(), fUI).Run();
+    }
+
+    void MoveAll(const std::vector<std::string>& names)
+    {
+        norvane::Move(Refs(names), fTree.Path("to").c_str(), fUI).Run();
+    }
+
+    void CopyAll(const std::vector<std::string>& names)
+    {
+        norvane::Copy(Refs(names), fTree.Path("to").c_str(), fUI).Run();
+    }
+
+    /// Puts another file in the place of `name`, as most programs save theirs.
+    void Replace(const std::string& name, const std::string& contents)
+    {
+        fTree.Write(name + ".new", contents);
+        ASSERT_EQ(std::rename(fTree.Path(name + ".new").c_str(), fTree.Path(name).c_str()), 0);
     }
 
     void Trash(const std::string& name) { norvane::Trash(Refs({name}), fUI).Run(); }
