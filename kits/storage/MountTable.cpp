@@ -8,8 +8,10 @@
 #include <cstring>
 #include <fcntl.h>
 #include <iterator>
+#include <linux/magic.h>
 #include <string_view>
 #include <sys/sysmacros.h>
+#include <sys/vfs.h>
 
 namespace kits {
 
@@ -22,8 +24,18 @@ constexpr std::string_view kNetworkTypes[] = {
     "lustre", "ncpfs", "nfs",  "nfs4", "ocfs2", "orangefs", "smb3", "smbfs",     "kafs",
 };
 
-template<size_t count>
-bool IsOneOf(std::string_view type, const std::string_view (&types)[count])
+// The same, by what statfs() calls them; numbers that linux/magic.h of older systems does not name
+// are written out.
+constexpr uint32 kNetworkMagics[] = {
+    V9FS_MAGIC,      AFS_SUPER_MAGIC,  AFS_FS_MAGIC,
+    0x00c36400, // ceph
+    0xff534d42, // cifs
+    0xfe534d42, // smb3
+    SMB_SUPER_MAGIC, CODA_SUPER_MAGIC, NFS_SUPER_MAGIC, OCFS2_SUPER_MAGIC,
+};
+
+template<typename Value, typename Type, size_t count>
+bool IsOneOf(const Value& type, const Type (&types)[count])
 {
     return std::find(std::begin(types), std::end(types), type) != std::end(types);
 }
@@ -92,7 +104,7 @@ bool ParseMount(std::string_view line, Mount* mount)
     return !mount->point.empty();
 }
 
-std::vector<Mount> ReadMounts(int list)
+std::vector<Mount> ReadRows(int list)
 {
     std::string text;
     char buffer[16 * 1024];
@@ -117,12 +129,49 @@ std::vector<Mount> ReadMounts(int list)
     return mounts;
 }
 
+/// The mount that "/" lies in, as far as it can be told without its row.
+bool DescribeRoot(Mount* mount)
+{
+    const UniqueFd root(sys::OpenAt(sys::kWorkingDirectory, "/", O_PATH | O_DIRECTORY));
+    struct stat st;
+    struct statfs volume;
+    if (!root.IsOpen() || sys::Stat(root.Get(), &st) != B_OK ||
+        sys::VolumeRecord(root.Get(), &volume) != B_OK) {
+        return false;
+    }
+    mount->id = sys::MountOf(root.Get());
+    mount->device = st.st_dev;
+    mount->point.assign(1, '/');
+    mount->source = "root";
+    const auto magic = static_cast<long>(volume.f_type);
+    if (magic != TMPFS_MAGIC && IsKernelMagic(magic)) {
+        mount->kind = MountKind::kKernel;
+    } else if (IsOneOf(static_cast<uint32>(magic), kNetworkMagics)) {
+        mount->kind = MountKind::kNetwork;
+    }
+    return mount->id >= 0;
+}
+
+/// The kernel lists those mounts alone whose points can be reached. Where the root folder is no
+/// mount point, in a chroot or some containers, the mount that it lies in is missing; what is seen
+/// of it is all below "/".
+std::vector<Mount> WithRoot(std::vector<Mount> mounts)
+{
+    const bool isListed = std::any_of(mounts.begin(), mounts.end(),
+                                      [](const Mount& mount) { return mount.point == "/"; });
+    Mount root;
+    if (!isListed && DescribeRoot(&root)) {
+        mounts.insert(mounts.begin(), std::move(root));
+    }
+    return mounts;
+}
+
 } // namespace
 
 std::vector<Mount> ReadMounts()
 {
     const UniqueFd list(sys::OpenAt(sys::kWorkingDirectory, kMountList, O_RDONLY));
-    return list.IsOpen() ? ReadMounts(list.Get()) : std::vector<Mount>();
+    return WithRoot(list.IsOpen() ? ReadRows(list.Get()) : std::vector<Mount>());
 }
 
 bool FindDevice(const Mount& mount, dev_t* device)
@@ -200,7 +249,7 @@ std::vector<dev_t> MountTable::Read()
 {
     std::map<int32, dev_t> known;
     std::vector<dev_t> devices;
-    for (const Mount& mount : ReadMounts(fList.Get())) {
+    for (const Mount& mount : WithRoot(ReadRows(fList.Get()))) {
         const auto before = fKnown.find(mount.id);
         dev_t device = before == fKnown.end() ? 0 : before->second;
         if (before == fKnown.end() && !FindDevice(mount, &device)) {

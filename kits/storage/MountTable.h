@@ -18,7 +18,8 @@ enum class MountKind {
     kKernel,  // nothing is stored there
 };
 
-/// A row of the kernel's list of mounts.
+/// A row of the kernel's list of mounts, or what can be told of the root folder's where that has no
+/// row.
 struct Mount
 {
     int32 id = 0;
@@ -37,7 +38,7 @@ struct MountedVolume
     Mount mount;
 };
 
-/// All rows, in the order in which they were mounted. Empty where the kernel tells nothing.
+/// All rows, in the order in which they were mounted; the root folder's is always among them.
 std::vector<Mount> ReadMounts();
 /// The number that the nodes of a mount carry; false when the mount is out of reach, hidden by
 /// another, or not local, since a network may not answer.

@@ -326,6 +326,12 @@ status_t VolumeRecord(int descriptor, struct statfs* record)
 
 int MountOf(int descriptor)
 {
+    struct statx record = {};
+    if (::statx(descriptor, "", AT_EMPTY_PATH | AT_STATX_DONT_SYNC, STATX_MNT_ID, &record) == 0 &&
+        (record.stx_mask & STATX_MNT_ID) != 0) {
+        return static_cast<int>(record.stx_mnt_id);
+    }
+    // Older systems tell it here alone.
     char path[40];
     std::snprintf(path, sizeof(path), "/proc/self/fdinfo/%d", descriptor);
     const UniqueFd file(OpenAt(kWorkingDirectory, path, O_RDONLY));
@@ -341,6 +347,30 @@ int MountOf(int descriptor)
     constexpr char kKey[] = "mnt_id:";
     const char* found = std::strstr(text, kKey);
     return found == nullptr ? B_UNSUPPORTED : std::atoi(found + sizeof(kKey) - 1);
+}
+
+status_t IsMountPointAt(int folder, const char* name, bool* is)
+{
+    struct statx record = {};
+    const status_t status = Retry([&] {
+        return ::statx(folder, name, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC, 0,
+                       &record);
+    });
+    if (status != B_OK) {
+        return status;
+    }
+    if ((record.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) != 0) {
+        *is = (record.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
+        return B_OK;
+    }
+    const UniqueFd entry(OpenAt(folder, name, O_PATH | O_NOFOLLOW));
+    const int below = entry.IsOpen() ? MountOf(entry.Get()) : entry.Get();
+    const int above = MountOf(folder);
+    if (below < 0 || above < 0) {
+        return below < 0 ? below : above;
+    }
+    *is = below != above;
+    return B_OK;
 }
 
 ssize_t ListAttributes(int descriptor, char* buffer, size_t size)

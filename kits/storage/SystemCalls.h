@@ -83,6 +83,8 @@ status_t RemoveFolderAt(int folder, const char* name);
 /// The number by which the system lists the mount that an open node was reached through; a negative
 /// value is a status.
 int MountOf(int descriptor);
+/// Whether something is mounted at the entry, be it a part of the same volume.
+[[nodiscard]] status_t IsMountPointAt(int folder, const char* name, bool* is);
 
 // Extended attributes, by the system's names.
 ssize_t ListAttributes(int descriptor, char* buffer, size_t size);

@@ -1,6 +1,8 @@
 #include <fs_info.h>
 
+#include "EntryName.h"
 #include "KernelVolume.h"
+#include "NodeNumbers.h"
 #include "PathLookup.h"
 
 #include <Directory.h>
@@ -26,4 +28,22 @@ bool is_kernel_volume(const BDirectory& folder)
 {
     const kits::UniqueFd opened(folder.Dup());
     return opened.IsOpen() && kits::IsKernelVolume(opened.Get());
+}
+
+status_t is_mount_point(const BDirectory& folder, const char* name, bool* is)
+{
+    if (folder.InitCheck() != B_OK) {
+        return B_NO_INIT;
+    }
+    if (!kits::IsEntryName(name) || is == nullptr) {
+        return B_BAD_VALUE;
+    }
+    const kits::UniqueFd opened(folder.Dup());
+    return opened.IsOpen() ? kits::sys::IsMountPointAt(opened.Get(), name, is) : opened.Get();
+}
+
+bool has_stable_nodes(const BDirectory& folder)
+{
+    const kits::UniqueFd opened(folder.Dup());
+    return !opened.IsOpen() || kits::HasStableNodes(opened.Get());
 }

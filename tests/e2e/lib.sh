@@ -113,6 +113,9 @@ with_mounts() {
     elif unshare -m --propagation private true 2>/dev/null; then
         private=(unshare -m --propagation private)
         entry=()
+    elif "$(dirname "$norvane")/own-mounts" true 2>/dev/null; then
+        private=("$(dirname "$norvane")/own-mounts") # in a root folder that is no mount point
+        entry=()
     else
         echo "skipped: this system allows no private mounts"
         exit 77

@@ -1,11 +1,11 @@
 #include "PrivateMounts.h"
 
+#include "OwnMounts.h"
 #include "TempTree.h"
 
 #include <gtest/gtest.h>
 
 #include <linux/capability.h>
-#include <sched.h>
 #include <sys/mount.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -21,28 +21,6 @@ constexpr int kPassedStatus = 0;
 constexpr int kFailedStatus = 1;
 constexpr int kUnavailableStatus = 77;
 constexpr char kInsideVariable[] = "NORVANE_TEST_HAS_PRIVATE_MOUNTS";
-
-void WriteText(const char* path, const std::string& text)
-{
-    if (std::FILE* file = std::fopen(path, "w")) {
-        std::fputs(text.c_str(), file);
-        std::fclose(file);
-    }
-}
-
-bool EnterPrivateMounts()
-{
-    const uid_t user = getuid();
-    const gid_t group = getgid();
-    if (unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0) {
-        WriteText("/proc/self/setgroups", "deny");
-        WriteText("/proc/self/uid_map", "0 " + std::to_string(user) + " 1");
-        WriteText("/proc/self/gid_map", "0 " + std::to_string(group) + " 1");
-    } else if (unshare(CLONE_NEWNS) != 0) {
-        return false;
-    }
-    return mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
-}
 
 std::string NameOfThisTest()
 {
@@ -74,7 +52,7 @@ PrivateResult RunWithPrivateMounts(const std::function<bool()>& work)
     const std::string folder = scratch.Path("");
     const pid_t child = fork();
     if (child == 0) {
-        if (!EnterPrivateMounts()) {
+        if (!EnterOwnMounts()) {
             _exit(kUnavailableStatus);
         }
         setenv(kInsideVariable, "1", 1);

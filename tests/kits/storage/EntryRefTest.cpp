@@ -1,3 +1,4 @@
+#include "SameNumbers.h"
 #include "storage/FolderTable.h"
 
 #include <Directory.h>
@@ -29,19 +30,6 @@ protected:
         entry_ref ref;
         EXPECT_EQ(get_ref_for_path(fTree.Path(name).c_str(), &ref), B_OK);
         return ref;
-    }
-
-    /// Puts another folder in the place of "a" that has its numbers, as file systems give them
-    /// anew; false where this one does not.
-    bool ReplaceWithSameNumbers()
-    {
-        const entry_ref before = Ref("a/file");
-        kits::FolderTable::Get().CloseIdle(0, kits::FolderTable::Volumes::kAll);
-        fTree.Remove("a");
-        fTree.Write("a/file", "another");
-        struct stat now = {};
-        EXPECT_EQ(stat(fTree.Path("a").c_str(), &now), 0);
-        return now.st_ino == before.directory && now.st_dev == before.device;
     }
 
     TempTree fTree;
@@ -111,9 +99,8 @@ TEST_F(EntryRefTest, IsNotFoundWhenAnotherFolderTookThePlace)
 
 TEST_F(EntryRefTest, IsNotFoundWhenAnotherFolderGotItsNumbers)
 {
-    fTree.Write("a/file", "x");
-    const entry_ref ref = Ref("a/file");
-    if (!ReplaceWithSameNumbers()) {
+    entry_ref ref;
+    if (!MakeWithNumbersOfRemoved(fTree, [&ref](const entry_ref& before) { ref = before; })) {
         GTEST_SKIP() << "the file system of temporary files gives no number twice";
     }
 
@@ -124,9 +111,8 @@ TEST_F(EntryRefTest, IsNotFoundWhenAnotherFolderGotItsNumbers)
 
 TEST_F(EntryRefTest, StaysUnfoundWhenTheOtherFolderIsKnown)
 {
-    fTree.Write("a/file", "x");
-    const entry_ref ref = Ref("a/file");
-    if (!ReplaceWithSameNumbers()) {
+    entry_ref ref;
+    if (!MakeWithNumbersOfRemoved(fTree, [&ref](const entry_ref& before) { ref = before; })) {
         GTEST_SKIP() << "the file system of temporary files gives no number twice";
     }
 

@@ -1,3 +1,4 @@
+#include "SameNumbers.h"
 #include "storage/FolderTable.h"
 
 #include <Clipboard.h>
@@ -231,21 +232,21 @@ TEST(MessageRefsTest, ReplacesInPlace)
 TEST(MessageRefsTest, NameNoFolderThatGotTheNumbersOfAnother)
 {
     TempTree files;
-    files.Write("a/file", "x");
     entry_ref ref;
-    get_ref_for_path(files.Path("a/file").c_str(), &ref);
     BMessage message;
-    message.AddRef("refs", &ref);
     BMessage outer;
-    outer.AddMessage("inner", &message);
-    kits::FolderTable::Get().CloseIdle(0, kits::FolderTable::Volumes::kAll);
-    files.Remove("a");
-    files.Write("a/file", "another");
-    entry_ref other;
-    get_ref_for_path(files.Path("a/file").c_str(), &other);
-    if (other != ref) {
+    const bool isMade = MakeWithNumbersOfRemoved(files, [&](const entry_ref& before) {
+        ref = before;
+        message.MakeEmpty();
+        message.AddRef("refs", &ref);
+        outer.MakeEmpty();
+        outer.AddMessage("inner", &message);
+    });
+    if (!isMade) {
         GTEST_SKIP() << "the file system of temporary files gives no number twice";
     }
+    entry_ref other;
+    get_ref_for_path(files.Path("a/file").c_str(), &other);
     message.AddRef("refs", &other);
 
     entry_ref first;

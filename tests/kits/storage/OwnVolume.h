@@ -1,5 +1,6 @@
 #pragma once
 
+#include <OwnMounts.h>
 #include <cstdio>
 #include <fcntl.h>
 #include <functional>
@@ -11,30 +12,6 @@
 #include <unistd.h>
 
 // File systems of a test's own: full, read-only, mounted and gone again.
-
-inline void WriteText(const char* path, const std::string& text)
-{
-    const int file = open(path, O_WRONLY);
-    if (file >= 0) {
-        [[maybe_unused]] const ssize_t written = write(file, text.data(), text.size());
-        close(file);
-    }
-}
-
-/// Mounts are our own: of a new user namespace, or of a mount namespace where we are root.
-inline bool EnterOwnMounts()
-{
-    const uid_t user = getuid();
-    const gid_t group = getgid();
-    if (unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0) {
-        WriteText("/proc/self/setgroups", "deny");
-        WriteText("/proc/self/uid_map", "0 " + std::to_string(user) + " 1");
-        WriteText("/proc/self/gid_map", "0 " + std::to_string(group) + " 1");
-    } else if (unshare(CLONE_NEWNS) != 0) {
-        return false;
-    }
-    return mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
-}
 
 enum Outcome { kHeld = 0, kFailed = 1, kNotAllowed = 2 };
 

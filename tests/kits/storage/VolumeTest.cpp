@@ -170,3 +170,24 @@ TEST_F(VolumeTest, KnowsAttributesWhereAFileCanHaveThem)
     EXPECT_EQ(volume.KnowsMime(), canHave);
     EXPECT_FALSE(BVolume().KnowsAttr());
 }
+
+TEST_F(VolumeTest, RootIsOneThoughNoMountIsListedForIt)
+{
+    OnVolume(Folder(), "size=1m", [this] {
+        fTree.MakeFolder("one two/top/proc");
+        const std::string top = Folder() + "/top";
+        if (mount("/proc", (top + "/proc").c_str(), nullptr, MS_BIND | MS_REC, nullptr) != 0 ||
+            chroot(top.c_str()) != 0 || chdir("/") != 0) {
+            return Expect(false, "a plain root");
+        }
+        const std::vector<dev_t> volumes = AllVolumes();
+        const BVolume volume(DeviceOf("/"));
+        char name[B_FILE_NAME_LENGTH] = {};
+        return Expect(volumes == std::vector<dev_t>{DeviceOf("/")}, "listed alone") &&
+               Expect(volume.InitCheck() == B_OK, "found") &&
+               Expect(RootOf(volume) == "/", "its top") &&
+               Expect(volume.GetName(name) == B_OK && *name != '\0', "its name") &&
+               Expect(volume.Capacity() > 0 && !volume.IsShared() && !volume.IsPersistent(),
+                      "what it is");
+    });
+}

@@ -37,6 +37,24 @@ protected:
         lstat(fTree.Path("volume/" + name).c_str(), &st);
         return st.st_mode & 07777;
     }
+
+    /// Makes a folder of the volume the root of all: one that no mount is listed for.
+    bool EnterPlainRoot()
+    {
+        fTree.MakeFolder("volume/top/proc");
+        fTree.Write("volume/top/folder/file", "text");
+        fTree.MakeFolder("volume/top/home");
+        const std::string top = Root() + "/top";
+        return mount("/proc", (top + "/proc").c_str(), nullptr, MS_BIND | MS_REC, nullptr) == 0 &&
+               chroot(top.c_str()) == 0 && chdir("/") == 0;
+    }
+
+    std::string TrashOf(const char* path)
+    {
+        const BEntry entry(path);
+        BPath trash;
+        return find_trash_for(&entry, &trash, true) == B_OK ? trash.Path() : "(none)";
+    }
 };
 
 } // namespace
@@ -122,6 +140,21 @@ TEST_F(VolumeTrashTest, IsTheHomeTrashOnTheHomeVolume)
     ASSERT_EQ(find_directory(B_TRASH_DIRECTORY, &path, false, &volume), B_OK);
 
     EXPECT_EQ(path.Path(), fTree.Path("home/.local/share/Trash/files"));
+}
+
+TEST_F(VolumeTrashTest, IsFoundWhereNoMountIsListedForTheRoot)
+{
+    OnVolume(Root(), "size=1m", [this] {
+        if (!Expect(EnterPlainRoot(), "a plain root")) {
+            return false;
+        }
+        setenv("XDG_DATA_HOME", "/home/.local/share", 1);
+        const bool isHome =
+            Expect(TrashOf("/folder/file") == "/home/.local/share/Trash/files", "the home Trash");
+        // With the home elsewhere it is a volume like any other.
+        setenv("XDG_DATA_HOME", "/proc/none", 1);
+        return isHome && Expect(TrashOf("/folder/file") == "/" + Own() + "/files", "its own");
+    });
 }
 
 TEST_F(VolumeTrashTest, IsNoneOfTheKernelsFileSystems)

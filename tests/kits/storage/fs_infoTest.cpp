@@ -1,5 +1,7 @@
 #include <fs_info.h>
 
+#include "OwnVolume.h"
+
 #include <Directory.h>
 
 #include <TempTree.h>
@@ -23,4 +25,58 @@ TEST(FsInfoTest, KnowsWhatTheKernelFills)
     EXPECT_TRUE(is_kernel_volume(BDirectory("/proc/self")));
     EXPECT_FALSE(is_kernel_volume(BDirectory(tree.Path().c_str())));
     EXPECT_FALSE(is_kernel_volume(BDirectory()));
+}
+
+TEST(FsInfoTest, KnowsMountPointsOfTheSameDeviceToo)
+{
+    TempTree tree;
+    tree.MakeFolder("volume");
+    tree.MakeFolder("bound");
+    tree.MakeFolder("plain/below");
+    tree.Write("file", "");
+    tree.Write("bound file", "");
+    tree.Link("link", "volume");
+    OnVolume(tree.Path("volume"), "", [&tree] {
+        const auto bind = [&tree](const char* from, const char* to) {
+            return mount(tree.Path(from).c_str(), tree.Path(to).c_str(), nullptr, MS_BIND,
+                         nullptr) == 0;
+        };
+        if (!Expect(bind("plain", "bound") && bind("file", "bound file"), "mounting")) {
+            return false;
+        }
+        const BDirectory folder(tree.Path().c_str());
+        const auto answer = [&folder](const char* name) {
+            bool is = false;
+            return is_mount_point(folder, name, &is) != B_OK ? -1 : is ? 1 : 0;
+        };
+        return Expect(answer("volume") == 1, "another volume") &&
+               Expect(answer("bound") == 1, "a part of the same one") &&
+               Expect(answer("bound file") == 1, "a file of the same one") &&
+               Expect(answer("plain") == 0, "a folder") && Expect(answer("file") == 0, "a file") &&
+               Expect(answer("link") == 0, "a link to one") &&
+               Expect(answer("none") == -1, "nothing");
+    });
+}
+
+TEST(FsInfoTest, RefusesNamesThatAreNone)
+{
+    TempTree tree;
+    const BDirectory folder(tree.Path().c_str());
+    bool is = true;
+
+    for (const char* name : {"", "..", "a/b", static_cast<const char*>(nullptr)}) {
+        EXPECT_EQ(is_mount_point(folder, name, &is), B_BAD_VALUE);
+    }
+    EXPECT_EQ(is_mount_point(folder, "none", &is), B_ENTRY_NOT_FOUND);
+    EXPECT_EQ(is_mount_point(BDirectory(), "a", &is), B_NO_INIT);
+    EXPECT_TRUE(is);
+}
+
+TEST(FsInfoTest, TrustsTheNumbersOfVolumesThatStoreThem)
+{
+    TempTree tree;
+    const BDirectory folder(tree.Path().c_str());
+
+    EXPECT_TRUE(has_stable_nodes(folder));
+    EXPECT_TRUE(has_stable_nodes(BDirectory()));
 }
