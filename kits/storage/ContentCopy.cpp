@@ -39,7 +39,10 @@ ssize_t ContentCopy::Next()
     const bigtime_t begin = system_time();
     const off_t start = fPosition;
     if (fWay == Way::kUnknown) {
-        Begin();
+        fStatus = BeginUnknown();
+    }
+    if (fWay == Way::kClone && fStatus == B_OK) {
+        fStatus = Clone();
     }
     while (fStatus == B_OK && fPosition < fEnd) {
         const off_t copied = fPosition - start;
@@ -53,39 +56,42 @@ ssize_t ContentCopy::Next()
     return fPosition > start ? ssize_t(fPosition - start) : ssize_t(Finish());
 }
 
-void ContentCopy::Begin()
+void ContentCopy::Begin(const struct stat& source)
 {
-    fWay = Way::kPlain;
-    struct stat source;
-    fStatus = sys::Stat(fSource, &source);
-    if (fStatus != B_OK) {
-        fHasFailedReading = true;
-        return;
-    }
+    fWay = source.st_size > kSmall ? Way::kClone : Way::kPlain;
     fEnd = source.st_size > 0 ? off_t(source.st_size) : kUnknownEnd;
     // What has a block for each of its bytes has no hole; to look for one takes long in memory.
     const bool hasHoles = source.st_size / kStatBlockBytes > source.st_blocks;
     fDataEnd = hasHoles ? 0 : fEnd;
-    if (source.st_size > kSmall && !Clone()) {
-        fWay = Way::kRange;
-    }
 }
 
-bool ContentCopy::Clone()
+status_t ContentCopy::BeginUnknown()
 {
-    const status_t status = sys::CloneContents(fSource, fTarget);
-    if (status != B_OK) {
+    struct stat source;
+    const status_t status = sys::Stat(fSource, &source);
+    if (status == B_OK) {
+        Begin(source);
+    } else {
+        fWay = Way::kPlain;
+        fHasFailedReading = true;
+    }
+    return status;
+}
+
+/// Copies everything at once, or leaves it to the next way.
+status_t ContentCopy::Clone()
+{
+    fWay = Way::kRange;
+    const status_t cloned = sys::CloneContents(fSource, fTarget);
+    if (cloned != B_OK) {
         // What failed halfway may have left something where there is a hole by now.
-        fStatus = IsRefusal(status) ? status_t(B_OK) : sys::SetSize(fTarget, 0);
-        return false;
+        return IsRefusal(cloned) ? status_t(B_OK) : sys::SetSize(fTarget, 0);
     }
     struct stat made;
-    fStatus = sys::Stat(fTarget, &made);
-    if (fStatus == B_OK) {
-        fPosition = made.st_size;
-    }
+    const status_t status = sys::Stat(fTarget, &made);
+    fPosition = status == B_OK ? off_t(made.st_size) : 0;
     fEnd = fPosition;
-    return true;
+    return status;
 }
 
 status_t ContentCopy::CopyMore()

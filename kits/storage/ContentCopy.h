@@ -8,6 +8,8 @@
 
 #include <memory>
 
+struct stat;
+
 namespace kits {
 
 /// Copies what one open file holds into another, empty one, by the fastest way there is.
@@ -23,6 +25,8 @@ public:
     ContentCopy(const ContentCopy&) = delete;
     ContentCopy& operator=(const ContentCopy&) = delete;
 
+    /// Begins with what is known of the source; Next() asks for it otherwise. Copies nothing yet.
+    void Begin(const struct stat& source);
     /// Copies some more. Returns the bytes that this stands for; 0 once all was handed to the
     /// system; a negative status, the same from then on.
     ssize_t Next();
@@ -32,12 +36,13 @@ public:
 private:
     enum class Way : uint8 {
         kUnknown,
+        kClone, // the volume shares the blocks
         kRange, // the system copies between the files
         kPlain, // by reading and writing
     };
 
-    void Begin();
-    [[nodiscard]] bool Clone();
+    [[nodiscard]] status_t BeginUnknown();
+    [[nodiscard]] status_t Clone();
     [[nodiscard]] status_t CopyMore();
     void FindData();
     [[nodiscard]] status_t ExtendTo(off_t limit);

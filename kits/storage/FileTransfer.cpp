@@ -5,7 +5,7 @@
 #include <Errors.h>
 #include <File.h>
 
-BFileTransfer::BFileTransfer(BFile* source, BFile* target)
+BFileTransfer::BFileTransfer(BFile* source, BFile* target, const struct stat* record)
 {
     if (!source->IsReadable()) {
         fStatus = source->InitCheck() == B_OK ? status_t(B_NOT_ALLOWED) : source->InitCheck();
@@ -18,6 +18,9 @@ BFileTransfer::BFileTransfer(BFile* source, BFile* target)
     }
     if (fStatus == B_OK) {
         fCopy = std::make_unique<kits::ContentCopy>(source->Descriptor(), target->Descriptor());
+        if (record != nullptr) {
+            fCopy->Begin(*record);
+        }
     }
 }
 

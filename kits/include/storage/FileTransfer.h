@@ -5,6 +5,7 @@
 #include <memory>
 
 class BFile;
+struct stat;
 
 namespace kits {
 class ContentCopy;
@@ -21,8 +22,9 @@ class BFileTransfer
 {
 public:
     /// Ownership: borrows both, open for reading and for writing, for its own life; nobody else
-    /// reads or writes them meanwhile. Their positions stay as they are.
-    BFileTransfer(BFile* source, BFile* target);
+    /// reads or writes them meanwhile. Their positions stay as they are. `record`: what is known of
+    /// the source since it was opened; null: it is asked for.
+    BFileTransfer(BFile* source, BFile* target, const struct stat* record = nullptr);
     ~BFileTransfer();
     BFileTransfer(const BFileTransfer&) = delete;
     BFileTransfer& operator=(const BFileTransfer&) = delete;

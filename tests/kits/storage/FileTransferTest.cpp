@@ -74,6 +74,38 @@ TEST_F(FileTransferTest, ReadsAndWritesASmallFileOnce)
     EXPECT_EQ(fCalls.size(), 2u);
 }
 
+TEST_F(FileTransferTest, TakesTheSizeFromTheRecord)
+{
+    const std::string contents = WriteSource(20'000);
+    BFile source(Source().c_str(), B_READ_ONLY);
+    BFile target(Target().c_str(), B_READ_WRITE | B_CREATE_FILE);
+    struct stat record;
+    ASSERT_EQ(source.GetStat(&record), B_OK);
+    ASSERT_EQ(truncate(Source().c_str(), 30'000), 0); // what comes later is not copied
+    BFileTransfer transfer(&source, &target, &record);
+    EXPECT_EQ(transfer.Next(), 20'000);
+    EXPECT_EQ(transfer.Next(), 0);
+    EXPECT_TRUE(fTree.Read("target") == contents);
+}
+
+TEST_F(FileTransferTest, TakesSmallPiecesOfASlowMedium)
+{
+    WriteSource(2 * kMiB);
+    TransferScripted([](const Call& call) {
+        if (call.kind == Kind::kRange) {
+            usleep(static_cast<useconds_t>(call.size / 10)); // 10 MB a second
+        }
+        return NoClone(call);
+    });
+    EXPECT_TRUE(HasArrived());
+    EXPECT_GT(Count(Kind::kRange), 4);
+    for (const Call& call : fCalls) {
+        if (call.kind == Kind::kRange && call.index > 0) {
+            EXPECT_LE(call.size, ssize_t(256 * 1024));
+        }
+    }
+}
+
 TEST_F(FileTransferTest, SharesTheBlocksOfTheWholeFile)
 {
     WriteSource(kBig);
