@@ -14,7 +14,8 @@ constexpr time_t kOld = 1'000'000'000;
 constexpr time_t kBetween = 1'100'000'000;
 constexpr time_t kNew = 1'200'000'000;
 constexpr size_t kLargeBytes = 5 * 1024 * 1024 + 123;
-constexpr char kNote[] = "user.norvane.test"; // an attribute that any file system of Linux takes
+constexpr long long kCoarseNs = 2'000'000'000; // of the coarsest times that volumes keep
+constexpr char kNote[] = "user.norvane.test";  // an attribute that any file system of Linux takes
 
 /// Nothing that follows would mean anything.
 [[noreturn]] void GiveUp(const char* what, const std::string& path)
@@ -140,6 +141,32 @@ void LookAt(int parent, const char* name, const std::string& path, Snapshot* all
 
 } // namespace
 
+Scene::Scene(std::string root) : fRoot(std::move(root))
+{
+    Probe("one");
+    Probe("two");
+}
+
+void Scene::Probe(const std::string& volume)
+{
+    const std::string file = Path(volume + "/probe");
+    const std::string link = Path(volume + "/probe-link");
+    unlink(file.c_str());
+    unlink(link.c_str());
+    MakeFile(volume + "/probe", 1, 0600);
+    struct stat st = {};
+    const bool keepsMode = chmod(file.c_str(), 0644) == 0 && stat(file.c_str(), &st) == 0 &&
+                           (st.st_mode & 0777) == 0644;
+    fHasModes = fHasModes && keepsMode;
+    fHasAttributes = fHasAttributes && setxattr(file.c_str(), kNote, "kept", 4, 0) == 0;
+    fHasLinks = fHasLinks && symlink("probe", link.c_str()) == 0;
+    const struct timespec times[2] = {{kOld, 123'456'789}, {kOld, 123'456'789}};
+    fHasFineTimes = fHasFineTimes && utimensat(AT_FDCWD, file.c_str(), times, 0) == 0 &&
+                    stat(file.c_str(), &st) == 0 && st.st_mtim.tv_nsec == 123'456'789;
+    unlink(file.c_str());
+    unlink(link.c_str());
+}
+
 void Scene::Clear() const
 {
     for (const char* volume : {"one", "two"}) {
@@ -179,7 +206,9 @@ void Scene::MakeItem(const std::string& name) const
     MakeFile(name + "/sub/deep/c", 1);
     MakeLink(name + "/link", "sub/b");
     MakeLink(name + "/sub/out", Path("one/foreign/file"));
-    setxattr(Path(name + "/run").c_str(), kNote, "kept", 4, 0);
+    if (fHasAttributes) {
+        setxattr(Path(name + "/run").c_str(), kNote, "kept", 4, 0);
+    }
     // Folders after what is in them.
     for (const char* each :
          {"a", "big", "private", "run", "sub/b", "link", "hollow", "sub/deep", "sub", "closed"}) {
@@ -250,7 +279,7 @@ void Scene::MakeFolder(const std::string& name, mode_t mode) const
 
 void Scene::MakeLink(const std::string& name, const std::string& text) const
 {
-    if (symlink(text.c_str(), Path(name).c_str()) != 0) {
+    if (fHasLinks && symlink(text.c_str(), Path(name).c_str()) != 0) {
         GiveUp("link", Path(name));
     }
 }
@@ -270,6 +299,10 @@ Snapshot Scene::Look() const
 {
     Snapshot all;
     LookAt(AT_FDCWD, fRoot.c_str(), "", &all);
+    for (auto& [path, item] : all) {
+        item.mode = fHasModes ? item.mode : 0;
+        item.modifiedNs -= fHasFineTimes ? 0 : item.modifiedNs % kCoarseNs;
+    }
     return all;
 }
 

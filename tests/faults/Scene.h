@@ -44,11 +44,20 @@ using Snapshot = std::map<std::string, SceneItem>;
 class Scene
 {
 public:
-    /// `root` is an empty folder.
-    explicit Scene(std::string root) : fRoot(std::move(root)) {}
+    /// `root` is a folder with the folders "one" and "two".
+    explicit Scene(std::string root);
 
     const std::string& Root() const { return fRoot; }
     std::string Path(const std::string& name) const { return fRoot + "/" + name; }
+
+    /// Whether both volumes keep links, modes, attributes; what one does not keep is made on
+    /// none, and all modes look the same then.
+    bool HasLinks() const { return fHasLinks; }
+    bool HasModes() const { return fHasModes; }
+    bool HasAttributes() const { return fHasAttributes; }
+    /// Whether both keep times to the nanosecond; else what is seen of them is cut to what all
+    /// keep.
+    bool HasFineTimes() const { return fHasFineTimes; }
 
     /// Empties the folders and fills them with the foreign files and the home folder.
     void Clear() const;
@@ -75,7 +84,13 @@ private:
     void MakeLink(const std::string& name, const std::string& text) const;
     void SetTime(const std::string& name, time_t modified) const;
 
+    void Probe(const std::string& volume);
+
     std::string fRoot;
+    bool fHasLinks = true;
+    bool fHasModes = true;
+    bool fHasAttributes = true;
+    bool fHasFineTimes = true;
 };
 
 /// The part of a snapshot at and below `path`, by path from there ("" for itself).
