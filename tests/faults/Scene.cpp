@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
+#include <strings.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -139,6 +140,19 @@ void LookAt(int parent, const char* name, const std::string& path, Snapshot* all
     }
 }
 
+/// Some volumes list names in small letters, whatever they were made with: that is the same name.
+std::string AsItWasMade(const std::string& path)
+{
+    for (const std::string trash : kTrashes) {
+        const bool isThere = path.size() == trash.size() ||
+                             (path.size() > trash.size() && path[trash.size()] == '/');
+        if (isThere && strncasecmp(path.c_str(), trash.c_str(), trash.size()) == 0) {
+            return trash + path.substr(trash.size());
+        }
+    }
+    return path;
+}
+
 } // namespace
 
 Scene::Scene(std::string root) : fRoot(std::move(root))
@@ -160,6 +174,7 @@ void Scene::Probe(const std::string& volume)
     fHasModes = fHasModes && keepsMode;
     fHasAttributes = fHasAttributes && setxattr(file.c_str(), kNote, "kept", 4, 0) == 0;
     fHasLinks = fHasLinks && symlink("probe", link.c_str()) == 0;
+    fFoldsNames = fFoldsNames || access(Path(volume + "/PROBE").c_str(), F_OK) == 0;
     const struct timespec times[2] = {{kOld, 123'456'789}, {kOld, 123'456'789}};
     fHasFineTimes = fHasFineTimes && utimensat(AT_FDCWD, file.c_str(), times, 0) == 0 &&
                     stat(file.c_str(), &st) == 0 && st.st_mtim.tv_nsec == 123'456'789;
@@ -227,6 +242,18 @@ void Scene::MakeTrashed(const std::string& name) const
              "[Trash Info]\nPath=" + Path("one/foreign/" + name) +
                  "\nDeletionDate=2020-02-02T20:20:20\n",
              0600);
+}
+
+void Scene::MakeItemOfTwoCases(const std::string& name) const
+{
+    MakeFolder(name);
+    MakeFile(name + "/same", 3000);
+    if (access(Path(name + "/Same").c_str(), F_OK) != 0) {
+        MakeFile(name + "/Same", 4000);
+    }
+    Age(name + "/same");
+    Age(name + "/Same");
+    Age(name);
 }
 
 void Scene::MakeLarge(const std::string& name) const
@@ -303,7 +330,14 @@ Snapshot Scene::Look() const
         item.mode = fHasModes ? item.mode : 0;
         item.modifiedNs -= fHasFineTimes ? 0 : item.modifiedNs % kCoarseNs;
     }
-    return all;
+    if (!fFoldsNames) {
+        return all;
+    }
+    Snapshot folded;
+    for (auto& [path, item] : all) {
+        folded.emplace(AsItWasMade(path), std::move(item));
+    }
+    return folded;
 }
 
 Snapshot Below(const Snapshot& all, const std::string& path)

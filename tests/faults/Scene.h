@@ -58,6 +58,8 @@ public:
     /// Whether both keep times to the nanosecond; else what is seen of them is cut to what all
     /// keep.
     bool HasFineTimes() const { return fHasFineTimes; }
+    /// Whether on one of them names that differ only by case are one name.
+    bool FoldsNames() const { return fFoldsNames; }
 
     /// Empties the folders and fills them with the foreign files and the home folder.
     void Clear() const;
@@ -68,6 +70,8 @@ public:
     void MakeClashes(const std::string& target) const;
     /// Makes the tree `name` in the home Trash, with its record.
     void MakeTrashed(const std::string& name) const;
+    /// A tree with two files whose names differ only by case; with one where those are one name.
+    void MakeItemOfTwoCases(const std::string& name) const;
     /// A file of several blocks.
     void MakeLarge(const std::string& name) const;
     /// A file of `sizeBytes`, with contents made of its path.
@@ -91,6 +95,7 @@ private:
     bool fHasModes = true;
     bool fHasAttributes = true;
     bool fHasFineTimes = true;
+    bool fFoldsNames = false;
 };
 
 /// The part of a snapshot at and below `path`, by path from there ("" for itself).

@@ -107,7 +107,7 @@ void RaceJudgement::CheckContent(const std::string& path, const SceneItem& item)
     }
     const bool isCopiedLink =
         item.kind == 'l' && std::any_of(fAfter.begin(), fAfter.end(), [&](const auto& each) {
-            return each.second.kind == 'l' && LeafOf(each.first) == LeafOf(path) &&
+            return each.second.kind == 'l' && LeafOf(each.first).starts_with(LeafOf(path)) &&
                    WhereItLeads(each.second) == WhereItLeads(item);
         });
     const bool wasDestroyedByAct = fContentsAtAct.Has(item) && !fContentsAfterAct.Has(item);
