@@ -152,6 +152,19 @@ Job MakeLargeJobOver(std::string name, const Task& task, const Work& work)
     return job;
 }
 
+/// The item holds two files whose names may be one where it goes to; whatever lies in the way may
+/// be replaced.
+Job MakeJobOfTwoCases(std::string name, const Task& task, const Operation& operation)
+{
+    Job job = MakeJob(std::move(name), task, operation);
+    job.answer = norvane::kAnswerOverwriteAll;
+    job.task.agreement = Task::kAll;
+    job.makeItem = [task](const Scene& scene) {
+        scene.MakeItemOfTwoCases(task.source);
+    };
+    return job;
+}
+
 /// Something of the same name lies in the Trash already.
 Job MakeJobWithTakenName(std::string name, const Task& task, const Work& work)
 {
@@ -176,6 +189,9 @@ void AddCopiesAndMoves(std::vector<Job>* jobs)
     AddWithAnswers(jobs, "move", move, Move);
     jobs->push_back(MakeJob("move to a volume", away, Move));
     jobs->push_back(MakeJob("move from a volume", back, Move));
+    jobs->push_back(MakeJobOfTwoCases("copy, two cases",
+                                      {Task::kCopy, "one/source/item", "two/target", {}}, Copy));
+    jobs->push_back(MakeJobOfTwoCases("move, two cases", away, Move));
     jobs->push_back(MakeLargeJob("copy, large", copy, Copy));
     jobs->push_back(MakeLargeJobOver("copy, large over", copy, Copy));
     jobs->push_back(MakeLargeJob("move, large", away, Move));

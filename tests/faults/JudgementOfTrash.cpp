@@ -135,7 +135,8 @@ void Judgement::CheckTrash(const std::string& trash)
             entries.insert(TopName(path, files));
         } else if (path.starts_with(info)) {
             records.insert(LeafOf(path).substr(0, LeafOf(path).rfind(kEnding)));
-        } else if (IsNew(path) && IsAtOrBelow(path, trash) && item.mode != 0700) {
+        } else if (IsNew(path) && IsAtOrBelow(path, trash) && fScene.HasModes() &&
+                   item.mode != 0700) {
             Say(path, "is a folder of a Trash that others may look into");
         }
     }

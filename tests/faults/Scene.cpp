@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
+#include <strings.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -14,7 +15,8 @@ constexpr time_t kOld = 1'000'000'000;
 constexpr time_t kBetween = 1'100'000'000;
 constexpr time_t kNew = 1'200'000'000;
 constexpr size_t kLargeBytes = 5 * 1024 * 1024 + 123;
-constexpr char kNote[] = "user.norvane.test"; // an attribute that any file system of Linux takes
+constexpr long long kCoarseNs = 2'000'000'000; // of the coarsest times that volumes keep
+constexpr char kNote[] = "user.norvane.test";  // an attribute that any file system of Linux takes
 
 /// Nothing that follows would mean anything.
 [[noreturn]] void GiveUp(const char* what, const std::string& path)
@@ -138,7 +140,47 @@ void LookAt(int parent, const char* name, const std::string& path, Snapshot* all
     }
 }
 
+/// Some volumes list names in small letters, whatever they were made with: that is the same name.
+std::string AsItWasMade(const std::string& path)
+{
+    for (const std::string trash : kTrashes) {
+        const bool isThere = path.size() == trash.size() ||
+                             (path.size() > trash.size() && path[trash.size()] == '/');
+        if (isThere && strncasecmp(path.c_str(), trash.c_str(), trash.size()) == 0) {
+            return trash + path.substr(trash.size());
+        }
+    }
+    return path;
+}
+
 } // namespace
+
+Scene::Scene(std::string root) : fRoot(std::move(root))
+{
+    Probe("one");
+    Probe("two");
+}
+
+void Scene::Probe(const std::string& volume)
+{
+    const std::string file = Path(volume + "/probe");
+    const std::string link = Path(volume + "/probe-link");
+    unlink(file.c_str());
+    unlink(link.c_str());
+    MakeFile(volume + "/probe", 1, 0600);
+    struct stat st = {};
+    const bool keepsMode = chmod(file.c_str(), 0644) == 0 && stat(file.c_str(), &st) == 0 &&
+                           (st.st_mode & 0777) == 0644;
+    fHasModes = fHasModes && keepsMode;
+    fHasAttributes = fHasAttributes && setxattr(file.c_str(), kNote, "kept", 4, 0) == 0;
+    fHasLinks = fHasLinks && symlink("probe", link.c_str()) == 0;
+    fFoldsNames = fFoldsNames || access(Path(volume + "/PROBE").c_str(), F_OK) == 0;
+    const struct timespec times[2] = {{kOld, 123'456'789}, {kOld, 123'456'789}};
+    fHasFineTimes = fHasFineTimes && utimensat(AT_FDCWD, file.c_str(), times, 0) == 0 &&
+                    stat(file.c_str(), &st) == 0 && st.st_mtim.tv_nsec == 123'456'789;
+    unlink(file.c_str());
+    unlink(link.c_str());
+}
 
 void Scene::Clear() const
 {
@@ -179,7 +221,9 @@ void Scene::MakeItem(const std::string& name) const
     MakeFile(name + "/sub/deep/c", 1);
     MakeLink(name + "/link", "sub/b");
     MakeLink(name + "/sub/out", Path("one/foreign/file"));
-    setxattr(Path(name + "/run").c_str(), kNote, "kept", 4, 0);
+    if (fHasAttributes) {
+        setxattr(Path(name + "/run").c_str(), kNote, "kept", 4, 0);
+    }
     // Folders after what is in them.
     for (const char* each :
          {"a", "big", "private", "run", "sub/b", "link", "hollow", "sub/deep", "sub", "closed"}) {
@@ -198,6 +242,18 @@ void Scene::MakeTrashed(const std::string& name) const
              "[Trash Info]\nPath=" + Path("one/foreign/" + name) +
                  "\nDeletionDate=2020-02-02T20:20:20\n",
              0600);
+}
+
+void Scene::MakeItemOfTwoCases(const std::string& name) const
+{
+    MakeFolder(name);
+    MakeFile(name + "/same", 3000);
+    if (access(Path(name + "/Same").c_str(), F_OK) != 0) {
+        MakeFile(name + "/Same", 4000);
+    }
+    Age(name + "/same");
+    Age(name + "/Same");
+    Age(name);
 }
 
 void Scene::MakeLarge(const std::string& name) const
@@ -250,7 +306,7 @@ void Scene::MakeFolder(const std::string& name, mode_t mode) const
 
 void Scene::MakeLink(const std::string& name, const std::string& text) const
 {
-    if (symlink(text.c_str(), Path(name).c_str()) != 0) {
+    if (fHasLinks && symlink(text.c_str(), Path(name).c_str()) != 0) {
         GiveUp("link", Path(name));
     }
 }
@@ -270,7 +326,18 @@ Snapshot Scene::Look() const
 {
     Snapshot all;
     LookAt(AT_FDCWD, fRoot.c_str(), "", &all);
-    return all;
+    for (auto& [path, item] : all) {
+        item.mode = fHasModes ? item.mode : 0;
+        item.modifiedNs -= fHasFineTimes ? 0 : item.modifiedNs % kCoarseNs;
+    }
+    if (!fFoldsNames) {
+        return all;
+    }
+    Snapshot folded;
+    for (auto& [path, item] : all) {
+        folded.emplace(AsItWasMade(path), std::move(item));
+    }
+    return folded;
 }
 
 Snapshot Below(const Snapshot& all, const std::string& path)

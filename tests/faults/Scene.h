@@ -44,11 +44,22 @@ using Snapshot = std::map<std::string, SceneItem>;
 class Scene
 {
 public:
-    /// `root` is an empty folder.
-    explicit Scene(std::string root) : fRoot(std::move(root)) {}
+    /// `root` is a folder with the folders "one" and "two".
+    explicit Scene(std::string root);
 
     const std::string& Root() const { return fRoot; }
     std::string Path(const std::string& name) const { return fRoot + "/" + name; }
+
+    /// Whether both volumes keep links, modes, attributes; what one does not keep is made on
+    /// none, and all modes look the same then.
+    bool HasLinks() const { return fHasLinks; }
+    bool HasModes() const { return fHasModes; }
+    bool HasAttributes() const { return fHasAttributes; }
+    /// Whether both keep times to the nanosecond; else what is seen of them is cut to what all
+    /// keep.
+    bool HasFineTimes() const { return fHasFineTimes; }
+    /// Whether on one of them names that differ only by case are one name.
+    bool FoldsNames() const { return fFoldsNames; }
 
     /// Empties the folders and fills them with the foreign files and the home folder.
     void Clear() const;
@@ -59,6 +70,8 @@ public:
     void MakeClashes(const std::string& target) const;
     /// Makes the tree `name` in the home Trash, with its record.
     void MakeTrashed(const std::string& name) const;
+    /// A tree with two files whose names differ only by case; with one where those are one name.
+    void MakeItemOfTwoCases(const std::string& name) const;
     /// A file of several blocks.
     void MakeLarge(const std::string& name) const;
     /// A file of `sizeBytes`, with contents made of its path.
@@ -75,7 +88,14 @@ private:
     void MakeLink(const std::string& name, const std::string& text) const;
     void SetTime(const std::string& name, time_t modified) const;
 
+    void Probe(const std::string& volume);
+
     std::string fRoot;
+    bool fHasLinks = true;
+    bool fHasModes = true;
+    bool fHasAttributes = true;
+    bool fHasFineTimes = true;
+    bool fFoldsNames = false;
 };
 
 /// The part of a snapshot at and below `path`, by path from there ("" for itself).

@@ -24,6 +24,11 @@ std::string LeafOf(const std::string& path)
     return path.substr(path.rfind('/') + 1);
 }
 
+bool IsHidden(const std::string& path)
+{
+    return path.find(std::string("/") + kBeside) != std::string::npos;
+}
+
 bool IsAtOrBelow(const std::string& path, const std::string& folder)
 {
     return !folder.empty() && (path == folder || path.starts_with(folder + "/"));

@@ -39,4 +39,6 @@ inline constexpr const char* kAside = "-aside";
 inline constexpr const char* kBeside = ".norvane-";
 
 std::string LeafOf(const std::string& path);
+/// Whether it, or a folder above it, has such a name.
+bool IsHidden(const std::string& path);
 bool IsAtOrBelow(const std::string& path, const std::string& folder);

@@ -39,7 +39,7 @@ RaceJudgement::Contents::Contents(const Snapshot& all)
 {
     for (const auto& [path, item] : all) {
         if (IsContent(item)) {
-            (LeafOf(path).starts_with(kBeside) ? hidden : seen).insert(item.text);
+            (IsHidden(path) ? hidden : seen).insert(item.text);
         }
     }
 }
@@ -107,7 +107,7 @@ void RaceJudgement::CheckContent(const std::string& path, const SceneItem& item)
     }
     const bool isCopiedLink =
         item.kind == 'l' && std::any_of(fAfter.begin(), fAfter.end(), [&](const auto& each) {
-            return each.second.kind == 'l' && LeafOf(each.first) == LeafOf(path) &&
+            return each.second.kind == 'l' && LeafOf(each.first).starts_with(LeafOf(path)) &&
                    WhereItLeads(each.second) == WhereItLeads(item);
         });
     const bool wasDestroyedByAct = fContentsAtAct.Has(item) && !fContentsAfterAct.Has(item);
@@ -194,7 +194,7 @@ bool RaceJudgement::IsUnfinished(const std::string& path, const SceneItem& item)
 {
     const auto old = fBefore.find(path);
     const bool isOld = old != fBefore.end() && old->second.text == item.text;
-    return !isOld && (fPlaces.IsOfTarget(path) || LeafOf(path).starts_with(kBeside)) &&
+    return !isOld && (fPlaces.IsOfTarget(path) || IsHidden(path)) &&
            std::any_of(fSourceTexts.begin(), fSourceTexts.end(), [&](std::string_view text) {
                return text.size() > item.text.size() && text.starts_with(item.text);
            });
@@ -246,10 +246,9 @@ int RaceJudgement::RemovalOf(const std::string& source) const
 {
     for (size_t i = fReport.calls.size(); i > 0; --i) {
         const Report::Call& call = fReport.calls[i - 1];
-        const bool isAside = IsAtOrBelow(call.path, fPlaces.itemFolder) &&
-                             (LeafOf(call.path).starts_with(kBeside) ||
-                              (call.path.find(std::string("/") + kBeside) != std::string::npos &&
-                               LeafOf(call.path) == LeafOf(source)));
+        const bool isAside =
+            IsAtOrBelow(call.path, fPlaces.itemFolder) && IsHidden(call.path) &&
+            (LeafOf(call.path).starts_with(kBeside) || LeafOf(call.path) == LeafOf(source));
         if (call.kind == kFaultUnlink && (call.path == source || isAside)) {
             return static_cast<int>(i);
         }

@@ -43,7 +43,7 @@ void RaceJudgement::CheckModes(const Snapshot& state)
 {
     for (const auto& [path, item] : state) {
         const bool isMade = item.kind == 'f' && !item.text.empty() && !fPlaces.IsOfSource(path) &&
-                            (fPlaces.IsOfTarget(path) || LeafOf(path).starts_with(kBeside));
+                            (fPlaces.IsOfTarget(path) || IsHidden(path));
         if (isMade && (item.mode & ~MostFor(path, item)) != 0) {
             Say(path, "is open to more people than its source");
             continue;
@@ -66,9 +66,13 @@ void RaceJudgement::CheckHidden()
         if (!LeafOf(path).starts_with(kBeside)) {
             continue;
         }
-        const bool isOnlyCopy =
-            item.kind == 'f' && !fContents.Has(item) &&
-            (fSourceTexts.count(item.text) > 0 || fContentsAfterAct.seen.count(item.text) > 0);
+        const Snapshot below = Below(fAfter, path);
+        const bool isOnlyCopy = std::any_of(below.begin(), below.end(), [this](const auto& each) {
+            const SceneItem& held = each.second;
+            return held.kind == 'f' && !fContents.Has(held) &&
+                   (fSourceTexts.count(held.text) > 0 ||
+                    fContentsAfterAct.seen.count(held.text) > 0);
+        });
         if (!isOnlyCopy || !fReport.result.wasTold) {
             Say(path, "was left behind");
         }
@@ -111,7 +115,7 @@ void RaceJudgement::CheckSilence()
 bool RaceJudgement::IsElsewhere(std::string_view text) const
 {
     return std::any_of(fAfter.begin(), fAfter.end(), [&](const auto& each) {
-        return !fPlaces.IsOfSource(each.first) && !LeafOf(each.first).starts_with(kBeside) &&
+        return !fPlaces.IsOfSource(each.first) && !IsHidden(each.first) &&
                each.second.text.starts_with(text);
     });
 }
