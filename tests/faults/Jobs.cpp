@@ -154,9 +154,9 @@ Job MakeLargeJobOver(std::string name, const Task& task, const Work& work)
 
 /// The item holds two files whose names may be one where it goes to; whatever lies in the way may
 /// be replaced.
-Job MakeJobOfTwoCases(std::string name, const Task& task, const Operation& operation)
+Job MakeJobOfTwoCases(std::string name, const Task& task, const Work& work)
 {
-    Job job = MakeJob(std::move(name), task, operation);
+    Job job = MakeJob(std::move(name), task, work);
     job.answer = norvane::kAnswerOverwriteAll;
     job.task.agreement = Task::kAll;
     job.makeItem = [task](const Scene& scene) {

@@ -331,7 +331,7 @@ bool FileCopier::CopySmall()
 
 bool FileCopier::CopyPieces()
 {
-    BFileTransfer transfer(&fSource, fTarget.get());
+    BFileTransfer transfer(&fSource, fTarget.get(), &fRecord);
     while (!fUI.IsStopped()) {
         const ssize_t count = transfer.Next();
         if (count == 0) {

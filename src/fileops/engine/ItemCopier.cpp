@@ -8,6 +8,7 @@
 #include <Entry.h>
 #include <Errors.h>
 #include <Path.h>
+#include <fs_info.h>
 
 namespace norvane {
 
@@ -46,7 +47,13 @@ status_t ItemCopier::OpenFolderOf(const entry_ref& item)
     }
     fPath = folderPath.Path();
     fNode = node;
+    fHasStableNodes = has_stable_nodes(fFolder);
     return B_OK;
+}
+
+bool ItemCopier::HasStableNodes(const entry_ref& item)
+{
+    return OpenFolderOf(item) != B_OK || fHasStableNodes;
 }
 
 bool ItemCopier::IsDirectlyIn(const entry_ref& item, const BDirectory& folder)

@@ -27,8 +27,8 @@ public:
 
     /// Whether the item lies directly in the folder.
     bool IsDirectlyIn(const entry_ref& item, const BDirectory& folder);
-    /// The folder of the item that was asked about last.
-    const BDirectory& SourceFolder() const { return fFolder; }
+    /// Whether the volume of the item's folder keeps node numbers.
+    bool HasStableNodes(const entry_ref& item);
 
 private:
     [[nodiscard]] status_t OpenFolderOf(const entry_ref& item);
@@ -38,6 +38,7 @@ private:
     BDirectory fFolder; // that of the last item
     std::string fPath;
     node_ref fNode;
+    bool fHasStableNodes = true;
 };
 
 /// Finds whether the folder is the item, or lies below it. Errors: those of looking.

@@ -21,7 +21,8 @@ void Move::DoItem(size_t index)
         claim = canCopy ? std::move(claim) : nullptr;
     }
     const bool isIntoTrash = claim != nullptr;
-    MovedItems::Item& moved = fMoved.Add(item, index, std::move(claim));
+    MovedItems::Item& moved =
+        fMoved.Add(item, index, fCopier.HasStableNodes(item), std::move(claim));
     if (canCopy) {
         fCopier.Copy(item, fTarget.Place(), moved.targetName.c_str(),
                      {.ledger = &moved.ledger, .isAllNew = isIntoTrash, .item = index},

@@ -46,14 +46,14 @@ MovedItems::~MovedItems()
     fContext.smallFiles.Drain(); // they speak of what is here
 }
 
-MovedItems::Item& MovedItems::Add(const entry_ref& source, size_t index,
+MovedItems::Item& MovedItems::Add(const entry_ref& source, size_t index, bool hasStableNodes,
                                   std::unique_ptr<BTrashClaim> claim)
 {
     if (fItems.empty()) {
         fFirstTime = system_time();
     }
     const std::string name = claim != nullptr ? claim->Name() : source.name;
-    fItems.push_back({source, index, name, std::move(claim), MoveLedger(), {}});
+    fItems.push_back({source, index, name, std::move(claim), MoveLedger(hasStableNodes), {}});
     return fItems.back();
 }
 
@@ -132,7 +132,7 @@ void MovedItems::DeleteSource(Item& item)
         item.claim->Keep();
     }
     BEntry source(&item.source);
-    const CopiedItem copy{fTarget.Folder(), item.targetName};
+    const CopiedItem copy{fTarget.Folder(), item.targetName, fTarget.HasStableNodes()};
     if (SourceRemover(fUI, item.ledger, copy).Remove(source)) {
         fContext.journal.End(item.index, ItemResult::Ending::kWhole);
     }

@@ -44,7 +44,9 @@ public:
 
     /// An item that is about to be copied. Ownership: lent until it was settled, which happens only
     /// after isCopied was set.
-    Item& Add(const entry_ref& source, size_t index, std::unique_ptr<BTrashClaim> claim = nullptr);
+    /// `hasStableNodes`: of the volume that it lies on.
+    Item& Add(const entry_ref& source, size_t index, bool hasStableNodes,
+              std::unique_ptr<BTrashClaim> claim);
 
     /// Whether so many wait, or for so long, that it is time.
     bool AreDue() const;

@@ -8,6 +8,7 @@
 
 #include <Entry.h>
 #include <Errors.h>
+#include <fs_info.h>
 
 namespace norvane {
 
@@ -21,6 +22,7 @@ TargetFolder::TargetFolder(const char* path)
     }
     if (fStatus == B_OK) {
         fPlace.node = NodeOf(record);
+        fHasStableNodes = has_stable_nodes(*fFolder);
         fStatus = is_trash_folder(fFolder.get(), &fIsTrash);
     }
 }

@@ -25,6 +25,8 @@ public:
     const CopyPlace& Place() const { return fPlace; }
     /// Whether it is the folder of a Trash, where everything gets a record.
     bool IsTrash() const { return fIsTrash; }
+    /// Whether its volume keeps node numbers.
+    bool HasStableNodes() const { return fHasStableNodes; }
 
     /// False, and told, when nothing may be put into it: it is not there, or it cannot be told
     /// whether it is a Trash.
@@ -40,6 +42,7 @@ private:
     const std::shared_ptr<BDirectory> fFolder; // never null
     CopyPlace fPlace;
     bool fIsTrash = false;
+    bool fHasStableNodes = true;
     status_t fStatus;
 };
 

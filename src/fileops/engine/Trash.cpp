@@ -6,6 +6,7 @@
 #include <Errors.h>
 #include <FindDirectory.h>
 #include <Path.h>
+#include <fs_info.h>
 
 namespace norvane {
 
@@ -13,11 +14,10 @@ namespace {
 
 bool IsMountPoint(const NorvaneEntry& item)
 {
-    struct stat own;
-    struct stat above;
     BDirectory parent;
-    return item.GetStat(&own) == B_OK && S_ISDIR(own.st_mode) && item.GetParent(&parent) == B_OK &&
-           parent.GetStat(&above) == B_OK && own.st_dev != above.st_dev;
+    bool is = false;
+    return item.GetParent(&parent) == B_OK && is_mount_point(parent, item.Name(), &is) == B_OK &&
+           is;
 }
 
 } // namespace
@@ -76,7 +76,8 @@ void Trash::CopyAndDelete(size_t index)
     const entry_ref& item = Item(index);
     auto claim = std::make_unique<BTrashClaim>();
     const bool isClaimed = fHomeTrash->Claim(claim.get(), item, fDesk);
-    MovedItems::Item& moved = fMoved->Add(item, index, isClaimed ? std::move(claim) : nullptr);
+    MovedItems::Item& moved = fMoved->Add(item, index, fCopier.HasStableNodes(item),
+                                          isClaimed ? std::move(claim) : nullptr);
     if (isClaimed) {
         fCopier.Copy(item, fHomeTrash->Place(), moved.targetName.c_str(),
                      {.ledger = &moved.ledger, .isAllNew = true, .item = index}, &moved.copy);
