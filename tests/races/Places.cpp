@@ -57,6 +57,11 @@ bool Places::IsOfTarget(const std::string& path) const
 std::string Places::Before(const std::string& path) const
 {
     std::string before = path;
+    // The operation deletes the item under a hidden name beside its place.
+    const size_t below = path.find('/', itemFolder.size() + 1);
+    if (path.starts_with(itemFolder + "/" + kBeside)) {
+        return below == std::string::npos ? item : item + path.substr(below);
+    }
     // What was moved aside from inside the item lies beside it.
     if (!Exchange(&before, item + kAside, item) &&
         !Exchange(&before, itemFolder + "/sub" + kAside, item + "/sub") &&

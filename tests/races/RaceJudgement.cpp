@@ -21,9 +21,10 @@ bool IsContent(const SceneItem& item)
 }
 
 /// Links that are copied say where they lead to in their own way.
-std::string WhereItLeads(const SceneItem& link)
+std::string WhereItLeads(const Scene& scene, const std::string& path, const SceneItem& link)
 {
-    return std::filesystem::path(link.text).lexically_normal();
+    const std::filesystem::path folder = std::filesystem::path(scene.Path(path)).parent_path();
+    return (folder / link.text).lexically_normal(); // a whole path stands for itself
 }
 
 bool IsForeign(const std::string& path)
@@ -94,7 +95,12 @@ void RaceJudgement::CheckContents()
     }
     for (const auto& [path, item] : fAfterAct) {
         const auto old = fBefore.find(path);
-        if (old == fBefore.end() || old->second.text != item.text) {
+        // What the operation itself moved is looked at where it was.
+        const bool wasThere = std::any_of(fBefore.begin(), fBefore.end(), [&](const auto& each) {
+            return each.second.text == item.text;
+        });
+        if (!(wasThere && IsHidden(path)) &&
+            (old == fBefore.end() || old->second.text != item.text)) {
             CheckContent(path, item);
         }
     }
@@ -108,7 +114,8 @@ void RaceJudgement::CheckContent(const std::string& path, const SceneItem& item)
     const bool isCopiedLink =
         item.kind == 'l' && std::any_of(fAfter.begin(), fAfter.end(), [&](const auto& each) {
             return each.second.kind == 'l' && LeafOf(each.first).starts_with(LeafOf(path)) &&
-                   WhereItLeads(each.second) == WhereItLeads(item);
+                   WhereItLeads(fScene, each.first, each.second) ==
+                       WhereItLeads(fScene, path, item);
         });
     const bool wasDestroyedByAct = fContentsAtAct.Has(item) && !fContentsAfterAct.Has(item);
     if (wasDestroyedByAct || isCopiedLink || MayGo(path, item)) {

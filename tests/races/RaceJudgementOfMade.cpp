@@ -44,7 +44,9 @@ void RaceJudgement::CheckModes(const Snapshot& state)
     for (const auto& [path, item] : state) {
         const bool isMade = item.kind == 'f' && !item.text.empty() && !fPlaces.IsOfSource(path) &&
                             (fPlaces.IsOfTarget(path) || IsHidden(path));
-        if (isMade && (item.mode & ~MostFor(path, item)) != 0) {
+        // Whoever writes into another's file by its name takes it as open as it is.
+        const bool isOthersDoing = WasChangedWithinOwnFile(path);
+        if (isMade && !isOthersDoing && (item.mode & ~MostFor(path, item)) != 0) {
             Say(path, "is open to more people than its source");
             continue;
         }
