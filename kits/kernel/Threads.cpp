@@ -14,7 +14,6 @@
 #include <unistd.h>
 #include <unordered_map>
 #include <utility>
-#include <vector>
 
 namespace {
 
@@ -35,6 +34,7 @@ struct Thread
     bool isToBeJoined = false; // already among those that end
     pthread_t handle{};        // valid from when it is set until the thread has ended
     status_t result = B_OK;
+    std::shared_ptr<Thread> endedBefore; // the next of those that end
 };
 
 using ThreadRef = std::shared_ptr<Thread>;
@@ -43,10 +43,12 @@ using ThreadRef = std::shared_ptr<Thread>;
 struct ThreadTable
 {
     Mutex mutex;
-    Condition end;                                   // some thread has ended, or was joined
-    std::vector<pthread_t> ending GUARDED_BY(mutex); // spawned here, to be joined
-    size_t joining GUARDED_BY(mutex) = 0;            // of those, taken by a thread that joins them
-    bool isExiting GUARDED_BY(mutex) = false;        // nobody will join any more
+    Condition end; // some thread has ended, or was joined
+    // Spawned here, to be joined, linked by `endedBefore`: a thread must be able to end without
+    // memory.
+    ThreadRef ending GUARDED_BY(mutex);
+    size_t joining GUARDED_BY(mutex) = 0;     // threads that join some of those
+    bool isExiting GUARDED_BY(mutex) = false; // nobody will join any more
     std::unordered_map<thread_id, ThreadRef> threads GUARDED_BY(mutex);
     thread_id lastId GUARDED_BY(mutex) = 0;
 };
@@ -88,15 +90,15 @@ thread_id Enter(const ThreadRef& thread)
     return thread->id;
 }
 
-void JoinLater(ThreadTable& table, Thread& thread) REQUIRES(table.mutex)
+void JoinLater(ThreadTable& table, const ThreadRef& thread) REQUIRES(table.mutex)
 {
-    if (thread.function == nullptr || std::exchange(thread.isToBeJoined, true)) {
+    if (thread->function == nullptr || std::exchange(thread->isToBeJoined, true)) {
         return;
     }
     if (table.isExiting) {
-        ::pthread_detach(thread.handle);
+        ::pthread_detach(thread->handle);
     } else {
-        table.ending.push_back(thread.handle);
+        thread->endedBefore = std::exchange(table.ending, thread);
     }
 }
 
@@ -110,7 +112,7 @@ void Leave(thread_id id, status_t result)
     }
     found->second->hasEnded = true;
     found->second->result = result;
-    JoinLater(table, *found->second);
+    JoinLater(table, found->second);
     table.threads.erase(found);
     table.end.Broadcast();
 }
@@ -182,14 +184,13 @@ void JoinAtExit()
 status_t StartThread(const ThreadRef& thread)
 {
     [[maybe_unused]] static const int registered = std::atexit(JoinAtExit);
-    auto argument = std::make_unique<ThreadRef>(thread);
+    std::unique_ptr<ThreadRef> argument(new (std::nothrow) ThreadRef(thread));
     kits::JoinEndedThreads(); // so that their stacks do not gather
     pthread_t handle;
-    const int error = ::pthread_create(&handle, nullptr, RunThread, argument.get());
-    if (error != 0) {
+    if (argument == nullptr || ::pthread_create(&handle, nullptr, RunThread, argument.get()) != 0) {
         MutexLock lock(Table().mutex);
         thread->isStarted = false;
-        return B_NO_MORE_THREADS;
+        return argument == nullptr ? B_NO_MEMORY : B_NO_MORE_THREADS;
     }
     static_cast<void>(argument.release()); // adopted by the new thread
     return B_OK;
@@ -210,7 +211,7 @@ void kits::AnnounceThreadEnd()
     MutexLock lock(table.mutex);
     const ThreadRef thread = FindById(table, tThreadId);
     if (thread != nullptr) {
-        JoinLater(table, *thread);
+        JoinLater(table, thread);
     }
 }
 
@@ -227,17 +228,19 @@ void kits::ForgetThread(thread_id id)
 void kits::JoinEndedThreads()
 {
     ThreadTable& table = Table();
-    std::vector<pthread_t> mine;
+    ThreadRef mine;
     {
         MutexLock lock(table.mutex);
         mine.swap(table.ending);
-        table.joining += mine.size();
+        ++table.joining;
     }
-    for (const pthread_t thread : mine) {
-        ::pthread_join(thread, nullptr);
+    while (mine != nullptr) {
+        ::pthread_join(mine->handle, nullptr);
+        ThreadRef next = std::move(mine->endedBefore);
+        mine = std::move(next);
     }
     MutexLock lock(table.mutex);
-    table.joining -= mine.size();
+    --table.joining;
     table.end.Broadcast();
     while (table.joining > 0) {
         table.end.Wait(table.mutex);
@@ -281,7 +284,7 @@ status_t resume_thread(thread_id id)
 
 status_t wait_for_thread(thread_id id, status_t* returnValue)
 {
-    if (id == find_thread(nullptr)) {
+    if (id == tThreadId && id != 0) { // one that never asked for its number has none to give
         return B_NOT_ALLOWED;
     }
     ThreadTable& table = Table();
@@ -291,7 +294,7 @@ status_t wait_for_thread(thread_id id, status_t* returnValue)
         thread = FindById(table, id);
     }
     const status_t started = thread == nullptr ? B_BAD_THREAD_ID : resume_thread(id);
-    if (thread == nullptr || started == B_NO_MORE_THREADS) {
+    if (thread == nullptr || started == B_NO_MORE_THREADS || started == B_NO_MEMORY) {
         return started;
     }
     {

@@ -3,6 +3,7 @@
 #include "kernel/ThreadEnds.h"
 
 #include <memory>
+#include <new>
 #include <utility>
 
 namespace kits {
@@ -21,7 +22,10 @@ status_t DoWork(void* data)
 /// The thread's number, or why there is none.
 thread_id StartWork(const char* name, Work work)
 {
-    auto argument = std::make_unique<Work>(std::move(work));
+    std::unique_ptr<Work> argument(new (std::nothrow) Work(std::move(work)));
+    if (argument == nullptr) {
+        return B_NO_MEMORY;
+    }
     const thread_id thread = spawn_thread(&DoWork, name, B_NORMAL_PRIORITY, argument.get());
     if (thread < B_OK) {
         return thread;

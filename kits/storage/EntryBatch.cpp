@@ -3,6 +3,7 @@
 #include "FolderListing.h"
 #include "FolderTable.h"
 #include "NodeWatcher.h"
+#include "OrNoMemory.h"
 #include "kernel/WorkerThread.h"
 
 #include <Directory.h>
@@ -190,7 +191,8 @@ status_t BEntryBatch::SetTo(const BDirectory& directory, uint32 watchFlags,
 
 status_t BEntryBatch::Take(const BDirectory& directory, std::unique_ptr<Impl> read)
 {
-    const status_t status = read->Read(directory.Descriptor(), directory.Folder());
+    const status_t status =
+        kits::OrNoMemory([&] { return read->Read(directory.Descriptor(), directory.Folder()); });
     if (status == B_OK) {
         fImpl = std::move(read);
     }

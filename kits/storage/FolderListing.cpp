@@ -29,7 +29,7 @@ bool IsDots(const char* name)
 }
 
 template<typename Visit>
-status_t ForEachRecord(int folder, Visit visit)
+status_t ForEachRecord(int folder, const FolderListing::IsStopped& isStopped, Visit visit)
 {
     status_t status = sys::RewindFolder(folder);
     if (status != B_OK) {
@@ -38,6 +38,9 @@ status_t ForEachRecord(int folder, Visit visit)
     const auto buffer = std::make_unique_for_overwrite<uint64[]>(kReadBytes / sizeof(uint64));
     char* start = reinterpret_cast<char*>(buffer.get());
     for (;;) {
+        if (isStopped && isStopped()) {
+            return B_CANCELED;
+        }
         const ssize_t length = sys::ListFolder(folder, start, kReadBytes);
         if (length <= 0) {
             return static_cast<status_t>(length);
@@ -71,12 +74,12 @@ const char* FolderListing::Keep(const char* name)
     return kept;
 }
 
-status_t FolderListing::Read(int folder)
+status_t FolderListing::Read(int folder, const IsStopped& isStopped)
 {
     fItems.clear();
     fChunks.clear();
     fRoom = 0;
-    return ForEachRecord(folder, [this](const Record& record, const char* name) {
+    return ForEachRecord(folder, isStopped, [this](const Record& record, const char* name) {
         fItems.push_back({Keep(name), static_cast<ino_t>(record.node), record.kind});
     });
 }
@@ -91,7 +94,7 @@ int64 FolderListing::Count(int folder)
 {
     int64 count = 0;
     const status_t status =
-        ForEachRecord(folder, [&count](const Record&, const char*) { ++count; });
+        ForEachRecord(folder, {}, [&count](const Record&, const char*) { ++count; });
     return status == B_OK ? count : status;
 }
 

@@ -2,6 +2,7 @@
 
 #include <StorageDefs.h>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -18,8 +19,12 @@ public:
         uint8 kind;       // DT_ value
     };
 
-    /// Reads the open folder from its start. Errors: of reading; what was read until then stays.
-    [[nodiscard]] status_t Read(int folder);
+    /// Asked now and then while a folder is being read; true ends that.
+    using IsStopped = std::function<bool()>;
+
+    /// Reads the open folder from its start. `isStopped` may be empty. Errors: B_CANCELED, of
+    /// reading; what was read until then stays.
+    [[nodiscard]] status_t Read(int folder, const IsStopped& isStopped = {});
     /// Brings the items into byte order of their names.
     void Sort();
 

@@ -1,6 +1,7 @@
 #include "FolderTable.h"
 
 #include "FolderPath.h"
+#include "OrNoMemory.h"
 #include "kernel/WorkerThread.h"
 
 #include <OS.h>
@@ -72,7 +73,7 @@ FolderTable::FolderTable()
 FolderHold FolderTable::Hold(Folder* folder)
 {
     if (folder->isUnheld) {
-        fUnheld.erase(folder->inUnheld);
+        folder->placeInUnheld.splice(folder->placeInUnheld.begin(), fUnheld, folder->inUnheld);
         folder->isUnheld = false;
     }
     folder->holders.fetch_add(1, std::memory_order_relaxed);
@@ -107,6 +108,7 @@ FolderHold FolderTable::Know(int descriptor, const struct stat& st)
     const bool isOther = closed && IsOther(closed, identity, descriptor);
     // A duplicate is enough: the table never reads the folder, it only starts from it.
     auto open = std::make_shared<const UniqueFd>(sys::Duplicate(descriptor));
+    auto made = std::make_unique<Folder>(); // first: the table keeps no half of one
     FolderHold hold;
     {
         MutexLock lock(fMutex);
@@ -115,7 +117,7 @@ FolderHold FolderTable::Know(int descriptor, const struct stat& st)
             SetGone(slot.get());
         }
         if (slot == nullptr) {
-            slot = std::make_unique<Folder>();
+            slot = std::move(made);
             slot->key = key;
             slot->tag = identity.Tag();
             slot->identity = std::move(identity);
@@ -174,7 +176,10 @@ FolderTable::Folder* FolderTable::AddGone(const Key& key, uint32 tag)
 
 void FolderTable::AfterOpening(const Folder* folder)
 {
-    CloseLongestUnused();
+    [[maybe_unused]] const status_t status = OrNoMemory([this] { // the next one that is opened does
+        CloseLongestUnused();
+        return B_OK;
+    });
     if (IsOnOtherVolume(folder)) {
         WakeSweeper();
     }
@@ -280,7 +285,7 @@ void FolderTable::ReleaseLast(FolderCount* count)
         table.fGone.erase(gone);
         return;
     }
-    table.fUnheld.push_front(folder);
+    table.fUnheld.splice(table.fUnheld.begin(), folder->placeInUnheld);
     folder->inUnheld = table.fUnheld.begin();
     folder->isUnheld = true;
     if (table.fUnheld.size() <= kUnheldLimit) {
@@ -300,7 +305,7 @@ void FolderTable::SetOpen(Folder* folder, OpenFolder open)
 {
     folder->open = std::move(open);
     folder->lastUse = Now();
-    fOpen.push_front(folder);
+    fOpen.splice(fOpen.begin(), folder->placeInOpen);
     folder->inOpen = fOpen.begin();
 }
 
@@ -343,7 +348,7 @@ void FolderTable::CloseNoted(const FolderHold& hold, bigtime_t lastUse)
         return;
     }
     folder->path = std::move(path);
-    fOpen.erase(folder->inOpen);
+    folder->placeInOpen.splice(folder->placeInOpen.begin(), fOpen, folder->inOpen);
     folder->open.reset();
 }
 
@@ -431,7 +436,10 @@ void FolderTable::Sweep()
 {
     for (;;) {
         snooze(kIdleTime / 3);
-        CloseIdle(kIdleTime, Volumes::kOther);
+        [[maybe_unused]] const status_t status = OrNoMemory([this] { // else the next round does it
+            CloseIdle(kIdleTime, Volumes::kOther);
+            return B_OK;
+        });
         MutexLock lock(fMutex);
         const bool isDone = std::none_of(fOpen.begin(), fOpen.end(), [this](const Folder* folder) {
             return IsOnOtherVolume(folder);

@@ -81,6 +81,10 @@ private:
         OpenFolder open;  // null while closed
         std::string path; // where it was when it was closed
         bigtime_t lastUse = 0;
+        // Its places in the two lists: kept here while it is in none, since letting go of a folder
+        // must not need memory.
+        std::list<Folder*> placeInOpen{this};
+        std::list<Folder*> placeInUnheld{this};
         std::list<Folder*>::iterator inOpen;   // valid while `open`
         std::list<Folder*>::iterator inUnheld; // valid while `isUnheld`
         bool isUnheld = false;

@@ -1,6 +1,7 @@
 // BEntry::MeasureTree(): the bytes of an entry with all below it.
 
 #include "KernelVolume.h"
+#include "OrNoMemory.h"
 #include "TreeWalker.h"
 
 #include <Entry.h>
@@ -95,6 +96,11 @@ status_t BEntry::MeasureTree(int64* bytes, measure_scope scope, BTreeHooks* hook
     if (fStatus != B_OK) {
         return B_NO_INIT;
     }
+    return kits::OrNoMemory([&] { return MeasureAll(bytes, scope, hooks); });
+}
+
+status_t BEntry::MeasureAll(int64* bytes, measure_scope scope, BTreeHooks* hooks) const
+{
     kits::OpenFolder folder;
     struct stat record;
     status_t status = kits::FolderTable::Get().Open(fFolder, &folder);
@@ -106,7 +112,7 @@ status_t BEntry::MeasureTree(int64* bytes, measure_scope scope, BTreeHooks* hook
         return status;
     }
     TreeMeasure measure(hooks, scope, record.st_dev);
-    measure.Walk(folder, fName);
+    measure.Walk(folder, fName.c_str());
     *bytes = measure.Bytes();
     return measure.Status();
 }

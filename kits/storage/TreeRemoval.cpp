@@ -1,5 +1,6 @@
 // BEntry::RemoveTree(): an entry with all below it.
 
+#include "OrNoMemory.h"
 #include "TreeWalker.h"
 
 #include <Entry.h>
@@ -170,7 +171,7 @@ status_t RemoveFile(int parent, const char* name, struct stat* record)
 status_t RemoveFolder(const kits::OpenFolder& parent, const std::string& name, BTreeHooks* hooks)
 {
     TreeRemover remover(hooks);
-    remover.Walk(parent, name);
+    remover.Walk(parent, name.c_str());
     const status_t status = remover.Status();
     struct stat record;
     const status_t looked = status == B_OK ? kits::sys::StatAt(parent->Get(), name.c_str(), &record)
@@ -192,8 +193,22 @@ status_t BEntry::RemoveTree(BTreeHooks* hooks)
     if (fStatus != B_OK) {
         return B_NO_INIT;
     }
+    const status_t status = kits::OrNoMemory([&] { return RemoveAll(hooks); });
+    if (status == B_OK) {
+        // It is gone, whatever becomes of its record.
+        [[maybe_unused]] const status_t forgotten = kits::OrNoMemory([this] {
+            ForgetOrigin();
+            return B_OK;
+        });
+    }
+    return status;
+}
+
+status_t BEntry::RemoveAll(BTreeHooks* hooks)
+{
     kits::OpenFolder folder;
-    status_t status = kits::FolderTable::Get().Open(fFolder, &folder);
+    status_t status =
+        kits::OrNoMemory([&] { return kits::FolderTable::Get().Open(fFolder, &folder); });
     if (status != B_OK) {
         if (hooks != nullptr) {
             hooks->Failed(fName.c_str(), status);
@@ -217,9 +232,6 @@ status_t BEntry::RemoveTree(BTreeHooks* hooks)
         status = RemoveFolder(folder, fName, hooks);
     } else if (status != B_OK && hooks != nullptr) {
         hooks->Failed(fName.c_str(), status);
-    }
-    if (status == B_OK) {
-        ForgetOrigin();
     }
     return status;
 }

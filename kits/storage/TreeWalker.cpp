@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <fcntl.h>
 #include <memory>
+#include <new>
 #include <sys/resource.h>
 #include <thread>
 
@@ -16,6 +17,8 @@ constexpr size_t kMostOpen = 4096;
 constexpr size_t kFewestOpen = 16;
 // With fewer folders waiting a helper would find nothing left to do.
 constexpr size_t kHelpedFrom = 8;
+// How often the owner looks whether the walk was stopped while others work. Microseconds.
+constexpr bigtime_t kOwnerLooksEvery = 50'000;
 
 size_t MostOpen()
 {
@@ -34,15 +37,25 @@ size_t MostHelpers()
 
 TreeWalker::TreeWalker(BTreeHooks* hooks) : fHooks(hooks), fMostOpen(MostOpen()) {}
 
-void TreeWalker::Walk(OpenFolder parent, const std::string& name)
+void TreeWalker::Walk(OpenFolder parent, const char* name)
 {
     Folder top;
     top.fDescriptor = std::move(parent);
-    EnterLater(top, name.c_str());
-    Work();
+    try {
+        EnterLater(top, name);
+    } catch (const std::bad_alloc&) {
+        TellNoMemory(name);
+        return;
+    }
+    Work(Thread::kOwner);
     std::vector<WorkerThread> helpers; // joined at the end, unlocked
     MutexLock lock(fMutex);
     helpers.swap(fHelpers);
+}
+
+bool TreeWalker::IsStopped() const
+{
+    return fWasStopped || (fHooks != nullptr && fHooks->IsStopped());
 }
 
 status_t TreeWalker::Status() const
@@ -65,8 +78,9 @@ void TreeWalker::EnterLater(Folder& above, const char* name)
     folder->above = &above;
     folder->name = name;
     MutexLock lock(fMutex);
+    fWaiting.push_back(folder.get());
+    [[maybe_unused]] const Folder* adopted = folder.release(); // by what waits
     ++above.fPending;
-    fWaiting.push_back(folder.release());
     if (fWaiting.size() >= kHelpedFrom && !fNeedsHelper && fHelpers.size() < MostHelpers()) {
         fNeedsHelper = true;
     }
@@ -80,8 +94,13 @@ void TreeWalker::StartHelper()
             return;
         }
         fNeedsHelper = false;
+        try {
+            fHelpers.reserve(MostHelpers()); // once it is started it must have its place
+        } catch (const std::bad_alloc&) {
+            return;
+        }
         WorkerThread helper;
-        if (helper.Start("tree walker", [this] { Work(); }) != B_OK) {
+        if (helper.Start("tree walker", [this] { Work(Thread::kHelper); }) != B_OK) {
             return; // those that are there do it alone
         }
         fHelpers.push_back(std::move(helper));
@@ -89,9 +108,9 @@ void TreeWalker::StartHelper()
     fChanged.Broadcast();
 }
 
-void TreeWalker::Work()
+void TreeWalker::Work(Thread thread)
 {
-    while (Folder* folder = TakeWaiting()) {
+    while (Folder* folder = TakeWaiting(thread)) {
         Process(folder);
         MutexLock lock(fMutex);
         --fBusy;
@@ -102,28 +121,63 @@ void TreeWalker::Work()
 }
 
 /// The next folder, which counts as being worked on; null when there will be none.
-TreeWalker::Folder* TreeWalker::TakeWaiting()
+TreeWalker::Folder* TreeWalker::TakeWaiting(Thread thread)
 {
-    MutexLock lock(fMutex);
-    while (fWaiting.empty() && fBusy > 0) {
-        fChanged.Wait(fMutex);
+    for (;;) {
+        {
+            MutexLock lock(fMutex);
+            const bigtime_t due =
+                thread == Thread::kOwner ? system_time() + kOwnerLooksEvery : B_INFINITE_TIMEOUT;
+            while (fWaiting.empty() && fBusy > 0 && fChanged.WaitUntil(fMutex, due)) {
+            }
+            if (!fWaiting.empty()) {
+                Folder* folder = fWaiting.back();
+                fWaiting.pop_back();
+                ++fBusy;
+                return folder;
+            }
+            if (fBusy == 0) {
+                return nullptr;
+            }
+        }
+        // Others may have one huge folder for long, and what they count is told by this thread,
+        // which hears of a stop too.
+        if (IsStopped()) {
+            fWasStopped = true;
+        }
     }
-    if (fWaiting.empty()) {
-        return nullptr;
-    }
-    Folder* folder = fWaiting.back();
-    fWaiting.pop_back();
-    ++fBusy;
-    return folder;
 }
 
 void TreeWalker::Process(Folder* folder)
 {
+    bool isEntered = true;
+    try {
+        isEntered = Enter(folder);
+    } catch (const std::bad_alloc&) {
+        RanOut(folder); // what is known of it is walked all the same
+    }
+    if (isEntered) {
+        StartHelper();
+        {
+            MutexLock lock(fMutex);
+            --folder->fPending;
+            if (folder->fPending > 0) {
+                return;
+            }
+            ++folder->fPending;
+        }
+        LeaveOrTell(folder);
+    }
+    Done(folder);
+}
+
+/// Opens, reads and visits the folder; false when there is nothing to be left.
+bool TreeWalker::Enter(Folder* folder)
+{
     if (IsStopped()) {
         NoteStatus(B_CANCELED);
         SetLeft(folder->above);
-        Done(folder);
-        return;
+        return false;
     }
     const OpenFolder above = OpenAbove(*folder);
     int opened = B_ENTRY_NOT_FOUND;
@@ -133,42 +187,69 @@ void TreeWalker::Process(Folder* folder)
             opened = OpenChild(above->Get(), folder->name.c_str());
         }
     }
+    UniqueFd owned(opened);
     if (opened < 0) {
         OpenFailed(*folder, above == nullptr ? -1 : above->Get(), opened);
-        Done(folder);
-        return;
+        return false;
     }
-    const auto open = std::make_shared<const UniqueFd>(opened);
+    const auto open = std::make_shared<const UniqueFd>(std::move(owned));
     struct stat st = {};
     status_t status = sys::Stat(opened, &st);
     folder->device = st.st_dev;
     folder->node = st.st_ino;
     if (status == B_OK && !MayEnter(*folder, opened)) {
-        Done(folder);
-        return;
+        return false;
     }
     FolderListing listing;
     if (status == B_OK) {
-        status = listing.Read(opened);
+        status = listing.Read(opened, [this] { return IsStopped(); });
     }
     if (status != B_OK) {
-        Tell(*folder, "", status);
         SetLeft(folder);
+        if (status == B_CANCELED) {
+            NoteStatus(status);
+        } else {
+            Tell(*folder, "", status);
+        }
     }
     SetOpen(folder, open);
     // What was read before a failure is there all the same.
     Visit(*folder, opened, listing);
-    StartHelper();
-    {
-        MutexLock lock(fMutex);
-        --folder->fPending;
-        if (folder->fPending > 0) {
-            return;
-        }
-        ++folder->fPending;
+    return true;
+}
+
+void TreeWalker::LeaveOrTell(Folder* folder)
+{
+    try {
+        Leave(*folder);
+    } catch (const std::bad_alloc&) {
+        RanOut(folder);
+        SetLeft(folder->above);
     }
-    Leave(*folder);
-    Done(folder);
+}
+
+/// There was no memory for the folder, or for all that is in it.
+void TreeWalker::RanOut(Folder* folder)
+{
+    SetLeft(folder);
+    try {
+        Tell(*folder, "", B_NO_MEMORY);
+    } catch (const std::bad_alloc&) {
+        TellNoMemory(folder->name.c_str()); // there is none for its path either
+    }
+}
+
+void TreeWalker::TellNoMemory(const char* name)
+{
+    NoteStatus(B_NO_MEMORY);
+    if (fHooks == nullptr) {
+        return;
+    }
+    try {
+        WithHooks([name](BTreeHooks& hooks) { hooks.Failed(name, B_NO_MEMORY); });
+    } catch (const std::bad_alloc&) {
+        return; // the status says it
+    }
 }
 
 void TreeWalker::Done(Folder* folder)
@@ -194,7 +275,7 @@ void TreeWalker::Done(Folder* folder)
             return; // the top's parent is never done: its own count stays
         }
         folder = above;
-        Leave(*folder);
+        LeaveOrTell(folder);
     }
 }
 
@@ -205,8 +286,8 @@ void TreeWalker::SetOpen(Folder* folder, OpenFolder open)
     if (folder->fDescriptor != nullptr) {
         return;
     }
-    folder->fDescriptor = std::move(open);
     folder->fPlace = fOpen.insert(fOpen.end(), folder);
+    folder->fDescriptor = std::move(open);
     if (fOpen.size() > fMostOpen) {
         Folder* longest = fOpen.front();
         fOpen.pop_front();

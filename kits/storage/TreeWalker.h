@@ -7,6 +7,7 @@
 
 #include <TreeHooks.h>
 
+#include <atomic>
 #include <list>
 #include <string>
 #include <vector>
@@ -30,8 +31,9 @@ public:
     TreeWalker(const TreeWalker&) = delete;
     TreeWalker& operator=(const TreeWalker&) = delete;
 
-    /// Walks the folder `name` in `parent`.
-    void Walk(OpenFolder parent, const std::string& name);
+    /// Walks the folder `name` in `parent`. Where there is no memory for it, what is not walked
+    /// stays and is told; other threads are a help and no condition. Nothing is thrown.
+    void Walk(OpenFolder parent, const char* name);
     /// What was told first; B_CANCELED when the walk was stopped.
     status_t Status() const;
 
@@ -67,7 +69,7 @@ protected:
     /// A descriptor of the folder above, opened again when need be; null when it is out of reach.
     OpenFolder OpenAbove(const Folder& folder);
 
-    bool IsStopped() const { return fHooks != nullptr && fHooks->IsStopped(); }
+    bool IsStopped() const;
     /// Tells the hooks that (folder, name) failed; "" means the folder itself.
     void Tell(const Folder& folder, const char* name, status_t status);
     /// Notes that something in the folder stays.
@@ -83,9 +85,15 @@ protected:
     static std::string PathOf(const Folder& folder, const char* name);
 
 private:
-    void Work();
-    Folder* TakeWaiting();
+    enum class Thread { kOwner, kHelper };
+
+    void Work(Thread thread);
+    Folder* TakeWaiting(Thread thread);
     void Process(Folder* folder);
+    bool Enter(Folder* folder);
+    void LeaveOrTell(Folder* folder);
+    void RanOut(Folder* folder);
+    void TellNoMemory(const char* name);
     void Done(Folder* folder);
     OpenFolder Opened(const Folder* folder);
     OpenFolder Reopen(const Folder* folder);
@@ -96,6 +104,7 @@ private:
     BTreeHooks* const fHooks;
     const size_t fMostOpen;
     Mutex fHooksMutex; // held while a hook but IsStopped() is called
+    std::atomic<bool> fWasStopped{false};
 
     mutable Mutex fMutex; // guards what folders hold, too
     Condition fChanged;

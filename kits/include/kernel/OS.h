@@ -53,8 +53,8 @@ struct thread_info
 thread_id spawn_thread(thread_func function, const char* name, int32 priority, void* data);
 
 /// Starts a thread that was spawned.
-/// Errors: B_BAD_THREAD_ID; B_BAD_THREAD_STATE when it runs already; B_NO_MORE_THREADS when the
-/// system has none left: the thread may be resumed again later.
+/// Errors: B_BAD_THREAD_ID; B_BAD_THREAD_STATE when it runs already; B_NO_MORE_THREADS or
+/// B_NO_MEMORY when the system has none left: the thread may be resumed again later.
 status_t resume_thread(thread_id thread);
 
 /// Waits for the end of `thread`, starting it when nobody has, and tells what its function

@@ -111,6 +111,8 @@ private:
     status_t MoveInto(const kits::FolderHold& base, const char* path, bool clobber);
     status_t Fail(status_t status);
     void ForgetOrigin() const;
+    status_t RemoveAll(BTreeHooks* hooks);
+    status_t MeasureAll(int64* bytes, measure_scope scope, BTreeHooks* hooks) const;
 
     kits::FolderHold fFolder;
     std::string fName;

@@ -13,11 +13,12 @@ public:
     /// The walk has ended by then.
     virtual ~BTreeHooks();
 
-    /// True ends the walk; looked at for every entry. Thread: any, at any time.
+    /// True ends the walk; looked at for every entry, and 20 times a second by the thread that
+    /// began the walk, while others work. Thread: any, at any time.
     virtual bool IsStopped() const { return false; }
     /// Something stays, or cannot be read. `path` leads to it from the folder that the top entry
-    /// lies in. A folder that stays only for what stays in it is not told, nor what MayRemove()
-    /// kept.
+    /// lies in; without memory for that it is its name alone. A folder that stays only for what
+    /// stays in it is not told, nor what MayRemove() kept.
     virtual void Failed(const char* path, status_t reason);
 
     /// Whether MayRemove() is asked, which costs the record of each entry. Looked at once.
