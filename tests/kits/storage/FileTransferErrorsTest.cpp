@@ -200,8 +200,10 @@ TEST_F(FileTransferTest, CopiesWithoutAThreadToBeHad)
 {
     WriteSource(kBig);
     const NoThreads none;
-    const Outcome outcome = TransferScripted(
-        [](const Call& call) { return Answer{.error = call.kind == Kind::kRange ? EXDEV : 0}; });
+    const Outcome outcome = TransferScripted([](const Call& call) {
+        const bool isRefused = call.kind == Kind::kClone || call.kind == Kind::kRange;
+        return Answer{.error = isRefused ? EXDEV : 0};
+    });
     EXPECT_EQ(outcome.status, B_OK);
     EXPECT_TRUE(HasArrived());
     EXPECT_GT(NoThreads::CountRefused(), 0);

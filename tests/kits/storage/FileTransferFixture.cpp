@@ -3,11 +3,13 @@
 #include <File.h>
 #include <FileTransfer.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <limits>
 #include <linux/fs.h>
 #include <mutex>
 #include <sys/stat.h>
@@ -79,20 +81,25 @@ using Pread = ssize_t (*)(int, void*, size_t, off_t);
 using Pwrite = ssize_t (*)(int, const void*, size_t, off_t);
 using CopyFileRange = ssize_t (*)(int, off64_t*, int, off64_t*, size_t, unsigned);
 
-/// Copies as a volume would that shares blocks.
-int FeignClone(int source, int target)
+/// Copies up to `size` bytes as a volume would that does so by itself; where a test's cannot.
+ssize_t Feign(int source, int target, off_t position, size_t size)
 {
     static const auto read = SystemCall<Pread>("pread");
     static const auto write = SystemCall<Pwrite>("pwrite");
     char bytes[4096];
-    off_t position = 0;
-    for (ssize_t count = 0; (count = read(source, bytes, sizeof(bytes), position)) > 0;) {
-        if (write(target, bytes, static_cast<size_t>(count), position) != count) {
+    ssize_t sum = 0;
+    while (static_cast<size_t>(sum) < size) {
+        const size_t wanted = std::min(sizeof(bytes), size - static_cast<size_t>(sum));
+        const ssize_t count = read(source, bytes, wanted, position + sum);
+        if (count <= 0) {
+            return sum > 0 ? sum : count;
+        }
+        if (write(target, bytes, static_cast<size_t>(count), position + sum) != count) {
             return -1;
         }
-        position += count;
+        sum += count;
     }
-    return 0;
+    return sum;
 }
 
 } // namespace
@@ -112,7 +119,8 @@ extern "C" int ioctl(int file, unsigned long request, ...) noexcept
             return -1;
         }
         if (answer.isFeigned) {
-            return FeignClone(static_cast<int>(reinterpret_cast<intptr_t>(argument)), file);
+            const int source = static_cast<int>(reinterpret_cast<intptr_t>(argument));
+            return Feign(source, file, 0, std::numeric_limits<size_t>::max()) < 0 ? -1 : 0;
         }
     }
     return real(file, request, argument);
@@ -123,7 +131,9 @@ extern "C" ssize_t copy_file_range(int source, off64_t* from, int target, off64_
 {
     static const auto real = SystemCall<CopyFileRange>("copy_file_range");
     Answer answer;
-    if (Ask(target, gTarget, Kind::kRange, *from, static_cast<ssize_t>(size), &answer)) {
+    const bool isAsked =
+        Ask(target, gTarget, Kind::kRange, *from, static_cast<ssize_t>(size), &answer);
+    if (isAsked) {
         if (answer.error != 0) {
             return -1;
         }
@@ -131,7 +141,12 @@ extern "C" ssize_t copy_file_range(int source, off64_t* from, int target, off64_
             return 0;
         }
     }
-    return real(source, from, target, to, Limited(size, answer), flags);
+    const size_t limited = Limited(size, answer);
+    const ssize_t copied = real(source, from, target, to, limited, flags);
+    const bool isUnable = isAsked && copied < 0 &&
+                          (errno == EXDEV || errno == EINVAL || errno == ENOSYS ||
+                           errno == EOPNOTSUPP || errno == EPERM);
+    return isUnable ? Feign(source, target, *from, limited) : copied;
 }
 
 extern "C" off_t lseek(int file, off_t position, int whence) noexcept
@@ -262,5 +277,13 @@ off_t FileTransferTest::Occupied(const std::string& path)
 {
     struct stat st = {};
     stat(path.c_str(), &st);
-    return off_t(st.st_blocks) * 512;
+    // Some volumes give a file that grows more blocks than it asked for; they hold no data.
+    const int file = open(path.c_str(), O_RDONLY);
+    off_t data = 0;
+    off_t hole = 0;
+    for (off_t at = 0; (at = lseek(file, hole, SEEK_DATA)) >= 0; data += hole - at) {
+        hole = lseek(file, at, SEEK_HOLE);
+    }
+    close(file);
+    return std::min(off_t(st.st_blocks) * 512, data);
 }

@@ -74,7 +74,7 @@ protected:
     std::string WriteSource(size_t size);
     bool HasArrived() const { return fTree.Read("target") == fTree.Read("source"); }
     off_t TargetSize() const;
-    /// Bytes that the file takes on its volume.
+    /// Bytes that the file takes on its volume, or those that are data there.
     static off_t Occupied(const std::string& path);
 
     /// How many calls of that kind the last scripted transfer made.
