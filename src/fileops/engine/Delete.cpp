@@ -1,6 +1,9 @@
 #include "fileops/engine/Delete.h"
 
+#include "fileops/engine/AsideName.h"
+#include "fileops/engine/MadeTargets.h"
 #include "fileops/engine/NorvaneEntry.h"
+#include "fileops/engine/OwnNames.h"
 #include "fileops/engine/ProblemList.h"
 
 #include <Directory.h>
@@ -11,6 +14,13 @@ namespace norvane {
 
 OperationSize Delete::MeasureItems()
 {
+    fNodes.resize(CountItems());
+    for (size_t index = 0; index < CountItems(); index++) {
+        struct stat record;
+        if (BEntry(&Item(index)).GetStat(&record) == B_OK) {
+            fNodes[index] = NodeOf(record);
+        }
+    }
     OperationSize size = Operation::MeasureItems();
     size.entries = fDesk.CountVisited() + static_cast<int64>(CountItems());
     return size;
@@ -18,12 +28,38 @@ OperationSize Delete::MeasureItems()
 
 void Delete::DoItem(size_t index)
 {
-    if (NorvaneEntry(&Item(index)).DeleteEntry(fDesk)) {
-        fContext.journal.End(index, ItemResult::Ending::kWhole);
-    } else {
-        fContext.journal.End(index, ItemResult::Ending::kPartly);
-    }
+    const bool isGone = DeleteOne(index);
+    fContext.journal.End(index, isGone ? ItemResult::Ending::kWhole : ItemResult::Ending::kPartly);
     fDesk.EntriesVisited(1);
+}
+
+bool Delete::DeleteOne(size_t index)
+{
+    NorvaneEntry item(&Item(index));
+    const node_ref known = index < fNodes.size() ? fNodes[index] : node_ref();
+    if (!fDesk.MayDelete()) {
+        return false;
+    }
+    // Under a name that nobody else knows it is the item, and stays it, that is deleted.
+    const OwnTemporaryName aside;
+    if (known == node_ref() || item.Rename(aside.Name()) != B_OK) {
+        return item.DeleteEntry(fDesk); // what may not be renamed may hold what may be deleted
+    }
+    if (DeleteAside(item, known, Item(index).name)) {
+        return true;
+    }
+    PutBack(item, Item(index).name, fDesk);
+    return false;
+}
+
+bool Delete::DeleteAside(NorvaneEntry& item, const node_ref& known, const char* name)
+{
+    struct stat record;
+    if (item.GetStat(&record) == B_OK && NodeOf(record) != known) {
+        fDesk.NoteProblem(name, "another entry took its place, and stays");
+        return false;
+    }
+    return item.DeleteEntry(fDesk, name);
 }
 
 Empty::Empty(const char* path, OperationUI& ui) : Empty(path, List(path), ui) {}

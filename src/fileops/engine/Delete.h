@@ -4,7 +4,10 @@
 
 namespace norvane {
 
-/// Deletes items for good.
+class NorvaneEntry;
+
+/// Deletes items for good: those that were there when they were measured, and not what others put
+/// in their place since.
 class Delete : public Operation
 {
 public:
@@ -14,6 +17,12 @@ protected:
     // Operation
     OperationSize MeasureItems() override;
     void DoItem(size_t index) override;
+
+private:
+    bool DeleteOne(size_t index);
+    bool DeleteAside(NorvaneEntry& item, const node_ref& known, const char* name);
+
+    std::vector<node_ref> fNodes; // of the items when they were measured
 };
 
 /// Deletes all that lies in a folder, for good.

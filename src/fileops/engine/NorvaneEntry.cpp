@@ -90,12 +90,12 @@ status_t NorvaneEntry::MoveIntoTrash(BDirectory& trash)
 
 void NorvaneEntry::DeleteEntry()
 {
-    DeleteTree(*this, nullptr);
+    DeleteTree(*this, nullptr, nullptr);
 }
 
-bool NorvaneEntry::DeleteEntry(OperationUI& ui)
+bool NorvaneEntry::DeleteEntry(OperationUI& ui, const char* shownName)
 {
-    return DeleteTree(*this, &ui);
+    return DeleteTree(*this, &ui, shownName);
 }
 
 } // namespace norvane

@@ -57,8 +57,9 @@ public:
     /// Removes the entry, a folder with all that can be removed in it; what cannot stays, without a
     /// word. No link is followed and no mounted volume entered.
     void DeleteEntry();
-    /// The same, telling what stays. Says whether nothing of it is left.
-    bool DeleteEntry(OperationUI& ui);
+    /// The same, telling what stays, of the entry itself under `shownName` when that is not null.
+    /// Says whether nothing of it is left.
+    bool DeleteEntry(OperationUI& ui, const char* shownName = nullptr);
 
     /// Fills the overwrite question with both files' sizes and dates, asks it and returns when it
     /// is answered.

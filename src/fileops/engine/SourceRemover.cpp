@@ -1,5 +1,6 @@
 #include "fileops/engine/SourceRemover.h"
 
+#include "fileops/engine/AsideName.h"
 #include "fileops/engine/MadeTargets.h"
 #include "fileops/engine/MoveLedger.h"
 #include "fileops/engine/OperationUI.h"
@@ -53,16 +54,7 @@ bool SourceRemover::Remove(BEntry& item)
     if (RemoveAside(item, name, item.Name())) {
         return true;
     }
-    // Its own name may have been taken meanwhile.
-    status = B_FILE_EXISTS;
-    std::string free = name;
-    for (int64 attempt = 1; status == B_FILE_EXISTS; attempt++) {
-        status = item.Rename(free.c_str());
-        free = name + " copy" + (attempt == 1 ? "" : std::to_string(attempt));
-    }
-    if (status != B_OK) {
-        fUI.NoteProblem(name, "what is left of it has the name " + std::string(aside.Name()));
-    }
+    PutBack(item, name, fUI);
     return false;
 }
 

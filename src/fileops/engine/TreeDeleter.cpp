@@ -22,20 +22,27 @@ const char* LeafOf(const char* path)
 class DeletionHooks : public OperationHooks
 {
 public:
-    explicit DeletionHooks(OperationUI& ui) : OperationHooks(ui) {}
+    DeletionHooks(OperationUI& ui, const char* shownName)
+        : OperationHooks(ui), fShownName(shownName)
+    {
+    }
 
     // BTreeHooks
     void Failed(const char* path, status_t reason) override
     {
         const bool wasAdded = reason == B_DIRECTORY_NOT_EMPTY;
-        fUI.NoteProblem(LeafOf(path),
+        const bool isTop = std::strchr(path, '/') == nullptr;
+        fUI.NoteProblem(isTop && fShownName != nullptr ? fShownName : LeafOf(path),
                         wasAdded ? "something was added to it meanwhile" : ReasonFor(reason));
     }
+
+private:
+    const char* const fShownName;
 };
 
 } // namespace
 
-bool DeleteTree(BEntry& entry, OperationUI* ui)
+bool DeleteTree(BEntry& entry, OperationUI* ui, const char* shownName)
 {
     if (ui == nullptr) {
         return entry.RemoveTree() == B_OK;
@@ -43,7 +50,7 @@ bool DeleteTree(BEntry& entry, OperationUI* ui)
     if (!ui->MayDelete()) {
         return false;
     }
-    DeletionHooks hooks(*ui);
+    DeletionHooks hooks(*ui, shownName);
     return entry.RemoveTree(&hooks) == B_OK;
 }
 

@@ -1,4 +1,5 @@
 #include "ItemFixture.h"
+#include "fileops/engine/Delete.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -261,6 +262,41 @@ TEST_F(OtherProgramsTest, AnotherGroupGetsWhatOthersHave)
     SetMode("to", 02755);
     CopyAll({"from/large"});
     EXPECT_EQ(Mode("to/large"), 0600u);
+}
+
+// What is deleted
+
+TEST_F(OtherProgramsTest, WhatTookAnItemsPlaceIsNotDeleted)
+{
+    fTree.Write("from/a", "agreed to");
+    fTree.Write("from/tree/b", "agreed to, too");
+    norvane::Delete operation(Refs({"from/a", "from/tree"}), fUI);
+    operation.Measure();
+    Replace("from/a", "another's");
+    std::rename(fTree.Path("from/tree").c_str(), fTree.Path("from/moved").c_str());
+    fTree.Write("from/tree/c", "another's");
+    operation.RunItem(0);
+    operation.RunItem(1);
+    operation.Finish();
+    EXPECT_EQ(fTree.Read("from/a"), "another's");
+    EXPECT_EQ(fTree.Read("from/tree/c"), "another's");
+    EXPECT_EQ(fTree.List("from"), "a\nlarge\nmoved\ntree\n");
+    EXPECT_EQ(ProblemNames(), "a tree ");
+}
+
+TEST_F(OtherProgramsTest, WhatStaysOfADeletionHasItsName)
+{
+    fTree.Write("from/tree/closed/a", "1");
+    fTree.Write("from/tree/b", "2");
+    SetMode("from/tree/closed", 0555);
+    {
+        const WithoutFileRights rights;
+        norvane::Delete(Refs({"from/tree"}), fUI).Run();
+    }
+    SetMode("from/tree/closed", 0755);
+    EXPECT_EQ(fTree.List("from"), "large\ntree\n");
+    EXPECT_EQ(fTree.List("from/tree"), "closed\n");
+    EXPECT_EQ(ProblemNames(), "a ");
 }
 
 } // namespace norvane
