@@ -157,13 +157,13 @@ void FolderTable::SetGone(Folder* folder)
     folder->path.clear();
 }
 
-FolderTable::Folder* FolderTable::AddGone(const Key& key, uint32 tag)
+FolderHold FolderTable::HoldGone(const Key& key, uint32 tag)
 {
     const auto found = std::find_if(fGone.begin(), fGone.end(), [&](const auto& folder) {
         return folder->key == key && folder->tag == tag;
     });
     if (found != fGone.end()) {
-        return found->get();
+        return Hold(found->get());
     }
     auto folder = std::make_unique<Folder>();
     folder->key = key;
@@ -171,7 +171,7 @@ FolderTable::Folder* FolderTable::AddGone(const Key& key, uint32 tag)
     folder->isGone = true;
     folder->releaseLast = &FolderTable::ReleaseLast;
     fGone.push_back(std::move(folder));
-    return fGone.back().get();
+    return Hold(fGone.back().get());
 }
 
 void FolderTable::AfterOpening(const Folder* folder)
@@ -200,7 +200,7 @@ FolderHold FolderTable::Find(dev_t device, ino_t node, uint32 tag)
     }
     Folder* folder = found->second.get();
     const bool mayBe = tag == 0 || folder->tag == 0 || folder->tag == tag;
-    return Hold(mayBe ? folder : AddGone(key, tag));
+    return mayBe ? Hold(folder) : HoldGone(key, tag);
 }
 
 uint32 FolderTable::TagOf(const FolderHold& hold) const

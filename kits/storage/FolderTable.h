@@ -101,7 +101,7 @@ private:
     bool IsOther(const FolderHold& known, const FolderIdentity& identity, int descriptor);
     void AfterOpening(const Folder* folder);
     void SetGone(Folder* folder) REQUIRES(fMutex);
-    Folder* AddGone(const Key& key, uint32 tag) REQUIRES(fMutex);
+    FolderHold HoldGone(const Key& key, uint32 tag) REQUIRES(fMutex);
     status_t FindPath(int descriptor, std::string* path);
     void CloseLongestUnused();
     void CloseNoted(const FolderHold& hold, bigtime_t lastUse);
