@@ -13,9 +13,9 @@ open_panes() {
 }
 
 # operate KEY TITLE FOLDER: an operation; its time in `total`, and in `first` the time from the key
-# to the first entry in FOLDER
+# to the first entry in FOLDER; both empty when it failed, which desk says
 operate() {
-    total=-1 first=-1
+    total='' first=''
     read -r total first < <("$tools/desk" operation "$@")
     end_program
 }
@@ -231,9 +231,11 @@ measure_move() {
         warm_tree "$folder/tree" "$folder"
         sync
         open_panes "$folder" "$disk/own-$round" t
-        operate F6 Move "$disk/own-$round"
+        operate F6 Copy "$disk/own-$round"
         # What is not on the medium yet belongs to the time of the one who left it so.
-        own+=("$(awk -v t="$total" -v s="$(milliseconds sync -f "$disk")" 'BEGIN {print t + s}')")
+        local synced
+        synced=$(milliseconds sync -f "$disk")
+        own+=("${total:+$(awk -v t="$total" -v s="$synced" 'BEGIN {print t + s}')}")
         firsts+=("$first")
         [ ! -e "$folder/tree" ] || echo "the tree is still there" >&2
         "$tools/tree" make "$folder/tree" 2000 20000 >/dev/null
