@@ -69,5 +69,7 @@ std::string Places::Before(const std::string& path) const
         Exchange(&before, itemFolder + kAside, itemFolder);
         Exchange(&before, targetFolder + kAside, targetFolder);
     }
+    // In a Trash its name can be taken.
+    Exchange(&before, target + " copy", target);
     return before;
 }

@@ -29,7 +29,7 @@ struct Places
     bool IsOfSource(const std::string& path) const;
     /// Whether it is one of what becomes of it, also where somebody moved that.
     bool IsOfTarget(const std::string& path) const;
-    /// The path before somebody moved what is above it.
+    /// The path before somebody moved what is above it, as if no name had been taken in a Trash.
     std::string Before(const std::string& path) const;
 };
 

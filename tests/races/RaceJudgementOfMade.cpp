@@ -28,8 +28,10 @@ mode_t RaceJudgement::MostFor(const std::string& path, const SceneItem& made) co
         most |= isOthers ? item.mode : 0;
         isKnown = isKnown || isOthers;
     }
-    if (!isKnown && fPlaces.HasTarget() && IsAtOrBelow(place, fPlaces.target)) {
-        // Read while it was written: some of the old, some of the new.
+    if ((!isKnown || WasChangedWithinOwnFile(path)) && fPlaces.HasTarget() &&
+        IsAtOrBelow(place, fPlaces.target)) {
+        // Read while it was written, some of the old and some of the new; or what somebody wrote
+        // into a file that was to get the rights of its source.
         const std::string source = fPlaces.item + place.substr(fPlaces.target.size());
         for (const Snapshot* state : {&fBefore, &fAfterAct}) {
             const auto found = state->find(source);
