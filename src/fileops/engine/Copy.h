@@ -15,10 +15,11 @@ public:
     Copy(std::vector<entry_ref> items, const char* path, OperationUI& ui);
     ~Copy() override;
 
-protected:
     // Operation
-    void DoItem(size_t index) override;
     void Settle() override;
+
+protected:
+    void DoItem(size_t index) override;
 
 private:
     struct Copied

@@ -62,13 +62,16 @@ void FileCopier::MakeNew()
 {
     fTarget = std::make_shared<BFile>();
     fCreated = fStep.target.folder.CreateNewFile(fStep.targetName, 0600, fTarget.get());
-    struct stat made;
-    if (fCreated == B_OK) {
-        fCreated = fTarget->GetStat(&made);
+    if (fCreated != B_OK) {
+        return;
     }
+    struct stat made;
+    fCreated = fTarget->GetStat(&made);
     if (fCreated == B_OK) {
         fMade = NodeOf(made);
         fContext.made.Add(fMade);
+    } else {
+        fStep.target.folder.RemoveChildFile(fStep.targetName);
     }
 }
 

@@ -14,10 +14,11 @@ class Move : public Operation
 public:
     Move(std::vector<entry_ref> items, const char* path, OperationUI& ui);
 
-protected:
     // Operation
-    void DoItem(size_t index) override;
     void Settle() override { fMoved.Settle(); }
+
+protected:
+    void DoItem(size_t index) override;
 
 private:
     TargetFolder fTarget;

@@ -30,7 +30,10 @@ public:
     void Measure();
     size_t CountItems() const { return fItems.size(); }
     void RunItem(size_t index);
-    /// Does what waited for others: what an item promised is done by then, or told.
+    /// Does what was promised so far and waits for more to come with it. Called before anything
+    /// waits for a person.
+    virtual void Settle() {}
+    /// The same at the end: all that items promised is done by then, or told.
     void Finish();
 
     /// What could not be handled whole; "" when all was.
@@ -42,9 +45,6 @@ protected:
 
     virtual OperationSize MeasureItems();
     virtual void DoItem(size_t index) = 0;
-    /// Called before anything waits for a person, and at the end.
-    virtual void Settle() {}
-
     const entry_ref& Item(size_t index) const { return fItems[index]; }
     int64 SizeOf(size_t index) const { return index < fSizes.size() ? fSizes[index] : 0; }
 

@@ -45,6 +45,10 @@ status_t ReplaceTarget::Create()
     if (status == B_OK) {
         status = fFile->GetStat(&fRecord);
     }
+    if (status != B_OK && fIsBeside) {
+        fFolder.RemoveChildFile(fBeside.Name());
+        fIsBeside = false;
+    }
     return status;
 }
 

@@ -18,6 +18,18 @@ namespace {
 // Of the item, in which every place below begins.
 constexpr uint64 kTopPlace = 0;
 
+/// Whether the copy has the size and the time that it was given, as finely as its volume keeps
+/// times; some of those that keep no node numbers keep no times either.
+bool HasItsBytes(const struct stat& copy, const struct stat& source, bool keepsTimes)
+{
+    constexpr time_t kCoarsest = 2; // seconds, of FAT
+    const time_t apart = copy.st_mtim.tv_sec - source.st_mtim.tv_sec;
+    const bool isSameTime = apart == 0 && copy.st_mtim.tv_nsec == source.st_mtim.tv_nsec;
+    const bool isRounded =
+        copy.st_mtim.tv_nsec % 10'000'000 == 0 && apart <= kCoarsest && apart >= -kCoarsest;
+    return copy.st_size == source.st_size && (isSameTime || isRounded || !keepsTimes);
+}
+
 } // namespace
 
 SourceRemover::SourceRemover(OperationUI& ui, const MoveLedger& ledger, const CopiedItem& copy)
@@ -230,10 +242,11 @@ bool SourceRemover::MayGo(const std::string& name, uint64 place, const struct st
         return false;
     }
     struct stat copy;
-    const bool isThere = target.GetStatFor(targetName, &copy) == B_OK &&
-                         (copy.st_ino == made || !fCopy.hasStableNodes) &&
-                         (copy.st_mode & S_IFMT) == (record.st_mode & S_IFMT) &&
-                         (!S_ISREG(record.st_mode) || copy.st_size == record.st_size);
+    const bool isThere =
+        target.GetStatFor(targetName, &copy) == B_OK &&
+        (copy.st_ino == made || !fCopy.hasStableNodes) &&
+        (copy.st_mode & S_IFMT) == (record.st_mode & S_IFMT) &&
+        (!S_ISREG(record.st_mode) || HasItsBytes(copy, record, fCopy.hasStableNodes));
     if (!isThere) {
         Stays(name, "its copy was removed or changed meanwhile, and it stays");
     }

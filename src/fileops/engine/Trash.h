@@ -15,10 +15,11 @@ class Trash : public Operation
 public:
     Trash(std::vector<entry_ref> items, OperationUI& ui);
 
-protected:
     // Operation
-    void DoItem(size_t index) override;
     void Settle() override;
+
+protected:
+    void DoItem(size_t index) override;
 
 private:
     [[nodiscard]] status_t OpenHomeTrash();

@@ -156,9 +156,11 @@ void CopyWin::PerformOp(BMessage* request)
         const Operations::Running running(BMessenger(question), BMessenger(this), fOpener);
         WindowUI ui(this, question);
         const std::unique_ptr<Operation> operation = MakeOperation(*request, fPath.c_str(), ui);
+        fOperation = operation.get();
         if (operation != nullptr) {
             operation->Run();
         }
+        fOperation = nullptr;
     }
     if (question->Lock()) {
         question->Quit();

@@ -17,6 +17,7 @@ class BStringView;
 
 namespace norvane {
 
+class Operation;
 class OverWin;
 struct OperationSize;
 
@@ -93,6 +94,8 @@ private:
     BMessenger fOpener;
     bool fIsPending = true;
     bool fIsStopped = false;
+    Operation* fOperation = nullptr; // while it runs
+    bool fIsAsking = false;          // whether to stop
 
     OperationProgress fProgress;
     // What the views will show at the next frame.

@@ -1,5 +1,7 @@
 #include "fileops/windows/CopyWin.h"
 
+#include "fileops/engine/Operation.h"
+
 #include <Alert.h>
 #include <AppDefs.h>
 #include <InterfaceDefs.h>
@@ -163,13 +165,18 @@ void CopyWin::TakeWaitingKeys()
         queue->RemoveMessage(request);
     }
     queue->Unlock();
-    if (asksToStop) {
+    if (asksToStop && !fIsAsking) {
+        fIsAsking = true;
         AskWhetherToStop();
+        fIsAsking = false;
     }
 }
 
 void CopyWin::AskWhetherToStop()
 {
+    if (fOperation != nullptr) {
+        fOperation->Settle(); // nothing half done waits for the answer
+    }
     BAlert* alert = new BAlert("Sir?", "Stop this operation?", "Stop", "Continue", nullptr,
                                B_WIDTH_AS_USUAL, B_WARNING_ALERT);
     // It was asked for: nobody is typing into another window.

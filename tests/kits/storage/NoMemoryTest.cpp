@@ -83,7 +83,11 @@ TEST_P(NoMemoryTest, EndsAMeasuring)
 }
 
 INSTANTIATE_TEST_SUITE_P(Times, NoMemoryTest,
-                         testing::Values(NoMemory::Times::kOnce, NoMemory::Times::kAlways));
+                         testing::Values(NoMemory::Times::kOnce, NoMemory::Times::kAlways),
+                         [](const auto& tested) {
+                             return std::string(tested.param == NoMemory::Times::kOnce ? "Once"
+                                                                                       : "Always");
+                         });
 
 TEST(NoMemoryListTest, TellsThatAFolderIsTooLarge)
 {

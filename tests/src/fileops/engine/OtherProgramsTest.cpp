@@ -63,6 +63,16 @@ TEST_F(OtherProgramsTest, ATargetThatIsReplacedBeforeItsSourceGoesKeepsTheSource
     EXPECT_EQ(ProblemNames(), "a ");
 }
 
+TEST_F(OtherProgramsTest, ATargetThatIsWrittenBeforeItsSourceGoesKeepsTheSource)
+{
+    fTree.Write("from/a", "mine");
+    Meanwhile([this] { fTree.Write("to/a", "ours"); });
+    MoveAll({"from/a", "from/large"});
+    EXPECT_EQ(fTree.Read("to/a"), "ours");
+    EXPECT_EQ(fTree.Read("from/a"), "mine");
+    EXPECT_EQ(ProblemNames(), "a ");
+}
+
 TEST_F(OtherProgramsTest, AFileOfATreeWhoseCopyIsGoneStaysAlone)
 {
     fTree.Write("from/tree/a", "1");
