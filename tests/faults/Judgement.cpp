@@ -70,7 +70,7 @@ bool Judgement::IsConcernedInTrash(const std::string& path, const std::string& t
     case Task::kTrash:
         return IsNew(path);
     case Task::kDelete:
-        return isOfSource;
+        return isOfSource || (isRecord && IsNew(path) && TrashOf(fTask.source) == trash);
     case Task::kRename:
         return isOfSource || (isRecord && TrashOf(fTask.target) == trash &&
                               path == trash + "/info/" + LeafOf(fTask.target) + ".trashinfo");

@@ -92,15 +92,16 @@ void Judgement::CheckNothingLost()
     }
 }
 
-/// The source of a move is deleted under a hidden name in its folder. When that is broken off, or
+/// A source is deleted under a hidden name in its folder. When that is broken off, or
 /// the way back fails, what is left of it has that name.
 bool Judgement::IsAsideOfSource(const std::string& path, const SceneItem& item) const
 {
     const std::string folder =
         fTask.source.substr(0, fTask.source.size() - LeafOf(fTask.source).size());
     const bool mayStay = fEnding.wasKilled || (fEnding.hadFault && fEnding.wasTold);
-    const bool isMove = fTask.kind == Task::kMove || fTask.kind == Task::kTrash;
-    if (!mayStay || !isMove || !path.starts_with(folder + kBeside)) {
+    const bool goesAway =
+        fTask.kind == Task::kMove || fTask.kind == Task::kTrash || fTask.kind == Task::kDelete;
+    if (!mayStay || !goesAway || !path.starts_with(folder + kBeside)) {
         return false;
     }
     const size_t slash = path.find('/', folder.size());

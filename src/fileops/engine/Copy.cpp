@@ -38,7 +38,7 @@ void Copy::DoItem(size_t index)
     Settle();
 }
 
-void Copy::Settle()
+void Copy::Settle(bigtime_t)
 {
     while (!fCopies.empty() && fCopies.front().isCopied && fCopies.front().copy.queued == 0) {
         const Copied& copied = fCopies.front();

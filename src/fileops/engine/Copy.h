@@ -16,7 +16,7 @@ public:
     ~Copy() override;
 
     // Operation
-    void Settle() override;
+    void Settle(bigtime_t patience = B_INFINITE_TIMEOUT) override;
 
 protected:
     void DoItem(size_t index) override;

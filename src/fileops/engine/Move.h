@@ -15,7 +15,7 @@ public:
     Move(std::vector<entry_ref> items, const char* path, OperationUI& ui);
 
     // Operation
-    void Settle() override { fMoved.Settle(); }
+    void Settle(bigtime_t patience = B_INFINITE_TIMEOUT) override { fMoved.Settle(patience); }
 
 protected:
     void DoItem(size_t index) override;

@@ -72,7 +72,7 @@ size_t MovedItems::CountCopied() const
     return static_cast<size_t>(underWay - fItems.begin());
 }
 
-void MovedItems::Settle()
+void MovedItems::Settle(bigtime_t patience)
 {
     if (fIsSettling) {
         return; // what it tells waits for nobody
@@ -83,8 +83,9 @@ void MovedItems::Settle()
     const bool isAnyWhole =
         std::any_of(fItems.begin(), fItems.begin() + static_cast<std::ptrdiff_t>(count),
                     [](const Item& item) { return item.copy.result.isWhole; });
-    const status_t synced = isAnyWhole && fUI.MayDelete() ? fTarget.Sync(fUI) : status_t(B_OK);
-    for (size_t done = 0; done < count; done++) {
+    const status_t synced =
+        isAnyWhole && fUI.MayDelete() ? fTarget.Sync(fUI, patience) : status_t(B_OK);
+    for (size_t done = 0; done < count && synced != B_TIMED_OUT; done++) {
         SettleOne(fItems.front(), synced);
         fItems.pop_front();
     }

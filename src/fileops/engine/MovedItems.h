@@ -51,8 +51,9 @@ public:
     /// Whether so many wait, or for so long, that it is time.
     bool AreDue() const;
     /// Brings the copies to the medium, and deletes the sources of those that arrived whole. What
-    /// did not leaves its place for the Trash of its volume, or stays.
-    void Settle();
+    /// did not leaves its place for the Trash of its volume, or stays. When that takes the medium
+    /// longer than `patience` microseconds, all go on waiting.
+    void Settle(bigtime_t patience = B_INFINITE_TIMEOUT);
 
 private:
     size_t CountCopied() const;

@@ -52,6 +52,8 @@ void Operation::RunItem(size_t index)
     fDesk.EntriesVisited(0);
 }
 
+void Operation::Settle(bigtime_t) {}
+
 void Operation::Finish()
 {
     fContext.smallFiles.Drain();

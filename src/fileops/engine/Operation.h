@@ -5,6 +5,7 @@
 #include "fileops/engine/OperationDesk.h"
 
 #include <Entry.h>
+#include <OS.h>
 #include <SupportDefs.h>
 
 #include <memory>
@@ -31,8 +32,9 @@ public:
     size_t CountItems() const { return fItems.size(); }
     void RunItem(size_t index);
     /// Does what was promised so far and waits for more to come with it. Called before anything
-    /// waits for a person.
-    virtual void Settle() {}
+    /// waits for a person. What takes the medium longer than `patience` microseconds is left for
+    /// the next time.
+    virtual void Settle(bigtime_t patience = B_INFINITE_TIMEOUT);
     /// The same at the end: all that items promised is done by then, or told.
     void Finish();
 

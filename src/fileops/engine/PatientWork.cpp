@@ -41,8 +41,9 @@ status_t Run(void* data)
 
 } // namespace
 
-status_t DoPatiently(OperationUI& ui, std::function<status_t()> call)
+status_t DoPatiently(OperationUI& ui, std::function<status_t()> call, bigtime_t patience)
 {
+    const bigtime_t begin = system_time();
     auto work = std::make_shared<Work>();
     work->call = std::move(call);
     auto handed = std::make_unique<std::shared_ptr<Work>>(work);
@@ -64,6 +65,9 @@ status_t DoPatiently(OperationUI& ui, std::function<status_t()> call)
         ui.EntriesVisited(0);
         if (ui.IsStopped()) {
             return B_CANCELED;
+        }
+        if (system_time() - begin > patience) {
+            return B_TIMED_OUT;
         }
     }
 }

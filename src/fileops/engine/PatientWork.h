@@ -1,5 +1,6 @@
 #pragma once
 
+#include <OS.h>
 #include <SupportDefs.h>
 
 #include <functional>
@@ -12,8 +13,9 @@ class OperationUI;
 /// the operation goes on showing that it is alive.
 ///
 /// Returns what `work` returns; B_CANCELED once the person asked to stop: then `work` goes on by
-/// itself, so it owns all that it uses. Without a thread to be had the work is done by the caller.
-/// Thread: the operation's.
-status_t DoPatiently(OperationUI& ui, std::function<status_t()> work);
+/// itself, so it owns all that it uses; B_TIMED_OUT, likewise, after `patience` microseconds.
+/// Without a thread to be had the work is done by the caller. Thread: the operation's.
+status_t DoPatiently(OperationUI& ui, std::function<status_t()> work,
+                     bigtime_t patience = B_INFINITE_TIMEOUT);
 
 } // namespace norvane

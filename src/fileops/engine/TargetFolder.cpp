@@ -48,9 +48,10 @@ bool TargetFolder::Claim(BTrashClaim* claim, const entry_ref& item, OperationUI&
     return status == B_OK;
 }
 
-status_t TargetFolder::Sync(OperationUI& ui)
+status_t TargetFolder::Sync(OperationUI& ui, bigtime_t patience)
 {
-    return DoPatiently(ui, [folder = fFolder] { return folder->SyncVolume(); });
+    return DoPatiently(
+        ui, [folder = fFolder] { return folder->SyncVolume(); }, patience);
 }
 
 } // namespace norvane

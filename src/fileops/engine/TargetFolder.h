@@ -35,8 +35,9 @@ public:
     /// to be had.
     bool Claim(BTrashClaim* claim, const entry_ref& item, OperationUI& ui);
     /// Brings all that was written on its volume to the medium. Errors: also of what could not be
-    /// written since this object was made; B_CANCELED when the person asked to stop.
-    [[nodiscard]] status_t Sync(OperationUI& ui);
+    /// written since this object was made; B_CANCELED when the person asked to stop; B_TIMED_OUT
+    /// after `patience` microseconds.
+    [[nodiscard]] status_t Sync(OperationUI& ui, bigtime_t patience);
 
 private:
     const std::shared_ptr<BDirectory> fFolder; // never null

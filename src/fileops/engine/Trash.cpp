@@ -88,10 +88,10 @@ void Trash::CopyAndDelete(size_t index)
     }
 }
 
-void Trash::Settle()
+void Trash::Settle(bigtime_t patience)
 {
     if (fMoved != nullptr) {
-        fMoved->Settle();
+        fMoved->Settle(patience);
     }
 }
 

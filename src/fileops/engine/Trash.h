@@ -16,7 +16,7 @@ public:
     Trash(std::vector<entry_ref> items, OperationUI& ui);
 
     // Operation
-    void Settle() override;
+    void Settle(bigtime_t patience = B_INFINITE_TIMEOUT) override;
 
 protected:
     void DoItem(size_t index) override;

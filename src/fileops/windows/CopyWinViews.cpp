@@ -18,6 +18,7 @@ namespace {
 constexpr rgb_color kGrey = {216, 216, 216, 255};
 constexpr bigtime_t kFrame = 1'000'000 / 60;
 constexpr bigtime_t kAnswersAfterFirstFrame = 200'000;
+constexpr bigtime_t kPatienceBeforeStop = 300'000;
 constexpr char kFileLabel[] = "Copying: ";
 constexpr char kFileTrailingLabel[] = " Bytes";
 
@@ -175,7 +176,8 @@ void CopyWin::TakeWaitingKeys()
 void CopyWin::AskWhetherToStop()
 {
     if (fOperation != nullptr) {
-        fOperation->Settle(); // nothing half done waits for the answer
+        // As little as may be waits for the answer, which itself is not to be waited for.
+        fOperation->Settle(kPatienceBeforeStop);
     }
     BAlert* alert = new BAlert("Sir?", "Stop this operation?", "Stop", "Continue", nullptr,
                                B_WIDTH_AS_USUAL, B_WARNING_ALERT);
