@@ -63,6 +63,16 @@ private:
         void ForgetNames();
     };
 
+    /// A rename that took a known entry's name, which may be half of an exchange.
+    struct Displaced
+    {
+        int fromWatch = -1;
+        std::string from;
+        int toWatch = -1;
+        std::string to;
+        ino_t node = 0; // of the entry that had the name; 0: there was none
+    };
+
     struct Event
     {
         int watch;
@@ -110,6 +120,9 @@ private:
     void Created(Folder* folder, std::string_view name);
     void Removed(Folder* folder, std::string_view name);
     void Moved(Folder* from, std::string_view fromName, Folder* to, std::string_view toName);
+    bool IsExchange(const Displaced& before, const Displaced& now) const;
+    void NoteDisplaced(const Displaced& pair, Folder* to);
+    void CreatedByExchange(Folder* folder, std::string_view name, ino_t node);
     void MovedIn(Folder* to, std::string_view name);
     void MovedAway(Folder* from, std::string_view name);
     void ReplaceExisting(Folder* folder, std::string_view name, ino_t byNode);
@@ -131,6 +144,7 @@ private:
     std::unique_ptr<MountTable> fMounts; // null while nobody asks
     std::vector<char> fBytes; // the kernel's events as they were read; kept, as it costs to clear
     bool fHasOverflown = false;
+    Displaced fDisplaced;         // by the event before
     bool fIsBeingWritten = false; // the last events told only of contents that changed
     time_t fLastDrained = 0;      // wall clock: all changes before it have been told
 

@@ -89,6 +89,7 @@ void NodeWatcher::Handle(std::vector<Event>* events)
 void NodeWatcher::HandleOne(std::vector<Event>* events, size_t index)
 {
     const Event event = (*events)[index];
+    const Displaced before = event.watch >= 0 ? std::exchange(fDisplaced, {}) : fDisplaced;
     if ((event.mask & IN_Q_OVERFLOW) != 0) {
         fHasOverflown = true;
         return;
@@ -122,7 +123,14 @@ void NodeWatcher::HandleOne(std::vector<Event>* events, size_t index)
         Folder* to = partner == events->end() ? nullptr : FolderOf(partner->watch);
         if (to != nullptr && to->hasNames) {
             partner->watch = -1; // done with
-            Moved(folder, event.name, to, partner->name);
+            const Displaced pair{folder->watch, std::string(event.name), to->watch,
+                                 std::string(partner->name), 0};
+            if (IsExchange(before, pair)) {
+                CreatedByExchange(to, partner->name, before.node);
+            } else {
+                NoteDisplaced(pair, to);
+                Moved(folder, event.name, to, partner->name);
+            }
         } else {
             MovedAway(folder, event.name);
         }
@@ -219,6 +227,32 @@ void NodeWatcher::Moved(Folder* from, std::string_view fromName, Folder* to,
         }
         others.Send(notice, B_WATCH_DIRECTORY);
     }
+}
+
+/// Two entries that exchange their names are told as two renames, there and back. Of what was
+/// renamed over another and back again, nothing would be left at the other name.
+bool NodeWatcher::IsExchange(const Displaced& before, const Displaced& now) const
+{
+    return before.node != 0 && before.fromWatch == now.toWatch && before.toWatch == now.fromWatch &&
+           before.from == now.to && before.to == now.from &&
+           StatOf(FolderOf(now.fromWatch), now.from);
+}
+
+void NodeWatcher::NoteDisplaced(const Displaced& pair, Folder* to)
+{
+    ino_t node = 0;
+    if (to->Names().Find(pair.to, &node)) {
+        fDisplaced = pair;
+        fDisplaced.node = node;
+    }
+}
+
+void NodeWatcher::CreatedByExchange(Folder* folder, std::string_view name, ino_t node)
+{
+    folder->Names().Set(name, node);
+    BMessage notice =
+        EntryNotice(B_ENTRY_CREATED, {folder->node.device, folder->node.node, node, name});
+    folder->targets.Send(notice, B_WATCH_DIRECTORY);
 }
 
 void NodeWatcher::MovedIn(Folder* to, std::string_view name)

@@ -195,6 +195,8 @@ void LiveUpdates::MovedHere(const char* name, const char* fromName, bool isRenam
             fRows.Remove(moved);
         }
         fRows.Rebuild(target, ref);
+    } else if (moved != nullptr && IsOwnTemporaryName(name)) {
+        fRows.Remove(moved); // about to be deleted; it comes back when it is not
     } else if (moved != nullptr) {
         fRows.Rebuild(moved, ref);
     } else if (!isRename || (fromName != nullptr && fMovedIn.erase(fromName) > 0)) {
@@ -255,7 +257,12 @@ void LiveUpdates::RemoveEntry(const entry_ref& ref)
 
 void LiveUpdates::RemoveEntry(const node_ref& node, const char* name)
 {
-    if (DirListItem* row = fRows.Find(node, name)) {
+    DirListItem* row = fRows.Find(node, name);
+    if (row == nullptr) {
+        // It was renamed and removed before its row could follow, and is known by its old name.
+        row = RowWithoutEntry(fRows.FindAll(node), node);
+    }
+    if (row != nullptr) {
         fRows.Remove(row);
     }
 }

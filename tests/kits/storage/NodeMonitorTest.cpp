@@ -70,6 +70,53 @@ TEST_F(NodeMonitorTest, TellsOfRenames)
     EXPECT_EQ(notices[0].to, Ino("d"));
 }
 
+TEST_F(NodeMonitorTest, TellsOfNamesThatAreExchanged)
+{
+    fTree.Write("d/a", "of a");
+    fTree.Write("d/b", "of b");
+    const int64 a = Ino("d/a");
+    const int64 b = Ino("d/b");
+    ASSERT_EQ(Watch("d"), B_OK);
+
+    ASSERT_EQ(BDirectory(fTree.Path("d").c_str()).ExchangeChildren("a", "b"), B_OK);
+
+    const auto notices = AllUpToNow("d");
+    ASSERT_EQ(notices.size(), 3u);
+    EXPECT_EQ(notices[0].opcode, B_ENTRY_REMOVED);
+    EXPECT_TRUE(notices[0].replaced);
+    EXPECT_EQ(notices[0].name, "b");
+    EXPECT_EQ(notices[0].node, b);
+    EXPECT_EQ(notices[1].opcode, B_ENTRY_MOVED);
+    EXPECT_EQ(notices[1].name, "b");
+    EXPECT_EQ(notices[1].node, a);
+    EXPECT_EQ(notices[2].opcode, B_ENTRY_CREATED);
+    EXPECT_EQ(notices[2].name, "a");
+    EXPECT_EQ(notices[2].node, b);
+
+    fTree.Remove("d/a");
+    const auto all = fWatcher->WaitForCount(5); // with the one that ended those before
+    ASSERT_EQ(all.size(), 5u);
+    EXPECT_EQ(all[4].opcode, B_ENTRY_REMOVED);
+    EXPECT_EQ(all[4].node, b) << "the other one is known by its new name";
+}
+
+TEST_F(NodeMonitorTest, WhatIsRenamedOverAnotherAndBackIsNotExchanged)
+{
+    fTree.Write("d/a", "");
+    fTree.Write("d/b", "");
+    const int64 a = Ino("d/a");
+    ASSERT_EQ(Watch("d"), B_OK);
+
+    Rename("d/a", "d/b");
+    Rename("d/b", "d/a");
+
+    const auto notices = AllUpToNow("d");
+    ASSERT_EQ(notices.size(), 3u);
+    EXPECT_EQ(notices[2].opcode, B_ENTRY_MOVED);
+    EXPECT_EQ(notices[2].name, "a");
+    EXPECT_EQ(notices[2].node, a);
+}
+
 TEST_F(NodeMonitorTest, TellsFirstWhatARenameReplaced)
 {
     fTree.Write("d/a", "");

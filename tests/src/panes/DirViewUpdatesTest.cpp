@@ -93,6 +93,28 @@ TEST_F(DirViewUpdatesTest, HidesWhatAnOperationOfOursWritesBesideItsTarget)
     EXPECT_EQ(Names(), ".. M " + left + " b d f ");
 }
 
+TEST_F(DirViewUpdatesTest, HidesWhatAnOperationOfOursPutsAside)
+{
+    const OwnTemporaryName own;
+    Move("shown/d", std::string("shown/") + own.Name());
+    EXPECT_EQ(Names(), ".. M b f ");
+    Move(std::string("shown/") + own.Name(), "shown/d");
+    EXPECT_EQ(Names(), ".. M b d f ");
+}
+
+TEST_F(DirViewUpdatesTest, RemovesWhatWasRenamedAndRemovedBeforeItHeardOfIt)
+{
+    const ino_t node = NodeOf("shown/d");
+    fTree.Remove("shown/d");
+    BMessage moved = Notice(B_ENTRY_MOVED, "renamed", node);
+    moved.AddInt64("from directory", static_cast<int64>(NodeOf("shown")));
+    moved.AddInt64("to directory", static_cast<int64>(NodeOf("shown")));
+    moved.AddString("from name", "d");
+    fList->NodeChanged(moved);
+    fList->NodeChanged(InFolder(Notice(B_ENTRY_REMOVED, "renamed", node)));
+    EXPECT_EQ(Names(), ".. M b f ");
+}
+
 TEST_F(DirViewUpdatesTest, AddsAFileInItsPlace)
 {
     Create("e");
