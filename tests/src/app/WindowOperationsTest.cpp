@@ -73,6 +73,9 @@ TEST_F(WindowOperationsTest, ASkippedMoveLeavesTheTargetAndTakesTheSource)
     Select(0, "a");
     TypeFunctionKey(B_F6_KEY);
     ASSERT_TRUE(AnswerAlert("Skip"));
+    std::string told;
+    ASSERT_TRUE(AnswerAlert("OK", &told));
+    EXPECT_EQ(told, "Some items could not be handled whole:\n\ta: it is in the Trash");
     EXPECT_TRUE(WaitFor([this] { return fTree.List("one").empty(); }));
     EXPECT_EQ(fTree.Read("two/a"), "old");
     EXPECT_EQ(fTree.Read("data/Trash/files/a"), "new");
