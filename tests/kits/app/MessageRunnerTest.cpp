@@ -55,6 +55,24 @@ TEST_F(MessageRunnerTest, SendsUntilItEnds)
     EXPECT_EQ(fRecord.All().back().second, 2u) << "the ended runner sent again";
 }
 
+TEST_F(MessageRunnerTest, WhatWasMissedIsLeftOut)
+{
+    BMessageRunner runner(Target(), fTick, 10'000);
+    ASSERT_TRUE(fRecord.Await(2));
+    const std::string program = std::to_string(getpid());
+    const std::string rest = "kill -STOP " + program + "; sleep 0.5; kill -CONT " + program;
+
+    const size_t before = fRecord.All().size();
+    const bigtime_t begin = system_time();
+    ASSERT_EQ(std::system(rest.c_str()), 0);
+    snooze(20'000);
+    const size_t after = fRecord.All().size();
+
+    ASSERT_GE(system_time() - begin, 500'000) << "the program did not rest";
+    EXPECT_GT(after, before);
+    EXPECT_LT(after, before + 25) << "some fifty were due meanwhile";
+}
+
 TEST_F(MessageRunnerTest, SendsAsManyAsWanted)
 {
     BMessageRunner runner(Target(), &fTick, kSoon, 3);

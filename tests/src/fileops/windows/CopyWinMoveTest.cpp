@@ -123,6 +123,18 @@ TEST_F(CopyWinMoveTest, ADeletionIsLabelledAsCopyingAndItsTitleHasTheShareDone)
     EXPECT_TRUE(HasEnded());
 }
 
+TEST_F(CopyWinMoveTest, ADeletionOfOneItemHasBothBars)
+{
+    fTree.Write("from/a", "1");
+    BMessage request = Deletion({"from/a"});
+    fTree.Remove("from/a");
+    CopyWin* window = StartIn("from", request);
+    ASSERT_NE(WaitForWindow("Err"), nullptr);
+    EXPECT_EQ(window->Frame().Height(), 96);
+    ASSERT_TRUE(kits::testing::AnswerAlert("OK"));
+    EXPECT_TRUE(HasEnded());
+}
+
 TEST_F(CopyWinMoveTest, TellsOnceWhatStays)
 {
     fTree.Write("from/a", "1");
