@@ -1,5 +1,6 @@
 #include "fileops/engine/ItemCopier.h"
 
+#include "fileops/engine/LiesIn.h"
 #include "fileops/engine/OperationContext.h"
 #include "fileops/engine/OperationUI.h"
 #include "fileops/engine/ProblemList.h"

@@ -1,40 +1,17 @@
 #include "fileops/engine/TreeCopier.h"
 
 #include "fileops/engine/FileCopier.h"
+#include "fileops/engine/LinkCopier.h"
 #include "fileops/engine/MoveLedger.h"
 #include "fileops/engine/OperationContext.h"
 #include "fileops/engine/OperationUI.h"
 #include "fileops/engine/ProblemList.h"
 
 #include <Directory.h>
-#include <Entry.h>
 #include <Errors.h>
-#include <Path.h>
-#include <SymLink.h>
 #include <fs_info.h>
 
-#include <cstring>
-
 namespace norvane {
-
-status_t LiesIn(BEntry entry, const node_ref& node, bool* lies)
-{
-    struct stat record;
-    status_t status = entry.GetStat(&record);
-    while (status == B_OK) {
-        const bool isNode = NodeOf(record) == node;
-        const bool isRoot = std::strcmp(entry.Name(), ".") == 0;
-        if (isNode || isRoot) {
-            *lies = isNode;
-            return B_OK;
-        }
-        status = entry.GetParent(&entry);
-        if (status == B_OK) {
-            status = entry.GetStat(&record);
-        }
-    }
-    return status;
-}
 
 TreeCopier::TreeCopier(OperationContext& context, const CopyPurpose& purpose, ItemCopy& item)
     : fContext(context), fUI(context.ui), fPurpose(purpose), fItem(item)
@@ -63,7 +40,7 @@ void TreeCopier::Copy(const CopyStep& step)
 void TreeCopier::CopyOne(const CopyStep& step, const struct stat& record)
 {
     if (S_ISLNK(record.st_mode)) {
-        fItem.result = CopyLink(step, record);
+        fItem.result = LinkCopier(fContext, fPurpose, fTopSource).Copy(step, record);
         return;
     }
     if (!S_ISREG(record.st_mode)) {
@@ -212,8 +189,10 @@ void TreeCopier::CopyContents()
         }
         const char* name = child.name.c_str();
         const CopyStep step{from, name, to, name, PlaceBelow(level.place, child.name)};
-        fItem.result.TakePart(S_ISLNK(child.record.st_mode) ? CopyLink(step, child.record)
-                                                            : RefuseKind(name));
+        fItem.result.TakePart(
+            S_ISLNK(child.record.st_mode)
+                ? LinkCopier(fContext, fPurpose, fTopSource).Copy(step, child.record)
+                : RefuseKind(name));
     }
     level.folders = std::move(children.folders);
 }
@@ -409,86 +388,6 @@ TreeCopier::Children TreeCopier::List(const char* name, BDirectory& folder)
         FailReading(name, status);
     }
     return children;
-}
-
-// Links
-
-CopyResult TreeCopier::CopyLink(const CopyStep& step, const struct stat& record)
-{
-    node_ref made;
-    const status_t status = MakeLink(step, record, &made);
-    if (status == B_OK) {
-        NoteMade(step, made);
-        return {.isDone = true, .isWhole = true, .isMade = true, .target = made};
-    }
-    struct stat existing;
-    if (status != B_FILE_EXISTS ||
-        step.target.folder.GetStatFor(step.targetName, &existing) != B_OK) {
-        fUI.Tell(step.name, ItemAlert::kBrokenLink);
-        return {.isDone = true};
-    }
-    if (NodeOf(existing) == NodeOf(record)) {
-        return {.isDone = true, .isItself = true};
-    }
-    fUI.NoteProblem(step.name, fContext.made.Has(NodeOf(existing))
-                                   ? "another item of this operation has its name"
-                                   : ReasonFor(status));
-    return {.isDone = true};
-}
-
-status_t TreeCopier::MakeLink(const CopyStep& step, const struct stat& record, node_ref* made)
-{
-    std::string text;
-    BSymLink link;
-    struct stat madeRecord;
-    status_t status = TextFor(step, &text);
-    if (status == B_OK) {
-        status = step.target.folder.CreateSymLink(step.targetName, text.c_str(), &link);
-    }
-    if (status == B_OK) {
-        status = link.GetStat(&madeRecord);
-    }
-    if (status != B_OK) {
-        return status;
-    }
-    *made = NodeOf(madeRecord);
-    if (fPurpose.IsMove()) {
-        const BNode source(&step.source.folder, step.name);
-        fContext.access.FinishMoved(&link, source, record);
-        fPurpose.ledger->Add(step.place, record, *made);
-    }
-    return B_OK;
-}
-
-status_t TreeCopier::TextFor(const CopyStep& step, std::string* text) const
-{
-    const BEntry pointedTo(&step.source.folder, step.name, true);
-    if (pointedTo.InitCheck() != B_OK) {
-        return pointedTo.InitCheck();
-    }
-    if (!pointedTo.Exists()) {
-        return B_ENTRY_NOT_FOUND;
-    }
-    bool movesAlong = false;
-    if (fPurpose.IsMove()) {
-        const status_t status = LiesIn(pointedTo, fTopSource, &movesAlong);
-        if (status != B_OK) {
-            return status;
-        }
-    }
-    if (movesAlong) {
-        // What it points to moves along, so that its own text goes on leading there.
-        char own[B_PATH_NAME_LENGTH * 4];
-        const ssize_t length = BSymLink(&step.source.folder, step.name).ReadLink(own, sizeof(own));
-        *text = length > 0 ? own : "";
-        return length > 0 ? status_t(B_OK) : static_cast<status_t>(length);
-    }
-    BPath path;
-    const status_t status = pointedTo.GetPath(&path);
-    if (status == B_OK) {
-        *text = path.Path();
-    }
-    return status;
 }
 
 } // namespace norvane

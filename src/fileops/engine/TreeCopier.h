@@ -3,7 +3,6 @@
 #include "fileops/engine/CopyPlace.h"
 #include "fileops/engine/FolderChain.h"
 
-#include <Entry.h>
 #include <Node.h>
 #include <SupportDefs.h>
 
@@ -17,10 +16,6 @@ namespace norvane {
 
 class OperationUI;
 struct OperationContext;
-
-/// Finds whether `entry` is the node, or lies below it at any depth. Errors: those of looking on
-/// the way up, which leave it open.
-[[nodiscard]] status_t LiesIn(BEntry entry, const node_ref& node, bool* lies);
 
 /// Copies one item of an operation, a folder with all below it: files first, then links, then
 /// subfolders.
@@ -70,10 +65,6 @@ private:
     bool Enter(const CopyStep& step, const struct stat& record);
     void CopyContents();
     void Leave();
-    CopyResult CopyLink(const CopyStep& step, const struct stat& record);
-    [[nodiscard]] status_t TextFor(const CopyStep& step, std::string* text) const;
-    [[nodiscard]] status_t MakeLink(const CopyStep& step, const struct stat& record,
-                                    node_ref* made);
     CopyResult RefuseKind(const char* name);
     Folder OpenSource(const CopyStep& step, const struct stat& record);
     [[nodiscard]] status_t OpenChild(BDirectory* child, const BDirectory& folder, const char* name);
