@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Escape in the operation window: asked once, goes on or stops, and nothing more is deleted then.
+# Escape in the operation window, or in the pane that started it: asked once, goes on or stops, and nothing more is
+# deleted then.
 . "$(dirname "$0")/lib.sh"
 
 mkdir -p "$base/from" "$base/to"
@@ -57,4 +58,23 @@ wait_for 60 moved || fail "$what: it did not go on"
 wait_for 20 window_gone Copy || fail "$what: the operation window stayed"
 [ "$(stat -c %s "$base/to/b")" = 700000000 ] || fail "$what: b is not whole"
 [ -z "$(ls -A "$base/from")" ] || fail "$what: $(ls -A "$base/from") stayed"
+
+# From the pane that started it, which has the keys.
+what="Escape in the pane"
+rm "$base/to/"*
+head -c 700000000 /dev/zero >"$base/from/b"
+key F2 b F5
+expect "no operation window" painted Copy
+kill -STOP "$program_pid"
+window_focused Norvane || fail "$what: the operation has the keys"
+key Escape
+kill -CONT "$program_pid"
+answerable "Sir?"
+key Tab
+key Return
+expect "$what: the question stays" window_gone "Sir?"
+expect "$what: the operation goes on" window_gone Copy
+[ ! -e "$base/to/b" ] || fail "$what: half a file is left"
+key Escape # nothing is left to stop
+stays 300 window_gone "Sir?" || fail "$what: it asked about nothing"
 quit_norvane
