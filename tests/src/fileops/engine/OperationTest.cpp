@@ -223,12 +223,13 @@ TEST_F(OperationTest, ATreeDeeperThanDescriptorsAndPathsMoves)
     ASSERT_EQ(write(file, "deep", 4), 4);
     close(file);
     close(folder);
+    const std::vector<entry_ref> refs = Refs({"from/tree"}); // whose making raises the limit
     struct rlimit before = {};
     getrlimit(RLIMIT_NOFILE, &before);
     const struct rlimit few = {200, before.rlim_max};
     setrlimit(RLIMIT_NOFILE, &few);
 
-    MoveAll({"from/tree"});
+    norvane::Move(refs, fTree.Path("to").c_str(), fUI).Run();
 
     setrlimit(RLIMIT_NOFILE, &before);
     EXPECT_EQ(ProblemNames(), "");
