@@ -62,6 +62,16 @@ void* operator new[](std::size_t size)
     return Give(size);
 }
 
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return IsRefused() ? nullptr : std::malloc(size == 0 ? 1 : size);
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept
+{
+    return IsRefused() ? nullptr : std::malloc(size == 0 ? 1 : size);
+}
+
 void operator delete(void* given) noexcept
 {
     std::free(given);
