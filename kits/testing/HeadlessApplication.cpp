@@ -15,7 +15,8 @@ struct HeadlessApplication::State
 {
     Mutex mutex;
     Condition changed;
-    BApplication* application GUARDED_BY(mutex) = nullptr; // once it is ready
+    BApplication* application GUARDED_BY(mutex) = nullptr; // from when it is ready until it ends
+    bool hasEnded GUARDED_BY(mutex) = false;
     std::thread thread;
 };
 
@@ -36,10 +37,16 @@ HeadlessApplication::HeadlessApplication(const std::function<BApplication*()>& m
         }
         state.changed.Signal();
         application->Run();
+        {
+            // Without a display it comes back at once, and nobody may ask it to quit any more.
+            MutexLock lock(state.mutex);
+            state.application = nullptr;
+            state.hasEnded = true;
+        }
         delete application;
     });
     MutexLock lock(state.mutex);
-    while (state.application == nullptr) {
+    while (state.application == nullptr && !state.hasEnded) {
         state.changed.Wait(state.mutex);
     }
 }
@@ -50,13 +57,11 @@ HeadlessApplication::~HeadlessApplication()
     FontAccess::ForgetThisThreads();
     QFontCache::cleanup();
     // A test that failed may leave a window that would refuse: the end comes without asking.
-    BApplication* application = nullptr;
     {
         MutexLock lock(fState->mutex);
-        application = fState->application;
-    }
-    if (application->Lock()) {
-        application->Quit();
+        if (fState->application != nullptr && fState->application->Lock()) {
+            fState->application->Quit();
+        }
     }
     fState->thread.join();
 }
