@@ -18,7 +18,8 @@ struct CopyPlace
     BDirectory& folder;
     std::string path; // to be read; says nothing about which folder it is
     node_ref node = {};
-    bool isNew = false; // of a target: made by this operation
+    bool isNew = false;         // of a target: made by this operation
+    bool hasStableNodes = true; // of its volume
 
     std::string PathOf(const char* name) const { return (path == "/" ? "" : path) + "/" + name; }
 };

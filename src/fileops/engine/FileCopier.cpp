@@ -69,7 +69,7 @@ void FileCopier::MakeNew()
     fCreated = fTarget->GetStat(&made);
     if (fCreated == B_OK) {
         fMade = NodeOf(made);
-        fContext.made.Add(fMade);
+        NoteMade();
     } else {
         fStep.target.folder.RemoveChildFile(fStep.targetName);
     }
@@ -149,7 +149,8 @@ CopyResult FileCopier::Failed(status_t status)
 /// Whether what is there is to be replaced, after asking where that is for the person to say.
 FileCopier::Clash FileCopier::Decide(const struct stat& existing)
 {
-    if (fContext.made.Has(NodeOf(existing))) {
+    if (fContext.made.Has(NodeOf(existing)) ||
+        fContext.made.HasName(fStep.target.path, fStep.targetName)) {
         fUI.NoteProblem(fName, "another item of this operation has its name");
         return Clash::kLeave;
     }
@@ -211,7 +212,6 @@ CopyResult FileCopier::WriteOver(const struct stat& existing)
     }
     fTarget = place.File();
     fMade = NodeOf(place.Record());
-    fContext.made.Add(fMade);
     if (TakeAttributesAlong()) {
         TellStart();
         CopyContents();
@@ -252,6 +252,7 @@ bool FileCopier::PutInPlace(ReplaceTarget& place, struct stat existing)
     if (SetAccess(&place.Node(), existing, replaced) != B_OK) {
         Note("who may use it could not be set");
     }
+    NoteMade();
     NoteChange(outcome == Outcome::kReplaced ? Change::Kind::kReplaced : Change::Kind::kMade);
     return true;
 }
@@ -388,6 +389,14 @@ bool FileCopier::IsComplete()
         return Note("its copy was removed meanwhile");
     }
     return true;
+}
+
+void FileCopier::NoteMade()
+{
+    fContext.made.Add(fMade);
+    if (!fStep.target.hasStableNodes) {
+        fContext.made.AddName(fStep.target.path, fStep.targetName);
+    }
 }
 
 void FileCopier::NoteChange(Change::Kind kind)

@@ -57,6 +57,7 @@ private:
     bool PutInPlace(ReplaceTarget& place, struct stat existing);
     BNodeAccess AccessOf(const struct stat& existing) const;
     status_t SetAccess(BNode* made, const struct stat& existing, const BNodeAccess& replaced);
+    void NoteMade();
     void NoteChange(Change::Kind kind);
     CopyResult MeetExisting();
     Clash Decide(const struct stat& existing);

@@ -11,6 +11,19 @@ namespace norvane {
 
 namespace {
 
+std::string Folded(std::string path)
+{
+    for (char& letter : path) {
+        const auto byte = static_cast<unsigned char>(letter);
+        if (byte >= 0x80) {
+            letter = '\x80';
+        } else if (letter >= 'A' && letter <= 'Z') {
+            letter = static_cast<char>(letter + ('a' - 'A'));
+        }
+    }
+    return path;
+}
+
 /// Lets a walk remove what an operation made, and nothing else.
 class MadeHooks : public BTreeHooks
 {
@@ -29,6 +42,16 @@ private:
 };
 
 } // namespace
+
+void MadeTargets::AddName(const std::string& folderPath, const char* name)
+{
+    fFoldedPaths.insert(Folded(folderPath + "/" + name));
+}
+
+bool MadeTargets::HasName(const std::string& folderPath, const char* name) const
+{
+    return !fFoldedPaths.empty() && fFoldedPaths.count(Folded(folderPath + "/" + name)) > 0;
+}
 
 bool RemoveMadeTree(BDirectory& folder, const char* name, const node_ref& node,
                     const MadeTargets& made)

@@ -4,6 +4,7 @@
 
 #include <sys/stat.h>
 
+#include <string>
 #include <unordered_set>
 
 class BDirectory;
@@ -25,6 +26,12 @@ public:
     void Add(const node_ref& node) { fNodes.insert(node); }
     bool Has(const node_ref& node) const { return fNodes.count(node) > 0; }
 
+    /// The same by names, for volumes where the number of a node is another one each time it is
+    /// looked at. Such volumes may take names for the same that differ by case, so these are taken
+    /// for the same here, and letters beyond ASCII for each other. `folderPath` is as it is shown.
+    void AddName(const std::string& folderPath, const char* name);
+    bool HasName(const std::string& folderPath, const char* name) const;
+
 private:
     struct Hash
     {
@@ -35,6 +42,7 @@ private:
     };
 
     std::unordered_set<node_ref, Hash> fNodes;
+    std::unordered_set<std::string> fFoldedPaths;
 };
 
 /// Removes the entry `name` of the folder, when it is that node, with what was made below it; what

@@ -13,7 +13,7 @@
 namespace norvane {
 
 TargetFolder::TargetFolder(const char* path)
-    : fFolder(std::make_shared<BDirectory>(path)), fPlace{*fFolder, path, {}, false},
+    : fFolder(std::make_shared<BDirectory>(path)), fPlace{*fFolder, path, {}, false, true},
       fStatus(fFolder->InitCheck())
 {
     struct stat record;
@@ -23,6 +23,7 @@ TargetFolder::TargetFolder(const char* path)
     if (fStatus == B_OK) {
         fPlace.node = NodeOf(record);
         fHasStableNodes = has_stable_nodes(*fFolder);
+        fPlace.hasStableNodes = fHasStableNodes;
         fStatus = is_trash_folder(fFolder.get(), &fIsTrash);
     }
 }

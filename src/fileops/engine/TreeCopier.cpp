@@ -63,6 +63,7 @@ void TreeCopier::CopyTree(const CopyStep& step, const struct stat& record)
     fTargets = std::make_unique<FolderChain>(step.target.folder);
     fSourcePath = step.source.path == "/" ? "" : step.source.path;
     fTargetPath = step.target.path == "/" ? "" : step.target.path;
+    fHasStableTarget = step.target.hasStableNodes;
     fItem.result = {.isDone = true, .isWhole = true};
     if (!Enter(step, record)) {
         return;
@@ -93,7 +94,7 @@ void TreeCopier::EnterNext()
         return;
     }
     const CopyPlace from{*source, fSourcePath};
-    const CopyPlace to{*target, fTargetPath, level.target, level.isNew};
+    const CopyPlace to{*target, fTargetPath, level.target, level.isNew, fHasStableTarget};
     const char* name = child.name.c_str();
     Enter({from, name, to, name, PlaceBelow(level.place, child.name)}, child.record);
 }
@@ -162,7 +163,8 @@ bool TreeCopier::MayMerge(const CopyStep& step, const node_ref& source, const no
         fItem.result.isDone &= !fLevels.empty();
         return false;
     }
-    if (!isNew && fContext.made.Has(target)) {
+    if (!isNew &&
+        (fContext.made.Has(target) || fContext.made.HasName(step.target.path, step.targetName))) {
         Fail(step.name, "another item of this operation has its name");
         return false;
     }
@@ -174,7 +176,7 @@ void TreeCopier::CopyContents()
     Level& level = fLevels.back();
     BDirectory& source = *fSources->Here();
     const CopyPlace from{source, fSourcePath};
-    const CopyPlace to{*fTargets->Here(), fTargetPath, level.target, level.isNew};
+    const CopyPlace to{*fTargets->Here(), fTargetPath, level.target, level.isNew, fHasStableTarget};
     Children children = List(level.name.c_str(), source);
     for (const std::string& text : children.files) {
         if (fUI.IsStopped()) {
@@ -245,6 +247,9 @@ void TreeCopier::FinishFolder(const Level& level, BDirectory& source, BDirectory
 void TreeCopier::NoteMade(const CopyStep& step, const node_ref& made)
 {
     fContext.made.Add(made);
+    if (!step.target.hasStableNodes) {
+        fContext.made.AddName(step.target.path, step.targetName);
+    }
     if (!step.target.isNew) {
         fContext.journal.Note(fPurpose.item,
                               {Change::Kind::kMade, step.target.node, step.targetName, made});

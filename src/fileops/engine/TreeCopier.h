@@ -96,6 +96,7 @@ private:
     std::vector<Level> fLevels;
     std::string fSourcePath;
     std::string fTargetPath;
+    bool fHasStableTarget = true;
     // The volume that was looked at last: it seldom changes within a tree.
     dev_t fDevice = 0;
     bool fHasDevice = false;
