@@ -76,4 +76,10 @@ bool FolderChain::CloseAbove()
     return hasClosed;
 }
 
+bool CloseAbove(FolderChain& one, FolderChain& other)
+{
+    const bool hasClosed = one.CloseAbove();
+    return other.CloseAbove() || hasClosed;
+}
+
 } // namespace norvane

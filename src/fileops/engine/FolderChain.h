@@ -49,4 +49,7 @@ private:
     size_t fFirstOpen = 0; // those before are closed
 };
 
+/// Both, for walks beside each other.
+bool CloseAbove(FolderChain& one, FolderChain& other);
+
 } // namespace norvane

@@ -140,7 +140,7 @@ bool SourceRemover::Enter(const std::string& name, const std::string& sourceName
     struct stat sourceRecord;
     struct stat targetRecord;
     status_t status = source->SetToUnmountedChild(*sourceAbove, sourceName.c_str());
-    if (status == B_NO_MORE_FDS && (fSources->CloseAbove() | fTargets->CloseAbove())) {
+    if (status == B_NO_MORE_FDS && CloseAbove(*fSources, *fTargets)) {
         status = source->SetToUnmountedChild(*sourceAbove, sourceName.c_str());
     }
     if (status == B_OK) {

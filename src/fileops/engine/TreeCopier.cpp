@@ -283,7 +283,7 @@ TreeCopier::Folder TreeCopier::OpenSource(const CopyStep& step, const struct sta
 status_t TreeCopier::OpenChild(BDirectory* child, const BDirectory& folder, const char* name)
 {
     status_t status = child->SetToChild(folder, name);
-    if (status == B_NO_MORE_FDS && (fSources->CloseAbove() | fTargets->CloseAbove())) {
+    if (status == B_NO_MORE_FDS && CloseAbove(*fSources, *fTargets)) {
         status = child->SetToChild(folder, name);
     }
     return status;
