@@ -1,10 +1,12 @@
 #include "fileops/engine/Delete.h"
 
 #include "fileops/engine/AsideName.h"
+#include "fileops/engine/ItemFolder.h"
 #include "fileops/engine/MadeTargets.h"
 #include "fileops/engine/NorvaneEntry.h"
 #include "fileops/engine/OwnNames.h"
 #include "fileops/engine/ProblemList.h"
+#include "fileops/engine/ReplaceTarget.h"
 
 #include <Directory.h>
 #include <Errors.h>
@@ -14,16 +16,35 @@ namespace norvane {
 
 OperationSize Delete::MeasureItems()
 {
-    fNodes.resize(CountItems());
+    ItemFolder folder;
+    fMeasured.resize(CountItems());
+    fHaveStableNodes.resize(CountItems(), true);
     for (size_t index = 0; index < CountItems(); index++) {
-        struct stat record;
-        if (BEntry(&Item(index)).GetStat(&record) == B_OK) {
-            fNodes[index] = NodeOf(record);
+        const entry_ref& item = Item(index);
+        if (folder.SetTo(item) != B_OK ||
+            folder.Folder().GetStatFor(item.name, &fMeasured[index]) != B_OK) {
+            fMeasured[index] = {};
         }
+        fHaveStableNodes[index] = folder.HasStableNodes();
     }
     OperationSize size = Operation::MeasureItems();
     size.entries = fDesk.CountVisited() + static_cast<int64>(CountItems());
     return size;
+}
+
+/// Whether the entry is the one that was measured. Of a folder only its node counts, where there
+/// are such.
+bool Delete::IsItem(const NorvaneEntry& item, size_t index) const
+{
+    struct stat now;
+    const struct stat& before = fMeasured[index];
+    if (item.GetStat(&now) != B_OK || (now.st_mode & S_IFMT) != (before.st_mode & S_IFMT)) {
+        return false;
+    }
+    if (fHaveStableNodes[index]) {
+        return NodeOf(now) == NodeOf(before);
+    }
+    return S_ISDIR(now.st_mode) || HasSameContents(before, now);
 }
 
 void Delete::DoItem(size_t index)
@@ -35,31 +56,34 @@ void Delete::DoItem(size_t index)
 
 bool Delete::DeleteOne(size_t index)
 {
+    const char* name = Item(index).name;
     NorvaneEntry item(&Item(index));
-    const node_ref known = index < fNodes.size() ? fNodes[index] : node_ref();
     if (!fDesk.MayDelete()) {
         return false;
     }
     // Under a name that nobody else knows it is the item, and stays it, that is deleted.
     const OwnTemporaryName aside;
-    if (known == node_ref() || item.Rename(aside.Name()) != B_OK) {
-        return item.DeleteEntry(fDesk); // what may not be renamed may hold what may be deleted
+    if (item.Rename(aside.Name()) != B_OK) {
+        return DeleteUnderItsName(item, index);
     }
-    if (DeleteAside(item, known, Item(index).name)) {
+    if (IsItem(item, index) ? item.DeleteEntry(fDesk, name) : LeaveOther(name)) {
         return true;
     }
-    PutBack(item, Item(index).name, fDesk);
+    PutBack(item, name, fDesk);
     return false;
 }
 
-bool Delete::DeleteAside(NorvaneEntry& item, const node_ref& known, const char* name)
+/// What may not be renamed may hold what may be deleted.
+bool Delete::DeleteUnderItsName(NorvaneEntry& item, size_t index)
 {
-    struct stat record;
-    if (item.GetStat(&record) == B_OK && NodeOf(record) != known) {
-        fDesk.NoteProblem(name, "another entry took its place, and stays");
-        return false;
-    }
-    return item.DeleteEntry(fDesk, name);
+    const bool isOther = item.Exists() && !IsItem(item, index);
+    return isOther ? LeaveOther(item.Name()) : item.DeleteEntry(fDesk);
+}
+
+bool Delete::LeaveOther(const char* name)
+{
+    fDesk.NoteProblem(name, "another entry took its place, and stays");
+    return false;
 }
 
 Empty::Empty(const char* path, OperationUI& ui) : Empty(path, List(path), ui) {}

@@ -2,6 +2,10 @@
 
 #include "fileops/engine/Operation.h"
 
+#include <sys/stat.h>
+
+#include <vector>
+
 namespace norvane {
 
 class NorvaneEntry;
@@ -20,9 +24,13 @@ protected:
 
 private:
     bool DeleteOne(size_t index);
-    bool DeleteAside(NorvaneEntry& item, const node_ref& known, const char* name);
+    bool DeleteUnderItsName(NorvaneEntry& item, size_t index);
+    bool IsItem(const NorvaneEntry& item, size_t index) const;
+    bool LeaveOther(const char* name);
 
-    std::vector<node_ref> fNodes; // of the items when they were measured
+    // Of the items when they were measured; a mode of 0: it could not be looked at.
+    std::vector<struct stat> fMeasured;
+    std::vector<bool> fHaveStableNodes;
 };
 
 /// Deletes all that lies in a folder, for good.

@@ -178,6 +178,9 @@ FileCopier::Clash FileCopier::AskAboutClash(const struct stat& existing)
     fUI.AskOverwrite({fSourcePath, fStep.TargetPath(),
                       OverwriteDetails(existing.st_size, existing.st_mtime),
                       OverwriteDetails(fRecord.st_size, fRecord.st_mtime)});
+    if (!fUI.CanAsk()) {
+        fUI.NoteProblem(fName, "the system has no thread left to ask about it");
+    }
     const uint32 answer = fUI.StandingAnswer();
     bool isAgreed = answer == kAnswerOverwrite || answer == kAnswerOverwriteAll;
     if (answer == kAnswerOverwriteOlder) {

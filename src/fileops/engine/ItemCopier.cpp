@@ -8,8 +8,6 @@
 
 #include <Entry.h>
 #include <Errors.h>
-#include <Path.h>
-#include <fs_info.h>
 
 namespace norvane {
 
@@ -26,46 +24,20 @@ status_t FindWhetherAbove(const entry_ref& item, const BDirectory& folder, bool*
     return status == B_OK ? LiesIn(folderEntry, NodeOf(record), isAbove) : status;
 }
 
-status_t ItemCopier::OpenFolderOf(const entry_ref& item)
-{
-    const node_ref node(item.device, item.directory);
-    if (fFolder.InitCheck() == B_OK && node == fNode) {
-        return B_OK;
-    }
-    const BEntry entry(&item);
-    BPath path;
-    BPath folderPath;
-    status_t status = entry.GetParent(&fFolder);
-    if (status == B_OK) {
-        status = entry.GetPath(&path);
-    }
-    if (status == B_OK) {
-        status = path.GetParent(&folderPath);
-    }
-    if (status != B_OK) {
-        fFolder.Unset();
-        return status;
-    }
-    fPath = folderPath.Path();
-    fNode = node;
-    fHasStableNodes = has_stable_nodes(fFolder);
-    return B_OK;
-}
-
 bool ItemCopier::HasStableNodes(const entry_ref& item)
 {
-    return OpenFolderOf(item) != B_OK || fHasStableNodes;
+    return fSource.SetTo(item) != B_OK || fSource.HasStableNodes();
 }
 
 bool ItemCopier::IsDirectlyIn(const entry_ref& item, const BDirectory& folder)
 {
-    return OpenFolderOf(item) == B_OK && fFolder == folder;
+    return fSource.SetTo(item) == B_OK && fSource.Folder() == folder;
 }
 
 void ItemCopier::Copy(const entry_ref& item, const CopyPlace& target, const char* targetName,
                       const CopyPurpose& purpose, ItemCopy* copy)
 {
-    status_t status = OpenFolderOf(item);
+    status_t status = fSource.SetTo(item);
     if (status == B_OK) {
         status = target.folder.InitCheck();
     }
@@ -73,11 +45,11 @@ void ItemCopier::Copy(const entry_ref& item, const CopyPlace& target, const char
         fContext.ui.NoteProblem(item.name, ReasonFor(status));
         return;
     }
-    if (fFolder == target.folder && std::string_view(targetName) == item.name) {
+    if (fSource.Folder() == target.folder && std::string_view(targetName) == item.name) {
         copy->result.isItself = true;
         return;
     }
-    const CopyPlace source{fFolder, fPath, fNode};
+    const CopyPlace source{fSource.Folder(), fSource.Path(), fSource.Node()};
     TreeCopier(fContext, purpose, *copy)
         .Copy({source, item.name, target, targetName, PlaceBelow(0, item.name)});
     if (purpose.IsMove()) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fileops/engine/CopyPlace.h"
+#include "fileops/engine/ItemFolder.h"
 
 #include <Directory.h>
 #include <EntryRef.h>
@@ -10,8 +11,7 @@ namespace norvane {
 
 struct OperationContext;
 
-/// Copies the items of one operation, one after the other; what most of them have in common, the
-/// folder they lie in, is looked up once.
+/// Copies the items of one operation, one after the other.
 ///
 /// Thread: the operation's.
 class ItemCopier
@@ -31,14 +31,10 @@ public:
     bool HasStableNodes(const entry_ref& item);
 
 private:
-    [[nodiscard]] status_t OpenFolderOf(const entry_ref& item);
     void KeepWhatIsInside(const CopyPlace& target, const entry_ref& item, ItemCopy* copy);
 
     OperationContext& fContext;
-    BDirectory fFolder; // that of the last item
-    std::string fPath;
-    node_ref fNode;
-    bool fHasStableNodes = true;
+    ItemFolder fSource; // that of the last item
 };
 
 /// Finds whether the folder is the item, or lies below it. Errors: those of looking.

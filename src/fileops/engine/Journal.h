@@ -28,7 +28,7 @@ struct Change
 struct ItemResult
 {
     enum class Ending : uint8 {
-        kUnknown,
+        kUnknown,    // nothing was done with it
         kWhole,      // all of it was done
         kPartly,     // the source is where it was
         kInOwnTrash, // the source is in the Trash of its volume
@@ -45,11 +45,10 @@ struct ItemResult
 class Journal
 {
 public:
-    /// From here on changes belong to `source`. Returns the place of its result.
-    size_t BeginItem(const entry_ref& source)
+    /// Makes room for what becomes of the next item.
+    void AddItem(const entry_ref& source)
     {
         fItems.push_back({source, ItemResult::Ending::kUnknown, {}});
-        return fItems.size() - 1;
     }
     void Note(size_t item, Change change) { fItems[item].changes.push_back(std::move(change)); }
     void End(size_t item, ItemResult::Ending ending) { fItems[item].ending = ending; }

@@ -44,7 +44,7 @@ bool NorvaneEntry::CopyTo(const char* destDir, OperationUI& ui)
         ui.NoteProblem(Name(), ReasonFor(status));
     } else {
         OperationContext context(ui);
-        context.journal.BeginItem(ref);
+        context.journal.AddItem(ref);
         ItemCopier(context).Copy(ref, CopyPlace{folder, destDir, {}}, Name(), CopyPurpose(), &copy);
         context.smallFiles.Drain();
     }

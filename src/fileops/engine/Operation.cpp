@@ -7,6 +7,9 @@ namespace norvane {
 Operation::Operation(OperationUI& ui, std::vector<entry_ref> items)
     : fDesk(ui, [this] { Settle(); }), fContext(fDesk), fItems(std::move(items))
 {
+    for (const entry_ref& item : fItems) {
+        fContext.journal.AddItem(item);
+    }
 }
 
 Operation::~Operation() = default;
@@ -47,7 +50,6 @@ OperationSize Operation::MeasureItems()
 
 void Operation::RunItem(size_t index)
 {
-    fContext.journal.BeginItem(fItems[index]);
     DoItem(index);
     fDesk.EntriesVisited(0);
 }

@@ -27,7 +27,7 @@ public:
     /// All of it: the four below, until the person stops or cancels it, and what is to be told.
     void Run();
 
-    /// Finds how much there is to do, and tells it.
+    /// Finds how much there is to do, and tells it. Once, before the first item.
     void Measure();
     size_t CountItems() const { return fItems.size(); }
     void RunItem(size_t index);

@@ -15,11 +15,16 @@ constexpr int kMostExchanges = 4;
 
 } // namespace
 
+bool HasSameContents(const struct stat& before, const struct stat& now)
+{
+    return before.st_size == now.st_size && before.st_mtim.tv_sec == now.st_mtim.tv_sec &&
+           before.st_mtim.tv_nsec == now.st_mtim.tv_nsec;
+}
+
 bool IsUnchanged(const struct stat& before, const struct stat& now)
 {
     return NodeOf(before) == NodeOf(now) && (before.st_mode & S_IFMT) == (now.st_mode & S_IFMT) &&
-           before.st_size == now.st_size && before.st_mtim.tv_sec == now.st_mtim.tv_sec &&
-           before.st_mtim.tv_nsec == now.st_mtim.tv_nsec;
+           HasSameContents(before, now);
 }
 
 ReplaceTarget::ReplaceTarget(BDirectory& folder, std::string name)

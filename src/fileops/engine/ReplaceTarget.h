@@ -73,7 +73,9 @@ private:
     bool fIsBeside = false;
 };
 
-/// Whether it is the same node, of the same size and time of change.
+/// Whether size and time of change are the same.
+bool HasSameContents(const struct stat& before, const struct stat& now);
+/// Whether it is the same node, too.
 bool IsUnchanged(const struct stat& before, const struct stat& now);
 
 } // namespace norvane

@@ -141,6 +141,7 @@ void OverWin::DoDisplay()
     Show();
     if (Thread() <= 0) {
         // No thread was to be had: nobody can be asked.
+        fHasNoThread = true;
         fAnswer = kAnswerCancel;
         fIsShown = false;
     }

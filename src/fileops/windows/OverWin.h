@@ -45,6 +45,8 @@ public:
     bool IsShown() const { return fIsShown; }
     /// The standing answer, kAnswerNone when none was given. Thread: any.
     uint32 GetRetType() const { return fAnswer; }
+    /// False once there was no thread to be had for the dialog: nobody can be asked. Thread: any.
+    bool CanAsk() const { return !fHasNoThread; }
     /// True once a question was answered because the program is quitting. Thread: any.
     bool WasAnsweredForQuit() const { return fWasAnsweredForQuit; }
     /// The dialog quits by itself once it is answered: nobody is waiting for it.
@@ -72,6 +74,7 @@ private:
     std::atomic<uint32> fAnswer{kAnswerNone};
     std::atomic<bool> fWasAnsweredForQuit{false};
     std::atomic<bool> fIsShown{false};
+    std::atomic<bool> fHasNoThread{false};
     std::atomic<int32> fQuestion{0}; // counts questions, so that a late answer is known as one
     BLocker fAnsweredLock;           // guards no data: orders fIsShown's fall with the wait for it
     BCondition fAnswered;

@@ -44,6 +44,11 @@ void WindowUI::EntriesVisited(int64 count)
     }
 }
 
+bool WindowUI::CanAsk() const
+{
+    return fOverWin != nullptr && fOverWin->CanAsk();
+}
+
 uint32 WindowUI::StandingAnswer() const
 {
     return fOverWin != nullptr ? fOverWin->GetRetType() : uint32(kAnswerNone);

@@ -22,7 +22,7 @@ public:
     void BytesCopied(const char* name, int64 count) override;
     void BytesDone(int64 count) override;
     void EntriesVisited(int64 count) override;
-    bool CanAsk() const override { return fOverWin != nullptr; }
+    bool CanAsk() const override;
     uint32 StandingAnswer() const override;
     void AskOverwrite(const OverwriteQuestion& question) override;
     AttributesAnswer AskAboutAttributes() override;

@@ -18,7 +18,7 @@ protected:
         EXPECT_EQ(get_ref_for_path(fTree.Path(name).c_str(), &ref), B_OK);
         BDirectory folder(fTree.Path("to").c_str());
         OperationContext context(fUI);
-        context.journal.BeginItem(ref);
+        context.journal.AddItem(ref);
         ItemCopy copy;
         ItemCopier(context).Copy(ref, {folder, fTree.Path("to")},
                                  targetName != nullptr ? targetName : ref.name, {.isAllNew = true},

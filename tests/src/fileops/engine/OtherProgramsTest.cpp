@@ -178,6 +178,18 @@ TEST_F(OtherProgramsTest, OlderMeansOlderWhenItIsReplaced)
     EXPECT_TRUE(fUI.questions.empty());
 }
 
+TEST_F(OtherProgramsTest, WhatNobodyCanBeAskedAboutStaysAndIsTold)
+{
+    fTree.Write("to/large", "old");
+    fUI.onQuestion = [this](const OverwriteQuestion&) {
+        fUI.canAsk = false;
+    };
+    CopyAll({"from/large"});
+    EXPECT_EQ(fTree.Read("to/large"), "old");
+    ASSERT_EQ(ProblemNames(), "large ");
+    EXPECT_EQ(fUI.problems[0].second, "the system has no thread left to ask about it");
+}
+
 // What an operation made itself
 
 TEST_F(OtherProgramsTest, ItemsOfOneNameDoNotReplaceEachOther)
@@ -292,6 +304,18 @@ TEST_F(OtherProgramsTest, WhatTookAnItemsPlaceIsNotDeleted)
     EXPECT_EQ(fTree.Read("from/tree/c"), "another's");
     EXPECT_EQ(fTree.List("from"), "a\nlarge\nmoved\ntree\n");
     EXPECT_EQ(ProblemNames(), "a tree ");
+}
+
+TEST_F(OtherProgramsTest, WhatCameWhereNothingWasIsNotDeleted)
+{
+    fTree.Write("from/a", "agreed to");
+    norvane::Delete operation(Refs({"from/a"}), fUI);
+    fTree.Remove("from/a");
+    operation.Measure();
+    fTree.Write("from/a", "another's");
+    operation.RunItem(0);
+    EXPECT_EQ(fTree.Read("from/a"), "another's");
+    EXPECT_EQ(ProblemNames(), "a ");
 }
 
 TEST_F(OtherProgramsTest, WhatStaysOfADeletionHasItsName)

@@ -245,6 +245,7 @@ TEST_F(OverWinTest, WithoutAThreadTheAnswerIsCancel)
     question->WaitForAnswer();
 
     EXPECT_EQ(question->GetRetType(), uint32(kAnswerCancel));
+    EXPECT_FALSE(question->CanAsk());
     EXPECT_TRUE(kits::testing::WaitForNoWindow("No thread"));
     EXPECT_TRUE(question->Lock());
     question->Quit();
