@@ -67,6 +67,8 @@ void Done(FaultKind, int, const char*)
 
 EXPORTED void watch_arm(const char* folder, WatchHook before, WatchHook after)
 {
+    // A call that another thread is making comes to its end first, hooks included.
+    const std::lock_guard<std::mutex> hold(sState.oneAtATime);
     std::snprintf(sState.folder, sizeof(sState.folder), "%s", folder);
     sState.before = before;
     sState.after = after;
