@@ -159,6 +159,14 @@ std::string Masked(const std::string& list)
     return masked;
 }
 
+/// Whether nothing was changed between the two, contents apart.
+bool IsSameChange(const struct stat& one, const struct stat& other)
+{
+    return one.st_ctim.tv_sec == other.st_ctim.tv_sec &&
+           one.st_ctim.tv_nsec == other.st_ctim.tv_nsec && one.st_mode == other.st_mode &&
+           one.st_gid == other.st_gid;
+}
+
 } // namespace
 
 BNodeAccess::BNodeAccess(const BNode& node)
@@ -168,22 +176,34 @@ BNodeAccess::BNodeAccess(const BNode& node)
 
 status_t BNodeAccess::SetTo(const BNode& node)
 {
+    struct stat now;
+    return Read(node, nullptr, &now);
+}
+
+status_t BNodeAccess::SetTo(const BNode& node, struct stat* record)
+{
+    const struct stat before = *record;
+    return Read(node, &before, record);
+}
+
+status_t BNodeAccess::Read(const BNode& node, const struct stat* before, struct stat* now)
+{
     *this = BNodeAccess();
     std::string list;
-    struct stat st;
     status_t status = node.InitCheck() == B_OK ? ReadList(node.Descriptor(), kAccessList, &list)
                                                : status_t(B_NO_INIT);
     if (status == B_OK) {
-        status = node.GetStat(&st);
+        status = node.GetStat(now);
     }
-    if (status == B_OK && list.empty() && (st.st_mode & S_IRWXG) != 0) {
+    if (status == B_OK && list.empty() && (now->st_mode & S_IRWXG) != 0 &&
+        (before == nullptr || !IsSameChange(*before, *now))) {
         // The group's bits would be a mask, were the list made just before they were read.
         status = ReadList(node.Descriptor(), kAccessList, &list);
     }
     fStatus = status;
     if (status == B_OK) {
-        fMode = st.st_mode & 07777;
-        fGroup = st.st_gid;
+        fMode = now->st_mode & 07777;
+        fGroup = now->st_gid;
         fList = std::move(list);
     }
     return status;

@@ -22,10 +22,9 @@ namespace {
 constexpr uint32 kFolderMask = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_MODIFY |
                                IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
 constexpr uint32 kGuardMask = IN_DELETE | IN_ONLYDIR | IN_MASK_ADD;
-constexpr bigtime_t kStatInterval = 100'000;
-// While a file is being written, its events are left to the kernel for so long; it makes one of
-// them. Taking each would cost a big copy a quarter of its speed.
-constexpr int kWritingMilliseconds = 10;
+// While much happens, events are left to the kernel for so long: of those about one file it makes
+// one, and one turn here takes many. Taking each would cost a big copy a quarter of its speed.
+constexpr int kBusyMilliseconds = 10;
 
 /// What a task's caller waits for.
 class Answer
@@ -331,7 +330,7 @@ void NodeWatcher::Forget(Folder* folder)
 {
     Unguard(folder);
     const int watch = folder->watch;
-    fStats.erase(fStats.lower_bound({watch, 0}), fStats.lower_bound({watch + 1, 0}));
+    std::erase_if(fStats, [watch](const auto& stat) { return stat.first.watch == watch; });
     for (const auto& [other, below] : fFolders) {
         if (below->guard == watch) {
             below->guard = -1;
@@ -343,9 +342,9 @@ void NodeWatcher::Forget(Folder* folder)
 void NodeWatcher::Run()
 {
     for (;;) {
-        if (fIsBeingWritten) {
+        if (fIsBusy) {
             struct pollfd wake = {fWake.Get(), POLLIN, 0};
-            ::poll(&wake, 1, kWritingMilliseconds);
+            ::poll(&wake, 1, kBusyMilliseconds);
         }
         struct pollfd polled[3] = {{fInotify.Get(), POLLIN, 0},
                                    {fWake.Get(), POLLIN, 0},
@@ -365,13 +364,12 @@ void NodeWatcher::Run()
 
 int NodeWatcher::PollTimeout() const
 {
-    for (const auto& [key, state] : fStats) {
-        if (state.isDue) {
-            return static_cast<int>(kStatInterval / 4000);
-        }
+    if (fSentStats.empty()) {
+        return -1;
     }
-    // Once more, to forget those that are quiet.
-    return fStats.empty() ? -1 : static_cast<int>(kStatInterval / 1000) + 1;
+    // To send what is due then, or to forget those that are quiet.
+    const bigtime_t left = fSentStats.front().time + kStatInterval - system_time();
+    return left <= 0 ? 0 : static_cast<int>(left / 1000) + 1;
 }
 
 void NodeWatcher::RunTasks()

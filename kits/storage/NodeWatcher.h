@@ -9,12 +9,13 @@
 
 #include <Node.h>
 
+#include <deque>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace kits {
@@ -81,13 +82,36 @@ private:
         std::string_view name;
     };
 
+    /// A node of a watched folder.
+    struct NodeKey
+    {
+        int watch;
+        ino_t node;
+        bool operator==(const NodeKey&) const = default;
+    };
+    struct HashNodeKey
+    {
+        size_t operator()(const NodeKey& key) const
+        {
+            return (key.node ^ (static_cast<size_t>(key.watch) << 32)) * 0x9E3779B97F4A7C15ull;
+        }
+    };
+
     /// When the last stat notice of a node went out, and whether one is due.
     struct StatState
     {
-        bigtime_t lastSent = 0;
+        bigtime_t lastSent = 0; // 0: there was none yet
         bool isDue = false;
         std::string name;
     };
+    struct SentStat
+    {
+        bigtime_t time;
+        NodeKey key;
+    };
+
+    // A node that changes all the time is told of so often.
+    static constexpr bigtime_t kStatInterval = 100'000;
 
     NodeWatcher();
 
@@ -133,19 +157,24 @@ private:
     void RereadAll();
     void Reread(Folder* folder);
     void SendDueStats();
+    void SendStat(const NodeKey& key, StatState* state, bigtime_t now);
     void MountsChanged();
     std::optional<struct stat> StatOf(const Folder* folder, std::string_view name) const;
 
     UniqueFd fInotify;
     UniqueFd fWake;
     std::unordered_map<int, std::unique_ptr<Folder>> fFolders; // by watch
-    std::map<std::pair<int, ino_t>, StatState> fStats;         // by watch and node
+    std::unordered_map<NodeKey, StatState, HashNodeKey> fStats;
+    std::vector<NodeKey> fNewStats;  // of these, those that are due for the first time
+    std::deque<SentStat> fSentStats; // and those that were sent, in the order of time
+    // What was made within the events at work: who hears of that looks after all of them.
+    std::unordered_set<NodeKey, HashNodeKey> fJustCreated;
     WatchTargets fMountTargets;
     std::unique_ptr<MountTable> fMounts; // null while nobody asks
     std::vector<char> fBytes; // the kernel's events as they were read; kept, as it costs to clear
     bool fHasOverflown = false;
     Displaced fDisplaced;         // by the event before
-    bool fIsBeingWritten = false; // the last events told only of contents that changed
+    bool fIsBusy = false;         // the last events were many, or of contents that changed
     time_t fLastDrained = 0;      // wall clock: all changes before it have been told
 
     Mutex fMutex;

@@ -22,7 +22,8 @@ constexpr size_t kReadBytes = size_t{64} * 1024;
 constexpr size_t kGatheredBytes = size_t{1024} * 1024;
 // How long the second half of a rename may be behind the first.
 constexpr int kPartnerMilliseconds = 5;
-constexpr bigtime_t kStatInterval = 100'000;
+// So many at once, and more are about to come.
+constexpr size_t kManyEvents = 32;
 
 bool HasLoneFrom(const char* bytes, size_t size)
 {
@@ -63,19 +64,21 @@ void NodeWatcher::ReadEvents()
         size += ReadMore(size);
     }
     std::vector<Event> events;
-    fIsBeingWritten = size > 0;
+    bool areWrites = size > 0;
     for (size_t at = 0; at < size;) {
         const auto* raw = reinterpret_cast<const inotify_event*>(fBytes.data() + at);
         const char* name = fBytes.data() + at + sizeof(inotify_event);
         events.push_back({raw->wd, raw->mask, raw->cookie,
                           raw->len > 0 ? std::string_view(name) : std::string_view()});
         at += sizeof(inotify_event) + raw->len;
-        fIsBeingWritten = fIsBeingWritten && raw->mask == IN_MODIFY;
+        areWrites = areWrites && raw->mask == IN_MODIFY;
     }
+    fIsBusy = areWrites || events.size() >= kManyEvents;
     Handle(&events);
     if (std::exchange(fHasOverflown, false)) {
         RereadAll();
     }
+    fJustCreated.clear();
     fLastDrained = started;
 }
 
@@ -159,6 +162,7 @@ void NodeWatcher::Created(Folder* folder, std::string_view name)
         return; // gone again; its removal is not told either
     }
     folder->Names().Set(name, st->st_ino);
+    fJustCreated.insert({folder->watch, st->st_ino});
     BMessage notice =
         EntryNotice(B_ENTRY_CREATED, {st->st_dev, folder->node.node, st->st_ino, name});
     folder->targets.Send(notice, B_WATCH_DIRECTORY);
@@ -288,35 +292,54 @@ void NodeWatcher::Changed(Folder* folder, std::string_view name)
     if (!folder->targets.AnyWants(B_WATCH_STAT) || !folder->Names().Find(name, &node)) {
         return;
     }
+    const NodeKey key{folder->watch, node};
+    if (fJustCreated.count(key) > 0) {
+        return;
+    }
     // Gathered by node here and sent once per node, after all that was read has been worked
     // through.
-    StatState& state = fStats[{folder->watch, node}];
-    state.isDue = true;
-    state.name = name;
+    const auto [place, isNew] = fStats.try_emplace(key);
+    place->second.isDue = true;
+    place->second.name = name;
+    if (isNew) {
+        fNewStats.push_back(key);
+    }
 }
 
 void NodeWatcher::SendDueStats()
 {
     const bigtime_t now = system_time();
-    for (auto it = fStats.begin(); it != fStats.end();) {
-        auto& [key, state] = *it;
-        if (now - state.lastSent < kStatInterval) {
-            ++it;
-            continue;
+    for (const NodeKey& key : std::exchange(fNewStats, {})) {
+        const auto found = fStats.find(key);
+        if (found != fStats.end() && found->second.lastSent == 0) {
+            SendStat(key, &found->second, now);
         }
-        if (!state.isDue) {
-            it = fStats.erase(it); // quiet for long enough to start anew
-            continue;
+    }
+    while (!fSentStats.empty() && now - fSentStats.front().time >= kStatInterval) {
+        const SentStat sent = fSentStats.front();
+        fSentStats.pop_front();
+        const auto found = fStats.find(sent.key);
+        if (found == fStats.end() || found->second.lastSent != sent.time) {
+            continue; // gone meanwhile, or another one
         }
-        state.isDue = false;
-        state.lastSent = now;
-        Folder* folder = FolderOf(key.first);
-        if (folder != nullptr) {
-            BMessage notice = EntryNotice(
-                B_STAT_CHANGED, {folder->node.device, folder->node.node, key.second, state.name});
-            folder->targets.Send(notice, B_WATCH_STAT);
+        if (found->second.isDue) {
+            SendStat(sent.key, &found->second, now);
+        } else {
+            fStats.erase(found); // quiet for long enough to start anew
         }
-        ++it;
+    }
+}
+
+void NodeWatcher::SendStat(const NodeKey& key, StatState* state, bigtime_t now)
+{
+    state->isDue = false;
+    state->lastSent = now;
+    fSentStats.push_back({now, key});
+    Folder* folder = FolderOf(key.watch);
+    if (folder != nullptr) {
+        BMessage notice = EntryNotice(
+            B_STAT_CHANGED, {folder->node.device, folder->node.node, key.node, state->name});
+        folder->targets.Send(notice, B_WATCH_STAT);
     }
 }
 

@@ -47,7 +47,9 @@ DirListItem::DirListItem(BEntry* entry, rgb_color, bool isParent, int nameMode,
         return;
     }
     fDates = &DatePattern::For(dateFormat);
-    ReadEntry(*entry);
+    struct stat st = {};
+    fHasPermissions = entry->GetStat(&st) == B_OK;
+    TakeEntry(*entry, st);
     if (nameMode == kQueryMode) {
         BPath path;
         if (entry->GetPath(&path) == B_OK) {
@@ -100,17 +102,13 @@ void DirListItem::DropTextsAndIcon()
     fTexts.reset();
 }
 
-status_t DirListItem::ReadEntry(const BEntry& entry)
+void DirListItem::TakeEntry(const BEntry& entry, const struct stat& st)
 {
-    struct stat st = {};
-    const status_t status = entry.GetStat(&st);
     entry.GetRef(&fRef);
-    fHasPermissions = status == B_OK;
     TakeNode(st.st_mode, st.st_ino, st.st_size, st.st_mtime);
     if (fKind == Kind::kLink) {
         FollowLink();
     }
-    return status;
 }
 
 void DirListItem::TakeNode(mode_t mode, ino_t node, off_t size, time_t modified)
@@ -148,7 +146,9 @@ status_t DirListItem::Update(const entry_ref* ref, const char* dateFormat)
     }
     DropTextsAndIcon();
     fDates = &DatePattern::For(dateFormat);
-    return ReadEntry(entry);
+    fHasPermissions = true;
+    TakeEntry(entry, st);
+    return B_OK;
 }
 
 status_t DirListItem::Update(const char* dateFormat)

@@ -88,7 +88,7 @@ private:
     enum class Kind : uint8 { kParent, kFile, kFolder, kLink, kOther, kRemoteFile, kRemoteFolder };
     struct Texts;
 
-    status_t ReadEntry(const BEntry& entry);
+    void TakeEntry(const BEntry& entry, const struct stat& st);
     void TakeNode(mode_t mode, ino_t node, off_t size, time_t modified);
     void FollowLink();
     Texts& MadeTexts() const;

@@ -229,12 +229,15 @@ void LiveUpdates::AddMissing()
 
 int LiveUpdates::AddEntry(const entry_ref& ref)
 {
-    BEntry entry(&ref);
-    if (ref.name == nullptr || IsOwnTemporaryName(ref.name) || !entry.Exists()) {
+    if (ref.name == nullptr || IsOwnTemporaryName(ref.name)) {
         return 0;
     }
+    BEntry entry(&ref);
     auto row = std::make_unique<DirListItem>(&entry, rgb_color(), false, kLocalMode,
                                              fRows.DateFormat().c_str());
+    if (!row->HasNode()) {
+        return 0;
+    }
     const int kind = row->IsDir() ? 1 : 2;
     if (fRows.Find(row->NodeRef(), ref.name) == nullptr) {
         fRows.Insert(std::move(row));

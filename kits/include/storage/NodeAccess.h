@@ -3,6 +3,7 @@
 #include <SupportDefs.h>
 
 #include <string>
+#include <sys/stat.h>
 #include <sys/types.h>
 
 class BNode;
@@ -21,6 +22,9 @@ public:
 
     /// Reads mode, group and list of `node`. Errors: B_NO_INIT for an unset node, those of reading.
     status_t SetTo(const BNode& node);
+    /// The same for who has looked at the node before, and wants to know how it is now: `record` is
+    /// what GetStat() said then, and takes what it says now. Costs less when nothing has changed.
+    status_t SetTo(const BNode& node, struct stat* record);
     /// Errors: B_NO_INIT, or what the last SetTo() said.
     status_t InitCheck() const { return fStatus; }
 
@@ -56,6 +60,8 @@ public:
     static status_t CheckLists(const BNode& from, BNode* made);
 
 private:
+    status_t Read(const BNode& node, const struct stat* before, struct stat* now);
+
     status_t fStatus = B_NO_INIT;
     mode_t fMode = 0;
     gid_t fGroup = 0;

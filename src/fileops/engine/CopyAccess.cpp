@@ -71,24 +71,24 @@ CopyAccess::CopyAccess() : fUmask(current_umask()) {}
 status_t CopyAccess::FinishNew(BNode* made, const BNode& source, const struct stat& record) const
 {
     struct stat now;
-    status_t status = made->GetStat(&now);
-    if (status != B_OK) {
-        return status;
-    }
+    const status_t status = made->GetStat(&now);
+    // Who may use it is looked at only now, and the record from before counts as well: then no
+    // change meanwhile, of the mode or the list, can open the copy to more.
+    return status == B_OK ? FinishNew(made, now, BNodeAccess(source), record) : status;
+}
+
+status_t CopyAccess::FinishNew(BNode* made, const struct stat& now, const BNodeAccess& access,
+                               const struct stat& record) const
+{
     const bool isFolder = S_ISDIR(now.st_mode);
-    mode_t most = record.st_mode & (isFolder ? kBits : kFileBits) & ~fUmask;
-    if ((most & ~mode_t(S_IRWXU)) != 0) {
-        // Who may use it is looked at only now, and the record from before counts as well: then no
-        // change meanwhile, of the mode or the list, can open the copy to more.
-        const BNodeAccess access(source);
-        status = access.InitCheck();
-        most &= access.MostFor(now.st_gid) | S_IRWXU;
-    }
+    const mode_t wanted = record.st_mode & (isFolder ? kBits : kFileBits) & ~fUmask;
+    mode_t most = wanted & (access.MostFor(now.st_gid) | S_IRWXU);
     // A folder that gives its group to what is made in it has made this one such a folder, too.
     most |= isFolder ? now.st_mode & S_ISGID : 0;
     const bool isSet = most == (now.st_mode & 07777);
     const status_t set = isSet ? BNodeAccess::RemoveList(made) : SetBitsAlone(made, most);
-    return status != B_OK ? status : set;
+    const bool isForOthers = (wanted & ~mode_t(S_IRWXU)) != 0;
+    return isForOthers && access.InitCheck() != B_OK ? access.InitCheck() : set;
 }
 
 status_t CopyAccess::FinishMoved(BNode* made, const BNode& source, const struct stat& record) const

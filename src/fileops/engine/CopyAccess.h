@@ -30,6 +30,11 @@ public:
     /// file system keeps no modes.
     status_t FinishNew(BNode* made, const BNode& source, const struct stat& record) const;
 
+    /// The same for who has just looked at both: `now` is what `made` is, `access` that of the
+    /// source.
+    status_t FinishNew(BNode* made, const struct stat& now, const BNodeAccess& access,
+                       const struct stat& record) const;
+
     /// A move: owner, group, mode and lists of `source`, and last the times of `record`. Writing to
     /// `made`, or into it, changes its times again.
     ///

@@ -11,7 +11,6 @@
 #include <Directory.h>
 #include <Errors.h>
 #include <FileTransfer.h>
-#include <NodeAccess.h>
 
 #include <algorithm>
 
@@ -378,20 +377,24 @@ bool FileCopier::Note(const std::string& problem)
 
 bool FileCopier::IsComplete()
 {
-    struct stat now;
-    struct stat made;
+    struct stat now = fRecord;
     const bool isReadToTheEnd =
-        fSource.GetStat(&now) == B_OK && now.st_size == fCopiedBytes && IsUnchanged(fRecord, now);
+        LookAtSource(&now) == B_OK && now.st_size == fCopiedBytes && IsUnchanged(fRecord, now);
     if (!isReadToTheEnd) {
         return Note("it changed while it was being copied");
     }
-    if (fTarget->GetStat(&made) != B_OK || made.st_size != fCopiedBytes) {
+    if (fTarget->GetStat(&fCopied) != B_OK || fCopied.st_size != fCopiedBytes) {
         return Note("not every byte arrived");
     }
-    if (made.st_nlink == 0) {
+    if (fCopied.st_nlink == 0) {
         return Note("its copy was removed meanwhile");
     }
     return true;
+}
+
+status_t FileCopier::LookAtSource(struct stat* now)
+{
+    return fPurpose.IsMove() ? fSource.GetStat(now) : fAccess.SetTo(fSource, now);
 }
 
 void FileCopier::NoteMade()
@@ -413,6 +416,8 @@ void FileCopier::Complete()
 {
     if (fPurpose.IsMove() && fIsWhole) {
         fContext.access.FinishMoved(fTarget.get(), fSource, fRecord);
+    } else if (fIsWhole) {
+        fContext.access.FinishNew(fTarget.get(), fCopied, fAccess, fRecord);
     } else {
         fContext.access.FinishNew(fTarget.get(), fSource, fRecord);
     }

@@ -4,6 +4,7 @@
 #include "fileops/engine/Journal.h"
 
 #include <File.h>
+#include <NodeAccess.h>
 #include <SupportDefs.h>
 
 #include <sys/stat.h>
@@ -11,8 +12,6 @@
 #include <memory>
 #include <string>
 #include <vector>
-
-class BNodeAccess;
 
 namespace norvane {
 
@@ -74,6 +73,7 @@ private:
     bool ReadFailed(status_t status);
     bool WriteFailed(status_t status);
     bool IsComplete();
+    status_t LookAtSource(struct stat* now);
     void Complete();
     bool TakeAttributesAlong();
     void Close();
@@ -94,6 +94,9 @@ private:
     std::shared_ptr<BFile> fTarget; // null before it is made
     struct stat fRecord = {};       // of the source when it was opened
     node_ref fMade;
+    // How both were when all was copied, unset before.
+    BNodeAccess fAccess; // of the source, of plain copies
+    struct stat fCopied = {};
     int64 fCopiedBytes = 0;
     bool fIsFilled = false; // as a small file
     bool fIsWhole = false;

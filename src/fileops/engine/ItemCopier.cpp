@@ -34,6 +34,13 @@ bool ItemCopier::IsDirectlyIn(const entry_ref& item, const BDirectory& folder)
     return fSource.SetTo(item) == B_OK && fSource.Folder() == folder;
 }
 
+/// Whether the target is the folder that the item lies in.
+bool ItemCopier::IsFolder(const CopyPlace& target)
+{
+    return target.hasStableNodes ? fSource.Node() == target.node
+                                 : fSource.Folder() == target.folder;
+}
+
 void ItemCopier::Copy(const entry_ref& item, const CopyPlace& target, const char* targetName,
                       const CopyPurpose& purpose, ItemCopy* copy)
 {
@@ -45,7 +52,7 @@ void ItemCopier::Copy(const entry_ref& item, const CopyPlace& target, const char
         fContext.ui.NoteProblem(item.name, ReasonFor(status));
         return;
     }
-    if (fSource.Folder() == target.folder && std::string_view(targetName) == item.name) {
+    if (std::string_view(targetName) == item.name && IsFolder(target)) {
         copy->result.isItself = true;
         return;
     }

@@ -31,6 +31,7 @@ public:
     bool HasStableNodes(const entry_ref& item);
 
 private:
+    bool IsFolder(const CopyPlace& target);
     void KeepWhatIsInside(const CopyPlace& target, const entry_ref& item, ItemCopy* copy);
 
     OperationContext& fContext;

@@ -39,13 +39,17 @@ bool NorvaneEntry::CopyTo(const char* destDir, OperationUI& ui)
     BDirectory folder(destDir);
     entry_ref ref;
     ItemCopy copy;
-    const status_t status = GetRef(&ref);
+    node_ref node;
+    status_t status = GetRef(&ref);
+    if (status == B_OK) {
+        status = folder.InitCheck() == B_OK ? folder.GetNodeRef(&node) : folder.InitCheck();
+    }
     if (status != B_OK) {
         ui.NoteProblem(Name(), ReasonFor(status));
     } else {
         OperationContext context(ui);
         context.journal.AddItem(ref);
-        ItemCopier(context).Copy(ref, CopyPlace{folder, destDir, {}}, Name(), CopyPurpose(), &copy);
+        ItemCopier(context).Copy(ref, CopyPlace{folder, destDir, node}, Name(), CopyPurpose(), &copy);
         context.smallFiles.Drain();
     }
     fResult = copy.result;
