@@ -11,6 +11,8 @@ namespace {
 
 // Values of different sizes start at multiples of this, so that a reader may look at them in place.
 constexpr size_t kAlignment = 8;
+// Most messages have no more than so many names.
+constexpr size_t kFewFields = 6;
 
 constexpr size_t Aligned(size_t size)
 {
@@ -182,6 +184,9 @@ const MessageField* MessageFields::Find(std::string_view name) const
 
 void MessageFields::Add(MessageField field)
 {
+    if (fFields.size() == fFields.capacity()) {
+        fFields.reserve(std::max(kFewFields, 2 * fFields.size()));
+    }
     fFields.push_back(std::move(field));
 }
 

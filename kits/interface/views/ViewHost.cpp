@@ -23,6 +23,17 @@ int UnitsAcross(float extent)
     return std::max(0, static_cast<int>(extent) + 1);
 }
 
+// The parts of a region lie beside each other, so their shares of the box add up.
+bool HasAll(const QRegion& region, const QRect& box)
+{
+    int64 share = 0;
+    for (const QRect& part : region) {
+        const QRect common = part & box;
+        share += int64{common.width()} * common.height();
+    }
+    return share == int64{box.width()} * box.height();
+}
+
 } // namespace
 
 ViewHost::ViewHost(BWindow* owner, const WindowShape& shape)
@@ -91,12 +102,20 @@ void ViewHost::Invalidate(const QRegion& area)
 
 void ViewHost::Invalidate(const BView& view, const QRegion& area)
 {
+    if (area.isEmpty()) {
+        return;
+    }
     double x = 0;
     double y = 0;
     ViewAccess::GetOrigin(view, &x, &y);
+    const QRegion here = area.translated(static_cast<int>(x), static_cast<int>(y));
+    // A list that grows invalidates the same place thousands of times in a frame.
+    if (HasAll(fInvalid, here.boundingRect())) {
+        return;
+    }
     const QRegion seen = VisibleTree(view);
     if (!seen.isEmpty()) {
-        fInvalid += area.translated(static_cast<int>(x), static_cast<int>(y)) & seen;
+        fInvalid += here & seen;
     }
 }
 

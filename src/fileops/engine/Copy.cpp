@@ -21,18 +21,19 @@ void Copy::DoItem(size_t index)
     fCopies.push_back({index, {}});
     Copied& copied = fCopies.back(); // stays until Settle(), which waits for isCopied
     ItemCopy& copy = copied.copy;
+    const bool wasFile = Measured().WasFile(index);
     if (fTarget.IsTrash() && !fCopier.IsDirectlyIn(item, fTarget.Folder())) {
         BTrashClaim claim;
         if (fTarget.Claim(&claim, item, fDesk)) {
-            fCopier.Copy(item, fTarget.Place(), claim.Name(), {.isAllNew = true, .item = index},
-                         &copy);
+            fCopier.Copy(item, fTarget.Place(), claim.Name(),
+                         {.isAllNew = true, .wasFile = wasFile, .item = index}, &copy);
             fContext.smallFiles.Drain();
             if (copy.result.isWhole) {
                 claim.Keep();
             }
         }
     } else {
-        fCopier.Copy(item, fTarget.Place(), item.name, {.item = index}, &copy);
+        fCopier.Copy(item, fTarget.Place(), item.name, {.wasFile = wasFile, .item = index}, &copy);
     }
     copied.isCopied = true;
     Settle();

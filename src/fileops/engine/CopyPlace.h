@@ -49,6 +49,8 @@ struct CopyPurpose
     MoveLedger* ledger = nullptr;
     /// Nothing that is there already is touched or asked about: a name that is taken is a failure.
     bool isAllNew = false;
+    /// When it was measured: then it is opened without a look before.
+    bool wasFile = false;
     /// Of the journal.
     size_t item = 0;
 

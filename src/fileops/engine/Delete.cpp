@@ -1,7 +1,6 @@
 #include "fileops/engine/Delete.h"
 
 #include "fileops/engine/AsideName.h"
-#include "fileops/engine/ItemFolder.h"
 #include "fileops/engine/MadeTargets.h"
 #include "fileops/engine/NorvaneEntry.h"
 #include "fileops/engine/OwnNames.h"
@@ -14,34 +13,16 @@
 
 namespace norvane {
 
-OperationSize Delete::MeasureItems()
-{
-    ItemFolder folder;
-    fMeasured.resize(CountItems());
-    fHaveStableNodes.resize(CountItems(), true);
-    for (size_t index = 0; index < CountItems(); index++) {
-        const entry_ref& item = Item(index);
-        if (folder.SetTo(item) != B_OK ||
-            folder.Folder().GetStatFor(item.name, &fMeasured[index]) != B_OK) {
-            fMeasured[index] = {};
-        }
-        fHaveStableNodes[index] = folder.HasStableNodes();
-    }
-    OperationSize size = Operation::MeasureItems();
-    size.entries = fDesk.CountVisited() + static_cast<int64>(CountItems());
-    return size;
-}
-
 /// Whether the entry is the one that was measured. Of a folder only its node counts, where there
 /// are such.
 bool Delete::IsItem(const NorvaneEntry& item, size_t index) const
 {
     struct stat now;
-    const struct stat& before = fMeasured[index];
+    const struct stat before = Measured().RecordOf(index);
     if (item.GetStat(&now) != B_OK || (now.st_mode & S_IFMT) != (before.st_mode & S_IFMT)) {
         return false;
     }
-    if (fHaveStableNodes[index]) {
+    if (Measured().HasStableNode(index)) {
         return NodeOf(now) == NodeOf(before);
     }
     return S_ISDIR(now.st_mode) || HasSameContents(before, now);

@@ -2,8 +2,6 @@
 
 #include "fileops/engine/Operation.h"
 
-#include <sys/stat.h>
-
 #include <vector>
 
 namespace norvane {
@@ -19,18 +17,14 @@ public:
 
 protected:
     // Operation
-    OperationSize MeasureItems() override;
     void DoItem(size_t index) override;
+    bool IsDeletion() const override { return true; }
 
 private:
     bool DeleteOne(size_t index);
     bool DeleteUnderItsName(NorvaneEntry& item, size_t index);
     bool IsItem(const NorvaneEntry& item, size_t index) const;
     bool LeaveOther(const char* name);
-
-    // Of the items when they were measured; a mode of 0: it could not be looked at.
-    std::vector<struct stat> fMeasured;
-    std::vector<bool> fHaveStableNodes;
 };
 
 /// Deletes all that lies in a folder, for good.

@@ -1,7 +1,5 @@
 #include "fileops/engine/EntrySize.h"
 
-#include "fileops/engine/OperationHooks.h"
-
 #include <Entry.h>
 #include <TreeHooks.h>
 
@@ -29,14 +27,6 @@ int64 MeasureEntry(const BEntry& entry, MeasureScope scope, const std::atomic<bo
     entry.MeasureTree(&bytes,
                       scope == MeasureScope::kOneVolume ? BEntry::kOneVolume : BEntry::kAllVolumes,
                       &hooks);
-    return bytes;
-}
-
-int64 MeasureEntry(const BEntry& entry, OperationUI& ui)
-{
-    OperationHooks hooks(ui);
-    int64 bytes = 0;
-    entry.MeasureTree(&bytes, BEntry::kAllVolumes, &hooks);
     return bytes;
 }
 

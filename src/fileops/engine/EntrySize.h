@@ -8,8 +8,6 @@ class BEntry;
 
 namespace norvane {
 
-class OperationUI;
-
 /// Whether a walk goes on into file systems that are mounted below its start.
 enum class MeasureScope : uint8 {
     kAllVolumes, // what a copy enters; never the kernel's own file systems
@@ -22,8 +20,5 @@ enum class MeasureScope : uint8 {
 /// and the sum so far is returned. Thread: any.
 int64 MeasureEntry(const BEntry& entry, MeasureScope scope,
                    const std::atomic<bool>* isCancelled = nullptr);
-/// The same for an operation, which sees how far it is and may stop it.
-/// Thread: the operation's.
-int64 MeasureEntry(const BEntry& entry, OperationUI& ui);
 
 } // namespace norvane

@@ -40,12 +40,17 @@ CopyResult FileCopier::Run()
     return End();
 }
 
-bool FileCopier::Begin()
+status_t FileCopier::Open()
 {
     // A name may lead somewhere else by now: only a regular file is opened, and a link never
     // followed.
     fOpened = fSource.SetToChild(fStep.source.folder, fStep.name, &fRecord);
-    if (fOpened != B_OK) {
+    return fOpened;
+}
+
+bool FileCopier::Begin()
+{
+    if (fOpened != B_OK && Open() != B_OK) {
         return false;
     }
     MakeNew();

@@ -36,6 +36,9 @@ public:
 
     CopyResult Run();
 
+    /// Opens the source, if that is to be known before Begin(). Errors: those of opening a regular
+    /// file by its name.
+    status_t Open();
     /// Opens the source and makes the new file. Returns whether only the contents of a small file
     /// are missing: then Fill() comes next.
     bool Begin();

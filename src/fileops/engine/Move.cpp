@@ -25,7 +25,10 @@ void Move::DoItem(size_t index)
         fMoved.Add(item, index, fCopier.HasStableNodes(item), std::move(claim));
     if (canCopy) {
         fCopier.Copy(item, fTarget.Place(), moved.targetName.c_str(),
-                     {.ledger = &moved.ledger, .isAllNew = isIntoTrash, .item = index},
+                     {.ledger = &moved.ledger,
+                      .isAllNew = isIntoTrash,
+                      .wasFile = Measured().WasFile(index),
+                      .item = index},
                      &moved.copy);
     }
     moved.isCopied = true;

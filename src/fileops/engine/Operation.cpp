@@ -1,7 +1,5 @@
 #include "fileops/engine/Operation.h"
 
-#include "fileops/engine/EntrySize.h"
-
 namespace norvane {
 
 Operation::Operation(OperationUI& ui, std::vector<entry_ref> items)
@@ -30,22 +28,28 @@ void Operation::Run()
     }
 }
 
-void Operation::Measure()
+void Operation::TakeMeasurement(std::unique_ptr<Measurement> measurement)
 {
-    OperationSize size = MeasureItems();
-    size.items = CountItems();
-    fDesk.Measured(size);
+    if (measurement != nullptr && (measurement->KeepsRecords() || !IsDeletion())) {
+        fMeasurement = std::move(measurement);
+    }
 }
 
-OperationSize Operation::MeasureItems()
+void Operation::Measure()
 {
-    OperationSize size;
-    fSizes.reserve(CountItems());
-    for (const entry_ref& item : fItems) {
-        fSizes.push_back(MeasureEntry(BEntry(&item), fDesk));
-        size.bytes += fSizes.back();
+    if (fMeasurement == nullptr) {
+        using Keep = Measurement::Keep;
+        fMeasurement = std::make_unique<Measurement>([this] { return fItems; },
+                                                     IsDeletion() ? Keep::kRecords : Keep::kSizes);
     }
-    return size;
+    fMeasurement->Finish(fDesk);
+    OperationSize size;
+    size.bytes = fMeasurement->TotalBytes();
+    size.items = CountItems();
+    if (IsDeletion()) {
+        size.entries = fMeasurement->CountEntries() + static_cast<int64>(CountItems());
+    }
+    fDesk.Measured(size);
 }
 
 void Operation::RunItem(size_t index)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fileops/engine/Journal.h"
+#include "fileops/engine/Measurement.h"
 #include "fileops/engine/OperationContext.h"
 #include "fileops/engine/OperationDesk.h"
 
@@ -27,6 +28,8 @@ public:
     /// All of it: the four below, until the person stops or cancels it, and what is to be told.
     void Run();
 
+    /// Takes over a measurement of the same items that was begun before.
+    void TakeMeasurement(std::unique_ptr<Measurement> measurement);
     /// Finds how much there is to do, and tells it. Once, before the first item.
     void Measure();
     size_t CountItems() const { return fItems.size(); }
@@ -45,17 +48,19 @@ public:
 protected:
     Operation(OperationUI& ui, std::vector<entry_ref> items);
 
-    virtual OperationSize MeasureItems();
     virtual void DoItem(size_t index) = 0;
+    /// Whether only what was measured may be touched, and progress is told by entries.
+    virtual bool IsDeletion() const { return false; }
     const entry_ref& Item(size_t index) const { return fItems[index]; }
-    int64 SizeOf(size_t index) const { return index < fSizes.size() ? fSizes[index] : 0; }
+    /// What was found by Measure(), which was called before.
+    const Measurement& Measured() const { return *fMeasurement; }
 
     OperationDesk fDesk;
     OperationContext fContext;
 
 private:
     const std::vector<entry_ref> fItems;
-    std::vector<int64> fSizes;
+    std::unique_ptr<Measurement> fMeasurement;
 };
 
 } // namespace norvane

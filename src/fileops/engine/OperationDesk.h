@@ -27,8 +27,6 @@ public:
 
     /// What is to be told at the end; "" when all went well.
     std::string Summary() const;
-    /// How many entries walks came upon so far.
-    int64 CountVisited() const { return fVisited; }
 
     // OperationUI
     void Measured(const OperationSize& size) override { fUI.Measured(size); }
@@ -39,11 +37,7 @@ public:
     }
     void BytesCopied(const char* name, int64 count) override { fUI.BytesCopied(name, count); }
     void BytesDone(int64 count) override { fUI.BytesDone(count); }
-    void EntriesVisited(int64 count) override
-    {
-        fVisited += count;
-        fUI.EntriesVisited(count);
-    }
+    void EntriesVisited(int64 count) override { fUI.EntriesVisited(count); }
     bool CanAsk() const override { return fUI.CanAsk(); }
     uint32 StandingAnswer() const override { return fUI.StandingAnswer(); }
     void AskOverwrite(const OverwriteQuestion& question) override;
@@ -63,7 +57,6 @@ private:
     // Of each alert that was shown, the item it spoke of; "" once that is in the list, too.
     std::map<ItemAlert, std::string> fTold;
     std::optional<AttributesAnswer> fAttributesAnswer;
-    int64 fVisited = 0;
     int64 fWithoutAttributes = 0; // items that went on without, or were left for that
 };
 

@@ -3,6 +3,7 @@
 #include "MessageCodes.h"
 #include "fileops/engine/Copy.h"
 #include "fileops/engine/Delete.h"
+#include "fileops/engine/Measurement.h"
 #include "fileops/engine/Move.h"
 #include "fileops/engine/Trash.h"
 
@@ -44,6 +45,12 @@ bool IsMove(const BMessage& request)
     return request.FindString("TypeOfCopy", &type) == B_OK && std::strcmp(type, "Move") == 0;
 }
 
+bool IsOfLocalEntries(const BMessage& request)
+{
+    return (request.what == kDeleteRequest || request.what == kLocalEntries) &&
+           request.HasRef("refs") && !request.HasString("Session");
+}
+
 } // namespace
 
 std::unique_ptr<Operation> MakeOperation(const BMessage& request, const char* path, OperationUI& ui)
@@ -68,6 +75,19 @@ std::unique_ptr<Operation> MakeOperation(const BMessage& request, const char* pa
         return std::make_unique<Move>(std::move(items), path, ui);
     }
     return std::make_unique<Copy>(std::move(items), path, ui);
+}
+
+std::unique_ptr<Measurement> StartMeasuring(const BMessage& request)
+{
+    if (!IsOfLocalEntries(request)) {
+        return nullptr;
+    }
+    using Keep = Measurement::Keep;
+    const bool isForGood = request.what == kDeleteRequest && request.GetBool(kForGood, false);
+    auto measurement = std::make_unique<Measurement>([request] { return ItemsOf(request); },
+                                                     isForGood ? Keep::kRecords : Keep::kSizes);
+    measurement->Start();
+    return measurement;
 }
 
 } // namespace norvane

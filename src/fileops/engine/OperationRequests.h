@@ -6,6 +6,7 @@ class BMessage;
 
 namespace norvane {
 
+class Measurement;
 class Operation;
 class OperationUI;
 
@@ -15,5 +16,9 @@ class OperationUI;
 /// borrows `ui` for its own life. Thread: the operation's.
 std::unique_ptr<Operation> MakeOperation(const BMessage& request, const char* path,
                                          OperationUI& ui);
+
+/// Begins to measure what `request` speaks of, for Operation::TakeMeasurement(); null when that is
+/// no list of local entries. Returns at once. Thread: any.
+std::unique_ptr<Measurement> StartMeasuring(const BMessage& request);
 
 } // namespace norvane

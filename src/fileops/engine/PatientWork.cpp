@@ -8,15 +8,15 @@
 #include <Locker.h>
 #include <OS.h>
 
-#include <memory>
-
 namespace norvane {
 
 namespace {
 
 constexpr bigtime_t kGlance = 20'000;
 
-struct Work
+} // namespace
+
+struct PatientWork::Work
 {
     std::function<status_t()> call;
     BLocker lock{"patient work"};
@@ -25,7 +25,20 @@ struct Work
     status_t status GUARDED_BY(lock) = B_OK;
 };
 
-status_t Run(void* data)
+PatientWork::PatientWork(std::function<status_t()> call) : fWork(std::make_shared<Work>())
+{
+    fWork->call = std::move(call);
+    auto handed = std::make_unique<std::shared_ptr<Work>>(fWork);
+    const thread_id thread = spawn_thread(&Run, "patient work", B_NORMAL_PRIORITY, handed.get());
+    fHasThread = thread >= B_OK && resume_thread(thread) == B_OK;
+    if (fHasThread) {
+        [[maybe_unused]] const auto* adopted = handed.release(); // by the thread
+    }
+}
+
+PatientWork::~PatientWork() = default;
+
+status_t PatientWork::Run(void* data)
 {
     const std::unique_ptr<std::shared_ptr<Work>> handed(static_cast<std::shared_ptr<Work>*>(data));
     Work& work = **handed;
@@ -39,27 +52,20 @@ status_t Run(void* data)
     return B_OK;
 }
 
-} // namespace
-
-status_t DoPatiently(OperationUI& ui, std::function<status_t()> call, bigtime_t patience)
+status_t PatientWork::Wait(OperationUI& ui, bigtime_t patience)
 {
-    const bigtime_t begin = system_time();
-    auto work = std::make_shared<Work>();
-    work->call = std::move(call);
-    auto handed = std::make_unique<std::shared_ptr<Work>>(work);
-    const thread_id thread = spawn_thread(&Run, "patient work", B_NORMAL_PRIORITY, handed.get());
-    if (thread < B_OK || resume_thread(thread) != B_OK) {
-        return work->call();
+    if (!fHasThread) {
+        return fWork->call();
     }
-    [[maybe_unused]] const auto* adopted = handed.release(); // by the thread
+    const bigtime_t begin = system_time();
     for (;;) {
         {
-            BAutolock lock(work->lock);
-            if (!work->isOver) {
-                work->ended.WaitUntil(work->lock, system_time() + kGlance);
+            BAutolock lock(fWork->lock);
+            if (!fWork->isOver) {
+                fWork->ended.WaitUntil(fWork->lock, system_time() + kGlance);
             }
-            if (work->isOver) {
-                return work->status;
+            if (fWork->isOver) {
+                return fWork->status;
             }
         }
         ui.EntriesVisited(0);
@@ -70,6 +76,11 @@ status_t DoPatiently(OperationUI& ui, std::function<status_t()> call, bigtime_t 
             return B_TIMED_OUT;
         }
     }
+}
+
+status_t DoPatiently(OperationUI& ui, std::function<status_t()> call, bigtime_t patience)
+{
+    return PatientWork(std::move(call)).Wait(ui, patience);
 }
 
 } // namespace norvane

@@ -48,7 +48,7 @@ void Trash::DoItem(size_t index)
     } else {
         CopyAndDelete(index);
     }
-    fDoneBytes += SizeOf(index);
+    fDoneBytes += Measured().BytesOf(index);
     fDesk.BytesDone(fDoneBytes); // it was moved, as a rule, and not copied
 }
 
@@ -80,7 +80,11 @@ void Trash::CopyAndDelete(size_t index)
                                           isClaimed ? std::move(claim) : nullptr);
     if (isClaimed) {
         fCopier.Copy(item, fHomeTrash->Place(), moved.targetName.c_str(),
-                     {.ledger = &moved.ledger, .isAllNew = true, .item = index}, &moved.copy);
+                     {.ledger = &moved.ledger,
+                      .isAllNew = true,
+                      .wasFile = Measured().WasFile(index),
+                      .item = index},
+                     &moved.copy);
     }
     moved.isCopied = true;
     if (fMoved->AreDue()) {

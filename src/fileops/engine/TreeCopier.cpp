@@ -20,6 +20,9 @@ TreeCopier::TreeCopier(OperationContext& context, const CopyPurpose& purpose, It
 
 void TreeCopier::Copy(const CopyStep& step)
 {
+    if (fPurpose.wasFile && CopyOpened(step)) {
+        return;
+    }
     struct stat record;
     const status_t status = step.source.folder.GetStatFor(step.name, &record);
     if (status != B_OK) {
@@ -47,7 +50,22 @@ void TreeCopier::CopyOne(const CopyStep& step, const struct stat& record)
         fItem.result = RefuseKind(step.name);
         return;
     }
+    EndOrQueue(std::make_unique<FileCopier>(fContext, fPurpose, step));
+}
+
+/// A file, unless something else has its name by now: then it is left, and false.
+bool TreeCopier::CopyOpened(const CopyStep& step)
+{
     auto copier = std::make_unique<FileCopier>(fContext, fPurpose, step);
+    const bool isOpen = copier->Open() == B_OK;
+    if (isOpen) {
+        EndOrQueue(std::move(copier));
+    }
+    return isOpen;
+}
+
+void TreeCopier::EndOrQueue(std::unique_ptr<FileCopier> copier)
+{
     if (copier->Begin()) {
         fItem.isFile = true;
         fContext.smallFiles.Add(std::move(copier), &fItem);

@@ -14,6 +14,7 @@
 
 namespace norvane {
 
+class FileCopier;
 class OperationUI;
 struct OperationContext;
 
@@ -59,6 +60,8 @@ private:
     };
     using Folder = std::unique_ptr<BDirectory>;
 
+    bool CopyOpened(const CopyStep& step);
+    void EndOrQueue(std::unique_ptr<FileCopier> copier);
     void CopyOne(const CopyStep& step, const struct stat& record);
     void CopyTree(const CopyStep& step, const struct stat& record);
     void EnterNext();

@@ -1,5 +1,6 @@
 #include "fileops/windows/CopyWin.h"
 
+#include "fileops/engine/Measurement.h"
 #include "fileops/engine/Operation.h"
 #include "fileops/engine/OperationRequests.h"
 #include "fileops/engine/Operations.h"
@@ -40,7 +41,7 @@ CopyWin::CopyWin(BRect frame, const char* title, const char* path, BMessage* req
     : BWindow(CentredFrame(frame), title, B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL,
               B_NOT_CLOSABLE | B_NOT_ZOOMABLE | B_NOT_MINIMIZABLE | B_NOT_RESIZABLE),
       fBaseTitle(title), fPath(path), fRequest(std::make_unique<BMessage>(*request)),
-      fHandler(handler)
+      fMeasurement(StartMeasuring(*request)), fHandler(handler)
 {
     BuildViews();
     if (!ShowsOverallBar(*request)) {
@@ -158,6 +159,7 @@ void CopyWin::PerformOp(BMessage* request)
         const std::unique_ptr<Operation> operation = MakeOperation(*request, fPath.c_str(), ui);
         fOperation = operation.get();
         if (operation != nullptr) {
+            operation->TakeMeasurement(std::move(fMeasurement));
             operation->Run();
         }
         fOperation = nullptr;

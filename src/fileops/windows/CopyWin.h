@@ -17,6 +17,7 @@ class BStringView;
 
 namespace norvane {
 
+class Measurement;
 class Operation;
 class OverWin;
 struct OperationSize;
@@ -90,6 +91,7 @@ private:
     std::string fBaseTitle;
     std::string fPath;
     std::unique_ptr<BMessage> fRequest;
+    std::unique_ptr<Measurement> fMeasurement; // begun early, until the operation takes it
     BMessenger fHandler;
     BMessenger fOpener;
     bool fIsPending = true;
