@@ -22,7 +22,7 @@ class Silence : public norvane::OperationUI
 {
 public:
     void Measured(const norvane::OperationSize&) override {}
-    void FileStarted(const std::string&, const std::string&, int64) override {}
+    void FileStarted(const norvane::StartedFile&) override {}
     void BytesCopied(const char*, int64) override {}
     void BytesDone(int64) override {}
     void EntriesVisited(int64) override {}

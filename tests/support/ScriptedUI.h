@@ -69,13 +69,14 @@ public:
 
     // OperationUI
     void Measured(const norvane::OperationSize& measured) override { size = measured; }
-    void FileStarted(const std::string& sourcePath, const std::string& targetPath,
-                     int64 sizeBytes) override
+    void FileStarted(const norvane::StartedFile& file) override
     {
+        const std::string source = norvane::ShownPath(file.sourceFolder, file.name);
         if (onFile) {
-            onFile(sourcePath);
+            onFile(source);
         }
-        files.push_back({sourcePath, targetPath, sizeBytes});
+        files.push_back(
+            {source, norvane::ShownPath(file.targetFolder, file.targetName), file.bytes});
     }
     void BytesCopied(const char*, int64 count) override
     {

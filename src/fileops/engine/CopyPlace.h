@@ -1,5 +1,7 @@
 #pragma once
 
+#include "fileops/engine/OperationUI.h"
+
 #include <NodeRef.h>
 #include <SupportDefs.h>
 
@@ -21,7 +23,7 @@ struct CopyPlace
     bool isNew = false;         // of a target: made by this operation
     bool hasStableNodes = true; // of its volume
 
-    std::string PathOf(const char* name) const { return (path == "/" ? "" : path) + "/" + name; }
+    std::string PathOf(const char* name) const { return ShownPath(path, name); }
 };
 
 /// Where an entry stands below the folder that its item lies in, as a number: that of the folder it

@@ -25,8 +25,8 @@ constexpr off_t kSmall = off_t{64} * 1024;
 
 FileCopier::FileCopier(OperationContext& context, const CopyPurpose& purpose, const CopyStep& step)
     : fContext(context), fUI(context.ui), fPurpose(purpose), fStep(step), fName(step.name),
-      fTargetName(step.targetName), fSourcePath(step.SourcePath()), fTargetFolder(step.target.node),
-      fIsInNewFolder(step.target.isNew)
+      fIsInNewFolder(step.target.isNew), fTargetName(step.target.isNew ? "" : step.targetName),
+      fTargetFolder(step.target.node)
 {
 }
 
@@ -53,8 +53,11 @@ bool FileCopier::Begin()
     if (fOpened != B_OK && Open() != B_OK) {
         return false;
     }
-    MakeNew();
-    fIsReady = fCreated == B_OK && TakeAttributesAlong();
+    fCreated = fStep.target.folder.CreateNewFile(fStep.targetName, 0600, &fNew);
+    if (fCreated == B_OK) {
+        NoteMadeName();
+        fIsReady = TakeAttributesAlong();
+    }
     if (!fIsReady || fRecord.st_size > kSmall) {
         return false;
     }
@@ -62,28 +65,12 @@ bool FileCopier::Begin()
     return true;
 }
 
-void FileCopier::MakeNew()
-{
-    fTarget = std::make_shared<BFile>();
-    fCreated = fStep.target.folder.CreateNewFile(fStep.targetName, 0600, fTarget.get());
-    if (fCreated != B_OK) {
-        return;
-    }
-    struct stat made;
-    fCreated = fTarget->GetStat(&made);
-    if (fCreated == B_OK) {
-        fMade = NodeOf(made);
-        NoteMade();
-    } else {
-        fStep.target.folder.RemoveChildFile(fStep.targetName);
-    }
-}
-
 void FileCopier::Fill()
 {
     if (CopySmall()) {
         CheckContents();
     }
+    LearnMade();
     Complete();
     fIsFilled = true;
 }
@@ -102,6 +89,7 @@ CopyResult FileCopier::End()
     } else {
         WriteNew();
     }
+    fContext.made.Add(fMade);
     CopyResult result = Written();
     result.isMade = !fIsRemoved;
     if (result.isMade) {
@@ -112,7 +100,8 @@ CopyResult FileCopier::End()
 
 void FileCopier::WriteNew()
 {
-    if (fIsReady) {
+    const bool isKnown = LearnMade();
+    if (isKnown && fIsReady) {
         TellStart();
         CopyContents();
     }
@@ -179,7 +168,7 @@ FileCopier::Clash FileCopier::AskAboutClash(const struct stat& existing)
         return IsOlder(existing) ? Clash::kReplace : LeaveHidden();
     }
     fUI.HideProgress();
-    fUI.AskOverwrite({fSourcePath, fStep.TargetPath(),
+    fUI.AskOverwrite({fStep.SourcePath(), fStep.TargetPath(),
                       OverwriteDetails(existing.st_size, existing.st_mtime),
                       OverwriteDetails(fRecord.st_size, fRecord.st_mtime)});
     if (!fUI.CanAsk()) {
@@ -212,12 +201,12 @@ bool FileCopier::IsOlder(const struct stat& existing) const
 
 CopyResult FileCopier::WriteOver(const struct stat& existing)
 {
-    ReplaceTarget place(fStep.target.folder, fTargetName);
+    ReplaceTarget place(fStep.target.folder, fStep.targetName);
     const status_t created = place.Create();
     if (created != B_OK) {
         return Failed(created);
     }
-    fTarget = place.File();
+    fBeside = place.File();
     fMade = NodeOf(place.Record());
     if (TakeAttributesAlong()) {
         TellStart();
@@ -259,7 +248,8 @@ bool FileCopier::PutInPlace(ReplaceTarget& place, struct stat existing)
     if (SetAccess(&place.Node(), existing, replaced) != B_OK) {
         Note("who may use it could not be set");
     }
-    NoteMade();
+    fContext.made.Add(fMade);
+    NoteMadeName();
     NoteChange(outcome == Outcome::kReplaced ? Change::Kind::kReplaced : Change::Kind::kMade);
     return true;
 }
@@ -278,7 +268,7 @@ status_t FileCopier::SetAccess(BNode* made, const struct stat& existing,
 /// Who may use the file that lies there.
 BNodeAccess FileCopier::AccessOf(const struct stat& existing) const
 {
-    const BNode node(&fStep.target.folder, fTargetName.c_str());
+    const BNode node(&fStep.target.folder, fStep.targetName);
     struct stat record;
     const bool isIt = S_ISREG(existing.st_mode) && node.GetStat(&record) == B_OK &&
                       NodeOf(record) == NodeOf(existing);
@@ -305,7 +295,8 @@ CopyResult FileCopier::Written()
 
 void FileCopier::TellStart()
 {
-    fUI.FileStarted(fSourcePath, fStep.TargetPath(), fRecord.st_size);
+    fUI.FileStarted(
+        {fStep.source.path, fStep.name, fStep.target.path, fStep.targetName, fRecord.st_size});
 }
 
 void FileCopier::CopyContents()
@@ -318,7 +309,7 @@ void FileCopier::CopyContents()
 void FileCopier::CheckContents()
 {
     if (!fPurpose.IsMove()) {
-        CopyFileInfo(&fSource, fTarget.get()); // a move takes all attributes along
+        CopyFileInfo(&fSource, &Target()); // a move takes all attributes along
     }
     fIsWhole = IsComplete();
 }
@@ -328,21 +319,24 @@ bool FileCopier::CopySmall()
     char contents[kSmall];
     // Whether it has grown since it was opened shows at the end; some that say they are empty are
     // not.
-    const auto size = static_cast<size_t>(std::max<off_t>(fRecord.st_size, 1));
-    const ssize_t count = fSource.Read(contents, size);
-    if (count < 0) {
-        return ReadFailed(static_cast<status_t>(count));
+    const off_t size = std::max<off_t>(fRecord.st_size, 1);
+    ssize_t count = 1;
+    while (count > 0 && fCopiedBytes < size) {
+        count = fSource.ReadAt(fCopiedBytes, contents + fCopiedBytes,
+                               static_cast<size_t>(size - fCopiedBytes));
+        if (count < 0) {
+            return ReadFailed(static_cast<status_t>(count));
+        }
+        fCopiedBytes += count;
     }
-    fCopiedBytes = count;
-    const ssize_t written = fTarget->Write(contents, static_cast<size_t>(count));
-    // The status of what waits in the file's buffer is that of all that came before.
-    const ssize_t flushed = written == count ? fTarget->Write("", 0) : written;
-    return flushed == 0 || WriteFailed(flushed < 0 ? static_cast<status_t>(flushed) : B_IO_ERROR);
+    const ssize_t written = fNew.WriteAt(0, contents, static_cast<size_t>(fCopiedBytes));
+    return written == fCopiedBytes ||
+           WriteFailed(written < 0 ? static_cast<status_t>(written) : B_IO_ERROR);
 }
 
 bool FileCopier::CopyPieces()
 {
-    BFileTransfer transfer(&fSource, fTarget.get(), &fRecord);
+    BFileTransfer transfer(&fSource, &Target(), &fRecord);
     while (!fUI.IsStopped()) {
         const ssize_t count = transfer.Next();
         if (count == 0) {
@@ -388,9 +382,10 @@ bool FileCopier::IsComplete()
     if (!isReadToTheEnd) {
         return Note("it changed while it was being copied");
     }
-    if (fTarget->GetStat(&fCopied) != B_OK || fCopied.st_size != fCopiedBytes) {
+    if (Target().GetStat(&fCopied) != B_OK || fCopied.st_size != fCopiedBytes) {
         return Note("not every byte arrived");
     }
+    fMade = NodeOf(fCopied);
     if (fCopied.st_nlink == 0) {
         return Note("its copy was removed meanwhile");
     }
@@ -402,9 +397,21 @@ status_t FileCopier::LookAtSource(struct stat* now)
     return fPurpose.IsMove() ? fSource.GetStat(now) : fAccess.SetTo(fSource, now);
 }
 
-void FileCopier::NoteMade()
+/// Finds out what was made; false, and told, when that cannot be.
+bool FileCopier::LearnMade()
 {
-    fContext.made.Add(fMade);
+    struct stat made;
+    const bool isKnown = fMade != node_ref();
+    const status_t status = isKnown ? status_t(B_OK) : Target().GetStat(&made);
+    if (status == B_OK && !isKnown) {
+        fMade = NodeOf(made);
+    }
+    return status == B_OK || Note(ReasonFor(status));
+}
+
+/// For volumes where the node says nothing.
+void FileCopier::NoteMadeName()
+{
     if (!fStep.target.hasStableNodes) {
         fContext.made.AddName(fStep.target.path, fStep.targetName);
     }
@@ -420,11 +427,11 @@ void FileCopier::NoteChange(Change::Kind kind)
 void FileCopier::Complete()
 {
     if (fPurpose.IsMove() && fIsWhole) {
-        fContext.access.FinishMoved(fTarget.get(), fSource, fRecord);
+        fContext.access.FinishMoved(&Target(), fSource, fRecord);
     } else if (fIsWhole) {
-        fContext.access.FinishNew(fTarget.get(), fCopied, fAccess, fRecord);
+        fContext.access.FinishNew(&Target(), fCopied, fAccess, fRecord);
     } else {
-        fContext.access.FinishNew(fTarget.get(), fSource, fRecord);
+        fContext.access.FinishNew(&Target(), fSource, fRecord);
     }
     Close();
 }
@@ -435,7 +442,7 @@ bool FileCopier::TakeAttributesAlong()
     if (!fPurpose.IsMove()) {
         return true;
     }
-    const status_t status = fTarget->CheckAttrsFrom(fSource);
+    const status_t status = Target().CheckAttrsFrom(fSource);
     if (status == B_OK) {
         return true;
     }
@@ -453,7 +460,7 @@ void FileCopier::Close()
 {
     fSource.Unset();
     // Some file systems tell only now that bytes did not arrive.
-    const status_t closed = fTarget->Close();
+    const status_t closed = Target().Close();
     if (closed != B_OK && fIsWhole) {
         fIsWhole = Note(ReasonFor(closed));
     }

@@ -53,13 +53,13 @@ private:
         kLeave,
     };
 
-    void MakeNew();
+    bool LearnMade();
     void WriteNew();
     CopyResult WriteOver(const struct stat& existing);
     bool PutInPlace(ReplaceTarget& place, struct stat existing);
     BNodeAccess AccessOf(const struct stat& existing) const;
     status_t SetAccess(BNode* made, const struct stat& existing, const BNodeAccess& replaced);
-    void NoteMade();
+    void NoteMadeName();
     void NoteChange(Change::Kind kind);
     CopyResult MeetExisting();
     Clash Decide(const struct stat& existing);
@@ -68,6 +68,7 @@ private:
     Clash AskAboutClash(const struct stat& existing);
     Clash LeaveHidden();
     bool IsOlder(const struct stat& existing) const;
+    BFile& Target() { return fBeside != nullptr ? *fBeside : fNew; }
     void TellStart();
     void CopyContents();
     void CheckContents();
@@ -86,17 +87,18 @@ private:
     OperationUI& fUI;
     const CopyPurpose fPurpose;
     const CopyStep fStep;
+    // What is needed after the step.
     const std::string fName;
-    const std::string fTargetName;
-    const std::string fSourcePath;
+    const bool fIsInNewFolder;     // one that the operation made
+    const std::string fTargetName; // "" there
     const node_ref fTargetFolder;
-    const bool fIsInNewFolder; // one that the operation made
     status_t fOpened = B_NO_INIT;
     status_t fCreated = B_NO_INIT;
     BFile fSource;
-    std::shared_ptr<BFile> fTarget; // null before it is made
+    BFile fNew;
+    std::shared_ptr<BFile> fBeside; // null unless it takes the place of another
     struct stat fRecord = {};       // of the source when it was opened
-    node_ref fMade;
+    node_ref fMade;                 // unset before it is known
     // How both were when all was copied, unset before.
     BNodeAccess fAccess; // of the source, of plain copies
     struct stat fCopied = {};

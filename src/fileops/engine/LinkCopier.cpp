@@ -35,6 +35,7 @@ CopyResult LinkCopier::Copy(const CopyStep& step, const struct stat& record)
     if (NodeOf(existing) == NodeOf(record)) {
         return {.isDone = true, .isItself = true};
     }
+    fContext.smallFiles.Drain(); // then all that was made is known
     fContext.ui.NoteProblem(step.name, fContext.made.Has(NodeOf(existing))
                                            ? "another item of this operation has its name"
                                            : ReasonFor(status));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "fileops/engine/NodeSet.h"
+
 #include <NodeRef.h>
 
 #include <sys/stat.h>
@@ -23,8 +25,8 @@ inline node_ref NodeOf(const struct stat& record)
 class MadeTargets
 {
 public:
-    void Add(const node_ref& node) { fNodes.insert(node); }
-    bool Has(const node_ref& node) const { return fNodes.count(node) > 0; }
+    void Add(const node_ref& node) { fNodes.Add(node); }
+    bool Has(const node_ref& node) const { return fNodes.Has(node); }
 
     /// The same by names, for volumes where the number of a node is another one each time it is
     /// looked at. Such volumes may take names for the same that differ by case, so these are taken
@@ -33,15 +35,7 @@ public:
     bool HasName(const std::string& folderPath, const char* name) const;
 
 private:
-    struct Hash
-    {
-        size_t operator()(const node_ref& node) const
-        {
-            return (node.node ^ (static_cast<size_t>(node.device) << 32)) * 0x9E3779B97F4A7C15ull;
-        }
-    };
-
-    std::unordered_set<node_ref, Hash> fNodes;
+    NodeSet fNodes;
     std::unordered_set<std::string> fFoldedPaths;
 };
 

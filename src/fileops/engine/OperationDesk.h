@@ -30,11 +30,7 @@ public:
 
     // OperationUI
     void Measured(const OperationSize& size) override { fUI.Measured(size); }
-    void FileStarted(const std::string& sourcePath, const std::string& targetPath,
-                     int64 sizeBytes) override
-    {
-        fUI.FileStarted(sourcePath, targetPath, sizeBytes);
-    }
+    void FileStarted(const StartedFile& file) override { fUI.FileStarted(file); }
     void BytesCopied(const char* name, int64 count) override { fUI.BytesCopied(name, count); }
     void BytesDone(int64 count) override { fUI.BytesDone(count); }
     void EntriesVisited(int64 count) override { fUI.EntriesVisited(count); }

@@ -9,6 +9,22 @@
 
 namespace norvane {
 
+/// A file whose copy begins; lent for the call, which comes so often that no text is made for it.
+struct StartedFile
+{
+    const std::string& sourceFolder; // the paths, as they are shown
+    const char* name;
+    const std::string& targetFolder;
+    const char* targetName;
+    int64 bytes;
+};
+
+/// The path of an entry, as it is shown.
+inline std::string ShownPath(const std::string& folder, const char* name)
+{
+    return (folder == "/" ? "" : folder) + "/" + name;
+}
+
 /// What the overwrite question shows of the two files.
 struct OverwriteQuestion
 {
@@ -43,9 +59,8 @@ public:
 
     /// The operation was measured and begins.
     virtual void Measured(const OperationSize& size) = 0;
-    /// A file's copy begins; both paths are whole.
-    virtual void FileStarted(const std::string& sourcePath, const std::string& targetPath,
-                             int64 sizeBytes) = 0;
+    /// A file's copy begins.
+    virtual void FileStarted(const StartedFile& file) = 0;
     /// The next `count` bytes of the file named `name` were read and handed on.
     virtual void BytesCopied(const char* name, int64 count) = 0;
     /// So many bytes are done in all, those of items that were moved as a whole included.

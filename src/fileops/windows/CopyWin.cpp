@@ -179,13 +179,14 @@ void CopyWin::GiveActivationBack()
     SetTakesFocus(false);
 }
 
-void CopyWin::FileStarted(const std::string& sourcePath, const std::string& targetPath,
-                          int64 sizeBytes)
+void CopyWin::FileStarted(const StartedFile& file)
 {
-    fProgress.StartFile(sizeBytes);
-    fFromText = sourcePath;
-    fToText = targetPath;
-    fFileName = BPath(sourcePath.c_str()).Leaf(); // also when no byte follows
+    fProgress.StartFile(file.bytes);
+    fFromFolder = file.sourceFolder;
+    fFromName = file.name;
+    fToFolder = file.targetFolder;
+    fToName = file.targetName;
+    fFileName = file.name; // also when no byte follows
     fIsNewFile = true;
     PaintIfDue();
 }

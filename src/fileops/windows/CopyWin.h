@@ -21,6 +21,7 @@ class Measurement;
 class Operation;
 class OverWin;
 struct OperationSize;
+struct StartedFile;
 
 /// The small window that carries out one file operation, on its own thread, from start to end.
 ///
@@ -46,7 +47,7 @@ public:
 
     // What the operation reports. Thread: the window's own.
     void Measured(const OperationSize& size);
-    void FileStarted(const std::string& sourcePath, const std::string& targetPath, int64 sizeBytes);
+    void FileStarted(const StartedFile& file);
     void BytesCopied(const char* name, int64 count);
     void BytesDone(int64 count);
     void EntriesVisited(int64 count);
@@ -101,8 +102,10 @@ private:
 
     OperationProgress fProgress;
     // What the views will show at the next frame.
-    std::string fFromText;
-    std::string fToText;
+    std::string fFromFolder;
+    std::string fFromName; // "" before the first file
+    std::string fToFolder;
+    std::string fToName;
     std::string fFileName;
     bool fIsNewFile = false;
     int64 fShownFileBytes = 0; // what the bars stand at

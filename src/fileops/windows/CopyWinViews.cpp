@@ -99,9 +99,9 @@ void CopyWin::PaintIfDue()
 
 void CopyWin::PaintNow(bigtime_t now)
 {
-    if (!fFromText.empty()) {
-        fFromLine->SetText(fFromText.c_str());
-        fToLine->SetText(fToText.c_str());
+    if (!fFromName.empty()) {
+        fFromLine->SetText(ShownPath(fFromFolder, fFromName.c_str()).c_str());
+        fToLine->SetText(ShownPath(fToFolder, fToName.c_str()).c_str());
     }
     if (fIsNewFile) {
         fIsNewFile = false;

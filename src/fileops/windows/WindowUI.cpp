@@ -8,11 +8,10 @@
 
 namespace norvane {
 
-void WindowUI::FileStarted(const std::string& sourcePath, const std::string& targetPath,
-                           int64 sizeBytes)
+void WindowUI::FileStarted(const StartedFile& file)
 {
     if (fCopyWin != nullptr) {
-        fCopyWin->FileStarted(sourcePath, targetPath, sizeBytes);
+        fCopyWin->FileStarted(file);
     }
 }
 

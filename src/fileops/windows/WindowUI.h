@@ -17,8 +17,7 @@ public:
 
     // OperationUI
     void Measured(const OperationSize& size) override;
-    void FileStarted(const std::string& sourcePath, const std::string& targetPath,
-                     int64 sizeBytes) override;
+    void FileStarted(const StartedFile& file) override;
     void BytesCopied(const char* name, int64 count) override;
     void BytesDone(int64 count) override;
     void EntriesVisited(int64 count) override;
