@@ -5,6 +5,7 @@
 #include <NodeRef.h>
 #include <SupportDefs.h>
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -20,8 +21,9 @@ struct CopyPlace
     BDirectory& folder;
     std::string path; // to be read; says nothing about which folder it is
     node_ref node = {};
-    bool isNew = false;         // of a target: made by this operation
-    bool hasStableNodes = true; // of its volume
+    bool isNew = false;                          // of a target: made by this operation
+    bool hasStableNodes = true;                  // of its volume
+    std::shared_ptr<BDirectory> owner = nullptr; // keeps it open; null: it is lent
 
     std::string PathOf(const char* name) const { return ShownPath(path, name); }
 };
@@ -29,6 +31,13 @@ struct CopyPlace
 /// Where an entry stands below the folder that its item lies in, as a number: that of the folder it
 /// is in, with its name.
 uint64 PlaceBelow(uint64 folder, std::string_view name);
+
+/// The two folders of files that are copied; held by whoever may look at them later.
+struct CopyWay
+{
+    CopyPlace source;
+    CopyPlace target;
+};
 
 /// One entry on its way: where it is, and where it goes.
 struct CopyStep
@@ -83,7 +92,8 @@ struct CopyResult
 struct ItemCopy
 {
     CopyResult result;
-    int32 queued = 0;    // how many; the result is known when there are none
+    int32 queued = 0; // how many, and how many folders that wait for them; the result is known when
+                      // there are none
     bool isFile = false; // itself, and small
 
     /// Takes over how a small file ended.

@@ -3,19 +3,25 @@
 #include <Autolock.h>
 
 #include "fileops/engine/FileCopier.h"
+#include "fileops/engine/OperationUI.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace norvane {
 
 namespace {
 
-// Each holds two open files.
-constexpr size_t kMostWaiting = 16;
+// Each may hold two open files.
+constexpr int32 kMostWaiting = 16;
 // To wake the thread for less would cost more than it does meanwhile.
-constexpr size_t kWorthWaking = 4;
+constexpr int32 kWorthWaking = 4;
+// So many are copied before a folder is entered while the files of another are under way.
+constexpr size_t kFew = 32;
 
 } // namespace
 
-CopyQueue::CopyQueue() = default;
+CopyQueue::CopyQueue(const OperationUI& ui) : fUI(ui) {}
 
 CopyQueue::~CopyQueue()
 {
@@ -30,81 +36,145 @@ CopyQueue::~CopyQueue()
     }
 }
 
+// The operation's thread
+
 void CopyQueue::Add(std::unique_ptr<FileCopier> copier, ItemCopy* item)
 {
     ++item->queued;
-    {
-        BAutolock lock(fLocker);
-        fTasks.push_back({std::move(copier), item, State::kWaiting});
-        ++fWaiting;
-        if (fWaiting >= kWorthWaking && fThread == 0) {
-            StartThread();
-        }
-        if (fWaiting >= kWorthWaking && fIsSleeping) {
-            fIsSleeping = false;
-            fHasWork.Signal();
-        }
-        if (fWaiting > kMostWaiting) {
-            Fill(FirstWaiting());
-        }
+    Task& task = TakeSlot();
+    task.copier = std::move(copier);
+    task.item = item;
+    task.state = State::kWaiting;
+    ++fWaiting;
+    ++fBack;
+    if (fWaiting >= kWorthWaking) {
+        WakeThread();
+    }
+    if (fWaiting > kMostWaiting) {
+        FillNewest();
     }
     EndFilled();
+}
+
+void CopyQueue::AddAfter(std::function<void()> step, ItemCopy* item)
+{
+    ++item->queued;
+    Task& task = TakeSlot();
+    task.after = std::move(step);
+    task.item = item;
+    task.state = State::kFilled;
+    ++fBack;
+    EndFilled();
+}
+
+void CopyQueue::DrainFew()
+{
+    if (fBack < kFew) {
+        Drain();
+    }
 }
 
 void CopyQueue::Drain()
 {
-    {
-        BAutolock lock(fLocker);
-        while (Task* task = FirstWaiting()) {
-            Fill(task);
+    while (fFront != fBack) {
+        if (!FillFirst()) {
+            AwaitFront();
         }
-        while (fIsFilling) {
-            fHasFilled.Wait(fLocker);
-        }
+        EndFilled();
     }
-    EndFilled();
 }
 
-// Tasks stay where they are in the deque while others are added or removed at its ends.
-CopyQueue::Task* CopyQueue::FirstWaiting()
+/// A free one behind the last.
+CopyQueue::Task& CopyQueue::TakeSlot()
 {
-    if (fWaiting == 0) {
-        return nullptr;
-    }
-    for (Task& task : fTasks) {
-        if (task.state == State::kWaiting) {
-            return &task;
+    while (fBack - fFront == kSlots) {
+        if (!FillNewest()) {
+            AwaitFront();
         }
+        EndFilled();
     }
-    return nullptr;
+    return At(fBack);
+}
+
+bool CopyQueue::Claim(Task* task)
+{
+    State waiting = State::kWaiting;
+    const bool isClaimed = task->state.compare_exchange_strong(waiting, State::kBeingFilled);
+    if (isClaimed) {
+        --fWaiting;
+    }
+    return isClaimed;
 }
 
 void CopyQueue::Fill(Task* task)
 {
-    task->state = State::kBeingFilled;
-    --fWaiting;
-    fLocker.Unlock();
-    task->copier->Fill();
-    fLocker.Lock();
+    task->copier->Fill(fIsStopped);
     task->state = State::kFilled;
+}
+
+bool CopyQueue::FillNewest()
+{
+    for (size_t index = fBack; fWaiting > 0 && index != fFront; --index) {
+        Task& task = At(index - 1);
+        if (Claim(&task)) {
+            Fill(&task);
+            return true;
+        }
+    }
+    return false;
+}
+
+/// The one that all others wait for; false when it is nobody's to fill.
+bool CopyQueue::FillFirst()
+{
+    Task& task = At(fFront);
+    const bool isMine = Claim(&task);
+    if (isMine) {
+        Fill(&task);
+    }
+    return isMine;
 }
 
 void CopyQueue::EndFilled()
 {
-    for (;;) {
-        std::unique_ptr<FileCopier> copier;
-        ItemCopy* item = nullptr;
-        {
-            BAutolock lock(fLocker);
-            if (fTasks.empty() || fTasks.front().state != State::kFilled) {
-                return;
-            }
-            copier = std::move(fTasks.front().copier);
-            item = fTasks.front().item;
-            fTasks.pop_front();
+    fIsStopped = fUI.IsStopped();
+    while (fFront != fBack && At(fFront).state == State::kFilled) {
+        Task& task = At(fFront);
+        const std::unique_ptr<FileCopier> copier = std::move(task.copier);
+        const std::function<void()> after = std::exchange(task.after, nullptr);
+        ItemCopy* item = task.item;
+        task.state = State::kFree;
+        ++fFront;
+        if (copier == nullptr) {
+            after();
+            --item->queued;
+        } else {
+            // What End() tells may wait for the person, and look at this item.
+            item->EndQueued(copier->End());
+            fIsStopped = fUI.IsStopped();
         }
-        // What End() tells may wait for the person, and look at this item.
-        item->EndQueued(copier->End());
+    }
+}
+
+/// Waits until the first one is filled, which the thread is about.
+void CopyQueue::AwaitFront()
+{
+    BAutolock lock(fLocker);
+    fIsAwaited = true;
+    while (At(fFront).state == State::kBeingFilled) {
+        fHasFilled.Wait(fLocker);
+    }
+    fIsAwaited = false;
+}
+
+void CopyQueue::WakeThread()
+{
+    if (fThread == 0) {
+        StartThread();
+    }
+    if (fIsSleeping.exchange(false)) {
+        BAutolock lock(fLocker);
+        fHasWork.Signal();
     }
 }
 
@@ -118,6 +188,8 @@ void CopyQueue::StartThread()
     }
 }
 
+// Its own thread
+
 status_t CopyQueue::ThreadEntry(void* queue)
 {
     static_cast<CopyQueue*>(queue)->Run();
@@ -126,24 +198,42 @@ status_t CopyQueue::ThreadEntry(void* queue)
 
 void CopyQueue::Run()
 {
-    BAutolock lock(fLocker);
-    for (;;) {
-        Task* task = FirstWaiting();
-        if (task != nullptr) {
-            fIsFilling = true;
-            Fill(task);
-            fIsFilling = false;
-            fHasFilled.Signal();
-            continue;
-        }
-        fIsSleeping = true;
-        while (!fIsOver && fIsSleeping) {
-            fHasWork.Wait(fLocker);
-        }
-        if (fIsOver) {
-            return;
+    while (!fIsOver) {
+        if (!FillOldest()) {
+            Sleep();
         }
     }
+}
+
+bool CopyQueue::FillOldest()
+{
+    const size_t back = fBack;
+    // Slots that are far behind have been used again; all that is before the last one taken has
+    // been taken.
+    fNext = std::max(fNext, back < kSlots ? 0 : back - kSlots);
+    while (fWaiting > 0 && fNext < back) {
+        Task& task = At(fNext++);
+        if (Claim(&task)) {
+            Fill(&task);
+            if (fIsAwaited) {
+                BAutolock lock(fLocker);
+                fHasFilled.Signal();
+            }
+            return true;
+        }
+    }
+    return false;
+}
+
+void CopyQueue::Sleep()
+{
+    BAutolock lock(fLocker);
+    fIsSleeping = true;
+    // Whoever adds looks at the flag afterwards.
+    while (fIsSleeping && fWaiting == 0 && !fIsOver) {
+        fHasWork.Wait(fLocker);
+    }
+    fIsSleeping = false;
 }
 
 } // namespace norvane

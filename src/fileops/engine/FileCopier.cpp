@@ -13,6 +13,7 @@
 #include <FileTransfer.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace norvane {
 
@@ -23,22 +24,20 @@ constexpr off_t kSmall = off_t{64} * 1024;
 
 } // namespace
 
-FileCopier::FileCopier(OperationContext& context, const CopyPurpose& purpose, const CopyStep& step)
-    : fContext(context), fUI(context.ui), fPurpose(purpose), fStep(step), fName(step.name),
-      fIsInNewFolder(step.target.isNew), fTargetName(step.target.isNew ? "" : step.targetName),
-      fTargetFolder(step.target.node)
+FileCopier::FileCopier(OperationContext& context, const CopyPurpose& purpose,
+                       std::shared_ptr<const CopyWay> way, const char* name, const char* targetName,
+                       uint64 place)
+    : fContext(context), fUI(context.ui), fPurpose(purpose), fWay(std::move(way)), fName(name),
+      fOtherName(fName == targetName ? "" : targetName), fStep{fWay->source, fName.c_str(),
+                                                               fWay->target,
+                                                               fOtherName.empty()
+                                                                   ? fName.c_str()
+                                                                   : fOtherName.c_str(),
+                                                               place}
 {
 }
 
 FileCopier::~FileCopier() = default;
-
-CopyResult FileCopier::Run()
-{
-    if (Begin()) {
-        Fill();
-    }
-    return End();
-}
 
 status_t FileCopier::Open()
 {
@@ -48,16 +47,18 @@ status_t FileCopier::Open()
     return fOpened;
 }
 
+void FileCopier::Create()
+{
+    fCreated = fStep.target.folder.CreateNewFile(fStep.targetName, 0600, &fNew);
+}
+
 bool FileCopier::Begin()
 {
     if (fOpened != B_OK && Open() != B_OK) {
         return false;
     }
-    fCreated = fStep.target.folder.CreateNewFile(fStep.targetName, 0600, &fNew);
-    if (fCreated == B_OK) {
-        NoteMadeName();
-        fIsReady = TakeAttributesAlong();
-    }
+    Create();
+    fIsReady = fCreated == B_OK && TakeAttributesAlong();
     if (!fIsReady || fRecord.st_size > kSmall) {
         return false;
     }
@@ -65,8 +66,15 @@ bool FileCopier::Begin()
     return true;
 }
 
-void FileCopier::Fill()
+void FileCopier::Fill(bool isStopped)
 {
+    if (fOpened == B_NO_INIT && !isStopped && Open() == B_OK && fRecord.st_size <= kSmall) {
+        Create();
+        fIsReady = fCreated == B_OK && HasAttributesAlong();
+    }
+    if (!fIsReady) {
+        return; // End() goes on from here
+    }
     if (CopySmall()) {
         CheckContents();
     }
@@ -77,6 +85,12 @@ void FileCopier::Fill()
 
 CopyResult FileCopier::End()
 {
+    if (fOpened == B_NO_INIT || (fCreated == B_NO_INIT && fUI.IsStopped())) {
+        return {}; // stopped before
+    }
+    if (fOpened == B_OK && fCreated == B_NO_INIT) {
+        Create();
+    }
     if (fOpened != B_OK) {
         fUI.Tell(fName, ItemAlert::kCannotOpen);
         return {.hasFailedReading = true};
@@ -84,7 +98,9 @@ CopyResult FileCopier::End()
     if (fCreated != B_OK) {
         return MeetExisting();
     }
+    NoteMadeName();
     if (fIsFilled) {
+        TellStart();
         fUI.BytesCopied(fName.c_str(), fCopiedBytes);
     } else {
         WriteNew();
@@ -101,6 +117,9 @@ CopyResult FileCopier::End()
 void FileCopier::WriteNew()
 {
     const bool isKnown = LearnMade();
+    if (!fIsReady && !fIsDecided) {
+        fIsReady = TakeAttributesAlong();
+    }
     if (isKnown && fIsReady) {
         TellStart();
         CopyContents();
@@ -295,6 +314,9 @@ CopyResult FileCopier::Written()
 
 void FileCopier::TellStart()
 {
+    if (std::exchange(fIsTold, true)) {
+        return;
+    }
     fUI.FileStarted(
         {fStep.source.path, fStep.name, fStep.target.path, fStep.targetName, fRecord.st_size});
 }
@@ -419,8 +441,8 @@ void FileCopier::NoteMadeName()
 
 void FileCopier::NoteChange(Change::Kind kind)
 {
-    if (!fIsInNewFolder) {
-        fContext.journal.Note(fPurpose.item, {kind, fTargetFolder, fTargetName, fMade});
+    if (!fStep.target.isNew) {
+        fContext.journal.Note(fPurpose.item, {kind, fStep.target.node, fStep.targetName, fMade});
     }
 }
 
@@ -436,17 +458,22 @@ void FileCopier::Complete()
     Close();
 }
 
+bool FileCopier::HasAttributesAlong()
+{
+    if (fAttributes == B_NO_INIT) {
+        fAttributes = fPurpose.IsMove() ? Target().CheckAttrsFrom(fSource) : status_t(B_OK);
+    }
+    return fAttributes == B_OK;
+}
+
 /// Before the first byte, so that the question about them comes before the work.
 bool FileCopier::TakeAttributesAlong()
 {
-    if (!fPurpose.IsMove()) {
+    if (HasAttributesAlong()) {
         return true;
     }
-    const status_t status = Target().CheckAttrsFrom(fSource);
-    if (status == B_OK) {
-        return true;
-    }
-    if (status != B_UNSUPPORTED) {
+    fIsDecided = true;
+    if (fAttributes != B_UNSUPPORTED) {
         return Note("its attributes could not be kept");
     }
     if (fUI.AskAboutAttributes() == AttributesAnswer::kMoveWithout) {

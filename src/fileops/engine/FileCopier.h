@@ -24,17 +24,18 @@ struct OperationContext;
 /// A new file is written in place, and open to nobody else until it is whole. One that takes the
 /// place of another is a ReplaceTarget.
 ///
-/// Either Run(), or its three steps: then the contents of a small new file may be copied beside the
-/// operation's thread, to which all else belongs.
+/// What asks and tells belongs to the operation's thread. A small file may be filled beside it; one
+/// that goes where the operation made the folder, and where nothing is to be met, may be made
+/// beside it too.
 class FileCopier
 {
 public:
-    /// Ownership: borrows `context` and the ledger of `purpose` for its own life; what `step`
-    /// refers to only until Begin() said true or End() returned.
-    FileCopier(OperationContext& context, const CopyPurpose& purpose, const CopyStep& step);
+    /// `place` is PlaceBelow() of the source. Ownership: borrows `context` and the ledger of
+    /// `purpose` for its own life, and what `way` lends.
+    FileCopier(OperationContext& context, const CopyPurpose& purpose,
+               std::shared_ptr<const CopyWay> way, const char* name, const char* targetName,
+               uint64 place);
     ~FileCopier();
-
-    CopyResult Run();
 
     /// Opens the source, if that is to be known before Begin(). Errors: those of opening a regular
     /// file by its name.
@@ -42,8 +43,9 @@ public:
     /// Opens the source and makes the new file. Returns whether only the contents of a small file
     /// are missing: then Fill() comes next.
     bool Begin();
-    /// Copies the contents. Asks and tells nothing. Thread: any.
-    void Fill();
+    /// Copies the contents of a small file; without Begin() also does what that does, as far as
+    /// there is nothing to ask or to tell, or nothing at all when `isStopped`. Thread: any.
+    void Fill(bool isStopped);
     /// Does what is left, and tells what became of it.
     CopyResult End();
 
@@ -53,6 +55,7 @@ private:
         kLeave,
     };
 
+    void Create();
     bool LearnMade();
     void WriteNew();
     CopyResult WriteOver(const struct stat& existing);
@@ -79,6 +82,7 @@ private:
     bool IsComplete();
     status_t LookAtSource(struct stat* now);
     void Complete();
+    bool HasAttributesAlong();
     bool TakeAttributesAlong();
     void Close();
     bool Note(const std::string& problem);
@@ -86,14 +90,13 @@ private:
     OperationContext& fContext;
     OperationUI& fUI;
     const CopyPurpose fPurpose;
-    const CopyStep fStep;
-    // What is needed after the step.
+    const std::shared_ptr<const CopyWay> fWay;
     const std::string fName;
-    const bool fIsInNewFolder;     // one that the operation made
-    const std::string fTargetName; // "" there
-    const node_ref fTargetFolder;
+    const std::string fOtherName; // of the target; "" when it is the same
+    const CopyStep fStep;         // along that way, by these names
     status_t fOpened = B_NO_INIT;
     status_t fCreated = B_NO_INIT;
+    status_t fAttributes = B_NO_INIT; // whether they can be kept, once that was looked at
     BFile fSource;
     BFile fNew;
     std::shared_ptr<BFile> fBeside; // null unless it takes the place of another
@@ -105,9 +108,11 @@ private:
     int64 fCopiedBytes = 0;
     bool fIsFilled = false; // as a small file
     bool fIsWhole = false;
-    bool fIsFull = false;  // the target's volume
-    bool fIsReady = false; // for its contents
-    bool fIsLeft = false;  // for its attributes
+    bool fIsFull = false;    // the target's volume
+    bool fIsReady = false;   // for its contents
+    bool fIsTold = false;    // that it begins
+    bool fIsLeft = false;    // for its attributes
+    bool fIsDecided = false; // what becomes of it without them
     bool fIsRemoved = false;
     bool fHasFailedReading = false;
     std::vector<std::string> fProblems;

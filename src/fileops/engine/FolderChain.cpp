@@ -21,7 +21,7 @@ FolderChain::FolderChain(BDirectory& top) : fTop(top) {}
 
 FolderChain::~FolderChain() = default;
 
-void FolderChain::Enter(std::unique_ptr<BDirectory> folder, std::string name, const node_ref& node)
+void FolderChain::Enter(std::shared_ptr<BDirectory> folder, std::string name, const node_ref& node)
 {
     fLevels.push_back({std::move(folder), std::move(name), node});
     if (fLevels.size() - fFirstOpen > kMostOpen) {
@@ -31,14 +31,14 @@ void FolderChain::Enter(std::unique_ptr<BDirectory> folder, std::string name, co
 
 void FolderChain::Leave()
 {
-    const std::unique_ptr<BDirectory> left = std::move(fLevels.back().folder);
+    const std::shared_ptr<BDirectory> left = std::move(fLevels.back().folder);
     fLevels.pop_back();
     if (fLevels.empty() || fLevels.size() > fFirstOpen) {
         return;
     }
     // From below: that finds it wherever the whole was moved to.
     Level& above = fLevels.back();
-    auto found = std::make_unique<BDirectory>();
+    auto found = std::make_shared<BDirectory>();
     if (left == nullptr || found->SetToParent(*left) != B_OK || !IsNode(*found, above.node)) {
         found = OpenFromTop(fLevels.size());
     }
@@ -46,11 +46,11 @@ void FolderChain::Leave()
     fFirstOpen = fLevels.size() - 1;
 }
 
-std::unique_ptr<BDirectory> FolderChain::OpenFromTop(size_t depth)
+std::shared_ptr<BDirectory> FolderChain::OpenFromTop(size_t depth)
 {
-    std::unique_ptr<BDirectory> open;
+    std::shared_ptr<BDirectory> open;
     for (size_t level = 0; level < depth; level++) {
-        auto next = std::make_unique<BDirectory>();
+        auto next = std::make_shared<BDirectory>();
         const BDirectory& above = open != nullptr ? *open : fTop;
         if (next->SetToChild(above, fLevels[level].name.c_str()) != B_OK ||
             !IsNode(*next, fLevels[level].node)) {
@@ -61,9 +61,10 @@ std::unique_ptr<BDirectory> FolderChain::OpenFromTop(size_t depth)
     return open;
 }
 
-BDirectory* FolderChain::Here()
+std::shared_ptr<BDirectory> FolderChain::Here() const
 {
-    return fLevels.empty() ? &fTop : fLevels.back().folder.get();
+    return fLevels.empty() ? std::shared_ptr<BDirectory>(std::shared_ptr<BDirectory>(), &fTop)
+                           : fLevels.back().folder;
 }
 
 bool FolderChain::CloseAbove()

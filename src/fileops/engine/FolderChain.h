@@ -23,11 +23,12 @@ public:
     ~FolderChain();
 
     /// Goes down into a folder that was opened in Here() by `name`.
-    void Enter(std::unique_ptr<BDirectory> folder, std::string name, const node_ref& node);
+    void Enter(std::shared_ptr<BDirectory> folder, std::string name, const node_ref& node);
     /// Goes up again.
     void Leave();
-    /// The folder where the walk is; null when it cannot be found any more.
-    BDirectory* Here();
+    /// The folder where the walk is; null when it cannot be found any more. The top is lent, the
+    /// others stay open as long as they are held.
+    std::shared_ptr<BDirectory> Here() const;
     /// How many folders were entered and not left.
     size_t Depth() const { return fLevels.size(); }
     /// Closes all but the lowest, for when the program has no descriptors left. Says whether that
@@ -37,12 +38,12 @@ public:
 private:
     struct Level
     {
-        std::unique_ptr<BDirectory> folder; // null while it is closed
+        std::shared_ptr<BDirectory> folder; // null while it is closed
         std::string name;
         node_ref node;
     };
 
-    std::unique_ptr<BDirectory> OpenFromTop(size_t depth);
+    std::shared_ptr<BDirectory> OpenFromTop(size_t depth);
 
     BDirectory& fTop;
     std::vector<Level> fLevels;

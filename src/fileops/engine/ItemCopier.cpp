@@ -41,6 +41,16 @@ bool ItemCopier::IsFolder(const CopyPlace& target)
                                  : fSource.Folder() == target.folder;
 }
 
+const std::shared_ptr<const CopyWay>& ItemCopier::WayTo(const CopyPlace& target)
+{
+    if (fWay == nullptr || fWay->source.owner != fSource.Owner() || &fWay->target.folder != &target.folder) {
+        const CopyPlace source{fSource.Folder(), fSource.Path(), fSource.Node(), false, true,
+                               fSource.Owner()};
+        fWay = std::make_shared<const CopyWay>(CopyWay{source, target});
+    }
+    return fWay;
+}
+
 void ItemCopier::Copy(const entry_ref& item, const CopyPlace& target, const char* targetName,
                       const CopyPurpose& purpose, ItemCopy* copy)
 {
@@ -56,9 +66,7 @@ void ItemCopier::Copy(const entry_ref& item, const CopyPlace& target, const char
         copy->result.isItself = true;
         return;
     }
-    const CopyPlace source{fSource.Folder(), fSource.Path(), fSource.Node()};
-    TreeCopier(fContext, purpose, *copy)
-        .Copy({source, item.name, target, targetName, PlaceBelow(0, item.name)});
+    TreeCopier(fContext, purpose, *copy).Copy(WayTo(target), item.name, targetName);
     if (purpose.IsMove()) {
         KeepWhatIsInside(target, item, copy);
     }

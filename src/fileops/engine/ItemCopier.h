@@ -32,10 +32,13 @@ public:
 
 private:
     bool IsFolder(const CopyPlace& target);
+    const std::shared_ptr<const CopyWay>& WayTo(const CopyPlace& target);
     void KeepWhatIsInside(const CopyPlace& target, const entry_ref& item, ItemCopy* copy);
 
     OperationContext& fContext;
     ItemFolder fSource; // that of the last item
+    // From there to the target of the last item, for as many as go the same way.
+    std::shared_ptr<const CopyWay> fWay;
 };
 
 /// Finds whether the folder is the item, or lies below it. Errors: those of looking.

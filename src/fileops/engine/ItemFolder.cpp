@@ -9,13 +9,14 @@ namespace norvane {
 status_t ItemFolder::SetTo(const entry_ref& item)
 {
     const node_ref node(item.device, item.directory);
-    if (fFolder.InitCheck() == B_OK && node == fNode) {
+    if (fFolder->InitCheck() == B_OK && node == fNode) {
         return B_OK;
     }
+    fFolder = std::make_shared<BDirectory>(); // the one before may still be held
     const BEntry entry(&item);
     BPath path;
     BPath folderPath;
-    status_t status = entry.GetParent(&fFolder);
+    status_t status = entry.GetParent(fFolder.get());
     if (status == B_OK) {
         status = entry.GetPath(&path);
     }
@@ -23,13 +24,13 @@ status_t ItemFolder::SetTo(const entry_ref& item)
         status = path.GetParent(&folderPath);
     }
     if (status != B_OK) {
-        fFolder.Unset();
+        fFolder->Unset();
         fHasStableNodes = true;
         return status;
     }
     fPath = folderPath.Path();
     fNode = node;
-    fHasStableNodes = has_stable_nodes(fFolder);
+    fHasStableNodes = has_stable_nodes(*fFolder);
     return B_OK;
 }
 

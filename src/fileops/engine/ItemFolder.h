@@ -19,7 +19,9 @@ public:
     /// Goes to the folder of `item`. Errors: those of finding it; there is none then.
     [[nodiscard]] status_t SetTo(const entry_ref& item);
 
-    BDirectory& Folder() { return fFolder; }
+    BDirectory& Folder() { return *fFolder; }
+    /// Stays open as long as it is held.
+    const std::shared_ptr<BDirectory>& Owner() const { return fFolder; }
     /// To be shown.
     const std::string& Path() const { return fPath; }
     const node_ref& Node() const { return fNode; }
@@ -27,7 +29,7 @@ public:
     bool HasStableNodes() const { return fHasStableNodes; }
 
 private:
-    BDirectory fFolder;
+    std::shared_ptr<BDirectory> fFolder = std::make_shared<BDirectory>(); // never null
     std::string fPath;
     node_ref fNode;
     bool fHasStableNodes = true;

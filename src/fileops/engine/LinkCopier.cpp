@@ -29,6 +29,7 @@ CopyResult LinkCopier::Copy(const CopyStep& step, const struct stat& record)
     struct stat existing;
     if (status != B_FILE_EXISTS ||
         step.target.folder.GetStatFor(step.targetName, &existing) != B_OK) {
+        fContext.smallFiles.Drain(); // what is told of those before comes first
         fContext.ui.Tell(step.name, ItemAlert::kBrokenLink);
         return {.isDone = true};
     }

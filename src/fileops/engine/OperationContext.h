@@ -15,7 +15,7 @@ class OperationUI;
 struct OperationContext
 {
     /// Ownership: borrows `shown` for its own life.
-    explicit OperationContext(OperationUI& shown) : ui(shown) {}
+    explicit OperationContext(OperationUI& shown) : ui(shown), smallFiles(shown) {}
 
     OperationUI& ui;
     const CopyAccess access;

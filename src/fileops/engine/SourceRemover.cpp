@@ -126,8 +126,8 @@ bool SourceRemover::RemoveTree(BDirectory& parent, const std::string& name,
 bool SourceRemover::Enter(const std::string& name, const std::string& sourceName,
                           const std::string& targetName, uint64 place, const struct stat& record)
 {
-    BDirectory* sourceAbove = fSources->Here();
-    BDirectory* targetAbove = fTargets->Here();
+    const std::shared_ptr<BDirectory> sourceAbove = fSources->Here();
+    const std::shared_ptr<BDirectory> targetAbove = fTargets->Here();
     if (sourceAbove == nullptr || targetAbove == nullptr) {
         Stays(name, "the folder that it lies in is out of reach");
         return false;
@@ -222,7 +222,7 @@ void SourceRemover::Leave()
     if (isTop) {
         return; // goes by its entry
     }
-    BDirectory* above = fSources->Here();
+    const std::shared_ptr<BDirectory> above = fSources->Here();
     const status_t status =
         above != nullptr ? above->RemoveChildFolder(level.sourceName.c_str()) : B_ENTRY_NOT_FOUND;
     if (status == B_DIRECTORY_NOT_EMPTY) {

@@ -13,7 +13,7 @@
 namespace norvane {
 
 TargetFolder::TargetFolder(const char* path)
-    : fFolder(std::make_shared<BDirectory>(path)), fPlace{*fFolder, path, {}, false, true},
+    : fFolder(std::make_shared<BDirectory>(path)), fPlace{*fFolder, path, {}, false, true, fFolder},
       fStatus(fFolder->InitCheck())
 {
     struct stat record;

@@ -18,9 +18,10 @@ TreeCopier::TreeCopier(OperationContext& context, const CopyPurpose& purpose, It
 {
 }
 
-void TreeCopier::Copy(const CopyStep& step)
+void TreeCopier::Copy(const Way& way, const char* name, const char* targetName)
 {
-    if (fPurpose.wasFile && CopyOpened(step)) {
+    const CopyStep step{way->source, name, way->target, targetName, PlaceBelow(0, name)};
+    if (fPurpose.wasFile && CopyOpened(way, step)) {
         return;
     }
     struct stat record;
@@ -34,13 +35,13 @@ void TreeCopier::Copy(const CopyStep& step)
     if (S_ISDIR(record.st_mode)) {
         CopyTree(step, record);
     } else {
-        CopyOne(step, record);
+        CopyOne(way, step, record);
     }
     fItem.result.isItself |= fHasMetItself;
 }
 
 /// An item that is no folder.
-void TreeCopier::CopyOne(const CopyStep& step, const struct stat& record)
+void TreeCopier::CopyOne(const Way& way, const CopyStep& step, const struct stat& record)
 {
     if (S_ISLNK(record.st_mode)) {
         fItem.result = LinkCopier(fContext, fPurpose, fTopSource).Copy(step, record);
@@ -50,13 +51,15 @@ void TreeCopier::CopyOne(const CopyStep& step, const struct stat& record)
         fItem.result = RefuseKind(step.name);
         return;
     }
-    EndOrQueue(std::make_unique<FileCopier>(fContext, fPurpose, step));
+    EndOrQueue(std::make_unique<FileCopier>(fContext, fPurpose, way, step.name, step.targetName,
+                                            step.place));
 }
 
 /// A file, unless something else has its name by now: then it is left, and false.
-bool TreeCopier::CopyOpened(const CopyStep& step)
+bool TreeCopier::CopyOpened(const Way& way, const CopyStep& step)
 {
-    auto copier = std::make_unique<FileCopier>(fContext, fPurpose, step);
+    auto copier = std::make_unique<FileCopier>(fContext, fPurpose, way, step.name, step.targetName,
+                                               step.place);
     const bool isOpen = copier->Open() == B_OK;
     if (isOpen) {
         EndOrQueue(std::move(copier));
@@ -103,10 +106,14 @@ void TreeCopier::CopyTree(const CopyStep& step, const struct stat& record)
 
 void TreeCopier::EnterNext()
 {
+    fContext.smallFiles.DrainFew();
+    if (fUI.IsStopped()) {
+        return;
+    }
     Level& level = fLevels.back();
     const Child child = std::move(level.folders[level.next++]);
-    BDirectory* source = fSources->Here();
-    BDirectory* target = fTargets->Here();
+    const std::shared_ptr<BDirectory> source = fSources->Here();
+    const std::shared_ptr<BDirectory> target = fTargets->Here();
     if (source == nullptr || target == nullptr) {
         Fail(child.name.c_str(), "the folder that it lies in is out of reach");
         return;
@@ -192,23 +199,25 @@ bool TreeCopier::MayMerge(const CopyStep& step, const node_ref& source, const no
 void TreeCopier::CopyContents()
 {
     Level& level = fLevels.back();
-    BDirectory& source = *fSources->Here();
-    const CopyPlace from{source, fSourcePath};
-    const CopyPlace to{*fTargets->Here(), fTargetPath, level.target, level.isNew, fHasStableTarget};
-    Children children = List(level.name.c_str(), source);
+    const std::shared_ptr<BDirectory> source = fSources->Here();
+    const std::shared_ptr<BDirectory> target = fTargets->Here();
+    const auto way = std::make_shared<const CopyWay>(
+        CopyWay{{*source, fSourcePath, {}, false, true, source},
+                {*target, fTargetPath, level.target, level.isNew, fHasStableTarget, target}});
+    Children children = List(level.name.c_str(), *source);
     for (const std::string& text : children.files) {
         if (fUI.IsStopped()) {
             return;
         }
-        const char* name = text.c_str();
-        CopyFile({from, name, to, name, PlaceBelow(level.place, text)});
+        CopyFile(way, text, level.place);
     }
     for (const Child& child : children.others) {
         if (fUI.IsStopped()) {
             return;
         }
         const char* name = child.name.c_str();
-        const CopyStep step{from, name, to, name, PlaceBelow(level.place, child.name)};
+        const CopyStep step{way->source, name, way->target, name,
+                            PlaceBelow(level.place, child.name)};
         fItem.result.TakePart(
             S_ISLNK(child.record.st_mode)
                 ? LinkCopier(fContext, fPurpose, fTopSource).Copy(step, child.record)
@@ -217,10 +226,12 @@ void TreeCopier::CopyContents()
     level.folders = std::move(children.folders);
 }
 
-void TreeCopier::CopyFile(const CopyStep& step)
+void TreeCopier::CopyFile(const Way& way, const std::string& name, uint64 folder)
 {
-    auto copier = std::make_unique<FileCopier>(fContext, fPurpose, step);
-    if (copier->Begin()) {
+    auto copier = std::make_unique<FileCopier>(fContext, fPurpose, way, name.c_str(), name.c_str(),
+                                               PlaceBelow(folder, name));
+    // In a new folder nothing is met that somebody would have to be asked about.
+    if (way->target.isNew || copier->Begin()) {
         fContext.smallFiles.Add(std::move(copier), &fItem);
         return;
     }
@@ -233,12 +244,12 @@ void TreeCopier::Leave()
 {
     const Level level = std::move(fLevels.back());
     fLevels.pop_back();
-    BDirectory* source = fSources->Here();
-    BDirectory* target = fTargets->Here();
+    std::shared_ptr<BDirectory> source = fSources->Here();
+    std::shared_ptr<BDirectory> target = fTargets->Here();
     if (source == nullptr || target == nullptr) {
         Fail(level.name.c_str(), "it is out of reach");
     } else {
-        FinishFolder(level, *source, *target);
+        FinishFolder(level, std::move(source), std::move(target));
     }
     fSources->Leave();
     fTargets->Leave();
@@ -246,7 +257,8 @@ void TreeCopier::Leave()
     fTargetPath.resize(level.targetPathBytes);
 }
 
-void TreeCopier::FinishFolder(const Level& level, BDirectory& source, BDirectory& target)
+void TreeCopier::FinishFolder(const Level& level, std::shared_ptr<BDirectory> source,
+                              std::shared_ptr<BDirectory> target)
 {
     if (fPurpose.IsMove()) {
         fPurpose.ledger->Add(level.place, level.record, level.target);
@@ -254,12 +266,17 @@ void TreeCopier::FinishFolder(const Level& level, BDirectory& source, BDirectory
     if (!level.isNew) {
         return; // a folder that was there keeps what it is
     }
-    // Times come last: creating entries inside the folder has changed them.
-    if (fPurpose.IsMove()) {
-        fContext.access.FinishMoved(&target, source, level.record);
-    } else {
-        fContext.access.FinishNew(&target, source, level.record);
-    }
+    // Last, when all files are in it: its mode may forbid to make any, and each changes its times.
+    const auto finish = [&access = fContext.access, isMove = fPurpose.IsMove(),
+                         record = level.record, source = std::move(source),
+                         target = std::move(target)] {
+        if (isMove) {
+            access.FinishMoved(target.get(), *source, record);
+        } else {
+            access.FinishNew(target.get(), *source, record);
+        }
+    };
+    fContext.smallFiles.AddAfter(finish, &fItem);
 }
 
 void TreeCopier::NoteMade(const CopyStep& step, const node_ref& made)
@@ -301,10 +318,17 @@ TreeCopier::Folder TreeCopier::OpenSource(const CopyStep& step, const struct sta
 status_t TreeCopier::OpenChild(BDirectory* child, const BDirectory& folder, const char* name)
 {
     status_t status = child->SetToChild(folder, name);
-    if (status == B_NO_MORE_FDS && CloseAbove(*fSources, *fTargets)) {
+    if (status == B_NO_MORE_FDS) {
+        CloseOthers();
         status = child->SetToChild(folder, name);
     }
     return status;
+}
+
+void TreeCopier::CloseOthers()
+{
+    fContext.smallFiles.Drain();
+    CloseAbove(*fSources, *fTargets);
 }
 
 bool TreeCopier::IsKernelVolume(const BDirectory& folder, dev_t device)
@@ -320,7 +344,12 @@ bool TreeCopier::IsKernelVolume(const BDirectory& folder, dev_t device)
 TreeCopier::Folder TreeCopier::OpenTarget(const CopyStep& step, bool* isNew)
 {
     auto folder = std::make_unique<BDirectory>();
-    status_t status = step.target.folder.CreateNewDirectory(step.targetName, 0700, folder.get());
+    BDirectory& parent = step.target.folder;
+    status_t status = parent.CreateNewDirectory(step.targetName, 0700, folder.get());
+    if (status == B_NO_MORE_FDS) {
+        CloseOthers();
+        status = parent.CreateNewDirectory(step.targetName, 0700, folder.get());
+    }
     *isNew = status == B_OK;
     if (status == B_FILE_EXISTS && !fPurpose.isAllNew) {
         // Merged into when it is a folder itself; nothing is ever written through a link.

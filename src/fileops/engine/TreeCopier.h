@@ -30,7 +30,7 @@ public:
     /// Ownership: borrows all for its own life, `item` until the operation's small files are done.
     TreeCopier(OperationContext& context, const CopyPurpose& purpose, ItemCopy& item);
 
-    void Copy(const CopyStep& step);
+    void Copy(const std::shared_ptr<const CopyWay>& way, const char* name, const char* targetName);
 
 private:
     struct Child
@@ -59,10 +59,11 @@ private:
         std::vector<Child> folders;
     };
     using Folder = std::unique_ptr<BDirectory>;
+    using Way = std::shared_ptr<const CopyWay>;
 
-    bool CopyOpened(const CopyStep& step);
+    bool CopyOpened(const Way& way, const CopyStep& step);
     void EndOrQueue(std::unique_ptr<FileCopier> copier);
-    void CopyOne(const CopyStep& step, const struct stat& record);
+    void CopyOne(const Way& way, const CopyStep& step, const struct stat& record);
     void CopyTree(const CopyStep& step, const struct stat& record);
     void EnterNext();
     bool Enter(const CopyStep& step, const struct stat& record);
@@ -71,17 +72,19 @@ private:
     CopyResult RefuseKind(const char* name);
     Folder OpenSource(const CopyStep& step, const struct stat& record);
     [[nodiscard]] status_t OpenChild(BDirectory* child, const BDirectory& folder, const char* name);
+    void CloseOthers();
     bool IsKernelVolume(const BDirectory& folder, dev_t device);
     Folder OpenTarget(const CopyStep& step, bool* isNew);
     bool MayMerge(const CopyStep& step, const node_ref& source, const node_ref& target, bool isNew);
     bool KeepFolderAttributes(const CopyStep& step, const BDirectory& source, BDirectory* target);
-    void FinishFolder(const Level& level, BDirectory& source, BDirectory& target);
+    void FinishFolder(const Level& level, std::shared_ptr<BDirectory> source,
+                      std::shared_ptr<BDirectory> target);
     void NoteMade(const CopyStep& step, const node_ref& made);
     bool Note(const char* name, status_t status);
     void Fail(const char* name, const char* reason);
     void FailReading(const char* name, status_t status);
     Children List(const char* name, BDirectory& folder);
-    void CopyFile(const CopyStep& step);
+    void CopyFile(const Way& way, const std::string& name, uint64 folder);
 
     OperationContext& fContext;
     OperationUI& fUI;
