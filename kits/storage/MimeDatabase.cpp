@@ -47,13 +47,6 @@ const char* TypeOfKind(mode_t mode)
 
 namespace kits {
 
-std::string MimeTypeOfName(const char* name)
-{
-    const QMimeType found =
-        QMimeDatabase().mimeTypeForFile(QString::fromUtf8(name), QMimeDatabase::MatchExtension);
-    return found.name().toStdString();
-}
-
 TypeIconNames IconNamesOfType(const std::string& type)
 {
     const QMimeType found = QMimeDatabase().mimeTypeForName(QString::fromStdString(type));

@@ -111,6 +111,7 @@ private:
     int64 fShownFileBytes = 0; // what the bars stand at
     int64 fShownBytes = 0;
     bigtime_t fNextPaint = 0;
+    bigtime_t fNextTitle = 0;
     LateShow fLateShow;
     bigtime_t fSettledTime = 0; // until then an activation is nobody's wish
 };

@@ -16,7 +16,10 @@ namespace norvane {
 namespace {
 
 constexpr rgb_color kGrey = {216, 216, 216, 255};
-constexpr bigtime_t kFrame = 1'000'000 / 60;
+// What moves is seen to move; more often would be paid for by the operation.
+constexpr bigtime_t kFrame = 1'000'000 / 25;
+// The window manager draws the title.
+constexpr bigtime_t kTitleInterval = 250'000;
 constexpr bigtime_t kAnswersAfterFirstFrame = 200'000;
 constexpr bigtime_t kPatienceBeforeStop = 300'000;
 constexpr char kFileLabel[] = "Copying: ";
@@ -124,7 +127,8 @@ void CopyWin::PaintNow(bigtime_t now)
 void CopyWin::ShowTitle(bigtime_t now)
 {
     const std::string title = fProgress.Title(fBaseTitle, now);
-    if (title != Title()) {
+    if (title != Title() && now >= fNextTitle) {
+        fNextTitle = now + kTitleInterval;
         SetTitle(title.c_str());
     }
 }
