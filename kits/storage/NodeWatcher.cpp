@@ -24,7 +24,7 @@ constexpr uint32 kFolderMask = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_
 constexpr uint32 kGuardMask = IN_DELETE | IN_ONLYDIR | IN_MASK_ADD;
 // While much happens, events are left to the kernel for so long: of those about one file it makes
 // one, and one turn here takes many. Taking each would cost a big copy a quarter of its speed.
-constexpr int kBusyMilliseconds = 10;
+constexpr int kBusyMilliseconds = 25;
 
 /// What a task's caller waits for.
 class Answer

@@ -74,10 +74,12 @@ Measurement::~Measurement()
 
 void Measurement::Start()
 {
-    fWork = std::make_unique<PatientWork>([found = fFound, keep = fKeep] {
+    const auto measure = [found = fFound, keep = fKeep] {
         Measure(*found, keep, nullptr);
         return status_t(B_OK);
-    });
+    };
+    // The window that is opening comes first.
+    fWork = std::make_unique<PatientWork>(measure, B_LOW_PRIORITY);
     if (!fWork->HasBegun()) {
         fWork.reset();
     }

@@ -25,11 +25,12 @@ struct PatientWork::Work
     status_t status GUARDED_BY(lock) = B_OK;
 };
 
-PatientWork::PatientWork(std::function<status_t()> call) : fWork(std::make_shared<Work>())
+PatientWork::PatientWork(std::function<status_t()> call, int32 priority)
+    : fWork(std::make_shared<Work>())
 {
     fWork->call = std::move(call);
     auto handed = std::make_unique<std::shared_ptr<Work>>(fWork);
-    const thread_id thread = spawn_thread(&Run, "patient work", B_NORMAL_PRIORITY, handed.get());
+    const thread_id thread = spawn_thread(&Run, "patient work", priority, handed.get());
     fHasThread = thread >= B_OK && resume_thread(thread) == B_OK;
     if (fHasThread) {
         [[maybe_unused]] const auto* adopted = handed.release(); // by the thread

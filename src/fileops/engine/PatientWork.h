@@ -17,7 +17,7 @@ class PatientWork
 public:
     /// Begins. `call` may go on when nobody waits for it any more, so it owns all that it uses.
     /// Thread: any.
-    explicit PatientWork(std::function<status_t()> call);
+    explicit PatientWork(std::function<status_t()> call, int32 priority = B_NORMAL_PRIORITY);
     ~PatientWork();
 
     /// False where there was no thread to be had.
