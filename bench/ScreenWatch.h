@@ -5,6 +5,7 @@
 #include <X11/Xlib.h>
 #include <X11/extensions/Xdamage.h>
 
+#include <functional>
 #include <string>
 
 /// Watches a whole X screen for changes, as the person in front of it does.
@@ -34,8 +35,10 @@ public:
     bool Press(const std::string& keyName);
 
     /// Waits until a mapped window has this title, alone or with " - " and progress after it; None
-    /// when none came within `limitMs`. Asks again and again: meant for moments.
-    Window WaitForWindow(const std::string& title, double limitMs);
+    /// when none came within `limitMs`, or `isTooLate` said so. Asks again and again: meant for
+    /// moments.
+    Window WaitForWindow(const std::string& title, double limitMs,
+                         const std::function<bool()>& isTooLate);
     /// Waits until the window is unmapped or gone, costing nothing meanwhile; false when it is
     /// there after `limitMs`.
     bool WaitForEnd(Window window, double limitMs);
