@@ -116,6 +116,45 @@ TEST_F(CopyQueueTest, WithoutASecondThreadAllIsCopiedTheSame)
     }
 }
 
+TEST_F(CopyQueueTest, AStopBetweenFoldersLeavesNoHalfFile)
+{
+    MakeTree(40, 20);
+    fUI.onFile = [this](const std::string& path) {
+        fUI.isStopped = fUI.isStopped || path.find("folder120/") != std::string::npos;
+    };
+
+    Copy("from/tree", "to");
+
+    EXPECT_FALSE(fIsWhole);
+    size_t copied = 0;
+    for (const std::string& name : fNames) {
+        if (fTree.Exists("to/tree/" + name)) {
+            EXPECT_EQ(fTree.Read("to/tree/" + name), Contents(name)) << "none is left half";
+            copied++;
+        }
+    }
+    EXPECT_EQ(copied, fUI.files.size()) << "what was made was told";
+    EXPECT_GE(copied, 400u);
+    EXPECT_LE(copied, 440u);
+}
+
+TEST_F(CopyQueueTest, LargeFilesAmongSmallOnesArriveInTurn)
+{
+    MakeTree(10, 20);
+    for (size_t i = 0; i < fNames.size(); i += 7) {
+        fTree.Write("from/tree/" + fNames[i], std::string(100'000 + i, 'x'));
+    }
+
+    EXPECT_TRUE(Copy("from/tree", "to"));
+
+    EXPECT_TRUE(fIsWhole);
+    ASSERT_EQ(fUI.files.size(), fNames.size());
+    for (size_t i = 0; i < fNames.size(); ++i) {
+        ASSERT_EQ(fUI.files[i].source, fTree.Path("from/tree/" + fNames[i]));
+        ASSERT_EQ(fTree.Read("to/tree/" + fNames[i]), fTree.Read("from/tree/" + fNames[i]));
+    }
+}
+
 TEST_F(CopyQueueTest, StoppedItEndsSoon)
 {
     MakeTree(1, 200);

@@ -205,6 +205,36 @@ TEST_F(OperationTest, TheQuestionAboutThemCanStopIt)
     });
 }
 
+// More than are under way at once, so that folders are left before their files have ended.
+TEST_F(OperationTest, FoldersWithManyFilesKeepTheirTimesAndModes)
+{
+    constexpr time_t kTime = 1'000'000'000;
+    std::vector<std::string> folders = {"tree"};
+    for (int folder = 0; folder < 40; folder++) {
+        folders.push_back("tree/folder" + std::to_string(folder));
+        for (int file = 0; file < 20; file++) {
+            fTree.Write("from/" + folders.back() + "/file" + std::to_string(file),
+                        std::string(static_cast<size_t>(file) * 1000, 'x'));
+        }
+    }
+    for (const std::string& folder : folders) {
+        SetMode("from/" + folder, 0555);
+        SetTime("from/" + folder, kTime);
+    }
+
+    Move("from/tree");
+
+    EXPECT_FALSE(fTree.Exists("from/tree"));
+    EXPECT_EQ(fUI.problems.size(), 0u);
+    EXPECT_EQ(fUI.files.size(), 800u);
+    for (const std::string& folder : folders) {
+        struct stat record = {};
+        ASSERT_EQ(stat(fTree.Path("to/" + folder).c_str(), &record), 0);
+        EXPECT_EQ(record.st_mtime, kTime) << folder;
+        EXPECT_EQ(record.st_mode & 07777, 0555u) << folder;
+    }
+}
+
 // Depth, and the top of all
 
 TEST_F(OperationTest, ATreeDeeperThanDescriptorsAndPathsMoves)
