@@ -22,6 +22,11 @@ namespace {
 // Files up to this size are read at once, and tell of their bytes at once.
 constexpr off_t kSmall = off_t{64} * 1024;
 
+const char* NameOr(const std::string& name, const std::string& otherwise)
+{
+    return name.empty() ? otherwise.c_str() : name.c_str();
+}
+
 } // namespace
 
 FileCopier::FileCopier(OperationContext& context, const CopyPurpose& purpose,
@@ -30,10 +35,7 @@ FileCopier::FileCopier(OperationContext& context, const CopyPurpose& purpose,
     : fContext(context), fUI(context.ui), fPurpose(purpose), fWay(std::move(way)), fName(name),
       fOtherName(fName == targetName ? "" : targetName), fStep{fWay->source, fName.c_str(),
                                                                fWay->target,
-                                                               fOtherName.empty()
-                                                                   ? fName.c_str()
-                                                                   : fOtherName.c_str(),
-                                                               place}
+                                                               NameOr(fOtherName, fName), place}
 {
 }
 
