@@ -235,6 +235,19 @@ status_t FindRecord(const TrashMove& move, OpenFolder* info, std::string* text)
     return looked == B_OK ? status_t(B_IO_ERROR) : looked;
 }
 
+/// Claims a name in a Trash by a record that says `text`. One that says the same already, and
+/// speaks of no entry, is left from a claim that could not be taken back: the entry had that name.
+status_t ClaimByRecord(const TrashMove& move, int info, const std::string& text)
+{
+    const status_t status = WriteRecord(info, move.newName, text);
+    std::string there;
+    struct stat st;
+    const bool isOwn = status == B_FILE_EXISTS && ReadRecord(info, move.newName, &there) == B_OK &&
+                       there == text &&
+                       sys::StatAt(move.to, move.newName.c_str(), &st) == B_ENTRY_NOT_FOUND;
+    return isOwn ? status_t(B_OK) : status;
+}
+
 /// Renames an entry in a Trash. Its record is there under both names meanwhile: the new one claims
 /// the name, and wherever the entry is found it can be restored.
 status_t RenameInside(const TrashMove& move)
@@ -244,7 +257,7 @@ status_t RenameInside(const TrashMove& move)
     status_t status = FindRecord(move, &info, &text);
     const bool hasRecord = status == B_OK;
     if (hasRecord) {
-        status = WriteRecord(info->Get(), move.newName, text);
+        status = ClaimByRecord(move, info->Get(), text);
     }
     if (status != B_OK && (hasRecord || status != B_ENTRY_NOT_FOUND)) {
         return status;

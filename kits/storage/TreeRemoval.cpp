@@ -174,16 +174,13 @@ status_t RemoveFolder(const kits::OpenFolder& parent, const std::string& name, B
     remover.Walk(parent, name.c_str());
     const status_t status = remover.Status();
     struct stat record;
-    const status_t looked = status == B_OK ? kits::sys::StatAt(parent->Get(), name.c_str(), &record)
-                                           : B_ENTRY_NOT_FOUND;
-    if (looked == B_ENTRY_NOT_FOUND) {
-        return status;
+    if (status != B_OK || kits::sys::StatAt(parent->Get(), name.c_str(), &record) != B_OK) {
+        return status; // gone, or something was told; a look that fails says nothing else
     }
-    const status_t left = looked == B_OK ? B_FILE_ERROR : looked; // it was said to be gone
     if (hooks != nullptr) {
-        hooks->Failed(name.c_str(), left);
+        hooks->Failed(name.c_str(), B_FILE_ERROR); // it was said to be gone
     }
-    return left;
+    return B_FILE_ERROR;
 }
 
 } // namespace

@@ -196,6 +196,39 @@ TEST_F(TrashTest, TakesTheRecordAlongInsideTheTrash)
     EXPECT_EQ(OriginIn(fTree.Read(InInfo("other"))), fTree.Path("from/report"));
 }
 
+// As after a name that was put aside when its record could not be removed.
+TEST_F(TrashTest, GetsTheNameBackWhoseRecordIsStillThere)
+{
+    fTree.Write("from/report", "text");
+    ASSERT_EQ(Trash("from/report"), B_OK);
+    const std::string record = fTree.Read(InInfo("report"));
+    BEntry entry(fTree.Path(InFiles("report")).c_str());
+    ASSERT_EQ(entry.Rename("aside"), B_OK);
+    fTree.Write(InInfo("report"), record);
+
+    EXPECT_EQ(entry.Rename("report"), B_OK);
+
+    EXPECT_EQ(fTree.Read(InFiles("report")), "text");
+    EXPECT_EQ(fTree.Read(InInfo("report")), record);
+    EXPECT_FALSE(fTree.Exists(InInfo("aside")));
+}
+
+TEST_F(TrashTest, LeavesANameToTheOtherEntryWhoseRecordIsThere)
+{
+    fTree.Write("from/report", "text");
+    ASSERT_EQ(Trash("from/report"), B_OK);
+    const std::string record = fTree.Read(InInfo("report"));
+    BEntry entry(fTree.Path(InFiles("report")).c_str());
+    ASSERT_EQ(entry.Rename("aside"), B_OK);
+    const std::string other = "[Trash Info]\nPath=/other\nDeletionDate=2026-01-01T00:00:00\n";
+    fTree.Write(InInfo("report"), other); // claimed for an entry that is about to come
+
+    EXPECT_EQ(entry.Rename("report"), B_FILE_EXISTS);
+
+    EXPECT_EQ(fTree.Read(InInfo("report")), other);
+    EXPECT_EQ(fTree.Read(InInfo("aside")), record);
+}
+
 TEST_F(TrashTest, KeepsTheRecordWhenTheNewNameIsTaken)
 {
     fTree.Write("a", "1");
