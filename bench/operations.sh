@@ -158,8 +158,9 @@ warm_tree() {
 # 20,000 small files in 2,000 folders: copied, then deleted for good in the Trash
 measure_tree() {
     local folder=$shm_play/tree round own=() firsts=() cp=() floor=() gone=() rm=() gone_floor=()
+    local bare=() bare_gone=()
     local trash=$XDG_DATA_HOME/Trash/files tree=$shm_play/tree/from/tree
-    mkdir -p "$folder/from" "$folder/to" "$folder/peer" "$trash"
+    mkdir -p "$folder/from" "$folder/to" "$folder/peer" "$folder/bare" "$trash"
     "$tools/tree" make "$tree" 2000 20000 >/dev/null
     for round in $(seq "$rounds"); do
         open_panes "$folder/from" "$folder/to" t
@@ -173,6 +174,9 @@ measure_tree() {
         warm_tree "$tree" "$folder/peer"
         floor+=("$("$tools/tree" copy "$tree" "$folder/peer")")
         gone_floor+=("$("$tools/tree" remove "$folder/peer/tree")")
+        warm_tree "$tree" "$folder/peer"
+        bare+=("$("$tools/operation" copy "$folder/bare" "$tree")")
+        bare_gone+=("$("$tools/operation" delete "$folder/bare/tree")")
         mv "$folder/to/tree" "$trash/tree"
         open_panes "$trash" "$folder/to" t
         ask F8
@@ -183,16 +187,18 @@ measure_tree() {
     compare_times "copy 20,000 small files, ms" own "cp -r" cp "<= 0.75"
     compare_times "" own "two threads in C" floor "aim: 1"
     share_row firsts
+    compare_times "  without the window" bare "cp -r" cp ""
     compare_times "delete them, ms" gone "rm -rf" rm "<= 0.75"
     compare_times "" gone "two threads in C" gone_floor "aim: 1"
+    compare_times "  without the window" bare_gone "rm -rf" rm ""
     rm -rf "$folder"
 }
 
 # 10,000 small files, each marked by itself
 measure_marked() {
     local folder=$shm_play/marked from=$shm_play/marked/from/folder-00000 round
-    local own=() firsts=() cp=() files
-    mkdir -p "$folder/to" "$folder/peer"
+    local own=() firsts=() cp=() bare=() files
+    mkdir -p "$folder/to" "$folder/peer" "$folder/bare"
     "$tools/tree" make "$folder/from" 1 10000 >/dev/null
     files=("$from"/*)
     for round in $(seq "$rounds"); do
@@ -205,11 +211,14 @@ measure_marked() {
         mkdir "$folder/to"
         warm_tree "$from" "$folder/peer"
         cp+=("$(milliseconds cp -t "$folder/peer" "${files[@]}")")
-        rm -rf "$folder/peer"
-        mkdir "$folder/peer"
+        warm_tree "$from" "$folder/peer"
+        bare+=("$("$tools/operation" copy "$folder/bare" "${files[@]}")")
+        rm -rf "$folder/peer" "$folder/bare"
+        mkdir "$folder/peer" "$folder/bare"
     done
     compare_times "copy 10,000 marked small files, ms" own cp cp "<= 0.9"
     share_row firsts
+    compare_times "  without window and panes" bare cp cp ""
     rm -rf "$folder"
 }
 
@@ -251,10 +260,11 @@ measure_move() {
 
 # 10,000 marked files into the Trash
 measure_trash() {
-    local folder=$shm_play/trash round own=() floor=()
+    local folder=$shm_play/trash round own=() floor=() bare=()
     for round in $(seq "$rounds"); do
         fill "$folder/own" 10000
         fill "$folder/peer" 10000
+        fill "$folder/bare" 10000
         mkdir -p "$folder/Trash/files" "$folder/Trash/info"
         open_panes "$folder/own" "$folder" plus
         ask F8
@@ -262,7 +272,9 @@ measure_trash() {
         own+=("$total")
         [ -z "$(ls "$folder/own")" ] || echo "not all were trashed" >&2
         floor+=("$("$tools/tree" trash "$folder/peer" "$folder/Trash")")
+        bare+=("$("$tools/operation" trash "$folder/bare"/*)")
         rm -rf "$folder" "$XDG_DATA_HOME/Trash"
     done
     compare_times "trash 10,000 files, ms" own "records and renames in C" floor "<= 2"
+    compare_times "  without window and panes" bare "records and renames in C" floor ""
 }

@@ -49,10 +49,14 @@ bool Judgement::LeadsSomewhere(const std::string& path, const SceneItem& link) c
 bool Judgement::CanBeWhole() const
 {
     if (fTask.kind == Task::kRename) {
-        // A record alone takes a name in a Trash: someone may be about to put an entry there.
+        // A record alone takes a name in a Trash: someone may be about to put an entry there. One
+        // that says what the entry's own says is a claim of the entry itself, left by a kill.
+        const std::string trash = TrashOf(fTask.target);
+        const auto claim = fBefore.find(trash + "/info/" + LeafOf(fTask.target) + ".trashinfo");
+        const auto own = fBefore.find(trash + "/info/" + LeafOf(fTask.source) + ".trashinfo");
         return IsNew(fTask.target) &&
-               (TrashOf(fTask.target).empty() ||
-                IsNew(TrashOf(fTask.target) + "/info/" + LeafOf(fTask.target) + ".trashinfo"));
+               (trash.empty() || claim == fBefore.end() ||
+                (own != fBefore.end() && claim->second.text == own->second.text));
     }
     const bool isRenamed = fTask.kind == Task::kTrash && fTask.source.starts_with("one/");
     if (isRenamed ||
