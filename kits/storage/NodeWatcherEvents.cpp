@@ -162,7 +162,9 @@ void NodeWatcher::Created(Folder* folder, std::string_view name)
         return; // gone again; its removal is not told either
     }
     folder->Names().Set(name, st->st_ino);
-    fJustCreated.insert({folder->watch, st->st_ino});
+    if (st->st_nlink == 1) { // who has it by another name looks at nothing
+        fJustCreated.insert({folder->watch, st->st_ino});
+    }
     BMessage notice =
         EntryNotice(B_ENTRY_CREATED, {st->st_dev, folder->node.node, st->st_ino, name});
     folder->targets.Send(notice, B_WATCH_DIRECTORY);

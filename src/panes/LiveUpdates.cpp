@@ -239,8 +239,11 @@ int LiveUpdates::AddEntry(const entry_ref& ref)
         return 0;
     }
     const int kind = row->IsDir() ? 1 : 2;
-    if (fRows.Find(row->NodeRef(), ref.name) == nullptr) {
+    DirListItem* listed = fRows.Find(row->NodeRef(), ref.name);
+    if (listed == nullptr) {
         fRows.Insert(std::move(row));
+    } else {
+        fRows.Rebuild(listed, ref); // it may have been listed before it was written to
     }
     return kind;
 }

@@ -221,6 +221,7 @@ void CopyWin::Measured(const OperationSize& size)
 
 void CopyWin::ShowState()
 {
+    fNextTitle = 0; // the title too
     PaintNow(system_time());
 }
 

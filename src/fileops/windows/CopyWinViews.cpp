@@ -19,7 +19,7 @@ constexpr rgb_color kGrey = {216, 216, 216, 255};
 // What moves is seen to move; more often would be paid for by the operation.
 constexpr bigtime_t kFrame = 1'000'000 / 25;
 // The window manager draws the title.
-constexpr bigtime_t kTitleInterval = 250'000;
+constexpr bigtime_t kTitleInterval = 100'000;
 constexpr bigtime_t kAnswersAfterFirstFrame = 200'000;
 constexpr bigtime_t kPatienceBeforeStop = 300'000;
 constexpr char kFileLabel[] = "Copying: ";

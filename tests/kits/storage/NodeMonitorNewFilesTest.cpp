@@ -117,3 +117,24 @@ TEST_F(NodeMonitorNewFilesTest, WhoLooksAtEachNoticeSeesTheLastOfEachFile)
     EXPECT_EQ(fLooker->Created(), kFiles);
     EXPECT_LT(fLooker->Changed(), kFiles) << "most are told with their creation";
 }
+
+// Who has it listed by its first name hears of nothing created there.
+TEST_F(NodeMonitorNewFilesTest, WhatIsWrittenToANewLinkIsToldOfTheFile)
+{
+    constexpr int kRounds = 20;
+    for (int i = 0; i < kRounds; ++i) {
+        fTree.Write("d/first" + std::to_string(i), "");
+    }
+    usleep(300'000); // told, and quiet
+    for (int i = 0; i < kRounds; ++i) {
+        const std::string number = std::to_string(i);
+        ASSERT_EQ(
+            link(fTree.Path("d/first" + number).c_str(), fTree.Path("d/other" + number).c_str()),
+            0);
+        const int file = open(fTree.Path("d/other" + number).c_str(), O_WRONLY);
+        ASSERT_EQ(write(file, "12345", 5), 5);
+        close(file);
+    }
+    usleep(300'000);
+    EXPECT_GE(fLooker->Changed(), kRounds);
+}
