@@ -17,6 +17,7 @@
 #include <fstream>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace kits {
@@ -51,31 +52,27 @@ std::string EndingOf(const std::string& name)
     return point == name.npos ? "" : name.substr(point);
 }
 
-/// The types of endings.
-class Endings
+/// All rules but those for endings.
+struct Rules
 {
-public:
-    std::string TypeOf(const char* name);
+    bool areKnown = false;
+    std::vector<std::string> patterns;
 
-private:
-    void Renew() REQUIRES(fMutex);
-    bool HasRuleOfItsOwn(const char* name) const REQUIRES(fMutex);
-
-    Mutex fMutex;
-    bigtime_t fRenewed GUARDED_BY(fMutex) = 0;
-    bool fIsKnown GUARDED_BY(fMutex) = false;              // which rules there are
-    std::vector<std::string> fPatterns GUARDED_BY(fMutex); // all but those for endings
-    std::unordered_map<std::string, std::string> fTypes GUARDED_BY(fMutex);
+    bool SpeakOf(const char* name) const
+    {
+        return std::any_of(patterns.begin(), patterns.end(), [name](const std::string& pattern) {
+            return ::fnmatch(pattern.c_str(), name, FNM_CASEFOLD) == 0;
+        });
+    }
 };
 
 /// Reads the rules as the database's own tools write them, "weight:type:pattern[:flags]".
-void Endings::Renew()
+Rules ReadRules()
 {
-    fTypes.clear();
-    fPatterns.clear();
+    Rules rules;
     const QStringList files =
         QStandardPaths::locateAll(QStandardPaths::GenericDataLocation, "mime/globs2");
-    fIsKnown = !files.isEmpty();
+    rules.areKnown = !files.isEmpty();
     for (const QString& path : files) {
         std::ifstream file(path.toStdString());
         std::string line;
@@ -88,32 +85,54 @@ void Endings::Renew()
             const std::string pattern =
                 line.substr(begin + 1, line.find(':', begin + 1) - begin - 1);
             if (!IsForEnding(pattern)) {
-                fPatterns.push_back(pattern);
+                rules.patterns.push_back(pattern);
             }
         }
-        fIsKnown = fIsKnown && file.eof();
+        rules.areKnown = rules.areKnown && file.eof();
     }
+    return rules;
 }
 
-bool Endings::HasRuleOfItsOwn(const char* name) const
+/// The types of endings.
+class Endings
 {
-    return std::any_of(fPatterns.begin(), fPatterns.end(), [name](const std::string& pattern) {
-        return ::fnmatch(pattern.c_str(), name, FNM_CASEFOLD) == 0;
-    });
+public:
+    std::string TypeOf(const char* name);
+
+private:
+    void RenewIfOld();
+
+    Mutex fMutex;
+    bigtime_t fRenewed GUARDED_BY(fMutex) = 0;
+    Rules fRules GUARDED_BY(fMutex);
+    std::unordered_map<std::string, std::string> fTypes GUARDED_BY(fMutex);
+};
+
+/// Others go on with the old rules while one thread reads them.
+void Endings::RenewIfOld()
+{
+    {
+        MutexLock lock(fMutex);
+        const bigtime_t now = system_time();
+        if (fRenewed != 0 && now - fRenewed <= kRememberedFor) {
+            return;
+        }
+        fRenewed = now;
+    }
+    Rules rules = ReadRules();
+    MutexLock lock(fMutex);
+    fRules = std::move(rules);
+    fTypes.clear();
 }
 
 std::string Endings::TypeOf(const char* name)
 {
+    RenewIfOld();
     const std::string ending = EndingOf(name);
     bool isByEnding = false;
     {
         MutexLock lock(fMutex);
-        const bigtime_t now = system_time();
-        if (fRenewed == 0 || now - fRenewed > kRememberedFor) {
-            Renew();
-            fRenewed = now;
-        }
-        isByEnding = fIsKnown && !HasRuleOfItsOwn(name);
+        isByEnding = fRules.areKnown && !fRules.SpeakOf(name);
         const auto found = isByEnding ? fTypes.find(ending) : fTypes.end();
         if (found != fTypes.end()) {
             return found->second;

@@ -45,6 +45,16 @@ protected:
         return status;
     }
 
+    /// Moves an entry "report" into the Trash, and there to the name "aside"; its record.
+    std::string PutAside()
+    {
+        fTree.Write("from/report", "text");
+        EXPECT_EQ(Trash("from/report"), B_OK);
+        std::string record = fTree.Read(InInfo("report"));
+        EXPECT_EQ(BEntry(fTree.Path(InFiles("report")).c_str()).Rename("aside"), B_OK);
+        return record;
+    }
+
     TempTree fTree;
     std::string fTrashedName;
 

@@ -199,11 +199,8 @@ TEST_F(TrashTest, TakesTheRecordAlongInsideTheTrash)
 // As after a name that was put aside when its record could not be removed.
 TEST_F(TrashTest, GetsTheNameBackWhoseRecordIsStillThere)
 {
-    fTree.Write("from/report", "text");
-    ASSERT_EQ(Trash("from/report"), B_OK);
-    const std::string record = fTree.Read(InInfo("report"));
-    BEntry entry(fTree.Path(InFiles("report")).c_str());
-    ASSERT_EQ(entry.Rename("aside"), B_OK);
+    const std::string record = PutAside();
+    BEntry entry(fTree.Path(InFiles("aside")).c_str());
     fTree.Write(InInfo("report"), record);
 
     EXPECT_EQ(entry.Rename("report"), B_OK);
@@ -215,11 +212,8 @@ TEST_F(TrashTest, GetsTheNameBackWhoseRecordIsStillThere)
 
 TEST_F(TrashTest, LeavesANameToTheOtherEntryWhoseRecordIsThere)
 {
-    fTree.Write("from/report", "text");
-    ASSERT_EQ(Trash("from/report"), B_OK);
-    const std::string record = fTree.Read(InInfo("report"));
-    BEntry entry(fTree.Path(InFiles("report")).c_str());
-    ASSERT_EQ(entry.Rename("aside"), B_OK);
+    const std::string record = PutAside();
+    BEntry entry(fTree.Path(InFiles("aside")).c_str());
     const std::string other = "[Trash Info]\nPath=/other\nDeletionDate=2026-01-01T00:00:00\n";
     fTree.Write(InInfo("report"), other); // claimed for an entry that is about to come
 

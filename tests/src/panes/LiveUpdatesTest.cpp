@@ -106,6 +106,22 @@ TEST_F(LiveUpdatesTest, AddsWhatIsMadeInTheFolderItFollows)
     EXPECT_EQ(Names(), "a ");
 }
 
+// The watch leaves out what was written to it in the moment in which it came.
+TEST_F(LiveUpdatesTest, LooksAgainAtWhatWasListedBeforeItWasTold)
+{
+    fUpdates->Follow(Watched("one"));
+    fTree.Write("one/a", "");
+    fUpdates->AddEntry("a");
+    ASSERT_EQ(fRows->CountRows(), 1);
+    EXPECT_EQ(fRows->RowAt(0)->GetSize(), 0);
+    fTree.Write("one/a", "12345");
+
+    fUpdates->NodeChanged(Created("one", "a"));
+
+    ASSERT_EQ(fRows->CountRows(), 1);
+    EXPECT_EQ(fRows->RowAt(0)->GetSize(), 5);
+}
+
 TEST_F(LiveUpdatesTest, FollowsNothingInAPlaceThatIsNoFolder)
 {
     fUpdates->Follow(Watched("one"));
