@@ -173,9 +173,9 @@ private:
     std::unique_ptr<MountTable> fMounts; // null while nobody asks
     std::vector<char> fBytes; // the kernel's events as they were read; kept, as it costs to clear
     bool fHasOverflown = false;
-    Displaced fDisplaced;         // by the event before
-    bool fIsBusy = false;         // the last events were many, or of contents that changed
-    time_t fLastDrained = 0;      // wall clock: all changes before it have been told
+    Displaced fDisplaced;    // by the event before
+    bool fIsBusy = false;    // the last events were many, or of contents that changed
+    time_t fLastDrained = 0; // wall clock: all changes before it have been told
 
     Mutex fMutex;
     std::vector<std::function<void()>> fTasks GUARDED_BY(fMutex);

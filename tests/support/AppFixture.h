@@ -71,10 +71,16 @@ protected:
         WriteSettings(lines);
     }
 
-    void Open(const std::vector<std::string>& folders = {})
+    /// Without waiting for the focus, which an alert may take at once.
+    void Show(const std::vector<std::string>& folders = {})
     {
         fWindow = new norvane::NorvaneWindow(BRect(10, 40, 809, 639), true, folders);
         fWindow->Show();
+    }
+
+    void Open(const std::vector<std::string>& folders = {})
+    {
+        Show(folders);
         ASSERT_TRUE(kits::testing::WaitForFocus(fWindow));
     }
 

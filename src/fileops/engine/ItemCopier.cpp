@@ -43,7 +43,8 @@ bool ItemCopier::IsFolder(const CopyPlace& target)
 
 const std::shared_ptr<const CopyWay>& ItemCopier::WayTo(const CopyPlace& target)
 {
-    if (fWay == nullptr || fWay->source.owner != fSource.Owner() || &fWay->target.folder != &target.folder) {
+    if (fWay == nullptr || fWay->source.owner != fSource.Owner() ||
+        &fWay->target.folder != &target.folder) {
         const CopyPlace source{fSource.Folder(), fSource.Path(), fSource.Node(), false, true,
                                fSource.Owner()};
         fWay = std::make_shared<const CopyWay>(CopyWay{source, target});

@@ -49,7 +49,8 @@ bool NorvaneEntry::CopyTo(const char* destDir, OperationUI& ui)
     } else {
         OperationContext context(ui);
         context.journal.AddItem(ref);
-        ItemCopier(context).Copy(ref, CopyPlace{folder, destDir, node}, Name(), CopyPurpose(), &copy);
+        ItemCopier(context).Copy(ref, CopyPlace{folder, destDir, node}, Name(), CopyPurpose(),
+                                 &copy);
         context.smallFiles.Drain();
     }
     fResult = copy.result;

@@ -254,7 +254,7 @@ TEST_F(NorvaneWindowTest, ThereAreAsManyPanesAsFoldersGiven)
 TEST_F(NorvaneWindowTest, FoldersThatCannotBeShownAreToldOnce)
 {
     WritePanes({"gone", "one", "alsogone"});
-    Open();
+    Show();
     std::string text;
     ASSERT_TRUE(kits::testing::AnswerAlert("OK", &text));
     EXPECT_NE(text.find(fTree.Path("gone")), std::string::npos);
