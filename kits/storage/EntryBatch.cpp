@@ -2,8 +2,9 @@
 
 #include "FolderListing.h"
 #include "FolderTable.h"
-#include "NodeWatcher.h"
+#include "NodeWatchers.h"
 #include "OrNoMemory.h"
+#include "ReadRecord.h"
 #include "kernel/WorkerThread.h"
 
 #include <Directory.h>
@@ -11,8 +12,6 @@
 #include <algorithm>
 #include <atomic>
 #include <cstring>
-#include <sys/stat.h>
-#include <sys/sysmacros.h>
 #include <vector>
 
 namespace {
@@ -52,7 +51,6 @@ private:
 
     bool StatBlock();
     void SortNames();
-    void StatOne(Item* item) const;
     void JoinHelper();
 
     std::shared_ptr<const kits::FolderListing> fListing;
@@ -98,23 +96,6 @@ status_t BEntryBatch::Impl::Read(int folder, kits::FolderHold hold)
     return B_OK;
 }
 
-void BEntryBatch::Impl::StatOne(Item* item) const
-{
-    struct statx record;
-    item->status = kits::sys::StatxAt(fFolder, item->name, &record);
-    if (item->status != B_OK) {
-        return;
-    }
-    item->mode = record.stx_mode;
-    item->owner = record.stx_uid;
-    item->group = record.stx_gid;
-    item->node = record.stx_ino;
-    item->device = makedev(record.stx_dev_major, record.stx_dev_minor);
-    item->size = static_cast<off_t>(record.stx_size);
-    item->modified = record.stx_mtime.tv_sec;
-    item->modifiedNanoseconds = record.stx_mtime.tv_nsec;
-}
-
 bool BEntryBatch::Impl::StatBlock()
 {
     const size_t start = fNextBlock.fetch_add(kBlockItems, std::memory_order_relaxed);
@@ -123,7 +104,7 @@ bool BEntryBatch::Impl::StatBlock()
     }
     const size_t end = std::min(start + kBlockItems, fItems.size());
     for (size_t i = start; i < end; ++i) {
-        StatOne(&fItems[i]);
+        static_cast<BEntryRecord&>(fItems[i]) = kits::ReadRecord(fFolder, fItems[i].name);
     }
     fStatted.fetch_add(end - start, std::memory_order_relaxed);
     return true;
@@ -185,7 +166,7 @@ status_t BEntryBatch::SetTo(const BDirectory& directory, uint32 watchFlags,
         return status;
     }
     std::shared_ptr<const kits::FolderListing> listing;
-    *watchStatus = kits::NodeWatcher::Get().Watch(&node, watchFlags, target, &listing);
+    *watchStatus = kits::NodeWatchers::Get().Watch(node, watchFlags, target, &listing);
     return Take(directory, std::make_unique<Impl>(std::move(listing)));
 }
 

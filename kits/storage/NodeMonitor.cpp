@@ -1,12 +1,28 @@
 #include <NodeMonitor.h>
 
-#include "NodeWatcher.h"
+#include "MountWatcher.h"
+#include "NodeWatchers.h"
 
 #include <Messenger.h>
+#include <Node.h>
 
 status_t watch_node(const node_ref* node, uint32 flags, const BMessenger& target)
 {
-    return kits::NodeWatcher::Get().Watch(node, flags, target);
+    const bool isOfMounts = (flags & B_WATCH_MOUNT) != 0;
+    if (!target.IsValid() || (node == nullptr && !isOfMounts)) {
+        return B_BAD_VALUE;
+    }
+    if (isOfMounts) {
+        const status_t status = kits::MountWatcher::Get().Watch(target);
+        if (status != B_OK || node == nullptr || flags == B_WATCH_MOUNT) {
+            return status;
+        }
+    }
+    if (flags == B_STOP_WATCHING) {
+        kits::NodeWatchers::Get().StopWatching(target, node);
+        return B_OK;
+    }
+    return kits::NodeWatchers::Get().Watch(*node, flags, target);
 }
 
 status_t watch_node(const node_ref* node, uint32 flags, const BHandler* handler,
@@ -19,7 +35,9 @@ status_t watch_node(const node_ref* node, uint32 flags, const BHandler* handler,
 
 status_t stop_watching(const BMessenger& target)
 {
-    return kits::NodeWatcher::Get().StopWatching(target);
+    kits::MountWatcher::Get().StopWatching(target);
+    kits::NodeWatchers::Get().StopWatching(target);
+    return B_OK;
 }
 
 status_t stop_watching(const BHandler* handler, const BLooper* looper)

@@ -9,6 +9,7 @@ namespace kits {
 
 void WatchTargets::Add(const BMessenger& messenger, uint32 flags)
 {
+    MutexLock lock(fMutex);
     for (WatchTarget& target : fTargets) {
         if (target.messenger == messenger) {
             target.flags |= flags;
@@ -20,12 +21,14 @@ void WatchTargets::Add(const BMessenger& messenger, uint32 flags)
 
 void WatchTargets::Remove(const BMessenger& messenger)
 {
+    MutexLock lock(fMutex);
     std::erase_if(fTargets,
                   [&](const WatchTarget& target) { return target.messenger == messenger; });
 }
 
 uint32 WatchTargets::FlagsOf(const BMessenger& messenger) const
 {
+    MutexLock lock(fMutex);
     for (const WatchTarget& target : fTargets) {
         if (target.messenger == messenger) {
             return target.flags;
@@ -36,14 +39,24 @@ uint32 WatchTargets::FlagsOf(const BMessenger& messenger) const
 
 bool WatchTargets::AnyWants(uint32 flags) const
 {
+    MutexLock lock(fMutex);
     return std::any_of(fTargets.begin(), fTargets.end(),
                        [flags](const WatchTarget& target) { return (target.flags & flags) != 0; });
 }
 
-void WatchTargets::Send(BMessage& message, uint32 flags)
+bool WatchTargets::IsEmpty() const
 {
+    MutexLock lock(fMutex);
+    return fTargets.empty();
+}
+
+void WatchTargets::Send(BMessage& message, uint32 flags, const WatchTargets* other)
+{
+    MutexLock lock(fMutex);
     std::erase_if(fTargets, [&](const WatchTarget& target) {
-        return (target.flags & flags) != 0 && target.messenger.SendMessage(&message) != B_OK;
+        return (target.flags & flags) != 0 &&
+               (other == nullptr || (other->FlagsOf(target.messenger) & flags) == 0) &&
+               target.messenger.SendMessage(&message) != B_OK;
     });
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kernel/Mutex.h"
+
 #include <Messenger.h>
 #include <NodeMonitor.h>
 
@@ -17,6 +19,9 @@ struct WatchTarget
 };
 
 /// The watchers of one thing. Those that are gone are forgotten when a notice does not reach them.
+///
+/// Thread: any; once Remove() returned nothing is sent to that one. Held while a message is posted,
+/// which waits for nobody.
 class WatchTargets
 {
 public:
@@ -24,14 +29,15 @@ public:
     void Remove(const BMessenger& messenger);
     uint32 FlagsOf(const BMessenger& messenger) const;
     bool AnyWants(uint32 flags) const;
-    bool IsEmpty() const { return fTargets.empty(); }
-    const std::vector<WatchTarget>& Targets() const { return fTargets; }
+    bool IsEmpty() const;
 
-    /// Sends a copy to every target that has one of `flags`.
-    void Send(BMessage& message, uint32 flags);
+    /// Sends a copy to every target that has one of `flags`; `other`, which may be null, sends it
+    /// to its own that do: to these not.
+    void Send(BMessage& message, uint32 flags, const WatchTargets* other = nullptr);
 
 private:
-    std::vector<WatchTarget> fTargets;
+    mutable Mutex fMutex;
+    std::vector<WatchTarget> fTargets GUARDED_BY(fMutex);
 };
 
 /// What a notice speaks of.

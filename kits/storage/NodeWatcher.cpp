@@ -1,5 +1,6 @@
 #include "NodeWatcher.h"
 
+#include "NodeWatchers.h"
 #include "PathLookup.h"
 #include "kernel/WorkerThread.h"
 #include "support/ErrnoTable.h"
@@ -25,6 +26,8 @@ constexpr uint32 kGuardMask = IN_DELETE | IN_ONLYDIR | IN_MASK_ADD;
 // While much happens, events are left to the kernel for so long: of those about one file it makes
 // one, and one turn here takes many. Taking each would cost a big copy a quarter of its speed.
 constexpr int kBusyMilliseconds = 25;
+// A watcher that watches nothing stays for so long.
+constexpr int kLingerMilliseconds = 5000;
 
 /// What a task's caller waits for.
 class Answer
@@ -70,106 +73,83 @@ void NodeWatcher::Folder::ForgetNames()
     hasNames = false;
 }
 
-NodeWatcher& NodeWatcher::Get()
-{
-    // Never destroyed: its thread runs to the end of the program.
-    static NodeWatcher* watcher = new NodeWatcher;
-    return *watcher;
-}
-
 NodeWatcher::NodeWatcher()
     : fInotify(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)),
       fWake(::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)), fLastDrained(::time(nullptr))
 {
 }
 
+// Any thread
+
 status_t NodeWatcher::StartThread()
 {
-    MutexLock lock(fMutex);
     if (fHasThread) {
         return B_OK;
     }
-    const status_t status = StartDetached("node watcher", [this] { Run(); });
+    if (!fInotify.IsOpen() || !fWake.IsOpen()) {
+        return B_NO_MEMORY; // the limit of watching programs is reached
+    }
+    const status_t status =
+        StartDetached("node watcher", [self = shared_from_this()] { self->Run(); });
     fHasThread = status == B_OK;
     return status;
 }
 
-status_t NodeWatcher::Call(const std::function<status_t()>& task)
+void NodeWatcher::Wake()
+{
+    const uint64 one = 1;
+    [[maybe_unused]] const ssize_t written = ::write(fWake.Get(), &one, sizeof(one));
+}
+
+std::optional<status_t> NodeWatcher::Watch(const node_ref& node, uint32 flags,
+                                           const BMessenger& target,
+                                           std::shared_ptr<const FolderListing>* listing)
 {
     // Shared, because the caller may be gone before the thread has let go of it.
     const auto answer = std::make_shared<Answer>();
     {
         MutexLock lock(fMutex);
-        if (!fHasThread) {
-            return B_OK; // there is nothing to end
+        if (fHasEnded) {
+            return std::nullopt;
         }
-        fTasks.push_back([answer, &task] { answer->Give(task()); });
+        const status_t status = StartThread();
+        if (status != B_OK) {
+            return status;
+        }
+        fTasks.push_back([&, answer] { answer->Give(AddWatch(node, flags, target, listing)); });
     }
-    const uint64 one = 1;
-    [[maybe_unused]] const ssize_t written = ::write(fWake.Get(), &one, sizeof(one));
+    Wake();
     return answer->Wait();
 }
 
-status_t NodeWatcher::Watch(const node_ref* node, uint32 flags, const BMessenger& target,
-                            std::shared_ptr<const FolderListing>* listing)
+void NodeWatcher::StopWatching(const BMessenger& target, const node_ref* node)
 {
-    if (!target.IsValid() || (node == nullptr && (flags & B_WATCH_MOUNT) == 0)) {
-        return B_BAD_VALUE;
-    }
-    if (!fInotify.IsOpen() || !fWake.IsOpen()) {
-        return B_NO_MEMORY; // the limit of watching programs is reached
-    }
-    const status_t started = StartThread();
-    if (started != B_OK) {
-        return started;
-    }
-    return Call([&] {
-        if ((flags & B_WATCH_MOUNT) != 0) {
-            if (fMounts == nullptr) {
-                fMounts = std::make_unique<MountTable>();
-            }
-            fMountTargets.Add(target, B_WATCH_MOUNT);
-        }
-        return node == nullptr || flags == B_WATCH_MOUNT ? status_t(B_OK)
-                                                         : AddWatch(*node, flags, target, listing);
-    });
-}
-
-void NodeWatcher::RemoveMountTarget(const BMessenger& target)
-{
-    fMountTargets.Remove(target);
-    if (fMountTargets.IsEmpty()) {
-        fMounts.reset();
-    }
-}
-
-status_t NodeWatcher::StopWatchingMounts(const BMessenger& target)
-{
-    return Call([&] {
-        RemoveMountTarget(target);
-        return status_t(B_OK);
-    });
-}
-
-status_t NodeWatcher::StopWatching(const BMessenger& target)
-{
-    return Call([&] {
-        RemoveMountTarget(target);
-        std::vector<Folder*> folders;
-        for (const auto& [watch, folder] : fFolders) {
-            folders.push_back(folder.get());
-        }
-        for (Folder* folder : folders) {
-            // Ending one watch may end that of a guard on the way.
-            const bool isThere = std::any_of(fFolders.begin(), fFolders.end(), [&](const auto& it) {
-                return it.second.get() == folder;
-            });
-            if (isThere) {
-                RemoveTarget(folder, target);
+    {
+        MutexLock lock(fMutex);
+        for (const NodeTargets& watched : fTargets) {
+            if (node == nullptr || watched.node == *node) {
+                watched.targets->Remove(target);
             }
         }
-        return status_t(B_OK);
-    });
+        if (!fHasThread || fHasEnded) {
+            return;
+        }
+        fTasks.push_back([this] { ForgetUnwatched(); });
+    }
+    Wake();
+}
+
+// The watcher's thread
+
+void NodeWatcher::ForgetUnwatched()
+{
+    std::vector<int> watches;
+    for (const auto& [watch, folder] : fFolders) {
+        watches.push_back(watch);
+    }
+    for (const int watch : watches) {
+        ForgetIfUnwatched(watch);
+    }
 }
 
 status_t NodeWatcher::AddWatch(const node_ref& node, uint32 flags, const BMessenger& target,
@@ -179,28 +159,13 @@ status_t NodeWatcher::AddWatch(const node_ref& node, uint32 flags, const BMessen
     if (!hold) {
         return AddStatWatch(node, target);
     }
-    if (flags == B_STOP_WATCHING) {
-        for (const auto& [watch, folder] : fFolders) {
-            if (folder->node == node) {
-                RemoveTarget(folder.get(), target);
-                break;
-            }
-        }
-        return B_OK;
-    }
     Folder* folder = nullptr;
     status_t status = AddFolder(hold, kFolderMask, &folder);
     // Names are read after the watch is there, so none is missed in between.
-    if (status == B_OK && !folder->hasNames) {
-        const auto read = std::make_shared<FolderListing>();
+    const auto read = std::make_shared<FolderListing>();
+    const bool isToRead = listing != nullptr || (folder != nullptr && !folder->hasNames);
+    if (status == B_OK && isToRead) {
         status = ReadNames(folder, read.get());
-        if (status == B_OK) {
-            folder->listing = read;
-            folder->hasNames = true;
-            if (listing != nullptr) {
-                *listing = read;
-            }
-        }
     }
     if (status != B_OK) {
         if (folder != nullptr) {
@@ -208,7 +173,17 @@ status_t NodeWatcher::AddWatch(const node_ref& node, uint32 flags, const BMessen
         }
         return status;
     }
-    folder->targets.Add(target, flags);
+    if (folder->hasNames && isToRead) {
+        // Others watch it too: what a listing found is from now on what is known, for all of them.
+        Reread(folder, *read, Since::kLastEvent);
+    } else if (isToRead) {
+        folder->listing = read;
+        folder->hasNames = true;
+    }
+    if (listing != nullptr) {
+        *listing = read;
+    }
+    folder->targets->Add(target, flags);
     if (folder->guard < 0) {
         Guard(folder);
     }
@@ -234,6 +209,8 @@ status_t NodeWatcher::AddFolder(const FolderHold& hold, uint32 mask, Folder** ad
         folder->watch = watch;
         folder->hold = hold;
         folder->node = node_ref(FolderTable::Get().DeviceOf(hold), FolderTable::Get().NodeOf(hold));
+        MutexLock lock(fMutex);
+        fTargets.push_back({folder->node, folder->targets});
     }
     *added = folder.get();
     return B_OK;
@@ -243,15 +220,15 @@ status_t NodeWatcher::AddStatWatch(const node_ref& node, const BMessenger& targe
 {
     for (const auto& [watch, folder] : fFolders) {
         if (folder->node.device != node.device ||
-            (folder->targets.FlagsOf(target) & B_WATCH_DIRECTORY) == 0) {
+            (folder->targets->FlagsOf(target) & B_WATCH_DIRECTORY) == 0) {
             continue;
         }
-        if ((folder->targets.FlagsOf(target) & B_WATCH_STAT) != 0) {
+        if ((folder->targets->FlagsOf(target) & B_WATCH_STAT) != 0) {
             return B_OK; // all files of the folder are watched already
         }
         for (size_t i = 0; i < folder->Names().Count(); ++i) {
             if (folder->Names().NodeAt(i) == node.node) {
-                folder->targets.Add(target, B_WATCH_STAT);
+                folder->targets->Add(target, B_WATCH_STAT);
                 return B_OK;
             }
         }
@@ -280,6 +257,9 @@ void NodeWatcher::Guard(Folder* folder)
     }
     folder->leaf = place.name;
     folder->parent = FolderTable::Get().NodeOf(place.folder);
+    if (FolderTable::Get().DeviceOf(place.folder) != folder->node.device) {
+        return; // a volume's top folder, which stays while it is mounted
+    }
     Folder* parent = nullptr;
     // A parent that may not be read, or one watch too many: the folder's end is then told when its
     // last descriptor is closed.
@@ -306,16 +286,10 @@ NodeWatcher::Folder* NodeWatcher::FolderOf(int watch) const
     return found == fFolders.end() ? nullptr : found->second.get();
 }
 
-void NodeWatcher::RemoveTarget(Folder* folder, const BMessenger& target)
-{
-    folder->targets.Remove(target);
-    ForgetIfUnwatched(folder->watch);
-}
-
 void NodeWatcher::ForgetIfUnwatched(int watch)
 {
     Folder* folder = FolderOf(watch);
-    if (folder == nullptr || !folder->targets.IsEmpty()) {
+    if (folder == nullptr || !folder->targets->IsEmpty()) {
         return;
     }
     if (folder->guarded > 0) {
@@ -331,6 +305,12 @@ void NodeWatcher::Forget(Folder* folder)
     Unguard(folder);
     const int watch = folder->watch;
     std::erase_if(fStats, [watch](const auto& stat) { return stat.first.watch == watch; });
+    {
+        MutexLock lock(fMutex);
+        std::erase_if(fTargets, [folder](const NodeTargets& watched) {
+            return watched.targets == folder->targets;
+        });
+    }
     for (const auto& [other, below] : fFolders) {
         if (below->guard == watch) {
             below->guard = -1;
@@ -346,26 +326,34 @@ void NodeWatcher::Run()
             struct pollfd wake = {fWake.Get(), POLLIN, 0};
             ::poll(&wake, 1, kBusyMilliseconds);
         }
-        struct pollfd polled[3] = {{fInotify.Get(), POLLIN, 0},
-                                   {fWake.Get(), POLLIN, 0},
-                                   {fMounts == nullptr ? -1 : fMounts->Descriptor(), POLLPRI, 0}};
-        if (::poll(polled, 3, PollTimeout()) < 0 && errno != EINTR) {
+        struct pollfd polled[2] = {{fInotify.Get(), POLLIN, 0}, {fWake.Get(), POLLIN, 0}};
+        const int ready = ::poll(polled, 2, PollTimeout());
+        if (ready < 0 && errno != EINTR) {
             return; // cannot happen with descriptors of our own
+        }
+        if (ready == 0 && fFolders.empty() && MayEnd()) {
+            NodeWatchers::Get().Forget(this);
+            return;
         }
         // What has happened is told before a task that was given after it is run.
         ReadEvents();
         RunTasks();
         SendDueStats();
-        if ((polled[2].revents & (POLLPRI | POLLERR)) != 0 && fMounts != nullptr) {
-            MountsChanged();
-        }
+        SendChanges();
     }
+}
+
+bool NodeWatcher::MayEnd()
+{
+    MutexLock lock(fMutex);
+    fHasEnded = fTasks.empty();
+    return fHasEnded;
 }
 
 int NodeWatcher::PollTimeout() const
 {
     if (fSentStats.empty()) {
-        return -1;
+        return fFolders.empty() ? kLingerMilliseconds : -1;
     }
     // To send what is due then, or to forget those that are quiet.
     const bigtime_t left = fSentStats.front().time + kStatInterval - system_time();
@@ -386,18 +374,14 @@ void NodeWatcher::RunTasks()
     }
 }
 
-void NodeWatcher::MountsChanged()
+void NodeWatcher::SendChanges()
 {
-    std::vector<dev_t> mounted;
-    std::vector<dev_t> unmounted;
-    fMounts->Update(&mounted, &unmounted);
-    for (const dev_t device : mounted) {
-        BMessage notice = DeviceNotice(B_DEVICE_MOUNTED, device);
-        fMountTargets.Send(notice, B_WATCH_MOUNT);
-    }
-    for (const dev_t device : unmounted) {
-        BMessage notice = DeviceNotice(B_DEVICE_UNMOUNTED, device);
-        fMountTargets.Send(notice, B_WATCH_MOUNT);
+    for (const auto& [watch, folder] : fFolders) {
+        if (!folder->changes.IsEmpty()) {
+            BMessage notice = folder->changes.Notice(folder->node);
+            folder->changes.Clear();
+            folder->targets->Send(notice, B_WATCH_ENTRIES);
+        }
     }
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "EntryChangeList.h"
 #include "FolderListing.h"
 #include "FolderTable.h"
-#include "MountTable.h"
 #include "NameTable.h"
 #include "NodeNotices.h"
 #include "kernel/Mutex.h"
@@ -20,24 +20,24 @@
 
 namespace kits {
 
-/// The one thread behind watch_node(): turns the kernel's notices into messages with all their
-/// fields.
+/// The thread that watches the folders of one volume: turns the kernel's notices into messages with
+/// all their fields.
 ///
-/// All data belongs to that thread; others hand it tasks and wait for their end, which is safe with
-/// any looper locked: the thread only posts, it locks no looper. It lives as long as the program.
-class NodeWatcher
+/// It alone looks at the volume, so that whoever waits for it waits for that volume. All data
+/// belongs to it, but for the targets; others hand it tasks. It posts messages and locks no looper.
+/// The thread keeps the object, and ends some seconds after the last folder was let go of: the
+/// system has few inotify instances to give.
+class NodeWatcher : public std::enable_shared_from_this<NodeWatcher>
 {
 public:
-    static NodeWatcher& Get();
+    NodeWatcher();
 
-    /// Errors: B_NO_MORE_THREADS when there is no thread to watch; those of the kernel's limits.
-    /// `listing` takes the names as they were read for the watch, for a caller who would read them
-    /// next; null when the folder was watched before and they were not read again.
-    [[nodiscard]] status_t Watch(const node_ref* node, uint32 flags, const BMessenger& target,
-                                 std::shared_ptr<const FolderListing>* listing = nullptr);
-    status_t StopWatching(const BMessenger& target);
-    /// Ends the notices about mounts alone.
-    status_t StopWatchingMounts(const BMessenger& target);
+    /// See NodeWatchers::Watch(). None when the thread has ended: another watcher is to take it.
+    [[nodiscard]] std::optional<status_t> Watch(const node_ref& node, uint32 flags,
+                                                const BMessenger& target,
+                                                std::shared_ptr<const FolderListing>* listing);
+    /// See NodeWatchers::StopWatching().
+    void StopWatching(const BMessenger& target, const node_ref* node);
 
 private:
     /// A watched folder; the kernel knows it by `watch`, and the same folder always by the same.
@@ -50,7 +50,8 @@ private:
         // without one.
         std::shared_ptr<const FolderListing> listing;
         NameTable table;
-        WatchTargets targets;
+        std::shared_ptr<WatchTargets> targets = std::make_shared<WatchTargets>();
+        EntryChangeList changes; // to be sent at the turn's end
         bool hasNames = false;
         // Where it lies itself, for notices about it.
         ino_t parent = 0;
@@ -62,16 +63,6 @@ private:
 
         NameTable& Names();
         void ForgetNames();
-    };
-
-    /// A rename that took a known entry's name, which may be half of an exchange.
-    struct Displaced
-    {
-        int fromWatch = -1;
-        std::string from;
-        int toWatch = -1;
-        std::string to;
-        ino_t node = 0; // of the entry that had the name; 0: there was none
     };
 
     struct Event
@@ -110,19 +101,26 @@ private:
         NodeKey key;
     };
 
+    /// The targets of a folder, for who ends watches without waiting.
+    struct NodeTargets
+    {
+        node_ref node;
+        std::shared_ptr<WatchTargets> targets;
+    };
+
     // A node that changes all the time is told of so often.
     static constexpr bigtime_t kStatInterval = 100'000;
 
-    NodeWatcher();
-
     // Any thread.
-    [[nodiscard]] status_t StartThread();
-    [[nodiscard]] status_t Call(const std::function<status_t()>& task);
+    [[nodiscard]] status_t StartThread() REQUIRES(fMutex);
+    void Wake();
 
     // The watcher's thread.
-    void RemoveMountTarget(const BMessenger& target);
     void Run();
+    bool MayEnd();
     void RunTasks();
+    void SendChanges();
+    void ForgetUnwatched();
     int PollTimeout() const;
 
     [[nodiscard]] status_t AddWatch(const node_ref& node, uint32 flags, const BMessenger& target,
@@ -132,7 +130,6 @@ private:
     [[nodiscard]] status_t ReadNames(Folder* folder, FolderListing* listing) const;
     void Guard(Folder* folder);
     void Unguard(Folder* folder);
-    void RemoveTarget(Folder* folder, const BMessenger& target);
     void ForgetIfUnwatched(int watch);
     void Forget(Folder* folder);
     Folder* FolderOf(int watch) const;
@@ -141,25 +138,36 @@ private:
     size_t ReadMore(size_t have);
     void Handle(std::vector<Event>* events);
     void HandleOne(std::vector<Event>* events, size_t index);
+    void HandleMove(std::vector<Event>* events, size_t index);
+    Event* PartnerOf(std::vector<Event>* events, size_t index);
+    bool TakeWayBack(std::vector<Event>* events, size_t index);
     void Created(Folder* folder, std::string_view name);
     void Removed(Folder* folder, std::string_view name);
     void Moved(Folder* from, std::string_view fromName, Folder* to, std::string_view toName);
-    bool IsExchange(const Displaced& before, const Displaced& now) const;
-    void NoteDisplaced(const Displaced& pair, Folder* to);
-    void CreatedByExchange(Folder* folder, std::string_view name, ino_t node);
+    void TellMove(Folder* from, std::string_view fromName, Folder* to, std::string_view toName,
+                  ino_t node);
+    void Exchanged(Folder* from, std::string_view fromName, Folder* to, std::string_view toName);
     void MovedIn(Folder* to, std::string_view name);
     void MovedAway(Folder* from, std::string_view name);
-    void ReplaceExisting(Folder* folder, std::string_view name, ino_t byNode);
+    ino_t TakeName(Folder* folder, std::string_view name);
+    static void SetName(Folder* folder, std::string_view name, ino_t node,
+                        const BEntryRecord& record);
+    enum class Replacement : uint8 { kFollows, kIsGone };
+    void ReplaceExisting(Folder* folder, std::string_view name, ino_t byNode,
+                         Replacement replacement = Replacement::kFollows);
     void Changed(Folder* folder, std::string_view name);
     void SelfChanged(Folder* folder, uint32 mask);
     void SelfGone(Folder* folder);
     void CheckGuarded(const Folder* parent, std::string_view name);
     void RereadAll();
-    void Reread(Folder* folder);
+    enum class Since : uint8 { kLastEvent, kOverflow };
+    void Reread(Folder* folder, const FolderListing& listing, Since since);
     void SendDueStats();
+    void NameDueStats();
     void SendStat(const NodeKey& key, StatState* state, bigtime_t now);
-    void MountsChanged();
-    std::optional<struct stat> StatOf(const Folder* folder, std::string_view name) const;
+    BEntryRecord RecordOf(const Folder* folder, std::string_view name) const;
+    static void Note(Folder* folder, BEntryChange::Kind kind, std::string_view name,
+                     std::string_view fromName = {}, const BEntryRecord& record = {});
 
     UniqueFd fInotify;
     UniqueFd fWake;
@@ -167,19 +175,21 @@ private:
     std::unordered_map<NodeKey, StatState, HashNodeKey> fStats;
     std::vector<NodeKey> fNewStats;  // of these, those that are due for the first time
     std::deque<SentStat> fSentStats; // and those that were sent, in the order of time
+    // Of the events at work, by cookie: the second halves of renames.
+    std::unordered_map<uint32, size_t> fMovedTo;
     // What was made within the events at work: who hears of that looks after all of them.
     std::unordered_set<NodeKey, HashNodeKey> fJustCreated;
-    WatchTargets fMountTargets;
-    std::unique_ptr<MountTable> fMounts; // null while nobody asks
     std::vector<char> fBytes; // the kernel's events as they were read; kept, as it costs to clear
     bool fHasOverflown = false;
-    Displaced fDisplaced;    // by the event before
-    bool fIsBusy = false;    // the last events were many, or of contents that changed
-    time_t fLastDrained = 0; // wall clock: all changes before it have been told
+    bool fHasNameless = false; // of fStats, some that are due
+    bool fIsBusy = false;      // the last events were many, or of contents that changed
+    time_t fLastDrained = 0;   // wall clock: all changes before it have been told
 
     Mutex fMutex;
     std::vector<std::function<void()>> fTasks GUARDED_BY(fMutex);
+    std::vector<NodeTargets> fTargets GUARDED_BY(fMutex); // of all folders that anybody watches
     bool fHasThread GUARDED_BY(fMutex) = false;
+    bool fHasEnded GUARDED_BY(fMutex) = false;
 };
 
 } // namespace kits

@@ -2,6 +2,7 @@
 
 #include "FolderListing.h"
 #include "NodeWatcher.h"
+#include "ReadRecord.h"
 
 #include <Message.h>
 #include <OS.h>
@@ -22,18 +23,23 @@ constexpr size_t kReadBytes = size_t{64} * 1024;
 constexpr size_t kGatheredBytes = size_t{1024} * 1024;
 // How long the second half of a rename may be behind the first.
 constexpr int kPartnerMilliseconds = 5;
+constexpr int kWayBackMilliseconds = 1;
 // So many at once, and more are about to come.
 constexpr size_t kManyEvents = 32;
 
-bool HasLoneFrom(const char* bytes, size_t size)
+/// How long to wait for what belongs to the last event: the other half of a rename, or the way back
+/// of an exchange. Both stand together, so only the last event can have lost the rest.
+int PatienceFor(const char* bytes, size_t size)
 {
-    // The halves of a rename stand together, so only the last event can have lost its partner.
     const inotify_event* last = nullptr;
     for (size_t at = 0; at < size;) {
         last = reinterpret_cast<const inotify_event*>(bytes + at);
         at += sizeof(inotify_event) + last->len;
     }
-    return last != nullptr && (last->mask & IN_MOVED_FROM) != 0;
+    if (last == nullptr || (last->mask & (IN_MOVED_FROM | IN_MOVED_TO)) == 0) {
+        return 0;
+    }
+    return (last->mask & IN_MOVED_FROM) != 0 ? kPartnerMilliseconds : kWayBackMilliseconds;
 }
 
 } // namespace
@@ -58,9 +64,9 @@ void NodeWatcher::ReadEvents()
         }
         size += more;
     }
-    if (HasLoneFrom(fBytes.data(), size)) {
+    if (const int patience = PatienceFor(fBytes.data(), size)) {
         struct pollfd polled = {fInotify.Get(), POLLIN, 0};
-        ::poll(&polled, 1, kPartnerMilliseconds);
+        ::poll(&polled, 1, patience);
         size += ReadMore(size);
     }
     std::vector<Event> events;
@@ -84,6 +90,12 @@ void NodeWatcher::ReadEvents()
 
 void NodeWatcher::Handle(std::vector<Event>* events)
 {
+    fMovedTo.clear();
+    for (size_t i = 0; i < events->size(); ++i) {
+        if (((*events)[i].mask & IN_MOVED_TO) != 0) {
+            fMovedTo[(*events)[i].cookie] = i;
+        }
+    }
     for (size_t i = 0; i < events->size(); ++i) {
         HandleOne(events, i);
     }
@@ -92,12 +104,11 @@ void NodeWatcher::Handle(std::vector<Event>* events)
 void NodeWatcher::HandleOne(std::vector<Event>* events, size_t index)
 {
     const Event event = (*events)[index];
-    const Displaced before = event.watch >= 0 ? std::exchange(fDisplaced, {}) : fDisplaced;
     if ((event.mask & IN_Q_OVERFLOW) != 0) {
         fHasOverflown = true;
         return;
     }
-    // Of a watch that was ended; the kernel still sends what was queued.
+    // Of a watch that was ended, or done with; the kernel still sends what was queued.
     Folder* folder = FolderOf(event.watch);
     if (folder == nullptr) {
         return;
@@ -118,25 +129,7 @@ void NodeWatcher::HandleOne(std::vector<Event>* events, size_t index)
     } else if ((event.mask & IN_DELETE) != 0) {
         Removed(folder, event.name);
     } else if ((event.mask & IN_MOVED_FROM) != 0) {
-        const auto partner =
-            std::find_if(events->begin() + static_cast<ptrdiff_t>(index) + 1, events->end(),
-                         [&](const Event& e) {
-                             return (e.mask & IN_MOVED_TO) != 0 && e.cookie == event.cookie;
-                         });
-        Folder* to = partner == events->end() ? nullptr : FolderOf(partner->watch);
-        if (to != nullptr && to->hasNames) {
-            partner->watch = -1; // done with
-            const Displaced pair{folder->watch, std::string(event.name), to->watch,
-                                 std::string(partner->name), 0};
-            if (IsExchange(before, pair)) {
-                CreatedByExchange(to, partner->name, before.node);
-            } else {
-                NoteDisplaced(pair, to);
-                Moved(folder, event.name, to, partner->name);
-            }
-        } else {
-            MovedAway(folder, event.name);
-        }
+        HandleMove(events, index);
     } else if ((event.mask & IN_MOVED_TO) != 0) {
         MovedIn(folder, event.name);
     } else if ((event.mask & (IN_MODIFY | IN_ATTRIB)) != 0) {
@@ -144,154 +137,279 @@ void NodeWatcher::HandleOne(std::vector<Event>* events, size_t index)
     }
 }
 
-std::optional<struct stat> NodeWatcher::StatOf(const Folder* folder, std::string_view name) const
+/// The other half of a rename that went out of a folder; null when it ended where nobody watches.
+NodeWatcher::Event* NodeWatcher::PartnerOf(std::vector<Event>* events, size_t index)
+{
+    const auto found = fMovedTo.find((*events)[index].cookie);
+    if (found == fMovedTo.end() || found->second < index) {
+        return nullptr;
+    }
+    Event* partner = &(*events)[found->second];
+    const Folder* to = FolderOf(partner->watch);
+    return to != nullptr && to->hasNames ? partner : nullptr;
+}
+
+void NodeWatcher::HandleMove(std::vector<Event>* events, size_t index)
+{
+    const Event event = (*events)[index];
+    Folder* from = FolderOf(event.watch);
+    Event* partner = PartnerOf(events, index);
+    if (partner == nullptr) {
+        MovedAway(from, event.name);
+        return;
+    }
+    const Event to = *partner;
+    const bool isExchange = TakeWayBack(events, index);
+    partner->watch = -1; // done with
+    if (isExchange) {
+        Exchanged(from, event.name, FolderOf(to.watch), to.name);
+    } else {
+        Moved(from, event.name, FolderOf(to.watch), to.name);
+    }
+}
+
+/// Two entries that exchange their names are told as two renames, there and back, one right behind
+/// the other. Of what was renamed over another and back again, nothing would be left at the other
+/// name. Takes the second one out.
+bool NodeWatcher::TakeWayBack(std::vector<Event>* events, size_t index)
+{
+    if (index + 3 >= events->size()) {
+        return false;
+    }
+    const Event& from = (*events)[index];
+    const Event& to = (*events)[index + 1];
+    Event& back = (*events)[index + 2];
+    Event& end = (*events)[index + 3];
+    const auto isHalf = [](const Event& event, uint32 half, uint32 cookie) {
+        return (event.mask & half) != 0 && event.cookie == cookie;
+    };
+    if (!isHalf(to, IN_MOVED_TO, from.cookie) || !isHalf(back, IN_MOVED_FROM, back.cookie) ||
+        !isHalf(end, IN_MOVED_TO, back.cookie) || back.watch != to.watch || back.name != to.name ||
+        end.watch != from.watch || end.name != from.name) {
+        return false;
+    }
+    Folder* target = FolderOf(to.watch);
+    ino_t node = 0;
+    const auto goes = [&](const Event& event) {
+        return event.watch == to.watch && event.name == to.name &&
+               (event.mask & (IN_DELETE | IN_MOVED_FROM)) != 0;
+    };
+    if (!target->Names().Find(to.name, &node) ||
+        (RecordOf(target, to.name).status == B_ENTRY_NOT_FOUND &&
+         std::none_of(events->begin() + static_cast<ptrdiff_t>(index) + 4, events->end(), goes))) {
+        return false;
+    }
+    back.watch = -1;
+    end.watch = -1;
+    return true;
+}
+
+BEntryRecord NodeWatcher::RecordOf(const Folder* folder, std::string_view name) const
 {
     OpenFolder open;
-    struct stat st;
-    if (FolderTable::Get().Open(folder->hold, &open) != B_OK ||
-        sys::StatAt(open->Get(), std::string(name).c_str(), &st) != B_OK) {
-        return std::nullopt;
+    const status_t status = FolderTable::Get().Open(folder->hold, &open);
+    if (status != B_OK) {
+        BEntryRecord none;
+        none.status = status;
+        return none;
     }
-    return st;
+    return ReadRecord(open->Get(), std::string(name).c_str());
+}
+
+void NodeWatcher::Note(Folder* folder, BEntryChange::Kind kind, std::string_view name,
+                       std::string_view fromName, const BEntryRecord& record)
+{
+    if (folder->targets->AnyWants(B_WATCH_ENTRIES)) {
+        folder->changes.Add(kind, name, fromName, record);
+    }
+}
+
+/// Takes a name out of those known. The node that had it; 0 when nobody saw it, as it went before
+/// it was looked at, or came after the folder was read and before the watch knew.
+ino_t NodeWatcher::TakeName(Folder* folder, std::string_view name)
+{
+    ino_t node = 0;
+    folder->Names().Remove(name, &node);
+    const auto stat = fStats.find({folder->watch, node});
+    if (stat != fStats.end() && stat->second.isDue && stat->second.name == name) {
+        stat->second.name.clear(); // the node may have another name here
+        fHasNameless = true;
+    }
+    return node;
+}
+
+/// Notes the node of a name: that which a look found, or the one that had it when it happened.
+void NodeWatcher::SetName(Folder* folder, std::string_view name, ino_t node,
+                          const BEntryRecord& record)
+{
+    folder->Names().Set(name, record.status == B_OK ? record.node : node);
+}
+
+/// Of nodes that are due to be told of, and lost the name that was to be told: finds another one in
+/// their folder.
+void NodeWatcher::NameDueStats()
+{
+    if (!std::exchange(fHasNameless, false)) {
+        return;
+    }
+    for (const auto& [watch, folder] : fFolders) {
+        const NameTable& names = folder->Names();
+        for (size_t i = 0; folder->hasNames && i < names.Count(); ++i) {
+            const auto stat = fStats.find({watch, names.NodeAt(i)});
+            if (stat != fStats.end() && stat->second.isDue && stat->second.name.empty()) {
+                stat->second.name = names.NameAt(i);
+            }
+        }
+    }
+    std::erase_if(fStats,
+                  [](const auto& stat) { return stat.second.isDue && stat.second.name.empty(); });
 }
 
 void NodeWatcher::Created(Folder* folder, std::string_view name)
 {
-    const auto st = StatOf(folder, name);
-    if (!st) {
+    const BEntryRecord record = RecordOf(folder, name);
+    folder->Names().Set(name, record.node);
+    Note(folder, BEntryChange::Kind::kCreated, name, {}, record);
+    if (record.status != B_OK) {
         return; // gone again; its removal is not told either
     }
-    folder->Names().Set(name, st->st_ino);
-    if (st->st_nlink == 1) { // who has it by another name looks at nothing
-        fJustCreated.insert({folder->watch, st->st_ino});
+    if (record.links == 1) { // who has it by another name looks at nothing
+        fJustCreated.insert({folder->watch, record.node});
     }
-    BMessage notice =
-        EntryNotice(B_ENTRY_CREATED, {st->st_dev, folder->node.node, st->st_ino, name});
-    folder->targets.Send(notice, B_WATCH_DIRECTORY);
+    if (folder->targets->AnyWants(B_WATCH_DIRECTORY)) {
+        BMessage notice = EntryNotice(B_ENTRY_CREATED,
+                                      {folder->node.device, folder->node.node, record.node, name});
+        folder->targets->Send(notice, B_WATCH_DIRECTORY);
+    }
 }
 
 void NodeWatcher::Removed(Folder* folder, std::string_view name)
 {
-    ino_t node = 0;
-    if (!folder->Names().Remove(name, &node)) {
-        return;
+    const ino_t node = TakeName(folder, name);
+    Note(folder, BEntryChange::Kind::kRemoved, name);
+    if (node != 0 && folder->targets->AnyWants(B_WATCH_DIRECTORY)) {
+        BMessage notice =
+            EntryNotice(B_ENTRY_REMOVED, {folder->node.device, folder->node.node, node, name});
+        folder->targets->Send(notice, B_WATCH_DIRECTORY);
     }
-    fStats.erase({folder->watch, node});
-    BMessage notice =
-        EntryNotice(B_ENTRY_REMOVED, {folder->node.device, folder->node.node, node, name});
-    folder->targets.Send(notice, B_WATCH_DIRECTORY);
 }
 
-void NodeWatcher::ReplaceExisting(Folder* folder, std::string_view name, ino_t byNode)
+void NodeWatcher::ReplaceExisting(Folder* folder, std::string_view name, ino_t byNode,
+                                  Replacement replacement)
 {
     ino_t old = 0;
     if (!folder->Names().Find(name, &old) || old == byNode) {
         return;
     }
-    folder->Names().Remove(name, &old);
-    fStats.erase({folder->watch, old});
+    TakeName(folder, name);
+    if (old == 0 || !folder->targets->AnyWants(B_WATCH_DIRECTORY)) {
+        return;
+    }
     BMessage notice =
         EntryNotice(B_ENTRY_REMOVED, {folder->node.device, folder->node.node, old, name});
-    notice.AddBool("replaced", true);
-    folder->targets.Send(notice, B_WATCH_DIRECTORY);
+    if (replacement == Replacement::kFollows) {
+        notice.AddBool("replaced", true);
+    }
+    folder->targets->Send(notice, B_WATCH_DIRECTORY);
 }
 
 void NodeWatcher::Moved(Folder* from, std::string_view fromName, Folder* to,
                         std::string_view toName)
 {
-    ino_t node = 0;
-    const bool wasKnown = from->Names().Remove(fromName, &node);
-    const auto st = StatOf(to, toName);
-    if (!wasKnown) {
-        if (!st) {
-            return;
-        }
-        node = st->st_ino;
-    }
-    fStats.erase({from->watch, node});
+    const BEntryRecord record = RecordOf(to, toName);
+    ino_t node = TakeName(from, fromName);
+    const bool wasKnown = node != 0;
+    node = wasKnown ? node : record.node;
     ino_t replaced = 0;
-    const bool replaces = to->Names().Find(toName, &replaced);
+    const bool replaces = to->Names().Find(toName, &replaced) && replaced != 0;
     ReplaceExisting(to, toName, node);
-    to->Names().Set(toName, node);
-    const NoticeEntry entry{to->node.device, to->node.node, node, toName};
+    SetName(to, toName, node, record);
+    if (from == to) {
+        Note(to, BEntryChange::Kind::kRenamed, toName, fromName, record);
+    } else {
+        Note(from, BEntryChange::Kind::kRemoved, fromName);
+        Note(to, BEntryChange::Kind::kMovedIn, toName, {}, record);
+    }
+    if (node == 0) {
+        return; // nobody ever saw it
+    }
     // An entry that was renamed before anyone heard of it is a new one, unless it takes a listed
     // one's place.
     if (from == to && !wasKnown && !replaces) {
-        BMessage created = EntryNotice(B_ENTRY_CREATED, entry);
-        to->targets.Send(created, B_WATCH_DIRECTORY);
+        BMessage created =
+            EntryNotice(B_ENTRY_CREATED, {to->node.device, to->node.node, node, toName});
+        to->targets->Send(created, B_WATCH_DIRECTORY);
         return;
     }
-    BMessage notice = MoveNotice(entry, from->node.node, to->node.node, fromName);
-    to->targets.Send(notice, B_WATCH_DIRECTORY);
+    TellMove(from, fromName, to, toName, node);
+}
+
+void NodeWatcher::TellMove(Folder* from, std::string_view fromName, Folder* to,
+                           std::string_view toName, ino_t node)
+{
+    if (!to->targets->AnyWants(B_WATCH_DIRECTORY) && !from->targets->AnyWants(B_WATCH_DIRECTORY)) {
+        return;
+    }
+    BMessage notice = MoveNotice({to->node.device, to->node.node, node, toName}, from->node.node,
+                                 to->node.node, fromName);
+    to->targets->Send(notice, B_WATCH_DIRECTORY);
     if (from != to) {
         // Who watches both folders hears of it once.
-        WatchTargets others;
-        for (const WatchTarget& target : from->targets.Targets()) {
-            if ((to->targets.FlagsOf(target.messenger) & B_WATCH_DIRECTORY) == 0) {
-                others.Add(target.messenger, target.flags);
-            }
-        }
-        others.Send(notice, B_WATCH_DIRECTORY);
+        from->targets->Send(notice, B_WATCH_DIRECTORY, to->targets.get());
     }
 }
 
-/// Two entries that exchange their names are told as two renames, there and back. Of what was
-/// renamed over another and back again, nothing would be left at the other name.
-bool NodeWatcher::IsExchange(const Displaced& before, const Displaced& now) const
+void NodeWatcher::Exchanged(Folder* from, std::string_view fromName, Folder* to,
+                            std::string_view toName)
 {
-    return before.node != 0 && before.fromWatch == now.toWatch && before.toWatch == now.fromWatch &&
-           before.from == now.to && before.to == now.from &&
-           StatOf(FolderOf(now.fromWatch), now.from);
-}
-
-void NodeWatcher::NoteDisplaced(const Displaced& pair, Folder* to)
-{
-    ino_t node = 0;
-    if (to->Names().Find(pair.to, &node)) {
-        fDisplaced = pair;
-        fDisplaced.node = node;
-    }
-}
-
-void NodeWatcher::CreatedByExchange(Folder* folder, std::string_view name, ino_t node)
-{
-    folder->Names().Set(name, node);
+    const ino_t fromNode = TakeName(from, fromName);
+    ino_t toNode = 0;
+    to->Names().Find(toName, &toNode);
+    ReplaceExisting(to, toName, fromNode);
+    const BEntryRecord there = RecordOf(to, toName);
+    const BEntryRecord here = RecordOf(from, fromName);
+    SetName(to, toName, fromNode, there);
+    SetName(from, fromName, toNode, here);
+    Note(to, BEntryChange::Kind::kExchanged, toName, {}, there);
+    Note(from, BEntryChange::Kind::kExchanged, fromName, {}, here);
+    TellMove(from, fromName, to, toName, fromNode);
     BMessage notice =
-        EntryNotice(B_ENTRY_CREATED, {folder->node.device, folder->node.node, node, name});
-    folder->targets.Send(notice, B_WATCH_DIRECTORY);
+        EntryNotice(B_ENTRY_CREATED, {from->node.device, from->node.node, toNode, fromName});
+    from->targets->Send(notice, B_WATCH_DIRECTORY);
 }
 
 void NodeWatcher::MovedIn(Folder* to, std::string_view name)
 {
-    const auto st = StatOf(to, name);
-    if (!st) {
-        // Moved on or removed at once: what was here before it is gone in any case.
-        ReplaceExisting(to, name, 0);
-        return;
+    const BEntryRecord record = RecordOf(to, name);
+    Note(to, BEntryChange::Kind::kMovedIn, name, {}, record);
+    // What was moved on or removed at once is not told; what was here before it is gone all the
+    // same.
+    const bool isThere = record.status == B_OK;
+    ReplaceExisting(to, name, record.node, isThere ? Replacement::kFollows : Replacement::kIsGone);
+    to->Names().Set(name, record.node);
+    if (isThere && to->targets->AnyWants(B_WATCH_DIRECTORY)) {
+        BMessage notice =
+            MoveNotice({to->node.device, to->node.node, record.node, name}, 0, to->node.node, {});
+        to->targets->Send(notice, B_WATCH_DIRECTORY);
     }
-    ReplaceExisting(to, name, st->st_ino);
-    to->Names().Set(name, st->st_ino);
-    BMessage notice =
-        MoveNotice({st->st_dev, to->node.node, st->st_ino, name}, 0, to->node.node, {});
-    to->targets.Send(notice, B_WATCH_DIRECTORY);
 }
 
 void NodeWatcher::MovedAway(Folder* from, std::string_view name)
 {
-    ino_t node = 0;
-    if (!from->Names().Remove(name, &node)) {
-        return;
+    const ino_t node = TakeName(from, name);
+    Note(from, BEntryChange::Kind::kRemoved, name);
+    if (node != 0 && from->targets->AnyWants(B_WATCH_DIRECTORY)) {
+        BMessage notice =
+            MoveNotice({from->node.device, from->node.node, node, name}, from->node.node, 0, name);
+        from->targets->Send(notice, B_WATCH_DIRECTORY);
     }
-    fStats.erase({from->watch, node});
-    BMessage notice =
-        MoveNotice({from->node.device, from->node.node, node, name}, from->node.node, 0, name);
-    from->targets.Send(notice, B_WATCH_DIRECTORY);
 }
 
 void NodeWatcher::Changed(Folder* folder, std::string_view name)
 {
     ino_t node = 0;
-    if (!folder->targets.AnyWants(B_WATCH_STAT) || !folder->Names().Find(name, &node)) {
+    if (!folder->targets->AnyWants(B_WATCH_STAT | B_WATCH_ENTRIES) ||
+        !folder->Names().Find(name, &node) || node == 0) {
         return;
     }
     const NodeKey key{folder->watch, node};
@@ -310,6 +428,7 @@ void NodeWatcher::Changed(Folder* folder, std::string_view name)
 
 void NodeWatcher::SendDueStats()
 {
+    NameDueStats();
     const bigtime_t now = system_time();
     for (const NodeKey& key : std::exchange(fNewStats, {})) {
         const auto found = fStats.find(key);
@@ -338,10 +457,16 @@ void NodeWatcher::SendStat(const NodeKey& key, StatState* state, bigtime_t now)
     state->lastSent = now;
     fSentStats.push_back({now, key});
     Folder* folder = FolderOf(key.watch);
-    if (folder != nullptr) {
+    if (folder == nullptr) {
+        return;
+    }
+    if (folder->targets->AnyWants(B_WATCH_ENTRIES)) {
+        Note(folder, BEntryChange::Kind::kChanged, state->name, {}, RecordOf(folder, state->name));
+    }
+    if (folder->targets->AnyWants(B_WATCH_STAT)) {
         BMessage notice = EntryNotice(
             B_STAT_CHANGED, {folder->node.device, folder->node.node, key.node, state->name});
-        folder->targets.Send(notice, B_WATCH_STAT);
+        folder->targets->Send(notice, B_WATCH_STAT);
     }
 }
 
@@ -359,11 +484,11 @@ void NodeWatcher::SelfChanged(Folder* folder, uint32 mask)
         BMessage notice =
             MoveNotice({folder->node.device, folder->parent, folder->node.node, folder->leaf}, from,
                        folder->parent, {});
-        folder->targets.Send(notice, B_WATCH_NAME);
+        folder->targets->Send(notice, B_WATCH_NAME);
     } else if ((mask & IN_ATTRIB) != 0) {
         BMessage notice = EntryNotice(
             B_STAT_CHANGED, {folder->node.device, folder->parent, folder->node.node, folder->leaf});
-        folder->targets.Send(notice, B_WATCH_STAT);
+        folder->targets->Send(notice, B_WATCH_STAT);
     }
     ForgetIfUnwatched(watch);
 }
@@ -372,7 +497,7 @@ void NodeWatcher::SelfGone(Folder* folder)
 {
     BMessage notice = EntryNotice(
         B_ENTRY_REMOVED, {folder->node.device, folder->parent, folder->node.node, folder->leaf});
-    folder->targets.Send(notice, B_WATCH_NAME);
+    folder->targets->Send(notice, B_WATCH_NAME);
     ::inotify_rm_watch(fInotify.Get(), folder->watch);
     Forget(folder);
 }
@@ -409,23 +534,26 @@ void NodeWatcher::RereadAll()
         }
     }
     for (Folder* folder : folders) {
-        Reread(folder);
+        FolderListing listing;
+        if (ReadNames(folder, &listing) == B_OK) {
+            Reread(folder, listing, Since::kOverflow);
+        }
     }
 }
 
-void NodeWatcher::Reread(Folder* folder)
+/// Tells the differences between what is known and what a listing found.
+void NodeWatcher::Reread(Folder* folder, const FolderListing& listing, Since since)
 {
-    FolderListing listing;
-    if (ReadNames(folder, &listing) != B_OK) {
-        return;
-    }
     NameTable names;
     names.Fill(listing);
     const NameTable before = folder->Names();
     for (size_t i = 0; i < before.Count(); ++i) {
+        const std::string_view name = before.NameAt(i);
         ino_t node = 0;
-        if (!names.Find(before.NameAt(i), &node) || node != before.NodeAt(i)) {
-            Removed(folder, before.NameAt(i));
+        // Some file systems list other numbers than a look at the entry gives.
+        if (!names.Find(name, &node) ||
+            (node != before.NodeAt(i) && RecordOf(folder, name).node != before.NodeAt(i))) {
+            Removed(folder, name);
         }
     }
     for (size_t i = 0; i < names.Count(); ++i) {
@@ -433,10 +561,11 @@ void NodeWatcher::Reread(Folder* folder)
         ino_t node = 0;
         if (!folder->Names().Find(name, &node)) {
             Created(folder, name);
-        } else if (folder->targets.AnyWants(B_WATCH_STAT)) {
+        } else if (since == Since::kOverflow &&
+                   folder->targets->AnyWants(B_WATCH_STAT | B_WATCH_ENTRIES)) {
             // A change that was lost can only lie after what was told last.
-            const auto st = StatOf(folder, name);
-            if (st && st->st_ctime >= fLastDrained - 1) {
+            const BEntryRecord record = RecordOf(folder, name);
+            if (record.status == B_OK && record.changed >= fLastDrained - 1) {
                 Changed(folder, name);
             }
         }

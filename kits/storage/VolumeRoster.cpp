@@ -1,7 +1,7 @@
 #include <VolumeRoster.h>
 
 #include "MountTable.h"
-#include "NodeWatcher.h"
+#include "MountWatcher.h"
 #include "PathLookup.h"
 
 #include <NodeMonitor.h>
@@ -69,7 +69,7 @@ status_t BVolumeRoster::StartWatching(BMessenger target)
 void BVolumeRoster::StopWatching()
 {
     if (fTarget.IsValid()) {
-        kits::NodeWatcher::Get().StopWatchingMounts(fTarget);
+        kits::MountWatcher::Get().StopWatching(fTarget);
     }
     fTarget = BMessenger();
 }

@@ -48,6 +48,9 @@ public:
     BListItem* RemoveItem(int32 index) override;
     bool RemoveItems(int32 index, int32 count) override;
     void MakeEmpty() override;
+    /// Shows these rows in place of all others; those that stay keep their selection in a flat
+    /// list.
+    void SetItems(const BList* rows);
 
     // Columns
     virtual bool AddColumn(CLVColumn* column);

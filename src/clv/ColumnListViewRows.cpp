@@ -149,6 +149,19 @@ void ColumnListView::MakeEmpty()
     RowsChanged();
 }
 
+void ColumnListView::SetItems(const BList* rows)
+{
+    ListLock lock(*this);
+    if (fIsHierarchical) {
+        BList added(*rows);
+        MakeEmpty();
+        AddList(&added);
+        return;
+    }
+    BListView::SetItems(rows);
+    RowsChanged();
+}
+
 // Outline
 
 bool ColumnListView::IsVisibleRow(const CLVListItem* row) const

@@ -59,14 +59,10 @@ DirListItem::DirListItem(BEntry* entry, rgb_color, bool isParent, int nameMode,
     }
 }
 
-DirListItem::DirListItem(entry_ref&& ref, const BEntryBatch::Item& item, const DatePattern& dates)
+DirListItem::DirListItem(entry_ref&& ref, const BEntryRecord& record, const DatePattern& dates)
     : CLVListItem(0, true, true, kMinimumHeight), fRef(std::move(ref)), fDates(&dates)
 {
-    TakeNode(item.mode, item.node, item.size, item.modified);
-    fHasPermissions = item.status == B_OK;
-    if (fKind == Kind::kLink) {
-        FollowLink();
-    }
+    TakeRecord(record);
 }
 
 DirListItem::DirListItem(const char* name, const char* size, const char* date,
@@ -109,6 +105,28 @@ void DirListItem::TakeEntry(const BEntry& entry, const struct stat& st)
     if (fKind == Kind::kLink) {
         FollowLink();
     }
+}
+
+void DirListItem::TakeRecord(const BEntryRecord& record)
+{
+    TakeNode(record.mode, record.node, record.size, record.modified);
+    fHasPermissions = record.status == B_OK;
+    if (fKind == Kind::kLink) {
+        FollowLink();
+    }
+}
+
+void DirListItem::Take(const BEntryRecord& record, const DatePattern& dates)
+{
+    DropTextsAndIcon();
+    fDates = &dates;
+    TakeRecord(record);
+}
+
+void DirListItem::SetName(const char* name)
+{
+    DropTextsAndIcon();
+    fRef.set_name(name);
 }
 
 void DirListItem::TakeNode(mode_t mode, ino_t node, off_t size, time_t modified)

@@ -4,7 +4,7 @@
 #include "panes/PaneMode.h"
 
 #include <Entry.h>
-#include <EntryBatch.h>
+#include <EntryRecord.h>
 #include <GraphicsDefs.h>
 #include <Node.h>
 
@@ -30,8 +30,8 @@ public:
     /// A local row, or the parent row (`entry` is not used then).
     DirListItem(BEntry* entry, rgb_color colour, bool isParent, int nameMode,
                 const char* dateFormat);
-    /// A row of what a folder's reading found.
-    DirListItem(entry_ref&& ref, const BEntryBatch::Item& item, const DatePattern& dates);
+    /// A row of what a look at an entry found.
+    DirListItem(entry_ref&& ref, const BEntryRecord& record, const DatePattern& dates);
     /// A row of an FTP listing.
     DirListItem(const char* name, const char* size, const char* date, const char* permissions);
     /// A parent row without an entry.
@@ -48,6 +48,10 @@ public:
     /// Errors: those of reading the entry; the row stays as it was then.
     status_t Update(const entry_ref* ref, const char* dateFormat);
     status_t Update(const char* dateFormat);
+    /// Shows what a look at the entry found.
+    void Take(const BEntryRecord& record, const DatePattern& dates);
+    /// The entry has another name in its folder.
+    void SetName(const char* name);
     /// Shows what a folder occupies.
     void SetDirSize(int64 bytes);
 
@@ -89,6 +93,7 @@ private:
     struct Texts;
 
     void TakeEntry(const BEntry& entry, const struct stat& st);
+    void TakeRecord(const BEntryRecord& record);
     void TakeNode(mode_t mode, ino_t node, off_t size, time_t modified);
     void FollowLink();
     Texts& MadeTexts() const;

@@ -161,15 +161,16 @@ bool DirView::InitiateDrag(BPoint, int32, bool)
 
 // Rows
 
-void DirView::RowLeaves(DirListItem* row)
+void DirView::RowsLeave(const std::vector<DirListItem*>& rows)
 {
-    fMarks.Forget(row);
-    fGestures.Forget(row);
-    fRename.Forget(row);
-    fUpdates.Forget(row);
+    fMarks.Forget(rows);
+    for (const DirListItem* row : rows) {
+        fGestures.Forget(row);
+        fRename.Forget(row);
+    }
 }
 
-void DirView::RowsLeave()
+void DirView::AllRowsLeave()
 {
     fRename.Drop();
     fMeasure.Cancel();

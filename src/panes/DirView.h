@@ -137,8 +137,8 @@ public:
 
 private:
     // RowsListener, ListingOwner
-    void RowLeaves(DirListItem* row) override;
-    void RowsLeave() override;
+    void RowsLeave(const std::vector<DirListItem*>& rows) override;
+    void AllRowsLeave() override;
     void RowsChanged() override;
     OpenOrder OrderForOpening() const override;
     void Arrived(const Arrival& arrival) override;

@@ -15,7 +15,7 @@ namespace norvane {
 
 namespace {
 
-constexpr uint32 kWatchFlags = B_WATCH_DIRECTORY | B_WATCH_STAT;
+constexpr uint32 kWatchFlags = B_WATCH_ENTRIES;
 
 /// Reads the entries of a folder whose names are known, telling of it.
 void ReadEntries(FolderReader& reader, RowTaker& taker)

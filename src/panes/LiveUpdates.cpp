@@ -1,41 +1,43 @@
 #include "panes/LiveUpdates.h"
 
 #include "fileops/engine/OwnNames.h"
+#include "panes/DatePattern.h"
 
 #include <Entry.h>
 #include <Message.h>
 #include <NodeMonitor.h>
 
-#include <cstring>
 #include <utility>
 
 namespace norvane {
 
 namespace {
 
-/// The "node" of a notice; false when the notice is not complete.
-bool ReadNode(const BMessage& notice, node_ref& node, const char** name)
+// From so many changes on, one pass over the list is cheaper than finding each one's place.
+constexpr int kManyChanges = 16;
+
+bool AreMany(BEntryChanges changes)
 {
-    int32 device = 0;
-    int64 number = 0;
-    if (notice.FindInt32("device", &device) != B_OK || notice.FindInt64("node", &number) != B_OK) {
-        return false;
+    BEntryChange change;
+    int count = 0;
+    while (count < kManyChanges && changes.GetNext(&change)) {
+        count++;
     }
-    node = node_ref(static_cast<dev_t>(device), static_cast<ino_t>(number));
-    return name == nullptr || notice.FindString("name", name) == B_OK;
+    return count == kManyChanges;
 }
 
-/// The one of the node's rows under whose name the node is no more; null when there is none.
-DirListItem* RowWithoutEntry(const std::vector<DirListItem*>& rows, const node_ref& node)
+/// What a look at an entry finds.
+BEntryRecord RecordOf(const entry_ref& ref)
 {
-    for (DirListItem* row : rows) {
-        node_ref found;
-        const BEntry entry(row->GetRef());
-        if (entry.GetNodeRef(&found) != B_OK || found != node) {
-            return row;
-        }
-    }
-    return nullptr;
+    struct stat st = {};
+    BEntryRecord record;
+    record.status = BEntry(&ref).GetStat(&st);
+    record.mode = st.st_mode;
+    record.node = st.st_ino;
+    record.links = st.st_nlink;
+    record.size = st.st_size;
+    record.modified = st.st_mtime;
+    return record;
 }
 
 } // namespace
@@ -80,27 +82,146 @@ void LiveUpdates::Stop()
 
 void LiveUpdates::NodeChanged(const BMessage& notice)
 {
-    int32 opcode = 0;
-    if (!fIsFollowing || notice.FindInt32("opcode", &opcode) != B_OK) {
+    if (!fIsFollowing) {
         return;
     }
-    switch (opcode) {
-    case B_ENTRY_CREATED:
-        EntryCreated(notice);
+    BEntryChanges changes(notice);
+    if (changes.InitCheck() != B_OK) {
+        int32 opcode = 0;
+        if (notice.FindInt32("opcode", &opcode) == B_OK) {
+            OneChanged(notice, opcode);
+        }
+        return;
+    }
+    if (changes.Folder() != fFolder.node) {
+        return; // one that was left
+    }
+    const bool areMany = AreMany(changes);
+    if (areMany) {
+        fRows.BeginChanges();
+    }
+    BEntryChange change;
+    while (changes.GetNext(&change)) {
+        Apply(change);
+    }
+    if (areMany) {
+        fRows.EndChanges();
+    }
+}
+
+void LiveUpdates::Apply(const BEntryChange& change)
+{
+    using Kind = BEntryChange::Kind;
+    // Half of a file that is being replaced, unless it is what was replaced and comes back.
+    if (IsOwnTemporaryName(change.name) && change.kind != Kind::kRenamed) {
+        return;
+    }
+    switch (change.kind) {
+    case Kind::kCreated:
+        Show(change.name, change.record);
         break;
-    case B_ENTRY_REMOVED:
-        EntryRemoved(notice);
+    case Kind::kRemoved:
+        Remove(change.name);
         break;
-    case B_ENTRY_MOVED:
-        EntryMoved(notice);
+    case Kind::kRenamed:
+        Rename(change);
         break;
-    case B_STAT_CHANGED:
-        StatChanged(notice);
+    case Kind::kMovedIn:
+    case Kind::kExchanged:
+        ShowIfListed(change);
         break;
-    default:
+    case Kind::kChanged:
+        ShowContents(change);
         break;
     }
 }
+
+void LiveUpdates::Remove(const char* name)
+{
+    fMovedIn.erase(name);
+    if (DirListItem* row = fRows.FindRow(name)) {
+        fRows.Remove(row);
+    }
+}
+
+void LiveUpdates::Rename(const BEntryChange& change)
+{
+    DirListItem* source = fRows.FindRow(change.fromName);
+    DirListItem* target = fRows.FindRow(change.name);
+    const bool wasMovedIn = fMovedIn.erase(change.fromName) > 0;
+    if (IsOwnTemporaryName(change.name)) {
+        Remove(change.fromName); // about to be deleted; it comes back when it is not
+    } else if (target != nullptr) {
+        // Renamed over a listed entry, as programs save files: its row lives on with the new
+        // contents.
+        if (source != nullptr) {
+            fRows.Remove(source);
+        }
+        Rebuild(target, change.name, change.record);
+    } else if (source != nullptr) {
+        fMovedIn.erase(change.name);
+        Rebuild(source, change.name, change.record);
+    } else if (wasMovedIn) {
+        fMovedIn.insert(change.name);
+    } else {
+        Show(change.name, change.record);
+    }
+}
+
+void LiveUpdates::Show(const char* name, const BEntryRecord& record)
+{
+    if (DirListItem* listed = fRows.FindRow(name)) {
+        Rebuild(listed, name, record);
+        return;
+    }
+    // One that is gone already gets its row all the same, until that is told: what is told in
+    // between may be of it.
+    fMovedIn.erase(name);
+    fRows.Insert(
+        std::make_unique<DirListItem>(RefOf(name), record, DatePattern::For(fRows.DateFormat())));
+}
+
+void LiveUpdates::Rebuild(DirListItem* row, const char* name, const BEntryRecord& record)
+{
+    if (row->HasNode() || record.status != B_OK) {
+        fRows.Rebuild(row, name, record);
+        return;
+    }
+    // Nobody knew what it was, nor where it belongs.
+    auto known =
+        std::make_unique<DirListItem>(RefOf(name), record, DatePattern::For(fRows.DateFormat()));
+    fRows.Remove(row);
+    fRows.Insert(std::move(known));
+}
+
+/// What came from elsewhere stays unlisted until the window is activated, unless it has a row
+/// already.
+void LiveUpdates::ShowIfListed(const BEntryChange& change)
+{
+    if (DirListItem* listed = fRows.FindRow(change.name)) {
+        Rebuild(listed, change.name, change.record);
+    } else {
+        fMovedIn.insert(change.name);
+    }
+}
+
+void LiveUpdates::ShowContents(const BEntryChange& change)
+{
+    DirListItem* row = fRows.FindRow(change.name);
+    if (row == nullptr || change.record.status != B_OK) {
+        return;
+    }
+    fRows.Rebuild(row, change.name, change.record);
+    if (change.record.links > 1) {
+        for (DirListItem* other : fRows.FindAll(row->NodeRef())) {
+            if (other != row) {
+                fRows.Rebuild(other, other->GetEntryName(), change.record);
+            }
+        }
+    }
+}
+
+// The platform's notices
 
 /// A notice may still come from a folder that was left.
 bool LiveUpdates::IsShown(const BMessage& notice, const char* directoryField) const
@@ -120,112 +241,70 @@ entry_ref LiveUpdates::RefOf(const char* name) const
     return ref;
 }
 
-void LiveUpdates::EntryCreated(const BMessage& notice)
+void LiveUpdates::OneChanged(const BMessage& notice, int32 opcode)
 {
     const char* name = nullptr;
-    if (IsShown(notice, "directory") && notice.FindString("name", &name) == B_OK) {
-        const entry_ref ref = RefOf(name);
-        node_ref node;
-        ReadNode(notice, node, nullptr);
-        // What was made here is listed at once, and may be renamed before the watch hears of it.
-        if (DirListItem* renamed = RowWithoutEntry(fRows.FindAll(node), node)) {
-            fRows.Rebuild(renamed, ref);
-        } else {
-            AddEntry(ref);
+    notice.FindString("name", &name);
+    const bool isHere = IsShown(notice, "directory") && name != nullptr;
+    if (opcode == B_ENTRY_CREATED && isHere) {
+        AddEntry(name);
+    } else if (opcode == B_ENTRY_REMOVED && isHere) {
+        bool isReplaced = false;
+        // Where another entry takes its name and its place the notice of that comes next.
+        if (notice.FindBool("replaced", &isReplaced) != B_OK || !isReplaced) {
+            Remove(name);
         }
+    } else if (opcode == B_ENTRY_MOVED && name != nullptr) {
+        OneMoved(notice, name);
+    } else if (opcode == B_STAT_CHANGED) {
+        OneStatChanged(notice);
     }
 }
 
-void LiveUpdates::EntryRemoved(const BMessage& notice)
+void LiveUpdates::OneMoved(const BMessage& notice, const char* name)
 {
-    node_ref node;
-    const char* name = nullptr;
-    if (!IsShown(notice, "directory") || !ReadNode(notice, node, &name)) {
-        return;
-    }
-    fMovedIn.erase(name);
-    bool isReplaced = false;
-    if (notice.FindBool("replaced", &isReplaced) == B_OK && isReplaced) {
-        // Another entry takes its name and its place: the notice of that comes next.
-        fReplaced = fRows.Find(node, name);
-        return;
-    }
-    RemoveEntry(node, name);
-}
-
-void LiveUpdates::EntryMoved(const BMessage& notice)
-{
-    node_ref node;
-    const char* name = nullptr;
-    if (!ReadNode(notice, node, &name)) {
-        return;
-    }
-    const char* fromName = nullptr;
-    notice.FindString("from name", &fromName);
-    DirListItem* target = std::exchange(fReplaced, nullptr);
-    if (target != nullptr && std::strcmp(target->GetEntryName(), name) != 0) {
-        target = nullptr;
-    }
+    int64 number = 0;
+    notice.FindInt64("node", &number);
+    const node_ref node(fFolder.node.device, static_cast<ino_t>(number));
     const bool isFromHere = IsShown(notice, "from directory");
     const bool isToHere = IsShown(notice, "to directory");
-    DirListItem* moved = nullptr;
-    if (isFromHere) {
-        moved = fromName != nullptr ? fRows.Find(node, fromName) : fRows.FindAny(node);
+    const char* fromName = nullptr;
+    if (isFromHere && notice.FindString("from name", &fromName) != B_OK) {
+        const DirListItem* row = fRows.FindAny(node);
+        fromName = row != nullptr ? row->GetEntryName() : name;
     }
+    const std::string from = fromName != nullptr ? fromName : "";
     if (!isToHere) {
-        if (isFromHere && moved == nullptr && fromName != nullptr) {
-            fMovedIn.erase(fromName);
-        }
-        if (moved != nullptr) {
-            fRows.Remove(moved);
+        if (isFromHere) {
+            Remove(from.c_str());
         }
         return;
     }
-    MovedHere(name, isFromHere ? fromName : nullptr, isFromHere, moved, target);
+    using Kind = BEntryChange::Kind;
+    Apply(
+        {isFromHere ? Kind::kRenamed : Kind::kMovedIn, name, from.c_str(), RecordOf(RefOf(name))});
 }
 
-void LiveUpdates::MovedHere(const char* name, const char* fromName, bool isRename,
-                            DirListItem* moved, DirListItem* target)
+void LiveUpdates::OneStatChanged(const BMessage& notice)
 {
-    const entry_ref ref = RefOf(name);
-    if (target != nullptr) {
-        // Renamed over a listed entry, as programs save files: its row lives on with the new
-        // contents.
-        if (moved != nullptr && moved != target) {
-            fRows.Remove(moved);
-        }
-        fRows.Rebuild(target, ref);
-    } else if (moved != nullptr && IsOwnTemporaryName(name)) {
-        fRows.Remove(moved); // about to be deleted; it comes back when it is not
-    } else if (moved != nullptr) {
-        fRows.Rebuild(moved, ref);
-    } else if (!isRename || (fromName != nullptr && fMovedIn.erase(fromName) > 0)) {
-        fMovedIn.insert(name); // listed when the window is activated
-    } else {
-        AddEntry(ref);
-    }
-}
-
-void LiveUpdates::StatChanged(const BMessage& notice)
-{
-    node_ref node;
+    int64 number = 0;
     int64 directory = 0;
     const bool isElsewhere =
         notice.FindInt64("directory", &directory) == B_OK && !IsShown(notice, "directory");
-    if (!isElsewhere && ReadNode(notice, node, nullptr)) {
-        UpdateEntry(node);
+    if (!isElsewhere && notice.FindInt64("node", &number) == B_OK) {
+        UpdateEntry(node_ref(fFolder.node.device, static_cast<ino_t>(number)));
     }
 }
+
+// Single entries
 
 void LiveUpdates::AddMissing()
 {
     const std::set<std::string> names = std::exchange(fMovedIn, {});
     for (const std::string& name : names) {
-        AddEntry(RefOf(name.c_str()));
+        AddEntry(name.c_str());
     }
 }
-
-// Rows
 
 int LiveUpdates::AddEntry(const entry_ref& ref)
 {
@@ -239,11 +318,10 @@ int LiveUpdates::AddEntry(const entry_ref& ref)
         return 0;
     }
     const int kind = row->IsDir() ? 1 : 2;
-    DirListItem* listed = fRows.Find(row->NodeRef(), ref.name);
-    if (listed == nullptr) {
-        fRows.Insert(std::move(row));
-    } else {
+    if (DirListItem* listed = fRows.FindRow(ref.name)) {
         fRows.Rebuild(listed, ref); // it may have been listed before it was written to
+    } else {
+        fRows.Insert(std::move(row));
     }
     return kind;
 }
@@ -255,21 +333,8 @@ int LiveUpdates::AddEntry(const char* name)
 
 void LiveUpdates::RemoveEntry(const entry_ref& ref)
 {
-    const int32 index = fRows.Find(ref.name);
-    if (index >= 0 && !fRows.RowAt(index)->IsParent()) {
-        fRows.Remove(fRows.RowAt(index));
-    }
-}
-
-void LiveUpdates::RemoveEntry(const node_ref& node, const char* name)
-{
-    DirListItem* row = fRows.Find(node, name);
-    if (row == nullptr) {
-        // It was renamed and removed before its row could follow, and is known by its old name.
-        row = RowWithoutEntry(fRows.FindAll(node), node);
-    }
-    if (row != nullptr) {
-        fRows.Remove(row);
+    if (ref.name != nullptr) {
+        Remove(ref.name);
     }
 }
 
@@ -282,23 +347,9 @@ void LiveUpdates::UpdateEntry(const node_ref& node)
 
 void LiveUpdates::UpdateEntry(const entry_ref& newRef, const entry_ref& oldRef)
 {
-    const int32 index = fRows.Find(oldRef.name);
-    if (index >= 0 && !fRows.RowAt(index)->IsParent()) {
-        fRows.Rebuild(fRows.RowAt(index), newRef);
+    if (DirListItem* row = oldRef.name != nullptr ? fRows.FindRow(oldRef.name) : nullptr) {
+        fRows.Rebuild(row, newRef);
     }
-}
-
-void LiveUpdates::Forget(const DirListItem* row)
-{
-    if (fReplaced == row) {
-        fReplaced = nullptr;
-    }
-}
-
-void LiveUpdates::ForgetAll()
-{
-    fReplaced = nullptr;
-    fMovedIn.clear();
 }
 
 } // namespace norvane

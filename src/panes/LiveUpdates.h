@@ -3,6 +3,8 @@
 #include "panes/PaneRows.h"
 #include "panes/RowSource.h"
 
+#include <EntryChanges.h>
+
 #include <optional>
 #include <set>
 #include <string>
@@ -12,7 +14,9 @@ namespace norvane {
 /// Keeps the rows of a list as its local folder is: turns the notices of the folder's watch into
 /// changes of single rows.
 ///
-/// Thread: the list's window's.
+/// Names are unique in a folder, and what happened to them is told in order; so the rows are right
+/// once all is handled, however late, and whether or not an entry is still there by then. The disk
+/// is not asked: a notice carries what the row shows. Thread: the list's window's.
 class LiveUpdates
 {
 public:
@@ -44,31 +48,34 @@ public:
     /// The same for a name in the folder that is followed.
     int AddEntry(const char* name);
     void RemoveEntry(const entry_ref& ref);
-    void RemoveEntry(const node_ref& node, const char* name);
     void UpdateEntry(const node_ref& node);
     void UpdateEntry(const entry_ref& newRef, const entry_ref& oldRef);
 
-    /// Forgets a row that goes away.
-    void Forget(const DirListItem* row);
-    void ForgetAll();
+    void ForgetAll() { fMovedIn.clear(); }
 
 private:
     static void EndWatch(const WatchedFolder& folder);
     bool IsShown(const BMessage& notice, const char* directoryField) const;
     entry_ref RefOf(const char* name) const;
-    void EntryCreated(const BMessage& notice);
-    void EntryRemoved(const BMessage& notice);
-    void EntryMoved(const BMessage& notice);
-    void MovedHere(const char* name, const char* fromName, bool isRename, DirListItem* moved,
-                   DirListItem* target);
-    void StatChanged(const BMessage& notice);
+
+    // The platform's notices, each of one entry
+    void OneChanged(const BMessage& notice, int32 opcode);
+    void OneMoved(const BMessage& notice, const char* name);
+    void OneStatChanged(const BMessage& notice);
+
+    void Apply(const BEntryChange& change);
+    void Rename(const BEntryChange& change);
+    void Show(const char* name, const BEntryRecord& record);
+    void Rebuild(DirListItem* row, const char* name, const BEntryRecord& record);
+    void ShowIfListed(const BEntryChange& change);
+    void ShowContents(const BEntryChange& change);
+    void Remove(const char* name);
 
     PaneRows& fRows;
     WatchedFolder fFolder; // the one followed last
     bool fIsFollowing = false;
-    bool fIsWatching = false;         // the watch of fFolder is on
-    DirListItem* fReplaced = nullptr; // another entry is about to take its name
-    std::set<std::string> fMovedIn;   // names moved in from elsewhere, not listed yet
+    bool fIsWatching = false;       // the watch of fFolder is on
+    std::set<std::string> fMovedIn; // names moved in from elsewhere, not listed yet
 };
 
 } // namespace norvane

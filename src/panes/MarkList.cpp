@@ -3,6 +3,7 @@
 #include "panes/DirListItem.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace norvane {
 
@@ -10,7 +11,7 @@ void MarkList::Toggle(DirListItem* row)
 {
     if (row->IsMarked()) {
         row->Mark(false);
-        Forget(row);
+        std::erase(fRows, row);
     } else {
         row->Mark(true);
         Append(row);
@@ -47,9 +48,17 @@ void MarkList::Unmark(const std::vector<DirListItem*>& rows)
     }
 }
 
-void MarkList::Forget(DirListItem* row)
+void MarkList::Forget(const std::vector<DirListItem*>& rows)
 {
-    std::erase(fRows, row);
+    if (fRows.empty()) {
+        return;
+    }
+    if (rows.size() == 1) {
+        std::erase(fRows, rows.front());
+        return;
+    }
+    const std::unordered_set<const DirListItem*> leaving(rows.begin(), rows.end());
+    std::erase_if(fRows, [&](const DirListItem* row) { return leaving.contains(row); });
 }
 
 void MarkList::Clear()

@@ -21,8 +21,8 @@ public:
     void Unmark(const std::vector<DirListItem*>& rows);
     /// Marks all those of `rows` that are not marked.
     void Mark(const std::vector<DirListItem*>& rows);
-    /// Forgets a row that goes away.
-    void Forget(DirListItem* row);
+    /// Forgets rows that go away.
+    void Forget(const std::vector<DirListItem*>& rows);
     /// Unmarks all.
     void Clear();
 

@@ -22,8 +22,8 @@ public:
     void Empty();
     /// Adds a row to the marked ones without showing it as marked.
     void Append(DirListItem* row) { fMarks.Append(row); }
-    /// Forgets a row that goes away.
-    void Forget(DirListItem* row) { fMarks.Forget(row); }
+    /// Forgets rows that go away.
+    void Forget(const std::vector<DirListItem*>& rows) { fMarks.Forget(rows); }
     /// Forgets all; nothing is drawn.
     void ForgetAll() { fMarks.Clear(); }
 

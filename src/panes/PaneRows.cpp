@@ -1,6 +1,7 @@
 #include "panes/PaneRows.h"
 
 #include "clv/ColumnListView.h"
+#include "panes/DatePattern.h"
 
 #include <List.h>
 #include <OS.h>
@@ -34,6 +35,56 @@ void DeleteInBackground(std::unique_ptr<RowList> rows)
     }
 }
 
+/// Rows on their way into a list, in the listing's order.
+class ComingRows
+{
+public:
+    explicit ComingRows(const std::unordered_set<DirListItem*>& rows)
+    {
+        for (DirListItem* row : rows) {
+            (row->IsDir() ? fFolders : fFiles).push_back(row);
+        }
+        for (auto* group : {&fFolders, &fFiles}) {
+            // The last ones are taken first.
+            std::sort(group->begin(), group->end(), [](const auto* a, const auto* b) {
+                return std::strcmp(a->GetEntryName(), b->GetEntryName()) > 0;
+            });
+        }
+    }
+
+    /// The next one that goes before `row`; null when there is none.
+    DirListItem* TakeBefore(const DirListItem& row)
+    {
+        if (row.IsParent()) {
+            return nullptr;
+        }
+        if (!row.IsDir() && !fFolders.empty()) {
+            return TakeFrom(&fFolders);
+        }
+        auto* group = row.IsDir() ? &fFolders : &fFiles;
+        const bool isBefore =
+            !group->empty() && std::strcmp(group->back()->GetEntryName(), row.GetEntryName()) < 0;
+        return isBefore ? TakeFrom(group) : nullptr;
+    }
+
+    /// The next one that goes behind all rows.
+    DirListItem* TakeLast() { return TakeFrom(fFolders.empty() ? &fFiles : &fFolders); }
+
+private:
+    static DirListItem* TakeFrom(std::vector<DirListItem*>* group)
+    {
+        if (group->empty()) {
+            return nullptr;
+        }
+        DirListItem* row = group->back();
+        group->pop_back();
+        return row;
+    }
+
+    std::vector<DirListItem*> fFolders;
+    std::vector<DirListItem*> fFiles;
+};
+
 } // namespace
 
 int32 PaneRows::CountRows() const
@@ -46,25 +97,80 @@ DirListItem* PaneRows::RowAt(int32 index) const
     return static_cast<DirListItem*>(fList.ItemAt(index));
 }
 
-DirListItem* PaneRows::Find(const node_ref& node, const char* name) const
+// Searches
+
+void PaneRows::VisitRows(const std::function<void(DirListItem*)>& visit) const
 {
-    return fIndex.Find(node, name);
+    for (int32 i = 0; i < CountRows(); i++) {
+        if (!fChanges.has_value() || !fChanges->leavers.contains(RowAt(i))) {
+            visit(RowAt(i));
+        }
+    }
+    if (fChanges.has_value()) {
+        for (DirListItem* row : fChanges->coming) {
+            visit(row);
+        }
+    }
 }
 
-/// Rows of a server have no node: under their common number zero they would lie in one long run,
-/// and adding the last of a hundred thousand would walk past all others.
+const RowIndex& PaneRows::Nodes() const
+{
+    if (!fNodes.has_value()) {
+        fNodes.emplace();
+        fNodes->Reserve(static_cast<std::size_t>(CountRows()));
+        VisitRows([this](DirListItem* row) {
+            // Rows of a server have no node: under their common number zero they would lie in one
+            // long run, and adding the last of a hundred thousand would walk past all others.
+            if (row->HasNode()) {
+                fNodes->Add(row);
+            }
+        });
+    }
+    return *fNodes;
+}
+
+const RowNames& PaneRows::Names() const
+{
+    if (!fNames.has_value()) {
+        fNames.emplace();
+        fNames->Reserve(static_cast<std::size_t>(CountRows()));
+        VisitRows([this](DirListItem* row) {
+            if (!row->IsParent()) {
+                fNames->Add(row);
+            }
+        });
+    }
+    return *fNames;
+}
+
+int32 PaneRows::Find(const char* name) const
+{
+    const DirListItem* row = FindRow(name);
+    if (row != nullptr) {
+        return IndexOf(row);
+    }
+    const DirListItem* first = RowAt(0);
+    return first != nullptr && std::strcmp(first->GetEntryName(), name) == 0 ? 0 : -1; // ".."
+}
+
 void PaneRows::Note(DirListItem* row)
 {
-    if (row->HasNode()) {
-        fIndex.Add(row);
+    if (fNodes.has_value() && row->HasNode()) {
+        fNodes->Add(row);
+    }
+    if (fNames.has_value() && !row->IsParent()) {
+        fNames->Add(row);
     }
     fTotals.Add(*row);
 }
 
 void PaneRows::Forget(DirListItem* row)
 {
-    if (row->HasNode()) {
-        fIndex.Remove(row);
+    if (fNodes.has_value() && row->HasNode()) {
+        fNodes->Remove(row);
+    }
+    if (fNames.has_value()) {
+        fNames->Remove(row);
     }
     fTotals.Remove(*row);
 }
@@ -75,7 +181,6 @@ void PaneRows::Fill(ListedRows rows)
 {
     const std::size_t count = rows.folders.size() + rows.files.size();
     BList added(static_cast<int32>(count) + 1);
-    fIndex.Reserve(count);
     for (RowList* group : {&rows.folders, &rows.files}) {
         for (std::unique_ptr<DirListItem>& row : *group) {
             Note(row.get());
@@ -87,14 +192,15 @@ void PaneRows::Fill(ListedRows rows)
 
 void PaneRows::Clear()
 {
-    fListener.RowsLeave();
+    fListener.AllRowsLeave();
     const int32 count = CountRows();
     // Deleted once the list has let go of them.
     auto rows = std::make_unique<RowList>(static_cast<std::size_t>(count));
     for (int32 i = 0; i < count; i++) {
         (*rows)[static_cast<std::size_t>(i)].reset(RowAt(i));
     }
-    fIndex.Clear();
+    fNodes.reset();
+    fNames.reset();
     fOrder.Clear();
     fTotals = {};
     fList.MakeEmpty();
@@ -107,27 +213,36 @@ void PaneRows::Clear()
 
 void PaneRows::Insert(std::unique_ptr<DirListItem> row)
 {
-    const RowOrder::Place place = fOrder.PlaceFor(row->GetEntryName(), row->IsDir());
-    DirListItem* before = RowAt(place.index - 1);
-    if (before != nullptr && std::strcmp(before->GetEntryName(), row->GetEntryName()) == 0) {
-        Rebuild(before, *row->GetRef()); // of a former entry of that name
-        return;
+    if (DirListItem* former = FindRow(row->GetEntryName())) {
+        Remove(former);
     }
     Note(row.get());
+    if (fChanges.has_value()) {
+        fChanges->coming.insert(row.release()); // ours, deleted by Remove() or Clear()
+        return;
+    }
+    const RowOrder::Place place = fOrder.PlaceFor(row->GetEntryName(), row->IsDir());
     if (!place.isInOrder) {
         fOrder.Displaced(row.get());
     }
-    fList.AddItem(row.release(), place.index); // ours, deleted by Remove() or Clear()
+    fList.AddItem(row.release(), place.index); // the same
     fListener.RowsChanged();
 }
 
 void PaneRows::Remove(DirListItem* row)
 {
+    Forget(row);
+    if (fChanges.has_value()) {
+        if (fChanges->coming.erase(row) == 0) {
+            fChanges->leavers.insert(row);
+        }
+        fChanges->leaving.emplace_back(row);
+        return;
+    }
     const int32 index = IndexOf(row);
     const bool wasSelected = row->IsSelected();
-    fListener.RowLeaves(row);
+    fListener.RowsLeave({row});
     const std::unique_ptr<DirListItem> removed(row);
-    Forget(row);
     fOrder.Forget(row);
     fList.RemoveItem(index);
     if (wasSelected && CountRows() > 0) {
@@ -140,15 +255,42 @@ void PaneRows::Rebuild(DirListItem* row, const entry_ref& ref)
 {
     const std::string oldName = row->GetEntryName();
     const bool wasFolder = row->IsDir();
-    const int32 index = IndexOf(row);
     Forget(row);
     // When the entry is gone again the row stays as it is; the notice of that is on its way.
     row->Update(&ref, fDateFormat.c_str());
+    Rebuilt(row, oldName, wasFolder);
+}
+
+void PaneRows::Rebuild(DirListItem* row, const char* name, const BEntryRecord& record)
+{
+    const std::string oldName = row->GetEntryName();
+    const bool wasFolder = row->IsDir();
+    Forget(row);
+    if (oldName != name) {
+        row->SetName(name);
+    }
+    if (record.status != B_ENTRY_NOT_FOUND) {
+        row->Take(record, DatePattern::For(fDateFormat));
+    }
+    Rebuilt(row, oldName, wasFolder);
+}
+
+void PaneRows::Rebuilt(DirListItem* row, const std::string& oldName, bool wasFolder)
+{
+    const bool isDisplaced = row->IsDir() != wasFolder || oldName != row->GetEntryName();
     Note(row);
-    if (row->IsDir() != wasFolder || oldName != row->GetEntryName()) {
+    if (fChanges.has_value()) {
+        // What is not in the list yet goes to its place later.
+        if (isDisplaced && !fChanges->coming.contains(row)) {
+            fOrder.Displaced(row);
+        }
+        fChanges->hasRebuilt = true;
+        return;
+    }
+    if (isDisplaced) {
         fOrder.Displaced(row);
     }
-    fList.InvalidateItem(index);
+    fList.InvalidateItem(IndexOf(row));
     fListener.RowsChanged();
 }
 
@@ -160,6 +302,67 @@ void PaneRows::Redraw(const DirListItem* row)
 void PaneRows::RedrawAll()
 {
     fList.Invalidate();
+}
+
+// Many rows
+
+void PaneRows::BeginChanges()
+{
+    fChanges.emplace();
+}
+
+void PaneRows::EndChanges()
+{
+    const std::optional<Changes> changes = std::exchange(fChanges, std::nullopt);
+    if (!changes.has_value() ||
+        (changes->leaving.empty() && changes->coming.empty() && !changes->hasRebuilt)) {
+        return;
+    }
+    if (!changes->leaving.empty()) {
+        std::vector<DirListItem*> leaving;
+        for (const auto& row : changes->leaving) {
+            leaving.push_back(row.get());
+            fOrder.Forget(row.get());
+        }
+        fListener.RowsLeave(leaving);
+    }
+    if (!changes->leavers.empty() || !changes->coming.empty()) {
+        MergeInto(*changes);
+    } else {
+        RedrawAll();
+    }
+    fListener.RowsChanged();
+}
+
+/// Brings the list up to date: leaves out what leaves, and puts each row that comes before the
+/// first row that is greater, as Insert() does.
+void PaneRows::MergeInto(const Changes& changes)
+{
+    ComingRows coming(changes.coming);
+    BList rows(CountRows() + static_cast<int32>(changes.coming.size()) + 1);
+    int32 selected = -1;
+    for (int32 i = 0; i < CountRows(); i++) {
+        DirListItem* row = RowAt(i);
+        if (changes.leavers.contains(row)) {
+            selected = row->IsSelected() ? rows.CountItems() : selected;
+            continue;
+        }
+        const bool isDisplaced = fOrder.IsDisplaced(row);
+        while (DirListItem* before = coming.TakeBefore(*row)) {
+            rows.AddItem(before);
+            if (isDisplaced) {
+                fOrder.Displaced(before);
+            }
+        }
+        rows.AddItem(row);
+    }
+    while (DirListItem* last = coming.TakeLast()) {
+        rows.AddItem(last);
+    }
+    fList.SetItems(&rows);
+    if (selected >= 0 && CountRows() > 0) {
+        fList.Select(std::min(selected, CountRows() - 1));
+    }
 }
 
 } // namespace norvane

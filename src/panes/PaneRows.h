@@ -5,8 +5,11 @@
 #include "panes/RowOrder.h"
 #include "panes/RowSource.h"
 
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace norvane {
@@ -19,11 +22,11 @@ class RowsListener
 public:
     virtual ~RowsListener() = default;
 
-    /// This row is about to be taken out and deleted.
-    virtual void RowLeaves(DirListItem* row) = 0;
+    /// These rows are about to be deleted; there is at least one.
+    virtual void RowsLeave(const std::vector<DirListItem*>& rows) = 0;
     /// All rows are about to be.
-    virtual void RowsLeave() = 0;
-    /// A row came, went or changed; the others may have moved.
+    virtual void AllRowsLeave() = 0;
+    /// Rows came, went or changed; the others may have moved.
     virtual void RowsChanged() = 0;
 };
 
@@ -53,35 +56,66 @@ public:
     const FolderTotals& Totals() const { return fTotals; }
 
     // One row
-    /// Puts a row in its place. One of its name that stands there is rebuilt instead.
+    /// Puts a row in its place. One of its name gives way.
     void Insert(std::unique_ptr<DirListItem> row);
     /// Takes a row out and deletes it; when it was selected, the row that takes its place is.
     void Remove(DirListItem* row);
     /// Has a row read its entry anew, from `ref`; it keeps its place, selection and mark.
     void Rebuild(DirListItem* row, const entry_ref& ref);
+    /// Makes a row show what is known of its entry, under a new name or its own; it keeps its
+    /// place, selection and mark. A record of what was gone changes the name alone.
+    void Rebuild(DirListItem* row, const char* name, const BEntryRecord& record);
     void Redraw(const DirListItem* row);
     void RedrawAll();
 
+    // Many rows at once: between these two rows are found by name and by node as they are, while
+    // the list is brought up to date at the end, in one pass over it.
+    void BeginChanges();
+    void EndChanges();
+
     // Searches; null or -1 when there is none
     int32 IndexOf(const DirListItem* row) const { return fOrder.IndexOf(row); }
-    int32 Find(const char* name) const { return fOrder.Find(name); }
-    DirListItem* Find(const node_ref& node, const char* name) const;
-    DirListItem* FindAny(const node_ref& node) const { return fIndex.FindAny(node); }
-    std::vector<DirListItem*> FindAll(const node_ref& node) const { return fIndex.FindAll(node); }
-    const RowIndex& Index() const { return fIndex; }
+    int32 Find(const char* name) const;
+    /// The row of that name; never "..".
+    DirListItem* FindRow(const char* name) const { return Names().Find(name); }
+    DirListItem* Find(const node_ref& node, const char* name) const
+    {
+        return Nodes().Find(node, name);
+    }
+    DirListItem* FindAny(const node_ref& node) const { return Nodes().FindAny(node); }
+    std::vector<DirListItem*> FindAll(const node_ref& node) const { return Nodes().FindAll(node); }
+
+    // Made when they are first asked for: most folders are left before that.
+    const RowIndex& Nodes() const;
+    const RowNames& Names() const;
 
     // The Date column of rows that are made or rebuilt from now on
     void SetDateFormat(const std::string& pattern) { fDateFormat = pattern; }
     const std::string& DateFormat() const { return fDateFormat; }
 
 private:
+    /// What the list does not know yet.
+    struct Changes
+    {
+        std::vector<std::unique_ptr<DirListItem>> leaving;
+        std::unordered_set<const DirListItem*> leavers; // of these, those that the list has
+        std::unordered_set<DirListItem*> coming;        // not in the list
+        bool hasRebuilt = false;
+    };
+
+    /// Those of the list as it will be when the changes have ended, in no order.
+    void VisitRows(const std::function<void(DirListItem*)>& visit) const;
     void Note(DirListItem* row);
     void Forget(DirListItem* row);
+    void Rebuilt(DirListItem* row, const std::string& oldName, bool wasFolder);
+    void MergeInto(const Changes& changes);
 
     ColumnListView& fList;
     RowsListener& fListener;
     RowOrder fOrder{*this};
-    RowIndex fIndex; // of the rows that have nodes
+    mutable std::optional<RowIndex> fNodes; // of the rows that have nodes
+    mutable std::optional<RowNames> fNames;
+    std::optional<Changes> fChanges; // between BeginChanges() and EndChanges()
     FolderTotals fTotals;
     std::string fDateFormat;
 };

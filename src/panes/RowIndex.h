@@ -1,47 +1,67 @@
 #pragma once
 
+#include "panes/RowSlots.h"
+
 #include <Entry.h>
 #include <Node.h>
 
 #include <cstddef>
-#include <string>
 #include <vector>
 
 namespace norvane {
 
-class DirListItem;
-
 /// Finds rows by their nodes in constant time; hard links are several rows of one node.
 ///
-/// Plain data: the rows are borrowed. One word and a half per row.
+/// Plain data: the rows are borrowed. A row is taken out before its node changes.
 class RowIndex
 {
 public:
-    void Add(DirListItem* row);
-    /// Takes out a row whose node is still the one it was added with.
-    void Remove(DirListItem* row);
-    void Clear();
-    /// Makes room, so that adding that many rows moves nothing.
-    void Reserve(std::size_t count);
+    void Add(DirListItem* row) { fSlots.Add(row); }
+    void Remove(const DirListItem* row) { fSlots.Remove(row); }
+    void Clear() { fSlots.Clear(); }
+    void Reserve(std::size_t count) { fSlots.Reserve(count); }
 
     /// The row of that node and name, or null.
     DirListItem* Find(const node_ref& node, const char* name) const;
     /// Any row of that node, or null.
-    DirListItem* FindAny(const node_ref& node) const;
+    DirListItem* FindAny(const node_ref& node) const { return Find(node, nullptr); }
     /// All rows of that node.
     std::vector<DirListItem*> FindAll(const node_ref& node) const;
-    std::size_t Count() const { return fCount; }
-    /// How many filled slots adding rows went past so far: what it costs, for tests.
-    std::size_t CountProbes() const { return fProbes; }
+    std::size_t Count() const { return fSlots.Count(); }
+    std::size_t CountProbes() const { return fSlots.CountProbes(); }
 
 private:
-    std::size_t HomeOf(ino_t node) const;
-    void Grow(std::size_t slots);
-    void Put(DirListItem* row);
+    struct HashNode
+    {
+        uint64 operator()(const DirListItem& row) const;
+    };
 
-    std::vector<DirListItem*> fSlots; // a power of two, never more than three quarters full
-    std::size_t fCount = 0;
-    std::size_t fProbes = 0;
+    RowSlots<HashNode> fSlots;
+};
+
+/// Finds rows by their names in constant time. ".." is none of them.
+///
+/// Plain data: the rows are borrowed. A row is taken out before its name changes.
+class RowNames
+{
+public:
+    void Add(DirListItem* row) { fSlots.Add(row); }
+    void Remove(const DirListItem* row) { fSlots.Remove(row); }
+    void Clear() { fSlots.Clear(); }
+    void Reserve(std::size_t count) { fSlots.Reserve(count); }
+
+    /// A row of that name, or null.
+    DirListItem* Find(const char* name) const;
+    std::size_t Count() const { return fSlots.Count(); }
+    std::size_t CountProbes() const { return fSlots.CountProbes(); }
+
+private:
+    struct HashName
+    {
+        uint64 operator()(const DirListItem& row) const;
+    };
+
+    RowSlots<HashName> fSlots;
 };
 
 } // namespace norvane

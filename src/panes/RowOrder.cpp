@@ -128,20 +128,4 @@ int32 RowOrder::IndexOf(const DirListItem* row) const
     return Walk(row);
 }
 
-int32 RowOrder::Find(const char* name) const
-{
-    for (const bool isFolder : {false, true}) {
-        const int32 place = SearchPlace(name, isFolder) - 1;
-        if (place >= 0 && std::strcmp(fRows.RowAt(place)->GetEntryName(), name) == 0) {
-            return place;
-        }
-    }
-    for (int32 i = 0; i < fRows.CountRows(); i++) {
-        if (std::strcmp(fRows.RowAt(i)->GetEntryName(), name) == 0) {
-            return i;
-        }
-    }
-    return -1;
-}
-
 } // namespace norvane

@@ -42,11 +42,10 @@ public:
     Place PlaceFor(const char* name, bool isFolder) const;
     /// The index of a row, -1 when it is not there.
     int32 IndexOf(const DirListItem* row) const;
-    /// The index of the row of that name, -1 when there is none.
-    int32 Find(const char* name) const;
+
+    bool IsDisplaced(const DirListItem* row) const;
 
 private:
-    bool IsDisplaced(const DirListItem* row) const;
     int32 First() const;
     int32 SearchPlace(const char* name, bool isFolder) const;
     int32 Walk(const DirListItem* row) const;

@@ -99,6 +99,10 @@ public:
     bool HasItem(BListItem* item) const;
     /// The number of rows.
     int32 CountItems() const;
+    /// Shows these rows, in this order, in place of all it has. Those that stay keep their
+    /// selection; the others are the caller's to delete. An extension of the platform, for many
+    /// changes at once.
+    void SetItems(const BList* items);
     /// Takes all rows out; they are not deleted.
     virtual void MakeEmpty();
     /// Whether there are no rows.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <StorageDefs.h>
+#include <EntryRecord.h>
 
 #include <memory>
 
@@ -17,21 +17,11 @@ struct entry_ref;
 class BEntryBatch
 {
 public:
-    /// One entry, itself: a link is the link.
-    struct Item
+    /// One entry. The record's status is B_ENTRY_NOT_FOUND when it went meanwhile.
+    struct Item : BEntryRecord
     {
         const char* name = nullptr; // lent until the batch changes
-        status_t status =
-            B_OK;            // of the stat; B_ENTRY_NOT_FOUND when it went meanwhile. Then 0 below.
-        mode_t mode = 0;     // kind and permissions
-        uid_t owner = 0;     // the user's number
-        gid_t group = 0;     // the group's number
-        ino_t node = 0;      // with the device, names the node
-        dev_t device = 0;    // differs from the folder's at a mount point
-        off_t size = 0;      // bytes
-        time_t modified = 0; // seconds since 1970
-        uint32 modifiedNanoseconds = 0; // and the part of a second
-        uint8 kind = 0;                 // DT_ value of the listing
+        uint8 kind = 0;             // DT_ value of the listing
     };
 
     /// Holds nothing.
@@ -44,7 +34,8 @@ public:
     /// reading.
     status_t SetTo(const BDirectory& directory);
     /// Watches the folder as watch_node() does, then reads the names; watch and batch share one
-    /// reading. `watchStatus` takes the watch's status; the names are read also without a watch.
+    /// reading, so that what the watch tells goes on from there. `watchStatus` takes the watch's
+    /// status; the names are read also without a watch.
     status_t SetTo(const BDirectory& directory, uint32 watchFlags, const BMessenger& target,
                    status_t* watchStatus);
     /// How many entries the folder has; 0 before SetTo().

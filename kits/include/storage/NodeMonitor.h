@@ -14,6 +14,8 @@ enum : uint32 {
     B_WATCH_STAT = 0x0002,
     B_WATCH_DIRECTORY = 0x0008,
     B_WATCH_MOUNT = 0x0010,
+    /// Of a folder: all that happens to its entries, in few messages. An extension of the platform.
+    B_WATCH_ENTRIES = 0x0100,
 };
 
 /// "opcode" of a B_NODE_MONITOR message.
@@ -29,17 +31,24 @@ enum : int32 {
         4, ///< "device", "node", and "directory", "name" for an entry of a watched folder
     B_DEVICE_MOUNTED = 6,   ///< "device" and "new device": that of the local volume
     B_DEVICE_UNMOUNTED = 7, ///< "device"
+    /// "device" and "directory" of the watched folder; BEntryChanges reads the rest.
+    B_ENTRIES_CHANGED = 100,
 };
 
 /// Sends B_NODE_MONITOR messages about `node` to `target` from now on, in the order of the changes.
 ///
-/// "device" is an int32, "directory", "node" and the like are int64. A folder is watched by
+/// "device" is an int32 and the watched folder's, also where its entries have another; "directory",
+/// "node" and the like are int64. A folder is watched by
 /// B_WATCH_DIRECTORY: its entries made, removed and renamed. B_WATCH_STAT for a file of a folder
 /// that `target` watches turns stat notices of all files of that folder on, as B_WATCH_DIRECTORY |
 /// B_WATCH_STAT for the folder does; those of one file come at most every 100 ms, the last one
-/// always. B_WATCH_NAME for a folder tells its own removal and renaming. Calls add to what is
-/// watched already; B_STOP_WATCHING ends the watch of this node. With B_WATCH_MOUNT, `node` may be
-/// null. Start the watch, then read the folder: no change is lost in between. Thread: any. Errors:
+/// always. B_WATCH_ENTRIES tells both together with the entries' records, and nothing one by one.
+/// B_WATCH_NAME for a folder tells its own removal and renaming. Calls add to what is watched
+/// already; B_STOP_WATCHING ends the watch of this node. With B_WATCH_MOUNT, `node` may be null.
+/// Start the watch, then read the folder: no change is lost in between.
+///
+/// Thread: any. Beginning a watch waits for the folder's volume; ending one, and all about mounts,
+/// waits for no disk. A volume that does not answer holds up no watch of another. Errors:
 /// B_BAD_VALUE (null, no such target), B_ENTRY_NOT_FOUND when the node is not known to the kit,
 /// B_PERMISSION_DENIED when the folder cannot be read, B_NO_MEMORY when the limit of watches is
 /// reached.

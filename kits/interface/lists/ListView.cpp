@@ -153,6 +153,43 @@ bool BListView::RemoveItems(int32 index, int32 count)
     return true;
 }
 
+void BListView::SetItems(const BList* items)
+{
+    if (items == nullptr) {
+        return;
+    }
+    BFont font;
+    GetFont(&font);
+    for (int32 row = 0; row < items->CountItems(); row++) {
+        auto* item = static_cast<BListItem*>(items->ItemAt(row));
+        if (item->fOwner != this && Window() != nullptr) {
+            item->Update(this, &font);
+        }
+    }
+    for (int32 row = 0; row < fRows.CountItems(); row++) {
+        ItemAt(row)->fOwner = nullptr;
+    }
+    for (int32 row = 0; row < items->CountItems(); row++) {
+        static_cast<BListItem*>(items->ItemAt(row))->fOwner = this;
+    }
+    bool hasLostSelection = false;
+    for (int32 row = 0; row < fRows.CountItems(); row++) {
+        BListItem* item = ItemAt(row);
+        if (item->fOwner == nullptr && item->IsSelected()) {
+            item->Deselect();
+            hasLostSelection = true;
+        }
+    }
+    fRows = *items;
+    fSelection->Rearranged();
+    fHeightsAreStale = true;
+    FixScrollBar();
+    Invalidate();
+    if (hasLostSelection) {
+        SelectionDidChange(-1, -1);
+    }
+}
+
 void BListView::MakeEmpty()
 {
     if (IsEmpty()) {

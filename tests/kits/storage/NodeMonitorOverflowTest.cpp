@@ -1,4 +1,5 @@
 #include "NodeMonitorFixture.h"
+#include "StoppedWatcher.h"
 
 #include <cstdlib>
 #include <dirent.h>
@@ -11,46 +12,6 @@
 #include <unistd.h>
 
 namespace {
-
-sem_t gGate;
-
-void WaitAtGate(int)
-{
-    while (sem_wait(&gGate) != 0) {
-    }
-}
-
-pid_t WatcherThread()
-{
-    pid_t found = 0;
-    DIR* tasks = opendir("/proc/self/task");
-    while (const dirent* entry = readdir(tasks)) {
-        std::ifstream file("/proc/self/task/" + std::string(entry->d_name) + "/comm");
-        std::string name;
-        if (std::getline(file, name) && name == "node watcher") {
-            found = static_cast<pid_t>(std::atoi(entry->d_name));
-        }
-    }
-    closedir(tasks);
-    return found;
-}
-
-/// Keeps the watcher's thread from reading, as a busy machine may.
-class StoppedWatcher
-{
-public:
-    StoppedWatcher()
-    {
-        sem_init(&gGate, 0, 0);
-        struct sigaction action = {};
-        action.sa_handler = WaitAtGate;
-        sigaction(SIGUSR1, &action, nullptr);
-        EXPECT_EQ(syscall(SYS_tgkill, getpid(), WatcherThread(), SIGUSR1), 0);
-    }
-    ~StoppedWatcher() { sem_post(&gGate); }
-    StoppedWatcher(const StoppedWatcher&) = delete;
-    StoppedWatcher& operator=(const StoppedWatcher&) = delete;
-};
 
 /// Fills what the kernel keeps for a reader that does not come, by writing to two files in turn:
 /// equal events in a row would count as one.

@@ -1,5 +1,6 @@
 #include "ListFixture.h"
 #include "fileops/engine/OwnNames.h"
+#include "storage/EntryChangeList.h"
 
 #include <cstdio>
 
@@ -222,7 +223,12 @@ TEST_F(DirViewUpdatesTest, KeepsTheRowOfWhatWasRenamedBeforeTheWatchHeardOfIt)
     fList->AddEntry(&made);
     fList->Select(IndexOf("c"));
     ASSERT_EQ(rename(fTree.Path("shown/c").c_str(), fTree.Path("shown/x").c_str()), 0);
-    fList->NodeChanged(InFolder(Notice(B_ENTRY_CREATED, "x", NodeOf("shown/x"))));
+    kits::EntryChangeList changes;
+    BEntryRecord gone;
+    gone.status = B_ENTRY_NOT_FOUND;
+    changes.Add(BEntryChange::Kind::kCreated, "c", "", gone);
+    changes.Add(BEntryChange::Kind::kRenamed, "x", "c", {});
+    fList->NodeChanged(changes.Notice(fList->FolderNode()));
     EXPECT_EQ(Names(), ".. M b x d f ");
     EXPECT_EQ(Selected(), "x");
 }

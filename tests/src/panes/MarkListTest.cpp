@@ -49,7 +49,7 @@ TEST_F(MarkListTest, ForgetsRowsThatGo)
 {
     DirListItem* a = Add("a");
     fMarks.Toggle(a);
-    fMarks.Forget(a);
+    fMarks.Forget({a});
     EXPECT_TRUE(fMarks.IsEmpty());
 }
 

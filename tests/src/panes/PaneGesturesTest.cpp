@@ -39,10 +39,12 @@ protected:
         return names;
     }
 
-    void RowLeaves(DirListItem* row) override
+    void RowsLeave(const std::vector<DirListItem*>& rows) override
     {
-        fMarks->Forget(row);
-        fGestures->Forget(row);
+        fMarks->Forget(rows);
+        for (const DirListItem* row : rows) {
+            fGestures->Forget(row);
+        }
     }
 
     const BPoint fHere{50, 50};

@@ -55,11 +55,13 @@ protected:
     norvane::DirListItem* Row(const char* name) const { return fRows->RowAt(fRows->Find(name)); }
 
     // RowsListener
-    void RowLeaves(norvane::DirListItem* row) override
+    void RowsLeave(const std::vector<norvane::DirListItem*>& rows) override
     {
-        fTold += std::string("-") + row->GetEntryName() + " ";
+        for (const norvane::DirListItem* row : rows) {
+            fTold += std::string("-") + row->GetEntryName() + " ";
+        }
     }
-    void RowsLeave() override { fTold += "none "; }
+    void AllRowsLeave() override { fTold += "none "; }
     void RowsChanged() override { fTold += "changed "; }
 
     norvane::ColumnListView* fList = nullptr;

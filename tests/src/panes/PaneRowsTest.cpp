@@ -1,5 +1,7 @@
 #include "PaneRowsFixture.h"
 
+#include <random>
+
 namespace {
 
 using namespace norvane;
@@ -74,7 +76,7 @@ TEST_F(PaneRowsTest, RowsOfAServerCostNoSearch)
     fRows->Fill(std::move(rows));
     EXPECT_EQ(fRows->CountRows(), kMany);
     EXPECT_EQ(fRows->Totals().files, kMany);
-    EXPECT_EQ(fRows->Index().CountProbes(), 0u);
+    EXPECT_EQ(fRows->Nodes().CountProbes(), 0u);
     // They have no node by which a notice could mean them.
     EXPECT_EQ(fRows->FindAny({0, 0}), nullptr);
     fRows->Remove(fRows->RowAt(kMany / 2));
@@ -88,8 +90,66 @@ TEST_F(PaneRowsTest, LocalRowsCostAFewStepsEach)
         rows.files.push_back(Make(std::to_string(i), false, static_cast<ino_t>(i)));
     }
     fRows->Fill(std::move(rows));
-    EXPECT_EQ(fRows->Index().Count(), static_cast<size_t>(kMany));
-    EXPECT_LT(fRows->Index().CountProbes(), static_cast<size_t>(4 * kMany));
+    EXPECT_EQ(fRows->Nodes().Count(), static_cast<size_t>(kMany));
+    EXPECT_LT(fRows->Nodes().CountProbes(), static_cast<size_t>(4 * kMany));
+}
+
+TEST_F(PaneRowsTest, ChangesTogetherAreToldOnce)
+{
+    Fill({"m"}, {"b", "d", "f"});
+    fList->Select(3);
+    fRows->BeginChanges();
+    fRows->Insert(Make("a", false, 11));
+    fRows->Insert(Make("k", true, 12));
+    fRows->Insert(Make("gone", false, 13));
+    fRows->Remove(fRows->FindRow("gone"));
+    fRows->Remove(fRows->FindRow("d"));
+    BEntryRecord file;
+    file.mode = S_IFREG;
+    fRows->Rebuild(fRows->FindRow("f"), "c", file);
+    EXPECT_EQ(fRows->FindRow("d"), nullptr);
+    EXPECT_NE(fRows->FindRow("a"), nullptr);
+    EXPECT_EQ(fRows->FindAny({7, 13}), nullptr);
+    EXPECT_NE(fRows->FindAny({7, 12}), nullptr);
+    EXPECT_EQ(Names(), ".. m b d c "); // as the list still has them
+    fRows->EndChanges();
+    EXPECT_EQ(Names(), ".. k m a b c ");
+    EXPECT_EQ(fTold, "-gone -d changed ");
+    EXPECT_EQ(fList->CurrentSelection(),
+              5); // the row that came into the place of the one that went
+    EXPECT_EQ(fRows->Totals().files, 3);
+}
+
+// Whatever is put in, taken out and renamed: together it comes to the same as one by one.
+TEST_F(PaneRowsTest, ChangesTogetherAgreeWithSingleOnes)
+{
+    std::mt19937 random(5);
+    std::string together;
+    std::string single;
+    for (const bool areTogether : {true, false}) {
+        random.seed(5);
+        fRows->Clear();
+        Fill({"b", "q"}, {"c", "f", "k", "x"});
+        for (int round = 0; round < 200; round++) {
+            if (areTogether) {
+                fRows->BeginChanges();
+            }
+            for (int step = 0; step < 20; step++) {
+                const std::string name(1, static_cast<char>('a' + random() % 26));
+                DirListItem* row = fRows->FindRow(name.c_str());
+                if (row != nullptr) {
+                    fRows->Remove(row);
+                } else {
+                    fRows->Insert(Make(name, random() % 3 == 0, 100 + random() % 50));
+                }
+            }
+            if (areTogether) {
+                fRows->EndChanges();
+            }
+            (areTogether ? together : single) += Names() + "\n";
+        }
+    }
+    EXPECT_EQ(together, single);
 }
 
 } // namespace

@@ -19,7 +19,7 @@ protected:
     static std::unique_ptr<norvane::DirListItem> Make(const std::string& name, bool isFolder,
                                                       ino_t node = 1, off_t size = 0)
     {
-        BEntryBatch::Item item;
+        BEntryRecord item;
         item.mode = isFolder ? (S_IFDIR | 0755) : (S_IFREG | 0644);
         item.node = node;
         item.size = size;

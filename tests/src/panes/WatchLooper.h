@@ -1,5 +1,6 @@
 #pragma once
 
+#include <EntryChanges.h>
 #include <Looper.h>
 #include <Message.h>
 #include <NodeMonitor.h>
@@ -23,7 +24,11 @@ public:
             return;
         }
         const std::lock_guard lock(fMutex);
-        fNames.insert(message->GetString("name", ""));
+        BEntryChanges changes(*message);
+        BEntryChange change;
+        while (changes.GetNext(&change)) {
+            fNames.insert(change.name);
+        }
     }
 
     bool Heard(const std::string& name)
