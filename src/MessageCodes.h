@@ -33,7 +33,7 @@ enum WindowCommand : uint32 {
     kPreferences = 135,
     kHelp = 140,
     kStopOperation = 'StOp', // in no menu: asks whether the newest operation is to stop
-    kFocusPane = 1000, // to 1009: the pane's place is added
+    kFocusPane = 1000,       // to 1009: the pane's place is added
 };
 
 // What the main window is told of what happened elsewhere.
@@ -55,6 +55,8 @@ enum PaneNotice : uint32 {
     MSG_PROGRESS_STOP = 608,
     MSG_PROGRESS_STEP = 609, // int32 "steps": how many it stands for, 1 when missing
     MSG_PROGRESS_MAX = 610,  // int32 "maxvalue"
+    kListingNews = 'News',   // the rows of the place being opened, or some of them, are there
+    kLinkAnswered = 'Link',  // what a link leads to: LinkAnswer reads it
     kFolderMeasured = 615,   // int64 "device", "node" and "bytes", string "name" of the row
 };
 

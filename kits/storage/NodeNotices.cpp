@@ -9,21 +9,28 @@ namespace kits {
 
 void WatchTargets::Add(const BMessenger& messenger, uint32 flags)
 {
+    const int32 entryWatches = (flags & B_WATCH_ENTRIES) != 0 ? 1 : 0;
     MutexLock lock(fMutex);
     for (WatchTarget& target : fTargets) {
         if (target.messenger == messenger) {
             target.flags |= flags;
+            target.entryWatches += entryWatches;
             return;
         }
     }
-    fTargets.push_back({messenger, flags});
+    fTargets.push_back({messenger, flags, entryWatches});
 }
 
-void WatchTargets::Remove(const BMessenger& messenger)
+void WatchTargets::Remove(const BMessenger& messenger, Extent extent)
 {
     MutexLock lock(fMutex);
-    std::erase_if(fTargets,
-                  [&](const WatchTarget& target) { return target.messenger == messenger; });
+    std::erase_if(fTargets, [&](WatchTarget& target) {
+        if (target.messenger != messenger) {
+            return false;
+        }
+        target.entryWatches -= extent == Extent::kOne ? 1 : target.entryWatches;
+        return target.entryWatches <= 0;
+    });
 }
 
 uint32 WatchTargets::FlagsOf(const BMessenger& messenger) const

@@ -16,6 +16,7 @@ struct WatchTarget
 {
     BMessenger messenger;
     uint32 flags = 0;
+    int32 entryWatches = 0; // how often B_WATCH_ENTRIES was begun
 };
 
 /// The watchers of one thing. Those that are gone are forgotten when a notice does not reach them.
@@ -26,7 +27,9 @@ class WatchTargets
 {
 public:
     void Add(const BMessenger& messenger, uint32 flags);
-    void Remove(const BMessenger& messenger);
+    /// One of several B_WATCH_ENTRIES, or all there is.
+    enum class Extent : uint8 { kOne, kAll };
+    void Remove(const BMessenger& messenger, Extent extent = Extent::kAll);
     uint32 FlagsOf(const BMessenger& messenger) const;
     bool AnyWants(uint32 flags) const;
     bool IsEmpty() const;

@@ -128,7 +128,8 @@ void NodeWatcher::StopWatching(const BMessenger& target, const node_ref* node)
         MutexLock lock(fMutex);
         for (const NodeTargets& watched : fTargets) {
             if (node == nullptr || watched.node == *node) {
-                watched.targets->Remove(target);
+                using Extent = WatchTargets::Extent;
+                watched.targets->Remove(target, node == nullptr ? Extent::kAll : Extent::kOne);
             }
         }
         if (!fHasThread || fHasEnded) {

@@ -59,10 +59,11 @@ DirListItem::DirListItem(BEntry* entry, rgb_color, bool isParent, int nameMode,
     }
 }
 
-DirListItem::DirListItem(entry_ref&& ref, const BEntryRecord& record, const DatePattern& dates)
+DirListItem::DirListItem(entry_ref&& ref, const BEntryRecord& record, const DatePattern& dates,
+                         mode_t target)
     : CLVListItem(0, true, true, kMinimumHeight), fRef(std::move(ref)), fDates(&dates)
 {
-    TakeRecord(record);
+    TakeRecord(record, target);
 }
 
 DirListItem::DirListItem(const char* name, const char* size, const char* date,
@@ -107,20 +108,20 @@ void DirListItem::TakeEntry(const BEntry& entry, const struct stat& st)
     }
 }
 
-void DirListItem::TakeRecord(const BEntryRecord& record)
+void DirListItem::TakeRecord(const BEntryRecord& record, mode_t target)
 {
     TakeNode(record.mode, record.node, record.size, record.modified);
     fHasPermissions = record.status == B_OK;
     if (fKind == Kind::kLink) {
-        FollowLink();
+        fIsDirectory = !S_ISREG(target);
     }
 }
 
-void DirListItem::Take(const BEntryRecord& record, const DatePattern& dates)
+void DirListItem::Take(const BEntryRecord& record, const DatePattern& dates, mode_t target)
 {
     DropTextsAndIcon();
     fDates = &dates;
-    TakeRecord(record);
+    TakeRecord(record, target);
 }
 
 void DirListItem::SetName(const char* name)

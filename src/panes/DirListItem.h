@@ -30,8 +30,10 @@ public:
     /// A local row, or the parent row (`entry` is not used then).
     DirListItem(BEntry* entry, rgb_color colour, bool isParent, int nameMode,
                 const char* dateFormat);
-    /// A row of what a look at an entry found.
-    DirListItem(entry_ref&& ref, const BEntryRecord& record, const DatePattern& dates);
+    /// A row of what a look at an entry found, and at what it leads to when it is a link: 0 when
+    /// that is nothing.
+    DirListItem(entry_ref&& ref, const BEntryRecord& record, const DatePattern& dates,
+                mode_t target = 0);
     /// A row of an FTP listing.
     DirListItem(const char* name, const char* size, const char* date, const char* permissions);
     /// A parent row without an entry.
@@ -48,8 +50,8 @@ public:
     /// Errors: those of reading the entry; the row stays as it was then.
     status_t Update(const entry_ref* ref, const char* dateFormat);
     status_t Update(const char* dateFormat);
-    /// Shows what a look at the entry found.
-    void Take(const BEntryRecord& record, const DatePattern& dates);
+    /// Shows what a look at the entry found, and at what it leads to.
+    void Take(const BEntryRecord& record, const DatePattern& dates, mode_t target = 0);
     /// The entry has another name in its folder.
     void SetName(const char* name);
     /// Shows what a folder occupies.
@@ -93,7 +95,7 @@ private:
     struct Texts;
 
     void TakeEntry(const BEntry& entry, const struct stat& st);
-    void TakeRecord(const BEntryRecord& record);
+    void TakeRecord(const BEntryRecord& record, mode_t target);
     void TakeNode(mode_t mode, ino_t node, off_t size, time_t modified);
     void FollowLink();
     Texts& MadeTexts() const;

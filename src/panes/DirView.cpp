@@ -80,6 +80,7 @@ void DirView::AttachedToWindow()
 {
     ColumnListView::AttachedToWindow();
     fNotifier.Attached();
+    fUpdates.SetList(BMessenger(this));
     if (!fIsFirstAttachment) {
         return;
     }
@@ -240,6 +241,14 @@ void DirView::SetDateFormat(const char* pattern)
 
 // Notices
 
+void DirView::LinkAnswered(const BMessage& message)
+{
+    LinkAnswer answer;
+    if (answer.Read(message)) {
+        fUpdates.LinkAnswered(answer);
+    }
+}
+
 void DirView::SelectionChanged()
 {
     fMeasure.Cancel();
@@ -252,6 +261,12 @@ void DirView::MessageReceived(BMessage* message)
     case kLocalEntries:
     case kRemoteEntries:
         EntriesDropped(message);
+        break;
+    case kListingNews:
+        fListing.Proceed();
+        break;
+    case kLinkAnswered:
+        LinkAnswered(*message);
         break;
     case kFolderMeasured:
         FolderMeasured(*message);

@@ -151,6 +151,7 @@ private:
     void RenameRow(DirListItem* row, const char* newName);
     void RenameEnded(bool isCommitted);
     void FolderMeasured(const BMessage& message);
+    void LinkAnswered(const BMessage& message);
     void EntriesDropped(BMessage* message);
     void StartOperation(const OperationRequest& request, BHandler* handler);
 

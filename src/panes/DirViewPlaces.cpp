@@ -70,9 +70,12 @@ status_t DirView::Invoke(BMessage*)
 
 OpenOrder DirView::OrderForOpening() const
 {
-    // Without a window or a pane nobody is there to be told of changes.
-    const bool isFollowed = Window() != nullptr && fPane != nullptr;
-    return {fRows.DateFormat(), isFollowed ? BMessenger(fPane) : BMessenger()};
+    if (Window() == nullptr) {
+        return {fRows.DateFormat(), BMessenger(), BMessenger()};
+    }
+    // Without a pane nobody is there to be told of changes.
+    return {fRows.DateFormat(), fPane != nullptr ? BMessenger(fPane) : BMessenger(),
+            BMessenger(this)};
 }
 
 void DirView::Arrived(const Arrival& arrival)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "panes/DirListItem.h"
+#include "panes/LinkTargets.h"
 
 #include <Directory.h>
 #include <EntryBatch.h>
@@ -36,15 +37,23 @@ public:
     /// A ref of some name in the folder, which keeps the folder known.
     entry_ref Ref() const;
 
-    /// The rows in the listing's order: folders with ".." at the top, then everything else.
-    void TakeRows(const DatePattern& dates, std::vector<std::unique_ptr<DirListItem>>& folders,
+    /// The rows in the listing's order: folders with ".." at the top, then everything else. Left
+    /// out are links of which it is not known within a second what they lead to: `links` tells.
+    void TakeRows(const DatePattern& dates, LinkTargets& links,
+                  std::vector<std::unique_ptr<DirListItem>>& folders,
                   std::vector<std::unique_ptr<DirListItem>>& files);
 
+    /// Whether TakeRows() left links out.
+    bool HasLeftLinksOut() const { return fHasLeftLinksOut; }
+
 private:
+    std::vector<int64> FindTargets(LinkTargets& links) const;
+
     BDirectory fDirectory;
     BEntryBatch fBatch;
     node_ref fNode;
     bool fHasParent = false;
+    bool fHasLeftLinksOut = false;
 };
 
 } // namespace norvane

@@ -1,31 +1,31 @@
 #include "panes/FolderSource.h"
 
 #include "MessageCodes.h"
-#include "panes/DatePattern.h"
-#include "panes/FolderReader.h"
 #include "panes/PathText.h"
 
 #include <Directory.h>
-#include <NodeMonitor.h>
+#include <OS.h>
 #include <TrashRecord.h>
 
+#include <atomic>
 #include <utility>
 
 namespace norvane {
 
 namespace {
 
-constexpr uint32 kWatchFlags = B_WATCH_ENTRIES;
+constexpr bigtime_t kPatience = 100'000;
 
-/// Reads the entries of a folder whose names are known, telling of it.
-void ReadEntries(FolderReader& reader, RowTaker& taker)
+// When a folder was waited for in vain, by any window. A start with ten of them waits for one.
+std::atomic<bigtime_t> gLastInVain{0};
+
+bigtime_t EndOfPatience(const OpenOrder& order)
 {
-    taker.Counted(reader.CountEntries() + 1);
-    int32 told = 0;
-    while (reader.ReadMore()) {
-        taker.Read(reader.CountRead() - told);
-        told = reader.CountRead();
+    if (!order.list.IsValid()) {
+        return B_INFINITE_TIMEOUT;
     }
+    const bigtime_t now = system_time();
+    return now - gLastInVain < 10 * kPatience ? now : now + kPatience;
 }
 
 } // namespace
@@ -72,23 +72,55 @@ status_t RenameEntry(const entry_ref& ref, const std::string& newName)
 
 status_t FolderSource::Open(const OpenOrder& order, RowTaker& taker)
 {
-    FolderReader reader;
-    status_t status = reader.Open(fPath);
+    fTaker = &taker;
+    fJob = std::make_unique<ListingJob>(fPath, order);
+    if (!fJob->WaitUntil(EndOfPatience(order))) {
+        gLastInVain = system_time();
+        return B_OK; // the rows come later
+    }
+    const status_t status = fJob->Status();
     if (status != B_OK) {
         return status;
     }
-    fFolder = WatchedFolder{reader.Node(), reader.Ref(), order.watcher, B_OK};
-    status = order.watcher.IsValid()
-                 ? reader.WatchAndReadNames(kWatchFlags, order.watcher, &fFolder->status)
-                 : reader.ReadNames();
-    if (status != B_OK) {
-        return status;
-    }
-    ReadEntries(reader, taker);
-    ListedRows rows;
-    reader.TakeRows(DatePattern::For(order.dateFormat), rows.folders, rows.files);
-    taker.Opened(*this, std::move(rows));
+    TellProgress();
+    HandOver();
     return B_OK;
+}
+
+void FolderSource::Proceed()
+{
+    if (fHasHandedOver) {
+        return;
+    }
+    TellProgress();
+    if (!fJob->Look().hasEnded) {
+        return;
+    }
+    const status_t status = fJob->Status();
+    if (status != B_OK) {
+        fTaker->NotOpened(*this, status);
+    } else {
+        HandOver();
+    }
+}
+
+void FolderSource::TellProgress()
+{
+    const ListingJob::Progress progress = fJob->Look();
+    if (progress.entries != std::exchange(fToldEntries, progress.entries)) {
+        fTaker->Counted(progress.entries);
+    }
+    const int32 read = progress.read - std::exchange(fToldRead, progress.read);
+    if (read > 0) {
+        fTaker->Read(read);
+    }
+}
+
+void FolderSource::HandOver()
+{
+    fFolder = fJob->TakeFolder();
+    fHasHandedOver = true;
+    fTaker->Opened(*this, fJob->TakeRows());
 }
 
 std::string FolderSource::Complaint(status_t status) const

@@ -1,12 +1,16 @@
 #pragma once
 
+#include "panes/ListingJob.h"
 #include "panes/RowSource.h"
+
+#include <memory>
 
 namespace norvane {
 
 /// A local folder as what a list shows.
 ///
-/// Reads in the window's thread and hands its rows over at once.
+/// It is read on a thread of its own. Opening waits a moment for that, so that ordinary folders
+/// change without a flicker.
 class FolderSource : public RowSource
 {
 public:
@@ -14,6 +18,7 @@ public:
 
     // RowSource
     status_t Open(const OpenOrder& order, RowTaker& taker) override;
+    void Proceed() override;
     std::string Complaint(status_t status) const override;
     std::optional<WatchedFolder> Folder() const override { return fFolder; }
     std::unique_ptr<RowSource> Again() const override;
@@ -35,7 +40,15 @@ public:
     const std::string& LocalFolder() const override { return fPath; }
 
 private:
+    void TellProgress();
+    void HandOver();
+
     const std::string fPath;
+    RowTaker* fTaker = nullptr;       // borrowed; from Open() on
+    std::unique_ptr<ListingJob> fJob; // kept: what links lead to may come later
+    bool fHasHandedOver = false;
+    int32 fToldEntries = 0;
+    int32 fToldRead = 0;
     std::optional<WatchedFolder> fFolder;
 };
 

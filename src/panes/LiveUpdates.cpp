@@ -40,6 +40,13 @@ BEntryRecord RecordOf(const entry_ref& ref)
     return record;
 }
 
+/// The kind of what a link leads to; 0 when that is nothing.
+mode_t TargetOf(const entry_ref& link)
+{
+    struct stat st = {};
+    return BEntry(&link, true).GetStat(&st) == B_OK ? st.st_mode : 0;
+}
+
 } // namespace
 
 // The watch
@@ -53,21 +60,44 @@ void LiveUpdates::EndWatch(const WatchedFolder& folder)
 
 void LiveUpdates::Follow(const std::optional<WatchedFolder>& folder)
 {
-    if (fIsWatching && (!folder.has_value() || folder->node != fFolder.node)) {
-        EndWatch(fFolder);
+    if (fIsWatching) {
+        EndWatch(fFolder); // also of the same one: the new watch is another
     }
     fIsFollowing = folder.has_value();
     fIsWatching = folder.has_value() && folder->status == B_OK;
     if (folder.has_value()) {
         fFolder = *folder;
     }
+    const std::vector<BMessage> kept = std::exchange(fKept, {});
+    fKeepsNotices = false;
+    for (const BMessage& notice : kept) {
+        Handle(notice);
+    }
 }
 
-void LiveUpdates::Release(const std::optional<WatchedFolder>& folder) const
+void LiveUpdates::Release(const std::optional<WatchedFolder>& folder)
 {
-    if (folder.has_value() && !(fIsWatching && folder->node == fFolder.node)) {
+    if (folder.has_value() && folder->status == B_OK) {
         EndWatch(*folder);
     }
+}
+
+void LiveUpdates::SetList(const BMessenger& list)
+{
+    fLinks = std::make_unique<LinkTargets>(list);
+}
+
+void LiveUpdates::ForgetAll()
+{
+    fMovedIn.clear();
+    fAsked.clear();
+    fLeft.clear();
+}
+
+void LiveUpdates::KeepNotices(bool isOn)
+{
+    fKeepsNotices = isOn;
+    fKept.clear();
 }
 
 void LiveUpdates::Stop()
@@ -81,6 +111,14 @@ void LiveUpdates::Stop()
 // Notices
 
 void LiveUpdates::NodeChanged(const BMessage& notice)
+{
+    if (fKeepsNotices) {
+        fKept.push_back(notice);
+    }
+    Handle(notice);
+}
+
+void LiveUpdates::Handle(const BMessage& notice)
 {
     if (!fIsFollowing) {
         return;
@@ -139,8 +177,18 @@ void LiveUpdates::Apply(const BEntryChange& change)
 void LiveUpdates::Remove(const char* name)
 {
     fMovedIn.erase(name);
+    fAsked.erase(name);
+    NoteLeft(name);
     if (DirListItem* row = fRows.FindRow(name)) {
         fRows.Remove(row);
+    }
+}
+
+/// Of a link that the listing did not know yet.
+void LiveUpdates::NoteLeft(const char* name)
+{
+    if (fFolder.awaitsLinks) {
+        fLeft.insert(name);
     }
 }
 
@@ -149,6 +197,9 @@ void LiveUpdates::Rename(const BEntryChange& change)
     DirListItem* source = fRows.FindRow(change.fromName);
     DirListItem* target = fRows.FindRow(change.name);
     const bool wasMovedIn = fMovedIn.erase(change.fromName) > 0;
+    fAsked.erase(change.fromName);
+    fAsked.erase(change.name);
+    NoteLeft(change.fromName);
     if (IsOwnTemporaryName(change.name)) {
         Remove(change.fromName); // about to be deleted; it comes back when it is not
     } else if (target != nullptr) {
@@ -157,10 +208,15 @@ void LiveUpdates::Rename(const BEntryChange& change)
         if (source != nullptr) {
             fRows.Remove(source);
         }
-        Rebuild(target, change.name, change.record);
+        Show(change.name, change.record);
     } else if (source != nullptr) {
         fMovedIn.erase(change.name);
-        Rebuild(source, change.name, change.record);
+        // The name at once; what a link leads to is found out.
+        BEntryRecord nothingNew;
+        nothingNew.status = B_ENTRY_NOT_FOUND;
+        const bool isAsked = Ask(change.name, change.record);
+        Rebuild(source, change.name, isAsked ? nothingNew : change.record,
+                S_ISLNK(change.record.mode) && !isAsked ? TargetOf(RefOf(change.name)) : 0);
     } else if (wasMovedIn) {
         fMovedIn.insert(change.name);
     } else {
@@ -168,28 +224,67 @@ void LiveUpdates::Rename(const BEntryChange& change)
     }
 }
 
+/// Of a link it has to be found out first what it leads to, by others: then it is shown. False when
+/// that is known, or nobody can tell later.
+bool LiveUpdates::Ask(const char* name, const BEntryRecord& record)
+{
+    fAsked.erase(name);
+    if (fLinks == nullptr || !S_ISLNK(record.mode)) {
+        return false;
+    }
+    fAsked[name] = ++fLastNumber;
+    fLinks->Ask({RefOf(name), fFolder.node, record, fLastNumber});
+    return true;
+}
+
+void LiveUpdates::LinkAnswered(const LinkAnswer& answer)
+{
+    if (!fIsFollowing || answer.folder != fFolder.node) {
+        return;
+    }
+    const auto asked = fAsked.find(answer.name);
+    if (answer.number == 0) {
+        // By the listing; what was told since knows better.
+        if (asked == fAsked.end() && fRows.FindRow(answer.name.c_str()) == nullptr &&
+            !fLeft.contains(answer.name)) {
+            ShowKnown(answer.name.c_str(), answer.record, answer.target);
+        }
+    } else if (asked != fAsked.end() && asked->second == answer.number) {
+        fAsked.erase(asked);
+        ShowKnown(answer.name.c_str(), answer.record, answer.target);
+    }
+}
+
 void LiveUpdates::Show(const char* name, const BEntryRecord& record)
 {
+    fMovedIn.erase(name);
+    if (!Ask(name, record)) {
+        ShowKnown(name, record, S_ISLNK(record.mode) ? TargetOf(RefOf(name)) : 0);
+    }
+}
+
+void LiveUpdates::ShowKnown(const char* name, const BEntryRecord& record, mode_t target)
+{
     if (DirListItem* listed = fRows.FindRow(name)) {
-        Rebuild(listed, name, record);
+        Rebuild(listed, name, record, target);
         return;
     }
     // One that is gone already gets its row all the same, until that is told: what is told in
     // between may be of it.
-    fMovedIn.erase(name);
-    fRows.Insert(
-        std::make_unique<DirListItem>(RefOf(name), record, DatePattern::For(fRows.DateFormat())));
+    fRows.Insert(std::make_unique<DirListItem>(RefOf(name), record,
+                                               DatePattern::For(fRows.DateFormat()), target));
 }
 
-void LiveUpdates::Rebuild(DirListItem* row, const char* name, const BEntryRecord& record)
+void LiveUpdates::Rebuild(DirListItem* row, const char* name, const BEntryRecord& record,
+                          mode_t target)
 {
     if (row->HasNode() || record.status != B_OK) {
-        fRows.Rebuild(row, name, record);
+        fRows.Rebuild(row, name, record, target);
         return;
     }
     // Nobody knew what it was, nor where it belongs.
-    auto known =
-        std::make_unique<DirListItem>(RefOf(name), record, DatePattern::For(fRows.DateFormat()));
+    auto known = std::make_unique<DirListItem>(RefOf(name), record,
+                                               DatePattern::For(fRows.DateFormat()), target);
     fRows.Remove(row);
     fRows.Insert(std::move(known));
 }
@@ -198,9 +293,10 @@ void LiveUpdates::Rebuild(DirListItem* row, const char* name, const BEntryRecord
 /// already.
 void LiveUpdates::ShowIfListed(const BEntryChange& change)
 {
-    if (DirListItem* listed = fRows.FindRow(change.name)) {
-        Rebuild(listed, change.name, change.record);
+    if (fRows.FindRow(change.name) != nullptr) {
+        Show(change.name, change.record);
     } else {
+        fAsked.erase(change.name);
         fMovedIn.insert(change.name);
     }
 }
@@ -211,11 +307,14 @@ void LiveUpdates::ShowContents(const BEntryChange& change)
     if (row == nullptr || change.record.status != B_OK) {
         return;
     }
-    fRows.Rebuild(row, change.name, change.record);
+    if (S_ISLNK(change.record.mode)) {
+        return; // its time alone; what it leads to stays
+    }
+    fRows.Rebuild(row, change.name, change.record, 0);
     if (change.record.links > 1) {
         for (DirListItem* other : fRows.FindAll(row->NodeRef())) {
             if (other != row) {
-                fRows.Rebuild(other, other->GetEntryName(), change.record);
+                fRows.Rebuild(other, other->GetEntryName(), change.record, 0);
             }
         }
     }

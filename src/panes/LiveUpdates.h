@@ -1,13 +1,17 @@
 #pragma once
 
+#include "panes/LinkTargets.h"
 #include "panes/PaneRows.h"
 #include "panes/RowSource.h"
 
 #include <EntryChanges.h>
 
+#include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace norvane {
 
@@ -26,12 +30,17 @@ public:
     LiveUpdates& operator=(const LiveUpdates&) = delete;
 
     // The watch
-    /// Follows a folder whose watch has begun, from here on; nothing for none. The watch of the
-    /// folder followed before ends, unless it is the same one.
+    /// Follows a folder whose watch has begun, from here on; nothing for none. The notices that
+    /// were kept for it are handled; the watch of the folder followed before ends.
     void Follow(const std::optional<WatchedFolder>& folder);
-    /// Ends the watch that began for a folder which is not shown after all, unless it is the one
-    /// that is followed.
-    void Release(const std::optional<WatchedFolder>& folder) const;
+    /// Ends the watch that began for a folder which is not shown after all.
+    static void Release(const std::optional<WatchedFolder>& folder);
+    /// Who is told what links lead to, by kLinkAnswered; nobody: the disk is waited for.
+    void SetList(const BMessenger& list);
+    /// One of these answers, for a link of the folder that is followed.
+    void LinkAnswered(const LinkAnswer& answer);
+    /// Whether notices are kept, besides being handled, for a folder whose rows are on their way.
+    void KeepNotices(bool isOn);
     /// Ends the watch; notices that are on their way still count.
     void Stop();
     bool IsFollowing() const { return fIsFollowing; }
@@ -51,10 +60,11 @@ public:
     void UpdateEntry(const node_ref& node);
     void UpdateEntry(const entry_ref& newRef, const entry_ref& oldRef);
 
-    void ForgetAll() { fMovedIn.clear(); }
+    void ForgetAll();
 
 private:
     static void EndWatch(const WatchedFolder& folder);
+    void Handle(const BMessage& notice);
     bool IsShown(const BMessage& notice, const char* directoryField) const;
     entry_ref RefOf(const char* name) const;
 
@@ -65,16 +75,25 @@ private:
 
     void Apply(const BEntryChange& change);
     void Rename(const BEntryChange& change);
+    bool Ask(const char* name, const BEntryRecord& record);
     void Show(const char* name, const BEntryRecord& record);
-    void Rebuild(DirListItem* row, const char* name, const BEntryRecord& record);
+    void ShowKnown(const char* name, const BEntryRecord& record, mode_t target);
+    void Rebuild(DirListItem* row, const char* name, const BEntryRecord& record, mode_t target = 0);
     void ShowIfListed(const BEntryChange& change);
     void ShowContents(const BEntryChange& change);
     void Remove(const char* name);
+    void NoteLeft(const char* name);
 
     PaneRows& fRows;
     WatchedFolder fFolder; // the one followed last
     bool fIsFollowing = false;
-    bool fIsWatching = false;       // the watch of fFolder is on
+    bool fIsWatching = false; // the watch of fFolder is on
+    bool fKeepsNotices = false;
+    std::vector<BMessage> fKept;
+    std::unique_ptr<LinkTargets> fLinks; // null: nobody is told
+    std::map<std::string, int32> fAsked; // links whose answers are awaited, with their numbers
+    int32 fLastNumber = 0;
+    std::set<std::string> fLeft;    // names that went since the listing
     std::set<std::string> fMovedIn; // names moved in from elsewhere, not listed yet
 };
 

@@ -91,19 +91,30 @@ bool PaneListing::Open(std::unique_ptr<RowSource> source, Way way)
     Stop();
     fOpening = std::move(source);
     fWay = way;
+    fUpdates.KeepNotices(true); // about what is on its way
     fNotifier.StartProgress();
     // A source that hands its rows over at once is fSource by the time Open() returns.
+    fIsOpeningNow = true;
     const status_t status = fOpening->Open(fOwner.OrderForOpening(), *this);
     if (status != B_OK) {
         Failed(status);
     }
+    fIsOpeningNow = false;
     return status == B_OK;
+}
+
+void PaneListing::Proceed()
+{
+    if (fOpening != nullptr) {
+        fOpening->Proceed();
+    }
 }
 
 void PaneListing::Stop()
 {
     if (fOpening != nullptr) {
         fUpdates.Release(fOpening->Folder());
+        fUpdates.KeepNotices(false);
         fOpening.reset();
         fNotifier.StopProgress();
     }
@@ -179,6 +190,7 @@ void PaneListing::Failed(status_t status)
 {
     const std::unique_ptr<RowSource> failed = std::move(fOpening);
     fUpdates.Release(failed->Folder());
+    fUpdates.KeepNotices(false);
     fNotifier.StopProgress();
     if (fWay != Way::kFirst) {
         const std::string complaint = failed->Complaint(status);
@@ -191,6 +203,9 @@ void PaneListing::Failed(status_t status)
     if (fUnreadable.empty()) {
         fUnreadable = failed->LocalFolder();
         fUnreadableReason = UnreadableText(fUnreadable, status);
+        if (!fIsOpeningNow) {
+            MsgBox("Err", fUnreadableReason.c_str(), "OK", B_INFO_ALERT); // nobody asks any more
+        }
     }
     if (failed->LocalFolder() != home) {
         fSource = std::make_unique<FolderSource>(home);

@@ -58,6 +58,8 @@ public:
     void Enter(const DirListItem& row);
     /// Lets go of the place that is being opened.
     void Stop();
+    /// There is news of the place that is being opened.
+    void Proceed();
 
     /// What is shown. Lends; valid until other rows are there.
     RowSource& Source() const { return *fSource; }
@@ -88,6 +90,7 @@ private:
     std::unique_ptr<RowSource> fSource;  // what is shown; never null
     std::unique_ptr<RowSource> fOpening; // what will be; null when nothing is being opened
     Way fWay = Way::kStraight;           // to fOpening
+    bool fIsOpeningNow = false;          // it may hand its rows over at once
     std::string fDownPath;
     bool fMayGoDown = false;
     std::string fUnreadable;

@@ -261,7 +261,8 @@ void PaneRows::Rebuild(DirListItem* row, const entry_ref& ref)
     Rebuilt(row, oldName, wasFolder);
 }
 
-void PaneRows::Rebuild(DirListItem* row, const char* name, const BEntryRecord& record)
+void PaneRows::Rebuild(DirListItem* row, const char* name, const BEntryRecord& record,
+                       mode_t target)
 {
     const std::string oldName = row->GetEntryName();
     const bool wasFolder = row->IsDir();
@@ -270,7 +271,7 @@ void PaneRows::Rebuild(DirListItem* row, const char* name, const BEntryRecord& r
         row->SetName(name);
     }
     if (record.status != B_ENTRY_NOT_FOUND) {
-        row->Take(record, DatePattern::For(fDateFormat));
+        row->Take(record, DatePattern::For(fDateFormat), target);
     }
     Rebuilt(row, oldName, wasFolder);
 }

@@ -64,7 +64,8 @@ public:
     void Rebuild(DirListItem* row, const entry_ref& ref);
     /// Makes a row show what is known of its entry, under a new name or its own; it keeps its
     /// place, selection and mark. A record of what was gone changes the name alone.
-    void Rebuild(DirListItem* row, const char* name, const BEntryRecord& record);
+    /// `target` is what a link leads to.
+    void Rebuild(DirListItem* row, const char* name, const BEntryRecord& record, mode_t target = 0);
     void Redraw(const DirListItem* row);
     void RedrawAll();
 

@@ -29,9 +29,10 @@ struct ListedRows
 struct WatchedFolder
 {
     node_ref node;
-    entry_ref inside;       // some name in it, which keeps the folder known
-    BMessenger watcher;     // whom the watch tells; nobody when it is not valid
-    status_t status = B_OK; // of beginning the watch
+    entry_ref inside;         // some name in it, which keeps the folder known
+    BMessenger watcher;       // whom the watch tells; nobody when it is not valid
+    status_t status = B_OK;   // of beginning the watch
+    bool awaitsLinks = false; // some have no row yet: it is not known what they lead to
 };
 
 /// What a source needs to know to read its rows.
@@ -39,6 +40,8 @@ struct OpenOrder
 {
     std::string dateFormat; // of the Date column
     BMessenger watcher;     // is to be told of changes; nobody when it is not valid
+    /// Is sent kListingNews when Proceed() is to be called. Not valid: nobody, and opening waits.
+    BMessenger list = {};
 };
 
 /// A file operation, to be opened in a window of its own.
@@ -104,10 +107,12 @@ public:
     /// `taker` for its whole life. Called once.
     /// Errors: those of the place; `taker` hears of nothing then.
     [[nodiscard]] virtual status_t Open(const OpenOrder& order, RowTaker& taker) = 0;
+    /// Goes on with what Open() began: there is news. It may be deleted in here.
+    virtual void Proceed() {}
     /// What a person is told when it could not be opened; empty: nothing.
     virtual std::string Complaint(status_t status) const = 0;
     /// The local folder to follow while its rows are shown; none before it was opened, and none of
-    /// places that nobody watches. The watch began with Open(); who opened it ends it.
+    /// places that nobody watches. The watch began with Open(); who got the rows ends it.
     virtual std::optional<WatchedFolder> Folder() const { return std::nullopt; }
 
     // Other places, not opened yet; null where there is none

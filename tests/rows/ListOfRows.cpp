@@ -189,7 +189,8 @@ std::vector<std::string> FreshLines(const std::string& folder)
     }
     while (reader.ReadMore()) {
     }
-    reader.TakeRows(DatePattern::For(kDates), folders, files);
+    LinkTargets links{BMessenger()};
+    reader.TakeRows(DatePattern::For(kDates), links, folders, files);
     std::vector<std::string> lines;
     for (const auto* group : {&folders, &files}) {
         for (const auto& row : *group) {

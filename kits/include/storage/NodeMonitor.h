@@ -42,7 +42,8 @@ enum : int32 {
 /// B_WATCH_DIRECTORY: its entries made, removed and renamed. B_WATCH_STAT for a file of a folder
 /// that `target` watches turns stat notices of all files of that folder on, as B_WATCH_DIRECTORY |
 /// B_WATCH_STAT for the folder does; those of one file come at most every 100 ms, the last one
-/// always. B_WATCH_ENTRIES tells both together with the entries' records, and nothing one by one.
+/// always. B_WATCH_ENTRIES tells both together with the entries' records, and nothing one by one;
+/// a target that began it several times for a folder ends it as often.
 /// B_WATCH_NAME for a folder tells its own removal and renaming. Calls add to what is watched
 /// already; B_STOP_WATCHING ends the watch of this node. With B_WATCH_MOUNT, `node` may be null.
 /// Start the watch, then read the folder: no change is lost in between.

@@ -141,7 +141,8 @@ TEST_F(LazyIconsTest, ListingOpensNoEntryAndReadsNoAttribute)
     }
     std::vector<std::unique_ptr<DirListItem>> folders;
     std::vector<std::unique_ptr<DirListItem>> files;
-    reader.TakeRows(DatePattern::For("%D %R"), folders, files);
+    LinkTargets links{BMessenger()};
+    reader.TakeRows(DatePattern::For("%D %R"), links, folders, files);
     ASSERT_EQ(files.size(), size_t(kEntries));
     for (const auto& file : files) {
         EXPECT_STREQ(file->Text(4), "rw-r--r--");
