@@ -57,6 +57,7 @@ enum PaneNotice : uint32 {
     MSG_PROGRESS_MAX = 610,  // int32 "maxvalue"
     kListingNews = 'News',   // the rows of the place being opened, or some of them, are there
     kLinkAnswered = 'Link',  // what a link leads to: LinkAnswer reads it
+    kIconFound = 'Icon',     // FoundIcon reads it
     kFolderMeasured = 615,   // int64 "device", "node" and "bytes", string "name" of the row
 };
 

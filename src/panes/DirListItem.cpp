@@ -6,6 +6,7 @@
 
 #include <Bitmap.h>
 #include <Font.h>
+#include <Messenger.h>
 #include <Path.h>
 #include <Region.h>
 #include <View.h>
@@ -257,14 +258,26 @@ const char* DirListItem::Text(int32 columnIndex) const
 const BBitmap* DirListItem::GetBitmap() const
 {
     if (!fHasLookedForIcon) {
-        fHasLookedForIcon = true;
-        LookForIcon();
+        LookForIcon(nullptr);
     }
     return fIcon;
 }
 
-void DirListItem::LookForIcon() const
+void DirListItem::SetBitmap(std::unique_ptr<BBitmap> own, const BBitmap* shared)
 {
+    if (fOwnsIcon) {
+        delete fIcon;
+    }
+    fHasLookedForIcon = true;
+    fOwnsIcon = own != nullptr;
+    fIcon = fOwnsIcon ? own.release() : shared;
+}
+
+/// In a list that a window shows nobody waits for the disk: a likely icon is shown until another one
+/// is found.
+void DirListItem::LookForIcon(const BView* owner) const
+{
+    fHasLookedForIcon = true;
     switch (fKind) {
     case Kind::kParent:
         fIcon = UpArrowIcon();
@@ -278,6 +291,14 @@ void DirListItem::LookForIcon() const
     case Kind::kOther:
         break;
     default: {
+        if (owner != nullptr && owner->Window() != nullptr) {
+            // Of a link its target's kind is known, but not its name.
+            const mode_t likelyMode =
+                fKind != Kind::kLink ? fMode : (fIsDirectory ? mode_t{S_IFDIR} : mode_t{S_IFREG});
+            fIcon = LikelyRowIcon(fRef, likelyMode);
+            FindRowIconLater(fRef, NodeRef(), fMode, fIcon, BMessenger(owner));
+            break;
+        }
         RowIcon icon = FindRowIcon(fRef, fMode);
         fOwnsIcon = icon.own != nullptr;
         fIcon = fOwnsIcon ? icon.own.release() : icon.shared;
@@ -334,7 +355,10 @@ void DirListItem::DrawIcon(BView& owner, BRect cell) const
 {
     constexpr float kInset = 2;
     constexpr float kLastPixel = 15;
-    const BBitmap* icon = GetBitmap();
+    if (!fHasLookedForIcon) {
+        LookForIcon(&owner);
+    }
+    const BBitmap* icon = fIcon;
     if (icon == nullptr) {
         return;
     }

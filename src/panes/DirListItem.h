@@ -80,6 +80,8 @@ public:
     /// The row's picture; null for an entry that has none. Lent until the row is updated or
     /// deleted.
     const BBitmap* GetBitmap() const;
+    /// Has another picture from now on. Either may be null, not both.
+    void SetBitmap(std::unique_ptr<BBitmap> own, const BBitmap* shared);
     bool IsMarked() const { return fIsMarked; }
     void Mark(bool isMarked) { fIsMarked = isMarked; }
     float Baseline() const { return fBaseline; }
@@ -100,7 +102,7 @@ private:
     void FollowLink();
     Texts& MadeTexts() const;
     void DropTextsAndIcon();
-    void LookForIcon() const;
+    void LookForIcon(const BView* owner) const;
     void DrawIcon(BView& owner, BRect cell) const;
 
     entry_ref fRef;

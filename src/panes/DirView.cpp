@@ -4,10 +4,12 @@
 #include "clv/CLVContainerView.h"
 #include "panes/DatePattern.h"
 #include "panes/DirPane.h"
+#include "panes/RowIcons.h"
 #include "settings/HomeFolder.h"
 #include "settings/Numbers.h"
 #include "settings/Profile.h"
 
+#include <Bitmap.h>
 #include <Font.h>
 #include <ScrollView.h>
 #include <Window.h>
@@ -241,6 +243,22 @@ void DirView::SetDateFormat(const char* pattern)
 
 // Notices
 
+void DirView::IconFound(const BMessage& message)
+{
+    FoundIcon found;
+    if (!found.Read(message)) {
+        return;
+    }
+    DirListItem* row = fRows.FindRow(found.name.c_str());
+    if (row == nullptr || row->NodeRef() != found.node) {
+        row = fRows.Find(found.node, nullptr); // query results are listed by their paths
+    }
+    if (row != nullptr && row->LeafName() == found.name) {
+        row->SetBitmap(std::move(found.icon.own), found.icon.shared);
+        fRows.Redraw(row);
+    }
+}
+
 void DirView::LinkAnswered(const BMessage& message)
 {
     LinkAnswer answer;
@@ -267,6 +285,9 @@ void DirView::MessageReceived(BMessage* message)
         break;
     case kLinkAnswered:
         LinkAnswered(*message);
+        break;
+    case kIconFound:
+        IconFound(*message);
         break;
     case kFolderMeasured:
         FolderMeasured(*message);

@@ -152,6 +152,7 @@ private:
     void RenameEnded(bool isCommitted);
     void FolderMeasured(const BMessage& message);
     void LinkAnswered(const BMessage& message);
+    void IconFound(const BMessage& message);
     void EntriesDropped(BMessage* message);
     void StartOperation(const OperationRequest& request, BHandler* handler);
 

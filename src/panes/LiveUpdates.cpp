@@ -308,7 +308,8 @@ void LiveUpdates::ShowContents(const BEntryChange& change)
         return;
     }
     if (S_ISLNK(change.record.mode)) {
-        return; // its time alone; what it leads to stays
+        Show(change.name, change.record); // it may be another link, after an overflow
+        return;
     }
     fRows.Rebuild(row, change.name, change.record, 0);
     if (change.record.links > 1) {

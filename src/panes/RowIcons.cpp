@@ -1,15 +1,20 @@
 #include "panes/RowIcons.h"
 
+#include "MessageCodes.h"
+#include "panes/DiskErrands.h"
+
 #include <Autolock.h>
 #include <Bitmap.h>
 #include <Entry.h>
 #include <Locker.h>
+#include <Message.h>
 #include <Mime.h>
 #include <Node.h>
 #include <NodeInfo.h>
 
 #include <map>
 #include <string>
+#include <utility>
 
 namespace norvane {
 
@@ -60,7 +65,83 @@ const BBitmap* SharedIcon(const entry_ref& ref, mode_t mode)
     return icon.get();
 }
 
+/// Icons on their way from the thread that found them to a list, by number. What no list takes, as it
+/// is gone, stays: such icons are few.
+class FoundIcons
+{
+public:
+    int32 Put(RowIcon icon)
+    {
+        const BAutolock hold(fLock);
+        fIcons[++fLast] = std::move(icon);
+        return fLast;
+    }
+
+    RowIcon Take(int32 number)
+    {
+        const BAutolock hold(fLock);
+        const auto found = fIcons.find(number);
+        RowIcon icon;
+        if (found != fIcons.end()) {
+            icon = std::move(found->second);
+            fIcons.erase(found);
+        }
+        return icon;
+    }
+
+private:
+    BLocker fLock{"found icons"};
+    std::map<int32, RowIcon> fIcons GUARDED_BY(fLock);
+    int32 fLast GUARDED_BY(fLock) = 0;
+};
+
+FoundIcons& Found()
+{
+    static auto* icons = new FoundIcons; // for threads that outlive everything
+    return *icons;
+}
+
 } // namespace
+
+const BBitmap* LikelyRowIcon(const entry_ref& ref, mode_t mode)
+{
+    return SharedIcon(ref, mode);
+}
+
+void FindRowIconLater(const entry_ref& ref, const node_ref& node, mode_t mode,
+                      const BBitmap* likely, const BMessenger& list)
+{
+    DiskErrands::Get().Do([ref, node, mode, likely, list] {
+        RowIcon icon = FindRowIcon(ref, mode);
+        if (icon.own == nullptr && icon.shared == likely) {
+            return;
+        }
+        BMessage found(kIconFound);
+        found.AddString("name", ref.name);
+        found.AddInt64("device", static_cast<int64>(node.device));
+        found.AddInt64("node", static_cast<int64>(node.node));
+        found.AddInt32("number", Found().Put(std::move(icon)));
+        list.SendMessage(&found);
+    });
+}
+
+bool FoundIcon::Read(const BMessage& message)
+{
+    int64 device = 0;
+    int64 number = 0;
+    int32 iconNumber = 0;
+    const char* found = nullptr;
+    if (message.what != kIconFound || message.FindString("name", &found) != B_OK ||
+        message.FindInt64("device", &device) != B_OK ||
+        message.FindInt64("node", &number) != B_OK ||
+        message.FindInt32("number", &iconNumber) != B_OK) {
+        return false;
+    }
+    name = found;
+    node = node_ref(static_cast<dev_t>(device), static_cast<ino_t>(number));
+    icon = Found().Take(iconNumber);
+    return icon.own != nullptr || icon.shared != nullptr;
+}
 
 RowIcon FindRowIcon(const entry_ref& ref, mode_t mode)
 {

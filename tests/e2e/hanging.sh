@@ -45,6 +45,7 @@ touch "$gate"
 rm -f "$base/to/one"
 key ctrl+2 ctrl+g
 expect "no prompt" window_shown GoTo
+answerable GoTo
 xdotool type --delay 15 "$hang_at"
 key Return
 expect "the prompt stayed" window_gone GoTo
@@ -57,3 +58,35 @@ expect "the folder that answers at last is not shown" arrived
 expect "the operation window stayed" window_gone Copy
 expect "the main window did not get the focus back" window_focused Norvane
 quit_norvane
+
+# A folder that stops answering while it is shown: keys in it, its icons, and what is read again.
+for number in $(seq 200); do touch "$hang_at/many-$number"; done
+write_settings "$base/from" "$hang_at"
+rm -f "$base/to/one"
+start_norvane
+touch "$gate"
+key ctrl+2 Next Next Next Down Down F2 space End Home
+begin=$(now_ms)
+key ctrl+1 ctrl+g
+expect "no prompt" window_shown GoTo
+took=$(($(now_ms) - begin))
+[ $took -lt 1000 ] || fail "the prompt came after $took ms"
+answerable GoTo
+key Escape
+expect "the prompt stayed" window_gone GoTo
+mkdir "$base/other"
+printf 'three\n' >"$base/other/xyz"
+key ctrl+2 ctrl+g
+answerable GoTo
+xdotool type --delay 15 "$base/other"
+key Return
+expect "the prompt stayed" window_gone GoTo
+copied() { key ctrl+2 x F5 && wait_for 2 same_files "$base/other/xyz" "$base/from/xyz"; }
+hold 300 # what is shown until then may not be copied: that would wait for its disk
+expect "a pane cannot leave a folder that does not answer" copied
+expect "the operation window stayed" window_gone Copy
+expect "the main window did not get the focus back" window_focused Norvane
+key ctrl+q
+wait_for 3 program_ended || fail "the program does not end"
+wait "$program_pid" || fail "the program ended with status $?"
+program_pid=
