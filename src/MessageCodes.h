@@ -43,6 +43,7 @@ enum WindowNotice : uint32 {
     kColumnResized = 600,   // decimal strings "ColumnIndex" and "ColumnWidth"
     kPreferencesSaved = 614,
     kTellMissingFolders = 'Miss', // to itself: folders could not be shown, say so
+    kVolumeFound = 'VolF', // to itself: int32 "shown" is that of string "path", "device" is gone
     kTakeActivation = 'TakA',     // an operation that had the activation gives it back
 };
 

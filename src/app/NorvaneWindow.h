@@ -48,6 +48,8 @@ public:
     bool QuitRequested() override;
 
 private:
+    void FindVolumeOf(const std::string& path, int32 gone);
+
     struct Answer;
     static const Answer kCommands[];
     static const Answer kNotices[];
@@ -80,6 +82,7 @@ private:
     bool HasNewerWidth(const char* column) const;
     void GetPreferences();
     void VolumeChanged(const BMessage& message);
+    void VolumeFound(const BMessage& message);
     void TellMissingFolders();
     int32 IndexOf(const DirPane* pane) const;
 

@@ -5,30 +5,18 @@
 
 #include <Message.h>
 
-#include <utility>
-
 namespace norvane {
-
-FolderMeasure::~FolderMeasure()
-{
-    Cancel();
-    for (const Run& run : fRuns) {
-        wait_for_thread(run.thread, nullptr);
-    }
-}
 
 status_t FolderMeasure::Start(const entry_ref& folder, const node_ref& node,
                               const BMessenger& owner)
 {
     Cancel();
-    ForgetEnded();
-    auto flags = std::make_shared<Flags>();
-    auto order = std::make_unique<Order>(Order{folder, node, owner, flags});
+    fIsCancelled = std::make_shared<std::atomic<bool>>(false);
+    auto order = std::make_unique<Order>(Order{folder, node, owner, fIsCancelled});
     const thread_id thread = spawn_thread(&Measure, "measuring", B_NORMAL_PRIORITY, order.get());
     const status_t status = thread < B_OK ? thread : resume_thread(thread);
     if (status == B_OK) {
         [[maybe_unused]] const Order* adopted = order.release(); // by the thread
-        fRuns.push_back({thread, std::move(flags)});
     }
     return status;
 }
@@ -37,8 +25,8 @@ status_t FolderMeasure::Measure(void* data)
 {
     const std::unique_ptr<Order> order(static_cast<Order*>(data));
     const int64 bytes =
-        MeasureEntry(BEntry(&order->folder), MeasureScope::kOneVolume, &order->flags->isCancelled);
-    if (!order->flags->isCancelled) {
+        MeasureEntry(BEntry(&order->folder), MeasureScope::kOneVolume, order->isCancelled.get());
+    if (!*order->isCancelled) {
         BMessage answer(kFolderMeasured);
         answer.AddInt64("device", static_cast<int64>(order->node.device));
         answer.AddInt64("node", static_cast<int64>(order->node.node));
@@ -46,20 +34,14 @@ status_t FolderMeasure::Measure(void* data)
         answer.AddInt64("bytes", bytes);
         order->owner.SendMessage(&answer);
     }
-    order->flags->hasEnded = true;
     return B_OK;
 }
 
 void FolderMeasure::Cancel()
 {
-    for (Run& run : fRuns) {
-        run.flags->isCancelled = true;
+    if (fIsCancelled != nullptr) {
+        *fIsCancelled = true;
     }
-}
-
-void FolderMeasure::ForgetEnded()
-{
-    std::erase_if(fRuns, [](const Run& run) { return run.flags->hasEnded.load(); });
 }
 
 } // namespace norvane

@@ -7,7 +7,6 @@
 
 #include <atomic>
 #include <memory>
-#include <vector>
 
 namespace norvane {
 
@@ -19,41 +18,30 @@ class FolderMeasure
 {
 public:
     FolderMeasure() = default;
-    ~FolderMeasure();
+    ~FolderMeasure() { Cancel(); }
     FolderMeasure(const FolderMeasure&) = delete;
     FolderMeasure& operator=(const FolderMeasure&) = delete;
 
     /// Errors: B_NO_MORE_THREADS when the system has none left. Nothing is told then: to measure
     /// here would keep the window from its keys for as long as the folder is large.
     status_t Start(const entry_ref& folder, const node_ref& node, const BMessenger& owner);
-    /// Nothing more is told. The thread ends by itself, at the next entry it looks at; nobody waits
-    /// for it but the destructor.
+    /// Nothing more is told. The thread ends by itself, at the next entry it looks at, or when the
+    /// disk answers; nobody waits for it.
     void Cancel();
 
 private:
-    struct Flags
-    {
-        std::atomic<bool> isCancelled = false;
-        std::atomic<bool> hasEnded = false;
-    };
-    struct Run
-    {
-        thread_id thread;
-        std::shared_ptr<Flags> flags;
-    };
     /// What the thread is given.
     struct Order
     {
         entry_ref folder;
         node_ref node;
         BMessenger owner;
-        std::shared_ptr<Flags> flags;
+        std::shared_ptr<std::atomic<bool>> isCancelled;
     };
 
     static status_t Measure(void* order);
-    void ForgetEnded();
 
-    std::vector<Run> fRuns; // the newest last; all others are cancelled
+    std::shared_ptr<std::atomic<bool>> fIsCancelled; // of the newest; null before the first
 };
 
 } // namespace norvane
