@@ -285,7 +285,7 @@ void PaneRows::Rebuilt(DirListItem* row, const std::string& oldName, bool wasFol
         if (isDisplaced && !fChanges->coming.contains(row)) {
             fOrder.Displaced(row);
         }
-        fChanges->hasRebuilt = true;
+        fChanges->rebuilt.insert(row);
         return;
     }
     if (isDisplaced) {
@@ -316,7 +316,7 @@ void PaneRows::EndChanges()
 {
     const std::optional<Changes> changes = std::exchange(fChanges, std::nullopt);
     if (!changes.has_value() ||
-        (changes->leaving.empty() && changes->coming.empty() && !changes->hasRebuilt)) {
+        (changes->leaving.empty() && changes->coming.empty() && changes->rebuilt.empty())) {
         return;
     }
     if (!changes->leaving.empty()) {
@@ -329,10 +329,24 @@ void PaneRows::EndChanges()
     }
     if (!changes->leavers.empty() || !changes->coming.empty()) {
         MergeInto(*changes);
-    } else {
-        RedrawAll();
     }
+    RedrawSeen(changes->rebuilt);
     fListener.RowsChanged();
+}
+
+/// Of these rows, those that are in sight.
+void PaneRows::RedrawSeen(const std::unordered_set<const DirListItem*>& rows)
+{
+    const BRect seen = fList.Bounds();
+    const int32 first = rows.empty() ? -1 : fList.IndexOf(seen.LeftTop());
+    for (int32 i = first; i >= 0 && i < CountRows(); i++) {
+        if (fList.ItemFrame(i).top > seen.bottom) {
+            break;
+        }
+        if (rows.contains(RowAt(i))) {
+            fList.InvalidateItem(i);
+        }
+    }
 }
 
 /// Brings the list up to date: leaves out what leaves, and puts each row that comes before the

@@ -101,7 +101,7 @@ private:
         std::vector<std::unique_ptr<DirListItem>> leaving;
         std::unordered_set<const DirListItem*> leavers; // of these, those that the list has
         std::unordered_set<DirListItem*> coming;        // not in the list
-        bool hasRebuilt = false;
+        std::unordered_set<const DirListItem*> rebuilt;
     };
 
     /// Those of the list as it will be when the changes have ended, in no order.
@@ -110,6 +110,7 @@ private:
     void Forget(DirListItem* row);
     void Rebuilt(DirListItem* row, const std::string& oldName, bool wasFolder);
     void MergeInto(const Changes& changes);
+    void RedrawSeen(const std::unordered_set<const DirListItem*>& rows);
 
     ColumnListView& fList;
     RowsListener& fListener;

@@ -180,11 +180,22 @@ void BListView::SetItems(const BList* items)
             hasLostSelection = true;
         }
     }
+    // What stands before the first row that is another one stays as it is on the screen.
+    int32 same = 0;
+    while (same < fRows.CountItems() && fRows.ItemAt(same) == items->ItemAt(same)) {
+        same++;
+    }
+    Heights(); // of the old rows, to say what was seen
+    InvalidateFrom(same);
     fRows = *items;
     fSelection->Rearranged();
     fHeightsAreStale = true;
+    const float top = Bounds().top;
     FixScrollBar();
-    Invalidate();
+    InvalidateFrom(same);
+    if (Bounds().top != top) {
+        Invalidate();
+    }
     if (hasLostSelection) {
         SelectionDidChange(-1, -1);
     }
