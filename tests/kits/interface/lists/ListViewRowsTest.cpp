@@ -1,5 +1,6 @@
 #include "ListViewFixture.h"
 
+#include <algorithm>
 #include <set>
 
 // A shown list whose rows change.
@@ -149,6 +150,53 @@ TEST_F(ListViewRowsTest, IndicesOutsideAreRefused)
     EXPECT_FALSE(Locked([this] { return fList->ItemFrame(3).IsValid(); }));
     EXPECT_EQ(Locked([this] { return fList->IndexOf(BPoint(0, 2000)); }), -1);
     EXPECT_EQ(Locked([this] { return fList->CountItems(); }), 3);
+}
+
+TEST_F(ListViewRowsTest, ItemsAreSetTogether)
+{
+    AddListView();
+    AddRows(30);
+    Show();
+    Locked([this] {
+        fList->Select(7);
+        return 0;
+    });
+    TakePicture(fWindow);
+    // The fourth goes, the last two change places.
+    Locked([this] {
+        BList items;
+        for (int32 i = 0; i < 30; i++) {
+            items.AddItem(fList->ItemAt(i));
+        }
+        items.RemoveItem(int32{3});
+        items.SwapItems(27, 28);
+        fDrawn.clear();
+        fList->SetItems(&items);
+        return 0;
+    });
+    EXPECT_EQ(Selected(), std::vector<int32>{6});
+    EXPECT_EQ(Locked([this] { return fList->CountItems(); }), 29);
+    TakePicture(fWindow);
+    const auto drawn = Locked([this] { return fDrawn; });
+    const auto isDrawn = [&](int32 index) {
+        const BListItem* item = Locked([&] { return fList->ItemAt(index); });
+        return std::find(drawn.begin(), drawn.end(), item) != drawn.end();
+    };
+    EXPECT_FALSE(isDrawn(2)); // what stands before the change stays as it is
+    EXPECT_TRUE(isDrawn(3));
+
+    // One that was selected and goes is not any more.
+    const BListItem* selected = Locked([this] {
+        BList items;
+        for (int32 i = 0; i < 29; i++) {
+            items.AddItem(fList->ItemAt(i));
+        }
+        auto* removed = static_cast<BListItem*>(items.RemoveItem(int32{6}));
+        fList->SetItems(&items);
+        return removed;
+    });
+    EXPECT_FALSE(selected->IsSelected());
+    EXPECT_TRUE(Selected().empty());
 }
 
 } // namespace
