@@ -4,7 +4,6 @@
 
 #include <AppDefs.h>
 #include <Message.h>
-#include <NodeMonitor.h>
 
 #include <cstring>
 

@@ -3,7 +3,7 @@
 #include "kernel/WorkerThread.h"
 
 #include <Message.h>
-#include <NodeMonitor.h>
+#include <NodeMonitorCodes.h>
 #include <OS.h>
 
 #include <cerrno>

@@ -3,7 +3,7 @@
 #include "kernel/Mutex.h"
 
 #include <Messenger.h>
-#include <NodeMonitor.h>
+#include <NodeMonitorCodes.h>
 
 #include <string>
 #include <string_view>

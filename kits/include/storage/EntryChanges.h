@@ -5,6 +5,11 @@
 
 class BMessage;
 
+/// "opcode" of these messages; "device" and "directory" are those of the watched folder.
+enum : int32 {
+    B_ENTRIES_CHANGED = 100,
+};
+
 /// One thing that happened to a name in a watched folder.
 struct BEntryChange
 {
