@@ -65,6 +65,15 @@ private:
         void ForgetNames();
     };
 
+    /// A rename that took another entry's name, which may be half of an exchange.
+    struct LastMove
+    {
+        int fromWatch = -1;
+        std::string from;
+        int toWatch = -1;
+        std::string to;
+    };
+
     struct Event
     {
         int watch;
@@ -138,7 +147,7 @@ private:
     size_t ReadMore(size_t have);
     void Handle(std::vector<Event>* events);
     void HandleOne(std::vector<Event>* events, size_t index);
-    void HandleMove(std::vector<Event>* events, size_t index);
+    void HandleMove(std::vector<Event>* events, size_t index, const LastMove& before);
     Event* PartnerOf(std::vector<Event>* events, size_t index);
     bool TakeWayBack(std::vector<Event>* events, size_t index);
     void Created(Folder* folder, std::string_view name);
@@ -181,6 +190,7 @@ private:
     std::unordered_set<NodeKey, HashNodeKey> fJustCreated;
     std::vector<char> fBytes; // the kernel's events as they were read; kept, as it costs to clear
     bool fHasOverflown = false;
+    LastMove fLastMove;        // by the event before
     bool fHasNameless = false; // of fStats, some that are due
     bool fIsBusy = false;      // the last events were many, or of contents that changed
     time_t fLastDrained = 0;   // wall clock: all changes before it have been told

@@ -24,6 +24,8 @@ constexpr size_t kGatheredBytes = size_t{1024} * 1024;
 // How long the second half of a rename may be behind the first.
 constexpr int kPartnerMilliseconds = 5;
 constexpr int kWayBackMilliseconds = 1;
+// So often the rest of what is half told is read, while new events keep coming.
+constexpr int kMostRounds = 4;
 // So many at once, and more are about to come.
 constexpr size_t kManyEvents = 32;
 
@@ -64,9 +66,12 @@ void NodeWatcher::ReadEvents()
         }
         size += more;
     }
-    if (const int patience = PatienceFor(fBytes.data(), size)) {
+    for (int round = 0; round < kMostRounds; ++round) {
+        const int patience = PatienceFor(fBytes.data(), size);
         struct pollfd polled = {fInotify.Get(), POLLIN, 0};
-        ::poll(&polled, 1, patience);
+        if (patience == 0 || ::poll(&polled, 1, patience) <= 0) {
+            break;
+        }
         size += ReadMore(size);
     }
     std::vector<Event> events;
@@ -104,6 +109,7 @@ void NodeWatcher::Handle(std::vector<Event>* events)
 void NodeWatcher::HandleOne(std::vector<Event>* events, size_t index)
 {
     const Event event = (*events)[index];
+    const LastMove before = event.watch >= 0 ? std::exchange(fLastMove, {}) : fLastMove;
     if ((event.mask & IN_Q_OVERFLOW) != 0) {
         fHasOverflown = true;
         return;
@@ -129,7 +135,7 @@ void NodeWatcher::HandleOne(std::vector<Event>* events, size_t index)
     } else if ((event.mask & IN_DELETE) != 0) {
         Removed(folder, event.name);
     } else if ((event.mask & IN_MOVED_FROM) != 0) {
-        HandleMove(events, index);
+        HandleMove(events, index, before);
     } else if ((event.mask & IN_MOVED_TO) != 0) {
         MovedIn(folder, event.name);
     } else if ((event.mask & (IN_MODIFY | IN_ATTRIB)) != 0) {
@@ -149,7 +155,7 @@ NodeWatcher::Event* NodeWatcher::PartnerOf(std::vector<Event>* events, size_t in
     return to != nullptr && to->hasNames ? partner : nullptr;
 }
 
-void NodeWatcher::HandleMove(std::vector<Event>* events, size_t index)
+void NodeWatcher::HandleMove(std::vector<Event>* events, size_t index, const LastMove& before)
 {
     const Event event = (*events)[index];
     Folder* from = FolderOf(event.watch);
@@ -163,8 +169,18 @@ void NodeWatcher::HandleMove(std::vector<Event>* events, size_t index)
     partner->watch = -1; // done with
     if (isExchange) {
         Exchanged(from, event.name, FolderOf(to.watch), to.name);
-    } else {
-        Moved(from, event.name, FolderOf(to.watch), to.name);
+        return;
+    }
+    ino_t replaced = 0;
+    const bool replaces = FolderOf(to.watch)->Names().Find(to.name, &replaced);
+    Moved(from, event.name, FolderOf(to.watch), to.name);
+    // The way back of an exchange, of which the way there was told as a rename: both are there.
+    const bool isWayBack = before.fromWatch == to.watch && before.from == to.name &&
+                           before.toWatch == event.watch && before.to == event.name;
+    if (isWayBack && RecordOf(from, event.name).status != B_ENTRY_NOT_FOUND) {
+        Created(from, event.name);
+    } else if (replaces) {
+        fLastMove = {event.watch, std::string(event.name), to.watch, std::string(to.name)};
     }
 }
 
