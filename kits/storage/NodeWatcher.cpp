@@ -328,7 +328,7 @@ void NodeWatcher::Run()
             ::poll(&wake, 1, kBusyMilliseconds);
         }
         struct pollfd polled[2] = {{fInotify.Get(), POLLIN, 0}, {fWake.Get(), POLLIN, 0}};
-        const int ready = ::poll(polled, 2, PollTimeout());
+        const int ready = ::poll(polled, 2, fAhead.empty() ? PollTimeout() : 0);
         if (ready < 0 && errno != EINTR) {
             return; // cannot happen with descriptors of our own
         }

@@ -149,6 +149,8 @@ private:
     void HandleOne(std::vector<Event>* events, size_t index);
     void HandleMove(std::vector<Event>* events, size_t index, const LastMove& before);
     Event* PartnerOf(std::vector<Event>* events, size_t index);
+    static void TakeEvents(const char* bytes, size_t size, std::vector<Event>* events);
+    bool GoesLater(const std::vector<Event>& events, size_t index, const Event& name);
     bool TakeWayBack(std::vector<Event>* events, size_t index);
     void Created(Folder* folder, std::string_view name);
     void Removed(Folder* folder, std::string_view name);
@@ -189,6 +191,7 @@ private:
     // What was made within the events at work: who hears of that looks after all of them.
     std::unordered_set<NodeKey, HashNodeKey> fJustCreated;
     std::vector<char> fBytes; // the kernel's events as they were read; kept, as it costs to clear
+    std::vector<char> fAhead; // events that were read while others are at work; the next ones
     bool fHasOverflown = false;
     LastMove fLastMove;        // by the event before
     bool fHasNameless = false; // of fStats, some that are due

@@ -55,9 +55,24 @@ size_t NodeWatcher::ReadMore(size_t have)
     return length > 0 ? static_cast<size_t>(length) : 0;
 }
 
+void NodeWatcher::TakeEvents(const char* bytes, size_t size, std::vector<Event>* events)
+{
+    for (size_t at = 0; at < size;) {
+        const auto* raw = reinterpret_cast<const inotify_event*>(bytes + at);
+        const char* name = bytes + at + sizeof(inotify_event);
+        events->push_back({raw->wd, raw->mask, raw->cookie,
+                           raw->len > 0 ? std::string_view(name) : std::string_view()});
+        at += sizeof(inotify_event) + raw->len;
+    }
+}
+
 void NodeWatcher::ReadEvents()
 {
-    size_t size = 0;
+    // What was read ahead comes first.
+    size_t size = fAhead.size();
+    fBytes.resize(std::max(fBytes.size(), size));
+    std::copy(fAhead.begin(), fAhead.end(), fBytes.begin());
+    fAhead.clear();
     const time_t started = ::time(nullptr);
     while (size < kGatheredBytes) {
         const size_t more = ReadMore(size);
@@ -75,15 +90,10 @@ void NodeWatcher::ReadEvents()
         size += ReadMore(size);
     }
     std::vector<Event> events;
-    bool areWrites = size > 0;
-    for (size_t at = 0; at < size;) {
-        const auto* raw = reinterpret_cast<const inotify_event*>(fBytes.data() + at);
-        const char* name = fBytes.data() + at + sizeof(inotify_event);
-        events.push_back({raw->wd, raw->mask, raw->cookie,
-                          raw->len > 0 ? std::string_view(name) : std::string_view()});
-        at += sizeof(inotify_event) + raw->len;
-        areWrites = areWrites && raw->mask == IN_MODIFY;
-    }
+    TakeEvents(fBytes.data(), size, &events);
+    const bool areWrites =
+        !events.empty() && std::all_of(events.begin(), events.end(),
+                                       [](const Event& event) { return event.mask == IN_MODIFY; });
     fIsBusy = areWrites || events.size() >= kManyEvents;
     Handle(&events);
     if (std::exchange(fHasOverflown, false)) {
@@ -184,6 +194,27 @@ void NodeWatcher::HandleMove(std::vector<Event>* events, size_t index, const Las
     }
 }
 
+/// Whether a name that is gone by now is told to go, by the events from that place on or by newer
+/// ones.
+bool NodeWatcher::GoesLater(const std::vector<Event>& events, size_t index, const Event& name)
+{
+    const auto goes = [&](const Event& event) {
+        return event.watch == name.watch && event.name == name.name &&
+               (event.mask & (IN_DELETE | IN_MOVED_FROM)) != 0;
+    };
+    if (std::any_of(events.begin() + static_cast<ptrdiff_t>(index), events.end(), goes)) {
+        return true;
+    }
+    // It is told by now: the kernel tells before anyone can see that it is gone.
+    const size_t have = fAhead.size();
+    fAhead.resize(have + kReadBytes);
+    const ssize_t length = ::read(fInotify.Get(), fAhead.data() + have, kReadBytes);
+    fAhead.resize(have + (length > 0 ? static_cast<size_t>(length) : 0));
+    std::vector<Event> ahead;
+    TakeEvents(fAhead.data(), fAhead.size(), &ahead);
+    return std::any_of(ahead.begin(), ahead.end(), goes);
+}
+
 /// Two entries that exchange their names are told as two renames, there and back, one right behind
 /// the other. Of what was renamed over another and back again, nothing would be left at the other
 /// name. Takes the second one out.
@@ -206,13 +237,9 @@ bool NodeWatcher::TakeWayBack(std::vector<Event>* events, size_t index)
     }
     Folder* target = FolderOf(to.watch);
     ino_t node = 0;
-    const auto goes = [&](const Event& event) {
-        return event.watch == to.watch && event.name == to.name &&
-               (event.mask & (IN_DELETE | IN_MOVED_FROM)) != 0;
-    };
     if (!target->Names().Find(to.name, &node) ||
         (RecordOf(target, to.name).status == B_ENTRY_NOT_FOUND &&
-         std::none_of(events->begin() + static_cast<ptrdiff_t>(index) + 4, events->end(), goes))) {
+         !GoesLater(*events, index + 4, to))) {
         return false;
     }
     back.watch = -1;
