@@ -2,6 +2,7 @@
 
 #include <InterfaceDefs.h>
 #include <Message.h>
+#include <Window.h>
 
 #include <cmath>
 
@@ -10,6 +11,7 @@ namespace norvane {
 namespace {
 
 constexpr float kMargin = 2;
+constexpr const char* kSentAgain = "sent again";
 
 } // namespace
 
@@ -54,10 +56,23 @@ void EditControl::KeyDown(const char* bytes, int32 byteCount)
         Cancel();
     } else if (byte == B_ENTER) {
         Commit();
-    } else {
+    } else if (!fIsDone || !SendAgain()) {
         fIsDone = false; // the target kept the field, and a person goes on
         BTextView::KeyDown(bytes, byteCount);
     }
+}
+
+/// What is typed after Enter is not for this field: it comes again behind the message that closes
+/// it, once.
+bool EditControl::SendAgain()
+{
+    const BMessage* key = Window()->CurrentMessage();
+    if (key == nullptr || key->what != B_KEY_DOWN || key->HasBool(kSentAgain)) {
+        return false;
+    }
+    BMessage again(*key);
+    again.AddBool(kSentAgain, true);
+    return Window()->PostMessage(&again) == B_OK;
 }
 
 void EditControl::MakeFocus(bool focus)

@@ -32,6 +32,7 @@ private:
     void PlaceText();
     void Commit();
     void Cancel();
+    bool SendAgain();
 
     int32 fPosition;
     BMessenger fTarget;

@@ -63,6 +63,22 @@ TEST_F(DirViewRenameTest, EnterRenamesAndGivesTheFocusBack)
     EXPECT_TRUE(ListHasFocus());
 }
 
+TEST_F(DirViewRenameTest, WhatIsTypedAfterEnterIsForTheList)
+{
+    fTree.Write("shown/jar", "1");
+    fTree.Write("shown/old", "1");
+    Open();
+    StartRename(2);
+    TypeText("new");
+    ASSERT_TRUE(kits::testing::Sync(fWindow));
+    fWindow->RunHere([] { snooze(100'000); }); // a window that is slow to answer
+    TypeKey(B_ENTER);
+    TypeText("j");
+    EXPECT_TRUE(WaitFor([this] { return fTree.List("shown") == "jar\nnew\n"; }));
+    EXPECT_TRUE(
+        WaitFor([this] { return Locked([this] { return fList->CurrentSelection() == 1; }); }));
+}
+
 TEST_F(DirViewRenameTest, EnterWithoutAChangeAsksForNothing)
 {
     fTree.Write("shown/old", "1");
