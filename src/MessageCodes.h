@@ -43,8 +43,8 @@ enum WindowNotice : uint32 {
     kColumnResized = 600,   // decimal strings "ColumnIndex" and "ColumnWidth"
     kPreferencesSaved = 614,
     kTellMissingFolders = 'Miss', // to itself: folders could not be shown, say so
-    kVolumeFound = 'VolF', // to itself: int32 "shown" is that of string "path", "device" is gone
-    kTakeActivation = 'TakA',     // an operation that had the activation gives it back
+    kVolumeFound = 'VolF',    // to itself: int32 "shown" is that of string "path", "device" is gone
+    kTakeActivation = 'TakA', // an operation that had the activation gives it back
 };
 
 // What a pane and its list are told.
@@ -59,6 +59,8 @@ enum PaneNotice : uint32 {
     kListingNews = 'News',   // the rows of the place being opened, or some of them, are there
     kLinkAnswered = 'Link',  // what a link leads to: LinkAnswer reads it
     kIconFound = 'Icon',     // FoundIcon reads it
+    kLookForFolder = 'Look', // to itself: the folder shown was removed, is it there again?
+    kFolderIsBack = 'Back',  // it is: string "path"
     kFolderMeasured = 615,   // int64 "device", "node" and "bytes", string "name" of the row
 };
 

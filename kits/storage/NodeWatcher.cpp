@@ -303,6 +303,7 @@ void NodeWatcher::ForgetIfUnwatched(int watch)
 
 void NodeWatcher::Forget(Folder* folder)
 {
+    SendChanges(folder);
     Unguard(folder);
     const int watch = folder->watch;
     std::erase_if(fStats, [watch](const auto& stat) { return stat.first.watch == watch; });
@@ -378,11 +379,16 @@ void NodeWatcher::RunTasks()
 void NodeWatcher::SendChanges()
 {
     for (const auto& [watch, folder] : fFolders) {
-        if (!folder->changes.IsEmpty()) {
-            BMessage notice = folder->changes.Notice(folder->node);
-            folder->changes.Clear();
-            folder->targets->Send(notice, B_WATCH_ENTRIES);
-        }
+        SendChanges(folder.get());
+    }
+}
+
+void NodeWatcher::SendChanges(Folder* folder)
+{
+    if (!folder->changes.IsEmpty()) {
+        BMessage notice = folder->changes.Notice(folder->node);
+        folder->changes.Clear();
+        folder->targets->Send(notice, B_WATCH_ENTRIES);
     }
 }
 

@@ -129,6 +129,7 @@ private:
     bool MayEnd();
     void RunTasks();
     void SendChanges();
+    static void SendChanges(Folder* folder);
     void ForgetUnwatched();
     int PollTimeout() const;
 

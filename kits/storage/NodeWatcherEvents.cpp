@@ -538,6 +538,7 @@ void NodeWatcher::SelfChanged(Folder* folder, uint32 mask)
 
 void NodeWatcher::SelfGone(Folder* folder)
 {
+    SendChanges(folder); // what went before it
     BMessage notice = EntryNotice(
         B_ENTRY_REMOVED, {folder->node.device, folder->parent, folder->node.node, folder->leaf});
     folder->targets->Send(notice, B_WATCH_NAME);

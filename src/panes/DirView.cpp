@@ -4,13 +4,16 @@
 #include "clv/CLVContainerView.h"
 #include "panes/DatePattern.h"
 #include "panes/DirPane.h"
+#include "panes/DiskErrands.h"
 #include "panes/RowIcons.h"
 #include "settings/HomeFolder.h"
 #include "settings/Numbers.h"
 #include "settings/Profile.h"
 
 #include <Bitmap.h>
+#include <Entry.h>
 #include <Font.h>
+#include <MessageRunner.h>
 #include <ScrollView.h>
 #include <Window.h>
 
@@ -27,6 +30,7 @@ namespace {
 constexpr float kFontSize = 12;
 constexpr float kMinimumWidth = 20;
 constexpr std::size_t kDateFormatBytes = 64;
+constexpr bigtime_t kLookInterval = 1'000'000; // for a folder that was removed
 
 struct ColumnDefault
 {
@@ -243,6 +247,35 @@ void DirView::SetDateFormat(const char* pattern)
 
 // Notices
 
+void DirView::NodeChanged(const BMessage& notice)
+{
+    const bool wasGone = fUpdates.IsGone();
+    fUpdates.NodeChanged(notice);
+    if (fUpdates.IsGone() && !wasGone && Window() != nullptr) {
+        const BMessage look(kLookForFolder);
+        fLooking = std::make_unique<BMessageRunner>(BMessenger(this), &look, kLookInterval);
+        NotifyParent(MSG_PANE_INFO);
+    }
+}
+
+void DirView::LookForFolder()
+{
+    DiskErrands::Get().Do([path = Path(), list = BMessenger(this)] {
+        if (BEntry(path.c_str(), true).IsDirectory()) {
+            BMessage back(kFolderIsBack);
+            back.AddString("path", path.c_str());
+            list.SendMessage(&back);
+        }
+    });
+}
+
+void DirView::FolderIsBack(const BMessage& message)
+{
+    if (fUpdates.IsGone() && Path() == message.GetString("path", "")) {
+        Refresh();
+    }
+}
+
 void DirView::IconFound(const BMessage& message)
 {
     FoundIcon found;
@@ -288,6 +321,12 @@ void DirView::MessageReceived(BMessage* message)
         break;
     case kIconFound:
         IconFound(*message);
+        break;
+    case kLookForFolder:
+        LookForFolder();
+        break;
+    case kFolderIsBack:
+        FolderIsBack(*message);
         break;
     case kFolderMeasured:
         FolderMeasured(*message);

@@ -11,9 +11,11 @@
 #include "panes/PaneRows.h"
 #include "panes/RowRenaming.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
+class BMessageRunner;
 class BScrollView;
 
 namespace norvane {
@@ -125,7 +127,7 @@ public:
     // Live updates
     void StopNodeMonitoring() { fUpdates.Stop(); }
     /// Handles a notice of the folder's watch.
-    void NodeChanged(const BMessage& notice) { fUpdates.NodeChanged(notice); }
+    void NodeChanged(const BMessage& notice);
     /// 1 for a folder's row, 2 for any other, 0 when the entry is gone or listed already.
     int AddEntry(const entry_ref* ref) { return fUpdates.AddEntry(*ref); }
     void RemoveEntry(const entry_ref* ref) { fUpdates.RemoveEntry(*ref); }
@@ -153,6 +155,8 @@ private:
     void FolderMeasured(const BMessage& message);
     void LinkAnswered(const BMessage& message);
     void IconFound(const BMessage& message);
+    void LookForFolder();
+    void FolderIsBack(const BMessage& message);
     void EntriesDropped(BMessage* message);
     void StartOperation(const OperationRequest& request, BHandler* handler);
 
@@ -167,6 +171,7 @@ private:
     PaneListing fListing;
     FolderMeasure fMeasure;
 
+    std::unique_ptr<BMessageRunner> fLooking; // while the folder shown is gone
     std::string fNameToEdit; // of a folder that was asked for and is not listed yet
     bool fIsFirstAttachment = true;
     bool fIsTakingWidth = false; // a column width that the window passes on

@@ -94,6 +94,9 @@ BMessage* DirView::GetRefMsg(int32 index)
 
 std::string DirView::GetFiles() const
 {
+    if (fUpdates.IsGone()) {
+        return "This folder was removed";
+    }
     FolderTotals selected;
     for (const DirListItem* row : SelectedRows()) {
         selected.Add(*row);

@@ -3,6 +3,7 @@
 #include "panes/QuerySource.h"
 #include "panes/ScrollIntoSight.h"
 
+#include <MessageRunner.h>
 #include <Window.h>
 
 #include <utility>
@@ -80,6 +81,7 @@ OpenOrder DirView::OrderForOpening() const
 
 void DirView::Arrived(const Arrival& arrival)
 {
+    fLooking.reset();
     if (arrival.isElsewhere) {
         ScrollTo(BPoint(0, 0));
     }

@@ -90,7 +90,8 @@ status_t ListingJob::Work::Read(ListedRows* rows)
     }
     WatchedFolder folder{reader.Node(), reader.Ref(), fOrder.watcher, B_OK};
     const bool isToWatch = fOrder.watcher.IsValid();
-    status = isToWatch ? reader.WatchAndReadNames(B_WATCH_ENTRIES, fOrder.watcher, &folder.status)
+    status = isToWatch ? reader.WatchAndReadNames(B_WATCH_ENTRIES | B_WATCH_NAME, fOrder.watcher,
+                                                  &folder.status)
                        : reader.ReadNames();
     {
         const std::lock_guard lock(fMutex);

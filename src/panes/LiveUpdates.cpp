@@ -63,6 +63,7 @@ void LiveUpdates::Follow(const std::optional<WatchedFolder>& folder)
     if (fIsWatching) {
         EndWatch(fFolder); // also of the same one: the new watch is another
     }
+    fIsGone = false;
     fIsFollowing = folder.has_value();
     fIsWatching = folder.has_value() && folder->status == B_OK;
     if (folder.has_value()) {
@@ -341,8 +342,23 @@ entry_ref LiveUpdates::RefOf(const char* name) const
     return ref;
 }
 
+/// Whether the folder itself was removed.
+bool LiveUpdates::IsItsOwnEnd(const BMessage& notice, int32 opcode) const
+{
+    int32 device = 0;
+    int64 node = 0;
+    return opcode == B_ENTRY_REMOVED && notice.FindInt32("device", &device) == B_OK &&
+           notice.FindInt64("node", &node) == B_OK && !IsShown(notice, "directory") &&
+           device == static_cast<int32>(fFolder.node.device) &&
+           static_cast<ino_t>(node) == fFolder.node.node;
+}
+
 void LiveUpdates::OneChanged(const BMessage& notice, int32 opcode)
 {
+    if (IsItsOwnEnd(notice, opcode)) {
+        fIsGone = true;
+        return;
+    }
     const char* name = nullptr;
     notice.FindString("name", &name);
     const bool isHere = IsShown(notice, "directory") && name != nullptr;

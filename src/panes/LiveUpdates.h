@@ -44,6 +44,8 @@ public:
     /// Ends the watch; notices that are on their way still count.
     void Stop();
     bool IsFollowing() const { return fIsFollowing; }
+    /// Whether the folder followed was removed.
+    bool IsGone() const { return fIsGone; }
     /// The folder followed, or the one followed last.
     const node_ref& FolderNode() const { return fFolder.node; }
 
@@ -69,6 +71,7 @@ private:
     entry_ref RefOf(const char* name) const;
 
     // The platform's notices, each of one entry
+    bool IsItsOwnEnd(const BMessage& notice, int32 opcode) const;
     void OneChanged(const BMessage& notice, int32 opcode);
     void OneMoved(const BMessage& notice, const char* name);
     void OneStatChanged(const BMessage& notice);
@@ -88,6 +91,7 @@ private:
     WatchedFolder fFolder; // the one followed last
     bool fIsFollowing = false;
     bool fIsWatching = false; // the watch of fFolder is on
+    bool fIsGone = false;
     bool fKeepsNotices = false;
     std::vector<BMessage> fKept;
     std::unique_ptr<LinkTargets> fLinks; // null: nobody is told

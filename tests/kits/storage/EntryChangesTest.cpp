@@ -167,6 +167,18 @@ TEST_F(EntryChangesTest, WhatIsWrittenToANameThatGoesIsToldOfAnotherNameOfTheFil
     EXPECT_EQ(fChanges->SizeOf("z"), 7);
 }
 
+TEST_F(EntryChangesTest, WhatGoesWithItsFolderIsTold)
+{
+    fTree.Remove("d");
+    Lines lines;
+    for (int i = 0; i < 1000 && lines.size() < 2; i++) {
+        snooze(5000);
+        lines = fChanges->Told();
+    }
+    std::sort(lines.begin(), lines.end());
+    EXPECT_EQ(lines, (Lines{"removed a", "removed b"}));
+}
+
 TEST(EntryChangeListTest, WhatIsPutInComesOut)
 {
     kits::EntryChangeList list;

@@ -231,6 +231,20 @@ TEST_F(PaneWindowTest, FollowsABurst)
     EXPECT_TRUE(Becomes([this] { return Names(); }, expected));
 }
 
+TEST_F(PaneWindowTest, AFolderThatIsMadeAgainIsShownAgain)
+{
+    fTree.Write("shown/old", "");
+    Open();
+    fTree.Remove("shown");
+    EXPECT_TRUE(Becomes([this] { return fList->GetFiles(); }, "This folder was removed"));
+    EXPECT_EQ(Names(), ".. ");
+    fTree.Write("shown/new", "");
+    EXPECT_TRUE(Becomes([this] { return Names(); }, ".. new "));
+    fTree.Write("shown/newer", "");
+    EXPECT_TRUE(Becomes([this] { return Names(); }, ".. new newer "));
+    EXPECT_NE(Locked([this] { return fList->GetFiles(); }), "This folder was removed");
+}
+
 TEST_F(PaneWindowTest, MeasuresAFolder)
 {
     fTree.Write("shown/folder/a", std::string(3000, 'x'));
