@@ -236,7 +236,8 @@ TEST_F(PaneWindowTest, AFolderThatIsMadeAgainIsShownAgain)
     fTree.Write("shown/old", "");
     Open();
     fTree.Remove("shown");
-    EXPECT_TRUE(Becomes([this] { return fList->GetFiles(); }, "This folder was removed"));
+    EXPECT_TRUE(Becomes([this] { return Locked([this] { return fList->GetFiles(); }); },
+                        "This folder was removed"));
     EXPECT_EQ(Names(), ".. ");
     fTree.Write("shown/new", "");
     EXPECT_TRUE(Becomes([this] { return Names(); }, ".. new "));
