@@ -1,5 +1,7 @@
 #include "panes/DiskErrands.h"
 
+#include "panes/DetachedThread.h"
+
 #include <OS.h>
 
 #include <algorithm>
@@ -57,9 +59,8 @@ bool DiskErrands::Queue::NeedsHelper() const
     // Two, so that one goes on when the other is held.
     const bigtime_t now = system_time();
     const auto answering =
-        std::count_if(fHelpers.begin(), fHelpers.end(), [now](const Helper* helper) {
-            return now - helper->since < kPatience;
-        });
+        std::count_if(fHelpers.begin(), fHelpers.end(),
+                      [now](const Helper* helper) { return now - helper->since < kPatience; });
     return static_cast<size_t>(answering) + fStarting < 2 &&
            fHelpers.size() + fStarting < kMostThreads;
 }
@@ -67,18 +68,10 @@ bool DiskErrands::Queue::NeedsHelper() const
 /// With fMutex held, which the new thread waits for.
 bool DiskErrands::Queue::StartHelper()
 {
-    auto queue = std::make_unique<std::shared_ptr<Queue>>(shared_from_this());
-    const auto run = [](void* data) -> status_t {
-        const std::unique_ptr<std::shared_ptr<Queue>> held(
-            static_cast<std::shared_ptr<Queue>*>(data));
-        (*held)->Help();
-        return B_OK;
-    };
-    const thread_id thread = spawn_thread(run, "disk errands", B_LOW_PRIORITY, queue.get());
-    if (thread < B_OK || resume_thread(thread) != B_OK) {
+    if (!StartDetached("disk errands", B_LOW_PRIORITY,
+                       [queue = shared_from_this()] { queue->Help(); })) {
         return false;
     }
-    [[maybe_unused]] const auto* adopted = queue.release(); // by the thread
     fStarting++;
     return true;
 }

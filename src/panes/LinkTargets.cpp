@@ -1,6 +1,7 @@
 #include "panes/LinkTargets.h"
 
 #include "MessageCodes.h"
+#include "panes/DetachedThread.h"
 
 #include <Message.h>
 #include <OS.h>
@@ -109,18 +110,10 @@ private:
 /// With fMutex held, which the new thread waits for.
 bool LinkTargets::Queue::StartHelper()
 {
-    auto queue = std::make_unique<std::shared_ptr<Queue>>(shared_from_this());
-    const auto run = [](void* data) -> status_t {
-        const std::unique_ptr<std::shared_ptr<Queue>> held(
-            static_cast<std::shared_ptr<Queue>*>(data));
-        (*held)->Help();
-        return B_OK;
-    };
-    const thread_id thread = spawn_thread(run, "link targets", B_NORMAL_PRIORITY, queue.get());
-    if (thread < B_OK || resume_thread(thread) != B_OK) {
+    if (!StartDetached("link targets", B_NORMAL_PRIORITY,
+                       [queue = shared_from_this()] { queue->Help(); })) {
         return false;
     }
-    [[maybe_unused]] const auto* adopted = queue.release(); // by the thread
     fStarting++;
     return true;
 }

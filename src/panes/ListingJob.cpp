@@ -2,6 +2,7 @@
 
 #include "MessageCodes.h"
 #include "panes/DatePattern.h"
+#include "panes/DetachedThread.h"
 #include "panes/FolderReader.h"
 #include "panes/LinkTargets.h"
 
@@ -98,9 +99,11 @@ status_t ListingJob::Work::Read(ListedRows* rows)
         fIsWatching = isToWatch && folder.status == B_OK;
         fFolder = std::move(folder);
     }
-    while (status == B_OK && Note(reader) && reader.ReadMore()) {
+    bool isWanted = status == B_OK && Note(reader);
+    while (isWanted && reader.ReadMore()) {
+        isWanted = Note(reader);
     }
-    if (status == B_OK) {
+    if (isWanted) {
         reader.TakeRows(DatePattern::For(fOrder.dateFormat), fLinks, rows->folders, rows->files);
         const std::lock_guard lock(fMutex);
         fFolder.awaitsLinks = reader.HasLeftLinksOut();
@@ -195,17 +198,7 @@ WatchedFolder ListingJob::Work::TakeFolder()
 ListingJob::ListingJob(const std::string& folder, const OpenOrder& order)
     : fWork(std::make_shared<Work>(folder, order))
 {
-    auto work = std::make_unique<std::shared_ptr<Work>>(fWork);
-    const auto run = [](void* data) -> status_t {
-        const std::unique_ptr<std::shared_ptr<Work>> held(
-            static_cast<std::shared_ptr<Work>*>(data));
-        (*held)->Do();
-        return B_OK;
-    };
-    const thread_id thread = spawn_thread(run, "listing", B_NORMAL_PRIORITY, work.get());
-    if (thread >= B_OK && resume_thread(thread) == B_OK) {
-        [[maybe_unused]] const auto* adopted = work.release(); // by the thread
-    } else {
+    if (!StartDetached("listing", B_NORMAL_PRIORITY, [work = fWork] { work->Do(); })) {
         fWork->Do();
     }
 }
