@@ -61,6 +61,7 @@ enum PaneNotice : uint32 {
     kIconFound = 'Icon',     // FoundIcon reads it
     kLookForFolder = 'Look', // to itself: the folder shown was removed, is it there again?
     kFolderIsBack = 'Back',  // it is: string "path"
+    kDragScroll = 'Drag',    // to itself: something is dragged near an edge
     kFolderMeasured = 615,   // int64 "device", "node" and "bytes", string "name" of the row
 };
 

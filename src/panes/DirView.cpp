@@ -61,6 +61,10 @@ DirView::DirView(BRect frame, BScrollView** containerOut, const char* path, cons
                      B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE, B_SINGLE_SELECTION_LIST, false,
                      true, true, B_NO_BORDER, be_plain_font),
       fPane(parentPane), fNotifier(parentPane),
+      fDragOver(*this, fRows,
+                [this](const DirListItem& row, const BMessage& entries) {
+                    return TakesEntries(row, entries);
+                }),
       fListing(path != nullptr ? path : "/", fRows, fUpdates, fNotifier, *this)
 {
     *containerOut = Container();
@@ -139,6 +143,12 @@ void DirView::KeyDown(const char* bytes, int32 byteCount)
     }
 }
 
+void DirView::Draw(BRect updateRect)
+{
+    ColumnListView::Draw(updateRect);
+    fDragOver.Draw();
+}
+
 void DirView::MouseDown(BPoint where)
 {
     if (fGestures.Pressed(where, IndexOf(where), static_cast<uint32>(CurrentInt32("modifiers")),
@@ -150,8 +160,12 @@ void DirView::MouseDown(BPoint where)
 
 void DirView::MouseMoved(BPoint where, uint32 transit, const BMessage* dragged)
 {
-    fGestures.Moved(where);
+    const DirListItem* row = fGestures.Moved(where, static_cast<uint32>(CurrentInt32("buttons")));
+    fDragOver.Moved(where, transit, dragged);
     ColumnListView::MouseMoved(where, transit, dragged);
+    if (row != nullptr) {
+        StartDrag(fRows.IndexOf(row));
+    }
 }
 
 void DirView::MouseUp(BPoint where)
@@ -162,7 +176,7 @@ void DirView::MouseUp(BPoint where)
 
 bool DirView::InitiateDrag(BPoint, int32, bool)
 {
-    // A press that moves away never sweeps the selection along.
+    // StartDrag() does it; and a press that moves away never sweeps the selection along.
     return true;
 }
 
@@ -174,6 +188,7 @@ void DirView::RowsLeave(const std::vector<DirListItem*>& rows)
     for (const DirListItem* row : rows) {
         fGestures.Forget(row);
         fRename.Forget(row);
+        fDragOver.Forget(row);
     }
 }
 
@@ -182,6 +197,7 @@ void DirView::AllRowsLeave()
     fRename.Drop();
     fMeasure.Cancel();
     fGestures.ForgetAll();
+    fDragOver.ForgetAll();
     fMarks.ForgetAll();
     fUpdates.ForgetAll();
 }
@@ -327,6 +343,9 @@ void DirView::MessageReceived(BMessage* message)
         break;
     case kFolderIsBack:
         FolderIsBack(*message);
+        break;
+    case kDragScroll:
+        fDragOver.Scroll();
         break;
     case kFolderMeasured:
         FolderMeasured(*message);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "clv/ColumnListView.h"
+#include "panes/DragOver.h"
 #include "panes/FolderMeasure.h"
 #include "panes/LiveUpdates.h"
 #include "panes/PaneGestures.h"
@@ -39,6 +40,8 @@ public:
     void WindowActivated(bool isActive) override;
     void MessageReceived(BMessage* message) override;
     void KeyDown(const char* bytes, int32 byteCount) override;
+    bool TakesDrops() const override { return true; }
+    void Draw(BRect updateRect) override;
     void MouseDown(BPoint where) override;
     void MouseMoved(BPoint where, uint32 transit, const BMessage* dragged) override;
     void MouseUp(BPoint where) override;
@@ -157,6 +160,8 @@ private:
     void IconFound(const BMessage& message);
     void LookForFolder();
     void FolderIsBack(const BMessage& message);
+    void StartDrag(int32 index);
+    bool TakesEntries(const DirListItem& row, const BMessage& entries) const;
     void EntriesDropped(BMessage* message);
     void StartOperation(const OperationRequest& request, BHandler* handler);
 
@@ -167,6 +172,7 @@ private:
     PaneGestures fGestures{fRows, fMarks};
     PaneKeys fKeys{*this, fRows, fMarks, *this};
     RowRenaming fRename{*this, fRows};
+    DragOver fDragOver;
     LiveUpdates fUpdates{fRows};
     PaneListing fListing;
     FolderMeasure fMeasure;

@@ -3,9 +3,12 @@
 #include "panes/DeletionQuestion.h"
 #include "panes/DirView.h"
 #include "panes/NewName.h"
+#include "panes/RowIcons.h"
 #include "settings/MsgBox.h"
 
 #include <Alert.h>
+#include <AppDefs.h>
+#include <Bitmap.h>
 #include <FindDirectory.h>
 #include <Message.h>
 #include <Path.h>
@@ -39,6 +42,19 @@ std::vector<DirListItem*> WithoutParent(std::vector<DirListItem*> rows)
 {
     std::erase_if(rows, [](const DirListItem* row) { return row->IsParent(); });
     return rows;
+}
+
+constexpr BPoint kDragHotSpot(15, 8); // of the picture that is dragged
+
+bool HoldsRef(const BMessage& entries, const entry_ref& wanted)
+{
+    entry_ref ref;
+    for (int32 index = 0; entries.FindRef("refs", index, &ref) == B_OK; index++) {
+        if (ref == wanted) {
+            return true;
+        }
+    }
+    return false;
 }
 
 } // namespace
@@ -266,12 +282,51 @@ void DirView::Trash()
     }
 }
 
-// Drops and operations
+// Drags, drops and operations
+
+void DirView::StartDrag(int32 index)
+{
+    const DirListItem* row = RowAt(index);
+    if (index <= 0 || row == nullptr) {
+        return;
+    }
+    // With nothing marked the row stands in for the marks.
+    const std::vector<DirListItem*> alone = {RowAt(index)};
+    const std::unique_ptr<BMessage> message(fMarks.IsEmpty()
+                                                ? fListing.Source().MessageFor(alone)
+                                                : std::unique_ptr<BMessage>(GetRefMsg(-1)));
+    if (message == nullptr) {
+        return;
+    }
+    message->AddString("Dragging", "true");
+    message->AddString("TypeOfCopy", "Copy");
+    const BBitmap* icon = Marks().Count() < 2 ? row->GetBitmap() : ManyFilesIcon();
+    DragMessage(message.get(), icon != nullptr ? new BBitmap(icon) : nullptr, B_OP_ALPHA,
+                kDragHotSpot); // adopted
+}
+
+/// A folder's row takes what is dropped on it, but for itself.
+bool DirView::TakesEntries(const DirListItem& row, const BMessage& entries) const
+{
+    return Mode() == kLocalMode && row.IsEnterable() && !row.IsParent() &&
+           !HoldsRef(entries, *row.GetRef());
+}
 
 void DirView::EntriesDropped(BMessage* message)
 {
-    // A message that no pointer carried here is for the place itself.
-    const DropMeaning meaning = fListing.Source().MeaningOf(*message, nullptr);
+    BMessage entries(*message);
+    const DirListItem* onto = nullptr;
+    if (message->WasDropped()) {
+        onto = RowAt(IndexOf(ConvertFromScreen(message->DropPoint())));
+        const bool isMove = message->GetInt32("be:actions", B_COPY_TARGET) == B_MOVE_TARGET;
+        entries.RemoveName("TypeOfCopy");
+        entries.AddString("TypeOfCopy", isMove ? "Move" : "Copy");
+        if (onto != nullptr && HoldsRef(entries, *onto->GetRef())) {
+            return; // a row dropped on itself
+        }
+    }
+    // What no pointer carried here is for the place itself.
+    const DropMeaning meaning = fListing.Source().MeaningOf(entries, onto);
     switch (meaning.act) {
     case DropMeaning::Act::kPassOn:
         ColumnListView::MessageReceived(message);

@@ -17,5 +17,7 @@ BView* MouseTarget(const WindowState& state, const BMessage& message);
 void MouseDown(WindowState& state, BMessage* message, BView* target);
 void MouseUp(WindowState& state, const BMessage& message, BView* target);
 void MouseMoved(WindowState& state, const BMessage& message, BView* target);
+/// The view below the point where a message was dropped; null for none.
+BView* DropTarget(const WindowState& state, const BMessage& message);
 
 } // namespace kits
