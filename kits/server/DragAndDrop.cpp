@@ -31,6 +31,7 @@
 #include <QTimer>
 #include <QVariant>
 
+#include <atomic>
 #include <utility>
 
 namespace kits {
@@ -70,6 +71,15 @@ protected:
 private:
     const std::shared_ptr<OfferedFiles> fFiles; // null when there are none
 };
+
+std::atomic<DragAndDrop::Runner> gHeadlessRunner{nullptr};
+
+// Null but on the headless platform.
+DragAndDrop::Runner HeadlessRunner()
+{
+    const bool isHeadless = QGuiApplication::platformName() == QLatin1String("offscreen");
+    return isHeadless ? gHeadlessRunner.load() : nullptr;
+}
 
 bool HasFiles(const QDropEvent& event)
 {
@@ -120,12 +130,17 @@ DragAndDrop::~DragAndDrop()
 void DragAndDrop::Forget()
 {
     if (std::exchange(fNumber, 0) != 0) {
-        DraggedMessage::Set(nullptr);
+        DraggedMessage::End();
     }
     fOver = 0;
 }
 
 // Dragging out
+
+void DragAndDrop::SetHeadlessRunner(Runner run)
+{
+    gHeadlessRunner = run;
+}
 
 void DragAndDrop::Start(DragRequest request)
 {
@@ -149,7 +164,14 @@ void DragAndDrop::Run()
             drag->setHotSpot(QPointF(fOwn->offset.x, fOwn->offset.y).toPoint());
         }
         // Another program that is offered a move may make one of any drop; here a drag copies.
-        drag->exec(Qt::CopyAction | Qt::LinkAction, Qt::CopyAction);
+        fIsDragging = true;
+        const Runner run = HeadlessRunner();
+        if (run != nullptr) {
+            run(*drag);
+        } else {
+            drag->exec(Qt::CopyAction | Qt::LinkAction, Qt::CopyAction);
+        }
+        fIsDragging = false;
         Left(fOver);
         fInput.DragEnded(press.window, press.buttons);
     }
@@ -162,6 +184,8 @@ bool DragAndDrop::Handle(int32 window, QEvent& event)
 {
     switch (event.type()) {
     case QEvent::DragEnter:
+        Answer(window, static_cast<QDropEvent&>(event)); // a move follows at once
+        return true;
     case QEvent::DragMove:
         Over(window, static_cast<QDropEvent&>(event));
         return true;
@@ -178,7 +202,7 @@ bool DragAndDrop::Handle(int32 window, QEvent& event)
 
 bool DragAndDrop::IsOwn(const QDropEvent& event) const
 {
-    return fOwn != nullptr && event.source() == this;
+    return fIsDragging && dynamic_cast<const DraggedData*>(event.mimeData()) != nullptr;
 }
 
 // Whether the window takes what is dragged where the pointer is, as it said beforehand: its thread
@@ -200,15 +224,22 @@ bool DragAndDrop::IsTaken(int32 window, const QDropEvent& event) const
     return false;
 }
 
-void DragAndDrop::Over(int32 window, QDropEvent& event)
+// Tells the source what a drop here would do, and returns it.
+Qt::DropAction DragAndDrop::Answer(int32 window, QDropEvent& event) const
 {
-    const bool isOwn = IsOwn(event);
     const Qt::DropAction action =
-        IsTaken(window, event) ? ActionOf(event, isOwn) : Qt::IgnoreAction;
+        IsTaken(window, event) ? ActionOf(event, IsOwn(event)) : Qt::IgnoreAction;
     event.setAccepted(action != Qt::IgnoreAction);
     if (action != Qt::IgnoreAction) {
         event.setDropAction(action);
     }
+    return action;
+}
+
+void DragAndDrop::Over(int32 window, QDropEvent& event)
+{
+    Answer(window, event);
+    const bool isOwn = IsOwn(event);
     const NativeWindow* native = fWindows.Find(window);
     if (native == nullptr || fRouter.IsBlocked(window) || (!isOwn && !HasFiles(event))) {
         return;
@@ -246,9 +277,7 @@ void DragAndDrop::Left(int32 window)
 void DragAndDrop::Dropped(int32 window, QDropEvent& event)
 {
     const bool isOwn = IsOwn(event);
-    const Qt::DropAction action =
-        IsTaken(window, event) ? ActionOf(event, isOwn) : Qt::IgnoreAction;
-    event.setAccepted(action != Qt::IgnoreAction);
+    const Qt::DropAction action = Answer(window, event);
     if (action != Qt::IgnoreAction) {
         // Files are moved here, by us: a source that heard of a move might delete them as well.
         event.setDropAction(event.possibleActions() & Qt::CopyAction ? Qt::CopyAction : action);

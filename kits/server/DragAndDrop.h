@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class QDrag;
 class QDropEvent;
 class QEvent;
 
@@ -34,6 +35,12 @@ public:
     /// Starts dragging as soon as the server has nothing else at hand, unless all buttons are
     /// released by then. Its release then belongs to where the pointer is.
     void Start(DragRequest request);
+    /// Whether something is dragged from a window of ours.
+    bool IsDragging() const { return fIsDragging; }
+    /// What follows the pointer until the drag has ended, on the headless platform alone; there is
+    /// none unless tests bring one.
+    using Runner = void (*)(QDrag& drag);
+    static void SetHeadlessRunner(Runner run);
     /// An event of something dragged over that window. False when it is none.
     bool Handle(int32 window, QEvent& event);
 
@@ -41,6 +48,7 @@ private:
     void Run();
     bool IsOwn(const QDropEvent& event) const;
     bool IsTaken(int32 window, const QDropEvent& event) const;
+    Qt::DropAction Answer(int32 window, QDropEvent& event) const;
     void Over(int32 window, QDropEvent& event);
     void Left(int32 window);
     void Dropped(int32 window, QDropEvent& event);
@@ -54,6 +62,7 @@ private:
     InputDispatcher& fInput;
     std::unique_ptr<DragRequest> fOwn; // waits to be dragged, or is
     int32 fNumber = 0;                 // of what is dragged over a window of ours; 0: nothing is
+    bool fIsDragging = false;
     int32 fOver = 0;                   // the window it is over
 };
 

@@ -2,6 +2,8 @@
 
 #include "kernel/Mutex.h"
 
+#include <Message.h>
+
 #include <utility>
 
 namespace kits {
@@ -36,6 +38,17 @@ int32 DraggedMessage::Set(std::shared_ptr<const BMessage> message)
     const MutexLock lock(current.lock);
     current.message.swap(message); // the one before goes after the lock
     return ++current.number;
+}
+
+void DraggedMessage::End()
+{
+    Current& current = Dragged();
+    std::shared_ptr<const BMessage> ended;
+    const MutexLock lock(current.lock);
+    if (current.message != nullptr) {
+        ended = std::make_shared<BMessage>(current.message->what);
+        current.message.swap(ended); // with all its fields it could be large
+    }
 }
 
 } // namespace kits

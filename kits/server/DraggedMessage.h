@@ -13,10 +13,12 @@ namespace kits {
 class DraggedMessage
 {
 public:
-    /// The message of that number; null when something else, or nothing, is dragged now.
+    /// The message of that number; null when something else was dragged since.
     static std::shared_ptr<const BMessage> Find(int32 number);
-    /// Makes this what is dragged, nothing for null, and returns its number, never 0.
+    /// Makes this what is dragged, and returns its number, never 0.
     static int32 Set(std::shared_ptr<const BMessage> message);
+    /// Nothing is dragged any more. Who is told only later still gets a message of that code.
+    static void End();
 };
 
 } // namespace kits

@@ -1,6 +1,9 @@
 #include "Driver.h"
 #include "Native.h"
 
+#include "server/NativeWindow.h"
+#include "server/ServerState.h"
+
 #include <View.h>
 #include <Window.h>
 
@@ -10,7 +13,7 @@
 #include <qpa/qplatformdrag.h>
 #include <qpa/qwindowsysteminterface.h>
 
-// Another program's side of drag and drop, as the system tells it.
+// Drag and drop, and another program's side of it, as the system tells it.
 
 namespace kits::testing {
 
@@ -74,6 +77,33 @@ void WithNative(BView* view, BPoint where, const char* addresses, Tell tell)
 }
 
 } // namespace
+
+bool WaitForDrag(bool isOn, bigtime_t limit)
+{
+    return WaitFor(
+        [isOn] {
+            bool isDragging = false;
+            OnServer([&] { isDragging = ServerState::Get().drags.IsDragging(); });
+            return isDragging == isOn;
+        },
+        limit);
+}
+
+bool WaitForDropAreas(BWindow* window, int32 count, bigtime_t limit)
+{
+    return WaitFor(
+        [&] {
+            size_t areas = 0;
+            Sync(window); // what another thread invalidated wakes nobody
+            OnServer([&] {
+                const WindowTable& windows = ServerState::Get().windows;
+                const NativeWindow* native = windows.Find(NativeOf(window));
+                areas = native != nullptr ? native->GetPublished().dropAreas.size() : 0;
+            });
+            return areas == static_cast<size_t>(count);
+        },
+        limit);
+}
 
 uint32 DragForeign(BView* view, BPoint where, const char* addresses, uint32 actions,
                    uint32 modifiers)

@@ -151,9 +151,16 @@ void DirView::Draw(BRect updateRect)
 
 void DirView::MouseDown(BPoint where)
 {
-    if (fGestures.Pressed(where, IndexOf(where), static_cast<uint32>(CurrentInt32("modifiers")),
-                          static_cast<uint32>(CurrentInt32("buttons")))) {
+    const auto buttons = static_cast<uint32>(CurrentInt32("buttons"));
+    const int32 index = IndexOf(where);
+    if (fGestures.Pressed(where, index, static_cast<uint32>(CurrentInt32("modifiers")), buttons)) {
         SetMouseEventMask(B_POINTER_EVENTS);
+    }
+    const DirListItem* row = RowAt(index);
+    const bool isChosen = row != nullptr && (row->IsMarked() || IsItemSelected(index));
+    if ((buttons & B_PRIMARY_MOUSE_BUTTON) == 0 && isChosen) {
+        MakeFocus(); // what is chosen stays so under any other button
+        return;
     }
     ColumnListView::MouseDown(where);
 }
