@@ -157,7 +157,7 @@ void DragAndDrop::Run()
     // Without a button the toolkit would drag until the next click.
     if (QGuiApplication::mouseButtons() != Qt::NoButton) {
         const InputRouter::Press press = fRouter.DragBegins();
-        auto* drag = new QDrag(this); // deletes itself after exec()
+        auto* drag = new QDrag(this);                    // deletes itself after exec()
         drag->setMimeData(new DraggedData(fOwn->files)); // adopted
         if (!fOwn->picture.isNull()) {
             drag->setPixmap(QPixmap::fromImage(fOwn->picture));
@@ -246,8 +246,8 @@ void DragAndDrop::Over(int32 window, QDropEvent& event)
     }
     if (fNumber == 0) {
         // What another program brings is known at the drop only.
-        fNumber = DraggedMessage::Set(isOwn ? fOwn->message
-                                            : std::make_shared<BMessage>(B_SIMPLE_DATA));
+        fNumber =
+            DraggedMessage::Set(isOwn ? fOwn->message : std::make_shared<BMessage>(B_SIMPLE_DATA));
     }
     fOver = window;
     fInput.PointerSeen(OnScreen(*native, event), event.buttons(), event.modifiers());
@@ -300,16 +300,16 @@ void DragAndDrop::PostOwn(int32 window, const QDropEvent& event, Qt::DropAction 
     native.Post(std::move(message));
 }
 
-// Which folders the files are in has to be asked of the disk: not by this thread, nor by a window's.
+// Which folders the files are in has to be asked of the disk: not by this thread, nor by a
+// window's.
 void DragAndDrop::PostFiles(int32 window, const QDropEvent& event, Qt::DropAction action)
 {
     const NativeWindow& native = *fWindows.Find(window);
     const QPoint onScreen = OnScreen(native, event);
-    std::string list =
-        event.mimeData()->data(QString::fromLatin1(kFilesType)).toStdString();
-    const status_t status = StartDetached(
-        "dropped files",
-        [core = native.Core()->shared_from_this(), onScreen, action, list = std::move(list)] {
+    std::string list = event.mimeData()->data(QString::fromLatin1(kFilesType)).toStdString();
+    const status_t status =
+        StartDetached("dropped files", [core = native.Core()->shared_from_this(), onScreen, action,
+                                        list = std::move(list)] {
             auto message = std::make_unique<BMessage>(B_SIMPLE_DATA);
             AddRefsOfAddresses(list, message.get());
             if (message->HasRef("refs")) {

@@ -63,7 +63,7 @@ private:
     std::unique_ptr<DragRequest> fOwn; // waits to be dragged, or is
     int32 fNumber = 0;                 // of what is dragged over a window of ours; 0: nothing is
     bool fIsDragging = false;
-    int32 fOver = 0;                   // the window it is over
+    int32 fOver = 0; // the window it is over
 };
 
 } // namespace kits

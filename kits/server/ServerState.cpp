@@ -1,5 +1,6 @@
 #include "ServerState.h"
 
+#include "Clipboard.h"
 #include "NativeWindow.h"
 #include "ScreenInfo.h"
 #include "Surface.h"
@@ -53,6 +54,7 @@ ServerState::ServerState()
                      [this](QWindow* window) { input.FocusChanged(window); });
     qGuiApp->installEventFilter(this);
     WatchScreens();
+    WatchClipboard();
     ServerState::accessibilityActiveChanged(QAccessible::isActive());
     QAccessible::installActivationObserver(this);
 }

@@ -70,8 +70,8 @@ void WithNative(BView* view, BPoint where, const char* addresses, Tell tell)
         }
         QMimeData data;
         data.setData(QStringLiteral("text/uri-list"), QByteArray(addresses));
-        const QPoint inWindow = native->mapFromGlobal(
-            QPoint(static_cast<int>(screen.x), static_cast<int>(screen.y)));
+        const QPoint inWindow =
+            native->mapFromGlobal(QPoint(static_cast<int>(screen.x), static_cast<int>(screen.y)));
         tell(native, data, QHighDpi::toNativeLocalPosition(inWindow, native));
     });
 }

@@ -10,7 +10,9 @@
 #include "settings/Numbers.h"
 #include "settings/Profile.h"
 
+#include <AppDefs.h>
 #include <Bitmap.h>
+#include <Clipboard.h>
 #include <Entry.h>
 #include <Font.h>
 #include <MessageRunner.h>
@@ -91,6 +93,7 @@ void DirView::AttachedToWindow()
     ColumnListView::AttachedToWindow();
     fNotifier.Attached();
     fUpdates.SetList(BMessenger(this));
+    be_clipboard->StartWatching(BMessenger(this));
     if (!fIsFirstAttachment) {
         return;
     }
@@ -102,6 +105,7 @@ void DirView::AttachedToWindow()
 void DirView::DetachedFromWindow()
 {
     StopNodeMonitoring();
+    be_clipboard->StopWatching(BMessenger(this));
     ColumnListView::DetachedFromWindow();
 }
 
@@ -350,6 +354,21 @@ void DirView::MessageReceived(BMessage* message)
         break;
     case kFolderIsBack:
         FolderIsBack(*message);
+        break;
+    case B_COPY:
+        CopyEntries();
+        break;
+    case B_CUT:
+        CutEntries();
+        break;
+    case B_PASTE:
+        PasteEntries();
+        break;
+    case kEntriesToPaste:
+        EntriesArrived(message);
+        break;
+    case B_CLIPBOARD_CHANGED:
+        ClipboardChanged();
         break;
     case kDragScroll:
         fDragOver.Scroll();

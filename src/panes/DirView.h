@@ -83,6 +83,11 @@ public:
     /// Asks, then deletes what is marked, else selected: into the Trash, or for good when the Trash
     /// is shown. An operation window does it.
     void Trash() override;
+    /// Puts what is marked, else selected, on the desktop's clipboard.
+    void CopyEntries();
+    void CutEntries();
+    /// Copies or moves what is on the clipboard to the place shown.
+    void PasteEntries();
     /// Makes a folder under a free name and opens its rename field.
     void DoNewFolder();
     void MkDir(const char* name);
@@ -163,6 +168,10 @@ private:
     void StartDrag(int32 index);
     bool TakesEntries(const DirListItem& row, const BMessage& entries) const;
     void EntriesDropped(BMessage* message);
+    DropMeaning::Act TakeEntries(const BMessage& entries, const DirListItem* onto);
+    void EntriesArrived(BMessage* message);
+    std::unique_ptr<BMessage> ChosenEntries();
+    void ClipboardChanged();
     void StartOperation(const OperationRequest& request, BHandler* handler);
 
     BView* fPane; // the parent, may be null
@@ -178,7 +187,8 @@ private:
     FolderMeasure fMeasure;
 
     std::unique_ptr<BMessageRunner> fLooking; // while the folder shown is gone
-    std::string fNameToEdit; // of a folder that was asked for and is not listed yet
+    std::string fNameToEdit;   // of a folder that was asked for and is not listed yet
+    uint32 fCutGeneration = 0; // of the cut entries that were painted last
     bool fIsFirstAttachment = true;
     bool fIsTakingWidth = false; // a column width that the window passes on
     bool fShowsHeader = true;

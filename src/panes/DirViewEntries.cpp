@@ -2,6 +2,7 @@
 #include "fileops/windows/CopyWin.h"
 #include "panes/DeletionQuestion.h"
 #include "panes/DirView.h"
+#include "panes/EntryClipboard.h"
 #include "panes/NewName.h"
 #include "panes/RowIcons.h"
 #include "settings/MsgBox.h"
@@ -55,6 +56,14 @@ bool HoldsRef(const BMessage& entries, const entry_ref& wanted)
         }
     }
     return false;
+}
+
+/// Says in a program's own words what became of entries by the desktop's.
+void TakeAction(BMessage* entries)
+{
+    const bool isMove = entries->GetInt32("be:actions", B_COPY_TARGET) == B_MOVE_TARGET;
+    entries->RemoveName("TypeOfCopy");
+    entries->AddString("TypeOfCopy", isMove ? "Move" : "Copy");
 }
 
 } // namespace
@@ -318,19 +327,23 @@ void DirView::EntriesDropped(BMessage* message)
     const DirListItem* onto = nullptr;
     if (message->WasDropped()) {
         onto = RowAt(IndexOf(ConvertFromScreen(message->DropPoint())));
-        const bool isMove = message->GetInt32("be:actions", B_COPY_TARGET) == B_MOVE_TARGET;
-        entries.RemoveName("TypeOfCopy");
-        entries.AddString("TypeOfCopy", isMove ? "Move" : "Copy");
+        TakeAction(&entries);
         if (onto != nullptr && HoldsRef(entries, *onto->GetRef())) {
             return; // a row dropped on itself
         }
     }
-    // What no pointer carried here is for the place itself.
+    if (TakeEntries(entries, onto) == DropMeaning::Act::kPassOn) {
+        ColumnListView::MessageReceived(message);
+    }
+}
+
+/// Does what entries mean that reached the list, on one of its rows or (null) for the place itself,
+/// and returns it.
+DropMeaning::Act DirView::TakeEntries(const BMessage& entries, const DirListItem* onto)
+{
     const DropMeaning meaning = fListing.Source().MeaningOf(entries, onto);
     switch (meaning.act) {
     case DropMeaning::Act::kPassOn:
-        ColumnListView::MessageReceived(message);
-        break;
     case DropMeaning::Act::kIgnore:
         break;
     case DropMeaning::Act::kRefuse:
@@ -339,6 +352,55 @@ void DirView::EntriesDropped(BMessage* message)
     case DropMeaning::Act::kOperate:
         StartOperation(meaning.operation, fPane);
         break;
+    }
+    return meaning.act;
+}
+
+// The clipboard
+
+std::unique_ptr<BMessage> DirView::ChosenEntries()
+{
+    std::unique_ptr<BMessage> entries(GetRefMsg(-1));
+    return entries != nullptr && entries->HasRef("refs") ? std::move(entries) : nullptr;
+}
+
+void DirView::CopyEntries()
+{
+    if (const std::unique_ptr<BMessage> entries = ChosenEntries()) {
+        EntryClipboard::Copy(*entries);
+    }
+}
+
+void DirView::CutEntries()
+{
+    if (const std::unique_ptr<BMessage> entries = ChosenEntries()) {
+        EntryClipboard::Cut(*entries);
+    }
+}
+
+void DirView::PasteEntries()
+{
+    EntryClipboard::Ask(BMessenger(this));
+}
+
+void DirView::EntriesArrived(BMessage* message)
+{
+    if (!message->HasRef("refs")) {
+        return; // a text
+    }
+    message->what = kLocalEntries;
+    TakeAction(message);
+    if (TakeEntries(*message, nullptr) == DropMeaning::Act::kOperate) {
+        EntryClipboard::Pasted(*message);
+    }
+}
+
+void DirView::ClipboardChanged()
+{
+    EntryClipboard::Changed();
+    if (fCutGeneration != EntryClipboard::Generation()) {
+        fCutGeneration = EntryClipboard::Generation();
+        Invalidate();
     }
 }
 

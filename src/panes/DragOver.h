@@ -48,10 +48,10 @@ private:
     ColumnListView& fList;
     const PaneRows& fRows;
     const TakesEntries fTakesEntries;
-    std::unique_ptr<const BMessage> fDragged; // null while nothing is dragged over the list
-    BPoint fWhere;                            // of the pointer, in the list's coordinates
-    DirListItem* fPointed = nullptr;          // the row below it; may be null
-    DirListItem* fRow = nullptr;              // the one that takes the entries; may be null
+    std::unique_ptr<const BMessage> fDragged;   // null while nothing is dragged over the list
+    BPoint fWhere;                              // of the pointer, in the list's coordinates
+    DirListItem* fPointed = nullptr;            // the row below it; may be null
+    DirListItem* fRow = nullptr;                // the one that takes the entries; may be null
     std::unique_ptr<BMessageRunner> fScrolling; // while the pointer is near an edge
 };
 

@@ -86,8 +86,8 @@ public:
     virtual bool WantsKey(const BMessage& key) const;
     /// Whether entries that are dragged may be dropped anywhere in the view: no, as here, for most.
     /// What is dropped comes as a message that says WasDropped(), with "be:actions" (int32):
-    /// B_COPY_TARGET or B_MOVE_TARGET, whichever was agreed. Asked after each frame. An extension of
-    /// the platform.
+    /// B_COPY_TARGET or B_MOVE_TARGET, whichever was agreed. Asked after each frame. An extension
+    /// of the platform.
     virtual bool TakesDrops() const;
 
     // The tree

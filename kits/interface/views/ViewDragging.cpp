@@ -48,8 +48,8 @@ QImage BitmapPicture(const BBitmap& bitmap, drawing_mode mode, float scale)
     const BRect bounds = bitmap.Bounds();
     const QRectF whole(0, 0, static_cast<qreal>(bounds.Width()) + 1,
                        static_cast<qreal>(bounds.Height()) + 1);
-    const kits::BitmapPart part = kits::BitmapAccess::Picture(
-        bitmap, whole, static_cast<double>(scale), mode != B_OP_COPY);
+    const kits::BitmapPart part =
+        kits::BitmapAccess::Picture(bitmap, whole, static_cast<double>(scale), mode != B_OP_COPY);
     QImage picture = part.image.copy(part.pixels.toAlignedRect()); // the pixels are only lent
     picture.setDevicePixelRatio(picture.width() / whole.width());
     return picture;

@@ -138,9 +138,8 @@ void MouseMoved(WindowState& state, const BMessage& message, BView* target)
             TellMoved(*left, where, false, dragged.get());
         }
     }
-    Deliver(state, captured != nullptr ? captured : target, [&](BView& view) {
-        TellMoved(view, where, state.pointed == &view, dragged.get());
-    });
+    Deliver(state, captured != nullptr ? captured : target,
+            [&](BView& view) { TellMoved(view, where, state.pointed == &view, dragged.get()); });
 }
 
 BView* DropTarget(const WindowState& state, const BMessage& message)

@@ -83,9 +83,9 @@ TEST(FileAddressesTest, PassesOverWhatIsNoFileHere)
 {
     TempTree tree;
     tree.Write("x", "");
-    const std::string list = "# a comment\r\n\r\nhttp://example.com/x\r\nfile:///no/such/folder/y\n" +
-                             AddressOfPath(tree.Path("x")) + "\n" +
-                             AddressOfPath(tree.Path("gone"));
+    const std::string list =
+        "# a comment\r\n\r\nhttp://example.com/x\r\nfile:///no/such/folder/y\n" +
+        AddressOfPath(tree.Path("x")) + "\n" + AddressOfPath(tree.Path("gone"));
 
     BMessage message;
     kits::AddRefsOfAddresses(list, &message);

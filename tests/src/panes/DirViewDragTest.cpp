@@ -95,8 +95,8 @@ protected:
         const BAutolock lock(fOther);
         std::string names;
         entry_ref ref;
-        for (int32 i = 0; fTarget->dropped != nullptr &&
-                          fTarget->dropped->FindRef("refs", i, &ref) == B_OK;
+        for (int32 i = 0;
+             fTarget->dropped != nullptr && fTarget->dropped->FindRef("refs", i, &ref) == B_OK;
              i++) {
             names += std::string(ref.name) + " ";
         }

@@ -9,13 +9,12 @@
 
 #include <atomic>
 
-
 using namespace kits::testing;
 
 namespace {
 
-/// Drags what it is given as soon as the pressed pointer moves, and notes what is dragged over it and
-/// dropped on it.
+/// Drags what it is given as soon as the pressed pointer moves, and notes what is dragged over it
+/// and dropped on it.
 class DragView : public BView
 {
 public:
