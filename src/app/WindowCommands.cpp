@@ -199,6 +199,16 @@ void NorvaneWindow::Show()
 
 void NorvaneWindow::TellMissingFolders()
 {
+    // What keeps one folder from being watched keeps the others, too: once is enough.
+    bool isTold = false;
+    for (int32 pane = 0; pane < CountPanes(); pane++) {
+        DirView* list = PaneAt(pane)->GetDirView();
+        if (isTold) {
+            list->SayNothingOfMissingWatch();
+        } else {
+            isTold = list->TellOfMissingWatch();
+        }
+    }
     if (fMissingFolders.empty()) {
         return;
     }

@@ -16,6 +16,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <tuple>
 #include <utility>
 
 namespace norvane {
@@ -124,6 +125,27 @@ void DirListItem::Take(const BEntryRecord& record, const DatePattern& dates, mod
     DropTextsAndIcon();
     fDates = &dates;
     TakeRecord(record, target);
+}
+
+bool DirListItem::Become(const DirListItem& fresh)
+{
+    const auto shown = [](const DirListItem& row) {
+        return std::tie(row.fNode, row.fSize, row.fModified, row.fDates, row.fMode, row.fKind,
+                        row.fIsDirectory, row.fHasPermissions);
+    };
+    if (shown(*this) == shown(fresh)) {
+        return false;
+    }
+    DropTextsAndIcon();
+    fNode = fresh.fNode;
+    fSize = fresh.fSize;
+    fModified = fresh.fModified;
+    fDates = fresh.fDates;
+    fMode = fresh.fMode;
+    fKind = fresh.fKind;
+    fIsDirectory = fresh.fIsDirectory;
+    fHasPermissions = fresh.fHasPermissions;
+    return true;
 }
 
 void DirListItem::SetName(const char* name)

@@ -52,6 +52,8 @@ public:
     status_t Update(const char* dateFormat);
     /// Shows what a look at the entry found, and at what it leads to.
     void Take(const BEntryRecord& record, const DatePattern& dates, mode_t target = 0);
+    /// Shows what a fresh row of the same entry does. False when it did so already.
+    bool Become(const DirListItem& fresh);
     /// The entry has another name in its folder.
     void SetName(const char* name);
     /// Shows what a folder occupies.

@@ -16,6 +16,7 @@
 #include <Entry.h>
 #include <Font.h>
 #include <MessageRunner.h>
+#include <Path.h>
 #include <ScrollView.h>
 #include <Window.h>
 
@@ -33,6 +34,7 @@ constexpr float kFontSize = 12;
 constexpr float kMinimumWidth = 20;
 constexpr std::size_t kDateFormatBytes = 64;
 constexpr bigtime_t kLookInterval = 1'000'000; // for a folder that was removed
+constexpr bigtime_t kLookAgainInterval = 3'000'000;
 
 struct ColumnDefault
 {
@@ -278,10 +280,58 @@ void DirView::NodeChanged(const BMessage& notice)
 {
     const bool wasGone = fUpdates.IsGone();
     fUpdates.NodeChanged(notice);
-    if (fUpdates.IsGone() && !wasGone && Window() != nullptr) {
+    if (fUpdates.IsGone() != wasGone) {
+        LookOut();
+        NotifyParent(MSG_PANE_INFO);
+    } else if (fUpdates.TakeMoved()) {
+        AskWhereFolderIs();
+    }
+}
+
+/// Looks by itself, again and again, for a folder that is gone, and for changes that nobody tells.
+void DirView::LookOut()
+{
+    fLooking.reset();
+    if (Window() == nullptr || fPane == nullptr || !fUpdates.IsFollowing()) {
+        return;
+    }
+    if (fUpdates.IsGone()) {
         const BMessage look(kLookForFolder);
         fLooking = std::make_unique<BMessageRunner>(BMessenger(this), &look, kLookInterval);
-        NotifyParent(MSG_PANE_INFO);
+    } else if (!fUpdates.IsWatching()) {
+        const BMessage look(kLookAgain);
+        fLooking = std::make_unique<BMessageRunner>(BMessenger(this), &look, kLookAgainInterval, 1);
+    }
+}
+
+void DirView::LookedAgain()
+{
+    LookOut();
+    NotifyParent(MSG_PANE_INFO);
+}
+
+void DirView::AskWhereFolderIs()
+{
+    DiskErrands::Get().Do(
+        [inside = fUpdates.Inside(), node = fUpdates.FolderNode(), list = BMessenger(this)] {
+            BPath path(&inside);
+            if (path.InitCheck() == B_OK && path.GetParent(&path) == B_OK) {
+                BMessage moved(kFolderMoved);
+                moved.AddString("path", path.Path());
+                moved.AddInt64("device", static_cast<int64>(node.device));
+                moved.AddInt64("node", static_cast<int64>(node.node));
+                list.SendMessage(&moved);
+            }
+        });
+}
+
+void DirView::FolderMoved(const BMessage& message)
+{
+    const node_ref& shown = fUpdates.FolderNode();
+    if (fUpdates.IsFollowing() &&
+        message.GetInt64("device", 0) == static_cast<int64>(shown.device) &&
+        message.GetInt64("node", 0) == static_cast<int64>(shown.node)) {
+        fListing.LookAgain(message.GetString("path", ""));
     }
 }
 
@@ -372,6 +422,15 @@ void DirView::MessageReceived(BMessage* message)
         break;
     case kDragScroll:
         fDragOver.Scroll();
+        break;
+    case kLookAgain:
+        fListing.LookAgain(Path());
+        break;
+    case kTellOfMissingWatch:
+        fListing.TellOfMissingWatch();
+        break;
+    case kFolderMoved:
+        FolderMoved(*message);
         break;
     case kFolderMeasured:
         FolderMeasured(*message);

@@ -77,6 +77,10 @@ public:
     /// it could.
     const std::string& UnreadableFolder() const { return fListing.UnreadableFolder(); }
     const std::string& UnreadableReason() const { return fListing.UnreadableReason(); }
+    /// Says that nobody tells of the folder's changes, once; false when there is nothing to say.
+    bool TellOfMissingWatch() { return fListing.TellOfMissingWatch(); }
+    /// It was said of another list.
+    void SayNothingOfMissingWatch() { fListing.SayNothingOfMissingWatch(); }
     const node_ref& FolderNode() const { return fUpdates.FolderNode(); }
 
     // Changes of entries (DirViewEntries.cpp)
@@ -152,6 +156,7 @@ private:
     void RowsChanged() override;
     OpenOrder OrderForOpening() const override;
     void Arrived(const Arrival& arrival) override;
+    void LookedAgain() override;
 
     void AddColumns(const char* iconLabel);
     int32 CurrentInt32(const char* field) const;
@@ -163,7 +168,10 @@ private:
     void FolderMeasured(const BMessage& message);
     void LinkAnswered(const BMessage& message);
     void IconFound(const BMessage& message);
+    void LookOut();
     void LookForFolder();
+    void AskWhereFolderIs();
+    void FolderMoved(const BMessage& message);
     void FolderIsBack(const BMessage& message);
     void StartDrag(int32 index);
     bool TakesEntries(const DirListItem& row, const BMessage& entries) const;
@@ -186,7 +194,7 @@ private:
     PaneListing fListing;
     FolderMeasure fMeasure;
 
-    std::unique_ptr<BMessageRunner> fLooking; // while the folder shown is gone
+    std::unique_ptr<BMessageRunner> fLooking; // while the folder shown is gone, or not watched
     std::string fNameToEdit;   // of a folder that was asked for and is not listed yet
     uint32 fCutGeneration = 0; // of the cut entries that were painted last
     bool fIsFirstAttachment = true;

@@ -126,7 +126,9 @@ std::string DirView::GetFiles() const
     for (const DirListItem* row : SelectedRows()) {
         selected.Add(*row);
     }
-    return fListing.Source().FooterText(selected, fRows.Totals());
+    const bool isUnwatched = fPane != nullptr && fUpdates.IsFollowing() && !fUpdates.IsWatching();
+    return fListing.Source().FooterText(selected, fRows.Totals()) +
+           (isUnwatched ? " (not watched)" : "");
 }
 
 // The space that a folder occupies

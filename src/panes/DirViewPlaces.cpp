@@ -1,9 +1,9 @@
+#include "MessageCodes.h"
 #include "panes/DirView.h"
 #include "panes/FolderSource.h"
 #include "panes/QuerySource.h"
 #include "panes/ScrollIntoSight.h"
 
-#include <MessageRunner.h>
 #include <Window.h>
 
 #include <utility>
@@ -81,7 +81,7 @@ OpenOrder DirView::OrderForOpening() const
 
 void DirView::Arrived(const Arrival& arrival)
 {
-    fLooking.reset();
+    LookOut();
     if (arrival.isElsewhere) {
         ScrollTo(BPoint(0, 0));
     }
@@ -89,6 +89,10 @@ void DirView::Arrived(const Arrival& arrival)
         ScrollToRow(fRows.Find(arrival.nameLeft.c_str()));
     }
     EditNamed(std::exchange(fNameToEdit, {}));
+    // At the start the window is not even shown yet; else the strips show the folder by then.
+    if (!arrival.isFirst && fUpdates.IsFollowing() && !fUpdates.IsWatching() && fPane != nullptr) {
+        BMessenger(this).SendMessage(kTellOfMissingWatch);
+    }
 }
 
 void DirView::ScrollToRow(int32 index)

@@ -64,6 +64,7 @@ void LiveUpdates::Follow(const std::optional<WatchedFolder>& folder)
         EndWatch(fFolder); // also of the same one: the new watch is another
     }
     fIsGone = false;
+    fHasMoved = false;
     fIsFollowing = folder.has_value();
     fIsWatching = folder.has_value() && folder->status == B_OK;
     if (folder.has_value()) {
@@ -342,21 +343,23 @@ entry_ref LiveUpdates::RefOf(const char* name) const
     return ref;
 }
 
-/// Whether the folder itself was removed.
-bool LiveUpdates::IsItsOwnEnd(const BMessage& notice, int32 opcode) const
+/// Whether it tells of the folder itself, rather than of what lies in it.
+bool LiveUpdates::IsOfItself(const BMessage& notice) const
 {
     int32 device = 0;
     int64 node = 0;
-    return opcode == B_ENTRY_REMOVED && notice.FindInt32("device", &device) == B_OK &&
-           notice.FindInt64("node", &node) == B_OK && !IsShown(notice, "directory") &&
+    return notice.FindInt32("device", &device) == B_OK && notice.FindInt64("node", &node) == B_OK &&
+           !IsShown(notice, "directory") && !IsShown(notice, "to directory") &&
+           !IsShown(notice, "from directory") &&
            device == static_cast<int32>(fFolder.node.device) &&
            static_cast<ino_t>(node) == fFolder.node.node;
 }
 
 void LiveUpdates::OneChanged(const BMessage& notice, int32 opcode)
 {
-    if (IsItsOwnEnd(notice, opcode)) {
-        fIsGone = true;
+    if (IsOfItself(notice)) {
+        fIsGone = fIsGone || opcode == B_ENTRY_REMOVED;
+        fHasMoved = fHasMoved || opcode == B_ENTRY_MOVED;
         return;
     }
     const char* name = nullptr;

@@ -11,6 +11,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace norvane {
@@ -44,8 +45,15 @@ public:
     /// Ends the watch; notices that are on their way still count.
     void Stop();
     bool IsFollowing() const { return fIsFollowing; }
+    /// Whether somebody tells of its changes.
+    bool IsWatching() const { return fIsWatching; }
     /// Whether the folder followed was removed.
     bool IsGone() const { return fIsGone; }
+    void NoteGone() { fIsGone = true; }
+    /// Whether the folder followed was renamed or moved since this was last asked.
+    bool TakeMoved() { return std::exchange(fHasMoved, false); }
+    /// Some name in the folder followed, which keeps it known wherever it is.
+    const entry_ref& Inside() const { return fFolder.inside; }
     /// The folder followed, or the one followed last.
     const node_ref& FolderNode() const { return fFolder.node; }
 
@@ -71,7 +79,7 @@ private:
     entry_ref RefOf(const char* name) const;
 
     // The platform's notices, each of one entry
-    bool IsItsOwnEnd(const BMessage& notice, int32 opcode) const;
+    bool IsOfItself(const BMessage& notice) const;
     void OneChanged(const BMessage& notice, int32 opcode);
     void OneMoved(const BMessage& notice, const char* name);
     void OneStatChanged(const BMessage& notice);
@@ -92,6 +100,7 @@ private:
     bool fIsFollowing = false;
     bool fIsWatching = false; // the watch of fFolder is on
     bool fIsGone = false;
+    bool fHasMoved = false;
     bool fKeepsNotices = false;
     std::vector<BMessage> fKept;
     std::unique_ptr<LinkTargets> fLinks; // null: nobody is told

@@ -49,6 +49,13 @@ void PaneListing::ReadAgain()
     Open(fSource->Again(), Way::kAgain);
 }
 
+void PaneListing::LookAgain(const std::string& path)
+{
+    if (fOpening == nullptr && fUpdates.IsFollowing()) {
+        Open(std::make_unique<FolderSource>(path), Way::kLook);
+    }
+}
+
 void PaneListing::GoTo(const char* typed)
 {
     const std::string folder = ResolveFolder(typed, fSource->LocalFolder(), HomeFolder());
@@ -92,7 +99,9 @@ bool PaneListing::Open(std::unique_ptr<RowSource> source, Way way)
     fOpening = std::move(source);
     fWay = way;
     fUpdates.KeepNotices(true); // about what is on its way
-    fNotifier.StartProgress();
+    if (way != Way::kLook) {
+        fNotifier.StartProgress();
+    }
     // A source that hands its rows over at once is fSource by the time Open() returns.
     fIsOpeningNow = true;
     const status_t status = fOpening->Open(fOwner.OrderForOpening(), *this);
@@ -116,18 +125,24 @@ void PaneListing::Stop()
         fUpdates.Release(fOpening->Folder());
         fUpdates.KeepNotices(false);
         fOpening.reset();
-        fNotifier.StopProgress();
+        if (fWay != Way::kLook) {
+            fNotifier.StopProgress();
+        }
     }
 }
 
 void PaneListing::Counted(int32 entries)
 {
-    fNotifier.SetProgressMax(entries);
+    if (fWay != Way::kLook) {
+        fNotifier.SetProgressMax(entries);
+    }
 }
 
 void PaneListing::Read(int32 entries)
 {
-    fNotifier.Step(entries);
+    if (fWay != Way::kLook) {
+        fNotifier.Step(entries);
+    }
 }
 
 void PaneListing::Opened(RowSource& source, ListedRows rows)
@@ -136,14 +151,22 @@ void PaneListing::Opened(RowSource& source, ListedRows rows)
         return;
     }
     const std::unique_ptr<RowSource> left = std::exchange(fSource, std::move(fOpening));
+    if (fWay == Way::kLook) {
+        fRows.Become(std::move(rows));
+        fUpdates.Follow(fSource->Folder());
+        fNotifier.Post(MSG_PANE_INFO);
+        fHasToldOfWatch = fHasToldOfWatch && !fUpdates.IsWatching();
+        fOwner.LookedAgain();
+        return;
+    }
     fRows.Clear();
     fRows.Fill(std::move(rows));
     fNotifier.StopProgress();
     fNotifier.Post(MSG_PANE_INFO);
     fUpdates.Follow(fSource->Folder());
     NoteWay(fWay, left->LocalFolder());
-    fOwner.Arrived({fWay != Way::kAgain, fWay == Way::kUp ? left->NameAbove() : std::string()});
-    TellOfMissingWatch();
+    fOwner.Arrived({fWay != Way::kAgain, fWay == Way::kFirst,
+                    fWay == Way::kUp ? left->NameAbove() : std::string()});
 }
 
 void PaneListing::NoteWay(Way way, const std::string& folderLeft)
@@ -167,16 +190,26 @@ void PaneListing::NoteWay(Way way, const std::string& folderLeft)
     }
 }
 
-void PaneListing::TellOfMissingWatch() const
+void PaneListing::SayNothingOfMissingWatch()
+{
+    fHasToldOfWatch = fUpdates.IsFollowing() && !fUpdates.IsWatching();
+}
+
+bool PaneListing::TellOfMissingWatch()
 {
     const std::optional<WatchedFolder> folder = fSource->Folder();
-    if (fWay == Way::kFirst || !folder.has_value() || folder->status == B_OK) {
-        return;
+    if (!folder.has_value()) {
+        return false;
+    }
+    const bool wasTold = std::exchange(fHasToldOfWatch, folder->status != B_OK);
+    if (folder->status == B_OK || wasTold) {
+        return false;
     }
     MsgBox("Err",
            folder->status == B_BAD_VALUE ? "A bad value was passed.  Node Monitoring disabled."
                                          : "Out of memory. Node Monitoring disabled.",
            "Oh Well", B_INFO_ALERT);
+    return true;
 }
 
 void PaneListing::NotOpened(RowSource& source, status_t status)
@@ -191,6 +224,10 @@ void PaneListing::Failed(status_t status)
     const std::unique_ptr<RowSource> failed = std::move(fOpening);
     fUpdates.Release(failed->Folder());
     fUpdates.KeepNotices(false);
+    if (fWay == Way::kLook) {
+        LookFailed(status);
+        return;
+    }
     fNotifier.StopProgress();
     if (fWay != Way::kFirst) {
         const std::string complaint = failed->Complaint(status);
@@ -211,6 +248,15 @@ void PaneListing::Failed(status_t status)
         fSource = std::make_unique<FolderSource>(home);
         Open(fSource->Again(), Way::kFirst);
     }
+}
+
+// What is shown stays. A folder that is not there any more is looked for where it was.
+void PaneListing::LookFailed(status_t status)
+{
+    if (status == B_ENTRY_NOT_FOUND) {
+        fUpdates.NoteGone();
+    }
+    fOwner.LookedAgain();
 }
 
 void PaneListing::ReadAgain(RowSource& source)

@@ -15,6 +15,7 @@ class PaneRows;
 struct Arrival
 {
     bool isElsewhere = false; // another place, not the same one read again
+    bool isFirst = false;     // at the start
     std::string nameLeft;     // after going up: the row of the place left; empty when it has none
 };
 
@@ -27,6 +28,8 @@ public:
     virtual OpenOrder OrderForOpening() const = 0;
     /// The new rows are in the list.
     virtual void Arrived(const Arrival& arrival) = 0;
+    /// The folder shown is looked at again: it is followed now, or still cannot be, or is gone.
+    virtual void LookedAgain() = 0;
 };
 
 /// Which place a list shows, and the way from one to another: opens sources and puts their rows
@@ -51,6 +54,14 @@ public:
     /// The same, but for what is shown may have a word to say first.
     void Leave(const std::string& folder);
     void ReadAgain();
+    /// Looks for what changed in the folder shown, which may have moved to this path, unless
+    /// something is being opened already. Rows stay where they are; nothing is said.
+    void LookAgain(const std::string& path);
+    /// Says that nobody tells of changes, unless that was said since it last began; false when
+    /// there is nothing to say.
+    bool TellOfMissingWatch();
+    /// It was said of another list.
+    void SayNothingOfMissingWatch();
     /// Goes to a folder that a person named: "~", relative paths and addresses are understood.
     void GoTo(const char* typed);
     void Up();
@@ -68,7 +79,7 @@ public:
     const std::string& UnreadableReason() const { return fUnreadableReason; }
 
 private:
-    enum class Way : uint8 { kStraight, kAgain, kUp, kInto, kNamed, kFirst };
+    enum class Way : uint8 { kStraight, kAgain, kUp, kInto, kNamed, kFirst, kLook };
 
     // RowTaker
     void Counted(int32 entries) override;
@@ -80,7 +91,7 @@ private:
     bool Open(std::unique_ptr<RowSource> source, Way way);
     void Failed(status_t status);
     void NoteWay(Way way, const std::string& folderLeft);
-    void TellOfMissingWatch() const;
+    void LookFailed(status_t status);
 
     PaneRows& fRows;
     LiveUpdates& fUpdates;
@@ -90,6 +101,7 @@ private:
     std::unique_ptr<RowSource> fSource;  // what is shown; never null
     std::unique_ptr<RowSource> fOpening; // what will be; null when nothing is being opened
     Way fWay = Way::kStraight;           // to fOpening
+    bool fHasToldOfWatch = false;        // that there is none
     bool fIsOpeningNow = false;          // it may hand its rows over at once
     std::string fDownPath;
     bool fMayGoDown = false;

@@ -190,6 +190,58 @@ void PaneRows::Fill(ListedRows rows)
     fList.AddList(&added);
 }
 
+void PaneRows::Become(ListedRows fresh)
+{
+    std::unordered_set<std::string_view> names;
+    for (const RowList* group : {&fresh.folders, &fresh.files}) {
+        for (const std::unique_ptr<DirListItem>& row : *group) {
+            names.insert(row->GetEntryName());
+        }
+    }
+    BeginChanges();
+    RemoveAllBut(names);
+    for (RowList* group : {&fresh.folders, &fresh.files}) {
+        for (std::unique_ptr<DirListItem>& row : *group) {
+            if (!row->IsParent()) {
+                BecomeOrInsert(std::move(row));
+            }
+        }
+    }
+    EndChanges();
+}
+
+void PaneRows::RemoveAllBut(const std::unordered_set<std::string_view>& names)
+{
+    std::vector<DirListItem*> gone;
+    VisitRows([&](DirListItem* row) {
+        if (!row->IsParent() && !names.contains(row->GetEntryName())) {
+            gone.push_back(row);
+        }
+    });
+    for (DirListItem* row : gone) {
+        Remove(row);
+    }
+}
+
+void PaneRows::BecomeOrInsert(std::unique_ptr<DirListItem> fresh)
+{
+    DirListItem* listed = FindRow(fresh->GetEntryName());
+    if (listed == nullptr) {
+        Insert(std::move(fresh));
+        return;
+    }
+    const bool wasFolder = listed->IsDir();
+    Forget(listed);
+    const bool isOther = listed->Become(*fresh);
+    Note(listed);
+    if (isOther) {
+        if (listed->IsDir() != wasFolder) {
+            fOrder.Displaced(listed);
+        }
+        fChanges->rebuilt.insert(listed);
+    }
+}
+
 void PaneRows::Clear()
 {
     fListener.AllRowsLeave();

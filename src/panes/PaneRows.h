@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 #include <vector>
 
@@ -51,6 +52,9 @@ public:
     // All rows
     /// Puts rows into the empty list. The listener hears nothing of it.
     void Fill(ListedRows rows);
+    /// Makes the rows those of a fresh listing of the same folder: a row whose entry is still there
+    /// keeps its place, selection and mark.
+    void Become(ListedRows fresh);
     /// Deletes all rows; very many on a thread of their own.
     void Clear();
     const FolderTotals& Totals() const { return fTotals; }
@@ -109,6 +113,8 @@ private:
     void Note(DirListItem* row);
     void Forget(DirListItem* row);
     void Rebuilt(DirListItem* row, const std::string& oldName, bool wasFolder);
+    void RemoveAllBut(const std::unordered_set<std::string_view>& names);
+    void BecomeOrInsert(std::unique_ptr<DirListItem> fresh);
     void MergeInto(const Changes& changes);
     void RedrawSeen(const std::unordered_set<const DirListItem*>& rows);
 

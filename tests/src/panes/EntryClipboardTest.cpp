@@ -1,5 +1,5 @@
-#include "PaneWindowFixture.h"
 #include "panes/EntryClipboard.h"
+#include "PaneWindowFixture.h"
 
 #include <AppDefs.h>
 #include <Clipboard.h>

@@ -1,8 +1,8 @@
 #include "panes/FolderMeasure.h"
 
+#include "MessageCodes.h"
 #include "NoThreads.h"
 #include "RecordingLooper.h"
-#include "MessageCodes.h"
 
 #include <Path.h>
 #include <TempTree.h>

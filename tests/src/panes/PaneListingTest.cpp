@@ -64,11 +64,13 @@ protected:
     // ListingOwner
     OpenOrder OrderForOpening() const override { return {"%D %R", BMessenger()}; }
     void Arrived(const Arrival& arrival) override { fArrivals.push_back(arrival); }
+    void LookedAgain() override { fLooks++; }
 
     TempTree fTree;
     PaneNotifier fNotifier{nullptr};
     ScriptedSource::Places fPlaces;
     std::vector<Arrival> fArrivals;
+    int fLooks = 0;
     std::unique_ptr<LiveUpdates> fUpdates;
     std::unique_ptr<PaneListing> fListing;
 };

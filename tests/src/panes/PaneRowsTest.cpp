@@ -152,4 +152,72 @@ TEST_F(PaneRowsTest, ChangesTogetherAgreeWithSingleOnes)
     EXPECT_EQ(together, single);
 }
 
+// A fresh listing of the same folder
+
+class FreshRowsTest : public PaneRowsFixture
+{
+protected:
+    void Become(const std::vector<std::pair<std::string, int64>>& folders,
+                const std::vector<std::pair<std::string, int64>>& files)
+    {
+        norvane::ListedRows rows;
+        rows.folders.push_back(std::make_unique<norvane::DirListItem>());
+        for (const auto& [name, node] : folders) {
+            rows.folders.push_back(Make(name, true, static_cast<ino_t>(node)));
+        }
+        for (const auto& [name, node] : files) {
+            rows.files.push_back(Make(name, false, static_cast<ino_t>(node), 100 * node));
+        }
+        fRows->Become(std::move(rows));
+    }
+};
+
+TEST_F(FreshRowsTest, RowsThatAreStillThereStay)
+{
+    Fill({"m"}, {"a", "b", "c"});
+    const DirListItem* kept = Row("c");
+    fList->Select(4);
+    Row("a")->Mark(true);
+
+    Become({{"m", 1}, {"n", 9}}, {{"a", 2}, {"aa", 8}, {"c", 4}});
+
+    EXPECT_EQ(Names(), ".. m n a aa c ");
+    EXPECT_EQ(Row("c"), kept);
+    EXPECT_TRUE(Row("c")->IsSelected());
+    EXPECT_TRUE(Row("a")->IsMarked());
+    EXPECT_EQ(fTold, "-b changed ");
+    EXPECT_EQ(fRows->Totals().bytes, 200 + 800 + 400);
+    EXPECT_EQ(fRows->Find({7, 9}, "n"), Row("n"));
+}
+
+TEST_F(FreshRowsTest, NothingIsToldWhereNothingChanged)
+{
+    Fill({}, {});
+    Become({{"m", 1}}, {{"a", 2}});
+    fTold.clear();
+
+    Become({{"m", 1}}, {{"a", 2}});
+
+    EXPECT_EQ(fTold, "");
+    EXPECT_EQ(Names(), ".. m a ");
+}
+
+TEST_F(FreshRowsTest, ARowOfAnotherEntryShowsThat)
+{
+    Fill({}, {});
+    Become({}, {{"a", 1}, {"b", 2}});
+    const DirListItem* row = Row("a");
+    EXPECT_STREQ(row->Text(2), "100 Bytes");
+    fTold.clear();
+
+    Become({{"b", 3}}, {{"a", 5}});
+
+    EXPECT_EQ(Row("a"), row);
+    EXPECT_STREQ(row->Text(2), "500 Bytes");
+    EXPECT_TRUE(Row("b")->IsDir());
+    EXPECT_EQ(fRows->Totals().bytes, 500);
+    EXPECT_EQ(fRows->FindAny({7, 1}), nullptr);
+    EXPECT_EQ(fTold, "changed ");
+}
+
 } // namespace

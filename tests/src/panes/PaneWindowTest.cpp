@@ -6,6 +6,8 @@
 
 #include <cstdio>
 
+#include <filesystem>
+
 namespace {
 
 using namespace norvane;
@@ -244,6 +246,41 @@ TEST_F(PaneWindowTest, AFolderThatIsMadeAgainIsShownAgain)
     fTree.Write("shown/newer", "");
     EXPECT_TRUE(Becomes([this] { return Names(); }, ".. new newer "));
     EXPECT_NE(Locked([this] { return fList->GetFiles(); }), "This folder was removed");
+}
+
+TEST_F(PaneWindowTest, FollowsItsFolderToAnotherPlace)
+{
+    for (const char* name : {"shown/a", "shown/b", "shown/c"}) {
+        fTree.Write(name, "");
+    }
+    Open();
+    Click(1, B_COMMAND_KEY);
+    Click(3, B_COMMAND_KEY);
+    const auto header = [this] {
+        return Locked([this] { return fList->HeaderText(); });
+    };
+    fTree.MakeFolder("deep");
+    std::filesystem::rename(fTree.Path("shown"), fTree.Path("deep/elsewhere"));
+
+    EXPECT_TRUE(Becomes(header, fTree.Path("deep/elsewhere")));
+    EXPECT_EQ(Names(), ".. a b c ");
+    EXPECT_EQ(Marked(), "a c ");
+    EXPECT_EQ(Selected(), "c");
+    fTree.Write("deep/elsewhere/d", "");
+    EXPECT_TRUE(Becomes([this] { return Names(); }, ".. a b c d "));
+}
+
+TEST_F(PaneWindowTest, ALinkInItsFoldersPlaceIsAnotherFolder)
+{
+    fTree.Write("shown/a", "");
+    fTree.Write("other/x", "");
+    Open();
+    std::filesystem::rename(fTree.Path("shown"), fTree.Path("moved"));
+    fTree.Link("shown", "other");
+
+    EXPECT_TRUE(Becomes([this] { return Locked([this] { return fList->HeaderText(); }); },
+                        fTree.Path("moved")));
+    EXPECT_EQ(Names(), ".. a ");
 }
 
 TEST_F(PaneWindowTest, MeasuresAFolder)
