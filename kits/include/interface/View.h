@@ -8,6 +8,7 @@
 
 #include <vector>
 
+class BCursor;
 class BMessage;
 class BRegion;
 class BScrollBar;
@@ -187,6 +188,9 @@ public:
     status_t SetMouseEventMask(uint32 mask, uint32 options = 0);
     /// Says where the pointer is, in this view's coordinates, and what buttons are down.
     void GetMouse(BPoint* location, uint32* buttons, bool checkMessageQueue = true);
+    /// Sets what the pointer looks like over this view, and wherever it goes while this view has
+    /// the mouse by SetMouseEventMask(). Ownership: borrows `cursor`; null is the ordinary pointer.
+    void SetViewCursor(const BCursor* cursor, bool sync = true);
 
     // Updating
 

@@ -17,5 +17,7 @@ BView* MouseTarget(const WindowState& state, const BMessage& message);
 void MouseDown(WindowState& state, BMessage* message, BView* target);
 void MouseUp(WindowState& state, const BMessage& message, BView* target);
 void MouseMoved(WindowState& state, const BMessage& message, BView* target);
+/// Gives the pointer the shape that the view with the mouse, else the one under it, asks for.
+void ShapePointer(WindowState& state);
 
 } // namespace kits

@@ -67,6 +67,7 @@ struct WindowState
 
     BView* pointed = nullptr;  // where the pointer was last
     BView* captured = nullptr; // the view that asked for the mouse until the release
+    PointerShape pointer = PointerShape::kArrow; // as the screen was told
     std::vector<BView*>
         delivering; // those whose hooks are about to be called; cleared when one goes
     std::vector<BView*> listening; // those with an event mask
