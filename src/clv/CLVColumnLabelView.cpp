@@ -87,7 +87,9 @@ std::vector<CLVColumnLabelView::Cell> CLVColumnLabelView::CellsOf(const DragGrou
             continue;
         }
         const bool joinsRight = (column->Flags() & CLV_MERGE_WITH_RIGHT) != 0;
-        const BRect frame(left, 0, left + column->Width(), Bounds().bottom);
+        // As it is laid out: a column that is about to be has its new width already.
+        const float width = column->End() - column->Begin();
+        const BRect frame(left, 0, left + width, Bounds().bottom);
         cells.push_back({column, frame, run, joinsLeft, joinsRight});
         run += joinsRight ? 0 : 1;
         joinsLeft = joinsRight;

@@ -193,7 +193,7 @@ bool CLVColumnLabelView::CancelGesture()
 
 void CLVColumnLabelView::ForgetColumn(const CLVColumn& column)
 {
-    if (&column == fGestureColumn || fGesture == Gesture::kDrag) {
+    if (&column == fGestureColumn) {
         EndGesture();
     }
 }

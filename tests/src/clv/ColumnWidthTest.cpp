@@ -163,17 +163,32 @@ TEST_F(ColumnWidthTest, ShowsTheSameAfterSeveralChangesWithoutPaintingBetween)
     ExpectWholePicture("several");
 }
 
+TEST_F(ColumnWidthTest, ShowsTheSameWhereAFrameIsDue)
+{
+    OpenPainted();
+    for (const float width : {100.0f, 40.0f}) {
+        Locked([&] {
+            fWindow->Sync();
+            snooze(40'000); // longer than a frame
+            fList->Invalidate();
+            fList->HeaderStrip()->Invalidate();
+            fList->ColumnAt(0)->SetWidth(width);
+        });
+        ExpectWholePicture("due");
+    }
+}
+
 TEST_F(ColumnWidthTest, ShowsTheSameWhereAPartIsInvalid)
 {
     OpenPainted();
     Locked([&] {
-        for (const auto& row : fList->rows) {
-            row->values[0] += 3; // looks different now
+        fList->ColumnAt(0)->SetWidth(82);
+        fWindow->Sync(); // so that what follows is sooner than the next frame
+        for (const int row : {2, 3, 5}) {
+            fList->rows[static_cast<size_t>(row)]->values[0] += 3; // looks different now
+            fList->InvalidateItem(row);
         }
-        fList->Invalidate(BRect(60, 10, 130, 70));
-        fList->InvalidateItem(5);
-        fList->ColumnAt(0)->SetWidth(111);
-        fList->Invalidate();
+        fList->ColumnAt(0)->SetWidth(110);
         fList->ColumnAt(1)->SetWidth(40);
     });
     ExpectWholePicture("invalid");

@@ -1,5 +1,9 @@
 #include "ListWindowFixture.h"
 
+#include <AppDefs.h>
+#include <Handler.h>
+#include <Message.h>
+
 namespace {
 
 using namespace norvane;
@@ -107,13 +111,35 @@ TEST_F(OutlineKeysTest, WithModifiersOrWithoutASelectionNothingHappens)
     EXPECT_EQ(Shown(), "a a1 a2 b | a");
 }
 
-TEST_F(OutlineKeysTest, AFlatListHasNoneOfThis)
+/// Notes the keys that a list leaves to others.
+class KeyNotes : public BHandler
+{
+public:
+    void MessageReceived(BMessage* message) override
+    {
+        count += message->what == B_KEY_DOWN ? 1 : 0;
+    }
+
+    int count = 0;
+};
+
+TEST_F(OutlineKeysTest, AFlatListLeavesTheKeysToOthers)
 {
     OpenTree(false);
+    KeyNotes others;
+    Locked([&] {
+        fWindow->AddHandler(&others);
+        fList->SetNextHandler(&others);
+    });
     Select(1);
     Type(B_LEFT_ARROW);
     Type(B_RIGHT_ARROW);
     EXPECT_EQ(Shown(), "a a1 a11 a2 b | a1");
+    Locked([&] {
+        EXPECT_EQ(others.count, 2);
+        fList->SetNextHandler(fList->Parent());
+        fWindow->RemoveHandler(&others);
+    });
 }
 
 } // namespace

@@ -177,22 +177,13 @@ TEST_F(OutlineTest, CutsShiftedCellsAtTheIndentationLimit)
 
 TEST_F(OutlineTest, AHiddenColumnIsNoLimitForArrows)
 {
-    AddTree();
-    fList.ColumnAt(1)->SetShown(false);
-    fA1->DrawItem(&fList, BRect(0, 21, 299, 41), true);
-    EXPECT_EQ(fA1->ExpanderButtonRect(), BRect(27, 26, 37, 36));
-}
-
-TEST_F(OutlineTest, HandsOnWhetherARowIsDrawnWhole)
-{
-    AddTree();
-    for (const bool complete : {true, false}) {
-        fA->cells.clear();
-        fA->DrawItem(&fList, BRect(0, 0, 299, 20), complete);
-        for (const TestRow::Cell& cell : fA->cells) {
-            EXPECT_EQ(cell.complete, complete) << cell.column;
-        }
-    }
+    TestList list(true);
+    list.AddColumn(new CLVColumn(nullptr, 20, CLV_EXPANDER));
+    list.AddColumn(new CLVColumn("name", 100, CLV_PUSH_PASS));
+    list.AddColumn(new CLVColumn("more", 100, CLV_HIDDEN));
+    TestRow* row = list.Add("row", 1, true);
+    row->DrawItem(&list, BRect(0, 21, 299, 41), true);
+    EXPECT_EQ(row->ExpanderButtonRect(), BRect(27, 26, 37, 36));
 }
 
 TEST_F(OutlineTest, SortingKeepsRowsWithoutOneAboveThemOnTheFirstLevel)
@@ -241,8 +232,11 @@ TEST_F(OutlineTest, AFlatListHasNothingToExpand)
     flat.Add("second", 1);
     flat.Expand(first);
     EXPECT_EQ(flat.Names(), "first second ");
+    EXPECT_FALSE(first->IsExpanded());
+    first->SetExpanded(true);
     flat.Collapse(first);
     EXPECT_EQ(flat.Names(), "first second ");
+    EXPECT_TRUE(first->IsExpanded());
 }
 
 TEST_F(OutlineTest, KnowsTheLevelsThatRowsAreGivenLater)
@@ -266,6 +260,20 @@ TEST_F(OutlineTest, ARowInBetweenTakesOverThoseBehindIt)
     fList.MakeEmpty();
 }
 
+TEST_F(OutlineTest, ARowIsShownBehindASiblingAlsoWhereOthersAreHidden)
+{
+    fList.Add("a", 0, true, false);
+    fList.Add("hidden", 1);
+    fList.Add("hidden too", 1);
+    TestRow between("between", 0, true, true);
+    TestRow sibling("sibling", 1);
+    EXPECT_TRUE(fList.AddItem(&between, 1));
+    EXPECT_TRUE(fList.AddItem(&sibling, 3));
+    fList.Add("last", 1);
+    EXPECT_EQ(fList.Names(), "a between sibling last ");
+    fList.MakeEmpty();
+}
+
 /// An outline beside a plain reckoning of it.
 class OutlineAtRandom : public ::testing::TestWithParam<unsigned>
 {
@@ -274,18 +282,30 @@ protected:
     std::string ExpectedNames()
     {
         std::string names;
-        std::vector<std::pair<int, bool>> above; // levels, with whether what is below is seen
+        std::vector<std::pair<TestRow*, bool>> above; // with whether what is below is seen
         for (int32 i = 0; i < fList.FullListCountItems(); i++) {
             auto* row = static_cast<TestRow*>(fList.FullListItemAt(i));
-            const int level = static_cast<int>(row->OutlineLevel());
-            while (!above.empty() && above.back().first >= level) {
+            while (!above.empty() && above.back().first->OutlineLevel() >= row->OutlineLevel()) {
                 above.pop_back();
             }
+            EXPECT_EQ(fList.Superitem(row), above.empty() ? nullptr : above.back().first);
+            EXPECT_EQ(fList.FullListNumberOfSubitems(row), CountDeeperBehind(i));
             const bool isSeen = above.empty() || above.back().second;
             names += isSeen ? row->Name() + " " : "";
-            above.emplace_back(level, isSeen && row->IsExpanded());
+            above.emplace_back(row, isSeen && row->IsExpanded());
         }
         return names;
+    }
+
+    int32 CountDeeperBehind(int32 index)
+    {
+        int32 behind = index + 1;
+        while (behind < fList.FullListCountItems() &&
+               fList.FullListItemAt(behind)->OutlineLevel() >
+                   fList.FullListItemAt(index)->OutlineLevel()) {
+            behind++;
+        }
+        return behind - index - 1;
     }
 
     /// Adds a row below a random one, or on the first level; removes, expands or collapses one.

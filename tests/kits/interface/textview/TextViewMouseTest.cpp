@@ -220,14 +220,11 @@ TEST_F(TextViewMouseTest, CaretBlinks)
     EXPECT_TRUE(WaitFor(isShown));
 }
 
-TEST_F(TextViewMouseTest, ThePointerSaysThatTextCanBeSelected)
+TEST_F(TextViewMouseTest, PointerIsOrdinaryWhereTextCannotBeSelected)
 {
     ShowText("one two");
     MoveMouse(fView, BPoint(10, 10));
     EXPECT_EQ(PointerOver(fWindow), kits::PointerShape::kText);
-    MoveMouse(fView, BPoint(-5, -5));
-    EXPECT_EQ(PointerOver(fWindow), kits::PointerShape::kArrow);
-    MoveMouse(fView, BPoint(10, 10));
     Locked([this] {
         fView->MakeEditable(false);
         fView->MakeSelectable(false);
