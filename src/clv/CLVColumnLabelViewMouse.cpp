@@ -148,7 +148,7 @@ void CLVColumnLabelView::MouseUp(BPoint where)
     if (fGesture == Gesture::kDrag) {
         DragTo(where);
         Drop();
-    } else if (fGesture == Gesture::kPress && !HasMoved(where)) {
+    } else if (fGesture == Gesture::kPress) {
         const CLVColumn& column = *fGestureColumn;
         EndGesture();
         Click(column);

@@ -197,6 +197,21 @@ TEST_F(ColumnDragTest, AWindowThatIsHiddenMeanwhileKeepsTheOldOrder)
     EXPECT_TRUE(Told().empty());
 }
 
+TEST_F(ColumnDragTest, AWindowThatLosesTheKeyboardMeanwhileKeepsTheOldOrder)
+{
+    OpenWith({0, 0, 0});
+    Press(At(20));
+    Move(At(110));
+    auto* other = new BWindow(BRect(500, 100, 600, 200), "other", B_TITLED_WINDOW, 0);
+    other->Show();
+    ASSERT_TRUE(kits::testing::WaitForFocus(other));
+    Settle();
+    Release(At(110));
+    EXPECT_EQ(Order(), "012");
+    ASSERT_TRUE(other->Lock());
+    other->Quit();
+}
+
 TEST_F(ColumnDragTest, ColumnsThatChangeMeanwhileEndTheDrag)
 {
     OpenWith({0, 0, 0});

@@ -1,5 +1,6 @@
 #include "ListWindowFixture.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 
@@ -18,7 +19,8 @@ public:
     void DrawItemColumn(BView* owner, BRect frame, int32 column, bool complete) override
     {
         TestRow::DrawItemColumn(owner, frame, column, complete);
-        const auto shade = static_cast<uint8>(40 * (column + 2) + 9 * values[0]);
+        const auto shade =
+            static_cast<uint8>(40 * (column + 2) + 9 * values[std::max(column, int32{0}) % 3]);
         owner->SetHighColor(shade, static_cast<uint8>(255 - shade), 200);
         owner->FillRect(frame);
         owner->SetHighColor(0, 0, 0);
@@ -56,7 +58,7 @@ protected:
         Locked([&] {
             for (int i = 0; i < kRows; i++) {
                 fList->rows.push_back(std::make_unique<PaintedRow>("row", i % 4, true, true));
-                fList->rows.back()->values[0] = i;
+                std::fill_n(fList->rows.back()->values, 3, i);
                 fList->AddItem(fList->rows.back().get());
             }
             fList->SetSortKey(isHierarchical ? 2 : 1);
@@ -185,8 +187,11 @@ TEST_F(ColumnWidthTest, ShowsTheSameWhereAPartIsInvalid)
         fList->ColumnAt(0)->SetWidth(82);
         fWindow->Sync(); // so that what follows is sooner than the next frame
         for (const int row : {2, 3, 5}) {
-            fList->rows[static_cast<size_t>(row)]->values[0] += 3; // looks different now
-            fList->InvalidateItem(row);
+            fList->rows[static_cast<size_t>(row)]->values[1] += 3; // looks different now
+            BRect cell = fList->ItemFrame(row);
+            cell.left = fList->ColumnAt(1)->Begin();
+            cell.right = fList->ColumnAt(1)->End();
+            fList->Invalidate(cell);
         }
         fList->ColumnAt(0)->SetWidth(110);
         fList->ColumnAt(1)->SetWidth(40);
