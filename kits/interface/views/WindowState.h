@@ -51,7 +51,8 @@ struct WindowState
     bool isQuitting = false;
     bool takesFocus = true;
     bool takesKeys = true;
-    int32 opener = 0; // its token
+    PointerShape pointer = PointerShape::kArrow; // as the screen was told
+    int32 opener = 0;                            // its token
 
     std::unique_ptr<ViewHost> host;
     std::vector<ViewHost*> popUps; // borrowed; open menus
@@ -67,7 +68,6 @@ struct WindowState
 
     BView* pointed = nullptr;  // where the pointer was last
     BView* captured = nullptr; // the view that asked for the mouse until the release
-    PointerShape pointer = PointerShape::kArrow; // as the screen was told
     std::vector<BView*>
         delivering; // those whose hooks are about to be called; cleared when one goes
     std::vector<BView*> listening; // those with an event mask

@@ -33,7 +33,7 @@ kind=290
 
 what="at first"
 shows "rows Orchard Pear Apple Kitchen Herbs Beans Bench; keys; order 0:20 1:160 2:60 3:100; selected nothing"
-shot outline-$scale
+shot "outline-$scale"
 
 what="a click on an arrow"
 click $arrow "$(row 0)"
@@ -42,7 +42,7 @@ click $arrow "$(row 0)"
 shows "rows Orchard Pear Apple Kitchen Herbs Beans Bench; keys"
 click $((arrow + 20)) "$(row 4)"
 shows "rows Orchard Pear Apple Kitchen Herbs Thyme Basil Beans Bench; keys"
-shot outline-$scale-expanded
+shot "outline-$scale-expanded"
 
 what="keys"
 click $((name + 40)) "$(row 6)"
@@ -66,7 +66,7 @@ what="sorting"
 click $name $strip
 shows "rows Bench Kitchen Beans Herbs Orchard Apple Pear; keys 1a;"
 shows "selected Beans"
-shot outline-$scale-sorted
+shot "outline-$scale-sorted"
 click $name $strip
 shows "rows Orchard Pear Apple Kitchen Herbs Beans Bench; keys 1d;"
 click $name $strip
@@ -85,12 +85,12 @@ at $kind $strip
 press
 at 200 $strip
 at 120 $strip
-shot outline-$scale-drag
+shot "outline-$scale-drag"
 at 90 $strip
 at 60 $strip
 release
 shows "order 3:100 0:20 1:160 2:60;"
-shot outline-$scale-dropped
+shot "outline-$scale-dropped"
 
 what="a drag that is given up"
 at 50 $strip
@@ -107,7 +107,7 @@ at 101 $strip
 press
 at 130 $strip
 at 151 $strip
-shot outline-$scale-resize
+shot "outline-$scale-resize"
 shows "order 3:150 0:20 1:160 2:60;"
 at 3 $strip
 release
