@@ -54,14 +54,16 @@ enum PaneNotice : uint32 {
     kRenameCancelled = 605,
     MSG_PROGRESS_START = 607,
     MSG_PROGRESS_STOP = 608,
-    MSG_PROGRESS_STEP = 609, // int32 "steps": how many it stands for, 1 when missing
-    MSG_PROGRESS_MAX = 610,  // int32 "maxvalue"
-    kListingNews = 'News',   // the rows of the place being opened, or some of them, are there
-    kLinkAnswered = 'Link',  // what a link leads to: LinkAnswer reads it
-    kIconFound = 'Icon',     // FoundIcon reads it
-    kLookForFolder = 'Look', // to itself: the folder shown was removed, is it there again?
-    kFolderIsBack = 'Back',  // it is: string "path"
-    kFolderMeasured = 615,   // int64 "device", "node" and "bytes", string "name" of the row
+    MSG_PROGRESS_STEP = 609,  // int32 "steps": how many it stands for, 1 when missing
+    MSG_PROGRESS_MAX = 610,   // int32 "maxvalue"
+    kListingNews = 'News',    // the rows of the place being opened, or some of them, are there
+    kLinkAnswered = 'Link',   // what a link leads to: LinkAnswer reads it
+    kIconFound = 'Icon',      // FoundIcon reads it
+    kLookForFolder = 'Look',  // to itself: the folder shown was removed, is it there again?
+    kFolderIsBack = 'Back',   // it is: string "path"
+    kDragScroll = 'Drag',     // to itself: something is dragged near an edge
+    kEntriesToPaste = 'Past', // what the clipboard holds: "refs" when that is entries
+    kFolderMeasured = 615,    // int64 "device", "node" and "bytes", string "name" of the row
 };
 
 // Entries that are carried from one place to another.

@@ -5,13 +5,16 @@
 
 #include <Application.h>
 #include <Autolock.h>
+#include <Beep.h>
 #include <Locker.h>
 #include <Message.h>
 #include <TypeConstants.h>
 
 #include "kernel/Mutex.h"
+#include "kernel/WorkerThread.h"
 
 #include <algorithm>
+#include <atomic>
 #include <map>
 #include <string>
 #include <string_view>
@@ -40,6 +43,20 @@ std::string_view TextOf(const BMessage& message)
     return {static_cast<const char*>(data), static_cast<size_t>(size)};
 }
 
+// What a clipboard holds when that came from another program.
+BMessage MessageOf(const ClipboardContent& content)
+{
+    BMessage message;
+    if (content.entries != nullptr) {
+        message = *content.entries;
+    }
+    const std::string_view text = content.text.View();
+    if (!text.empty()) {
+        message.AddData(kTextField, B_MIME_TYPE, text.data(), static_cast<ssize_t>(text.size()));
+    }
+    return message;
+}
+
 } // namespace
 
 void SetClipboardHooks(const ClipboardHooks& hooks)
@@ -61,6 +78,7 @@ struct BClipboard::Store
 
     static std::shared_ptr<Store> Get(const std::string& name);
     void Fetch() REQUIRES(lock);
+    void TellChanged(const char* name);
 
     const bool isDesktops; // of all programs
     BLocker lock;
@@ -69,8 +87,11 @@ struct BClipboard::Store
     BMessenger source GUARDED_BY(lock);
     uint64 offer GUARDED_BY(lock) = 0;      // its number on the desktop
     bool isFetched GUARDED_BY(lock) = true; // `data` is what was there when the lock was taken
-    uint32 count GUARDED_BY(lock) = 0;
-    std::vector<BMessenger> watchers GUARDED_BY(lock);
+    std::atomic<uint32> count{0};
+
+    // Apart from `lock`, which may be held while another program is waited for.
+    kits::Mutex watchLock;
+    std::vector<BMessenger> watchers GUARDED_BY(watchLock);
 };
 
 std::shared_ptr<BClipboard::Store> BClipboard::Store::Get(const std::string& name)
@@ -97,19 +118,29 @@ void BClipboard::Store::Fetch()
         data = committed;
         return;
     }
-    const kits::ClipboardContent content = hooks.fetch(kits::ClipboardKind::kClipboard, nullptr);
+    const kits::ClipboardContent content =
+        hooks.fetchEntries != nullptr ? hooks.fetchEntries()
+                                      : hooks.fetch(kits::ClipboardKind::kClipboard, nullptr);
     if (content.offer != 0 && content.offer == offer) {
         data = committed;
         return;
     }
-    const std::string_view text = content.text.View();
-    if (text != kits::TextOf(data)) {
-        count++;
-    }
     source = BMessenger();
-    data.MakeEmpty();
-    if (!text.empty()) {
-        data.AddData(kits::kTextField, B_MIME_TYPE, text.data(), static_cast<ssize_t>(text.size()));
+    data = kits::MessageOf(content);
+}
+
+void BClipboard::Store::TellChanged(const char* name)
+{
+    count++;
+    BMessage change(B_CLIPBOARD_CHANGED);
+    change.AddString("be:clipboard", name);
+    std::vector<BMessenger> told;
+    {
+        const kits::MutexLock guard(watchLock);
+        told = watchers;
+    }
+    for (const BMessenger& watcher : told) {
+        watcher.SendMessage(&change);
     }
 }
 
@@ -127,7 +158,6 @@ uint32 BClipboard::LocalCount() const
 
 uint32 BClipboard::SystemCount() const
 {
-    const BAutolock lock(fStore->lock);
     return fStore->count;
 }
 
@@ -137,14 +167,14 @@ status_t BClipboard::StartWatching(BMessenger target)
         return B_BAD_VALUE;
     }
     StopWatching(target);
-    const BAutolock lock(fStore->lock);
+    const kits::MutexLock guard(fStore->watchLock);
     fStore->watchers.push_back(target);
     return B_OK;
 }
 
 status_t BClipboard::StopWatching(BMessenger target)
 {
-    const BAutolock lock(fStore->lock);
+    const kits::MutexLock guard(fStore->watchLock);
     return std::erase(fStore->watchers, target) > 0 ? B_OK : B_BAD_VALUE;
 }
 
@@ -189,18 +219,42 @@ status_t BClipboard::Commit()
     store.Fetch();
     store.committed = store.data;
     store.source = be_app_messenger;
-    store.count++;
     const kits::ClipboardHooks& hooks = kits::GetClipboardHooks();
-    if (store.isDesktops && hooks.offer != nullptr) {
+    if (store.isDesktops && hooks.offerEntries != nullptr &&
+        store.data.HasData("refs", B_REF_TYPE)) {
+        store.offer = hooks.offerEntries(std::make_shared<const BMessage>(store.data));
+    } else if (store.isDesktops && hooks.offer != nullptr) {
         store.offer = hooks.offer(kits::ClipboardKind::kClipboard,
                                   kits::SharedText(std::string(kits::TextOf(store.data))));
     }
-    BMessage change(B_CLIPBOARD_CHANGED);
-    change.AddString("be:clipboard", Name());
-    // Posting takes no lock of ours, and waits for nobody.
-    for (const BMessenger& watcher : store.watchers) {
-        watcher.SendMessage(&change);
+    store.TellChanged(Name()); // posting takes no lock of ours, and waits for nobody
+    return B_OK;
+}
+
+status_t BClipboard::SendData(const BMessenger& target, uint32 what) const
+{
+    if (!target.IsValid()) {
+        return B_BAD_VALUE;
     }
+    const auto send = [target, what](BMessage data) {
+        data.what = what;
+        target.SendMessage(&data);
+    };
+    const kits::ClipboardHooks& hooks = kits::GetClipboardHooks();
+    kits::ClipboardContent own;
+    const bool isElsewhere = fStore->isDesktops && hooks.fetchEntries != nullptr &&
+                             !hooks.peek(kits::ClipboardKind::kClipboard, &own);
+    if (isElsewhere) {
+        return kits::StartDetached("clipboard", [send, fetch = hooks.fetchEntries] {
+            const kits::ClipboardContent content = fetch();
+            if (content.isOwnerSilent) {
+                beep();
+            }
+            send(kits::MessageOf(content));
+        });
+    }
+    const BAutolock lock(fStore->lock);
+    send(fStore->committed);
     return B_OK;
 }
 
@@ -213,6 +267,11 @@ status_t BClipboard::Revert()
     fStore->isFetched = false;
     fStore->Fetch();
     return B_OK;
+}
+
+void BClipboard::Replaced()
+{
+    fStore->TellChanged(Name());
 }
 
 BMessenger BClipboard::DataSource() const
@@ -237,3 +296,8 @@ BMessage* BClipboard::Data() const
 
 // Never destroyed: other statics may use it to the end.
 BClipboard* const be_clipboard = new BClipboard("system");
+
+void kits::ClipboardReplaced()
+{
+    be_clipboard->Replaced();
+}

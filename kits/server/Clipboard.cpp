@@ -1,16 +1,20 @@
+#include "Clipboard.h"
+#include "OfferedData.h"
 #include "SelectionReader.h"
 #include "WindowServer.h"
 
 #include "app/ClipboardHooks.h"
+#include "storage/FileAddresses.h"
+
+#include <AppDefs.h>
+#include <Message.h>
 
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QMetaType>
 #include <QMimeData>
-#include <QStringList>
-#include <QVariant>
 
 #include <atomic>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -19,35 +23,6 @@
 namespace kits {
 
 namespace {
-
-constexpr char kTextType[] = "text/plain";
-
-/// What this program offers. Bytes that are not UTF-8 stay as they are within the program; for
-/// others the text is converted when they ask for it.
-class OfferedData : public QMimeData
-{
-public:
-    OfferedData(SharedText text, uint64 offer) : fText(std::move(text)), fOffer(offer) {}
-    const SharedText& Text() const { return fText; }
-    uint64 Offer() const { return fOffer; }
-
-    // QMimeData
-    bool hasFormat(const QString& type) const override { return type == QLatin1String(kTextType); }
-    QStringList formats() const override { return {QString::fromLatin1(kTextType)}; }
-
-protected:
-    QVariant retrieveData(const QString& type, QMetaType) const override
-    {
-        const std::string_view text = fText.View();
-        return hasFormat(type)
-                   ? QVariant(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())))
-                   : QVariant();
-    }
-
-private:
-    SharedText fText;
-    uint64 fOffer;
-};
 
 QClipboard::Mode ModeOf(ClipboardKind kind)
 {
@@ -59,15 +34,31 @@ bool IsSupported(ClipboardKind kind)
     return kind != ClipboardKind::kPrimary || QGuiApplication::clipboard()->supportsSelection();
 }
 
-uint64 Offer(ClipboardKind kind, SharedText text)
+uint64 NextOffer()
 {
     static std::atomic<uint64> last{0};
-    const uint64 offer = ++last;
+    return ++last;
+}
+
+uint64 Offer(ClipboardKind kind, SharedText text)
+{
+    const uint64 offer = NextOffer();
     WindowServer::Get().Post([kind, offer, text = std::move(text)]() mutable {
         if (IsSupported(kind)) {
             QGuiApplication::clipboard()->setMimeData(new OfferedData(std::move(text), offer),
                                                       ModeOf(kind)); // adopted
         }
+    });
+    return offer;
+}
+
+uint64 OfferEntries(std::shared_ptr<const BMessage> data)
+{
+    const uint64 offer = NextOffer();
+    const bool isCut = data->GetInt32("be:actions", B_COPY_TARGET) == B_MOVE_TARGET;
+    const OfferedData::Mark mark = isCut ? OfferedData::Mark::kCut : OfferedData::Mark::kCopied;
+    WindowServer::Get().Post([offer, mark, files = OfferedFiles::Of(*data)] {
+        QGuiApplication::clipboard()->setMimeData(new OfferedData(files, mark, offer)); // adopted
     });
     return offer;
 }
@@ -83,7 +74,8 @@ bool Peek(ClipboardKind kind, ClipboardContent* content)
             dynamic_cast<const OfferedData*>(QGuiApplication::clipboard()->mimeData(ModeOf(kind)));
         isKnown = own != nullptr;
         if (own != nullptr) {
-            *content = {own->Text(), own->Offer()};
+            content->text = own->Text();
+            content->offer = own->Offer();
         }
     });
     return isKnown;
@@ -115,11 +107,70 @@ ClipboardContent Fetch(ClipboardKind kind, const std::atomic<bool>* isCancelled)
     return content;
 }
 
+// The toolkit's way, where windows wait for the desktop's own server at most.
+SelectionFiles FilesFromToolkit()
+{
+    SelectionFiles files;
+    WindowServer::Get().Call([&] {
+        const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+        if (data == nullptr) {
+            return;
+        }
+        files.addresses = data->data(QStringLiteral("x-special/gnome-copied-files")).toStdString();
+        files.areCut = files.addresses.starts_with("cut");
+        if (files.addresses.empty()) {
+            files.addresses = data->data(QStringLiteral("text/uri-list")).toStdString();
+            files.areCut =
+                data->data(QStringLiteral("application/x-kde-cutselection")).startsWith('1');
+        }
+        if (files.addresses.empty()) {
+            files.text = data->text().toStdString();
+        }
+    });
+    return files;
+}
+
+ClipboardContent FetchEntries()
+{
+    ClipboardContent content;
+    if (Peek(ClipboardKind::kClipboard, &content)) {
+        return content;
+    }
+    SelectionFiles files =
+        IsOnX11() ? ReadSelectionFiles(nullptr, ClipboardKind::kClipboard, SelectionLimits())
+                  : FilesFromToolkit();
+    content.isOwnerSilent = files.state == SelectionText::State::kSilent;
+    content.text = SharedText(std::move(files.text));
+    auto entries = std::make_shared<BMessage>();
+    AddRefsOfAddresses(files.addresses, entries.get());
+    if (entries->HasRef("refs")) {
+        entries->AddInt32("be:actions", files.areCut ? B_MOVE_TARGET : B_COPY_TARGET);
+        content.entries = std::move(entries);
+    }
+    return content;
+}
+
 [[maybe_unused]] const bool sIsRegistered = [] {
-    SetClipboardHooks({Offer, Peek, Fetch});
+    ClipboardHooks hooks;
+    hooks.offer = Offer;
+    hooks.offerEntries = OfferEntries;
+    hooks.peek = Peek;
+    hooks.fetch = Fetch;
+    hooks.fetchEntries = FetchEntries;
+    SetClipboardHooks(hooks);
     return true;
 }();
 
 } // namespace
+
+void WatchClipboard()
+{
+    QObject::connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, qGuiApp, [] {
+        const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+        if (dynamic_cast<const OfferedData*>(data) == nullptr) {
+            ClipboardReplaced();
+        }
+    });
+}
 
 } // namespace kits

@@ -338,16 +338,7 @@ void InputDispatcher::TellActivation()
 bool InputDispatcher::WindowLeaves(int32 token)
 {
     const InputRouter::Leaving leaving = fRouter.WillLeave(token, system_time());
-    for (uint32 button = 1; button != 0 && button <= leaving.buttons; button <<= 1) {
-        if ((leaving.buttons & button) == 0) {
-            continue;
-        }
-        auto message = MouseMessage(B_MOUSE_UP, token, QCursor::pos());
-        message->ReplaceInt32("buttons",
-                              static_cast<int32>(leaving.buttons & ~((button << 1) - 1)));
-        message->AddInt32("button", static_cast<int32>(button));
-        Post(token, std::move(message));
-    }
+    PostReleases(token, leaving.buttons);
     if (fGrabber == token) {
         GiveGrabBack();
     }

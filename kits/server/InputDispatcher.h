@@ -65,6 +65,12 @@ public:
     /// whether the system's focus was asked to follow.
     bool WindowLeaves(int32 token);
     void SetCapture(const NativeWindow& window, bool on);
+    /// What was dragged from the window has arrived, or not: the presses that began it end.
+    void DragEnded(int32 window, uint32 buttons);
+    /// Where the pointer is while something is dragged.
+    void PointerSeen(QPoint onScreen, Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers);
+    /// A message of the pointer to that window.
+    std::unique_ptr<BMessage> MouseMessage(uint32 what, int32 target, QPoint onScreen) const;
     /// Clicks of a double click are counted anew.
     void ResetClicks() { fClicks.Reset(); }
     /// Passes on what was asked of shown windows while another one kept input from them.
@@ -85,10 +91,10 @@ private:
     enum class Alt : uint8 { kAlone, kOther };
     void ModifiersSeen(int32 target, uint32 modifiers, Alt alt = Alt::kOther);
     void PointerModifiersSeen(Qt::KeyboardModifiers modifiers);
+    void PostReleases(int32 window, uint32 buttons) const;
     void PressMouse(int32 native, const QMouseEvent& event);
     void ReleaseMouse(int32 native, const QMouseEvent& event);
     void MoveMouse(int32 native, QPoint onScreen, int32 transit);
-    std::unique_ptr<BMessage> MouseMessage(uint32 what, int32 target, QPoint onScreen) const;
     void GiveGrabBack();
     bigtime_t EventTime() const;
     void TellActivation();

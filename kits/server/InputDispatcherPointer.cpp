@@ -74,11 +74,17 @@ std::unique_ptr<BMessage> InputDispatcher::MouseMessage(uint32 what, int32 targe
     return message;
 }
 
+void InputDispatcher::PointerSeen(QPoint onScreen, Qt::MouseButtons buttons,
+                                  Qt::KeyboardModifiers modifiers)
+{
+    RememberPointer(onScreen, ButtonsFrom(buttons));
+    PointerModifiersSeen(modifiers);
+}
+
 void InputDispatcher::Mouse(int32 native, const QMouseEvent& event)
 {
     const QPoint onScreen = PixelOf(event.globalPosition());
-    RememberPointer(onScreen, ButtonsFrom(event.buttons()));
-    PointerModifiersSeen(event.modifiers());
+    PointerSeen(onScreen, event.buttons(), event.modifiers());
     if (event.type() != QEvent::MouseMove) {
         fLoneAlt.Disturb();
     }
@@ -136,6 +142,26 @@ void InputDispatcher::ReleaseMouse(int32 native, const QMouseEvent& event)
     }
 }
 
+// The releases of buttons whose own will never come.
+void InputDispatcher::PostReleases(int32 window, uint32 buttons) const
+{
+    for (uint32 button = 1; button != 0 && button <= buttons; button <<= 1) {
+        if ((buttons & button) == 0) {
+            continue;
+        }
+        auto message = MouseMessage(B_MOUSE_UP, window, QCursor::pos());
+        message->ReplaceInt32("buttons", static_cast<int32>(buttons & ~((button << 1) - 1)));
+        message->AddInt32("button", static_cast<int32>(button));
+        Post(window, std::move(message));
+    }
+}
+
+void InputDispatcher::DragEnded(int32 window, uint32 buttons)
+{
+    fClicks.Reset();
+    PostReleases(window, buttons);
+}
+
 void InputDispatcher::MoveMouse(int32 native, QPoint onScreen, int32 transit)
 {
     const int32 target = fRouter.MouseMoved(native);
@@ -158,8 +184,7 @@ void InputDispatcher::Wheel(int32 native, const QWheelEvent& event)
     fClicks.Reset();
     fLoneAlt.Disturb();
     const QPoint onScreen = PixelOf(event.globalPosition());
-    RememberPointer(onScreen, ButtonsFrom(event.buttons()));
-    PointerModifiersSeen(event.modifiers());
+    PointerSeen(onScreen, event.buttons(), event.modifiers());
     const int32 target = fRouter.WheelTurned(native);
     if (target == 0) {
         fWheel.Reset();

@@ -17,7 +17,10 @@
 // B_MOUSE_MOVED              "where", "screen_where", "buttons", "modifiers"; "be:transit" (int32:
 //                            B_ENTERED_VIEW, B_INSIDE_VIEW, B_EXITED_VIEW of the native window;
 //                            views work out their own). At most one is waiting in a queue behind a
-//                            press or release.
+//                            press or release. While something is dragged, "kits:drag" (int32)
+//                            names it: see DraggedMessage
+// what is dropped            the dragged message itself, or B_SIMPLE_DATA with "refs" from another
+//                            program; "be:actions" (int32): B_COPY_TARGET or B_MOVE_TARGET
 // B_MOUSE_WHEEL_CHANGED      "be:wheel_delta_x", "be:wheel_delta_y" (float, whole text lines: the
 //                            desktop's lines per notch are counted in already; down and right
 //                            positive), "where", "screen_where", "modifiers"

@@ -3,6 +3,7 @@
 #include "ShowRequest.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kits {
 
@@ -418,6 +419,11 @@ int32 InputRouter::MouseReleased(int32, uint32 button)
         fPressOwner = 0;
     }
     return fCapture != 0 ? fCapture : owner;
+}
+
+InputRouter::Press InputRouter::DragBegins()
+{
+    return {std::exchange(fPressOwner, 0), std::exchange(fPressButtons, 0)};
 }
 
 int32 InputRouter::WheelTurned(int32 native) const

@@ -96,6 +96,14 @@ public:
     int32 MouseMoved(int32 native) const;
     int32 MouseReleased(int32 native, uint32 button);
     int32 WheelTurned(int32 native) const;
+    struct Press
+    {
+        int32 window = 0;   // that owns it; 0: none
+        uint32 buttons = 0; // held
+    };
+    /// What is held begins to drag something: its moves and releases belong to where the pointer
+    /// is. Returns what ends by that.
+    Press DragBegins();
     /// All mouse events go to `window` until it is 0 again.
     void SetCapture(int32 window) { fCapture = window; }
     int32 Capture() const { return fCapture; }

@@ -42,6 +42,7 @@ struct Published
 {
     InputMethodState inputMethod;
     std::shared_ptr<const AccessibleNode> root; // null while nobody listens
+    std::vector<BRect> dropAreas;               // where entries may be dropped; window units
 };
 
 } // namespace kits

@@ -63,21 +63,12 @@ public:
 
     SelectionText Read(ClipboardKind kind)
     {
-        if (xcb_connection_has_error(Connection()) != 0) {
-            return {};
-        }
-        const xcb_atom_t selection =
-            kind == ClipboardKind::kPrimary ? xcb_atom_t{XCB_ATOM_PRIMARY} : Atom("CLIPBOARD");
-        if (!HasOwner(selection)) {
-            return {};
-        }
-        fProperty = Atom("NORVANE_TEXT");
-        fIncremental = Atom("INCR");
-        MakeWindow();
         SelectionText text;
+        if (!Begin(kind)) {
+            return text;
+        }
         for (const char* type : {"UTF8_STRING", "text/plain;charset=utf-8", "STRING"}) {
-            fBytes.clear();
-            text.state = Take(selection, Atom(type));
+            text.state = TakeType(type);
             if (text.state == State::kNone) {
                 continue; // it has nothing of that type
             }
@@ -90,8 +81,56 @@ public:
         return text;
     }
 
+    SelectionFiles ReadFiles(ClipboardKind kind)
+    {
+        SelectionFiles files;
+        if (!Begin(kind)) {
+            return files;
+        }
+        files.state = TakeType("x-special/gnome-copied-files");
+        if (files.state == State::kRead) {
+            files.addresses = std::move(fBytes);
+            files.areCut = files.addresses.starts_with("cut");
+            return files;
+        }
+        if (files.state == State::kNone) {
+            files.state = TakeType("text/uri-list");
+        }
+        if (files.state == State::kRead) {
+            files.addresses = std::move(fBytes);
+            files.areCut = TakeType("application/x-kde-cutselection") == State::kRead &&
+                           fBytes.starts_with('1');
+        }
+        return files;
+    }
+
 private:
     xcb_connection_t* Connection() const { return fConnection.get(); }
+
+    // Whether there is anybody to ask.
+    bool Begin(ClipboardKind kind)
+    {
+        if (xcb_connection_has_error(Connection()) != 0) {
+            return false;
+        }
+        fSelection =
+            kind == ClipboardKind::kPrimary ? xcb_atom_t{XCB_ATOM_PRIMARY} : Atom("CLIPBOARD");
+        if (!HasOwner(fSelection)) {
+            return false;
+        }
+        if (fWindow == xcb_window_t{XCB_WINDOW_NONE}) {
+            fProperty = Atom("NORVANE_TEXT");
+            fIncremental = Atom("INCR");
+            MakeWindow();
+        }
+        return true;
+    }
+
+    State TakeType(const char* type)
+    {
+        fBytes.clear();
+        return Take(fSelection, Atom(type));
+    }
 
     xcb_atom_t Atom(const char* name)
     {
@@ -240,6 +279,7 @@ private:
     const std::atomic<bool>* const fCancelled;
     const bigtime_t fFirstDeadline;
     const bigtime_t fDeadline;
+    xcb_atom_t fSelection = XCB_ATOM_NONE;
     xcb_window_t fWindow = XCB_WINDOW_NONE;
     xcb_atom_t fProperty = XCB_ATOM_NONE;
     xcb_atom_t fIncremental = XCB_ATOM_NONE;
@@ -253,6 +293,19 @@ SelectionText ReadSelection(const char* display, ClipboardKind kind, const Selec
                             const std::atomic<bool>* isCancelled)
 {
     return Reading(display, limits, isCancelled).Read(kind);
+}
+
+SelectionFiles ReadSelectionFiles(const char* display, ClipboardKind kind,
+                                  const SelectionLimits& limits)
+{
+    Reading reading(display, limits, nullptr);
+    SelectionFiles files = reading.ReadFiles(kind);
+    if (files.state == SelectionText::State::kNone) {
+        SelectionText text = reading.Read(kind);
+        files.state = text.state;
+        files.text = std::move(text.bytes);
+    }
+    return files;
 }
 
 } // namespace kits

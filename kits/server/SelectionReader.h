@@ -29,10 +29,23 @@ struct SelectionText
     std::string bytes; // UTF-8; empty unless kRead
 };
 
+/// What another program's file manager put there.
+struct SelectionFiles
+{
+    SelectionText::State state = SelectionText::State::kNone;
+    std::string addresses; // lines; some may be no addresses
+    bool areCut = false;   // they are to be moved
+    std::string text;      // where there are no files; UTF-8
+};
+
 /// Reads the text of an X selection over a connection of its own, so that only the calling thread
 /// waits for the owner: the toolkit's way stops the thread of all windows. `display` as
 /// xcb_connect() takes it; null for the usual one. `isCancelled` may be null. Thread: any.
 SelectionText ReadSelection(const char* display, ClipboardKind kind, const SelectionLimits& limits,
                             const std::atomic<bool>* isCancelled);
+
+/// The same for files, or text where there are none.
+SelectionFiles ReadSelectionFiles(const char* display, ClipboardKind kind,
+                                  const SelectionLimits& limits);
 
 } // namespace kits

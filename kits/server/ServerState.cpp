@@ -1,5 +1,6 @@
 #include "ServerState.h"
 
+#include "Clipboard.h"
 #include "NativeWindow.h"
 #include "ScreenInfo.h"
 #include "Surface.h"
@@ -40,7 +41,7 @@ bool GivesFocusUnasked()
 
 ServerState::ServerState()
     : order(windows, router, !GivesFocusUnasked()), departures(router),
-      input(windows, router, order, departures, CanGrabMouse()),
+      input(windows, router, order, departures, CanGrabMouse()), drags(windows, router, input),
       showing(windows, router, order, input, departures, GivesFocusUnasked())
 {
     sState = this;
@@ -53,6 +54,7 @@ ServerState::ServerState()
                      [this](QWindow* window) { input.FocusChanged(window); });
     qGuiApp->installEventFilter(this);
     WatchScreens();
+    WatchClipboard();
     ServerState::accessibilityActiveChanged(QAccessible::isActive());
     QAccessible::installActivationObserver(this);
 }
@@ -80,15 +82,26 @@ void ServerState::accessibilityActiveChanged(bool active)
     }
 }
 
-// The session ends. Left to itself the toolkit would ask the native windows to close, and those say
-// no for themselves.
 bool ServerState::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != qGuiApp || event->type() != QEvent::Quit) {
+    switch (event->type()) {
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::DragLeave:
+    case QEvent::Drop: {
+        const NativeWindow* window = windows.Find(qobject_cast<QWindow*>(watched));
+        return window != nullptr && drags.Handle(window->Token(), *event);
+    }
+    case QEvent::Quit:
+        // The session ends. Left to itself the toolkit would ask the native windows to close, and
+        // those say no for themselves.
+        if (watched == qGuiApp) {
+            ProgramEnd::Request();
+        }
+        return watched == qGuiApp;
+    default:
         return false;
     }
-    ProgramEnd::Request();
-    return true;
 }
 
 void ServerState::WatchScreens()

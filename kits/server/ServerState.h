@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Departures.h"
+#include "DragAndDrop.h"
 #include "InputDispatcher.h"
 #include "InputRouter.h"
 #include "Showing.h"
@@ -32,6 +33,7 @@ public:
     WindowOrder order;
     Departures departures;
     InputDispatcher input;
+    DragAndDrop drags;
     Showing showing;
     ThemeIcons icons;
 

@@ -1,5 +1,6 @@
 #include "WindowLink.h"
 
+#include "DragRequest.h"
 #include "FrontImage.h"
 #include "NativeWindow.h"
 #include "ServerState.h"
@@ -86,6 +87,13 @@ void WindowLink::Publish(std::shared_ptr<const Published> published)
 {
     WindowServer::Get().Post(
         [native = fNative, published = std::move(published)] { native->Publish(published); });
+}
+
+void WindowLink::Drag(DragRequest request)
+{
+    WindowServer::Get().Post([request = std::move(request)]() mutable {
+        ServerState::Get().drags.Start(std::move(request));
+    });
 }
 
 float WindowLink::Scale() const

@@ -14,6 +14,7 @@ namespace kits {
 
 class FrontImage;
 class NativeWindow;
+struct DragRequest;
 struct Published;
 
 /// A window's end of its native window. The native window is made by the first Show().
@@ -50,6 +51,8 @@ public:
     /// The pointer's shape over this window; an arrow until told otherwise.
     void SetCursor(PointerShape shape);
     void Publish(std::shared_ptr<const Published> published);
+    /// Drags something from this window, while a button is held on it.
+    void Drag(DragRequest request);
 
     FrontImage& Front() { return *fFront; }
     /// Where the screen puts what kFrameChanged tells of.

@@ -121,6 +121,26 @@ void PressMouseAt(BPoint screen, uint32 button = B_PRIMARY_MOUSE_BUTTON, uint32 
 void MoveMouseAt(BPoint screen, uint32 modifiers = 0);
 void ReleaseMouseAt(BPoint screen, uint32 button = B_PRIMARY_MOUSE_BUTTON, uint32 modifiers = 0);
 
+// Dragging. What is dragged takes the mouse's moves and its release once WaitForDrag() says so.
+
+/// Waits until something is dragged from a window of ours, or (`isOn` false) until nothing is.
+bool WaitForDrag(bool isOn = true, bigtime_t limit = kLimit);
+
+/// Waits until the server knows that so many areas of the window take drops: it is told with frames.
+bool WaitForDropAreas(BWindow* window, int32 count, bigtime_t limit = kLimit);
+/// What another program lets happen to what it drags; any sum.
+enum : uint32 { kMayCopy = 1, kMayMove = 2, kMayLink = 4 };
+/// Drags files, as a text/uri-list names them, over a point of the view; the first action that may
+/// happen is proposed unless `modifiers` say another. Returns what was agreed to: one of the
+/// actions, or 0 when nothing may be dropped there.
+uint32 DragForeign(BView* view, BPoint where, const char* addresses, uint32 actions = kMayCopy,
+                   uint32 modifiers = 0);
+/// Drops them there, and returns what the other program is told that happened.
+uint32 DropForeign(BView* view, BPoint where, const char* addresses, uint32 actions = kMayCopy,
+                   uint32 modifiers = 0);
+/// Drags them out of the windows again, or gives up.
+void LeaveForeign(BView* view);
+
 // Windows
 
 /// What the close button of the window's frame does.

@@ -1,4 +1,5 @@
 #include "Driver.h"
+#include "Native.h"
 
 #include "interface/graphics/FontAccess.h"
 #include "kernel/Mutex.h"
@@ -28,6 +29,7 @@ HeadlessApplication::HeadlessApplication()
 HeadlessApplication::HeadlessApplication(const std::function<BApplication*()>& make)
     : fState(std::make_unique<State>())
 {
+    UseSyntheticDrags();
     State& state = *fState;
     state.thread = std::thread([&state, make] {
         BApplication* application = make();

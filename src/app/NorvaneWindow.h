@@ -64,6 +64,7 @@ private:
 
     // Commands (WindowCommands.cpp); each does nothing without the pane it needs
     void TellPane(void (DirPane::*order)());
+    void TellList(BMessage& command);
     void TextTyped(const BMessage& message);
     void DoAboutBox();
     void DoNewFolder();

@@ -103,6 +103,18 @@ const NorvaneWindow::Answer NorvaneWindow::kCommands[] = {
      [](auto& window, auto&) {
          window.Default();
      }},
+    {B_COPY,
+     [](auto& window, auto& command) {
+         window.TellList(command);
+     }},
+    {B_CUT,
+     [](auto& window, auto& command) {
+         window.TellList(command);
+     }},
+    {B_PASTE,
+     [](auto& window, auto& command) {
+         window.TellList(command);
+     }},
     {kStopOperation,
      [](auto& window, auto&) {
          Operations::AskToStop(BMessenger(nullptr, &window));
@@ -207,6 +219,13 @@ void NorvaneWindow::TellPane(void (DirPane::*order)())
 {
     if (DirPane* pane = GetFocusedPane()) {
         (pane->*order)();
+    }
+}
+
+void NorvaneWindow::TellList(BMessage& command)
+{
+    if (const DirPane* pane = GetFocusedPane()) {
+        pane->GetDirView()->MessageReceived(&command);
     }
 }
 

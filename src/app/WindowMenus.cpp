@@ -1,6 +1,7 @@
 #include "app/MenuTable.h"
 #include "app/NorvaneWindow.h"
 
+#include <AppDefs.h>
 #include <Menu.h>
 #include <MenuBar.h>
 #include <MenuItem.h>
@@ -36,6 +37,10 @@ void NorvaneWindow::CreateMenus()
         bar->AddItem(BuildMenu(column, this));
     }
     AddChild(bar);
+    // What every desktop offers without a menu; text fields take these keys themselves.
+    AddShortcut('c', 0, new BMessage(B_COPY));
+    AddShortcut('x', 0, new BMessage(B_CUT));
+    AddShortcut('v', 0, new BMessage(B_PASTE));
 }
 
 } // namespace norvane

@@ -1,6 +1,7 @@
 #include "panes/DirListItem.h"
 
 #include "panes/DatePattern.h"
+#include "panes/EntryClipboard.h"
 #include "panes/RowIcons.h"
 #include "panes/RowTexts.h"
 
@@ -273,8 +274,8 @@ void DirListItem::SetBitmap(std::unique_ptr<BBitmap> own, const BBitmap* shared)
     fIcon = fOwnsIcon ? own.release() : shared;
 }
 
-/// In a list that a window shows nobody waits for the disk: a likely icon is shown until another one
-/// is found.
+/// In a list that a window shows nobody waits for the disk: a likely icon is shown until another
+/// one is found.
 void DirListItem::LookForIcon(const BView* owner) const
 {
     fHasLookedForIcon = true;
@@ -329,6 +330,7 @@ void DirListItem::DrawItemColumn(BView* owner, BRect rect, int32 columnIndex, bo
     constexpr rgb_color kRed = {255, 0, 0, 255};
     constexpr rgb_color kBlack = {0, 0, 0, 255};
     constexpr float kTextInset = 2;
+    constexpr uint8 kCutVeil = 150;
 
     const rgb_color background = IsSelected() ? kSelected : kWhite;
     owner->SetLowColor(background);
@@ -347,6 +349,13 @@ void DirListItem::DrawItemColumn(BView* owner, BRect rect, int32 columnIndex, bo
     } else {
         owner->SetHighColor(fIsMarked ? kRed : kBlack);
         owner->DrawString(Text(columnIndex), BPoint(rect.left + kTextInset, rect.top + fBaseline));
+    }
+    if (EntryClipboard::IsCut(fRef)) {
+        // It is still there, but on its way.
+        owner->SetDrawingMode(B_OP_ALPHA);
+        owner->SetHighColor(background.red, background.green, background.blue, kCutVeil);
+        owner->FillRect(rect);
+        owner->SetDrawingMode(B_OP_COPY);
     }
     owner->ConstrainClippingRegion(nullptr);
 }

@@ -10,7 +10,9 @@
 #include "settings/Numbers.h"
 #include "settings/Profile.h"
 
+#include <AppDefs.h>
 #include <Bitmap.h>
+#include <Clipboard.h>
 #include <Entry.h>
 #include <Font.h>
 #include <MessageRunner.h>
@@ -61,6 +63,10 @@ DirView::DirView(BRect frame, BScrollView** containerOut, const char* path, cons
                      B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE, B_SINGLE_SELECTION_LIST, false,
                      true, true, B_NO_BORDER, be_plain_font),
       fPane(parentPane), fNotifier(parentPane),
+      fDragOver(*this, fRows,
+                [this](const DirListItem& row, const BMessage& entries) {
+                    return TakesEntries(row, entries);
+                }),
       fListing(path != nullptr ? path : "/", fRows, fUpdates, fNotifier, *this)
 {
     *containerOut = Container();
@@ -87,6 +93,7 @@ void DirView::AttachedToWindow()
     ColumnListView::AttachedToWindow();
     fNotifier.Attached();
     fUpdates.SetList(BMessenger(this));
+    be_clipboard->StartWatching(BMessenger(this));
     if (!fIsFirstAttachment) {
         return;
     }
@@ -98,6 +105,7 @@ void DirView::AttachedToWindow()
 void DirView::DetachedFromWindow()
 {
     StopNodeMonitoring();
+    be_clipboard->StopWatching(BMessenger(this));
     ColumnListView::DetachedFromWindow();
 }
 
@@ -139,19 +147,36 @@ void DirView::KeyDown(const char* bytes, int32 byteCount)
     }
 }
 
+void DirView::Draw(BRect updateRect)
+{
+    ColumnListView::Draw(updateRect);
+    fDragOver.Draw();
+}
+
 void DirView::MouseDown(BPoint where)
 {
-    if (fGestures.Pressed(where, IndexOf(where), static_cast<uint32>(CurrentInt32("modifiers")),
-                          static_cast<uint32>(CurrentInt32("buttons")))) {
+    const auto buttons = static_cast<uint32>(CurrentInt32("buttons"));
+    const int32 index = IndexOf(where);
+    if (fGestures.Pressed(where, index, static_cast<uint32>(CurrentInt32("modifiers")), buttons)) {
         SetMouseEventMask(B_POINTER_EVENTS);
+    }
+    const DirListItem* row = RowAt(index);
+    const bool isChosen = row != nullptr && (row->IsMarked() || IsItemSelected(index));
+    if ((buttons & B_PRIMARY_MOUSE_BUTTON) == 0 && isChosen) {
+        MakeFocus(); // what is chosen stays so under any other button
+        return;
     }
     ColumnListView::MouseDown(where);
 }
 
 void DirView::MouseMoved(BPoint where, uint32 transit, const BMessage* dragged)
 {
-    fGestures.Moved(where);
+    const DirListItem* row = fGestures.Moved(where, static_cast<uint32>(CurrentInt32("buttons")));
+    fDragOver.Moved(where, transit, dragged);
     ColumnListView::MouseMoved(where, transit, dragged);
+    if (row != nullptr) {
+        StartDrag(fRows.IndexOf(row));
+    }
 }
 
 void DirView::MouseUp(BPoint where)
@@ -162,7 +187,7 @@ void DirView::MouseUp(BPoint where)
 
 bool DirView::InitiateDrag(BPoint, int32, bool)
 {
-    // A press that moves away never sweeps the selection along.
+    // StartDrag() does it; and a press that moves away never sweeps the selection along.
     return true;
 }
 
@@ -174,6 +199,7 @@ void DirView::RowsLeave(const std::vector<DirListItem*>& rows)
     for (const DirListItem* row : rows) {
         fGestures.Forget(row);
         fRename.Forget(row);
+        fDragOver.Forget(row);
     }
 }
 
@@ -182,6 +208,7 @@ void DirView::AllRowsLeave()
     fRename.Drop();
     fMeasure.Cancel();
     fGestures.ForgetAll();
+    fDragOver.ForgetAll();
     fMarks.ForgetAll();
     fUpdates.ForgetAll();
 }
@@ -333,6 +360,24 @@ void DirView::MessageReceived(BMessage* message)
         break;
     case kFolderIsBack:
         FolderIsBack(*message);
+        break;
+    case B_COPY:
+        CopyEntries();
+        break;
+    case B_CUT:
+        CutEntries();
+        break;
+    case B_PASTE:
+        PasteEntries();
+        break;
+    case kEntriesToPaste:
+        EntriesArrived(message);
+        break;
+    case B_CLIPBOARD_CHANGED:
+        ClipboardChanged();
+        break;
+    case kDragScroll:
+        fDragOver.Scroll();
         break;
     case kFolderMeasured:
         FolderMeasured(*message);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "clv/ColumnListView.h"
+#include "panes/DragOver.h"
 #include "panes/FolderMeasure.h"
 #include "panes/LiveUpdates.h"
 #include "panes/PaneGestures.h"
@@ -39,6 +40,8 @@ public:
     void WindowActivated(bool isActive) override;
     void MessageReceived(BMessage* message) override;
     void KeyDown(const char* bytes, int32 byteCount) override;
+    bool TakesDrops() const override { return true; }
+    void Draw(BRect updateRect) override;
     void MouseDown(BPoint where) override;
     void MouseMoved(BPoint where, uint32 transit, const BMessage* dragged) override;
     void MouseUp(BPoint where) override;
@@ -81,6 +84,11 @@ public:
     /// Asks, then deletes what is marked, else selected: into the Trash, or for good when the Trash
     /// is shown. An operation window does it.
     void Trash() override;
+    /// Puts what is marked, else selected, on the desktop's clipboard.
+    void CopyEntries();
+    void CutEntries();
+    /// Copies or moves what is on the clipboard to the place shown.
+    void PasteEntries();
     /// Makes a folder under a free name and opens its rename field.
     void DoNewFolder();
     void MkDir(const char* name);
@@ -158,7 +166,13 @@ private:
     void IconFound(const BMessage& message);
     void LookForFolder();
     void FolderIsBack(const BMessage& message);
+    void StartDrag(int32 index);
+    bool TakesEntries(const DirListItem& row, const BMessage& entries) const;
     void EntriesDropped(BMessage* message);
+    DropMeaning::Act TakeEntries(const BMessage& entries, const DirListItem* onto);
+    void EntriesArrived(BMessage* message);
+    std::unique_ptr<BMessage> ChosenEntries();
+    void ClipboardChanged();
     void StartOperation(const OperationRequest& request, BHandler* handler);
 
     BView* fPane; // the parent, may be null
@@ -168,12 +182,14 @@ private:
     PaneGestures fGestures{fRows, fMarks};
     PaneKeys fKeys{*this, fRows, fMarks, *this};
     RowRenaming fRename{*this, fRows};
+    DragOver fDragOver;
     LiveUpdates fUpdates{fRows};
     PaneListing fListing;
     FolderMeasure fMeasure;
 
     std::unique_ptr<BMessageRunner> fLooking; // while the folder shown is gone
-    std::string fNameToEdit; // of a folder that was asked for and is not listed yet
+    std::string fNameToEdit;   // of a folder that was asked for and is not listed yet
+    uint32 fCutGeneration = 0; // of the cut entries that were painted last
     bool fIsFirstAttachment = true;
     bool fIsTakingWidth = false; // a column width that the window passes on
     bool fShowsHeader = true;

@@ -2,10 +2,14 @@
 #include "fileops/windows/CopyWin.h"
 #include "panes/DeletionQuestion.h"
 #include "panes/DirView.h"
+#include "panes/EntryClipboard.h"
 #include "panes/NewName.h"
+#include "panes/RowIcons.h"
 #include "settings/MsgBox.h"
 
 #include <Alert.h>
+#include <AppDefs.h>
+#include <Bitmap.h>
 #include <FindDirectory.h>
 #include <Message.h>
 #include <Path.h>
@@ -39,6 +43,27 @@ std::vector<DirListItem*> WithoutParent(std::vector<DirListItem*> rows)
 {
     std::erase_if(rows, [](const DirListItem* row) { return row->IsParent(); });
     return rows;
+}
+
+constexpr BPoint kDragHotSpot(15, 8); // of the picture that is dragged
+
+bool HoldsRef(const BMessage& entries, const entry_ref& wanted)
+{
+    entry_ref ref;
+    for (int32 index = 0; entries.FindRef("refs", index, &ref) == B_OK; index++) {
+        if (ref == wanted) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Says in a program's own words what became of entries by the desktop's.
+void TakeAction(BMessage* entries)
+{
+    const bool isMove = entries->GetInt32("be:actions", B_COPY_TARGET) == B_MOVE_TARGET;
+    entries->RemoveName("TypeOfCopy");
+    entries->AddString("TypeOfCopy", isMove ? "Move" : "Copy");
 }
 
 } // namespace
@@ -266,16 +291,59 @@ void DirView::Trash()
     }
 }
 
-// Drops and operations
+// Drags, drops and operations
+
+void DirView::StartDrag(int32 index)
+{
+    const DirListItem* row = RowAt(index);
+    if (index <= 0 || row == nullptr) {
+        return;
+    }
+    // With nothing marked the row stands in for the marks.
+    const std::vector<DirListItem*> alone = {RowAt(index)};
+    const std::unique_ptr<BMessage> message(fMarks.IsEmpty()
+                                                ? fListing.Source().MessageFor(alone)
+                                                : std::unique_ptr<BMessage>(GetRefMsg(-1)));
+    if (message == nullptr) {
+        return;
+    }
+    message->AddString("Dragging", "true");
+    message->AddString("TypeOfCopy", "Copy");
+    const BBitmap* icon = Marks().Count() < 2 ? row->GetBitmap() : ManyFilesIcon();
+    DragMessage(message.get(), icon != nullptr ? new BBitmap(icon) : nullptr, B_OP_ALPHA,
+                kDragHotSpot); // adopted
+}
+
+/// A folder's row takes what is dropped on it, but for itself.
+bool DirView::TakesEntries(const DirListItem& row, const BMessage& entries) const
+{
+    return Mode() == kLocalMode && row.IsEnterable() && !row.IsParent() &&
+           !HoldsRef(entries, *row.GetRef());
+}
 
 void DirView::EntriesDropped(BMessage* message)
 {
-    // A message that no pointer carried here is for the place itself.
-    const DropMeaning meaning = fListing.Source().MeaningOf(*message, nullptr);
+    BMessage entries(*message);
+    const DirListItem* onto = nullptr;
+    if (message->WasDropped()) {
+        onto = RowAt(IndexOf(ConvertFromScreen(message->DropPoint())));
+        TakeAction(&entries);
+        if (onto != nullptr && HoldsRef(entries, *onto->GetRef())) {
+            return; // a row dropped on itself
+        }
+    }
+    if (TakeEntries(entries, onto) == DropMeaning::Act::kPassOn) {
+        ColumnListView::MessageReceived(message);
+    }
+}
+
+/// Does what entries mean that reached the list, on one of its rows or (null) for the place itself,
+/// and returns it.
+DropMeaning::Act DirView::TakeEntries(const BMessage& entries, const DirListItem* onto)
+{
+    const DropMeaning meaning = fListing.Source().MeaningOf(entries, onto);
     switch (meaning.act) {
     case DropMeaning::Act::kPassOn:
-        ColumnListView::MessageReceived(message);
-        break;
     case DropMeaning::Act::kIgnore:
         break;
     case DropMeaning::Act::kRefuse:
@@ -284,6 +352,55 @@ void DirView::EntriesDropped(BMessage* message)
     case DropMeaning::Act::kOperate:
         StartOperation(meaning.operation, fPane);
         break;
+    }
+    return meaning.act;
+}
+
+// The clipboard
+
+std::unique_ptr<BMessage> DirView::ChosenEntries()
+{
+    std::unique_ptr<BMessage> entries(GetRefMsg(-1));
+    return entries != nullptr && entries->HasRef("refs") ? std::move(entries) : nullptr;
+}
+
+void DirView::CopyEntries()
+{
+    if (const std::unique_ptr<BMessage> entries = ChosenEntries()) {
+        EntryClipboard::Copy(*entries);
+    }
+}
+
+void DirView::CutEntries()
+{
+    if (const std::unique_ptr<BMessage> entries = ChosenEntries()) {
+        EntryClipboard::Cut(*entries);
+    }
+}
+
+void DirView::PasteEntries()
+{
+    EntryClipboard::Ask(BMessenger(this));
+}
+
+void DirView::EntriesArrived(BMessage* message)
+{
+    if (!message->HasRef("refs")) {
+        return; // a text
+    }
+    message->what = kLocalEntries;
+    TakeAction(message);
+    if (TakeEntries(*message, nullptr) == DropMeaning::Act::kOperate) {
+        EntryClipboard::Pasted(*message);
+    }
+}
+
+void DirView::ClipboardChanged()
+{
+    EntryClipboard::Changed();
+    if (fCutGeneration != EntryClipboard::Generation()) {
+        fCutGeneration = EntryClipboard::Generation();
+        Invalidate();
     }
 }
 

@@ -25,7 +25,7 @@ bool PaneGestures::Pressed(BPoint where, int32 index, uint32 modifiers, uint32 b
         MarkWithShift(index);
         return false;
     }
-    fPress = Press{where, fRows.RowAt(index)};
+    fPress = Press{where, fRows.RowAt(index), isPrimary};
     if (fMarks.IsEmpty()) {
         fAnchor = fPress->row;
     }
@@ -53,18 +53,21 @@ void PaneGestures::MarkWithShift(int32 index)
     fMarks.Mark(std::min(anchor, index), std::max(anchor, index));
 }
 
-void PaneGestures::Moved(BPoint where)
+DirListItem* PaneGestures::Moved(BPoint where, uint32 buttons)
 {
-    if (fPress.has_value() && (std::fabs(where.x - fPress->where.x) > kDragDistance ||
-                               std::fabs(where.y - fPress->where.y) > kDragDistance)) {
-        fPress->isInPlace = false;
+    if (!fPress.has_value() || !fPress->isInPlace || buttons == 0 ||
+        (std::fabs(where.x - fPress->where.x) <= kDragDistance &&
+         std::fabs(where.y - fPress->where.y) <= kDragDistance)) {
+        return nullptr;
     }
+    fPress->isInPlace = false;
+    return fPress->row;
 }
 
 void PaneGestures::Released()
 {
     const std::optional<Press> press = std::exchange(fPress, std::nullopt);
-    if (press.has_value() && press->isInPlace) {
+    if (press.has_value() && press->isInPlace && press->isPrimary) {
         fMarks.Empty();
         fAnchor = press->row;
     }

@@ -20,7 +20,9 @@ public:
     /// A button went down over a row, or beside all rows (-1). True when the press is to be
     /// followed to its release, wherever the pointer goes.
     bool Pressed(BPoint where, int32 index, uint32 modifiers, uint32 buttons);
-    void Moved(BPoint where);
+    /// The pointer moved while these buttons were held. The row that is to be dragged from here on;
+    /// null for none.
+    DirListItem* Moved(BPoint where, uint32 buttons);
     void Released();
 
     /// Forgets a row that goes away.
@@ -33,6 +35,7 @@ private:
     {
         BPoint where;
         DirListItem* row = nullptr; // may be null; cleared when the row goes
+        bool isPrimary = true;      // another button clears no marks
         bool isInPlace = true;      // the pointer never left the square around the press
     };
 

@@ -65,8 +65,8 @@ const BBitmap* SharedIcon(const entry_ref& ref, mode_t mode)
     return icon.get();
 }
 
-/// Icons on their way from the thread that found them to a list, by number. What no list takes, as it
-/// is gone, stays: such icons are few.
+/// Icons on their way from the thread that found them to a list, by number. What no list takes, as
+/// it is gone, stays: such icons are few.
 class FoundIcons
 {
 public:

@@ -8,14 +8,21 @@
 
 class BMessage;
 
+namespace kits {
+void ClipboardReplaced();
+}
+
 /// Tells those that watch a clipboard that its data was replaced.
 constexpr uint32 B_CLIPBOARD_CHANGED = 'CLCH';
 
 /// Data that passes between programs, or under another name than "system" within this one.
 ///
 /// Between Lock() and Unlock() the data is this thread's alone. Data() holds "text/plain"
-/// (B_MIME_TYPE, UTF-8 without a final NUL); what this program committed comes back with all its
-/// fields while no other program has replaced it. Thread: any but the server's.
+/// (B_MIME_TYPE, UTF-8 without a final NUL), or files: "refs", and "be:actions" (int32), which is
+/// B_MOVE_TARGET when they were cut and B_COPY_TARGET when they were copied. Other programs get
+/// files as addresses, with the marks of the common desktops, and their paths as text. What this
+/// program committed comes back with all its fields while no other program has replaced it. Thread:
+/// any but the server's.
 class BClipboard
 {
 public:
@@ -31,8 +38,8 @@ public:
     uint32 LocalCount() const;
     /// The same: the data is fetched at each Lock().
     uint32 SystemCount() const;
-    /// Sends B_CLIPBOARD_CHANGED to `target` after each change made here. Errors: B_BAD_VALUE for a
-    /// target that is not valid.
+    /// Sends B_CLIPBOARD_CHANGED to `target` after each change, by whichever program. Errors:
+    /// B_BAD_VALUE for a target that is not valid.
     status_t StartWatching(BMessenger target);
     /// Ends that. Errors: B_BAD_VALUE when `target` was not watching.
     status_t StopWatching(BMessenger target);
@@ -45,6 +52,12 @@ public:
     void Unlock();
     /// Whether this thread holds the lock.
     bool IsLocked() const;
+
+    /// An extension of the platform. Sends `target` a message of that code with what Data() would
+    /// hold: another program is waited for by a thread of its own, as the disk is for its files,
+    /// and the clipboard is not locked meanwhile. One that does not answer is told by a beep, and
+    /// the message is empty. Errors: B_BAD_VALUE for a target that is not valid; B_NO_MORE_THREADS.
+    status_t SendData(const BMessenger& target, uint32 what) const;
 
     // Locked
 
@@ -62,7 +75,10 @@ public:
     BMessage* Data() const;
 
 private:
+    friend void kits::ClipboardReplaced();
     struct Store;
+
+    void Replaced();
 
     std::string fName;
     std::shared_ptr<Store> fStore; // shared by all clipboards of that name

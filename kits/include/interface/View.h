@@ -8,6 +8,7 @@
 
 #include <vector>
 
+class BBitmap;
 class BCursor;
 class BMessage;
 class BRegion;
@@ -58,6 +59,8 @@ public:
     /// Called when a button is released inside the view, or anywhere while its event mask asks.
     virtual void MouseUp(BPoint where);
     /// Called when the pointer enters, moves in or leaves the view (`transit`: B_ENTERED_VIEW...).
+    /// While something is dragged `dragMessage` is that, else null; what another program drags is a
+    /// B_SIMPLE_DATA without fields until it is dropped. Ownership: borrowed for the call.
     virtual void MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage);
     /// Called when the window gets or loses the keyboard.
     virtual void WindowActivated(bool active);
@@ -82,6 +85,11 @@ public:
     /// Whether the key works in the view rather than as a shortcut, for the default button or for
     /// moving the focus: no, as here, but in views that edit text. An extension of the platform.
     virtual bool WantsKey(const BMessage& key) const;
+    /// Whether entries that are dragged may be dropped anywhere in the view: no, as here, for most.
+    /// What is dropped comes as a message that says WasDropped(), with "be:actions" (int32):
+    /// B_COPY_TARGET or B_MOVE_TARGET, whichever was agreed. Asked after each frame. An extension
+    /// of the platform.
+    virtual bool TakesDrops() const;
 
     // The tree
 
@@ -186,6 +194,16 @@ public:
     /// The same from a MouseDown until the last button is released.
     /// Errors: B_ERROR outside a MouseDown.
     status_t SetMouseEventMask(uint32 mask, uint32 options = 0);
+    /// Drags `message` (copied) from here, while a button is held, until that is released: then it
+    /// arrives where the pointer is, in this program as it is, in others its "refs" as files. Shown
+    /// at the pointer is a frame, or `bitmap` with the pointer at its `offset` (units; drawn with
+    /// its transparent parts but in B_OP_COPY). Replies go to `replyTo`, else to this view. Nothing
+    /// happens without a button, or while something else is dragged. Ownership: adopts `bitmap`.
+    void DragMessage(BMessage* message, BRect frame, BHandler* replyTo = nullptr);
+    void DragMessage(BMessage* message, BBitmap* bitmap, BPoint offset,
+                     BHandler* replyTo = nullptr);
+    void DragMessage(BMessage* message, BBitmap* bitmap, drawing_mode mode, BPoint offset,
+                     BHandler* replyTo = nullptr);
     /// Says where the pointer is, in this view's coordinates, and what buttons are down.
     void GetMouse(BPoint* location, uint32* buttons, bool checkMessageQueue = true);
     /// Sets what the pointer looks like over this view, and wherever it goes while this view has

@@ -116,6 +116,21 @@ private:
     std::unordered_map<const void*, int32> fSeen;
 };
 
+// Adds what of the view is seen within `visible` (window units), and takes drops.
+void AddDropAreas(const BView& view, BRect visible, std::vector<BRect>* areas)
+{
+    const BRect seen = InWindow(view, view.Bounds()) & visible;
+    if (ViewAccess::HidesItself(view) || !seen.IsValid()) {
+        return;
+    }
+    if (view.TakesDrops()) {
+        areas->push_back(seen);
+    }
+    for (const BView* child : ViewAccess::Children(view)) {
+        AddDropAreas(*child, seen, areas);
+    }
+}
+
 } // namespace
 
 std::shared_ptr<const AccessibleNode> DescribeWindow(BWindow& window)
@@ -132,13 +147,18 @@ void PublishIfChanged(BWindow& window, WindowState& state)
         return;
     }
     auto published = std::make_shared<Published>();
+    AddDropAreas(*state.host->Root(), window.Bounds(), &published->dropAreas);
+    const bool isOtherDrops = published->dropAreas != state.publishedDrops;
     const bool isEditing = DescribeInput(state.focus, &published->inputMethod);
     const bool isNews = isListened || isListenedAnew || isEditing || state.isTextPublished ||
-                        (state.publishedFocus != state.focus);
+                        (state.publishedFocus != state.focus) || isOtherDrops;
     state.publishedFrame = frame;
     state.publishedFocus = state.focus;
     if (!isNews) {
         return;
+    }
+    if (isOtherDrops) {
+        state.publishedDrops = published->dropAreas;
     }
     state.isTextPublished = isEditing;
     state.isTreePublished = isListened;

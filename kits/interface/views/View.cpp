@@ -119,6 +119,11 @@ bool BView::WantsKey(const BMessage& /*key*/) const
     return false;
 }
 
+bool BView::TakesDrops() const
+{
+    return false;
+}
+
 // The tree
 
 void BView::AddChild(BView* child, BView* before)

@@ -185,6 +185,10 @@ BHandler* BWindow::TargetOf(BMessage* message, BHandler* target)
     if (kits::IsKey(message->what) || message->what == B_INPUT_METHOD_EVENT) {
         return fState->focus != nullptr ? static_cast<BHandler*>(fState->focus) : this;
     }
+    if (message->WasDropped()) {
+        BView* view = kits::DropTarget(*fState, *message);
+        return view != nullptr ? static_cast<BHandler*>(view) : this;
+    }
     if (kits::IsMouse(message->what)) {
         BView* view = kits::MouseTarget(*fState, *message);
         return view != nullptr ? static_cast<BHandler*>(view) : this;

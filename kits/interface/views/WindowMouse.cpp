@@ -4,6 +4,8 @@
 #include "ViewState.h"
 #include "WindowState.h"
 
+#include "server/DraggedMessage.h"
+
 #include <AppDefs.h>
 #include <Message.h>
 #include <View.h>
@@ -61,11 +63,16 @@ uint32 TransitOf(bool was, bool is)
     return was ? B_EXITED_VIEW : B_OUTSIDE_VIEW;
 }
 
-void TellMoved(BView& view, BPoint where, bool isInside)
+void TellMoved(BView& view, BPoint where, bool isInside, const BMessage* dragged)
 {
     bool& was = ViewAccess::State(view).isPointerInside;
     const uint32 transit = TransitOf(std::exchange(was, isInside), isInside);
-    view.MouseMoved(InView(view, where), transit, nullptr);
+    view.MouseMoved(InView(view, where), transit, dragged);
+}
+
+bool IsDragging(const BMessage& message)
+{
+    return message.HasInt32("kits:drag");
 }
 
 void EndCapture(WindowState& state)
@@ -80,7 +87,8 @@ void EndCapture(WindowState& state)
 
 BView* MouseTarget(const WindowState& state, const BMessage& message)
 {
-    if (state.captured != nullptr && message.what != B_MOUSE_WHEEL_CHANGED) {
+    if (state.captured != nullptr && message.what != B_MOUSE_WHEEL_CHANGED &&
+        !IsDragging(message)) {
         return state.captured;
     }
     if (message.what == B_MOUSE_MOVED &&
@@ -113,22 +121,26 @@ void MouseUp(WindowState& state, const BMessage& message, BView* target)
 void MouseMoved(WindowState& state, const BMessage& message, BView* target)
 {
     const BPoint where = WhereOf(message);
-    if (state.captured != nullptr && message.GetInt32("buttons", 0) == 0) {
+    const std::shared_ptr<const BMessage> dragged =
+        DraggedMessage::Find(message.GetInt32("kits:drag", 0));
+    // What is dragged is over what lies below the pointer; who began it waits for the release.
+    BView* captured = IsDragging(message) ? nullptr : state.captured;
+    if (captured != nullptr && message.GetInt32("buttons", 0) == 0) {
         MouseUp(state, message, target); // the release itself got lost
         target = MouseTarget(state, message);
+        captured = state.captured;
     }
     const bool isLeaving = message.GetInt32("be:transit", B_INSIDE_VIEW) == B_EXITED_VIEW;
     BView* under = isLeaving ? nullptr : state.host->ViewAt(where);
     BView* left = std::exchange(state.pointed, under);
-    const bool isCaptured = state.captured != nullptr;
-    if (left != nullptr && left != under && left != state.captured &&
+    if (left != nullptr && left != under && left != captured &&
         (left->EventMask() & B_POINTER_EVENTS) == 0) {
         if (ViewAccess::State(*left).isPointerInside) {
-            TellMoved(*left, where, false);
+            TellMoved(*left, where, false, dragged.get());
         }
     }
-    Deliver(state, isCaptured ? state.captured : target,
-            [&state, where](BView& view) { TellMoved(view, where, state.pointed == &view); });
+    Deliver(state, captured != nullptr ? captured : target,
+            [&](BView& view) { TellMoved(view, where, state.pointed == &view, dragged.get()); });
     ShapePointer(state);
 }
 
@@ -141,6 +153,11 @@ void ShapePointer(WindowState& state)
         state.pointer = shape;
         state.host->Link().SetCursor(shape);
     }
+}
+
+BView* DropTarget(const WindowState& state, const BMessage& message)
+{
+    return state.host->ViewAt(message.DropPoint() - state.frame.LeftTop());
 }
 
 } // namespace kits

@@ -81,6 +81,7 @@ struct WindowState
     const BView* publishedFocus = nullptr; // compared only
     bool isTextPublished = false;
     bool isTreePublished = false;
+    std::vector<BRect> publishedDrops; // areas
     std::unordered_map<const void*, int32>
         thingIds; // of rows and menu items, for assistive programs
     int32 lastThing = 0;

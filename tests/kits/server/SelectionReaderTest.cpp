@@ -16,6 +16,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
+#include <map>
 #include <memory>
 #include <string>
 #include <thread>
@@ -112,14 +113,16 @@ enum class Manners {
     kTricklesForEver,
     kHasNoText,
     kHasOldTextOnly,
+    kHasTypes,
 };
 
 /// A program that owns the clipboard and answers as its manners are.
 class Owner
 {
 public:
-    Owner(const char* display, Manners manners)
-        : fConnection(xcb_connect(display, nullptr), &xcb_disconnect), fManners(manners)
+    Owner(const char* display, Manners manners, std::map<std::string, std::string> types = {})
+        : fConnection(xcb_connect(display, nullptr), &xcb_disconnect), fManners(manners),
+          fTypes(std::move(types))
     {
         for (int i = 0; i < 1'000 && xcb_connection_has_error(Connection()) != 0; ++i) {
             snooze(5'000);
@@ -132,6 +135,11 @@ public:
         xcb_set_selection_owner(Connection(), fWindow, Atom("CLIPBOARD"), XCB_CURRENT_TIME);
         Atom("INCR"); // a round trip: it is the owner now
         fThread = std::thread([this] { Serve(); });
+    }
+    /// One that has these bytes of these types.
+    Owner(const char* display, std::map<std::string, std::string> types)
+        : Owner(display, Manners::kHasTypes, std::move(types))
+    {
     }
     ~Owner()
     {
@@ -152,6 +160,20 @@ private:
         const xcb_atom_t atom = reply != nullptr ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
         std::free(reply);
         return atom;
+    }
+
+    std::string NameOf(xcb_atom_t atom)
+    {
+        const auto request = xcb_get_atom_name(Connection(), atom);
+        xcb_get_atom_name_reply_t* reply =
+            xcb_get_atom_name_reply(Connection(), request, nullptr);
+        std::string name;
+        if (reply != nullptr) {
+            name.assign(xcb_get_atom_name_name(reply),
+                        static_cast<size_t>(xcb_get_atom_name_name_length(reply)));
+        }
+        std::free(reply);
+        return name;
     }
 
     void Serve()
@@ -197,6 +219,12 @@ private:
         if (fManners == Manners::kHasNoText ||
             (fManners == Manners::kHasOldTextOnly && request.target != XCB_ATOM_STRING)) {
             answer.property = XCB_ATOM_NONE;
+        } else if (fManners == Manners::kHasTypes) {
+            const auto found = fTypes.find(NameOf(request.target));
+            answer.property = found != fTypes.end() ? request.property : xcb_atom_t{XCB_ATOM_NONE};
+            if (found != fTypes.end()) {
+                Put(found->second);
+            }
         } else if (fManners == Manners::kHasOldTextOnly) {
             Put("na\xefve");
         } else if (fManners == Manners::kGivesAtOnce) {
@@ -239,6 +267,7 @@ private:
 
     std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> fConnection;
     const Manners fManners;
+    const std::map<std::string, std::string> fTypes;
     xcb_window_t fWindow = XCB_WINDOW_NONE;
     xcb_selection_request_event_t fRequest = {};
     int fPartsTaken = 0;
@@ -265,6 +294,15 @@ protected:
             sServer->Name(), kits::ClipboardKind::kClipboard, kLimits, isCancelled);
         fTook = system_time() - start;
         return text;
+    }
+
+    kits::SelectionFiles ReadFiles()
+    {
+        const bigtime_t start = system_time();
+        kits::SelectionFiles files = kits::ReadSelectionFiles(
+            sServer->Name(), kits::ClipboardKind::kClipboard, kLimits);
+        fTook = system_time() - start;
+        return files;
     }
 
     // As of old, but shorter: a machine that does much else may take half a second for anything.
@@ -361,6 +399,54 @@ TEST_F(SelectionReaderTest, EndsSoonWhenNobodyWaitsAnyMore)
 
     EXPECT_EQ(Read(&isCancelled).state, State::kCancelled);
     EXPECT_LT(fTook, kLimits.firstBytes);
+}
+
+TEST_F(SelectionReaderTest, FilesMayBeMarkedInOneType)
+{
+    const Owner owner(sServer->Name(), {{"x-special/gnome-copied-files", "cut\nfile:///a"},
+                                        {"text/uri-list", "file:///other\r\n"},
+                                        {"UTF8_STRING", "/a"}});
+    const kits::SelectionFiles files = ReadFiles();
+    EXPECT_EQ(files.state, State::kRead);
+    EXPECT_EQ(files.addresses, "cut\nfile:///a");
+    EXPECT_TRUE(files.areCut);
+    EXPECT_EQ(files.text, "");
+}
+
+TEST_F(SelectionReaderTest, FilesMayBeMarkedInATypeOfItsOwn)
+{
+    for (const char* mark : {"1", "0"}) {
+        const Owner owner(sServer->Name(), {{"text/uri-list", "file:///a\r\n"},
+                                            {"application/x-kde-cutselection", mark}});
+        const kits::SelectionFiles files = ReadFiles();
+        EXPECT_EQ(files.state, State::kRead);
+        EXPECT_EQ(files.addresses, "file:///a\r\n");
+        EXPECT_EQ(files.areCut, *mark == '1');
+    }
+}
+
+TEST_F(SelectionReaderTest, FilesWithoutAMarkAreCopied)
+{
+    const Owner owner(sServer->Name(), {{"text/uri-list", "file:///a\r\n"}});
+    const kits::SelectionFiles files = ReadFiles();
+    EXPECT_EQ(files.addresses, "file:///a\r\n");
+    EXPECT_FALSE(files.areCut);
+}
+
+TEST_F(SelectionReaderTest, WithoutFilesThereMayBeText)
+{
+    const Owner owner(sServer->Name(), {{"UTF8_STRING", "words"}});
+    const kits::SelectionFiles files = ReadFiles();
+    EXPECT_EQ(files.state, State::kRead);
+    EXPECT_EQ(files.addresses, "");
+    EXPECT_EQ(files.text, "words");
+}
+
+TEST_F(SelectionReaderTest, GivesUpOnFilesThatNeverCome)
+{
+    const Owner owner(sServer->Name(), Manners::kNeverAnswers);
+    EXPECT_EQ(ReadFiles().state, State::kSilent);
+    EXPECT_LT(fTook, kLimits.firstBytes + kSlack);
 }
 
 } // namespace

@@ -74,7 +74,7 @@ TEST_F(PaneGesturesTest, AReleaseInPlaceEmptiesTheMarks)
 {
     fMarks->Mark(1, 3);
     EXPECT_TRUE(Press(4));
-    fGestures->Moved(BPoint(60, 40));
+    fGestures->Moved(BPoint(60, 40), B_PRIMARY_MOUSE_BUTTON);
     fGestures->Released();
     EXPECT_EQ(Marked(), "");
 }
@@ -101,7 +101,7 @@ TEST_F(PaneGesturesTest, APressThatMovesAwayIsNoAnchor)
     Click(1);
     EXPECT_FALSE(Press(2, B_COMMAND_KEY));
     EXPECT_TRUE(Press(4));
-    fGestures->Moved(BPoint(61, 50));
+    fGestures->Moved(BPoint(61, 50), B_PRIMARY_MOUSE_BUTTON);
     fGestures->Released();
     EXPECT_FALSE(Press(3, B_SHIFT_KEY));
     EXPECT_EQ(Marked(), "a b c ");
@@ -111,8 +111,8 @@ TEST_F(PaneGesturesTest, APressThatMovesAwayKeepsThem)
 {
     fMarks->Mark(1, 3);
     EXPECT_TRUE(Press(4));
-    fGestures->Moved(BPoint(61, 50));
-    fGestures->Moved(fHere);
+    fGestures->Moved(BPoint(61, 50), B_PRIMARY_MOUSE_BUTTON);
+    fGestures->Moved(fHere, B_PRIMARY_MOUSE_BUTTON);
     fGestures->Released();
     EXPECT_EQ(Marked(), "a b c ");
 }
