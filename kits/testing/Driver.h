@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "server/WindowShape.h"
+
 class BApplication;
 class BView;
 class BWindow;
@@ -110,6 +112,9 @@ void Drag(BView* view, BPoint from, BPoint to, int32 steps = 5,
 /// Turns the wheel by `linesDown` notches (negative: up).
 void TurnWheel(BView* view, BPoint where, float notchesDown, float notchesRight = 0,
                uint32 modifiers = 0);
+/// What the pointer looks like over that window now, once the window has handled all that was
+/// posted to it before.
+PointerShape PointerOver(BWindow* window);
 /// The same in screen units, at the topmost window of ours there; for menus.
 void ClickAt(BPoint screen, uint32 button = B_PRIMARY_MOUSE_BUTTON, uint32 modifiers = 0);
 void PressMouseAt(BPoint screen, uint32 button = B_PRIMARY_MOUSE_BUTTON, uint32 modifiers = 0);

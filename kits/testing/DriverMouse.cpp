@@ -4,6 +4,7 @@
 #include <View.h>
 #include <Window.h>
 
+#include <QCursor>
 #include <QPointer>
 #include <QWindow>
 #include <private/qhighdpiscaling_p.h>
@@ -208,6 +209,25 @@ void TurnWheel(BView* view, BPoint where, float notchesDown, float notchesRight,
                                                      ModifiersOf(modifiers));
         }
     });
+}
+
+PointerShape PointerOver(BWindow* window)
+{
+    Sync(window);
+    Qt::CursorShape shape = Qt::ArrowCursor;
+    OnServer([&] {
+        if (const QWindow* native = NativeOf(window)) {
+            shape = native->cursor().shape();
+        }
+    });
+    switch (shape) {
+    case Qt::IBeamCursor:
+        return PointerShape::kText;
+    case Qt::SplitHCursor:
+        return PointerShape::kResizeHorizontal;
+    default:
+        return PointerShape::kArrow;
+    }
 }
 
 void ClickAt(BPoint screen, uint32 button, uint32 modifiers)

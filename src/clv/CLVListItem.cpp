@@ -18,18 +18,6 @@ constexpr float kArrowSize = 10;
 constexpr float kArrowMargin = 3; // right of the arrow
 const BRect kNowhere(-1, -1, -1, -1);
 
-/// The end of the last column that is indented: shifted cells are cut there.
-float IndentationLimit(const ColumnListView& list)
-{
-    for (int32 place = list.CountDisplayed() - 1; place >= 0; place--) {
-        const CLVColumn* column = list.DisplayedAt(place);
-        if (column->IsShifted() || (column->Flags() & CLV_EXPANDER) != 0) {
-            return column->End();
-        }
-    }
-    return 0;
-}
-
 } // namespace
 
 CLVListItem::CLVListItem(uint32 level, bool isSuperitem, bool isExpanded, float minimumHeight)
@@ -39,6 +27,17 @@ CLVListItem::CLVListItem(uint32 level, bool isSuperitem, bool isExpanded, float 
 }
 
 CLVListItem::~CLVListItem() = default;
+
+std::atomic<uint32> CLVListItem::sLevelChanges{0};
+
+void CLVListItem::SetOutlineLevel(uint32 level)
+{
+    // A row may outlive the outline that it was in, so that one is not told itself.
+    if (level != fLevel && fPlace.outline != nullptr) {
+        sLevelChanges++;
+    }
+    fLevel = level;
+}
 
 float CLVListItem::ExpanderShift(int32 displayIndex, BView* owner) const
 {
@@ -57,7 +56,7 @@ void CLVListItem::DrawItem(BView* owner, BRect itemRect, bool complete)
         owner->GetClippingRegion(&clipping);
     }
     const float indentation = static_cast<float>(fLevel) * kIndentation;
-    const float limit = IndentationLimit(list);
+    const float limit = list.IndentationLimit();
     float lastEnd = -1;
     for (int32 place = 0; place < list.CountDisplayed(); place++) {
         const CLVColumn& column = *list.DisplayedAt(place);
@@ -68,8 +67,7 @@ void CLVListItem::DrawItem(BView* owner, BRect itemRect, bool complete)
         lastEnd = column.End();
         if ((column.Flags() & CLV_EXPANDER) != 0) {
             cell.right = std::min(cell.right + indentation, limit);
-            DrawExpanderCell(list, column, cell, indentation,
-                             complete || clipping.Intersects(cell));
+            DrawExpanderCell(list, column, cell, complete, complete || clipping.Intersects(cell));
             continue;
         }
         if (column.IsShifted() && indentation > 0) {
@@ -90,17 +88,18 @@ void CLVListItem::DrawItem(BView* owner, BRect itemRect, bool complete)
 }
 
 void CLVListItem::DrawExpanderCell(ColumnListView& list, const CLVColumn& column, BRect cell,
-                                   float shift, bool isVisible)
+                                   bool complete, bool isVisible)
 {
     fExpanderColumn = cell;
     fExpanderButton = kNowhere;
     if (isVisible) {
-        DrawItemColumn(&list, cell, list.IndexOfColumn(&column), true);
+        DrawItemColumn(&list, cell, list.IndexOfColumn(&column), complete);
     }
     if (!fIsSuperitem) {
         return;
     }
     const float top = cell.top + std::ceil((cell.Height() - kArrowSize) / 2);
+    const float shift = static_cast<float>(fLevel) * kIndentation;
     const float left = column.End() + shift - kArrowMargin - kArrowSize;
     const float overhang = std::max(left + kArrowSize - cell.right, 0.0f);
     if (left >= cell.right) {

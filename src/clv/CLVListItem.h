@@ -4,12 +4,15 @@
 #include <ListItem.h>
 #include <Rect.h>
 
+#include <atomic>
+
 class BBitmap;
 
 namespace norvane {
 
 class ColumnListView;
 class CLVColumn;
+class OutlineRows;
 
 /// A row of a ColumnListView, drawn column by column.
 ///
@@ -35,7 +38,9 @@ public:
     bool IsSuperItem() const { return fIsSuperitem; }
     void SetSuperItem(bool isSuperitem) { fIsSuperitem = isSuperitem; }
     uint32 OutlineLevel() const { return fLevel; }
-    void SetOutlineLevel(uint32 level) { fLevel = level; }
+    void SetOutlineLevel(uint32 level);
+    /// Grows whenever a row that is in an outline changes its level. Thread: any.
+    static uint32 LevelChanges() { return sLevelChanges; }
     /// The row's indentation in the column at a place of the display order.
     float ExpanderShift(int32 displayIndex, BView* owner) const;
     /// Where a click expands or collapses the row; (-1,-1,-1,-1) until drawn or when there is no
@@ -46,9 +51,23 @@ public:
 
 private:
     friend class ColumnListView;
+    friend class OutlineRows;
 
-    void DrawExpanderCell(ColumnListView& list, const CLVColumn& column, BRect cell, float shift,
+    /// Where the row is in an outline: kept there, so that nobody has to search for it.
+    struct Place
+    {
+        const OutlineRows* outline = nullptr; // compared only: it may be gone
+        CLVListItem* superitem = nullptr;
+        int32 below = 0;      // rows below it
+        int32 index = 0;      // about where it is among all rows
+        int32 shownIndex = 0; // and among those shown
+        bool isShown = false;
+    };
+
+    void DrawExpanderCell(ColumnListView& list, const CLVColumn& column, BRect cell, bool complete,
                           bool isVisible);
+
+    static std::atomic<uint32> sLevelChanges;
 
     uint32 fLevel;
     bool fIsSuperitem;
@@ -58,6 +77,7 @@ private:
     // A sort's callback receives two rows and nothing else.
     ColumnListView* fSortOwner = nullptr;
     int32 fSortPlace = 0;
+    mutable Place fPlace;
 };
 
 } // namespace norvane

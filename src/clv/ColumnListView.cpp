@@ -34,6 +34,27 @@ float StripHeight(const BFont& font)
     return 1 + std::ceil(height.ascent) + std::ceil(height.descent) + 3;
 }
 
+// Moves the pixels right of `last` by a distance; what is not covered by them from `first` on is
+// painted.
+void MoveSideways(BView& view, float first, float last, float distance)
+{
+    const BRect all = view.Bounds();
+    const BRect behind(std::max(last + 1, all.left), all.top, all.right, all.bottom);
+    const BRect moved = behind.OffsetByCopy(distance, 0) & all;
+    if (!moved.IsValid() || distance != std::round(distance)) {
+        view.Invalidate(BRect(first, all.top, all.right, all.bottom) & all);
+        return;
+    }
+    view.CopyBits(moved.OffsetByCopy(-distance, 0), moved);
+    const BRect before = BRect(first, all.top, moved.left - 1, all.bottom) & all;
+    const BRect after(moved.right + 1, all.top, all.right, all.bottom);
+    for (const BRect& bare : {before, after}) {
+        if (bare.IsValid()) {
+            view.Invalidate(bare);
+        }
+    }
+}
+
 void ColourCorner(ScrollViewCorner& corner, rgb_color color)
 {
     if (corner.ViewColor() == color) {
@@ -218,7 +239,7 @@ void ColumnListView::ColumnWidened(CLVColumn& column)
 {
     ListLock lock(*this);
     if (column.IsShown()) {
-        RelayOutFrom(column.Begin());
+        MoveBehind(column);
     }
     ColumnWidthChanged(IndexOfColumn(&column), column.Width());
 }
@@ -236,8 +257,30 @@ void ColumnListView::ColumnShownChanged(CLVColumn& column)
     RelayOutFrom(begin);
 }
 
+// The column is laid out with its old width still.
+void ColumnListView::MoveBehind(const CLVColumn& column)
+{
+    const float distance = column.Width() - (column.End() - column.Begin());
+    float first = column.Begin();
+    float last = column.End();
+    const float limit = IndentationLimit();
+    if (limit >= first) {
+        // Indented cells reach into the columns behind theirs, up to a limit that moves, too.
+        first = std::min(first, ColumnAt(fExpanderColumn)->Begin());
+        last = std::max(last, limit);
+    }
+    if (Window() != nullptr) {
+        Window()->UpdateIfNeeded();
+    }
+    MoveSideways(*this, first, last, distance);
+    MoveSideways(*fStrip, column.Begin(), column.End(), distance);
+    UpdateColumnSizesDataRectSizeScrollBars();
+    fStrip->ColumnsChanged();
+}
+
 void ColumnListView::RelayOutFrom(float left)
 {
+    fStrip->ColumnsChanged();
     UpdateColumnSizesDataRectSizeScrollBars();
     BRect rows = Bounds();
     rows.left = std::max(rows.left, left);
@@ -342,6 +385,18 @@ void ColumnListView::ScrollBackToData()
         ScrollTo(BPoint(view.left - std::max(overshootRight, 0.0f),
                         view.top - std::max(overshootBottom, 0.0f)));
     }
+}
+
+float ColumnListView::IndentationLimit() const
+{
+    for (int32 place = CountDisplayed() - 1; place >= 0; place--) {
+        const CLVColumn& column = *DisplayedAt(place);
+        const bool isIndented = column.IsShifted() || (column.Flags() & CLV_EXPANDER) != 0;
+        if (isIndented && column.IsShown()) {
+            return column.End();
+        }
+    }
+    return -1;
 }
 
 const BBitmap* ColumnListView::ArrowBitmap(bool isExpanded) const

@@ -3,6 +3,7 @@
 #include "clv/CLVColumn.h"
 #include "clv/CLVListItem.h"
 #include "clv/ColumnOwner.h"
+#include "clv/OutlineRows.h"
 
 #include <ListView.h>
 #include <ScrollView.h>
@@ -37,6 +38,7 @@ public:
     // BListView
     void AttachedToWindow() override;
     void MouseDown(BPoint where) override;
+    void KeyDown(const char* bytes, int32 byteCount) override;
     void FrameResized(float width, float height) override;
     void ScrollTo(BPoint where) override;
     using BListView::AddItem;
@@ -114,6 +116,9 @@ public:
     float DataHeight() const { return fDataHeight; }
     int32 ExpanderColumnIndex() const { return fExpanderColumn; }
     const BBitmap* ArrowBitmap(bool isExpanded) const;
+    /// The end of the last shown column that is indented, where indented cells are cut; -1 when
+    /// there is none.
+    float IndentationLimit() const;
 
 protected:
     /// Measures columns and rows and sets the scroll bars accordingly.
@@ -126,6 +131,7 @@ private:
 
     bool HasExpanderColumn() const;
     void RelayOutFrom(float left);
+    void MoveBehind(const CLVColumn& column);
     void ForgetContainer();
     void UpdateScrollBars();
     void ScrollBackToData();
@@ -135,18 +141,22 @@ private:
     static int ComparePlaces(const void* a, const void* b);
     void SortFlat();
     void SortOutline();
-    int32 SortSegment(int32 start, int32 insertAt, BList& sorted);
+    void SortFullListSegment(std::vector<CLVListItem*>& rows) const;
     void SortListArray(CLVListItem** rows, int32 count) const;
-    bool IsVisibleRow(const CLVListItem* row) const;
+    int32 VisibleIndexOf(const CLVListItem* row) const;
     int32 VisibleIndexBefore(int32 fullIndex) const;
-    void InsertVisible(int32 fullIndex);
+    bool ShowRows(BList& rows, int32 visibleIndex);
+    void HideRows(int32 visibleIndex, int32 count);
+    void ToggleExpansion(CLVListItem* row);
+    bool WalkOutline(char key);
+    void SelectRow(const CLVListItem* row);
     void RowsChanged();
     bool RemoveFullItems(int32 index, int32 count);
 
-    BList fColumns;      // CLVColumn*, order of adding, owned
-    BList fDisplayed;    // CLVColumn*, left to right
-    BList fSortKeys;     // CLVColumn*, primary first
-    BList fFullList{32}; // CLVListItem*, outlines only
+    BList fColumns;       // CLVColumn*, order of adding, owned
+    BList fDisplayed;     // CLVColumn*, left to right
+    BList fSortKeys;      // CLVColumn*, primary first
+    OutlineRows fOutline; // all rows, outlines only
     const bool fIsHierarchical;
     int32 fExpanderColumn = -1;
     CompareFunction fCompare = nullptr;

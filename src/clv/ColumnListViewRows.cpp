@@ -30,13 +30,15 @@ bool ColumnListView::AddItem(CLVListItem* row, int32 index)
         RowsChanged();
         return added;
     }
-    if (!fFullList.AddItem(row, index)) {
+    if (!fOutline.Insert(row, index)) {
         return false;
     }
     const CLVListItem* superitem = Superitem(row);
-    if (superitem == nullptr || (superitem->IsExpanded() && IsVisibleRow(superitem))) {
-        if (!BListView::AddItem(row, VisibleIndexBefore(index) + 1)) {
-            fFullList.RemoveItem(index);
+    if (superitem == nullptr || (superitem->IsExpanded() && VisibleIndexOf(superitem) >= 0)) {
+        BList shown;
+        shown.AddItem(row);
+        if (!ShowRows(shown, VisibleIndexBefore(index) + 1)) {
+            fOutline.Remove(index, 1);
             return false;
         }
     }
@@ -127,16 +129,14 @@ bool ColumnListView::RemoveFullItems(int32 index, int32 count)
     int32 firstVisible = -1;
     int32 visibleCount = 0;
     for (int32 i = index; i < index + count; i++) {
-        const int32 visible = IndexOf(FullListItemAt(i));
-        if (visible >= 0) {
-            firstVisible = firstVisible < 0 ? visible : firstVisible;
+        const CLVListItem* row = fOutline.At(i);
+        if (row->fPlace.isShown) {
+            firstVisible = firstVisible < 0 ? VisibleIndexOf(row) : firstVisible;
             visibleCount++;
         }
     }
-    if (visibleCount > 0) {
-        BListView::RemoveItems(firstVisible, visibleCount);
-    }
-    fFullList.RemoveItems(index, count);
+    HideRows(firstVisible, visibleCount);
+    fOutline.Remove(index, count);
     RowsChanged();
     return true;
 }
@@ -144,7 +144,7 @@ bool ColumnListView::RemoveFullItems(int32 index, int32 count)
 void ColumnListView::MakeEmpty()
 {
     ListLock lock(*this);
-    fFullList.MakeEmpty();
+    fOutline.Clear();
     BListView::MakeEmpty();
     RowsChanged();
 }
@@ -162,129 +162,16 @@ void ColumnListView::SetItems(const BList* rows)
     RowsChanged();
 }
 
-// Outline
-
-bool ColumnListView::IsVisibleRow(const CLVListItem* row) const
-{
-    return HasItem(const_cast<CLVListItem*>(row));
-}
-
-int32 ColumnListView::VisibleIndexBefore(int32 fullIndex) const
-{
-    for (int32 i = fullIndex - 1; i >= 0; i--) {
-        const int32 visible = IndexOf(FullListItemAt(i));
-        if (visible >= 0) {
-            return visible;
-        }
-    }
-    return -1;
-}
-
-CLVListItem* ColumnListView::Superitem(const CLVListItem* row) const
-{
-    for (int32 i = FullListIndexOf(row) - 1; i >= 0; i--) {
-        if (FullListItemAt(i)->OutlineLevel() < row->OutlineLevel()) {
-            return FullListItemAt(i);
-        }
-    }
-    return nullptr;
-}
-
-int32 ColumnListView::FullListNumberOfSubitems(const CLVListItem* row) const
-{
-    const int32 index = FullListIndexOf(row);
-    if (index < 0) {
-        return 0;
-    }
-    int32 count = 0;
-    while (index + 1 + count < FullListCountItems() &&
-           FullListItemAt(index + 1 + count)->OutlineLevel() > row->OutlineLevel()) {
-        count++;
-    }
-    return count;
-}
-
-void ColumnListView::Expand(CLVListItem* row)
-{
-    ListLock lock(*this);
-    row->SetSuperItem(true);
-    if (row->IsExpanded()) {
-        return;
-    }
-    row->SetExpanded(true);
-    int32 visible = IndexOf(row);
-    if (visible < 0) {
-        return;
-    }
-    Invalidate(row->ExpanderColumnRect());
-    const int32 first = FullListIndexOf(row) + 1;
-    const int32 end = first + FullListNumberOfSubitems(row);
-    for (int32 i = first; i < end; i++) {
-        CLVListItem* below = FullListItemAt(i);
-        BListView::AddItem(below, ++visible);
-        if (below->IsSuperItem() && !below->IsExpanded()) {
-            i += FullListNumberOfSubitems(below);
-        }
-    }
-    RowsChanged();
-}
-
-void ColumnListView::Collapse(CLVListItem* row)
-{
-    ListLock lock(*this);
-    if (!row->IsExpanded()) {
-        return;
-    }
-    row->SetExpanded(false);
-    const int32 visible = IndexOf(row);
-    if (visible < 0) {
-        return;
-    }
-    Invalidate(row->ExpanderColumnRect());
-    int32 count = 0;
-    while (visible + 1 + count < CountItems() &&
-           static_cast<CLVListItem*>(ItemAt(visible + 1 + count))->OutlineLevel() >
-               row->OutlineLevel()) {
-        count++;
-    }
-    if (count > 0) {
-        BListView::RemoveItems(visible + 1, count);
-    }
-    RowsChanged();
-}
-
-bool ColumnListView::IsExpanded(int32 fullIndex) const
-{
-    const CLVListItem* row = FullListItemAt(fullIndex);
-    return row != nullptr && row->IsExpanded();
-}
-
-void ColumnListView::MouseDown(BPoint where)
-{
-    auto* row = static_cast<CLVListItem*>(ItemAt(IndexOf(where)));
-    if (fIsHierarchical && row != nullptr && row->IsSuperItem() &&
-        row->ExpanderButtonRect().Contains(where)) {
-        if (row->IsExpanded()) {
-            Collapse(row);
-        } else {
-            Expand(row);
-        }
-        return;
-    }
-    BListView::MouseDown(where);
-}
-
 // The full list; a flat list has only its visible rows.
 
 CLVListItem* ColumnListView::FullListItemAt(int32 index) const
 {
-    return fIsHierarchical ? static_cast<CLVListItem*>(fFullList.ItemAt(index))
-                           : static_cast<CLVListItem*>(ItemAt(index));
+    return fIsHierarchical ? fOutline.At(index) : static_cast<CLVListItem*>(ItemAt(index));
 }
 
 int32 ColumnListView::FullListIndexOf(const CLVListItem* row) const
 {
-    return fIsHierarchical ? fFullList.IndexOf(row) : IndexOf(const_cast<CLVListItem*>(row));
+    return fIsHierarchical ? fOutline.IndexOf(row) : IndexOf(const_cast<CLVListItem*>(row));
 }
 
 int32 ColumnListView::FullListIndexOf(BPoint where)
@@ -310,7 +197,7 @@ bool ColumnListView::FullListHasItem(const CLVListItem* row) const
 
 int32 ColumnListView::FullListCountItems() const
 {
-    return fIsHierarchical ? fFullList.CountItems() : CountItems();
+    return fIsHierarchical ? fOutline.Count() : CountItems();
 }
 
 bool ColumnListView::FullListIsEmpty() const

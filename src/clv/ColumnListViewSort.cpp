@@ -187,43 +187,46 @@ int ColumnListView::ComparePlaces(const void* a, const void* b)
     return left < right ? -1 : (left > right ? 1 : 0);
 }
 
+// Each row's subrows are sorted by themselves. A row without one above it is of the first level,
+// and one that skips levels is of that below its superitem: otherwise it would belong to another
+// row when it comes to lie elsewhere.
 void ColumnListView::SortOutline()
 {
-    for (int32 i = 0; i < FullListCountItems(); i++) {
-        FullListItemAt(i)->fSortPlace = i;
+    const auto count = static_cast<std::size_t>(fOutline.Count());
+    std::vector<CLVListItem*> first;
+    std::vector<std::vector<CLVListItem*>> below(count);
+    for (int32 i = 0; i < fOutline.Count(); i++) {
+        CLVListItem* row = fOutline.At(i);
+        const CLVListItem* superitem = fOutline.SuperitemOf(row);
+        row->fSortPlace = i;
+        (superitem != nullptr ? below[static_cast<std::size_t>(superitem->fSortPlace)] : first)
+            .push_back(row);
     }
-    BList sorted(fFullList.CountItems());
-    SortSegment(0, 0, sorted);
-    fFullList = sorted;
-    for (int32 i = 0; i < FullListCountItems(); i++) {
-        FullListItemAt(i)->fSortPlace = i;
+    std::vector<CLVListItem*> sorted;
+    std::vector<std::pair<CLVListItem*, uint32>> waiting; // with their levels, the next one last
+    const auto await = [&](std::vector<CLVListItem*>& rows, uint32 level) {
+        SortFullListSegment(rows);
+        for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
+            waiting.emplace_back(*row, level);
+        }
+    };
+    await(first, 0);
+    while (!waiting.empty()) {
+        const auto [row, level] = waiting.back();
+        waiting.pop_back();
+        sorted.push_back(row);
+        row->SetOutlineLevel(level);
+        await(below[static_cast<std::size_t>(row->fSortPlace)], level + 1);
+        row->fSortPlace = static_cast<int32>(sorted.size());
     }
+    fOutline.Arrange(sorted);
     BListView::SortItems(&ComparePlaces);
 }
 
-int32 ColumnListView::SortSegment(int32 start, int32 insertAt, BList& sorted)
+// The subrows of one row, or the rows of the first level.
+void ColumnListView::SortFullListSegment(std::vector<CLVListItem*>& rows) const
 {
-    const uint32 level = FullListItemAt(start)->OutlineLevel();
-    std::vector<CLVListItem*> rows;
-    for (int32 i = start; i < FullListCountItems(); i++) {
-        CLVListItem* row = FullListItemAt(i);
-        if (row->OutlineLevel() < level) {
-            break;
-        }
-        if (row->OutlineLevel() == level) {
-            rows.push_back(row);
-        }
-    }
     SortListArray(rows.data(), static_cast<int32>(rows.size()));
-    int32 place = insertAt;
-    for (CLVListItem* row : rows) {
-        sorted.AddItem(row, place++);
-        const CLVListItem* next = FullListItemAt(row->fSortPlace + 1);
-        if (row->IsSuperItem() && next != nullptr && next->OutlineLevel() > level) {
-            place += SortSegment(row->fSortPlace + 1, place, sorted);
-        }
-    }
-    return place - insertAt;
 }
 
 void ColumnListView::SortListArray(CLVListItem** rows, int32 count) const

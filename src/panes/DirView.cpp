@@ -223,8 +223,14 @@ void DirView::RowsChanged()
 
 // Columns
 
+void DirView::DisplayOrderChanged(const int32*)
+{
+    fRename.Follow();
+}
+
 void DirView::ColumnWidthChanged(int32 columnIndex, float newWidth)
 {
+    fRename.Follow();
     // A width that the window passes on must not come back to it.
     if (Window() == nullptr || fIsTakingWidth) {
         return;

@@ -50,6 +50,7 @@ public:
     status_t Invoke(BMessage* message = nullptr) override;
     bool InitiateDrag(BPoint where, int32 index, bool wasSelected) override;
     void ColumnWidthChanged(int32 columnIndex, float newWidth) override;
+    void DisplayOrderChanged(const int32* order) override;
 
     // Listing (DirViewPlaces.cpp)
     /// Lists a local folder; 1, or -1 when it cannot be read: the list stays as it was then.

@@ -31,9 +31,11 @@ std::string RenameField::Text() const
     return fField->Text();
 }
 
-void RenameField::MoveTo(float top)
+void RenameField::MoveTo(BRect cell)
 {
-    fContainer->MoveTo(fContainer->Frame().left, top);
+    fContainer->MoveTo(cell.LeftTop());
+    fContainer->ResizeTo(cell.Width(), cell.Height());
+    fField->ResizeTo(cell.Width() - 2, cell.Height() - 2);
 }
 
 bool RenameField::IsMeant()

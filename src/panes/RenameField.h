@@ -27,8 +27,8 @@ public:
     /// The row that is edited, null when none is.
     DirListItem* Row() const { return fRow; }
     std::string Text() const;
-    /// Follows its row.
-    void MoveTo(float top);
+    /// Follows its row, and the column.
+    void MoveTo(BRect cell);
 
     /// Whether the message that arrived comes from the open field. Asked once per message.
     bool IsMeant();

@@ -17,14 +17,12 @@ constexpr int32 kNameColumn = 1;
 void RowRenaming::Begin(int32 index)
 {
     DirListItem* row = fRows.RowAt(index);
-    const CLVColumn* column = fList.ColumnAt(kNameColumn);
-    if (row == nullptr || row->IsParent() || column == nullptr || fList.Window() == nullptr) {
+    if (row == nullptr || row->IsParent() || fList.ColumnAt(kNameColumn) == nullptr ||
+        fList.Window() == nullptr) {
         return;
     }
     Drop();
-    BRect cell = fList.ItemFrame(index);
-    cell.left = column->Begin();
-    cell.right = cell.left + std::round(column->Width());
+    const BRect cell = NameCell(index);
     fList.ScrollTo(ScrolledToShow(fList.Bounds(), cell));
     fField.Open(&fList, row, index, cell);
 }
@@ -65,8 +63,17 @@ void RowRenaming::Forget(const DirListItem* row)
 void RowRenaming::Follow()
 {
     if (IsOpen()) {
-        fField.MoveTo(fList.ItemFrame(fRows.IndexOf(fField.Row())).top);
+        fField.MoveTo(NameCell(fRows.IndexOf(fField.Row())));
     }
+}
+
+BRect RowRenaming::NameCell(int32 index) const
+{
+    const CLVColumn& column = *fList.ColumnAt(kNameColumn);
+    BRect cell = fList.ItemFrame(index);
+    cell.left = column.Begin();
+    cell.right = cell.left + std::round(column.Width());
+    return cell;
 }
 
 } // namespace norvane

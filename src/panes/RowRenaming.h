@@ -39,10 +39,11 @@ public:
 
     /// A row goes away.
     void Forget(const DirListItem* row);
-    /// Rows may have moved.
+    /// Rows or columns may have moved.
     void Follow();
 
 private:
+    BRect NameCell(int32 index) const;
     void GiveFocusBack(bool hadFocus);
 
     ColumnListView& fList;

@@ -2,6 +2,12 @@
 
 #include <SupportDefs.h>
 
+class BCursor;
+
+/// The shapes of the pointer that every program needs: the ordinary one, and the one over text.
+extern const BCursor* const B_CURSOR_SYSTEM_DEFAULT;
+extern const BCursor* const B_CURSOR_I_BEAM;
+
 /// The messages that the system sends. Their codes begin with an underline.
 constexpr uint32 B_ABOUT_REQUESTED = '_ABR';  // the person asks what program this is
 constexpr uint32 B_WINDOW_ACTIVATED = '_ACT'; // a window got or lost the keyboard ("active")

@@ -9,6 +9,7 @@
 #include <vector>
 
 class BBitmap;
+class BCursor;
 class BMessage;
 class BRegion;
 class BScrollBar;
@@ -205,6 +206,9 @@ public:
                      BHandler* replyTo = nullptr);
     /// Says where the pointer is, in this view's coordinates, and what buttons are down.
     void GetMouse(BPoint* location, uint32* buttons, bool checkMessageQueue = true);
+    /// Sets what the pointer looks like over this view, and wherever it goes while this view has
+    /// the mouse by SetMouseEventMask(). Ownership: borrows `cursor`; null is the ordinary pointer.
+    void SetViewCursor(const BCursor* cursor, bool sync = true);
 
     // Updating
 

@@ -1,6 +1,6 @@
 #include "TextViewState.h"
-#include "interface/views/ViewHost.h"
 
+#include <AppDefs.h>
 #include <InterfaceDefs.h>
 #include <Message.h>
 #include <Window.h>
@@ -108,14 +108,10 @@ void TextViewState::DragTick()
     }
 }
 
-void TextViewState::ShapePointer(bool isOver)
+void TextViewState::ShapePointer()
 {
-    const bool isText = isOver && (isEditable || isSelectable);
-    ViewHost* host = ViewAccess::Host(view);
-    if (host != nullptr && isText != isTextPointer) {
-        isTextPointer = isText;
-        host->Link().SetCursor(isText ? PointerShape::kText : PointerShape::kArrow);
-    }
+    const bool isText = isEditable || isSelectable;
+    view.SetViewCursor(isText ? B_CURSOR_I_BEAM : B_CURSOR_SYSTEM_DEFAULT);
 }
 
 void TextViewState::Release()

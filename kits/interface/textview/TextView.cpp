@@ -45,6 +45,7 @@ BTextView::BTextView(BRect frame, const char* name, BRect textRect, const BFont*
 {
     SetViewColor(255, 255, 255);
     SetFontAndColor(initialFont, B_FONT_ALL, initialColor);
+    fText->ShapePointer();
 }
 
 BTextView::~BTextView() = default;
@@ -72,7 +73,6 @@ void BTextView::DetachedFromWindow()
     fText->dragTicker.reset();
     fText->blinkTicker.reset();
     fText->isCaretOn = false;
-    fText->ShapePointer(false);
     BView::DetachedFromWindow();
 }
 
@@ -96,7 +96,6 @@ void BTextView::MouseMoved(BPoint where, uint32 transit, const BMessage* dragMes
 {
     BView::MouseMoved(where, transit, dragMessage);
     fText->DragTo(where);
-    fText->ShapePointer(transit == B_ENTERED_VIEW || transit == B_INSIDE_VIEW);
 }
 
 void BTextView::WindowActivated(bool active)
@@ -297,6 +296,7 @@ alignment BTextView::Alignment() const
 void BTextView::MakeSelectable(bool selectable)
 {
     fText->isSelectable = selectable;
+    fText->ShapePointer();
     Invalidate();
 }
 
@@ -309,6 +309,7 @@ void BTextView::MakeEditable(bool editable)
 {
     fText->EndPreview();
     fText->isEditable = editable;
+    fText->ShapePointer();
     fText->ShowCaret();
     Invalidate();
 }

@@ -94,7 +94,7 @@ struct TextViewState
     void DragTo(BPoint where);
     void Release();
     /// Gives the pointer the shape it has over text, or takes that back.
-    void ShapePointer(bool isOver);
+    void ShapePointer();
     /// Goes on scrolling while the pointer is held outside.
     void DragTick();
 
@@ -163,7 +163,6 @@ struct TextViewState
 
     bool isUndoing = false; // hooks run for Undo() or Redo()
     bool wasUndone = false; // the last change was Undo(): it can be done again
-    bool isTextPointer = false;
     bool isDragging = false;
     Grain dragGrain = Grain::kCharacter;
     int32 dragFrom = 0; // what the press itself selected

@@ -4,19 +4,48 @@
 #include "ViewState.h"
 #include "WindowAccess.h"
 #include "WindowKeys.h"
+#include "WindowMouse.h"
 #include "WindowState.h"
 #include "WindowViews.h"
 
 #include "server/WindowServer.h"
 
 #include <AppDefs.h>
+#include <Cursor.h>
 #include <InterfaceDefs.h>
 #include <Message.h>
 #include <Window.h>
 
 #include <algorithm>
 
-// Focus, keys that no view wants, event masks, and what a window forgets when a view leaves.
+// Focus, keys that no view wants, event masks, the pointer's shape, and what a window forgets when
+// a view leaves.
+
+namespace kits {
+
+class CursorAccess
+{
+public:
+    static BCursorID IdOf(const BCursor& cursor) { return cursor.fId; }
+};
+
+namespace {
+
+PointerShape PointerShapeOf(const BCursor* cursor)
+{
+    switch (cursor != nullptr ? CursorAccess::IdOf(*cursor) : B_CURSOR_ID_SYSTEM_DEFAULT) {
+    case B_CURSOR_ID_I_BEAM:
+        return PointerShape::kText;
+    case B_CURSOR_ID_RESIZE_EAST_WEST:
+        return PointerShape::kResizeHorizontal;
+    default:
+        return PointerShape::kArrow;
+    }
+}
+
+} // namespace
+
+} // namespace kits
 
 void BView::KeyDown(const char* bytes, int32 byteCount)
 {
@@ -104,6 +133,15 @@ void BView::GetMouse(BPoint* location, uint32* buttons, bool /*checkMessageQueue
     }
 }
 
+void BView::SetViewCursor(const BCursor* cursor, bool /*sync*/)
+{
+    CheckLock();
+    kits::ViewAccess::State(*this).pointer = kits::PointerShapeOf(cursor);
+    if (fHost != nullptr) {
+        kits::ShapePointer(kits::WindowAccess::State(*Window()));
+    }
+}
+
 namespace kits {
 
 namespace {
@@ -157,6 +195,7 @@ void ViewLeft(BWindow& window, const BView& view)
     if (state.keyMenus != nullptr && &state.keyMenus->View() == &view) {
         state.keyMenus = nullptr;
     }
+    ShapePointer(state);
     CountPulse(state, view, false);
     window.RemoveHandler(const_cast<BView*>(&view));
 }
@@ -173,6 +212,7 @@ void ViewHidden(BWindow& window, BView& view)
     if (IsInside(state.pointed, view)) {
         state.pointed = nullptr;
     }
+    ShapePointer(state);
 }
 
 void ViewListens(BWindow& window, BView& view)

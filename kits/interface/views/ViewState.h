@@ -1,5 +1,7 @@
 #pragma once
 
+#include "server/WindowShape.h"
+
 #include <Font.h>
 #include <GraphicsDefs.h>
 #include <Region.h>
@@ -57,11 +59,12 @@ struct ViewState
 
     DrawState now;
     std::vector<DrawState> saved;
-    std::vector<ColoredLine> lines; // between BeginLineArray() and EndLineArray()
-    bool isTold = false;            // AttachedToWindow() was called
-    bool isAllTold = false;         // AllAttached() was called
-    bool isPulsed = false;          // counted among those that want Pulse()
-    bool isPointerInside = false;   // as last told to a view that follows the pointer
+    std::vector<ColoredLine> lines;              // between BeginLineArray() and EndLineArray()
+    bool isTold = false;                         // AttachedToWindow() was called
+    bool isAllTold = false;                      // AllAttached() was called
+    bool isPulsed = false;                       // counted among those that want Pulse()
+    bool isPointerInside = false;                // as last told to a view that follows the pointer
+    PointerShape pointer = PointerShape::kArrow; // over the view
 };
 
 } // namespace kits

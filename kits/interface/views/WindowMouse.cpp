@@ -114,6 +114,7 @@ void MouseUp(WindowState& state, const BMessage& message, BView* target)
     Deliver(state, target, [where](BView& view) { view.MouseUp(InView(view, where)); });
     if (isLast) {
         EndCapture(state);
+        ShapePointer(state);
     }
 }
 
@@ -140,6 +141,18 @@ void MouseMoved(WindowState& state, const BMessage& message, BView* target)
     }
     Deliver(state, captured != nullptr ? captured : target,
             [&](BView& view) { TellMoved(view, where, state.pointed == &view, dragged.get()); });
+    ShapePointer(state);
+}
+
+void ShapePointer(WindowState& state)
+{
+    const BView* view = state.captured != nullptr ? state.captured : state.pointed;
+    const PointerShape shape =
+        view != nullptr ? ViewAccess::State(*view).pointer : PointerShape::kArrow;
+    if (shape != state.pointer && state.host != nullptr) {
+        state.pointer = shape;
+        state.host->Link().SetCursor(shape);
+    }
 }
 
 BView* DropTarget(const WindowState& state, const BMessage& message)

@@ -17,6 +17,8 @@ BView* MouseTarget(const WindowState& state, const BMessage& message);
 void MouseDown(WindowState& state, BMessage* message, BView* target);
 void MouseUp(WindowState& state, const BMessage& message, BView* target);
 void MouseMoved(WindowState& state, const BMessage& message, BView* target);
+/// Gives the pointer the shape that the view with the mouse, else the one under it, asks for.
+void ShapePointer(WindowState& state);
 /// The view below the point where a message was dropped; null for none.
 BView* DropTarget(const WindowState& state, const BMessage& message);
 

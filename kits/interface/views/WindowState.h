@@ -51,7 +51,8 @@ struct WindowState
     bool isQuitting = false;
     bool takesFocus = true;
     bool takesKeys = true;
-    int32 opener = 0; // its token
+    PointerShape pointer = PointerShape::kArrow; // as the screen was told
+    int32 opener = 0;                            // its token
 
     std::unique_ptr<ViewHost> host;
     std::vector<ViewHost*> popUps; // borrowed; open menus

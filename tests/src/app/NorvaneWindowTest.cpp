@@ -323,6 +323,27 @@ TEST_F(NorvaneWindowTest, SavesWhatItRestores)
     EXPECT_EQ(Setting("DateFormat"), "%H");
 }
 
+TEST_F(NorvaneWindowTest, AResizedColumnReachesEveryPaneAndTheSettings)
+{
+    WriteSettings("NumPanes=3\n");
+    Open();
+    BView* strip = nullptr;
+    Locked([&] { strip = fWindow->PaneAt(1)->FindView("ColumnLabels"); });
+    kits::testing::Drag(strip, BPoint(129, 8), BPoint(166, 8));
+    const auto hasAll = [&] {
+        bool isEqual = true;
+        Locked([&] {
+            for (int32 pane = 0; pane < 3; pane++) {
+                isEqual = isEqual && fWindow->PaneAt(pane)->ColumnWidth(1) == 145;
+            }
+        });
+        return isEqual;
+    };
+    EXPECT_TRUE(kits::testing::WaitFor(hasAll));
+    Locked([&] { fWindow->SaveSettings(); });
+    EXPECT_EQ(Setting("Column1"), "145");
+}
+
 TEST_F(NorvaneWindowTest, FirstSavesInTheOrderOfTheFormat)
 {
     Open({fTree.Path("one"), fTree.Path("two")});

@@ -266,4 +266,15 @@ TEST_F(OutlineWindowTest, AnArrowIsFoundWhereItIsScrolledTo)
     EXPECT_EQ(Names(), "a b ");
 }
 
+TEST_F(OutlineWindowTest, CellsAreNotDrawnWholeOnAGroundThatIsThere)
+{
+    OpenTree();
+    Locked([&] {
+        ASSERT_EQ(fA->cells.size(), 2u);
+        for (const TestRow::Cell& cell : fA->cells) {
+            EXPECT_FALSE(cell.complete) << cell.column;
+        }
+    });
+}
+
 } // namespace

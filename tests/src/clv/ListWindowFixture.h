@@ -54,6 +54,11 @@ protected:
         });
     }
 
+    void AddColumn(float width, uint32 flags)
+    {
+        Locked([&] { fList->AddColumn(new norvane::CLVColumn("column", width, flags)); });
+    }
+
     void AddRows(int count)
     {
         Locked([&] {
@@ -104,6 +109,19 @@ protected:
     float Width(int32 column)
     {
         return Locked([&] { return fList->ColumnAt(column)->Width(); });
+    }
+
+    /// The columns' indices from left to right.
+    std::string Order()
+    {
+        return Locked([&] {
+            std::string text;
+            const std::unique_ptr<int32[]> order(fList->DisplayOrder());
+            for (int32 place = 0; place < fList->CountDisplayed(); place++) {
+                text += std::to_string(order[place]);
+            }
+            return text;
+        });
     }
 
     std::string Keys()

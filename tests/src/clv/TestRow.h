@@ -18,6 +18,7 @@ public:
     {
         int32 column;
         BRect frame;
+        bool complete;
     };
 
     explicit TestRow(std::string name, int32 level = 0, bool isSuperitem = false,
@@ -27,9 +28,9 @@ public:
     {
     }
 
-    void DrawItemColumn(BView*, BRect frame, int32 column, bool) override
+    void DrawItemColumn(BView*, BRect frame, int32 column, bool complete) override
     {
-        cells.push_back({column, frame});
+        cells.push_back({column, frame, complete});
     }
 
     const std::string& Name() const { return fName; }
@@ -55,6 +56,15 @@ public:
     void ColumnWidthChanged(int32 column, float width) override
     {
         widths.push_back({column, width});
+    }
+
+    void DisplayOrderChanged(const int32* order) override
+    {
+        std::string text;
+        for (int32 place = 0; place < CountDisplayed(); place++) {
+            text += std::to_string(order[place]);
+        }
+        orders.push_back(text);
     }
 
     TestRow* Add(const std::string& name, int32 level = 0, bool isSuperitem = false,
@@ -98,6 +108,7 @@ public:
     }
 
     std::vector<std::pair<int32, float>> widths;
+    std::vector<std::string> orders;            // as told
     std::vector<std::unique_ptr<TestRow>> rows; // outlive the list's use of them
 };
 

@@ -123,6 +123,23 @@ TEST_F(DirViewRenameTest, TheFieldLiesOverTheNameCell)
     });
 }
 
+TEST_F(DirViewRenameTest, TheFieldFollowsItsColumn)
+{
+    fTree.Write("shown/a", "1");
+    fTree.Write("shown/b", "1");
+    Open();
+    StartRename(2);
+    Locked([this] {
+        fList->ColumnAt(1)->SetWidth(150);
+        const int32 order[] = {0, 2, 1, 3, 4};
+        fList->SetDisplayOrder(order);
+        const BView* field = fList->FindView("renamecontainer");
+        EXPECT_EQ(field->Frame().LeftTop(), BPoint(92, fList->ItemFrame(2).top));
+        EXPECT_EQ(field->Frame().Width(), 150);
+        EXPECT_EQ(field->ChildAt(0)->Frame().Width(), 148);
+    });
+}
+
 TEST_F(DirViewRenameTest, TheNameKeepsItsLetters)
 {
     fTree.Write("shown/a", "1");

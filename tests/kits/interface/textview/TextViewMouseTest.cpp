@@ -220,4 +220,17 @@ TEST_F(TextViewMouseTest, CaretBlinks)
     EXPECT_TRUE(WaitFor(isShown));
 }
 
+TEST_F(TextViewMouseTest, PointerIsOrdinaryWhereTextCannotBeSelected)
+{
+    ShowText("one two");
+    MoveMouse(fView, BPoint(10, 10));
+    EXPECT_EQ(PointerOver(fWindow), kits::PointerShape::kText);
+    Locked([this] {
+        fView->MakeEditable(false);
+        fView->MakeSelectable(false);
+        return 0;
+    });
+    EXPECT_EQ(PointerOver(fWindow), kits::PointerShape::kArrow);
+}
+
 } // namespace
