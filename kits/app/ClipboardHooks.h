@@ -22,7 +22,7 @@ struct ClipboardContent
     // The other program did not answer, or stopped in the middle; the text is empty then.
     bool isOwnerSilent = false;
     // Another program's files: "refs" and "be:actions". Null for none; there is no text then.
-    std::shared_ptr<const BMessage> entries;
+    std::shared_ptr<const BMessage> entries = nullptr;
 };
 
 /// The desktop's clipboard, which lies above this layer.
