@@ -1,6 +1,7 @@
 #include "DesktopPrograms.h"
 
 #include "PathLookup.h"
+#include "ProgramFile.h"
 #include "ProgramStart.h"
 
 #include <Mime.h>
@@ -242,6 +243,12 @@ status_t StartBySpawning(GDesktopAppInfo* program, const Addresses& files,
     std::string home = HomeFolder();
     // A program that stays in a document's folder would keep its volume from being unmounted.
     char* folder = ownFolder == nullptr ? home.data() : nullptr;
+    const char* command = g_app_info_get_executable(reinterpret_cast<GAppInfo*>(program));
+    const Memory<gchar> file(command != nullptr ? g_find_program_in_path(command) : nullptr);
+    // A child in between starts it, and does not tell when it cannot.
+    if (file == nullptr || !HasInterpreter(file.get())) {
+        return B_LAUNCH_FAILED_APP_NOT_FOUND;
+    }
     GError* error = nullptr;
     // The child that starts the program ends at once, so that nobody has to wait for the program's.
     if (g_desktop_app_info_launch_uris_as_manager(program, files.List(), context,

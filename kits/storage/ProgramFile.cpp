@@ -6,7 +6,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstring>
+#include <string_view>
 
 namespace kits {
 
@@ -74,6 +76,23 @@ bool IsProgramFile(const std::string& path)
     }
     return mark[EI_CLASS] == ELFCLASS64 ? IsRunnable<Elf64_Ehdr, Elf64_Phdr, Elf64_Dyn>(file.Get())
                                         : IsRunnable<Elf32_Ehdr, Elf32_Phdr, Elf32_Dyn>(file.Get());
+}
+
+bool HasInterpreter(const std::string& path)
+{
+    const UniqueFd file(sys::OpenAt(sys::kWorkingDirectory, path.c_str(), O_RDONLY | O_NONBLOCK));
+    char line[256]; // as much as the system reads of it
+    const ssize_t length = file.IsOpen() ? sys::ReadAt(file.Get(), line, sizeof(line), 0) : 0;
+    const std::string_view text(line, length > 0 ? static_cast<size_t>(length) : 0);
+    if (!text.starts_with("#!")) {
+        return true;
+    }
+    const size_t start = text.find_first_not_of(" \t", 2);
+    if (start == std::string_view::npos) {
+        return true;
+    }
+    const size_t end = std::min(text.find_first_of(" \t\n", start), text.size());
+    return ::access(std::string(text.substr(start, end - start)).c_str(), X_OK) == 0;
 }
 
 } // namespace kits

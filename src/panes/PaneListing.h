@@ -27,6 +27,8 @@ public:
     virtual OpenOrder OrderForOpening() const = 0;
     /// The new rows are in the list.
     virtual void Arrived(const Arrival& arrival) = 0;
+    /// A link that was gone into leads to no folder: to nothing, or to something else by now.
+    virtual void NoFolder(const entry_ref& link) = 0;
 };
 
 /// Which place a list shows, and the way from one to another: opens sources and puts their rows
@@ -90,6 +92,7 @@ private:
     std::unique_ptr<RowSource> fSource;  // what is shown; never null
     std::unique_ptr<RowSource> fOpening; // what will be; null when nothing is being opened
     Way fWay = Way::kStraight;           // to fOpening
+    entry_ref fLink;                     // that leads there by kInto; without a name: no link
     bool fIsOpeningNow = false;          // it may hand its rows over at once
     std::string fDownPath;
     bool fMayGoDown = false;

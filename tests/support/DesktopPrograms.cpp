@@ -65,6 +65,7 @@ DesktopPrograms::DesktopPrograms()
     AddProgram("bare", recorder + " bare", "Path=/usr\n");
     AddProgram("self", fs::read_symlink("/proc/self/exe").string() + " %F", "");
     AddProgram("folders", recorder + " folders %F", "");
+    AddProgram("broken", fTree.Path("broken-program") + " %f", "");
     AddProgram("missing", "/no/such/program %f", "");
     AddTypes();
     setenv("XDG_DATA_DIRS", fTree.Path("share").c_str(), 1);
@@ -87,6 +88,7 @@ void DesktopPrograms::AddTypes()
                                                     "application/pdf=address.desktop\n"
                                                     "image/png=bare.desktop\n"
                                                     "video/mp4=missing.desktop\n"
+                                                    "audio/mpeg=broken.desktop\n"
                                                     "inode/directory=self.desktop\n");
     fTree.Write("share/applications/mimeinfo.cache",
                 "[MIME Cache]\n"

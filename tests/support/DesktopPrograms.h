@@ -25,6 +25,7 @@ struct StartRecord
 ///     application/pdf  "address"  gets an address
 ///     image/png        "bare"     says nothing of files, and begins in /usr
 ///     video/mp4        "missing"  is set and not installed
+///     audio/mpeg       "broken"   is a script whose interpreter is missing
 ///     inode/directory  "self", the test program itself, is set; "folders" is there, too
 class DesktopPrograms
 {

@@ -386,6 +386,12 @@ TEST_F(RosterLaunchTest, SaysThatNoProgramIsThere)
     EXPECT_EQ(Launch("a.unheard-of"), B_LAUNCH_FAILED_NO_PREFERRED_APP);
 }
 
+TEST_F(RosterLaunchTest, SaysThatWhatAProgramNeedsIsMissing)
+{
+    fTree.Write("a.mp3", "song");
+    EXPECT_EQ(Launch("a.mp3"), B_LAUNCH_FAILED_APP_NOT_FOUND);
+}
+
 TEST_F(RosterLaunchTest, SaysThatALinkLeadsNowhere)
 {
     fTree.Write("file", "");
