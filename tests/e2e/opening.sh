@@ -96,8 +96,8 @@ rm -f "$RECORD_FOLDER"/*
 
 what="a double click"
 key Home
-# The first row below ".." and the folder is that of the name with a dash.
-xdotool mousemove --sync --window "$(window_id Norvane)" 120 110 \
+# The row of the name with a dash: the first file.
+xdotool mousemove --sync --window "$(window_id Norvane)" 120 158 \
     click --repeat 2 --delay 60 1
 started text "$base/left/-d.txt"
 
