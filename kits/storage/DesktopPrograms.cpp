@@ -77,6 +77,9 @@ status_t StatusOf(const GError& error)
             return B_LAUNCH_FAILED;
         }
     }
+    if (error.domain == G_DBUS_ERROR && error.code == G_DBUS_ERROR_SERVICE_UNKNOWN) {
+        return B_LAUNCH_FAILED_APP_NOT_FOUND;
+    }
     if (error.domain == G_IO_ERROR && error.code == G_IO_ERROR_TIMED_OUT) {
         return B_TIMED_OUT;
     }
@@ -211,12 +214,13 @@ void TakeBusAnswer(GObject* program, GAsyncResult* result, gpointer data)
 }
 
 /// Waits for the program's own answer, in a loop of the calling thread.
-status_t StartByBus(GAppInfo* program, const Addresses& files, GAppLaunchContext* context)
+status_t StartByBus(GAppInfo* program, const Addresses& files)
 {
     GMainContext* loop = g_main_context_new();
     g_main_context_push_thread_default(loop);
     BusAnswer answer;
-    g_app_info_launch_uris_async(program, files.List(), context, nullptr, &TakeBusAnswer, &answer);
+    // Without a context, whose environment is nothing to what the bus starts.
+    g_app_info_launch_uris_async(program, files.List(), nullptr, nullptr, &TakeBusAnswer, &answer);
     while (!answer.isThere) {
         g_main_context_iteration(loop, TRUE);
     }
@@ -235,11 +239,12 @@ void NoteProcess(GDesktopAppInfo*, GPid process, gpointer team)
     *static_cast<team_id*>(team) = process;
 }
 
-status_t StartBySpawning(GDesktopAppInfo* program, const Addresses& files,
-                         GAppLaunchContext* context, team_id* team)
+status_t StartBySpawning(GDesktopAppInfo* program, const Addresses& files, team_id* team)
 {
+    // One that was made of a command has no file to read, and so no folder either.
+    const bool hasFile = g_desktop_app_info_get_filename(program) != nullptr;
     const Memory<gchar> ownFolder(
-        g_desktop_app_info_get_string(program, G_KEY_FILE_DESKTOP_KEY_PATH));
+        hasFile ? g_desktop_app_info_get_string(program, G_KEY_FILE_DESKTOP_KEY_PATH) : nullptr);
     std::string home = HomeFolder();
     // A program that stays in a document's folder would keep its volume from being unmounted.
     char* folder = ownFolder == nullptr ? home.data() : nullptr;
@@ -249,9 +254,10 @@ status_t StartBySpawning(GDesktopAppInfo* program, const Addresses& files,
     if (file == nullptr || !HasInterpreter(file.get())) {
         return B_LAUNCH_FAILED_APP_NOT_FOUND;
     }
+    const Object<GAppLaunchContext> context = MakeContext();
     GError* error = nullptr;
     // The child that starts the program ends at once, so that nobody has to wait for the program's.
-    if (g_desktop_app_info_launch_uris_as_manager(program, files.List(), context,
+    if (g_desktop_app_info_launch_uris_as_manager(program, files.List(), context.get(),
                                                   G_SPAWN_SEARCH_PATH, &PrepareDesktopChild, folder,
                                                   &NoteProcess, team, &error) == FALSE) {
         const Memory<GError> owned(error);
@@ -270,12 +276,11 @@ status_t Start(GAppInfo* program, const std::vector<std::string>& paths, team_id
     if (!files.AreWhole()) {
         return B_BAD_VALUE;
     }
-    const Object<GAppLaunchContext> context = MakeContext();
     const Object<GDBusConnection> bus = SessionBus();
     team_id started = 0;
     const status_t status = bus != nullptr && IsStartedByBus(desktopProgram)
-                                ? StartByBus(program, files, context.get())
-                                : StartBySpawning(desktopProgram, files, context.get(), &started);
+                                ? StartByBus(program, files)
+                                : StartBySpawning(desktopProgram, files, &started);
     if (status == B_OK && team != nullptr) {
         *team = started;
     }
