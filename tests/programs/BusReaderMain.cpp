@@ -56,6 +56,14 @@ int main(int argumentCount, char** arguments)
     Reader reader{arguments[1], g_main_loop_new(nullptr, FALSE)};
     g_bus_own_name(G_BUS_TYPE_SESSION, "org.norvane.Reader", G_BUS_NAME_OWNER_FLAGS_NONE, &Export,
                    nullptr, nullptr, &reader, nullptr);
+    // Should nobody ask for anything, it ends all the same.
+    g_timeout_add_seconds(
+        20,
+        [](gpointer loop) -> gboolean {
+            g_main_loop_quit(static_cast<GMainLoop*>(loop));
+            return FALSE;
+        },
+        reader.loop);
     g_main_loop_run(reader.loop);
     return 0;
 }

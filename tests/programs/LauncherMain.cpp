@@ -5,9 +5,16 @@
 #include <Roster.h>
 
 #include <cstdio>
+#include <cstdlib>
 
 int main(int argumentCount, char** arguments)
 {
+    // Should it ever be what is launched, that is the end of it.
+    constexpr const char* kMark = "STARTED_BY_LAUNCHER";
+    if (std::getenv(kMark) != nullptr) {
+        return 1;
+    }
+    setenv(kMark, "1", 1);
     entry_ref ref;
     if (argumentCount < 2 || get_ref_for_path(arguments[1], &ref) != B_OK) {
         return 1;

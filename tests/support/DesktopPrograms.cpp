@@ -63,7 +63,8 @@ DesktopPrograms::DesktopPrograms()
     AddProgram("text", recorder + " text %f", "");
     AddProgram("address", recorder + " address %U", "");
     AddProgram("bare", recorder + " bare", "Path=/usr\n");
-    AddProgram("self", fs::read_symlink("/proc/self/exe").string() + " %F", "");
+    // Should it be started all the same, it does nothing.
+    AddProgram("self", fs::read_symlink("/proc/self/exe").string() + " --gtest_list_tests %F", "");
     AddProgram("folders", recorder + " folders %F", "");
     AddProgram("broken", fTree.Path("broken-program") + " %f", "");
     AddProgram("missing", "/no/such/program %f", "");
