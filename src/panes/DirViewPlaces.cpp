@@ -67,10 +67,7 @@ status_t DirView::Invoke(BMessage*)
         return B_ERROR;
     }
     if (const entry_ref* entry = fListing.Source().EntryToOpen(*row)) {
-        // Of a key that is held too long each repeat would start a program.
-        if (CurrentInt32("be:key_repeat") == 0) {
-            OpenEntry(*entry, BMessenger(nullptr, Window()));
-        }
+        OpenEntry(*entry, BMessenger(nullptr, Window()));
         return B_OK;
     }
     fListing.Enter(*row);

@@ -189,10 +189,10 @@ TEST_F(RosterLaunchTest, RunsAProgramInItsOwnFolder)
 
 TEST_F(RosterLaunchTest, NeverRunsAScript)
 {
-    fTree.Write("script.sh", "#!/bin/sh\ntouch '" + fTree.Path("was-run") + "'\n");
-    std::filesystem::permissions(fTree.Path("script.sh"), std::filesystem::perms::owner_all);
-    EXPECT_EQ(Launch("script.sh"), B_OK);
-    EXPECT_EQ(Arguments(), (Words{"text", fTree.Path("script.sh")}));
+    fTree.Write("script", "#!/bin/sh\ntouch '" + fTree.Path("was-run") + "'\n");
+    std::filesystem::permissions(fTree.Path("script"), std::filesystem::perms::owner_all);
+    EXPECT_EQ(Launch("script"), B_OK);
+    EXPECT_EQ(Arguments(), (Words{"text", fTree.Path("script")}));
     EXPECT_FALSE(fTree.Exists("was-run"));
 }
 
