@@ -324,8 +324,9 @@ status_t OpenInTerminal(const std::string& editor, const std::vector<std::string
         return B_LAUNCH_FAILED_APP_NOT_FOUND;
     }
     const std::string terminal = ChosenTerminal();
+    const std::string words = terminal.empty() ? editor : terminal + " -e " + editor;
     std::string command;
-    for (const char letter : terminal.empty() ? editor : terminal + " -e " + editor) {
+    for (const char letter : words) {
         command += letter;
         if (letter == '%') { // else it would begin a place for files
             command += letter;

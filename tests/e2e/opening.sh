@@ -49,7 +49,13 @@ started() {
 }
 
 # no_zombies: nothing that ended waits for the program
-no_zombies() { ! ps -o stat= --ppid "$program_pid" | grep -q Z; }
+no_zombies() {
+    local status children
+    children=$(grep -lE "^PPid:[[:space:]]*$program_pid\$" /proc/[0-9]*/status 2>/dev/null)
+    for status in $children; do
+        ! grep -q '^State:[[:space:]]*Z' "$status" 2>/dev/null || return 1
+    done
+}
 
 printf 'text\n' >"$base/left/a plain one.txt"
 printf 'text\n' >"$base/left/"$'b\nline.txt'

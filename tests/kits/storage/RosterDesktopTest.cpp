@@ -170,13 +170,24 @@ TEST_F(RosterDesktopTest, AProgramForTerminalsGetsOne)
 
 // Programs for folders
 
-class RosterSelfTest : public RosterDesktopTest, public ::testing::WithParamInterface<const char*>
+struct SelfCommand
+{
+    const char* name;
+    const char* command; // SELF stands for the program's own file
+};
+
+void PrintTo(const SelfCommand& self, std::ostream* out)
+{
+    *out << self.name;
+}
+
+class RosterSelfTest : public RosterDesktopTest, public ::testing::WithParamInterface<SelfCommand>
 {
 };
 
 TEST_P(RosterSelfTest, IsNeverTheProgramForFolders)
 {
-    std::string command = GetParam();
+    std::string command = GetParam().command;
     const size_t place = command.find("SELF");
     command.replace(place, 4, PROGRAM_LAUNCHER);
     fTree.Link("bin/nickname", PROGRAM_LAUNCHER);
@@ -187,8 +198,11 @@ TEST_P(RosterSelfTest, IsNeverTheProgramForFolders)
 }
 
 INSTANTIATE_TEST_SUITE_P(Commands, RosterSelfTest,
-                         ::testing::Values("SELF", "env A=b SELF", "\"SELF\" --panes 2",
-                                           "nickname SELFISH"));
+                         ::testing::Values(SelfCommand{"Plain", "SELF"},
+                                           SelfCommand{"ByAnother", "env A=b SELF"},
+                                           SelfCommand{"Quoted", "\"SELF\" --panes 2"},
+                                           SelfCommand{"ByLink", "nickname --no-SELF-here"}),
+                         [](const auto& tested) { return std::string(tested.param.name); });
 
 // The session's bus
 

@@ -144,37 +144,54 @@ TEST_F(RosterLaunchTest, FollowsLinks)
 
 // Names
 
-class RosterNamesTest : public RosterLaunchTest, public ::testing::WithParamInterface<const char*>
+struct OddName
 {
+    const char* name;
+    const char* bytes;
+};
+
+void PrintTo(const OddName& odd, std::ostream* out)
+{
+    *out << odd.name;
+}
+
+class RosterNamesTest : public RosterLaunchTest, public ::testing::WithParamInterface<OddName>
+{
+protected:
+    const std::string fName = GetParam().bytes;
 };
 
 TEST_P(RosterNamesTest, ReachAProgramWhole)
 {
-    fTree.Write(GetParam() + std::string(".txt"), "text");
-    EXPECT_EQ(Launch(GetParam() + std::string(".txt")), B_OK);
-    EXPECT_EQ(Arguments(), (Words{"text", fTree.Path(GetParam() + std::string(".txt"))}));
+    fTree.Write(fName + ".txt", "text");
+    EXPECT_EQ(Launch(fName + ".txt"), B_OK);
+    EXPECT_EQ(Arguments(), (Words{"text", fTree.Path(fName + ".txt")}));
 }
 
 TEST_P(RosterNamesTest, ReachTheEditorWhole)
 {
-    fTree.Write(GetParam(), "text");
-    EXPECT_EQ(LaunchFixed("/boot/apps/StyledEdit", fTree.Path(GetParam())), B_OK);
-    EXPECT_EQ(Arguments(), (Words{"text", fTree.Path(GetParam())}));
+    fTree.Write(fName, "text");
+    EXPECT_EQ(LaunchFixed("/boot/apps/StyledEdit", fTree.Path(fName)), B_OK);
+    EXPECT_EQ(Arguments(), (Words{"text", fTree.Path(fName)}));
 }
 
 TEST_P(RosterNamesTest, ReachARunningProgramWhole)
 {
     WriteProgram("tool");
     const entry_ref ref = Ref("tool");
-    const char* argument = GetParam();
+    const char* argument = fName.c_str();
     EXPECT_EQ(be_roster->Launch(&ref, 1, &argument), B_OK);
-    EXPECT_EQ(Arguments(), (Words{GetParam()}));
+    EXPECT_EQ(Arguments(), (Words{fName}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Odd, RosterNamesTest,
-                         ::testing::Values("two words", "-rf", "a\nb", "per%20cent%f", "quo'te\"s",
-                                           "$(touch x)`y`;&|", "\xff\xfe", "h\xc3\xa4",
-                                           "back\\slash", "#hash?ask"));
+INSTANTIATE_TEST_SUITE_P(
+    Odd, RosterNamesTest,
+    ::testing::Values(OddName{"Blank", "two words"}, OddName{"Dash", "-rf"},
+                      OddName{"LineBreak", "a\nb"}, OddName{"Codes", "per%20cent%f"},
+                      OddName{"Quotes", "quo'te\"s"}, OddName{"Commands", "$(touch x)`y`;&|"},
+                      OddName{"NoLetters", "\xff\xfe"}, OddName{"Umlaut", "h\xc3\xa4"},
+                      OddName{"Backslash", "back\\slash"}, OddName{"Address", "#hash?ask"}),
+    [](const auto& tested) { return std::string(tested.param.name); });
 
 // Programs
 
