@@ -44,6 +44,7 @@ enum WindowNotice : uint32 {
     kPreferencesSaved = 614,
     kTellMissingFolders = 'Miss', // to itself: folders could not be shown, say so
     kVolumeFound = 'VolF',    // to itself: int32 "shown" is that of string "path", "device" is gone
+    kNotOpened = 'NoOp',      // string "name", int32 "status": TellNotOpened() shows it
     kTakeActivation = 'TakA', // an operation that had the activation gives it back
 };
 

@@ -203,6 +203,12 @@ FolderHold FolderTable::Find(dev_t device, ino_t node, uint32 tag)
     return mayBe ? Hold(folder) : HoldGone(key, tag);
 }
 
+FolderHold FolderTable::FindNowhere(ino_t number)
+{
+    MutexLock lock(fMutex);
+    return HoldGone({0, number}, 0);
+}
+
 uint32 FolderTable::TagOf(const FolderHold& hold) const
 {
     const Folder* folder = static_cast<const Folder*>(hold.Get());

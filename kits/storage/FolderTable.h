@@ -41,6 +41,9 @@ public:
     /// The same, when it is the one that TagOf() gave `tag` for; else one that cannot be opened. 0
     /// as tag: whichever has the numbers.
     FolderHold Find(dev_t device, ino_t node, uint32 tag);
+    /// A folder that lies on no disk: what is in it has a name and can be looked at by nobody. Its
+    /// device is 0, which no disk has, its node is `number`.
+    FolderHold FindNowhere(ino_t number);
     /// What tells it from others of its numbers, the same in every program; 0 when nothing does.
     uint32 TagOf(const FolderHold& folder) const;
 

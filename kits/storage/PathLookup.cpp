@@ -1,5 +1,7 @@
 #include "PathLookup.h"
 
+#include "FixedPrograms.h"
+
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
@@ -130,6 +132,9 @@ status_t LookUp(const FolderHold& base, const char* path, LastLink lastLink, Pla
 {
     if (path == nullptr || *path == '\0') {
         return B_BAD_VALUE;
+    }
+    if (PlaceOfFixedProgram(path, place)) {
+        return B_OK;
     }
     FolderHold from = base;
     std::string text = SystemPath(path);

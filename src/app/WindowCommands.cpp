@@ -8,6 +8,7 @@
 #include "panes/DirPane.h"
 #include "panes/DirView.h"
 #include "panes/DiskErrands.h"
+#include "panes/OpenEntry.h"
 #include "settings/HomeFolder.h"
 #include "settings/MsgBox.h"
 #include "settings/Numbers.h"
@@ -83,6 +84,10 @@ const NorvaneWindow::Answer NorvaneWindow::kCommands[] = {
      [](auto& window, auto&) {
          window.AskWhereToGo();
      }},
+    {kOpenTracker,
+     [](auto& window, auto&) {
+         window.OpenTracker();
+     }},
     {kOpenInLeftPane,
      [](auto& window, auto&) {
          window.OpenInLeftPane();
@@ -150,6 +155,10 @@ const NorvaneWindow::Answer NorvaneWindow::kNotices[] = {
     {kTakeActivation,
      [](auto& window, auto&) {
          window.Activate();
+     }},
+    {kNotOpened,
+     [](auto&, auto& notice) {
+         TellNotOpened(notice);
      }},
     {kTellMissingFolders,
      [](auto& window, auto&) {
@@ -270,6 +279,13 @@ void NorvaneWindow::EmptyTrash()
     // Works on its own thread, and is seen only when it takes long.
     BMessage request(kEmptyRequest);
     StartOperation(Frame(), "Empty Trash", trash.Path(), &request, this);
+}
+
+void NorvaneWindow::OpenTracker()
+{
+    if (const DirPane* pane = GetFocusedPane()) {
+        OpenInTracker(pane->GetPath(), BMessenger(nullptr, this));
+    }
 }
 
 void NorvaneWindow::AskWhereToGo()

@@ -73,6 +73,8 @@ public:
     bool IsEnterable() const { return fIsDirectory && fKind != Kind::kOther; }
     /// A folder itself, no link to one.
     bool IsFolder() const { return fKind == Kind::kFolder; }
+    /// A link, to whatever.
+    bool IsLink() const { return fKind == Kind::kLink; }
     bool IsParent() const { return fKind == Kind::kParent; }
     int64 GetSize() const { return fSize; }
     /// The text of column 1 to 4; empty for any other. Valid until the row is updated or deleted.

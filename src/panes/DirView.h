@@ -98,6 +98,8 @@ public:
     void MkDir(const char* name);
     /// Opens the rename field of the selected row.
     void DoRename() override;
+    /// Opens the selected rows that are no folders in the text editor.
+    void OpenEditor() override;
     void Edit(int32 index) { fRename.Begin(index); }
     /// Renames a row's entry; index -1 means the selected row.
     void Rename(const char* newName, int32 index = -1);
@@ -158,6 +160,7 @@ private:
     OpenOrder OrderForOpening() const override;
     void Arrived(const Arrival& arrival) override;
     void LookedAgain() override;
+    void NoFolder(const entry_ref& link) override;
 
     void AddColumns(const char* iconLabel);
     int32 CurrentInt32(const char* field) const;

@@ -1,6 +1,7 @@
 #include "MessageCodes.h"
 #include "panes/DirView.h"
 #include "panes/FolderSource.h"
+#include "panes/OpenEntry.h"
 #include "panes/QuerySource.h"
 #include "panes/ScrollIntoSight.h"
 
@@ -65,8 +66,28 @@ status_t DirView::Invoke(BMessage*)
     if (row == nullptr) {
         return B_ERROR;
     }
+    if (const entry_ref* entry = fListing.Source().EntryToOpen(*row)) {
+        OpenEntry(*entry, BMessenger(nullptr, Window()));
+        return B_OK;
+    }
     fListing.Enter(*row);
     return B_OK;
+}
+
+void DirView::NoFolder(const entry_ref& link)
+{
+    OpenEntry(link, BMessenger(nullptr, Window()));
+}
+
+void DirView::OpenEditor()
+{
+    std::vector<entry_ref> entries;
+    for (const DirListItem* row : SelectedRows()) {
+        if (const entry_ref* entry = fListing.Source().EntryToOpen(*row)) {
+            entries.push_back(*entry);
+        }
+    }
+    OpenInEditor(std::move(entries), BMessenger(nullptr, Window()));
 }
 
 OpenOrder DirView::OrderForOpening() const

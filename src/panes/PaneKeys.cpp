@@ -23,6 +23,8 @@ PaneCommand FunctionOf(const KeyPress& key)
         return PaneCommand::kHelp;
     case B_F2_KEY:
         return PaneCommand::kRefresh;
+    case B_F4_KEY:
+        return PaneCommand::kEditor;
     case B_F5_KEY:
         return PaneCommand::kCopy;
     case B_F6_KEY:
@@ -48,6 +50,7 @@ bool MayRepeat(PaneCommand command)
 {
     switch (command) {
     case PaneCommand::kTrash:
+    case PaneCommand::kEditor:
     case PaneCommand::kCopy:
     case PaneCommand::kMove:
     case PaneCommand::kRename:
@@ -139,6 +142,9 @@ void PaneKeys::CarryOut(PaneCommand command, const KeyPress& key)
         break;
     case PaneCommand::kRefresh:
         fTarget.Refresh();
+        break;
+    case PaneCommand::kEditor:
+        fTarget.OpenEditor();
         break;
     case PaneCommand::kCopy:
         StartCopy("Copy");

@@ -32,6 +32,7 @@ enum class PaneCommand : uint8 {
     kUnmarkAll,
     kHelp,
     kRefresh,
+    kEditor,
     kCopy,
     kMove,
     kRename,
@@ -61,6 +62,7 @@ public:
     virtual int64 GetSize() = 0;
     virtual void Refresh() = 0;
     virtual void DoRename() = 0;
+    virtual void OpenEditor() = 0;
     /// The message that carries what is chosen; null when nothing is. Returned to the caller.
     virtual BMessage* GetRefMsg(int32 index) = 0;
     virtual void NotifyParent(uint32 code) = 0;

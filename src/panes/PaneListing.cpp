@@ -84,6 +84,7 @@ void PaneListing::Enter(const DirListItem& row)
     if (row.IsParent()) {
         Up();
     } else {
+        fLink = row.IsLink() ? *row.GetRef() : entry_ref();
         Open(fSource->Into(row), Way::kInto);
     }
 }
@@ -229,6 +230,11 @@ void PaneListing::Failed(status_t status)
         return;
     }
     fNotifier.StopProgress();
+    if (fWay == Way::kInto && fLink.name != nullptr &&
+        (status == B_ENTRY_NOT_FOUND || status == B_NOT_A_DIRECTORY)) {
+        fOwner.NoFolder(entry_ref(fLink)); // a copy: it may begin to open another place
+        return;
+    }
     if (fWay != Way::kFirst) {
         const std::string complaint = failed->Complaint(status);
         if (!complaint.empty()) {

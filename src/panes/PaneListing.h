@@ -30,6 +30,8 @@ public:
     virtual void Arrived(const Arrival& arrival) = 0;
     /// The folder shown is looked at again: it is followed now, or still cannot be, or is gone.
     virtual void LookedAgain() = 0;
+    /// A link that was gone into leads to no folder: to nothing, or to something else by now.
+    virtual void NoFolder(const entry_ref& link) = 0;
 };
 
 /// Which place a list shows, and the way from one to another: opens sources and puts their rows
@@ -102,6 +104,7 @@ private:
     std::unique_ptr<RowSource> fOpening; // what will be; null when nothing is being opened
     Way fWay = Way::kStraight;           // to fOpening
     bool fHasToldOfWatch = false;        // that there is none
+    entry_ref fLink;                     // that leads there by kInto; without a name: no link
     bool fIsOpeningNow = false;          // it may hand its rows over at once
     std::string fDownPath;
     bool fMayGoDown = false;

@@ -121,6 +121,9 @@ public:
     virtual std::unique_ptr<RowSource> Up() const = 0;
     /// What one of the rows leads into.
     virtual std::unique_ptr<RowSource> Into(const DirListItem& row) const = 0;
+    /// The local entry that a row which leads nowhere is opened as; null where there is none. Lent
+    /// until the row is updated or deleted.
+    virtual const entry_ref* EntryToOpen(const DirListItem& row) const;
     /// A local folder that a person named. Null also when the source only takes note of it.
     virtual std::unique_ptr<RowSource> GoTo(const std::string& folder) = 0;
     /// Asks the person, where something would be lost, before the list goes to a place that has

@@ -4,9 +4,21 @@
 
 . "$(dirname "${BASH_SOURCE[0]}")/../../scripts/desktop.sh"
 
+# use_own_programs DIR: a desktop without this machine's programs, so that what a test opens by
+# mistake starts nothing. A test adds programs to $XDG_DATA_DIRS/applications.
+use_own_programs() {
+    mkdir -p "$1/applications" "$1/etc"
+    # Everything else is there: the window manager looks for its settings, too.
+    find /usr/share/* -maxdepth 0 ! -name applications -exec ln -s -t "$1" {} +
+    [ ! -d /etc/xdg ] || find /etc/xdg/* -maxdepth 0 ! -name '*mimeapps.list' -exec ln -s -t "$1/etc" {} +
+    export XDG_DATA_DIRS=$1 XDG_CONFIG_DIRS=$1/etc DBUS_SESSION_BUS_ADDRESS=disabled:
+    unset VISUAL EDITOR TERMINAL
+}
+
 norvane=$1
 base=$(mktemp -d)
 use_folders "$base"
+use_own_programs "$base/programs"
 settings_file=$XDG_CONFIG_HOME/Norvane/Norvane.pref
 keep=${NORVANE_KEEP_PICTURES:-}
 

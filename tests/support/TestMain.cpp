@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <string>
 
@@ -11,6 +14,35 @@ namespace {
 
 // Set in programs that a test starts: what the test changed for them stays.
 constexpr const char* kInsideVariable = "NORVANE_IN_TEST";
+
+/// Leaves nothing that a test could start by mistake: no program of this machine is one for any
+/// type, and the session's bus is out of reach.
+void HideThePersonsPrograms(const std::string& home)
+{
+    const std::string share = home + "/share";
+    mkdir(share.c_str(), 0700);
+    for (const char* folder : {"mime", "icons"}) {
+        // Made once, by whichever test is the first.
+        [[maybe_unused]] const int status =
+            symlink((std::string("/usr/share/") + folder).c_str(), (share + "/" + folder).c_str());
+    }
+    setenv("XDG_DATA_DIRS", share.c_str(), 1);
+    setenv("XDG_CONFIG_DIRS", (home + "/etc").c_str(), 1);
+    setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
+    for (const char* name : {"VISUAL", "EDITOR", "TERMINAL"}) {
+        unsetenv(name);
+    }
+}
+
+/// Less than there may be: a program raises it, and gives it back to what it starts.
+void LowerDescriptorLimit()
+{
+    rlimit limit = {};
+    getrlimit(RLIMIT_NOFILE, &limit);
+    limit.rlim_cur = std::min(limit.rlim_cur, limit.rlim_max / 2);
+    setrlimit(RLIMIT_NOFILE, &limit);
+    setenv("FIRST_DESCRIPTOR_LIMIT", std::to_string(limit.rlim_cur).c_str(), 1);
+}
 
 /// Headless, with one pinned font and folders for settings and data beside the build, however the
 /// test is started: nobody's own files are read or changed.
@@ -34,6 +66,8 @@ void SetEnvironment()
     setenv("FONTCONFIG_FILE", TEST_FONTS, 1);
     setenv("LC_ALL", "C.UTF-8", 1);
     setenv("TZ", "UTC", 1);
+    HideThePersonsPrograms(home);
+    LowerDescriptorLimit();
 }
 
 } // namespace

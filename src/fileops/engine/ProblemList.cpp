@@ -10,6 +10,29 @@ constexpr size_t kShownLines = 20;
 constexpr size_t kShownNameBytes =
     80; // a longer name is cut: this is text to read, not a path to use
 
+/// Why a program was not started.
+const char* ReasonForStart(status_t status)
+{
+    switch (status) {
+    case B_LAUNCH_FAILED_NO_RESOLVE_LINK:
+        return "the link leads nowhere";
+    case B_LAUNCH_FAILED_NO_PREFERRED_APP:
+        return "no installed program is set for files of this kind";
+    case B_LAUNCH_FAILED_APP_NOT_FOUND:
+        return "its program, or what that needs, is not installed";
+    case B_LAUNCH_FAILED_EXECUTABLE:
+        return "this machine cannot run it";
+    case B_LAUNCH_FAILED:
+        return "its program could not be started";
+    case B_TIMED_OUT:
+        return "its program does not answer";
+    case B_NO_MORE_TEAMS:
+        return "the system has no processes left";
+    default:
+        return "the file system refused it";
+    }
+}
+
 } // namespace
 
 std::string ShownName(const std::string& name)
@@ -86,7 +109,7 @@ const char* ReasonFor(status_t status)
     case B_BUSY:
         return "it is busy";
     default:
-        return "the file system refused it";
+        return ReasonForStart(status);
     }
 }
 

@@ -65,12 +65,14 @@ protected:
     OpenOrder OrderForOpening() const override { return {"%D %R", BMessenger()}; }
     void Arrived(const Arrival& arrival) override { fArrivals.push_back(arrival); }
     void LookedAgain() override { fLooks++; }
+    void NoFolder(const entry_ref& link) override { fNoFolders += link.name + std::string(" "); }
 
     TempTree fTree;
     PaneNotifier fNotifier{nullptr};
     ScriptedSource::Places fPlaces;
     std::vector<Arrival> fArrivals;
     int fLooks = 0;
+    std::string fNoFolders;
     std::unique_ptr<LiveUpdates> fUpdates;
     std::unique_ptr<PaneListing> fListing;
 };
@@ -91,6 +93,22 @@ TEST_F(PaneListingTest, StartsAtHomeWhenItsFolderCannotBeRead)
     EXPECT_EQ(listing.UnreadableFolder(), "/not/there");
     EXPECT_EQ(listing.UnreadableReason(), "The directory, /not/there, cannot be read.");
     EXPECT_GE(fRows->Find(".."), 0);
+}
+
+TEST_F(PaneListingTest, TellsOfLinksThatLeadToNoFolder)
+{
+    fTree.MakeFolder("home/removed");
+    fTree.Link("home/broken", "nowhere");
+    fListing->Start();
+    fTree.Remove("home/removed");
+    Enter("removed"); // no link: whoever asked sees that nothing happens
+    EXPECT_EQ(fNoFolders, "");
+    Enter("broken");
+    EXPECT_EQ(fNoFolders, "broken ");
+    EXPECT_EQ(Names(), ".. below broken removed ");
+    Enter("below");
+    EXPECT_EQ(Place(), fTree.Path("home/below"));
+    EXPECT_EQ(fNoFolders, "broken ");
 }
 
 TEST_F(PaneListingTest, GoesInAndUpAndTellsWhereFrom)

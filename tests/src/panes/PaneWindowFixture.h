@@ -53,7 +53,7 @@ public:
         }
         if (message->what == norvane::kLocalEntries || message->what == norvane::kColumnResized ||
             message->what == norvane::kHelp || message->what == norvane::kNewFolder ||
-            message->what == norvane::kQuery) {
+            message->what == norvane::kQuery || message->what == norvane::kNotOpened) {
             const std::lock_guard lock(fMutex);
             fReceived.push_back(*message);
             return;
