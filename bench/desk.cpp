@@ -7,6 +7,12 @@
 //   desk keys NAME COUNT      from a key press to the first frame that answers it, COUNT times: the
 //   50th,
 //                             99th and 100th of a hundred
+//   desk files FOLDER COUNT   from the making of a file there to the first frame that shows it,
+//   COUNT
+//                             times: the 50th, 99th and 100th of a hundred
+//   desk creations FOLDER COUNT
+//                             from the making of the first of so many files, at once, to the last
+//                             change of the screen
 //   desk operation NAME TITLE [FOLDER]
 //                             from a key press until the window of that title, once shown, is gone;
 //                             and until the first entry came into FOLDER. What is over before its
@@ -19,6 +25,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <future>
 #include <poll.h>
 #include <sys/inotify.h>
@@ -68,6 +75,18 @@ int Key(ScreenWatch& screen, const char* name, double quietMs)
     return end < 0 ? 1 : 0;
 }
 
+int Print(std::vector<double> times)
+{
+    if (times.empty()) {
+        return Fail("the screen never changed");
+    }
+    std::sort(times.begin(), times.end());
+    const size_t last = times.size() - 1;
+    std::printf("%.1f %.1f %.1f of %zu\n", times[last / 2], times[last * 99 / 100], times[last],
+                times.size());
+    return 0;
+}
+
 int Keys(ScreenWatch& screen, const char* name, int count)
 {
     std::vector<double> times;
@@ -83,14 +102,47 @@ int Keys(ScreenWatch& screen, const char* name, int count)
             screen.LastChange(60, 2000); // the footer follows a frame later
         }
     }
-    if (times.empty()) {
-        return Fail("the screen never changed");
+    return Print(std::move(times));
+}
+
+bool MakeFile(const char* folder, const char* prefix, int number)
+{
+    char path[4096];
+    std::snprintf(path, sizeof(path), "%s/%s-%08d", folder, prefix, number);
+    const int file = open(path, O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0644);
+    return file >= 0 && close(file) == 0;
+}
+
+int Files(ScreenWatch& screen, const char* folder, int count)
+{
+    std::vector<double> times;
+    for (int i = 0; i < count; i++) {
+        screen.Drain();
+        const double begin = ScreenWatch::Now();
+        if (!MakeFile(folder, "a", count - i)) { // each before the one before: all are in sight
+            return Fail("no file can be made there");
+        }
+        const double end = screen.FirstChange(2000);
+        if (end >= 0) {
+            times.push_back(end - begin);
+            screen.LastChange(60, 2000);
+        }
     }
-    std::sort(times.begin(), times.end());
-    const size_t last = times.size() - 1;
-    std::printf("%.1f %.1f %.1f of %zu\n", times[last / 2], times[last * 99 / 100], times[last],
-                times.size());
-    return 0;
+    return Print(std::move(times));
+}
+
+int Creations(ScreenWatch& screen, const char* folder, int count)
+{
+    screen.Drain();
+    const double begin = ScreenWatch::Now();
+    for (int i = 0; i < count; i++) {
+        if (!MakeFile(folder, "m", i)) {
+            return Fail("no file can be made there");
+        }
+    }
+    const double end = screen.LastChange(kQuietMs, kLimitMs);
+    std::printf("%.1f\n", end < 0 ? -1.0 : end - begin);
+    return end < 0 ? 1 : 0;
 }
 
 /// Notes when the first entry comes into a folder, and when one was changed last.
@@ -185,9 +237,15 @@ int main(int argc, char** argv)
     if (argc == 4 && std::strcmp(argv[1], "keys") == 0) {
         return Keys(screen, argv[2], std::atoi(argv[3]));
     }
+    if (argc == 4 && std::strcmp(argv[1], "files") == 0) {
+        return Files(screen, argv[2], std::atoi(argv[3]));
+    }
+    if (argc == 4 && std::strcmp(argv[1], "creations") == 0) {
+        return Creations(screen, argv[2], std::atoi(argv[3]));
+    }
     if ((argc == 4 || argc == 5) && std::strcmp(argv[1], "operation") == 0) {
         return Operation(screen, argv[2], argv[3], argc == 5 ? argv[4] : nullptr);
     }
     return Fail("start COMMAND... | key NAME [QUIET] | keys NAME COUNT | "
-                "operation NAME TITLE [FOLDER]");
+                "files|creations FOLDER COUNT | operation NAME TITLE [FOLDER]");
 }

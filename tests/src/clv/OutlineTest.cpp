@@ -347,6 +347,7 @@ TEST_P(OutlineAtRandom, ShowsWhatIsNotBelowACollapsedRow)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, OutlineAtRandom, ::testing::Range(1u, 9u));
+INSTANTIATE_TEST_SUITE_P(Seeds, OutlineAtRandom, ::testing::Range(1u, 9u),
+                         [](const auto& seed) { return "seed" + std::to_string(seed.param); });
 
 } // namespace
