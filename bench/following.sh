@@ -1,9 +1,8 @@
 # shellcheck shell=bash disable=SC2154,SC2034 # bench/run has set what is used here
 # Sourced by bench/run: what a pane does while others change its folder.
 
-# in the window's own seconds of processor time, as milliseconds
-processor_ms() { awk -v tick="$(getconf CLK_TCK)" '{print ($14 + $15) * 1000 / tick}' "/proc/$1/stat"; }
-
+# processor time of all threads that live, in milliseconds; the clock of the whole process is coarse
+processor_ms() { cat "/proc/$1/task/"*/schedstat | awk '{sum += $1} END {print int(sum / 1000000)}'; }
 
 measure_following() {
     local round own=() peer=() folder=$shm_play/follow

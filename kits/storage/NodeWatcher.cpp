@@ -14,6 +14,7 @@
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/inotify.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace kits {
@@ -23,9 +24,12 @@ namespace {
 constexpr uint32 kFolderMask = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_MODIFY |
                                IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
 constexpr uint32 kGuardMask = IN_DELETE | IN_ONLYDIR | IN_MASK_ADD;
-// While much happens, events are left to the kernel for so long: of those about one file it makes
-// one, and one turn here takes many. Taking each would cost a big copy a quarter of its speed.
-constexpr int kBusyMilliseconds = 25;
+// While much happens, events are left to the kernel for these steps: of those about one file it
+// makes one, and one turn here takes many. Taking each would cost a big copy a quarter of its
+// speed.
+constexpr int kBusyMilliseconds = 5;
+constexpr int kBusySteps = 5;
+constexpr int kMuchWaiting = 96 * 1024;
 // A watcher that watches nothing stays for so long.
 constexpr int kLingerMilliseconds = 5000;
 
@@ -325,8 +329,7 @@ void NodeWatcher::Run()
 {
     for (;;) {
         if (fIsBusy) {
-            struct pollfd wake = {fWake.Get(), POLLIN, 0};
-            ::poll(&wake, 1, kBusyMilliseconds);
+            Gather();
         }
         struct pollfd polled[2] = {{fInotify.Get(), POLLIN, 0}, {fWake.Get(), POLLIN, 0}};
         const int ready = ::poll(polled, 2, fAhead.empty() ? PollTimeout() : 0);
@@ -342,6 +345,18 @@ void NodeWatcher::Run()
         RunTasks();
         SendDueStats();
         SendChanges();
+    }
+}
+
+/// Lets a storm go on for a moment, so that much of it is told at once.
+void NodeWatcher::Gather()
+{
+    struct pollfd wake = {fWake.Get(), POLLIN, 0};
+    for (int step = 0; step < kBusySteps && ::poll(&wake, 1, kBusyMilliseconds) == 0; ++step) {
+        int waiting = 0; // bytes
+        if (::ioctl(fInotify.Get(), FIONREAD, &waiting) == 0 && waiting > kMuchWaiting) {
+            ReadAhead(); // before the kernel's queue is full
+        }
     }
 }
 

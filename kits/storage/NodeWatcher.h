@@ -126,6 +126,7 @@ private:
 
     // The watcher's thread.
     void Run();
+    void Gather();
     bool MayEnd();
     void RunTasks();
     void SendChanges();
@@ -171,6 +172,10 @@ private:
     void SelfChanged(Folder* folder, uint32 mask);
     void SelfGone(Folder* folder);
     void CheckGuarded(const Folder* parent, std::string_view name);
+    static bool IsGone(const Folder& folder);
+    void AwaitCalm();
+    size_t TakeAhead();
+    void ReadAhead();
     void RereadAll();
     enum class Since : uint8 { kLastEvent, kOverflow };
     void Reread(Folder* folder, const FolderListing& listing, Since since);

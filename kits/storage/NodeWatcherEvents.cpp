@@ -21,6 +21,10 @@ namespace {
 constexpr size_t kReadBytes = size_t{64} * 1024;
 // So much is gathered before it is worked through; what comes after waits in the kernel.
 constexpr size_t kGatheredBytes = size_t{1024} * 1024;
+// So much more is taken from the kernel meanwhile, some 300,000 events, and so often: it keeps
+// 16,384 at most, which others may cause in 25 ms.
+constexpr size_t kMostAhead = size_t{16} * 1024 * 1024;
+constexpr size_t kReadAheadEvery = 256;
 // How long the second half of a rename may be behind the first.
 constexpr int kPartnerMilliseconds = 5;
 constexpr int kWayBackMilliseconds = 1;
@@ -28,6 +32,10 @@ constexpr int kWayBackMilliseconds = 1;
 constexpr int kMostRounds = 4;
 // So many at once, and more are about to come.
 constexpr size_t kManyEvents = 32;
+// After the kernel's queue overflowed: it is calm when nothing comes for so long; longer is not
+// waited.
+constexpr int kCalmMilliseconds = 20;
+constexpr bigtime_t kLongestStorm = 300'000;
 
 /// How long to wait for what belongs to the last event: the other half of a rename, or the way back
 /// of an exchange. Both stand together, so only the last event can have lost the rest.
@@ -66,13 +74,31 @@ void NodeWatcher::TakeEvents(const char* bytes, size_t size, std::vector<Event>*
     }
 }
 
-void NodeWatcher::ReadEvents()
+/// Takes what waits in the kernel, whose queue is short, to be handled next.
+void NodeWatcher::ReadAhead()
 {
-    // What was read ahead comes first.
-    size_t size = fAhead.size();
+    ssize_t length = 1;
+    while (length > 0 && fAhead.size() < kMostAhead) {
+        const size_t have = fAhead.size();
+        fAhead.resize(have + kReadBytes);
+        length = ::read(fInotify.Get(), fAhead.data() + have, kReadBytes);
+        fAhead.resize(have + (length > 0 ? static_cast<size_t>(length) : 0));
+    }
+}
+
+/// What was read ahead comes first.
+size_t NodeWatcher::TakeAhead()
+{
+    const size_t size = fAhead.size();
     fBytes.resize(std::max(fBytes.size(), size));
     std::copy(fAhead.begin(), fAhead.end(), fBytes.begin());
     fAhead.clear();
+    return size;
+}
+
+void NodeWatcher::ReadEvents()
+{
+    size_t size = TakeAhead();
     const time_t started = ::time(nullptr);
     while (size < kGatheredBytes) {
         const size_t more = ReadMore(size);
@@ -96,11 +122,36 @@ void NodeWatcher::ReadEvents()
                                        [](const Event& event) { return event.mask == IN_MODIFY; });
     fIsBusy = areWrites || events.size() >= kManyEvents;
     Handle(&events);
-    if (std::exchange(fHasOverflown, false)) {
+    if (fHasOverflown) {
+        AwaitCalm();
+        fHasOverflown = false;
         RereadAll();
     }
     fJustCreated.clear();
     fLastDrained = started;
+    if (fBytes.size() > kGatheredBytes) {
+        fBytes = {}; // of a storm
+    }
+}
+
+/// The kernel's queue overflowed: all folders are read anew, which tells what happens until then.
+/// So it is waited for, or a storm would have them read again and again.
+void NodeWatcher::AwaitCalm()
+{
+    const bigtime_t deadline = system_time() + kLongestStorm;
+    struct pollfd polled = {fInotify.Get(), POLLIN, 0};
+    do {
+        size_t size = TakeAhead();
+        size += ReadMore(size);
+        std::vector<Event> events;
+        TakeEvents(fBytes.data(), size, &events);
+        for (const Event& event : events) {
+            Folder* folder = event.name.empty() ? FolderOf(event.watch) : nullptr;
+            if (folder != nullptr) {
+                SelfChanged(folder, event.mask); // of this no listing tells
+            }
+        }
+    } while (system_time() < deadline && ::poll(&polled, 1, kCalmMilliseconds) > 0);
 }
 
 void NodeWatcher::Handle(std::vector<Event>* events)
@@ -113,6 +164,9 @@ void NodeWatcher::Handle(std::vector<Event>* events)
     }
     for (size_t i = 0; i < events->size(); ++i) {
         HandleOne(events, i);
+        if (i % kReadAheadEvery == kReadAheadEvery - 1) {
+            ReadAhead();
+        }
     }
 }
 
@@ -206,10 +260,7 @@ bool NodeWatcher::GoesLater(const std::vector<Event>& events, size_t index, cons
         return true;
     }
     // It is told by now: the kernel tells before anyone can see that it is gone.
-    const size_t have = fAhead.size();
-    fAhead.resize(have + kReadBytes);
-    const ssize_t length = ::read(fInotify.Get(), fAhead.data() + have, kReadBytes);
-    fAhead.resize(have + (length > 0 ? static_cast<size_t>(length) : 0));
+    ReadAhead();
     std::vector<Event> ahead;
     TakeEvents(fAhead.data(), fAhead.size(), &ahead);
     return std::any_of(ahead.begin(), ahead.end(), goes);
@@ -546,6 +597,15 @@ void NodeWatcher::SelfGone(Folder* folder)
     Forget(folder);
 }
 
+/// Whether nothing links the folder any more.
+bool NodeWatcher::IsGone(const Folder& folder)
+{
+    OpenFolder open;
+    struct stat st;
+    return FolderTable::Get().Open(folder.hold, &open) != B_OK ||
+           sys::Stat(open->Get(), &st) != B_OK || st.st_nlink == 0;
+}
+
 void NodeWatcher::CheckGuarded(const Folder* parent, std::string_view name)
 {
     if (parent->guarded == 0) {
@@ -556,11 +616,8 @@ void NodeWatcher::CheckGuarded(const Folder* parent, std::string_view name)
         if (folder->guard != parent->watch || folder->leaf != name) {
             continue;
         }
-        OpenFolder open;
-        struct stat st;
-        // Another folder of that name may be there by now; this one is gone when nothing links it.
-        if (FolderTable::Get().Open(folder->hold, &open) != B_OK ||
-            sys::Stat(open->Get(), &st) != B_OK || st.st_nlink == 0) {
+        // Another folder of that name may be there by now.
+        if (IsGone(*folder)) {
             gone.push_back(folder.get());
         }
     }
@@ -571,15 +628,21 @@ void NodeWatcher::CheckGuarded(const Folder* parent, std::string_view name)
 
 void NodeWatcher::RereadAll()
 {
-    std::vector<Folder*> folders;
+    std::vector<int> watches;
     for (const auto& [watch, folder] : fFolders) {
         if (folder->hasNames) {
-            folders.push_back(folder.get());
+            watches.push_back(watch);
         }
     }
-    for (Folder* folder : folders) {
+    for (const int watch : watches) {
         FolderListing listing;
-        if (ReadNames(folder, &listing) == B_OK) {
+        Folder* folder = FolderOf(watch); // the end of another one may have been its own
+        if (folder == nullptr) {
+            continue;
+        }
+        if (IsGone(*folder)) {
+            SelfGone(folder); // what told of it may be lost
+        } else if (ReadNames(folder, &listing) == B_OK) {
             Reread(folder, listing, Since::kOverflow);
         }
     }
