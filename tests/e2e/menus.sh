@@ -11,16 +11,6 @@ write_settings "$base/left" "$base/right"
 xdotool mousemove 700 500
 start_norvane
 
-# An open menu is a window without a title, over the main window.
-menus() {
-    local id
-    for id in $(xdotool search --onlyvisible --class norvane 2>/dev/null); do
-        xwininfo -id "$id" | grep -q 'Override Redirect State: yes' && echo "$id"
-    done
-}
-count_menus() { menus | wc -l; }
-menu_open() { [ "$(count_menus)" = 1 ]; }
-menu_closed() { [ "$(count_menus)" = 0 ]; }
 one_menu_at_most() { [ "$(count_menus)" -le 1 ]; }
 place_of_menu() { xdotool getwindowgeometry --shell "$(menus)" | grep -E '^(X|Y|WIDTH)='; }
 # another_menu PLACE: the one menu that is open is not the one that was there
