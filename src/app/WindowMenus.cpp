@@ -24,7 +24,6 @@ BMenu* BuildMenu(const MenuColumn& column, BHandler* target)
         menu->AddItem(item); // adopted
     }
     menu->SetTargetForItems(target);
-    menu->SetEnabled(!column.lines.empty());
     return menu;
 }
 

@@ -184,6 +184,17 @@ painted() {
     colors=$(import -window "$window" -format %k info:- 2>/dev/null) && [ "$colors" -gt 3 ]
 }
 
+# An open menu is a window without a title, over the main window.
+menus() {
+    local id
+    for id in $(xdotool search --onlyvisible --class norvane 2>/dev/null); do
+        xwininfo -id "$id" | grep -q 'Override Redirect State: yes' && echo "$id"
+    done
+}
+count_menus() { menus | wc -l; }
+menu_open() { [ "$(count_menus)" = 1 ]; }
+menu_closed() { [ "$(count_menus)" = 0 ]; }
+
 # What comes in the half second after a question's first frame, or after a key, is dropped on
 # purpose; nothing outside tells when that ends.
 reading_time() { hold 800; }

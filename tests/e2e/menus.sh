@@ -11,16 +11,6 @@ write_settings "$base/left" "$base/right"
 xdotool mousemove 700 500
 start_norvane
 
-# An open menu is a window without a title, over the main window.
-menus() {
-    local id
-    for id in $(xdotool search --onlyvisible --class norvane 2>/dev/null); do
-        xwininfo -id "$id" | grep -q 'Override Redirect State: yes' && echo "$id"
-    done
-}
-count_menus() { menus | wc -l; }
-menu_open() { [ "$(count_menus)" = 1 ]; }
-menu_closed() { [ "$(count_menus)" = 0 ]; }
 one_menu_at_most() { [ "$(count_menus)" -le 1 ]; }
 place_of_menu() { xdotool getwindowgeometry --shell "$(menus)" | grep -E '^(X|Y|WIDTH)='; }
 # another_menu PLACE: the one menu that is open is not the one that was there
@@ -43,6 +33,8 @@ file=(18 11)
 navigation=(74 11)
 about=(40 142)
 view=(140 11)
+add_ons=(375 11)
+help_left=342 # on the screen
 query=(160 89)
 row_of_file=(400 116)
 
@@ -82,6 +74,20 @@ expect "$what: no menu" menu_open
 shot menus-disabled
 at "${query[@]}"; press; release
 stays 300 one_menu_at_most || fail "$what: opened something"
+key Escape
+expect "$what: the menu stayed" menu_closed
+
+# Without anything in it a menu is disabled, whatever leads there.
+what="an empty menu"
+at "${add_ons[@]}"; press; release
+stays 300 menu_closed || fail "$what: it opened"
+key F10
+expect "$what: no menu" menu_open
+place=$(place_of_menu)
+key Left
+expect "$what: the menu before it is not open" another_menu "$place"
+[[ $(place_of_menu) == X=$help_left* ]] || fail "$what: open is the one at $(place_of_menu)"
+shot menus-help
 key Escape
 expect "$what: the menu stayed" menu_closed
 

@@ -311,6 +311,23 @@ TEST_F(WindowCommandsTest, OnlyWhatWorksCanBeChosen)
     });
 }
 
+TEST_F(WindowCommandsTest, AnItemThatIsAddedLaterCanBeChosen)
+{
+    OpenThree();
+    Locked([&] {
+        auto* bar = dynamic_cast<BMenuBar*>(fWindow->FindView("MenuBar"));
+        ASSERT_NE(bar, nullptr);
+        BMenuItem* addOns = bar->FindItem("Add-Ons");
+        ASSERT_NE(addOns, nullptr);
+        addOns->Submenu()->AddItem(new BMenuItem("More", new BMessage(kAddPane))); // adopted
+    });
+    kits::testing::TypeFunctionKey(B_F10_KEY);
+    kits::testing::TypeKey(B_LEFT_ARROW);
+    kits::testing::TypeKey('m');
+    kits::testing::TypeKey(B_RETURN);
+    EXPECT_TRUE(WaitFor([&] { return CountPanes() == 4; }));
+}
+
 TEST_F(WindowCommandsTest, ShortcutsReachTheWindow)
 {
     OpenThree();
