@@ -14,6 +14,7 @@
 
 #include <Alert.h>
 #include <OS.h>
+#include <Path.h>
 #include <testing/Driver.h>
 
 #include <algorithm>
@@ -21,6 +22,7 @@
 #include <cstring>
 #include <dirent.h>
 #include <linux/magic.h>
+#include <sys/stat.h>
 #include <sys/vfs.h>
 
 using namespace kits::testing;
@@ -31,9 +33,9 @@ namespace {
 
 constexpr bigtime_t kRestLimit = 90'000'000;
 constexpr bigtime_t kRowsLimit = 6'000'000;
-constexpr bigtime_t kKeyPatience = 250'000; // after Escape
-constexpr bigtime_t kEnterPatience =
-    650'000; // after Enter: dialogs that come unasked wait for quiet
+constexpr bigtime_t kLockPatience = 500'000;
+constexpr bigtime_t kShortPatience = 250'000;
+constexpr bigtime_t kPatience = 600'000; // dialogs that come unasked wait for quiet
 
 struct Unlock
 {
@@ -89,7 +91,26 @@ struct Program::Pane
 {
     bool isLocal = false;
     std::string path;
+    std::string inside; // of some row, wherever its folder is now
+    node_ref node;
     std::vector<std::string> names;
+
+    bool IsAt(const std::string& folder) const
+    {
+        struct stat st = {};
+        return stat(folder.c_str(), &st) == 0 && st.st_ino == static_cast<ino_t>(node.node) &&
+               st.st_dev == static_cast<dev_t>(node.device);
+    }
+
+    /// Where the folder shown is; empty when it is gone, and nothing can be listed.
+    std::string Place() const
+    {
+        if (IsAt(path)) {
+            return path;
+        }
+        const std::string other = inside.substr(0, inside.rfind('/'));
+        return !inside.empty() && IsAt(other) ? other : std::string();
+    }
 };
 
 Program::Program(Scene& scene) : fScene(scene) {}
@@ -136,10 +157,10 @@ std::string Program::AwaitEnd()
         if (!seen.empty()) {
             Activate(seen.back());
             TypeKey(B_ESCAPE);
-            WaitFor([] { return be_app == nullptr; }, kKeyPatience);
+            WaitFor([] { return be_app == nullptr; }, kShortPatience);
             TypeKey(B_ENTER);
         }
-        WaitFor([] { return be_app == nullptr; }, kEnterPatience);
+        WaitFor([] { return be_app == nullptr; }, kPatience);
     }
     return be_app == nullptr ? std::string() : "the program does not end: " + DescribeUnrest();
 }
@@ -147,9 +168,8 @@ std::string Program::AwaitEnd()
 std::string Program::ComeToRest()
 {
     const bigtime_t end = system_time() + kRestLimit;
-    int attempt = 0;
-    while (system_time() < end) {
-        std::string fault = Start();
+    for (int attempt = 0; system_time() < end;) {
+        const std::string fault = Start();
         if (!fault.empty()) {
             return fault;
         }
@@ -159,36 +179,54 @@ std::string Program::ComeToRest()
                 return "what is dragged stays so";
             }
         }
-        std::vector<SeenWindow> seen = SeenWindows();
-        seen.erase(std::remove_if(seen.begin(), seen.end(),
-                                  [&](const SeenWindow& window) {
-                                      return window.core == fCore.get() && !window.isMenu;
-                                  }),
-                   seen.end());
-        const bool isBusy = norvane::Operations::Count() > 0;
-        if (seen.empty() && !isBusy) {
-            if (HasWindow() && fCore->Queue().IsEmpty()) {
-                return {};
-            }
+        const std::vector<SeenWindow> others = OtherWindows();
+        if (!others.empty() || norvane::Operations::Count() > 0) {
+            Dismiss(others, attempt++);
+        } else if (HasWindow() && fCore->Queue().IsEmpty()) {
+            return {};
+        } else {
             snooze(1'000);
-            continue;
         }
-        const auto hasChanged = [&, count = SeenWindows().size()] {
-            return SeenWindows().size() != count || (isBusy && norvane::Operations::Count() == 0);
-        };
-        if (attempt > 3 && !seen.empty()) {
-            Activate(seen.back());
-        }
-        const bool isEnter = attempt % 2 == 1;
-        attempt++;
-        if (seen.empty() && isEnter) {
-            WaitFor(hasChanged, kEnterPatience);
-            continue;
-        }
-        TypeKey(isEnter ? B_ENTER : B_ESCAPE);
-        WaitFor(hasChanged, isEnter ? kEnterPatience : kKeyPatience);
     }
     return "it does not come to rest: " + DescribeUnrest();
+}
+
+std::vector<SeenWindow> Program::OtherWindows() const
+{
+    std::vector<SeenWindow> seen = SeenWindows();
+    seen.erase(std::remove_if(seen.begin(), seen.end(),
+                              [this](const SeenWindow& window) {
+                                  return window.core == fCore.get() && !window.isMenu;
+                              }),
+               seen.end());
+    return seen;
+}
+
+/// Escape closes menus and prompts and has operations ask whether they are to stop; that question
+/// and those that are asked for every entry are answered by the button that ends it all.
+void Program::Dismiss(const std::vector<SeenWindow>& others, int attempt) const
+{
+    const auto hasChanged = [&] {
+        const std::vector<SeenWindow> now = OtherWindows();
+        return now.size() != others.size() || now.empty() ||
+               now.back().token != others.back().token;
+    };
+    if (attempt > 5 && !others.empty()) {
+        Activate(others.back());
+    }
+    const std::string title = others.empty() || attempt % 5 == 4 ? "" : others.back().title;
+    if (title == "Item Exists") {
+        TypeKey(B_TAB, B_SHIFT_KEY); // to "Cancel"
+    } else if (title == "Sir?") {
+        TypeKey(B_TAB); // to "Stop"
+    } else {
+        TypeKey(B_ESCAPE);
+    }
+    // Most take keys at once, those that come unasked when none was typed for a while.
+    if (!WaitFor(hasChanged, attempt == 0 ? kShortPatience : kPatience) && !others.empty()) {
+        TypeKey(B_ENTER);
+        WaitFor(hasChanged, kShortPatience);
+    }
 }
 
 std::string Program::DescribeUnrest() const
@@ -204,19 +242,24 @@ std::string Program::DescribeUnrest() const
     return text;
 }
 
-bool Program::ReadPanes(std::vector<Pane>* panes)
+bool Program::ReadPanes(std::vector<Pane>* panes) const
 {
-    if (fCore->Lock(kRowsLimit) != B_OK) {
+    if (fCore->Lock(kLockPatience) != B_OK) {
         return false;
     }
     const Unlock unlock{*fCore};
     auto* window = dynamic_cast<norvane::NorvaneWindow*>(fCore->Window());
     for (int32 index = 0; window != nullptr && index < window->CountPanes(); index++) {
         const norvane::DirView* list = window->PaneAt(index)->GetDirView();
-        Pane pane{list->Mode() == norvane::kLocalMode, list->Path(), {}};
+        Pane pane;
+        pane.isLocal = list->Mode() == norvane::kLocalMode;
+        pane.path = list->Path();
+        pane.node = list->FolderNode();
         for (int32 row = 0; row < list->CountItems(); row++) {
             if (!list->RowAt(row)->IsParent()) {
                 pane.names.emplace_back(list->RowAt(row)->GetEntryName());
+                const BPath inside(list->RowAt(row)->GetRef());
+                pane.inside = inside.InitCheck() == B_OK ? inside.Path() : "";
             }
         }
         std::sort(pane.names.begin(), pane.names.end());
@@ -225,24 +268,25 @@ bool Program::ReadPanes(std::vector<Pane>* panes)
     return true;
 }
 
-bool Program::Judge(const std::vector<Pane>& panes, std::string* fault, int64* rows) const
+/// What is wrong with a pane; empty when nothing is.
+std::string Program::Judge(const Pane& pane, Tally* tally)
 {
-    fault->clear();
-    *rows = 0;
-    for (const Pane& pane : panes) {
-        std::vector<std::string> fresh;
-        if (!pane.isLocal || IsUnwatchable(pane.path)) {
-            continue;
-        }
-        const int error = List(pane.path, &fresh);
-        if (error != 0 && error != ENOENT && error != ENOTDIR) {
-            *fault += "the pane of " + pane.path + ": " + std::strerror(error) + "\n";
-        } else if (pane.names != fresh) {
-            *fault += "the pane of " + pane.path + ":\n" + Difference(pane.names, fresh);
-        }
-        *rows += static_cast<int64>(fresh.size());
+    std::string place = pane.Place();
+    std::vector<std::string> fresh;
+    const int error = List(place.empty() ? pane.path : place, &fresh);
+    if (place.empty() && error == 0) {
+        return "the pane of " + pane.path + " shows another folder that is gone\n";
     }
-    return fault->empty();
+    if (!place.empty() && error != 0) {
+        return "the pane of " + pane.path + ": " + std::strerror(error) + "\n";
+    }
+    tally->panes++;
+    tally->rows += static_cast<int64>(fresh.size());
+    tally->gone += place.empty() ? 1 : 0;
+    tally->moved += !place.empty() && place != pane.path ? 1 : 0;
+    return pane.names == fresh ? std::string()
+                               : "the pane of " + pane.path + " (now at \"" + place + "\"):\n" +
+                                     Difference(pane.names, fresh);
 }
 
 std::string Program::ComparePanes()
@@ -252,22 +296,31 @@ std::string Program::ComparePanes()
     do {
         std::vector<Pane> panes;
         if (!ReadPanes(&panes)) {
-            return "the main window keeps its lock";
+            // An alert may have come up since.
+            fault = ComeToRest();
+            if (!fault.empty()) {
+                return fault;
+            }
+            fault = "the main window keeps its lock: " + DescribeUnrest();
+            continue;
         }
-        int64 rows = 0;
-        if (Judge(panes, &fault, &rows)) {
-            fRowsCompared += rows;
-            fPanesCompared += static_cast<int64>(panes.size());
+        fault.clear();
+        Tally tally = fTally;
+        for (const Pane& pane : panes) {
+            fault += pane.isLocal && !IsUnwatchable(pane.path) ? Judge(pane, &tally) : "";
+        }
+        if (fault.empty()) {
+            fTally = tally;
             return {};
         }
         snooze(20'000);
     } while (system_time() < end);
-    return "rows differ from what is there:\n" + fault;
+    return "what panes show does not become what is there:\n" + fault;
 }
 
 void Program::LeadBack(uint32 number)
 {
-    if (number % 4 == 0 || fCore->Lock(kRowsLimit) != B_OK) {
+    if (number % 4 == 0 || fCore->Lock(kLockPatience) != B_OK) {
         return;
     }
     const Unlock unlock{*fCore};

@@ -16,11 +16,21 @@ class HeadlessApplication;
 } // namespace kits
 
 class Scene;
+struct SeenWindow;
 
 /// The whole program, started anew whenever it was told to quit. Thread: the test's own.
 class Program
 {
 public:
+    /// What was compared.
+    struct Tally
+    {
+        int64 rows = 0;
+        int64 panes = 0;
+        int64 moved = 0; // of these, panes whose folder was elsewhere than they say
+        int64 gone = 0;  // and whose folder was there no more
+    };
+
     explicit Program(Scene& scene);
     ~Program();
     Program(const Program&) = delete;
@@ -38,22 +48,22 @@ public:
     /// Leads panes that are far from the scene back to it, most of the time.
     void LeadBack(uint32 number);
     int CountStarts() const { return fStarts; }
-    int64 CountRowsCompared() const { return fRowsCompared; }
-    int64 CountPanesCompared() const { return fPanesCompared; }
+    const Tally& Compared() const { return fTally; }
 
 private:
     struct Pane;
 
     bool HasWindow() const;
+    std::vector<SeenWindow> OtherWindows() const;
+    void Dismiss(const std::vector<SeenWindow>& others, int attempt) const;
     std::string AwaitEnd();
     std::string DescribeUnrest() const;
-    bool ReadPanes(std::vector<Pane>* panes);
-    bool Judge(const std::vector<Pane>& panes, std::string* fault, int64* rows) const;
+    bool ReadPanes(std::vector<Pane>* panes) const;
+    static std::string Judge(const Pane& pane, Tally* tally);
 
     Scene& fScene;
     std::unique_ptr<kits::testing::HeadlessApplication> fApplication;
     std::shared_ptr<kits::LooperCore> fCore; // the main window's
     int fStarts = 0;
-    int64 fRowsCompared = 0;
-    int64 fPanesCompared = 0;
+    Tally fTally;
 };

@@ -184,15 +184,17 @@ public:
         const auto seconds = [](bigtime_t time) {
             return static_cast<double>(std::max<bigtime_t>(time, 1)) / 1e6;
         };
-        std::printf("seed %u: %d events in %.0f s, %.0f per second (%.0f with rests); %d starts, "
-                    "%lld changes beside it, %d renewals; %lld rows of %lld panes compared; "
-                    "%.1f MB at 20 %%, %.1f MB at the end\n",
-                    static_cast<unsigned>(gSeed), gEvents.load(), seconds(fTime),
-                    gEvents / seconds(fEventTime), gEvents / seconds(fTime), fProgram.CountStarts(),
-                    static_cast<long long>(fScene.CountChanges()), fScene.CountRenewals(),
-                    static_cast<long long>(fProgram.CountRowsCompared()),
-                    static_cast<long long>(fProgram.CountPanesCompared()),
-                    static_cast<double>(fEarlyKib) / 1024, static_cast<double>(fLateKib) / 1024);
+        const Program::Tally& compared = fProgram.Compared();
+        std::printf(
+            "seed %u: %d events in %.0f s, %.0f per second (%.0f with rests); %d starts, "
+            "%lld changes beside it, %d renewals; %lld rows of %lld panes compared "
+            "(%lld with the folder moved, %lld gone); %.1f MB at 20 %%, %.1f MB at the end\n",
+            static_cast<unsigned>(gSeed), gEvents.load(), seconds(fTime),
+            gEvents / seconds(fEventTime), gEvents / seconds(fTime), fProgram.CountStarts(),
+            static_cast<long long>(fScene.CountChanges()), fScene.CountRenewals(),
+            static_cast<long long>(compared.rows), static_cast<long long>(compared.panes),
+            static_cast<long long>(compared.moved), static_cast<long long>(compared.gone),
+            static_cast<double>(fEarlyKib) / 1024, static_cast<double>(fLateKib) / 1024);
         std::fflush(stdout);
     }
 

@@ -60,7 +60,6 @@ void Activate(const SeenWindow& window)
     testing::OnServer([&window] {
         const NativeWindow* native = ServerState::Get().windows.Find(window.token);
         if (native != nullptr && native->GetSurface() != nullptr) {
-            native->GetSurface()->raise();
             native->GetSurface()->requestActivate();
         }
     });
