@@ -49,7 +49,7 @@ constexpr NamedKey kArrows[] = {
     {B_DOWN_ARROW, "Down"}, {B_UP_ARROW, "Up"},       {B_DOWN_ARROW, "Down"},
     {B_LEFT_ARROW, "Left"}, {B_RIGHT_ARROW, "Right"},
 };
-// No 'q', which ends the program, and no 't', which starts another.
+// No 't', which starts another program. 'q' is typed less often: it ends this one.
 constexpr NamedKey kCommands[] = {
     {'c', "C"},
     {'x', "X"},
@@ -113,6 +113,12 @@ const Events::Choice Events::kChoices[] = {
     {14, &Events::TypeCommand},    {2, &Events::TypeSomeText},  {2, &Events::UseMenuKeys},
     {14, &Events::ClickSomewhere}, {6, &Events::DragSomething}, {4, &Events::TurnSomeWheel},
 };
+
+Events::Events(uint32_t seed, int done) : fDice(seed)
+{
+    fDice.discard(fDrawn.size() * static_cast<unsigned>(done));
+    gCount = static_cast<size_t>(done);
+}
 
 void Events::DoOne()
 {
@@ -204,6 +210,10 @@ void Events::TypeFunction()
 void Events::TypeCommand()
 {
     const NamedKey& key = PickFrom(kCommands, Draw(1000));
+    if (Draw(1500) == 0) {
+        TypeNamed('q', "Q", B_COMMAND_KEY);
+        return;
+    }
     // Panes are taken away as often as they are added.
     const bool isShifted = key.byte == 'p' ? Draw(2) == 0 : Draw(10) == 0;
     TypeNamed(key.byte, key.name, B_COMMAND_KEY | OrNone(isShifted, B_SHIFT_KEY));

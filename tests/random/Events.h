@@ -11,7 +11,8 @@
 class Events
 {
 public:
-    explicit Events(uint32_t seed) : fDice(seed) {}
+    /// Goes on after so many events, as if it had done them.
+    Events(uint32_t seed, int done);
 
     /// Does something; each takes the same count of numbers, whatever comes of it.
     void DoOne();

@@ -7,7 +7,6 @@
 #include "app/LooperRegistry.h"
 #include "app/NorvaneApplication.h"
 #include "app/NorvaneWindow.h"
-#include "app/ProgramEnd.h"
 #include "fileops/engine/Operations.h"
 #include "panes/DirPane.h"
 #include "panes/DirView.h"
@@ -119,20 +118,6 @@ Program::~Program() = default;
 
 std::string Program::Start()
 {
-    if (fApplication != nullptr && HasWindow()) {
-        return {};
-    }
-    if (fApplication != nullptr) {
-        const std::string fault = AwaitEnd();
-        if (!fault.empty()) {
-            return fault;
-        }
-        fApplication.reset();
-        // What a process that ends takes with it.
-        norvane::Operations::Resume();
-        kits::ProgramEnd::Forget();
-    }
-    fStarts++;
     const std::vector<std::string> folders = {fScene.Root(), fScene.Root() + "/many"};
     fApplication = std::make_unique<HeadlessApplication>([&] {
         auto* application = new norvane::NorvaneApplication(folders);
@@ -143,7 +128,7 @@ std::string Program::Start()
     return isShown ? std::string() : "the main window is not shown";
 }
 
-bool Program::HasWindow() const
+bool Program::IsRunning() const
 {
     return fCore != nullptr && fCore->IsAlive();
 }
@@ -169,20 +154,20 @@ std::string Program::ComeToRest()
 {
     const bigtime_t end = system_time() + kRestLimit;
     for (int attempt = 0; system_time() < end;) {
-        const std::string fault = Start();
-        if (!fault.empty()) {
-            return fault;
+        if (!IsRunning()) {
+            return {};
         }
         if (IsDragging()) {
             TypeKey(B_ESCAPE);
             if (!WaitForDrag(false)) {
-                return "what is dragged stays so";
+                return "what is dragged stays so: " + DescribeInput();
             }
         }
         const std::vector<SeenWindow> others = OtherWindows();
         if (!others.empty() || norvane::Operations::Count() > 0) {
+            fDismissed[others.empty() ? "(hidden)" : others.back().title]++;
             Dismiss(others, attempt++);
-        } else if (HasWindow() && fCore->Queue().IsEmpty()) {
+        } else if (fCore->Queue().IsEmpty()) {
             return {};
         } else {
             snooze(1'000);
@@ -239,7 +224,7 @@ std::string Program::DescribeUnrest() const
                                 : nullptr;
         text += alert != nullptr ? std::string(" saying \"") + alert->Text() + "\"" : "";
     }
-    return text;
+    return text + "; " + DescribeInput();
 }
 
 bool Program::ReadPanes(std::vector<Pane>* panes) const
@@ -295,6 +280,9 @@ std::string Program::ComparePanes()
     std::string fault;
     do {
         std::vector<Pane> panes;
+        if (!IsRunning()) {
+            return {};
+        }
         if (!ReadPanes(&panes)) {
             // An alert may have come up since.
             fault = ComeToRest();

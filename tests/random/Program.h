@@ -2,6 +2,7 @@
 
 #include <SupportDefs.h>
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -18,7 +19,7 @@ class HeadlessApplication;
 class Scene;
 struct SeenWindow;
 
-/// The whole program, started anew whenever it was told to quit. Thread: the test's own.
+/// The whole program. Thread: the test's own.
 class Program
 {
 public:
@@ -38,8 +39,9 @@ public:
 
     // What is wrong; empty when nothing is:
 
-    /// Starts it when it is not running.
     std::string Start();
+    /// Waits for its end, which something has told it to come to.
+    std::string AwaitEnd();
     /// Brings it to rest: ends what is dragged, answers dialogs and waits for operations.
     std::string ComeToRest();
     /// Compares the rows of every pane with its folder, for some seconds while they differ.
@@ -47,16 +49,17 @@ public:
 
     /// Leads panes that are far from the scene back to it, most of the time.
     void LeadBack(uint32 number);
-    int CountStarts() const { return fStarts; }
+    /// Whether it has its main window, and was not told to quit.
+    bool IsRunning() const;
     const Tally& Compared() const { return fTally; }
+    /// How often windows had to be dismissed, by their titles.
+    const std::map<std::string, int>& Dismissed() const { return fDismissed; }
 
 private:
     struct Pane;
 
-    bool HasWindow() const;
     std::vector<SeenWindow> OtherWindows() const;
     void Dismiss(const std::vector<SeenWindow>& others, int attempt) const;
-    std::string AwaitEnd();
     std::string DescribeUnrest() const;
     bool ReadPanes(std::vector<Pane>* panes) const;
     static std::string Judge(const Pane& pane, Tally* tally);
@@ -64,6 +67,6 @@ private:
     Scene& fScene;
     std::unique_ptr<kits::testing::HeadlessApplication> fApplication;
     std::shared_ptr<kits::LooperCore> fCore; // the main window's
-    int fStarts = 0;
     Tally fTally;
+    std::map<std::string, int> fDismissed;
 };

@@ -11,6 +11,7 @@
 
 #include <OS.h>
 
+#include <algorithm>
 #include <atomic>
 #include <csignal>
 #include <cstdio>
@@ -18,15 +19,19 @@
 #include <cstring>
 #include <fstream>
 #include <sstream>
+#include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
 constexpr int kSkipped = 77;
+constexpr int kQuit = 75;          // the program was told to, and has
+constexpr size_t kLeastRests = 20; // before it means anything that memory grows
 constexpr int kEventsBetweenRests = 500;
 constexpr int kEventsBetweenChanges = 20;
 constexpr bigtime_t kHangLimit = 150'000'000;
@@ -36,6 +41,8 @@ struct Arguments
 {
     uint32 seed = 1;
     int events = 50'000;
+    bool isVerbose = false;
+    int done = 0; // by processes before this one
 };
 
 // Read by whoever tells of a failure.
@@ -103,17 +110,10 @@ std::string TextOf(const char* path)
 }
 
 /// Folders of its own, no programs for any type, no session's bus, one font.
-void SetEnvironment(const std::string& fonts)
+void SetEnvironment()
 {
     const std::string home = kSandboxHome;
-    std::ofstream(home + "/fonts.conf") << fonts;
-    for (const char* folder : {"/share", "/run", "/etc"}) {
-        mkdir((home + folder).c_str(), 0700);
-    }
-    for (const char* folder : {"mime", "icons"}) {
-        [[maybe_unused]] const int status = symlink((std::string("/usr/share/") + folder).c_str(),
-                                                    (home + "/share/" + folder).c_str());
-    }
+    mkdir((home + "/run").c_str(), 0700);
     const std::pair<const char*, std::string> variables[] = {
         {"HOME", home},
         {"TMPDIR", home + "/run"},
@@ -122,10 +122,10 @@ void SetEnvironment(const std::string& fonts)
         {"XDG_CACHE_HOME", home + "/.cache"},
         {"XDG_STATE_HOME", home + "/.local/state"},
         {"XDG_RUNTIME_DIR", home + "/run"},
-        {"XDG_DATA_DIRS", home + "/share"},
-        {"XDG_CONFIG_DIRS", home + "/etc"},
+        {"XDG_DATA_DIRS", kSandboxShare},
+        {"XDG_CONFIG_DIRS", "/none"},
         {"DBUS_SESSION_BUS_ADDRESS", "disabled:"},
-        {"FONTCONFIG_FILE", home + "/fonts.conf"},
+        {"FONTCONFIG_FILE", kSandboxFonts},
         {"QT_QPA_PLATFORM", "offscreen"},
         {"KITS_WATCHDOG", "abort"},
         {"LC_ALL", "C.UTF-8"},
@@ -152,8 +152,9 @@ class Run
 {
 public:
     explicit Run(const Arguments& arguments)
-        : fArguments(arguments), fScene(kSandboxHome, arguments.seed + 1), fProgram(fScene),
-          fEvents(arguments.seed)
+        : fArguments(arguments),
+          fScene(kSandboxHome, arguments.seed + 1 + static_cast<uint32>(arguments.done)),
+          fProgram(fScene), fEvents(arguments.seed, arguments.done)
     {
     }
 
@@ -161,8 +162,9 @@ public:
     std::string Go()
     {
         const bigtime_t start = system_time();
+        gEvents = fArguments.done;
         std::string fault = fProgram.Start();
-        for (int i = 0; i < fArguments.events && fault.empty(); i++) {
+        while (gEvents < fArguments.events && fault.empty() && fProgram.IsRunning()) {
             const bigtime_t before = system_time();
             fEvents.DoOne();
             fEventTime += system_time() - before;
@@ -175,9 +177,14 @@ public:
                 fault = Rest();
             }
         }
+        if (fault.empty() && HasQuit()) {
+            fault = fProgram.AwaitEnd();
+        }
         fTime = system_time() - start;
         return fault.empty() ? JudgeMemory() : fault;
     }
+
+    bool HasQuit() const { return !fProgram.IsRunning(); }
 
     void Report() const
     {
@@ -185,16 +192,22 @@ public:
             return static_cast<double>(std::max<bigtime_t>(time, 1)) / 1e6;
         };
         const Program::Tally& compared = fProgram.Compared();
-        std::printf(
-            "seed %u: %d events in %.0f s, %.0f per second (%.0f with rests); %d starts, "
-            "%lld changes beside it, %d renewals; %lld rows of %lld panes compared "
-            "(%lld with the folder moved, %lld gone); %.1f MB at 20 %%, %.1f MB at the end\n",
-            static_cast<unsigned>(gSeed), gEvents.load(), seconds(fTime),
-            gEvents / seconds(fEventTime), gEvents / seconds(fTime), fProgram.CountStarts(),
-            static_cast<long long>(fScene.CountChanges()), fScene.CountRenewals(),
-            static_cast<long long>(compared.rows), static_cast<long long>(compared.panes),
-            static_cast<long long>(compared.moved), static_cast<long long>(compared.gone),
-            static_cast<double>(fEarlyKib) / 1024, static_cast<double>(fLateKib) / 1024);
+        const int events = gEvents - fArguments.done;
+        std::printf("seed %u: %d events (to %d%s) in %.0f s, %.0f per second, %.0f with rests; "
+                    "%lld changes beside it, %d renewals; %lld rows of %lld panes compared, %lld "
+                    "with their folder moved, %lld with it gone; %.1f MB at 20 %%, %.1f MB at the "
+                    "end\n",
+                    static_cast<unsigned>(gSeed), events, gEvents.load(), HasQuit() ? ", quit" : "",
+                    seconds(fTime), events / seconds(fEventTime), events / seconds(fTime),
+                    static_cast<long long>(fScene.CountChanges()), fScene.CountRenewals(),
+                    static_cast<long long>(compared.rows), static_cast<long long>(compared.panes),
+                    static_cast<long long>(compared.moved), static_cast<long long>(compared.gone),
+                    static_cast<double>(EarlyKib()) / 1024, static_cast<double>(LateKib()) / 1024);
+        for (const auto& [title, count] : fProgram.Dismissed()) {
+            if (fArguments.isVerbose) {
+                std::printf("%6d times dismissed: %s\n", count, title.c_str());
+            }
+        }
         std::fflush(stdout);
     }
 
@@ -210,12 +223,12 @@ private:
         if (!fault.empty()) {
             return fault;
         }
-        fLateKib = ResidentKib();
-        if (gEvents <= std::max(fArguments.events / 5, kEventsBetweenRests)) {
-            fEarlyKib = fLateKib;
+        if (HasQuit()) {
+            return {};
         }
-        if (std::getenv("RANDOM_KEYS_MEMORY") != nullptr) {
-            std::fprintf(stderr, "%d: %ld KiB\n", gEvents.load(), fLateKib);
+        fMemoryKib.push_back(ResidentKib());
+        if (fArguments.isVerbose) {
+            std::printf("%d: %ld KiB\n", gEvents.load(), LateKib());
         }
         fScene.Renew();
         fProgram.LeadBack(static_cast<uint32>(gEvents / kEventsBetweenRests) + fArguments.seed);
@@ -223,10 +236,13 @@ private:
         return {};
     }
 
+    long EarlyKib() const { return fMemoryKib.empty() ? 0 : fMemoryKib[fMemoryKib.size() / 5]; }
+    long LateKib() const { return fMemoryKib.empty() ? 0 : fMemoryKib.back(); }
+
     std::string JudgeMemory() const
     {
-        return fLateKib > fEarlyKib + fEarlyKib * 3 / 10 + kAllowedGrowthKib ? "memory grows"
-                                                                             : std::string();
+        const bool grows = LateKib() > EarlyKib() + EarlyKib() * 3 / 10 + kAllowedGrowthKib;
+        return grows && fMemoryKib.size() >= kLeastRests ? "memory grows" : std::string();
     }
 
     const Arguments fArguments;
@@ -235,52 +251,75 @@ private:
     Events fEvents;
     bigtime_t fTime = 0;
     bigtime_t fEventTime = 0;
-    long fEarlyKib = 0;
-    long fLateKib = 0;
+    std::vector<long> fMemoryKib; // at every rest
 };
 
-int RunInSandbox(const Arguments& arguments, const std::string& place)
+int RunInSandbox(const Arguments& arguments, const std::string& place, int* done)
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    const std::string fonts = TextOf(TEST_FONTS);
-    const std::string refusal = EnterSandbox(place);
+    const std::string refusal = EnterSandbox(place, TextOf(TEST_FONTS));
     if (!refusal.empty()) {
         Print("refused: " + refusal + "\n");
         return kSkipped;
     }
     prctl(PR_SET_PDEATHSIG, SIGKILL); // a change of the user forgets it
     gSeed = arguments.seed;
-    SetEnvironment(fonts);
+    SetEnvironment();
     CatchCrashes();
     WatchForHang();
-    std::string fault;
-    {
-        Run run(arguments);
-        fault = run.Go();
-        run.Report();
-        if (!fault.empty()) {
-            Print(fault + "\n");
-            PrintPlace();
-            _exit(1); // the program may be in no state to end
-        }
+    Run run(arguments);
+    const std::string fault = run.Go();
+    run.Report();
+    *done = gEvents;
+    if (!fault.empty()) {
+        Print(fault + "\n");
+        PrintPlace();
+        _exit(1); // the program may be in no state to end
     }
-    return 0;
+    return run.HasQuit() ? kQuit : 0;
 }
 
 /// True when the arguments are understood.
 bool Read(int count, char** values, Arguments* arguments)
 {
-    for (int i = 1; i < count; i += 2) {
+    for (int i = 1; i < count; i++) {
         const bool hasValue = i + 1 < count;
-        if (hasValue && std::strcmp(values[i], "--seed") == 0) {
-            arguments->seed = static_cast<uint32>(std::atoi(values[i + 1]));
+        if (std::strcmp(values[i], "--verbose") == 0) {
+            arguments->isVerbose = true;
+        } else if (hasValue && std::strcmp(values[i], "--seed") == 0) {
+            arguments->seed = static_cast<uint32>(std::atoi(values[++i]));
         } else if (hasValue && std::strcmp(values[i], "--events") == 0) {
-            arguments->events = std::atoi(values[i + 1]);
+            arguments->events = std::atoi(values[++i]);
         } else {
             return false;
         }
     }
     return arguments->events > 0;
+}
+
+/// Runs the program once, in a process and a sandbox of its own; the process's exit code.
+int RunOnce(Arguments* arguments, int* done)
+{
+    const char* temporary = std::getenv("TMPDIR");
+    std::string place = std::string(temporary != nullptr ? temporary : "/tmp") + "/random-XXXXXX";
+    if (mkdtemp(place.data()) == nullptr) {
+        std::perror("refused: no folder for the sandbox");
+        return kSkipped;
+    }
+    const pid_t child = fork();
+    if (child == 0) {
+        std::exit(RunInSandbox(*arguments, place, done));
+    }
+    int status = 0;
+    const bool hasEnded = child > 0 && waitpid(child, &status, 0) == child;
+    rmdir(place.c_str());
+    arguments->done = *done;
+    if (hasEnded && WIFEXITED(status)) {
+        return WEXITSTATUS(status);
+    }
+    std::fprintf(stderr, "seed %u: ended by signal %d\n", static_cast<unsigned>(arguments->seed),
+                 WTERMSIG(status));
+    return 1;
 }
 
 } // namespace
@@ -292,23 +331,16 @@ int main(int count, char** values)
         std::fprintf(stderr, "usage: see the script `run`\n");
         return 2;
     }
-    const char* temporary = std::getenv("TMPDIR");
-    std::string place = std::string(temporary != nullptr ? temporary : "/tmp") + "/random-XXXXXX";
-    if (mkdtemp(place.data()) == nullptr) {
-        std::perror("refused: no folder for the sandbox");
-        return kSkipped;
+    void* shared =
+        mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    if (shared == MAP_FAILED) {
+        std::perror("no memory");
+        return 1;
     }
-    const pid_t child = fork();
-    if (child == 0) {
-        std::exit(RunInSandbox(arguments, place));
+    // What was told to quit is started again, as a process of its own.
+    int status = kQuit;
+    while (status == kQuit && arguments.done < arguments.events) {
+        status = RunOnce(&arguments, static_cast<int*>(shared));
     }
-    int status = 0;
-    const bool hasEnded = child > 0 && waitpid(child, &status, 0) == child;
-    rmdir(place.c_str());
-    if (hasEnded && WIFEXITED(status)) {
-        return WEXITSTATUS(status);
-    }
-    std::fprintf(stderr, "seed %u: ended by signal %d\n", static_cast<unsigned>(arguments.seed),
-                 WTERMSIG(status));
-    return 1;
+    return status == kQuit ? 0 : status;
 }

@@ -80,7 +80,19 @@ bool TakeOver(const std::string& root, const char* path)
            mount(path, inside.c_str(), nullptr, MS_BIND | MS_REC, nullptr) == 0;
 }
 
-std::string MakeRoot(const std::string& place)
+/// The system's types and icons, but none of its programs.
+bool MakeShare(const std::string& root, const std::string& fonts)
+{
+    const std::string share = root + kSandboxShare;
+    if (mkdir(share.c_str(), 0755) != 0) {
+        return false;
+    }
+    std::ofstream(root + kSandboxFonts) << fonts;
+    return symlink("/usr/share/mime", (share + "/mime").c_str()) == 0 &&
+           symlink("/usr/share/icons", (share + "/icons").c_str()) == 0;
+}
+
+std::string MakeRoot(const std::string& place, const std::string& fonts)
 {
     if (mount("tmpfs", place.c_str(), "tmpfs", MS_NOSUID | MS_NODEV, "size=1m,mode=0755") != 0) {
         return Because("no memory to mount");
@@ -91,7 +103,7 @@ std::string MakeRoot(const std::string& place)
         }
     }
     const std::string home = place + kSandboxHome;
-    if (mkdir(home.c_str(), 0755) != 0 || !SetReadOnly(place.c_str())) {
+    if (mkdir(home.c_str(), 0755) != 0 || !MakeShare(place, fonts) || !SetReadOnly(place.c_str())) {
         return Because("the sandbox's root cannot be made read-only");
     }
     if (mount("tmpfs", home.c_str(), "tmpfs", MS_NOSUID | MS_NODEV | MS_NOEXEC, kHomeOptions) !=
@@ -179,7 +191,7 @@ std::string Check(const std::string& oldHome)
 
 } // namespace
 
-std::string EnterSandbox(const std::string& place)
+std::string EnterSandbox(const std::string& place, const std::string& fonts)
 {
     const char* home = std::getenv("HOME");
     const std::string oldHome = home != nullptr ? home : "/root";
@@ -197,7 +209,7 @@ std::string EnterSandbox(const std::string& place)
     }
     std::string fault = FindWritable({"", "/usr", "/tmp", "/var/tmp", oldHome, place});
     if (fault.empty()) {
-        fault = MakeRoot(place);
+        fault = MakeRoot(place, fonts);
     }
     if (!fault.empty()) {
         return fault;

@@ -111,7 +111,7 @@ void Scene::Renew()
         if (isTight) {
             // What was copied or moved elsewhere, the Trash included.
             for (const std::string& name : NamesIn(fHome)) {
-                if (name != "share" && name != "run" && name != "fonts.conf") {
+                if (name != "run") {
                     fs::remove_all(fHome + "/" + name, error);
                 }
             }

@@ -10,6 +10,7 @@
 #include <InterfaceDefs.h>
 #include <OS.h>
 
+#include <QGuiApplication>
 #include <QWindow>
 #include <qpa/qwindowsysteminterface.h>
 
@@ -88,6 +89,19 @@ bool IsDragging()
     bool isDragging = false;
     testing::OnServer([&] { isDragging = ServerState::Get().drags.IsDragging(); });
     return isDragging;
+}
+
+std::string DescribeInput()
+{
+    std::string text;
+    testing::OnServer([&text] {
+        const NativeWindow* focused =
+            ServerState::Get().windows.Find(QGuiApplication::focusWindow());
+        text = focused != nullptr ? "the keyboard has \"" + focused->Shape().title + "\""
+                                  : std::string("no window has the keyboard");
+        text += ", buttons held: " + std::to_string(QGuiApplication::mouseButtons().toInt());
+    });
+    return text;
 }
 
 void AwaitShortQueues()

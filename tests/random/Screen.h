@@ -29,5 +29,7 @@ void Activate(const SeenWindow& window);
 /// Turns the wheel over the frontmost window there.
 void TurnWheelAt(BPoint screen, float notchesDown, uint32 modifiers);
 bool IsDragging();
+/// Who has the keyboard, and what is held, for a report.
+std::string DescribeInput();
 /// Waits a little until no window has many messages waiting, busy ones aside.
 void AwaitShortQueues();
