@@ -1,5 +1,6 @@
 #include "Program.h"
 
+#include "Sandbox.h"
 #include "Scene.h"
 #include "Screen.h"
 
@@ -13,13 +14,13 @@
 
 #include <Alert.h>
 #include <OS.h>
-#include <Path.h>
 #include <testing/Driver.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <dirent.h>
+#include <filesystem>
 #include <linux/magic.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
@@ -90,7 +91,6 @@ struct Program::Pane
 {
     bool isLocal = false;
     std::string path;
-    std::string inside; // of some row, wherever its folder is now
     node_ref node;
     std::vector<std::string> names;
 
@@ -101,14 +101,23 @@ struct Program::Pane
                st.st_dev == static_cast<dev_t>(node.device);
     }
 
-    /// Where the folder shown is; empty when it is gone, and nothing can be listed.
+    /// Where the folder shown is, which is not told when one above it was moved; empty when it is
+    /// gone.
     std::string Place() const
     {
         if (IsAt(path)) {
             return path;
         }
-        const std::string other = inside.substr(0, inside.rfind('/'));
-        return !inside.empty() && IsAt(other) ? other : std::string();
+        std::error_code error;
+        const auto options = std::filesystem::directory_options::skip_permission_denied;
+        for (std::filesystem::recursive_directory_iterator entry(kSandboxHome, options, error), end;
+             !error && entry != end; entry.increment(error)) {
+            if (entry->is_directory(error) && !entry->is_symlink(error) &&
+                IsAt(entry->path().string())) {
+                return entry->path().string();
+            }
+        }
+        return {};
     }
 };
 
@@ -243,8 +252,6 @@ bool Program::ReadPanes(std::vector<Pane>* panes) const
         for (int32 row = 0; row < list->CountItems(); row++) {
             if (!list->RowAt(row)->IsParent()) {
                 pane.names.emplace_back(list->RowAt(row)->GetEntryName());
-                const BPath inside(list->RowAt(row)->GetRef());
-                pane.inside = inside.InitCheck() == B_OK ? inside.Path() : "";
             }
         }
         std::sort(pane.names.begin(), pane.names.end());
@@ -260,7 +267,7 @@ std::string Program::Judge(const Pane& pane, Tally* tally)
     std::vector<std::string> fresh;
     const int error = List(place.empty() ? pane.path : place, &fresh);
     if (place.empty() && error == 0) {
-        return "the pane of " + pane.path + " shows another folder that is gone\n";
+        return "the pane of " + pane.path + " shows one that is gone, and another is there\n";
     }
     if (!place.empty() && error != 0) {
         return "the pane of " + pane.path + ": " + std::strerror(error) + "\n";
