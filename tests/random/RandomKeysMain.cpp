@@ -31,7 +31,7 @@ namespace {
 
 constexpr int kSkipped = 77;
 constexpr int kQuit = 75;          // the program was told to, and has
-constexpr size_t kLeastRests = 20; // before it means anything that memory grows
+constexpr size_t kLeastRests = 10; // before it means anything that memory grows
 constexpr int kEventsBetweenRests = 500;
 constexpr int kEventsBetweenChanges = 20;
 constexpr bigtime_t kHangLimit = 150'000'000;

@@ -173,8 +173,11 @@ std::string FindWritableMount()
 
 std::string Check(const std::string& oldHome)
 {
-    if (geteuid() == 0 && getuid() != geteuid()) {
-        return "the process has a root's rights";
+    __user_cap_header_struct header = {_LINUX_CAPABILITY_VERSION_3, 0};
+    __user_cap_data_struct rights[2] = {};
+    if (syscall(SYS_capget, &header, rights) != 0 || rights[0].permitted != 0 ||
+        rights[1].permitted != 0) {
+        return "the process has rights of root";
     }
     std::string fault = FindWritable({"", "/usr", "/usr/bin", "/lib", "/proc", oldHome, "/.."});
     if (fault.empty()) {
