@@ -14,16 +14,19 @@
 
 #include <Alert.h>
 #include <OS.h>
+#include <Path.h>
 #include <testing/Driver.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <cstring>
 #include <dirent.h>
 #include <filesystem>
 #include <linux/magic.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
+#include <unistd.h>
 
 using namespace kits::testing;
 using kits::LooperCore;
@@ -68,7 +71,23 @@ int List(const std::string& folder, std::vector<std::string>* names)
     return 0;
 }
 
-std::string Difference(const std::vector<std::string>& rows, const std::vector<std::string>& fresh)
+/// What an entry is, for a report.
+std::string KindOf(const std::string& path)
+{
+    struct stat st = {};
+    if (lstat(path.c_str(), &st) != 0) {
+        return "gone";
+    }
+    if (!S_ISLNK(st.st_mode)) {
+        return S_ISDIR(st.st_mode) ? "a folder" : S_ISREG(st.st_mode) ? "a file" : "something else";
+    }
+    char target[PATH_MAX] = "";
+    [[maybe_unused]] const ssize_t length = readlink(path.c_str(), target, sizeof(target) - 1);
+    return std::string("a link to ") + target;
+}
+
+std::string Difference(const std::string& folder, const std::vector<std::string>& rows,
+                       const std::vector<std::string>& fresh)
 {
     std::string text;
     const auto add = [&](const char* what, const std::vector<std::string>& names,
@@ -77,7 +96,7 @@ std::string Difference(const std::vector<std::string>& rows, const std::vector<s
         std::set_difference(names.begin(), names.end(), others.begin(), others.end(),
                             std::back_inserter(only));
         for (const std::string& name : only) {
-            text += what + name + "\"\n";
+            text += what + name + "\": " + KindOf(folder + "/" + name) + "\n";
         }
     };
     add("  a row without an entry: \"", rows, fresh);
@@ -91,6 +110,7 @@ struct Program::Pane
 {
     bool isLocal = false;
     std::string path;
+    std::string inside; // the path of some row
     node_ref node;
     std::vector<std::string> names;
 
@@ -99,6 +119,13 @@ struct Program::Pane
         struct stat st = {};
         return stat(folder.c_str(), &st) == 0 && st.st_ino == static_cast<ino_t>(node.node) &&
                st.st_dev == static_cast<dev_t>(node.device);
+    }
+
+    /// A folder outside the home folder is found by what a row refers to.
+    std::string PlaceOfRows() const
+    {
+        const std::string folder = inside.substr(0, inside.rfind('/'));
+        return !inside.empty() && IsAt(folder) ? folder : std::string();
     }
 
     /// Where the folder shown is, which is not told when one above it was moved; empty when it is
@@ -117,7 +144,7 @@ struct Program::Pane
                 return entry->path().string();
             }
         }
-        return {};
+        return PlaceOfRows();
     }
 };
 
@@ -252,6 +279,8 @@ bool Program::ReadPanes(std::vector<Pane>* panes) const
         for (int32 row = 0; row < list->CountItems(); row++) {
             if (!list->RowAt(row)->IsParent()) {
                 pane.names.emplace_back(list->RowAt(row)->GetEntryName());
+                const BPath path(list->RowAt(row)->GetRef());
+                pane.inside = path.InitCheck() == B_OK ? path.Path() : "";
             }
         }
         std::sort(pane.names.begin(), pane.names.end());
@@ -278,7 +307,7 @@ std::string Program::Judge(const Pane& pane, Tally* tally)
     tally->moved += !place.empty() && place != pane.path ? 1 : 0;
     return pane.names == fresh ? std::string()
                                : "the pane of " + pane.path + " (now at \"" + place + "\"):\n" +
-                                     Difference(pane.names, fresh);
+                                     Difference(place, pane.names, fresh);
 }
 
 std::string Program::ComparePanes()

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
@@ -35,9 +36,17 @@ std::string Because(const std::string& what)
 
 bool SetReadOnly(const char* mountPoint)
 {
-    mount_attr attributes = {};
-    attributes.attr_set = MOUNT_ATTR_RDONLY | MOUNT_ATTR_NOSUID;
-    return mount_setattr(AT_FDCWD, mountPoint, AT_RECURSIVE, &attributes, sizeof(attributes)) == 0;
+    // As the kernel defines them: not every C library does.
+    struct
+    {
+        uint64_t set, clear, propagation, users;
+    } attributes = {};
+    constexpr uint64_t kReadOnly = 1;
+    constexpr uint64_t kNoOtherUsers = 2;
+    constexpr int kRecursive = 0x8000;
+    attributes.set = kReadOnly | kNoOtherUsers;
+    return syscall(SYS_mount_setattr, AT_FDCWD, mountPoint, kRecursive, &attributes,
+                   sizeof(attributes)) == 0;
 }
 
 /// True when a file can be made there; it is removed again.
