@@ -263,6 +263,7 @@ std::string Program::DescribeUnrest() const
     return text + "; " + DescribeInput();
 }
 
+/// What was moved in from elsewhere is listed when the window is activated, not before.
 bool Program::ReadPanes(std::vector<Pane>* panes) const
 {
     if (fCore->Lock(kLockPatience) != B_OK) {
@@ -271,7 +272,8 @@ bool Program::ReadPanes(std::vector<Pane>* panes) const
     const Unlock unlock{*fCore};
     auto* window = dynamic_cast<norvane::NorvaneWindow*>(fCore->Window());
     for (int32 index = 0; window != nullptr && index < window->CountPanes(); index++) {
-        const norvane::DirView* list = window->PaneAt(index)->GetDirView();
+        norvane::DirView* list = window->PaneAt(index)->GetDirView();
+        list->AddMissing();
         Pane pane;
         pane.isLocal = list->Mode() == norvane::kLocalMode;
         pane.path = list->Path();
