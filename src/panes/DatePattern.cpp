@@ -47,8 +47,10 @@ std::string DefaultText(const std::tm& local)
 
 const DatePattern& DatePattern::For(const std::string& pattern)
 {
-    static BLocker lock("date patterns");
-    static std::map<std::string, std::unique_ptr<const DatePattern>> patterns GUARDED_BY(lock);
+    // Never destroyed: threads that wait for a disk go on when main() has ended.
+    using Patterns = std::map<std::string, std::unique_ptr<const DatePattern>>;
+    static BLocker& lock = *new BLocker("date patterns");
+    static Patterns& patterns GUARDED_BY(lock) = *new Patterns;
     const BAutolock hold(lock);
     std::unique_ptr<const DatePattern>& slot = patterns[pattern];
     if (slot == nullptr) {

@@ -53,8 +53,10 @@ std::string KindOf(const entry_ref& ref, mode_t mode)
 
 const BBitmap* SharedIcon(const entry_ref& ref, mode_t mode)
 {
-    static BLocker lock("row icons");
-    static std::map<std::string, std::unique_ptr<BBitmap>> icons GUARDED_BY(lock);
+    // Never destroyed: threads that wait for a disk go on when main() has ended.
+    using Icons = std::map<std::string, std::unique_ptr<BBitmap>>;
+    static BLocker& lock = *new BLocker("row icons");
+    static Icons& icons GUARDED_BY(lock) = *new Icons;
     const std::string kind = KindOf(ref, mode);
     const BAutolock hold(lock);
     std::unique_ptr<BBitmap>& icon = icons[kind];

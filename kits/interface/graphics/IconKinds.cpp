@@ -85,7 +85,8 @@ IconKind KindOfType(std::string_view type)
 const IconLook* LookOfName(const char* name)
 {
     static Mutex mutex;
-    static std::unordered_map<std::string, const IconLook*> known GUARDED_BY(mutex);
+    using Known = std::unordered_map<std::string, const IconLook*>;
+    static Known& known GUARDED_BY(mutex) = *new Known; // never destroyed: see LookOfType()
     const std::string part = DecidingPart(name);
     {
         const MutexLock lock(mutex);
@@ -109,7 +110,9 @@ const IconLook* LookOfType(std::string_view type)
 {
     // The database has a bounded number of types; strange ones share the look of none.
     static Mutex mutex;
-    static std::map<std::string, IconLook, std::less<>> looks GUARDED_BY(mutex);
+    // Never destroyed: threads that nobody waits for may ask when main() has ended.
+    using Looks = std::map<std::string, IconLook, std::less<>>;
+    static Looks& looks GUARDED_BY(mutex) = *new Looks;
     {
         const MutexLock lock(mutex);
         const auto found = looks.find(type);

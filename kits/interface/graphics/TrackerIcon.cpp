@@ -87,7 +87,9 @@ QImage PictureOf(const IconLook* look, icon_size which, int32 sizePx)
 {
     using Key = std::tuple<const IconLook*, icon_size, int32>;
     static kits::Mutex mutex;
-    static std::map<Key, QImage> pictures GUARDED_BY(mutex);
+    // Never destroyed: threads that nobody waits for may ask when main() has ended.
+    using Pictures = std::map<Key, QImage>;
+    static Pictures& pictures GUARDED_BY(mutex) = *new Pictures;
     const Key key(look, which, sizePx);
     {
         const kits::MutexLock lock(mutex);

@@ -42,8 +42,8 @@ struct State
 
 State& TheState()
 {
-    static State sState;
-    return sState;
+    static auto* const state = new State; // never destroyed: windows may end after main()
+    return *state;
 }
 
 } // namespace

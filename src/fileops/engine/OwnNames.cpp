@@ -43,8 +43,8 @@ private:
 
 NameSet& Names()
 {
-    static NameSet sNames;
-    return sNames;
+    static auto* const names = new NameSet; // never destroyed: listings may ask after main()
+    return *names;
 }
 
 std::string UniqueName()

@@ -55,7 +55,7 @@ TEST_F(OpeningTest, SaysWhyAFileIsNotOpened)
     Open();
     Focus(0);
     Select(0, "a\nfilm.mp4");
-    Send(kOpen);
+    fWindow->PostMessage(kOpen); // the alert may come before anything else is handled
     EXPECT_EQ(AlertText("Err"), "info: Could not open a film.mp4: no installed program is set for "
                                 "files of this kind [OK]*");
     EXPECT_TRUE(kits::testing::AnswerAlert("OK"));
@@ -67,7 +67,7 @@ TEST_F(OpeningTest, SaysThatALinkLeadsNowhere)
     Open();
     Focus(0);
     Select(0, "broken");
-    Send(kOpen);
+    fWindow->PostMessage(kOpen); // the alert may come before anything else is handled
     EXPECT_EQ(AlertText("Err"), "info: Could not open broken: the link leads nowhere [OK]*");
     EXPECT_TRUE(kits::testing::AnswerAlert("OK"));
 }
