@@ -37,7 +37,7 @@ struct ClipboardHooks
     /// five in all. Gives up soon after `isCancelled`, which may be null, has become true.
     ClipboardContent (*fetch)(ClipboardKind kind, const std::atomic<bool>* isCancelled) = nullptr;
     /// As `offer`, for a message with "refs" and "be:actions", which others get as files.
-    uint64 (*offerEntries)(std::shared_ptr<const BMessage> data) = nullptr;
+    uint64 (*offerEntries)(const std::shared_ptr<const BMessage>& data) = nullptr;
     /// As `fetch`, for the clipboard's files, or its text where it holds none. Waits for the disk.
     ClipboardContent (*fetchEntries)() = nullptr;
 };

@@ -52,7 +52,7 @@ uint64 Offer(ClipboardKind kind, SharedText text)
     return offer;
 }
 
-uint64 OfferEntries(std::shared_ptr<const BMessage> data)
+uint64 OfferEntries(const std::shared_ptr<const BMessage>& data)
 {
     const uint64 offer = NextOffer();
     const bool isCut = data->GetInt32("be:actions", B_COPY_TARGET) == B_MOVE_TARGET;
