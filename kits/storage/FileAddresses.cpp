@@ -58,22 +58,27 @@ bool IsThisMachine(std::string_view host)
 
 } // namespace
 
-std::string AddressOfPath(std::string_view path)
+std::string EscapedPath(std::string_view path)
 {
     constexpr std::string_view kDigits = "0123456789ABCDEF";
-    std::string address = "file://";
-    address.reserve(address.size() + path.size());
+    std::string text;
+    text.reserve(path.size() + 16);
     for (const char byte : path) {
         if (IsPlain(byte)) {
-            address += byte;
+            text += byte;
             continue;
         }
         const auto value = static_cast<uint8_t>(byte);
-        address += '%';
-        address += kDigits[value >> 4];
-        address += kDigits[value & 15];
+        text += '%';
+        text += kDigits[value >> 4];
+        text += kDigits[value & 15];
     }
-    return address;
+    return text;
+}
+
+std::string AddressOfPath(std::string_view path)
+{
+    return "file://" + EscapedPath(path);
 }
 
 std::optional<std::string> PathOfAddress(std::string_view address)

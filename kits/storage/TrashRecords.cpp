@@ -1,5 +1,7 @@
 #include "TrashRecords.h"
 
+#include "FileAddresses.h"
+
 #include <chrono>
 #include <cstring>
 #include <fcntl.h>
@@ -18,30 +20,6 @@ constexpr int kMostTries = 10'000;
 std::string RecordName(const std::string& name)
 {
     return name + std::string(kEnding);
-}
-
-bool IsPlain(unsigned char byte)
-{
-    return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') ||
-           (byte >= '0' && byte <= '9') || std::strchr("-_.~/", byte) != nullptr;
-}
-
-std::string Encoded(std::string_view path)
-{
-    constexpr char kDigits[] = "0123456789ABCDEF";
-    std::string text;
-    text.reserve(path.size() + 16);
-    for (const char each : path) {
-        const auto byte = static_cast<unsigned char>(each);
-        if (byte != 0 && IsPlain(byte)) {
-            text += each;
-        } else {
-            text += '%';
-            text += kDigits[byte >> 4];
-            text += kDigits[byte & 15];
-        }
-    }
-    return text;
 }
 
 std::string LocalTime(time_t moment)
@@ -289,7 +267,8 @@ status_t TrashRecordText(const Trash& trash, const std::string& path, time_t del
         }
         noted.remove_prefix(above.size());
     }
-    *text = "[Trash Info]\nPath=" + Encoded(noted) + "\nDeletionDate=" + LocalTime(deleted) + "\n";
+    *text =
+        "[Trash Info]\nPath=" + EscapedPath(noted) + "\nDeletionDate=" + LocalTime(deleted) + "\n";
     return B_OK;
 }
 
