@@ -1,5 +1,7 @@
 #include "FileAddresses.h"
 
+#include "EscapedPath.h"
+
 #include <Entry.h>
 #include <EntryRef.h>
 #include <Message.h>
@@ -7,20 +9,11 @@
 
 #include <unistd.h>
 
-#include <cstdint>
-
 namespace kits {
 
 namespace {
 
 constexpr std::string_view kScheme = "file:";
-
-bool IsPlain(char byte)
-{
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
-           (byte >= '0' && byte <= '9') || byte == '-' || byte == '.' || byte == '_' ||
-           byte == '~' || byte == '/';
-}
 
 // -1 for what is no hexadecimal digit.
 int DigitOf(char byte)
@@ -57,24 +50,6 @@ bool IsThisMachine(std::string_view host)
 }
 
 } // namespace
-
-std::string EscapedPath(std::string_view path)
-{
-    constexpr std::string_view kDigits = "0123456789ABCDEF";
-    std::string text;
-    text.reserve(path.size() + 16);
-    for (const char byte : path) {
-        if (IsPlain(byte)) {
-            text += byte;
-            continue;
-        }
-        const auto value = static_cast<uint8_t>(byte);
-        text += '%';
-        text += kDigits[value >> 4];
-        text += kDigits[value & 15];
-    }
-    return text;
-}
 
 std::string AddressOfPath(std::string_view path)
 {

@@ -11,9 +11,6 @@ namespace kits {
 // Files as other programs of the desktop name them: "file:" addresses, a line each (RFC 8089, RFC
 // 2483). Names are bytes; what is no plain letter, digit or one of "-._~/" is escaped.
 
-/// A path as addresses and the Trash's records have it.
-std::string EscapedPath(std::string_view path);
-
 /// The address of an absolute path.
 std::string AddressOfPath(std::string_view path);
 

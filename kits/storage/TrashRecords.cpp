@@ -1,6 +1,6 @@
 #include "TrashRecords.h"
 
-#include "FileAddresses.h"
+#include "EscapedPath.h"
 
 #include <chrono>
 #include <cstring>
