@@ -45,6 +45,7 @@ enum WindowNotice : uint32 {
     kTellMissingFolders = 'Miss', // to itself: folders could not be shown, say so
     kVolumeFound = 'VolF',    // to itself: int32 "shown" is that of string "path", "device" is gone
     kNotOpened = 'NoOp',      // string "name", int32 "status": TellNotOpened() shows it
+    kFoldersMoved = 'FMov',   // folders went or were renamed: any pane may show one below them
     kTakeActivation = 'TakA', // an operation that had the activation gives it back
 };
 
@@ -63,10 +64,12 @@ enum PaneNotice : uint32 {
     kLookForFolder = 'Look',      // to itself: the folder shown was removed, is it there again?
     kFolderIsBack = 'Back',       // it is: string "path"
     kLookAgain = 'Agai',          // to itself: nobody tells of changes, so look for them
-    kFolderMoved = 'Move',        // the folder shown is now at string "path"
+    kFolderChecked = 'Chek',      // where the folder shown is: string "path", empty: as before
     kTellOfMissingWatch = 'NoWa', // to itself: nobody tells of changes, say so
     kDragScroll = 'Drag',         // to itself: something is dragged near an edge
     kEntriesToPaste = 'Past',     // what the clipboard holds: "refs" when that is entries
+    kFolderMade = 'Made',         // string "name", int32 "status"
+    kEntryRenamed = 'Rena',       // int32 "status", string "row": its old name, "refs": its new one
     kFolderMeasured = 615,        // int64 "device", "node" and "bytes", string "name" of the row
 };
 

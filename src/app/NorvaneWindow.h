@@ -83,6 +83,7 @@ private:
     void SetColumnFromMessage(const BMessage& message);
     bool HasNewerWidth(const char* column) const;
     void GetPreferences();
+    void CheckPlaces();
     // Volumes (WindowVolumes.cpp)
     void VolumeChanged(const BMessage& message);
     void VolumeFound(const BMessage& message);

@@ -150,6 +150,10 @@ const NorvaneWindow::Answer NorvaneWindow::kNotices[] = {
      [](auto& window, auto&) {
          window.GetPreferences();
      }},
+    {kFoldersMoved,
+     [](auto& window, auto&) {
+         window.CheckPlaces();
+     }},
     {kTakeActivation,
      [](auto& window, auto&) {
          window.Activate();
@@ -450,6 +454,14 @@ void NorvaneWindow::GetPreferences()
         list->SetFooterFlag(showsFooter);
         PaneAt(index)->ShowStrips();
         list->Refresh();
+    }
+}
+
+/// Any pane may show a folder below one that was renamed.
+void NorvaneWindow::CheckPlaces()
+{
+    for (int32 index = 0; index < CountPanes(); index++) {
+        PaneAt(index)->GetDirView()->CheckPlace();
     }
 }
 

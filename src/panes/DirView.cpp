@@ -4,7 +4,6 @@
 #include "clv/CLVContainerView.h"
 #include "panes/DatePattern.h"
 #include "panes/DirPane.h"
-#include "panes/DiskErrands.h"
 #include "panes/RowIcons.h"
 #include "settings/HomeFolder.h"
 #include "settings/Numbers.h"
@@ -15,8 +14,6 @@
 #include <Clipboard.h>
 #include <Entry.h>
 #include <Font.h>
-#include <MessageRunner.h>
-#include <Path.h>
 #include <ScrollView.h>
 #include <Window.h>
 
@@ -33,8 +30,6 @@ namespace {
 constexpr float kFontSize = 12;
 constexpr float kMinimumWidth = 20;
 constexpr std::size_t kDateFormatBytes = 64;
-constexpr bigtime_t kLookInterval = 1'000'000; // for a folder that was removed
-constexpr bigtime_t kLookAgainInterval = 3'000'000;
 
 struct ColumnDefault
 {
@@ -95,6 +90,9 @@ void DirView::AttachedToWindow()
     ColumnListView::AttachedToWindow();
     fNotifier.Attached();
     fUpdates.SetList(BMessenger(this));
+    if (fPane != nullptr) {
+        fWhereabouts.SetList(BMessenger(this));
+    }
     be_clipboard->StartWatching(BMessenger(this));
     if (!fIsFirstAttachment) {
         return;
@@ -124,6 +122,7 @@ void DirView::WindowActivated(bool isActive)
     ColumnListView::WindowActivated(isActive);
     if (isActive) {
         AddMissing();
+        fWhereabouts.Check();
     }
 }
 
@@ -287,76 +286,23 @@ void DirView::NodeChanged(const BMessage& notice)
     const bool wasGone = fUpdates.IsGone();
     fUpdates.NodeChanged(notice);
     if (fUpdates.IsGone() != wasGone) {
-        LookOut();
+        fWhereabouts.LookOut();
         NotifyParent(MSG_PANE_INFO);
     } else if (fUpdates.TakeMoved()) {
-        AskWhereFolderIs();
+        fWhereabouts.Check();
     }
-}
-
-/// Looks by itself, again and again, for a folder that is gone, and for changes that nobody tells.
-void DirView::LookOut()
-{
-    fLooking.reset();
-    if (Window() == nullptr || fPane == nullptr || !fUpdates.IsFollowing()) {
-        return;
+    if (EditNamed(fNameToEdit)) {
+        fNameToEdit.clear();
     }
-    if (fUpdates.IsGone()) {
-        const BMessage look(kLookForFolder);
-        fLooking = std::make_unique<BMessageRunner>(BMessenger(this), &look, kLookInterval);
-    } else if (!fUpdates.IsWatching()) {
-        const BMessage look(kLookAgain);
-        fLooking = std::make_unique<BMessageRunner>(BMessenger(this), &look, kLookAgainInterval, 1);
+    if (fUpdates.TakeFolderLeft() && Window() != nullptr) {
+        Window()->PostMessage(kFoldersMoved);
     }
 }
 
 void DirView::LookedAgain()
 {
-    LookOut();
+    fWhereabouts.LookOut();
     NotifyParent(MSG_PANE_INFO);
-}
-
-void DirView::AskWhereFolderIs()
-{
-    DiskErrands::Get().Do(
-        [inside = fUpdates.Inside(), node = fUpdates.FolderNode(), list = BMessenger(this)] {
-            BPath path(&inside);
-            if (path.InitCheck() == B_OK && path.GetParent(&path) == B_OK) {
-                BMessage moved(kFolderMoved);
-                moved.AddString("path", path.Path());
-                moved.AddInt64("device", static_cast<int64>(node.device));
-                moved.AddInt64("node", static_cast<int64>(node.node));
-                list.SendMessage(&moved);
-            }
-        });
-}
-
-void DirView::FolderMoved(const BMessage& message)
-{
-    const node_ref& shown = fUpdates.FolderNode();
-    if (fUpdates.IsFollowing() &&
-        message.GetInt64("device", 0) == static_cast<int64>(shown.device) &&
-        message.GetInt64("node", 0) == static_cast<int64>(shown.node)) {
-        fListing.LookAgain(message.GetString("path", ""));
-    }
-}
-
-void DirView::LookForFolder()
-{
-    DiskErrands::Get().Do([path = Path(), list = BMessenger(this)] {
-        if (BEntry(path.c_str(), true).IsDirectory()) {
-            BMessage back(kFolderIsBack);
-            back.AddString("path", path.c_str());
-            list.SendMessage(&back);
-        }
-    });
-}
-
-void DirView::FolderIsBack(const BMessage& message)
-{
-    if (fUpdates.IsGone() && Path() == message.GetString("path", "")) {
-        Refresh();
-    }
 }
 
 void DirView::IconFound(const BMessage& message)
@@ -405,12 +351,6 @@ void DirView::MessageReceived(BMessage* message)
     case kIconFound:
         IconFound(*message);
         break;
-    case kLookForFolder:
-        LookForFolder();
-        break;
-    case kFolderIsBack:
-        FolderIsBack(*message);
-        break;
     case B_COPY:
         CopyEntries();
         break;
@@ -429,17 +369,15 @@ void DirView::MessageReceived(BMessage* message)
     case kDragScroll:
         fDragOver.Scroll();
         break;
-    case kLookAgain:
-        fListing.LookAgain(Path());
-        break;
     case kTellOfMissingWatch:
         fListing.TellOfMissingWatch();
         break;
-    case kFolderMoved:
-        FolderMoved(*message);
-        break;
     case kFolderMeasured:
         FolderMeasured(*message);
+        break;
+    case kFolderMade:
+    case kEntryRenamed:
+        EntryAnswered(*message);
         break;
     case kNewNameTyped:
         RenameEnded(true);
@@ -448,7 +386,9 @@ void DirView::MessageReceived(BMessage* message)
         RenameEnded(false);
         break;
     default:
-        ColumnListView::MessageReceived(message);
+        if (!fWhereabouts.MessageReceived(*message)) {
+            ColumnListView::MessageReceived(message);
+        }
     }
 }
 

@@ -3,6 +3,7 @@
 #include "clv/ColumnListView.h"
 #include "panes/DragOver.h"
 #include "panes/FolderMeasure.h"
+#include "panes/FolderWhereabouts.h"
 #include "panes/LiveUpdates.h"
 #include "panes/PaneGestures.h"
 #include "panes/PaneKeys.h"
@@ -12,11 +13,11 @@
 #include "panes/PaneRows.h"
 #include "panes/RowRenaming.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
-class BMessageRunner;
 class BScrollView;
 
 namespace norvane {
@@ -82,6 +83,8 @@ public:
     bool TellOfMissingWatch() { return fListing.TellOfMissingWatch(); }
     /// It was said of another list.
     void SayNothingOfMissingWatch() { fListing.SayNothingOfMissingWatch(); }
+    /// A folder above the one shown may have another name.
+    void CheckPlace() { fWhereabouts.Check(); }
     const node_ref& FolderNode() const { return fUpdates.FolderNode(); }
 
     // Changes of entries (DirViewEntries.cpp)
@@ -167,16 +170,17 @@ private:
     std::vector<DirListItem*> SelectedRows() const;
     void ScrollToRow(int32 index);
     bool EditNamed(const std::string& name);
+    void AnswerSoonOrLater(std::function<BMessage()> ask);
+    void EntryAnswered(const BMessage& answer);
+    void FolderMade(const BMessage& answer);
+    bool IsInShown(const BMessage& answer) const;
+    void ShowMade(const BMessage& answer);
     void RenameRow(DirListItem* row, const char* newName);
+    void Renamed(const BMessage& answer);
     void RenameEnded(bool isCommitted);
     void FolderMeasured(const BMessage& message);
     void LinkAnswered(const BMessage& message);
     void IconFound(const BMessage& message);
-    void LookOut();
-    void LookForFolder();
-    void AskWhereFolderIs();
-    void FolderMoved(const BMessage& message);
-    void FolderIsBack(const BMessage& message);
     void StartDrag(int32 index);
     bool TakesEntries(const DirListItem& row, const BMessage& entries) const;
     void EntriesDropped(BMessage* message);
@@ -196,9 +200,9 @@ private:
     DragOver fDragOver;
     LiveUpdates fUpdates{fRows};
     PaneListing fListing;
+    FolderWhereabouts fWhereabouts{fUpdates, fListing};
     FolderMeasure fMeasure;
 
-    std::unique_ptr<BMessageRunner> fLooking; // while the folder shown is gone, or not watched
     std::string fNameToEdit;   // of a folder that was asked for and is not listed yet
     uint32 fCutGeneration = 0; // of the cut entries that were painted last
     bool fIsFirstAttachment = true;

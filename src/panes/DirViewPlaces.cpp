@@ -102,7 +102,7 @@ OpenOrder DirView::OrderForOpening() const
 
 void DirView::Arrived(const Arrival& arrival)
 {
-    LookOut();
+    fWhereabouts.LookOut();
     if (arrival.isElsewhere) {
         ScrollTo(BPoint(0, 0));
     }

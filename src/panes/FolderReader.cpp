@@ -2,6 +2,8 @@
 
 #include "fileops/engine/OwnNames.h"
 
+#include <TrashRecord.h>
+
 #include <utility>
 
 namespace norvane {
@@ -29,6 +31,11 @@ status_t FolderReader::WatchAndReadNames(uint32 watchFlags, const BMessenger& ta
                                          status_t* watchStatus)
 {
     return fBatch.SetTo(fDirectory, watchFlags, target, watchStatus);
+}
+
+bool FolderReader::IsTrash() const
+{
+    return is_trash_folder(&fDirectory);
 }
 
 entry_ref FolderReader::Ref() const

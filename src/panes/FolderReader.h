@@ -34,6 +34,8 @@ public:
     /// Whether a row ".." opens the list.
     bool HasParent() const { return fHasParent; }
     node_ref Node() const { return fNode; }
+    /// Whether it is some volume's Trash.
+    bool IsTrash() const;
     /// A ref of some name in the folder, which keeps the folder known.
     entry_ref Ref() const;
 

@@ -5,7 +5,6 @@
 
 #include <Directory.h>
 #include <OS.h>
-#include <TrashRecord.h>
 
 #include <atomic>
 #include <utility>
@@ -62,10 +61,12 @@ std::unique_ptr<BMessage> LocalEntries(const std::vector<DirListItem*>& rows,
     return message;
 }
 
-status_t RenameEntry(const entry_ref& ref, const std::string& newName)
+EntryWork RenamingEntry(const entry_ref& ref, const std::string& newName)
 {
-    BEntry entry(&ref);
-    return entry.InitCheck() == B_OK ? entry.Rename(newName.c_str(), false) : entry.InitCheck();
+    return [ref, newName] {
+        BEntry entry(&ref);
+        return entry.InitCheck() == B_OK ? entry.Rename(newName.c_str(), false) : entry.InitCheck();
+    };
 }
 
 // Rows
@@ -119,6 +120,7 @@ void FolderSource::TellProgress()
 void FolderSource::HandOver()
 {
     fFolder = fJob->TakeFolder();
+    fIsTrash = fJob->IsTrash();
     fHasHandedOver = true;
     fTaker->Opened(*this, fJob->TakeRows());
 }
@@ -154,22 +156,22 @@ std::unique_ptr<RowSource> FolderSource::GoTo(const std::string& folder)
 
 // Changes of entries
 
-status_t FolderSource::MakeFolder(const std::string& name)
+FolderWork FolderSource::MakingFolder() const
 {
-    BDirectory folder(fPath.c_str());
-    return folder.InitCheck() == B_OK ? folder.CreateDirectory(name.c_str(), nullptr)
-                                      : folder.InitCheck();
+    if (!fFolder.has_value()) {
+        return nullptr;
+    }
+    // In the folder that is shown, wherever it is by now.
+    return [inside = fFolder->inside](const std::string& name) {
+        BDirectory folder;
+        const status_t status = BEntry(&inside).GetParent(&folder);
+        return status == B_OK ? folder.CreateDirectory(name.c_str(), nullptr) : status;
+    };
 }
 
-status_t FolderSource::Rename(const DirListItem& row, const std::string& newName)
+EntryWork FolderSource::Renaming(const DirListItem& row, const std::string& newName) const
 {
-    return RenameEntry(*row.GetRef(), newName); // the watch tells the list
-}
-
-bool FolderSource::DeletesForGood() const
-{
-    const BDirectory folder(fPath.c_str());
-    return folder.InitCheck() == B_OK && is_trash_folder(&folder);
+    return RenamingEntry(*row.GetRef(), newName); // the watch tells the list
 }
 
 std::optional<OperationRequest> FolderSource::Delete(const std::vector<DirListItem*>& rows,

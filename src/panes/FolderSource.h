@@ -25,10 +25,9 @@ public:
     std::unique_ptr<RowSource> Up() const override;
     std::unique_ptr<RowSource> Into(const DirListItem& row) const override;
     std::unique_ptr<RowSource> GoTo(const std::string& folder) override;
-    bool MakesFolders() const override { return true; }
-    status_t MakeFolder(const std::string& name) override;
-    status_t Rename(const DirListItem& row, const std::string& newName) override;
-    bool DeletesForGood() const override;
+    FolderWork MakingFolder() const override;
+    EntryWork Renaming(const DirListItem& row, const std::string& newName) const override;
+    bool DeletesForGood() const override { return fIsTrash; }
     std::optional<OperationRequest> Delete(const std::vector<DirListItem*>& rows,
                                            bool isForGood) override;
     std::unique_ptr<BMessage> MessageFor(const std::vector<DirListItem*>& rows) const override;
@@ -47,6 +46,7 @@ private:
     RowTaker* fTaker = nullptr;       // borrowed; from Open() on
     std::unique_ptr<ListingJob> fJob; // kept: what links lead to may come later
     bool fHasHandedOver = false;
+    bool fIsTrash = false; // as it was when it was read
     int32 fToldEntries = 0;
     int32 fToldRead = 0;
     std::optional<WatchedFolder> fFolder;
@@ -59,8 +59,8 @@ std::string UnreadableText(const std::string& path, status_t status);
 std::unique_ptr<BMessage> LocalEntries(const std::vector<DirListItem*>& rows,
                                        const std::string& from);
 
-/// Renames a local entry; one that has the new name is not replaced.
+/// What renames a local entry; one that has the new name is not replaced.
 /// Errors: those of finding and of renaming the entry.
-[[nodiscard]] status_t RenameEntry(const entry_ref& ref, const std::string& newName);
+EntryWork RenamingEntry(const entry_ref& ref, const std::string& newName);
 
 } // namespace norvane

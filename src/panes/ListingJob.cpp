@@ -39,6 +39,7 @@ public:
     status_t Status();
     ListedRows TakeRows();
     WatchedFolder TakeFolder();
+    bool IsTrash();
 
 private:
     status_t Read(ListedRows* rows);
@@ -56,6 +57,7 @@ private:
     status_t fStatus = B_OK;
     ListedRows fRows;
     WatchedFolder fFolder;
+    bool fIsTrash = false;
     bool fIsWatching = false; // and nobody took it
     bool fIsLetGo = false;
 };
@@ -90,6 +92,7 @@ status_t ListingJob::Work::Read(ListedRows* rows)
         return status;
     }
     WatchedFolder folder{reader.Node(), reader.Ref(), fOrder.watcher, B_OK};
+    const bool isTrash = reader.IsTrash();
     const bool isToWatch = fOrder.watcher.IsValid();
     status = isToWatch ? reader.WatchAndReadNames(B_WATCH_ENTRIES | B_WATCH_NAME, fOrder.watcher,
                                                   &folder.status)
@@ -98,6 +101,7 @@ status_t ListingJob::Work::Read(ListedRows* rows)
         const std::lock_guard lock(fMutex);
         fIsWatching = isToWatch && folder.status == B_OK;
         fFolder = std::move(folder);
+        fIsTrash = isTrash;
     }
     bool isWanted = status == B_OK && Note(reader);
     while (isWanted && reader.ReadMore()) {
@@ -195,6 +199,12 @@ WatchedFolder ListingJob::Work::TakeFolder()
     return fFolder;
 }
 
+bool ListingJob::Work::IsTrash()
+{
+    const std::lock_guard lock(fMutex);
+    return fIsTrash;
+}
+
 ListingJob::ListingJob(const std::string& folder, const OpenOrder& order)
     : fWork(std::make_shared<Work>(folder, order))
 {
@@ -231,6 +241,11 @@ ListedRows ListingJob::TakeRows()
 WatchedFolder ListingJob::TakeFolder()
 {
     return fWork->TakeFolder();
+}
+
+bool ListingJob::IsTrash()
+{
+    return fWork->IsTrash();
 }
 
 } // namespace norvane

@@ -41,6 +41,8 @@ public:
     /// The rows, and the folder with its watch, which is the caller's to end. Once.
     ListedRows TakeRows();
     WatchedFolder TakeFolder();
+    /// Whether the folder is some volume's Trash.
+    bool IsTrash();
 
 private:
     class Work;

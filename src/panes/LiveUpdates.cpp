@@ -26,8 +26,16 @@ bool AreMany(BEntryChanges changes)
     return count == kManyChanges;
 }
 
-/// What a look at an entry finds.
-BEntryRecord RecordOf(const entry_ref& ref)
+/// The kind of what a link leads to; 0 when that is nothing.
+mode_t TargetOf(const entry_ref& link)
+{
+    struct stat st = {};
+    return BEntry(&link, true).GetStat(&st) == B_OK ? st.st_mode : 0;
+}
+
+} // namespace
+
+BEntryRecord LookAt(const entry_ref& ref)
 {
     struct stat st = {};
     BEntryRecord record;
@@ -39,15 +47,6 @@ BEntryRecord RecordOf(const entry_ref& ref)
     record.modified = st.st_mtime;
     return record;
 }
-
-/// The kind of what a link leads to; 0 when that is nothing.
-mode_t TargetOf(const entry_ref& link)
-{
-    struct stat st = {};
-    return BEntry(&link, true).GetStat(&st) == B_OK ? st.st_mode : 0;
-}
-
-} // namespace
 
 // The watch
 
@@ -182,8 +181,14 @@ void LiveUpdates::Remove(const char* name)
     fAsked.erase(name);
     NoteLeft(name);
     if (DirListItem* row = fRows.FindRow(name)) {
+        NoteFolderLeft(row);
         fRows.Remove(row);
     }
+}
+
+void LiveUpdates::NoteFolderLeft(const DirListItem* row)
+{
+    fHasFolderLeft = fHasFolderLeft || (row != nullptr && row->IsDir());
 }
 
 /// Of a link that the listing did not know yet.
@@ -202,6 +207,7 @@ void LiveUpdates::Rename(const BEntryChange& change)
     fAsked.erase(change.fromName);
     fAsked.erase(change.name);
     NoteLeft(change.fromName);
+    NoteFolderLeft(source);
     if (IsOwnTemporaryName(change.name)) {
         Remove(change.fromName); // about to be deleted; it comes back when it is not
     } else if (target != nullptr) {
@@ -400,8 +406,7 @@ void LiveUpdates::OneMoved(const BMessage& notice, const char* name)
         return;
     }
     using Kind = BEntryChange::Kind;
-    Apply(
-        {isFromHere ? Kind::kRenamed : Kind::kMovedIn, name, from.c_str(), RecordOf(RefOf(name))});
+    Apply({isFromHere ? Kind::kRenamed : Kind::kMovedIn, name, from.c_str(), LookAt(RefOf(name))});
 }
 
 void LiveUpdates::OneStatChanged(const BMessage& notice)

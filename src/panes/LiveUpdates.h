@@ -16,6 +16,9 @@
 
 namespace norvane {
 
+/// What a look at an entry finds; of a link, at the link. Waits for the disk. Thread: any.
+BEntryRecord LookAt(const entry_ref& ref);
+
 /// Keeps the rows of a list as its local folder is: turns the notices of the folder's watch into
 /// changes of single rows.
 ///
@@ -52,6 +55,8 @@ public:
     void NoteGone() { fIsGone = true; }
     /// Whether the folder followed was renamed or moved since this was last asked.
     bool TakeMoved() { return std::exchange(fHasMoved, false); }
+    /// Whether a folder in it was renamed or went since this was last asked.
+    bool TakeFolderLeft() { return std::exchange(fHasFolderLeft, false); }
     /// Some name in the folder followed, which keeps it known wherever it is.
     const entry_ref& Inside() const { return fFolder.inside; }
     /// The folder followed, or the one followed last.
@@ -66,6 +71,8 @@ public:
     int AddEntry(const entry_ref& ref);
     /// The same for a name in the folder that is followed.
     int AddEntry(const char* name);
+    /// Shows an entry that was just made in the folder followed, and what a look at it found.
+    void AddMade(const char* name, const BEntryRecord& record) { Show(name, record); }
     void RemoveEntry(const entry_ref& ref);
     void UpdateEntry(const node_ref& node);
     void UpdateEntry(const entry_ref& newRef, const entry_ref& oldRef);
@@ -94,6 +101,7 @@ private:
     void ShowContents(const BEntryChange& change);
     void Remove(const char* name);
     void NoteLeft(const char* name);
+    void NoteFolderLeft(const DirListItem* row);
 
     PaneRows& fRows;
     WatchedFolder fFolder; // the one followed last
@@ -101,6 +109,7 @@ private:
     bool fIsWatching = false; // the watch of fFolder is on
     bool fIsGone = false;
     bool fHasMoved = false;
+    bool fHasFolderLeft = false;
     bool fKeepsNotices = false;
     std::vector<BMessage> fKept;
     std::unique_ptr<LinkTargets> fLinks; // null: nobody is told

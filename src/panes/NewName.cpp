@@ -15,10 +15,11 @@ std::string NewFolderName(int32 number)
     return number == 1 ? "New Folder" : "New Folder " + std::to_string(number);
 }
 
-status_t MakeNewFolder(const std::function<status_t(const std::string&)>& make, std::string* name)
+status_t MakeNewFolder(const std::function<status_t(const std::string&)>& make, int32 first,
+                       std::string* name)
 {
     status_t status = B_FILE_EXISTS;
-    for (int32 number = 1; status == B_FILE_EXISTS && number <= kLastFolderNumber; number++) {
+    for (int32 number = first; status == B_FILE_EXISTS && number <= kLastFolderNumber; number++) {
         *name = NewFolderName(number);
         status = make(*name);
     }

@@ -58,9 +58,9 @@ std::unique_ptr<RowSource> QuerySource::GoTo(const std::string& folder)
     return nullptr;
 }
 
-status_t QuerySource::Rename(const DirListItem& row, const std::string& newName)
+EntryWork QuerySource::Renaming(const DirListItem& row, const std::string& newName) const
 {
-    return RenameEntry(*row.GetRef(), newName);
+    return RenamingEntry(*row.GetRef(), newName);
 }
 
 std::optional<OperationRequest> QuerySource::Delete(const std::vector<DirListItem*>&, bool)

@@ -21,9 +21,8 @@ public:
     std::unique_ptr<RowSource> Into(const DirListItem& row) const override;
     /// The hits stay; the folder is where going up leads from now on.
     std::unique_ptr<RowSource> GoTo(const std::string& folder) override;
-    bool MakesFolders() const override { return false; }
-    status_t MakeFolder(const std::string&) override { return B_NOT_ALLOWED; }
-    status_t Rename(const DirListItem& row, const std::string& newName) override;
+    FolderWork MakingFolder() const override { return nullptr; }
+    EntryWork Renaming(const DirListItem& row, const std::string& newName) const override;
     bool DeletesForGood() const override { return false; }
     /// Deletes nothing.
     std::optional<OperationRequest> Delete(const std::vector<DirListItem*>&, bool) override;

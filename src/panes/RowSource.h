@@ -9,6 +9,7 @@
 #include <Messenger.h>
 #include <Node.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -43,6 +44,12 @@ struct OpenOrder
     /// Is sent kListingNews when Proceed() is to be called. Not valid: nobody, and opening waits.
     BMessenger list = {};
 };
+
+/// Something that is done to an entry, on any thread, which may wait for a disk: it keeps what it
+/// needs.
+using EntryWork = std::function<status_t()>;
+/// The same for a folder that is made under a name. Errors: B_FILE_EXISTS for one that is taken.
+using FolderWork = std::function<status_t(const std::string& name)>;
 
 /// A file operation, to be opened in a window of its own.
 struct OperationRequest
@@ -131,12 +138,10 @@ public:
     virtual bool MayLeave() { return true; }
 
     // Changes of entries
-    virtual bool MakesFolders() const = 0;
-    /// Makes a folder, or begins to: then ReadAgain() follows.
-    /// Errors: B_FILE_EXISTS for a name that is taken.
-    [[nodiscard]] virtual status_t MakeFolder(const std::string& name) = 0;
-    /// Renames a row's entry, or begins to: then ReadAgain() follows. The row stays as it is.
-    [[nodiscard]] virtual status_t Rename(const DirListItem& row, const std::string& newName) = 0;
+    /// What makes a folder here, or begins to: then ReadAgain() follows. Null where that cannot be.
+    virtual FolderWork MakingFolder() const = 0;
+    /// What renames a row's entry, or begins to. The row stays as it is.
+    virtual EntryWork Renaming(const DirListItem& row, const std::string& newName) const = 0;
     /// Whether entries that are deleted here are gone; else they go into the Trash.
     virtual bool DeletesForGood() const = 0;
     /// Deletes the rows' entries, after the person agreed to what `isForGood` says, or says which

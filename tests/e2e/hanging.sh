@@ -66,6 +66,14 @@ rm -f "$base/to/one"
 start_norvane
 touch "$gate"
 key ctrl+2 Next Next Next Down Down F2 space End Home
+# A new folder, a new name and the question before a deletion ask its disk, too.
+key F7 Down shift+F6
+xdotool type --delay 15 renamed
+key Return
+key F8
+answerable "Sir?"
+key Escape
+expect "the question stayed" window_gone "Sir?"
 begin=$(now_ms)
 key ctrl+1 ctrl+g
 expect "no prompt" window_shown GoTo

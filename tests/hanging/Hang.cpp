@@ -173,6 +173,21 @@ EXPORTED int fstatat(int folder, const char* path, struct stat* record, int flag
                                                                          flags);
 }
 
+EXPORTED int mkdirat(int folder, const char* path, mode_t mode)
+{
+    MayHang(folder, path, false);
+    return static_cast<int>(Raw(SYS_mkdirat, folder, Number(path), static_cast<long>(mode)));
+}
+
+EXPORTED int renameat2(int folder, const char* path, int newFolder, const char* newPath,
+                       unsigned flags)
+{
+    MayHang(folder, path, false);
+    MayHang(newFolder, newPath, false);
+    return static_cast<int>(Raw(SYS_renameat2, folder, Number(path), newFolder, Number(newPath),
+                                static_cast<long>(flags)));
+}
+
 EXPORTED int access(const char* path, int mode)
 {
     MayHang(AT_FDCWD, path);

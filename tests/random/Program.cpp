@@ -1,5 +1,6 @@
 #include "Program.h"
 
+#include "MessageCodes.h"
 #include "Sandbox.h"
 #include "Scene.h"
 #include "Screen.h"
@@ -128,8 +129,7 @@ struct Program::Pane
         return !inside.empty() && IsAt(folder) ? folder : std::string();
     }
 
-    /// Where the folder shown is, which is not told when one above it was moved; empty when it is
-    /// gone.
+    /// Where the folder shown is; empty when it is gone.
     std::string Place() const
     {
         if (IsAt(path)) {
@@ -263,7 +263,8 @@ std::string Program::DescribeUnrest() const
     return text + "; " + DescribeInput();
 }
 
-/// What was moved in from elsewhere is listed when the window is activated, not before.
+/// What was moved in from elsewhere is listed when the window is activated, not before; so is the
+/// path known then of a folder below one that was moved.
 bool Program::ReadPanes(std::vector<Pane>* panes) const
 {
     if (fCore->Lock(kLockPatience) != B_OK) {
@@ -273,7 +274,7 @@ bool Program::ReadPanes(std::vector<Pane>* panes) const
     auto* window = dynamic_cast<norvane::NorvaneWindow*>(fCore->Window());
     for (int32 index = 0; window != nullptr && index < window->CountPanes(); index++) {
         norvane::DirView* list = window->PaneAt(index)->GetDirView();
-        list->AddMissing();
+        list->WindowActivated(true);
         Pane pane;
         pane.isLocal = list->Mode() == norvane::kLocalMode;
         pane.path = list->Path();
@@ -303,13 +304,15 @@ std::string Program::Judge(const Pane& pane, Tally* tally)
     if (!place.empty() && error != 0) {
         return "the pane of " + pane.path + ": " + std::strerror(error) + "\n";
     }
+    if (!place.empty() && place != pane.path) {
+        return "the pane of " + pane.path + " shows what is at " + place + " by now\n";
+    }
     tally->panes++;
     tally->rows += static_cast<int64>(fresh.size());
     tally->gone += place.empty() ? 1 : 0;
-    tally->moved += !place.empty() && place != pane.path ? 1 : 0;
-    return pane.names == fresh ? std::string()
-                               : "the pane of " + pane.path + " (now at \"" + place + "\"):\n" +
-                                     Difference(place, pane.names, fresh);
+    return pane.names == fresh
+               ? std::string()
+               : "the pane of " + pane.path + ":\n" + Difference(place, pane.names, fresh);
 }
 
 std::string Program::ComparePanes()
@@ -353,10 +356,14 @@ void Program::LeadBack(uint32 number)
     auto* window = dynamic_cast<norvane::NorvaneWindow*>(fCore->Window());
     const std::vector<std::string>& folders = fScene.Folders();
     for (int32 index = 0; window != nullptr && index < window->CountPanes(); index++) {
-        norvane::DirPane* pane = window->PaneAt(index);
-        if (pane->GetPath().rfind(fScene.Root(), 0) != 0) {
-            pane->SetPath(
-                folders[(number / 4 + static_cast<uint32>(index)) % folders.size()].c_str());
+        if (window->PaneAt(index)->GetPath().rfind(fScene.Root(), 0) == 0) {
+            continue;
         }
+        // By messages: an alert about a folder that cannot be read waits in the window's thread.
+        BMessage folder(norvane::kFolderToGoTyped);
+        folder.AddString(
+            "text", folders[(number / 4 + static_cast<uint32>(index)) % folders.size()].c_str());
+        window->PostMessage(norvane::kFocusPane + static_cast<uint32>(index));
+        window->PostMessage(&folder);
     }
 }

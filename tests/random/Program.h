@@ -28,7 +28,6 @@ public:
     {
         int64 rows = 0;
         int64 panes = 0;
-        int64 moved = 0; // of these, panes whose folder was elsewhere than they say
         int64 gone = 0;  // and whose folder was there no more
     };
 

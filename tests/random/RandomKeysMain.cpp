@@ -195,14 +195,14 @@ public:
         const int events = gEvents - fArguments.done;
         std::printf("seed %u: %d events (to %d%s) in %.0f s, %.0f per second, %.0f with rests; "
                     "%lld changes beside it, %d renewals; %lld rows of %lld panes compared, %lld "
-                    "with their folder moved, %lld with it gone; %.1f MB at 20 %%, %.1f MB at the "
+                    "with their folder gone; %.1f MB at 20 %%, %.1f MB at the "
                     "end\n",
                     static_cast<unsigned>(gSeed), events, gEvents.load(), HasQuit() ? ", quit" : "",
                     seconds(fTime), events / seconds(fEventTime), events / seconds(fTime),
                     static_cast<long long>(fScene.CountChanges()), fScene.CountRenewals(),
                     static_cast<long long>(compared.rows), static_cast<long long>(compared.panes),
-                    static_cast<long long>(compared.moved), static_cast<long long>(compared.gone),
-                    static_cast<double>(EarlyKib()) / 1024, static_cast<double>(LateKib()) / 1024);
+                    static_cast<long long>(compared.gone), static_cast<double>(EarlyKib()) / 1024,
+                    static_cast<double>(LateKib()) / 1024);
         for (const auto& [title, count] : fProgram.Dismissed()) {
             if (fArguments.isVerbose) {
                 std::printf("%6d times dismissed: %s\n", count, title.c_str());

@@ -16,6 +16,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 
 namespace norvane {
 
@@ -52,6 +53,23 @@ protected:
         Send(message);
     }
 };
+
+// Renaming
+
+TEST_F(WindowOperationsTest, AFolderRenamedInOnePaneIsRenamedInThePathOfAnother)
+{
+    fTree.Write("one/above/below/a", "");
+    WritePanes({"one", "one/above/below"});
+    Open();
+    ASSERT_EQ(PanePath(1), fTree.Path("one/above/below"));
+    std::filesystem::rename(fTree.Path("one/above"), fTree.Path("one/other"));
+
+    EXPECT_TRUE(WaitFor([this] { return PanePath(1) == fTree.Path("one/other/below"); }));
+    EXPECT_TRUE(HasRow(1, "a"));
+    std::filesystem::rename(fTree.Path("one/other"), fTree.Path("two/out"));
+
+    EXPECT_TRUE(WaitFor([this] { return PanePath(1) == fTree.Path("two/out/below"); }));
+}
 
 // Moves
 

@@ -89,11 +89,12 @@ TEST_F(FolderSourceTest, MakesAndRenamesEntriesButReplacesNone)
 {
     FolderSource source(fTree.Path("shown"));
     ASSERT_EQ(Open(source), B_OK);
-    EXPECT_TRUE(source.MakesFolders());
-    EXPECT_EQ(source.MakeFolder("made"), B_OK);
-    EXPECT_EQ(source.MakeFolder("file"), B_FILE_EXISTS);
-    EXPECT_EQ(source.Rename(*Row("file"), "made"), B_FILE_EXISTS);
-    EXPECT_EQ(source.Rename(*Row("file"), "renamed"), B_OK);
+    const FolderWork make = source.MakingFolder();
+    ASSERT_TRUE(make);
+    EXPECT_EQ(make("made"), B_OK);
+    EXPECT_EQ(make("file"), B_FILE_EXISTS);
+    EXPECT_EQ(source.Renaming(*Row("file"), "made")(), B_FILE_EXISTS);
+    EXPECT_EQ(source.Renaming(*Row("file"), "renamed")(), B_OK);
     EXPECT_EQ(fTree.List("shown"), "below\nlink\nmade\nrenamed\n");
 }
 

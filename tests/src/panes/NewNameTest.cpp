@@ -18,15 +18,22 @@ TEST(NewNameTest, MakesTheFirstThatIsFree)
     int32 calls = 0;
     std::string name;
     const status_t status = MakeNewFolder(
-        [&](const std::string&) { return ++calls < 3 ? B_FILE_EXISTS : B_OK; }, &name);
+        [&](const std::string&) { return ++calls < 3 ? B_FILE_EXISTS : B_OK; }, 1, &name);
     EXPECT_EQ(status, B_OK);
     EXPECT_EQ(name, "New Folder 3");
+}
+
+TEST(NewNameTest, BeginsWithTheNumberThatItIsGiven)
+{
+    std::string name;
+    EXPECT_EQ(MakeNewFolder([](const std::string&) { return B_OK; }, 7, &name), B_OK);
+    EXPECT_EQ(name, "New Folder 7");
 }
 
 TEST(NewNameTest, EndsAtTheFirstFailureOfAnotherKind)
 {
     std::string name;
-    EXPECT_EQ(MakeNewFolder([](const std::string&) { return B_DEVICE_FULL; }, &name),
+    EXPECT_EQ(MakeNewFolder([](const std::string&) { return B_DEVICE_FULL; }, 1, &name),
               B_DEVICE_FULL);
     EXPECT_EQ(name, "New Folder");
 }
@@ -40,7 +47,7 @@ TEST(NewNameTest, GivesUpAfterTheLastNumber)
             calls++;
             return B_FILE_EXISTS;
         },
-        &name);
+        1, &name);
     EXPECT_EQ(status, B_FILE_EXISTS);
     EXPECT_EQ(calls, 999'999);
     EXPECT_EQ(name, "New Folder 999999");

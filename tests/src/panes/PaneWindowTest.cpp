@@ -270,6 +270,47 @@ TEST_F(PaneWindowTest, FollowsItsFolderToAnotherPlace)
     EXPECT_TRUE(Becomes([this] { return Names(); }, ".. a b c d "));
 }
 
+// Nobody tells of a folder above the one shown, so it is looked for when the window is activated.
+TEST_F(PaneWindowTest, AFolderAboveThatWasRenamedShowsAtTheNextActivation)
+{
+    fTree.Write("above/shown/a", "");
+    Open();
+    Locked([this] { fList->SetPath(fTree.Path("above/shown").c_str()); });
+    const auto header = [this] {
+        return Locked([this] { return fList->HeaderText(); });
+    };
+    ASSERT_TRUE(Becomes(header, fTree.Path("above/shown")));
+    std::filesystem::rename(fTree.Path("above"), fTree.Path("higher"));
+    Locked([this] { fList->WindowActivated(true); });
+
+    EXPECT_TRUE(Becomes(header, fTree.Path("higher/shown")));
+    fTree.Write("higher/shown/b", "");
+    EXPECT_TRUE(Becomes([this] { return Names(); }, ".. a b "));
+}
+
+TEST_F(PaneWindowTest, APathThroughALinkStaysWhileItLeadsThere)
+{
+    fTree.Write("above/shown/a", "");
+    fTree.Write("other/shown/x", "");
+    fTree.Link("link", fTree.Path("above"));
+    Open();
+    Locked([this] { fList->SetPath(fTree.Path("link/shown").c_str()); });
+    const auto header = [this] {
+        return Locked([this] { return fList->HeaderText(); });
+    };
+    ASSERT_TRUE(Becomes(header, fTree.Path("link/shown")));
+    Locked([this] { fList->WindowActivated(true); });
+    Locked([this] { fList->WindowActivated(true); }); // asks once more when the first was answered
+    EXPECT_FALSE(
+        kits::testing::WaitFor([&] { return header() != fTree.Path("link/shown"); }, 200000));
+    std::filesystem::remove(fTree.Path("link"));
+    fTree.Link("link", fTree.Path("other"));
+    Locked([this] { fList->WindowActivated(true); });
+
+    EXPECT_TRUE(Becomes(header, fTree.Path("above/shown")));
+    EXPECT_EQ(Names(), ".. a ");
+}
+
 TEST_F(PaneWindowTest, ALinkInItsFoldersPlaceIsAnotherFolder)
 {
     fTree.Write("shown/a", "");

@@ -72,7 +72,7 @@ TEST_F(QuerySourceTest, RenamesWhereTheHitLies)
 {
     QuerySource source(Results({"other/file"}), "/before");
     ASSERT_EQ(Open(source), B_OK);
-    EXPECT_EQ(source.Rename(*Row(fTree.Path("other/file")), "renamed"), B_OK);
+    EXPECT_EQ(source.Renaming(*Row(fTree.Path("other/file")), "renamed")(), B_OK);
     EXPECT_EQ(fTree.List("other"), "below\nrenamed\n");
 }
 
@@ -80,8 +80,7 @@ TEST_F(QuerySourceTest, MakesAndDeletesNothing)
 {
     QuerySource source(Results({"other/file"}), "/before");
     ASSERT_EQ(Open(source), B_OK);
-    EXPECT_FALSE(source.MakesFolders());
-    EXPECT_NE(source.MakeFolder("made"), B_OK);
+    EXPECT_FALSE(source.MakingFolder());
     EXPECT_FALSE(source.Delete({Row(fTree.Path("other/file"))}, false).has_value());
     EXPECT_EQ(fTree.List("other"), "below\nfile\n");
 }

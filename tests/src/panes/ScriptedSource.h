@@ -67,13 +67,19 @@ public:
     }
     std::unique_ptr<RowSource> GoTo(const std::string&) override { return nullptr; }
     bool MayLeave() override { return fPlaces[fPlace].mayLeave; }
-    bool MakesFolders() const override { return true; }
-    status_t MakeFolder(const std::string& name) override
+    norvane::FolderWork MakingFolder() const override
     {
-        fPlaces[fPlace].names.push_back(name);
-        return B_OK;
+        return [this](const std::string& name) {
+            fPlaces[fPlace].names.push_back(name);
+            return B_OK;
+        };
     }
-    status_t Rename(const norvane::DirListItem&, const std::string&) override { return B_OK; }
+    norvane::EntryWork Renaming(const norvane::DirListItem&, const std::string&) const override
+    {
+        return [] {
+            return B_OK;
+        };
+    }
     bool DeletesForGood() const override { return true; }
     std::optional<norvane::OperationRequest> Delete(const std::vector<norvane::DirListItem*>&,
                                                     bool) override
