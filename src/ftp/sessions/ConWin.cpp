@@ -2,7 +2,6 @@
 
 #include "MessageCodes.h"
 #include "fileops/engine/ProblemList.h"
-#include "fileops/windows/MessageBox.h"
 #include "ftp/sessions/DialogLayout.h"
 #include "ftp/sessions/FtpWin.h"
 #include "ftp/sessions/SessionErrands.h"
@@ -28,8 +27,8 @@ constexpr float kHeight = 240;
 constexpr float kLeastListWidth = 100;
 constexpr float kGap = 10;
 constexpr float kButtonGap = 8;
-constexpr float kBorder = 2; // of the scroll view
-constexpr int32 kDelete = 1;
+constexpr float kBorder = 2;      // of the scroll view
+constexpr float kDefaultMark = 3; // around the face of the default button
 
 struct ButtonOf
 {
@@ -46,13 +45,14 @@ const ButtonOf kButtons[] = {
 };
 constexpr float kButtonCount = 5;
 
+// Of the buttons, with the default one's mark.
 float ColumnWidth()
 {
     float widest = 0;
     for (const ButtonOf& button : kButtons) {
         widest = std::max(widest, ButtonWidth(button.label));
     }
-    return widest;
+    return widest + 2 * kDefaultMark;
 }
 
 float ListTop()
@@ -62,7 +62,7 @@ float ListTop()
 
 float LeastHeight()
 {
-    return ListTop() + kButtonCount * (ButtonHeight() + kButtonGap) + kDialogEdge;
+    return ListTop() + kDefaultMark + kButtonCount * (ButtonHeight() + kButtonGap) + kDialogEdge;
 }
 
 void TellThatNoneIsSelected()
@@ -120,9 +120,9 @@ void ConWin::AddList(BView* ground, float right)
 
 void ConWin::AddButtons(BView* ground)
 {
-    const float right = Bounds().right - kDialogEdge;
-    const float left = right - ColumnWidth();
-    float top = ListTop();
+    const float right = Bounds().right - kDialogEdge - kDefaultMark;
+    const float left = right - ColumnWidth() + 2 * kDefaultMark;
+    float top = ListTop() + kDefaultMark;
     for (const ButtonOf& one : kButtons) {
         const bool isLast = one.what == kSessionCancelled;
         if (isLast) {
@@ -301,7 +301,7 @@ void ConWin::AskToDelete()
     }
     const std::string question =
         "Are you sure you want to delete the session: " + ShownName(name) + "?";
-    if (MessageBox(question.c_str(), "Hey", "Cancel", "Delete") == kDelete) {
+    if (WarnAndAsk(question, "Delete")) {
         DeleteSession(name, BMessenger(this));
     }
 }

@@ -1,5 +1,6 @@
 #include "ftp/sessions/DialogLayout.h"
 
+#include <Alert.h>
 #include <Font.h>
 #include <Screen.h>
 #include <View.h>
@@ -54,6 +55,14 @@ float LineHeight()
     font_height height;
     BFont().GetHeight(&height);
     return std::ceil(height.ascent + height.descent);
+}
+
+bool WarnAndAsk(const std::string& question, const char* button)
+{
+    // It deletes itself once it is answered.
+    auto* alert = new BAlert("Hey", question.c_str(), "Cancel", button, nullptr, B_WIDTH_AS_USUAL,
+                             B_WARNING_ALERT);
+    return alert->Go() == 1;
 }
 
 } // namespace norvane

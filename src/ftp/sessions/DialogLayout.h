@@ -2,6 +2,8 @@
 
 #include <Rect.h>
 
+#include <string>
+
 class BView;
 
 namespace norvane {
@@ -20,5 +22,9 @@ float ButtonWidth(const char* label);
 float ButtonHeight();
 /// The height of one line of text.
 float LineHeight();
+
+/// Asks whether something is to be lost, with the buttons "Cancel" and `button`; true for the
+/// latter.
+bool WarnAndAsk(const std::string& question, const char* button);
 
 } // namespace norvane

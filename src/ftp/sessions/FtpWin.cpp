@@ -2,7 +2,6 @@
 
 #include "MessageCodes.h"
 #include "fileops/engine/ProblemList.h"
-#include "fileops/windows/MessageBox.h"
 #include "ftp/sessions/DialogLayout.h"
 #include "ftp/sessions/SessionErrands.h"
 #include "settings/MsgBox.h"
@@ -28,10 +27,9 @@ constexpr float kRowGap = 4;
 constexpr float kLabelGap = 6;
 constexpr float kPortWidth = 60;
 constexpr float kPassiveGap = 14;
-constexpr float kButtonGap = 10;
+constexpr float kButtonGap = 11;
 constexpr float kDefaultMark = 3;
 constexpr float kLeastFieldWidth = 180;
-constexpr int32 kReplace = 1;
 constexpr char kUsualPort[] = "21";
 constexpr char kWarning[] = "Warning! storing password is insecure.";
 
@@ -88,7 +86,9 @@ void FtpWin::BuildContents()
     const float bottom = AddRows(ground);
     ResizeTo(Bounds().Width(), bottom + ButtonHeight() + kDefaultMark + 2 * kDialogEdge);
     AddButtons(ground);
-    const float leastWidth = fFields[kName]->Divider() + kLeastFieldWidth + 2 * kDialogEdge;
+    // The warning stays whole.
+    const float fieldWidth = std::max(kLeastFieldWidth, std::ceil(BFont().StringWidth(kWarning)));
+    const float leastWidth = fFields[kName]->Divider() + fieldWidth + 2 * kDialogEdge;
     SetSizeLimits(std::min(leastWidth, Bounds().Width()), 32767, Bounds().Height(),
                   Bounds().Height());
     fFields[kName]->MakeFocus(true);
@@ -155,10 +155,9 @@ void FtpWin::AddButtons(BView* ground)
         button->SetTarget(this);
         return button;
     };
-    // The one that Enter presses stands in the corner, and is walked to first.
-    BButton* accept = add(right - width - kDefaultMark, "bOK", "OK", kSessionAccepted);
     add(right - 2 * width - kButtonGap - kDefaultMark, "bCancel", "Cancel", kSessionCancelled);
-    accept->MakeDefault(true);
+    // The one that Enter presses stands in the corner.
+    add(right - width - kDefaultMark, "bOK", "OK", kSessionAccepted)->MakeDefault(true);
 }
 
 void FtpWin::MessageReceived(BMessage* message)
@@ -308,7 +307,7 @@ void FtpWin::Saved(status_t status)
     } else if (status == B_FILE_EXISTS) {
         const std::string question =
             "There is a session " + name + " already. Do you want to replace it?";
-        if (MessageBox(question.c_str(), "Hey", "Cancel", "Replace") == kReplace) {
+        if (WarnAndAsk(question, "Replace")) {
             Save(Existing::kReplaced);
         }
     } else {
