@@ -51,7 +51,7 @@ std::vector<MenuColumn> BuildMenus()
           {"Remove Pane", kRemovePane, 'P', B_SHIFT_KEY, kReady},
           {"Revert to Default", kRevertToDefault, 'D', 0, kReady},
           {"Query", kQuery, 'U'},
-          {"Ftp Connections", kFtpConnections, 'F'},
+          {"Ftp Connections", kFtpConnections, 'F', 0, kReady},
           {"Disconnect FTP Connection", kDisconnectFtp, 'F', B_SHIFT_KEY},
           {"Preferences", kPreferences, 'R'}}},
         {"Applications",

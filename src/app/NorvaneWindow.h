@@ -71,6 +71,7 @@ private:
     void DoRename();
     void EmptyTrash();
     void AskWhereToGo();
+    void ShowConnections();
     void OpenTracker();
     void DoGetSpace();
     void DoDrag(BMessage* message);

@@ -5,6 +5,7 @@
 #include "fileops/windows/CopyWin.h"
 #include "fileops/windows/GetTextWin.h"
 #include "fileops/windows/OverWin.h"
+#include "ftp/sessions/ConWin.h"
 #include "panes/DirPane.h"
 #include "panes/DirView.h"
 #include "panes/OpenEntry.h"
@@ -81,6 +82,10 @@ const NorvaneWindow::Answer NorvaneWindow::kCommands[] = {
     {kGoTo,
      [](auto& window, auto&) {
          window.AskWhereToGo();
+     }},
+    {kFtpConnections,
+     [](auto& window, auto&) {
+         window.ShowConnections();
      }},
     {kOpenTracker,
      [](auto& window, auto&) {
@@ -295,6 +300,12 @@ void NorvaneWindow::AskWhereToGo()
     auto* prompt = new GetTextWin(Frame(), "GoTo", this, "What Directory do you want to go to?", "",
                                   kFolderToGoTyped, "OK", "Cancel", nullptr);
     prompt->Show();
+}
+
+void NorvaneWindow::ShowConnections()
+{
+    auto* connections = new ConWin(Frame(), this);
+    connections->Show();
 }
 
 void NorvaneWindow::TextTyped(const BMessage& message)
