@@ -1,6 +1,6 @@
 #include "panes/SoonAnswer.h"
 
-#include "panes/DetachedThread.h"
+#include "DetachedThread.h"
 
 #include <Message.h>
 #include <OS.h>

@@ -21,7 +21,19 @@ struct RemoteEntry
     bool IsLink() const { return !permissions.empty() && permissions.front() == 'l'; }
 };
 
-/// Reads a listing into its entries, without "." and "..", in its order. Linear in its length.
-std::vector<RemoteEntry> ParseListing(std::string_view listing);
+/// What a listing ended with when it arrived. Its text alone does not say: whoever receives one
+/// takes away its last byte, whatever that was.
+enum class ListingEnd : uint8 {
+    kLineFeed,
+    kOther, // the last line has lost a byte; without a line feed before it there are no lines
+};
+
+/// Reads a listing, without its last byte, into its entries, without "." and "..", in its order.
+/// Linear in its length.
+///
+/// An entry that is not shown whole, or whose columns are not where they are looked for, may have
+/// the name of another one: it has no commandName.
+std::vector<RemoteEntry> ParseListing(std::string_view listing,
+                                      ListingEnd end = ListingEnd::kLineFeed);
 
 } // namespace norvane
