@@ -61,6 +61,8 @@ enum PaneNotice : uint32 {
     MSG_PROGRESS_STOP = 608,
     MSG_PROGRESS_STEP = 609,      // int32 "steps": how many it stands for, 1 when missing
     MSG_PROGRESS_MAX = 610,       // int32 "maxvalue"
+    kSourceNews = 'SNew',         // there is news of what the place shown began
+    kPasswordGiven = 'Pass',      // string "text", unless the person gave none
     kListingNews = 'News',        // the rows of the place being opened, or some of them, are there
     kLinkAnswered = 'Link',       // what a link leads to: LinkAnswer reads it
     kIconFound = 'Icon',          // FoundIcon reads it

@@ -52,7 +52,7 @@ std::vector<MenuColumn> BuildMenus()
           {"Revert to Default", kRevertToDefault, 'D', 0, kReady},
           {"Query", kQuery, 'U'},
           {"Ftp Connections", kFtpConnections, 'F', 0, kReady},
-          {"Disconnect FTP Connection", kDisconnectFtp, 'F', B_SHIFT_KEY},
+          {"Disconnect FTP Connection", kDisconnectFtp, 'F', B_SHIFT_KEY, kReady},
           {"Preferences", kPreferences, 'R'}}},
         {"Applications",
          {{"Open Tracker", kOpenTracker, 'T', 0, kReady},

@@ -72,6 +72,7 @@ private:
     void EmptyTrash();
     void AskWhereToGo();
     void ShowConnections();
+    void DoFtp(const BMessage& message);
     void OpenTracker();
     void DoGetSpace();
     void DoDrag(BMessage* message);

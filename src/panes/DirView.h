@@ -67,6 +67,7 @@ public:
     /// Lists a folder that a person named; "~", relative paths and addresses are understood.
     void GoToDir(const char* path);
     void NavigateUp() override;
+    bool CancelWork() override { return fListing.CancelWork(); }
     void NavigateDown();
     /// Adds entries that were moved in from elsewhere since the last listing.
     void AddMissing() { fUpdates.AddMissing(); }
@@ -170,6 +171,7 @@ private:
     std::vector<DirListItem*> SelectedRows() const;
     void ScrollToRow(int32 index);
     bool EditNamed(const std::string& name);
+    void NewsOfSource();
     void AnswerSoonOrLater(std::function<BMessage()> ask);
     void EntryAnswered(const BMessage& answer);
     void FolderMade(const BMessage& answer);

@@ -2,7 +2,7 @@
 
 #include "MessageCodes.h"
 #include "fileops/engine/ProblemList.h"
-#include "panes/DetachedThread.h"
+#include "DetachedThread.h"
 
 #include <Directory.h>
 #include <Errors.h>
