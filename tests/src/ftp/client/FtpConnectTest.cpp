@@ -193,6 +193,7 @@ TEST(FtpReconnectTest, ConnectsAnewWithAClearMind)
     int length = 0;
     ASSERT_EQ(client.LogIn(), 0);
     EXPECT_EQ(client.ftp.DownloadBuffer(&data, &length, "a", true, true), 550);
+    EXPECT_EQ(client.log.find("TIMEOUT"), std::string::npos) << client.log;
     EXPECT_EQ(client.ftp.DeleteFile("a"), kFtpNotConnected);
     EXPECT_FALSE(client.ftp.IsConnected());
 
