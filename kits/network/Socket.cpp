@@ -85,6 +85,9 @@ ssize_t receive_socket(int socket, void* buffer, size_t size)
 
 status_t wait_for_socket(int socket, socket_readiness readiness, bigtime_t timeout)
 {
+    if (socket < 0) {
+        return B_FILE_ERROR; // poll() would wait
+    }
     const bigtime_t end = system_time() + std::max<bigtime_t>(timeout, 0);
     pollfd asked = {};
     asked.fd = socket;

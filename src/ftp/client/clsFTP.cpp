@@ -15,6 +15,18 @@ int ZeroFor(int code, int expected, int alsoExpected)
     return code == expected || code == alsoExpected ? 0 : code;
 }
 
+/// The path in the reply to PWD, `257 "/path" and more`: from the sixth character to the last
+/// quote. One that is not there whole is none.
+std::string QuotedPath(const std::string& reply)
+{
+    const size_t end = reply.rfind('"');
+    if (reply.size() < 6 || reply[4] != '"' || end < 5) {
+        return "";
+    }
+    const std::string path = reply.substr(5, end - 5);
+    return path.find('\r') == std::string::npos ? path : "";
+}
+
 bool IsServerCode(int code)
 {
     return code >= 100;
@@ -108,12 +120,7 @@ int clsFTP::PrintDir(char** path)
     const int codeBefore = fLastCode;
     const int code = Command("PWD\r\n");
     fLastCode = codeBefore;
-    // What is told is "257 " and the path in quotes.
-    std::string told;
-    if (code / 100 == 2 && std::strlen(fReply) > 5) {
-        told = fReply + 5;
-        told.resize(std::min(told.size(), told.rfind('"')));
-    }
+    const std::string told = code / 100 == 2 ? QuotedPath(fReply) : "";
     *path = strdup(told.c_str());
     return code / 100 == 2 ? ZeroFor(codeBefore, 257, 250) : code;
 }

@@ -4,6 +4,7 @@
 #include "ftp/client/FtpSocket.h"
 #include "ftp/client/FtpStop.h"
 #include "ftp/client/HostLookup.h"
+#include "ftp/client/RemoteEntry.h"
 
 #include <SupportDefs.h>
 
@@ -101,6 +102,8 @@ public:
                        bool = false);
     /// Whether the last listing held a line feed before its last character was cut off.
     bool ListingHasLineFeed() const { return fListingHasLineFeed; }
+    /// What that character was, for ParseListing().
+    ListingEnd EndOfListing() const { return fListingEnd; }
     void DisposeBuffer(unsigned char** data);
 
     /// The same from and to an open file, from where it stands. Ownership: borrows `file`.
@@ -217,6 +220,7 @@ private:
 
     size_t fMemoryLimit = 256 * 1024 * 1024;
     bool fListingHasLineFeed = false;
+    ListingEnd fListingEnd = ListingEnd::kOther;
     int64 fExpected = 0; // bytes of the transfer; 0 when nobody knows
     bool fIsProgressTold = false;
     std::atomic<int64> fBytesMoved = 0;

@@ -214,7 +214,7 @@ int clsFTP::AbandonData(int code)
         return code;
     }
     fData.Break();
-    if (code == kFtpTimedOut || fStop.IsShutDown()) {
+    if (fOwed == 0 || code == kFtpTimedOut || fStop.IsShutDown()) {
         return code;
     }
     fGraceEnd = code == kFtpCancelled ? system_time() + kGrace : 0;

@@ -189,7 +189,7 @@ int clsFTP::ReceiveLines(int sock, bigtime_t* end)
     if (count == B_WOULD_BLOCK) {
         return 0;
     }
-    if (fReplies.HasPart()) {
+    if (count == 0 && fReplies.HasPart()) {
         fReplies.AddEnd();
         return 0;
     }

@@ -75,6 +75,7 @@ int clsFTP::List(const char* path, char** listing, bool passive, bool)
     const FtpStop::Call call(fStop);
     *listing = nullptr;
     fListingHasLineFeed = false;
+    fListingEnd = ListingEnd::kOther;
     if (path != nullptr && !IsOneLine(path)) {
         return kFtpBadName;
     }
@@ -92,7 +93,9 @@ int clsFTP::List(const char* path, char** listing, bool passive, bool)
         *listing = nullptr;
     } else if (sink.Length() > 0) {
         fListingHasLineFeed = std::memchr(*listing, '\n', sink.Length()) != nullptr;
-        (*listing)[sink.Length() - 1] = '\0';
+        char& last = (*listing)[sink.Length() - 1];
+        fListingEnd = last == '\n' ? ListingEnd::kLineFeed : ListingEnd::kOther;
+        last = '\0';
     }
     return code;
 }

@@ -4,6 +4,7 @@
 
 #include <DataIO.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace norvane {
@@ -162,7 +163,8 @@ std::string Server::List(std::vector<RemoteEntry>* entries)
     const int code =
         Do([this, &text](clsFTP& client) { return client.List(nullptr, &text, fHost.isPassive); });
     if (code == 0 && text != nullptr) {
-        *entries = ParseListing(text);
+        const auto length = static_cast<size_t>(std::max<int64>(BytesMoved() - 1, 0));
+        *entries = ParseListing({text, length}, fCalls.Client().EndOfListing());
     }
     std::free(text);
     return code == 0 ? "" : "its folder cannot be listed: " + Reason(code);
@@ -199,7 +201,7 @@ std::string Server::Reason(int code)
     switch (code) {
     case kFtpNoDataConnection:
     case kFtpNoSocket:
-        return "no connection for the data could be made";
+        return "the connection for the data failed";
     case kFtpTimedOut:
         return "the server does not answer";
     case kFtpCancelled:

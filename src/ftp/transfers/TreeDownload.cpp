@@ -72,7 +72,7 @@ bool TreeDownload::Enter(const RemoteEntry& entry, const CopyPlace& target)
         return false;
     }
     const node_ref node = NodeOf(record);
-    fLevels.push_back({name, above, node, isNew, {}});
+    fLevels.push_back({name, above, fPath.size(), node, isNew, {}});
     fTargets.Enter(folder, name, node);
     fPath = ShownPath(fPath, name.c_str());
     ReceiveContents();
@@ -169,10 +169,7 @@ void TreeDownload::Leave()
         Fail(level.name, "not all that is in it arrived: " + fServer.LostBecause());
     }
     fTargets.Leave();
-    fPath.resize(fPath.size() - level.name.size() - 1);
-    if (fPath.empty()) {
-        fPath = "/";
-    }
+    fPath.resize(level.pathBytes);
     fServer.Leave(level.above);
 }
 

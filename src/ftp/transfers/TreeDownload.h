@@ -30,6 +30,7 @@ private:
     {
         std::string name;
         std::string above; // the server's folder that it was entered from
+        size_t pathBytes;  // of the local folder above
         node_ref target;
         bool isNew;
         std::vector<RemoteEntry> folders;

@@ -59,7 +59,7 @@ void TreeUpload::Enter(const Child& child, BDirectory& parent)
     if (!EnterOnServer(child.name, &listed)) {
         return;
     }
-    fLevels.push_back({child.name, above, {}});
+    fLevels.push_back({child.name, above, fPath.size(), {}});
     fSources.Enter(folder, child.name, NodeOf(child.record));
     fPath = ShownPath(fPath, child.name.c_str());
     SendContents(*folder, listed);
@@ -190,10 +190,7 @@ void TreeUpload::Leave()
         Fail(level.name, "not all that is in it was sent: " + fServer.LostBecause());
     }
     fSources.Leave();
-    fPath.resize(fPath.size() - level.name.size() - 1);
-    if (fPath.empty()) {
-        fPath = "/";
-    }
+    fPath.resize(level.pathBytes);
     fServer.Leave(level.above);
 }
 

@@ -33,6 +33,7 @@ private:
     {
         std::string name;
         std::string above; // the server's folder that it was entered from
+        size_t pathBytes;  // of the local folder above
         std::vector<Child> folders;
         size_t next = 0; // of them
     };
