@@ -83,10 +83,10 @@ private:
     void ShowFtpViews();
     void OperationEnded();
 
-    DirView* fList = nullptr;         // a child of fScroller
-    NVHeader* fHeader = nullptr;      // a child
-    NorvFtr* fFooter = nullptr;       // a child
-    BScrollView* fScroller = nullptr; // a child
+    DirView* fList = nullptr;            // a child of fScroller
+    NVHeader* fHeader = nullptr;         // a child
+    NorvFtr* fFooter = nullptr;          // a child
+    BScrollView* fScroller = nullptr;    // a child
     std::unique_ptr<FtpViews> fFtpViews; // while the list is on a server
     std::string fStartPath;
     bool fIsHeaderHidden = false;

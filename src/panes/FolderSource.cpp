@@ -210,7 +210,10 @@ DropMeaning FolderSource::MeaningOf(const BMessage& entries, const DirListItem* 
         return {Act::kRefuse, "Warning",
                 "Sorry can't copy files or folders to the root of the file system!"};
     }
-    return {Act::kOperate, "", "", {isRemote ? "Download" : "Copy", target, std::make_unique<BMessage>(entries)}};
+    return {Act::kOperate,
+            "",
+            "",
+            {isRemote ? "Download" : "Copy", target, std::make_unique<BMessage>(entries)}};
 }
 
 // Texts

@@ -80,7 +80,7 @@ int RemoteFolder::ListText(std::string* listing, ListingEnd* end)
     listing->clear();
     if (code == 0 && text != nullptr && bytes > 0) {
         listing->assign(text.get(), static_cast<size_t>(bytes - 1)); // there may be zeros in it
-        *end = fClient.ListingHasLineFeed() ? ListingEnd::kLineFeed : ListingEnd::kOther;
+        *end = fClient.EndOfListing();
     }
     return code;
 }

@@ -110,9 +110,9 @@ private:
     void TellNews() const;
 
     const std::string fFile;
-    const ConnectionListeners fListeners;
-    clsFTP fClient;                      // the thread's, but for what any thread may call
-    RemoteFolder fFolder{fClient, false}; // the thread's
+    ConnectionListeners fListeners; // set once
+    clsFTP fClient;                        // the thread's, but for what any thread may call
+    RemoteFolder fFolder{fClient, false};  // the thread's
     std::atomic<bool> fIsCancelled{false}; // what runs
 
     std::mutex fMutex; // guards all below
@@ -327,8 +327,8 @@ ConnectionAnswer RemoteConnection::Work::Connect()
         fSession = session;
     }
     fFolder.SetPassive(session.isPassive);
-    fClient.SetHost(session.host.c_str(), static_cast<unsigned int>(std::atoi(session.port.c_str())),
-                    nullptr, 0);
+    fClient.SetHost(session.host.c_str(),
+                    static_cast<unsigned int>(std::atoi(session.port.c_str())), nullptr, 0);
     SetStatus("ftp: Connecting...");
     const int code = status == B_OK ? LogIn(session) : int{kFtpNotConnected};
     SetStatus(StatusAfter(code));
@@ -336,7 +336,8 @@ ConnectionAnswer RemoteConnection::Work::Connect()
         return NotConnected(code);
     }
     if (!session.remoteDir.empty()) {
-        fClient.ChangeDir(session.remoteDir.c_str()); // where a server refuses, its own choice stays
+        fClient.ChangeDir(
+            session.remoteDir.c_str()); // where a server refuses, its own choice stays
     }
     return {ConnectionAnswer::Kind::kConnected, "", ""};
 }

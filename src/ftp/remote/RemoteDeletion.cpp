@@ -1,7 +1,7 @@
 #include "ftp/remote/RemoteDeletion.h"
 
-#include "ftp/client/clsFTP.h"
 #include "ftp/client/ServerReason.h"
+#include "ftp/client/clsFTP.h"
 
 #include <utility>
 

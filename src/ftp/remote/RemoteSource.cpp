@@ -242,9 +242,9 @@ std::unique_ptr<RowSource> RemoteSource::GoTo(const std::string& folder)
 
 bool RemoteSource::MayLeave()
 {
-    auto* question = new BAlert("Sir?", "Do you really want to disconnect from the ftp server?",
-                                "Cancel", "Disconnect", nullptr, B_WIDTH_FROM_LABEL,
-                                B_WARNING_ALERT);
+    auto* question =
+        new BAlert("Sir?", "Do you really want to disconnect from the ftp server?", "Cancel",
+                   "Disconnect", nullptr, B_WIDTH_FROM_LABEL, B_WARNING_ALERT);
     return question->Go() == 1;
 }
 
@@ -291,23 +291,27 @@ EntryWork RemoteSource::Renaming(const DirListItem& row, const std::string& newN
 {
     const std::string name = row.CommandName();
     if (name.empty()) {
-        return [] { return B_NOT_ALLOWED; };
+        return [] {
+            return B_NOT_ALLOWED;
+        };
     }
     if (HasEntry(newName)) {
-        return [] { return B_FILE_EXISTS; };
+        return [] {
+            return B_FILE_EXISTS;
+        };
     }
     return [connection = fConnection, path = fPath, name, newName] {
-        connection->Do(
-            RemoteConnection::Kind::kChange, "renaming",
-            [path, name, newName](RemoteConnection::Desk& desk) {
-                int code = desk.folder.Go(path);
-                code = code == 0 ? desk.client.RenameFile(name.c_str(), newName.c_str()) : code;
-                Answer answer = {Answer::Kind::kChanged, "Foo", ""};
-                if (!IsAgreed(code)) {
-                    answer.text = "Could not rename: " + ServerReason(desk.client, code);
-                }
-                return std::optional<Answer>(std::move(answer));
-            });
+        connection->Do(RemoteConnection::Kind::kChange, "renaming",
+                       [path, name, newName](RemoteConnection::Desk& desk) {
+                           int code = desk.folder.Go(path);
+                           code = code == 0 ? desk.client.RenameFile(name.c_str(), newName.c_str())
+                                            : code;
+                           Answer answer = {Answer::Kind::kChanged, "Foo", ""};
+                           if (!IsAgreed(code)) {
+                               answer.text = "Could not rename: " + ServerReason(desk.client, code);
+                           }
+                           return std::optional<Answer>(std::move(answer));
+                       });
         return B_OK;
     };
 }

@@ -32,7 +32,8 @@ public:
 
     filter_result Filter(BMessage* message, BHandler** target) override
     {
-        const bool isReturn = message->GetInt8("byte", 0) == B_ENTER;
+        int8 byte = 0;
+        const bool isReturn = message->FindInt8("byte", &byte) == B_OK && byte == B_ENTER;
         if (isReturn && dynamic_cast<BButton*>(*target) == nullptr) {
             *target = Looper();
         }
