@@ -117,7 +117,7 @@ enum SessionMessage : uint32 {
     kSessionsListed = 'SesL',  // strings "name"; int32 "watch" and "status", of both
     kSessionsChanged = 'SesC', // to the list: look again
     kSessionRead = 'SesR',     // int32 "status", the session
-    kSessionSaved = 'SesS',    // int32 "status"
+    kSessionSaved = 'SesS',    // int32 "status"; bool "exists": nothing was done
     kSessionDeleted = 'SesD',  // string "name", int32 "status"
 };
 

@@ -186,7 +186,10 @@ status_t SessionFile::Write(const FtpSession& session) const
     for (const TextKey& one : kTexts) {
         keys.emplace_back(one.key);
     }
-    status_t status = Look();
+    std::string folder;
+    status_t status = GetFolder(&folder);
+    status = status == B_OK ? BDirectory(folder.c_str()).InitCheck() : status;
+    status = status == B_OK ? Look() : status;
     if (status == B_OK) {
         status = ReadKeys(&keys);
     } else if (status == B_ENTRY_NOT_FOUND) {

@@ -173,7 +173,7 @@ void FtpWin::MessageReceived(BMessage* message)
         SessionRead(*message);
         break;
     case kSessionSaved:
-        Saved(message->GetInt32("status", B_ERROR));
+        Saved(*message);
         break;
     default:
         BWindow::MessageReceived(message);
@@ -297,23 +297,29 @@ void FtpWin::Save(Existing existing)
     SaveSession(Entered(), existing, BMessenger(this));
 }
 
-void FtpWin::Saved(status_t status)
+void FtpWin::Saved(const BMessage& message)
 {
     fIsSaving = false;
+    const status_t status = message.GetInt32("status", B_ERROR);
     const std::string name = ShownName(fFields[kName]->Text());
-    if (status == B_OK) {
+    if (message.GetBool("exists", false)) {
+        AskToReplace(name);
+    } else if (status == B_OK) {
         fOwner.SendMessage(kSessionsChanged);
         PostMessage(B_QUIT_REQUESTED);
-    } else if (status == B_FILE_EXISTS) {
-        const std::string question =
-            "There is a session " + name + " already. Do you want to replace it?";
-        if (WarnAndAsk(question, "Replace")) {
-            Save(Existing::kReplaced);
-        }
     } else {
         const std::string text =
             "Could not save the session " + name + ": " + ReasonForSession(status);
         MsgBox("Err", text.c_str(), "OK", B_INFO_ALERT);
+    }
+}
+
+void FtpWin::AskToReplace(const std::string& name)
+{
+    const std::string question =
+        "There is a session " + name + " already. Do you want to replace it?";
+    if (WarnAndAsk(question, "Replace")) {
+        Save(Existing::kReplaced);
     }
 }
 

@@ -53,7 +53,8 @@ private:
     bool CanBeKept();
     void Refuse(Field field, const std::string& reason);
     void Save(Existing existing);
-    void Saved(status_t status);
+    void Saved(const BMessage& message);
+    void AskToReplace(const std::string& name);
 
     BMessenger fOwner;
     std::string fEdited; // the name of the session that was there before; "" for none

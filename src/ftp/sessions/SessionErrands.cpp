@@ -138,7 +138,8 @@ void SaveSession(const FtpSession& session, Existing existing, const BMessenger&
         const SessionFile file(SessionFile::FileNameOf(session.name));
         const bool isInTheWay = existing == Existing::kKept && file.Exists();
         BMessage answer(kSessionSaved);
-        answer.AddInt32("status", isInTheWay ? status_t(B_FILE_EXISTS) : file.Write(session));
+        answer.AddBool("exists", isInTheWay);
+        answer.AddInt32("status", isInTheWay ? status_t(B_OK) : file.Write(session));
         window.SendMessage(&answer);
     });
 }

@@ -42,7 +42,7 @@ enum class Existing { kKept, kReplaced };
 /// Posts a kSessionRead with what the file has, which SessionIn() reads.
 void ReadSession(const std::string& fileName, const BMessenger& window);
 /// Posts a kSessionSaved. With Existing::kKept nothing is written where there is anything of that
-/// name; its status is B_FILE_EXISTS then.
+/// name, as its bool "exists" tells.
 void SaveSession(const FtpSession& session, Existing existing, const BMessenger& window);
 /// Posts a kSessionDeleted.
 void DeleteSession(const std::string& name, const BMessenger& window);

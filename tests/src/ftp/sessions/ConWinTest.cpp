@@ -10,7 +10,6 @@ namespace norvane {
 
 namespace {
 
-using kits::testing::AnswerAlert;
 using kits::testing::CountShown;
 using kits::testing::TypeKey;
 using kits::testing::WaitForNoWindow;
@@ -118,8 +117,7 @@ TEST_F(ConWinTest, NeedsASelection)
     for (const char* button : {"bConnect", "bEdit", "bDelete"}) {
         Press(window, button);
         EXPECT_EQ(AlertText("Hey"), "info: Please select a session first. [OK]*") << button;
-        ASSERT_TRUE(AnswerAlert("OK"));
-        ASSERT_TRUE(WaitForNoWindow("Hey"));
+        ASSERT_TRUE(Answer("Hey", "OK"));
     }
 
     EXPECT_EQ(CountShown("Ftp Sessions"), 1);
@@ -187,8 +185,7 @@ TEST_F(ConWinTest, DeleteAsksFirst)
     Press(window, "bDelete");
     EXPECT_EQ(AlertText("Hey"), "warning: Are you sure you want to delete the session: a.b? "
                                 "[Cancel] [Delete]*");
-    ASSERT_TRUE(AnswerAlert("Cancel"));
-    ASSERT_TRUE(WaitForNoWindow("Hey"));
+    ASSERT_TRUE(Answer("Hey", "Cancel"));
 
     ASSERT_TRUE(kits::testing::Sync(window));
     EXPECT_TRUE(HasSession("a.b.ftp"));
@@ -203,7 +200,7 @@ TEST_F(ConWinTest, DeleteRemovesTheFile)
     SelectRow(window, 1);
 
     Press(window, "bDelete");
-    ASSERT_TRUE(AnswerAlert("Delete"));
+    ASSERT_TRUE(Answer("Hey", "Delete"));
 
     EXPECT_TRUE(Lists(window, "a|"));
     EXPECT_FALSE(HasSession("b.ftp"));
@@ -219,7 +216,7 @@ TEST_F(ConWinTest, DeletingWhatIsGoneSaysNothing)
     ASSERT_NE(WaitForWindow("Hey"), nullptr);
     fTree.Remove(File("a.ftp"));
 
-    ASSERT_TRUE(AnswerAlert("Delete"));
+    ASSERT_TRUE(Answer("Hey", "Delete"));
 
     EXPECT_TRUE(Lists(window, ""));
     EXPECT_EQ(CountShown("Err"), 0);
@@ -232,11 +229,11 @@ TEST_F(ConWinTest, TellsWhatCannotBeDeleted)
     SelectRow(window, 0);
 
     Press(window, "bDelete");
-    ASSERT_TRUE(AnswerAlert("Delete"));
+    ASSERT_TRUE(Answer("Hey", "Delete"));
 
     const std::string text = AlertText("Err");
     EXPECT_EQ(text.substr(0, 45), "info: Could not delete the session folder: th") << text;
-    EXPECT_TRUE(AnswerAlert("OK"));
+    EXPECT_TRUE(Answer("Err", "OK"));
     EXPECT_TRUE(fTree.Exists(File("folder.ftp/inside")));
 }
 
@@ -290,11 +287,11 @@ TEST_F(ConWinTest, TellsOnceThatNothingIsWatched)
 {
     fTree.Write("config/Norvane", "a file");
 
-    BWindow* window = OpenSessions("");
+    BWindow* window = new ConWin(fOwner->Frame(), fOwner);
+    window->Show();
 
     EXPECT_EQ(AlertText("Err"), "info: Out of memory. Node Monitoring disabled. [Oh Well]*");
-    ASSERT_TRUE(AnswerAlert("Oh Well"));
-    ASSERT_TRUE(WaitForNoWindow("Err"));
+    ASSERT_TRUE(Answer("Err", "Oh Well"));
     window->PostMessage('NDMN');
     window->PostMessage('NDMN');
     ASSERT_TRUE(kits::testing::Sync(window));

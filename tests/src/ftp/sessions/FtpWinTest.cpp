@@ -13,7 +13,6 @@ namespace norvane {
 
 namespace {
 
-using kits::testing::AnswerAlert;
 using kits::testing::CountShown;
 using kits::testing::TypeKey;
 using kits::testing::TypeText;
@@ -41,8 +40,7 @@ protected:
     {
         Press(editor, "bOK");
         const std::string text = AlertText("Info");
-        EXPECT_TRUE(AnswerAlert("OK"));
-        EXPECT_TRUE(WaitForNoWindow("Info"));
+        EXPECT_TRUE(Answer("Info", "OK"));
         return text;
     }
     static BCheckBox* PassiveOf(BWindow* editor)
@@ -312,13 +310,12 @@ TEST_F(FtpWinTest, AsksBeforeItReplacesAnotherSession)
     Press(editor, "bOK");
     EXPECT_EQ(AlertText("Hey"), "warning: There is a session home already. Do you want to replace "
                                 "it? [Cancel] [Replace]*");
-    ASSERT_TRUE(AnswerAlert("Cancel"));
-    ASSERT_TRUE(WaitForNoWindow("Hey"));
+    ASSERT_TRUE(Answer("Hey", "Cancel"));
     EXPECT_EQ(ReadSession("home.ftp"), kHome);
     EXPECT_EQ(CountShown(kEditor), 1);
 
     Press(editor, "bOK");
-    ASSERT_TRUE(AnswerAlert("Replace"));
+    ASSERT_TRUE(Answer("Hey", "Replace"));
 
     ASSERT_TRUE(WaitForNoWindow(kEditor));
     EXPECT_EQ(ReadSession("home.ftp").substr(0, 10), "Host=host\n");
@@ -343,11 +340,12 @@ TEST_F(FtpWinTest, AVanishedSessionIsMadeAnew)
 TEST_F(FtpWinTest, TellsOfASessionThatCannotBeRead)
 {
     fTree.MakeFolder(File("home.ftp"));
-    BWindow* editor = OpenEditor("home.ftp");
+    BWindow* editor = new FtpWin(fOwner->Frame(), fOwner, "home.ftp");
+    editor->Show();
 
     EXPECT_EQ(AlertText("Err"), "info: Could not read the session home: its file is none that a "
                                 "session can be in [OK]*");
-    ASSERT_TRUE(AnswerAlert("OK"));
+    ASSERT_TRUE(Answer("Err", "OK"));
 
     EXPECT_EQ(TextIn(editor, "text1"), "home");
     EXPECT_EQ(TextIn(editor, "text2"), "");
@@ -363,7 +361,7 @@ TEST_F(FtpWinTest, StaysOpenWhenItCannotSave)
 
     const std::string text = AlertText("Err");
     EXPECT_EQ(text.substr(0, 39), "info: Could not save the session home: ") << text;
-    ASSERT_TRUE(AnswerAlert("OK"));
+    ASSERT_TRUE(Answer("Err", "OK"));
     EXPECT_EQ(TextIn(editor, "text2"), "host");
     fTree.Remove("config/Norvane");
     Press(editor, "bOK");

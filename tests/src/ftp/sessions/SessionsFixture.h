@@ -59,12 +59,10 @@ protected:
     void TearDown() override
     {
         for (const char* title : {"Ftp Connection", "Ftp Sessions"}) {
-            while (kits::testing::CountShown(title) > 0) {
-                BWindow* window = kits::testing::WaitForWindow(title);
-                window->PostMessage(B_QUIT_REQUESTED);
-                ASSERT_TRUE(kits::testing::WaitFor([=, count = kits::testing::CountShown(title)] {
-                    return kits::testing::CountShown(title) < count;
-                }));
+            for (int32 count = kits::testing::CountShown(title); count > 0; count--) {
+                kits::testing::CloseWindow(kits::testing::WaitForWindow(title));
+                ASSERT_TRUE(kits::testing::WaitFor(
+                    [=] { return kits::testing::CountShown(title) < count; }));
             }
         }
         if (fOwner->Lock()) {
@@ -141,6 +139,16 @@ protected:
     static void Press(BWindow* window, const char* button)
     {
         kits::testing::Click(kits::testing::FindView(window, button));
+    }
+    /// Answers the alert of that title; its windows have buttons of the same labels.
+    static bool Answer(const char* title, const char* button)
+    {
+        BWindow* alert = kits::testing::WaitForWindow(title);
+        if (alert == nullptr || !kits::testing::WaitUntilAnswers(alert)) {
+            return false;
+        }
+        Press(alert, button);
+        return kits::testing::WaitForNoWindow(title);
     }
     static BTextControl* FieldOf(BWindow* window, const char* name)
     {
