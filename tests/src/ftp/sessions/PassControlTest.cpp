@@ -8,6 +8,10 @@
 #include <TextView.h>
 #include <TypeConstants.h>
 
+#include <server/NativeWindow.h>
+#include <server/Surface.h>
+#include <testing/Native.h>
+
 #include <string>
 
 namespace norvane {
@@ -41,6 +45,17 @@ protected:
             fControl->TextView()->Select(from, to);
             return 0;
         });
+    }
+    /// Whether the server knows by the last frame that an input method may write into the control.
+    bool IsKnownToTakeText()
+    {
+        kits::testing::Sync(fWindow);
+        bool isKnown = false;
+        kits::testing::OnServer([&] {
+            auto* surface = static_cast<kits::Surface*>(kits::testing::NativeOf(fWindow));
+            isKnown = surface->Owner().GetPublished().inputMethod.isTextField;
+        });
+        return isKnown;
     }
     static void Offer(const std::string& text)
     {
@@ -169,6 +184,7 @@ TEST_F(PassControlTest, WhatAnInputMethodCommitsIsKept)
     Make("a");
     Select(1, 1);
 
+    ASSERT_TRUE(kits::testing::WaitFor([this] { return IsKnownToTakeText(); }));
     kits::testing::CommitText("\xe6\x97\xa5\xe6\x9c\xac");
 
     EXPECT_EQ(Texts(), "***|a\xe6\x97\xa5\xe6\x9c\xac");
