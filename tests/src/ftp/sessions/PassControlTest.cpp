@@ -8,10 +8,6 @@
 #include <TextView.h>
 #include <TypeConstants.h>
 
-#include <server/NativeWindow.h>
-#include <server/Surface.h>
-#include <testing/Native.h>
-
 #include <string>
 
 namespace norvane {
@@ -46,16 +42,15 @@ protected:
             return 0;
         });
     }
-    /// Whether the server knows by the last frame that an input method may write into the control.
-    bool IsKnownToTakeText()
+    /// What an input method says to the control: shown only, or entered.
+    void TellText(const char* text, bool isEntered)
     {
-        kits::testing::Sync(fWindow);
-        bool isKnown = false;
-        kits::testing::OnServer([&] {
-            auto* surface = static_cast<kits::Surface*>(kits::testing::NativeOf(fWindow));
-            isKnown = surface->Owner().GetPublished().inputMethod.isTextField;
-        });
-        return isKnown;
+        BMessage input(B_INPUT_METHOD_EVENT);
+        input.AddString("be:string", text);
+        if (isEntered) {
+            input.AddBool("be:confirmed", true);
+        }
+        fWindow->PostMessage(&input, fControl->TextView());
     }
     static void Offer(const std::string& text)
     {
@@ -179,15 +174,25 @@ TEST_F(PassControlTest, NothingIsUndone)
     EXPECT_EQ(Texts(), "***|abc");
 }
 
-TEST_F(PassControlTest, WhatAnInputMethodCommitsIsKept)
+TEST_F(PassControlTest, WhatAnInputMethodEntersIsKept)
 {
     Make("a");
     Select(1, 1);
 
-    ASSERT_TRUE(kits::testing::WaitFor([this] { return IsKnownToTakeText(); }));
-    kits::testing::CommitText("\xe6\x97\xa5\xe6\x9c\xac");
+    TellText("\xe6\x97\xa5\xe6\x9c\xac", true);
 
     EXPECT_EQ(Texts(), "***|a\xe6\x97\xa5\xe6\x9c\xac");
+}
+
+TEST_F(PassControlTest, WhatAnInputMethodProposesIsNotShown)
+{
+    Make("a");
+    Select(1, 1);
+
+    TellText("nihao", false);
+    TypeText("b"); // would enter what is shown
+
+    EXPECT_EQ(Texts(), "**|ab");
 }
 
 TEST_F(PassControlTest, EnterAndDeleteDoNothing)
