@@ -19,7 +19,7 @@ expect "no sessions window" window_focused "Ftp Sessions"
 sessions_window=$(window_id "Ftp Sessions")
 expect "the sessions window stays empty" painted "Ftp Sessions"
 expect "the empty list is still being painted" still "$sessions_window"
-empty=$(look "$sessions_window" 200x150+10+30)
+empty=$(look "$sessions_window" 200x150+16+36)
 shot "ftp-sessions-empty"
 
 # Without a selection
@@ -51,7 +51,7 @@ expect "no file" test -f "$file"
 [ "$(stat -c %a "$sessions")" = 700 ] || fail "others may read the folder"
 expected=$'Host=ftp.example.org\nPort=21\nUser=anna\nPass=secret\nRemoteDir=/pub\nLocalDir=\nPassive=1'
 [ "$(cat "$file")" = "$expected" ] || fail "the file has: $(cat "$file")"
-expect "the list shows no new row" looks_new "$empty" "$sessions_window" 200x150+10+30
+expect "the list shows no new row" looks_new "$empty" "$sessions_window" 200x150+16+36
 expect "the sessions window has no focus" window_focused "Ftp Sessions"
 
 # Edited: back to the list, its row, and on to "Edit"
@@ -62,6 +62,7 @@ expect "no editor" window_focused "Ftp Connection"
 expect "the editor stays empty" painted "Ftp Connection"
 expect "the session is still being read" still "$(window_id "Ftp Connection")"
 key Tab Tab
+key ctrl+a
 type_text "2121"
 key Return
 expect "the editor stays" window_gone "Ftp Connection"
@@ -84,11 +85,11 @@ key Return
 expect "the question stays" window_gone Hey
 gone() { [ ! -e "$file" ]; }
 expect "it was not deleted" gone
-expect "the row stays" looks "$empty" "$sessions_window" 200x150+10+30
+expect "the row stays" looks "$empty" "$sessions_window" 200x150+16+36
 
 # What comes from elsewhere is listed; the main window takes the choice for now or later
 printf 'Host=localhost\nUser=anna\n' >"$sessions/other.ftp"
-expect "a new file is not listed" looks_new "$empty" "$sessions_window" 200x150+10+30
+expect "a new file is not listed" looks_new "$empty" "$sessions_window" 200x150+16+36
 key Escape
 expect "the sessions window stays" window_gone "Ftp Sessions"
 expect "the main window has no focus" window_focused Norvane

@@ -20,7 +20,7 @@ namespace norvane {
 namespace {
 
 // Every look-up reads the file from its start, so no session is looked for in a file of any size.
-constexpr off_t kMostBytes = 64 * 1024;
+constexpr off_t kMostBytes = off_t{64} * 1024;
 constexpr mode_t kOwnerOnly = 0700;
 constexpr int kHighestPort = 65535;
 constexpr std::size_t kMostDigits = 5;

@@ -28,6 +28,7 @@ public:
     /// Removes the last character.
     void PopChar();
     /// Lends the real text, until it changes.
+    // NOLINTNEXTLINE(readability-identifier-naming): the name it is known by
     const char* actualText() const { return fText.c_str(); }
 
 protected:
@@ -45,6 +46,7 @@ private:
 /// Keeps keys from a PassControl's text view that are not for it.
 ///
 /// Tab goes to the control, which moves the focus; Enter and Delete do nothing.
+// NOLINTNEXTLINE(readability-identifier-naming): the name it is known by
 class myFilter : public BMessageFilter
 {
 public:

@@ -19,6 +19,7 @@ namespace norvane {
 namespace {
 
 constexpr uint32 kWatched = B_WATCH_DIRECTORY | B_WATCH_NAME;
+constexpr int kRounds = 5;
 
 struct Field
 {
@@ -44,13 +45,20 @@ void DoElsewhere(const std::function<void()>& work)
 
 status_t Watch(const BMessenger& window)
 {
-    std::string path;
-    node_ref node;
-    status_t status = SessionFile::GetFolder(&path);
-    if (status == B_OK) {
-        status = BDirectory(path.c_str()).GetNodeRef(&node);
+    status_t status = B_ENTRY_NOT_FOUND;
+    // The folder may go just when it was found; then it is made again.
+    for (int round = 0; status == B_ENTRY_NOT_FOUND && round < kRounds; round++) {
+        std::string path;
+        node_ref node;
+        status = SessionFile::GetFolder(&path);
+        if (status == B_OK) {
+            status = BDirectory(path.c_str()).GetNodeRef(&node);
+        }
+        if (status == B_OK) {
+            status = watch_node(&node, kWatched, window);
+        }
     }
-    return status == B_OK ? watch_node(&node, kWatched, window) : status;
+    return status;
 }
 
 } // namespace

@@ -42,6 +42,16 @@ protected:
             return 0;
         });
     }
+    /// What an input method says to the control: shown only, or entered.
+    void TellText(const char* text, bool isEntered)
+    {
+        BMessage input(B_INPUT_METHOD_EVENT);
+        input.AddString("be:string", text);
+        if (isEntered) {
+            input.AddBool("be:confirmed", true);
+        }
+        fWindow->PostMessage(&input, fControl->TextView());
+    }
     static void Offer(const std::string& text)
     {
         ASSERT_TRUE(be_clipboard->Lock());
@@ -164,14 +174,25 @@ TEST_F(PassControlTest, NothingIsUndone)
     EXPECT_EQ(Texts(), "***|abc");
 }
 
-TEST_F(PassControlTest, WhatAnInputMethodCommitsIsKept)
+TEST_F(PassControlTest, WhatAnInputMethodEntersIsKept)
 {
     Make("a");
     Select(1, 1);
 
-    kits::testing::CommitText("\xe6\x97\xa5\xe6\x9c\xac");
+    TellText("\xe6\x97\xa5\xe6\x9c\xac", true);
 
     EXPECT_EQ(Texts(), "***|a\xe6\x97\xa5\xe6\x9c\xac");
+}
+
+TEST_F(PassControlTest, WhatAnInputMethodProposesIsNotShown)
+{
+    Make("a");
+    Select(1, 1);
+
+    TellText("nihao", false);
+    TypeText("b"); // would enter what is shown
+
+    EXPECT_EQ(Texts(), "**|ab");
 }
 
 TEST_F(PassControlTest, EnterAndDeleteDoNothing)

@@ -60,7 +60,9 @@ protected:
     {
         for (const char* title : {"Ftp Connection", "Ftp Sessions"}) {
             for (int32 count = kits::testing::CountShown(title); count > 0; count--) {
-                kits::testing::CloseWindow(kits::testing::WaitForWindow(title));
+                BWindow* window = kits::testing::WaitForWindow(title);
+                ASSERT_NE(window, nullptr);
+                kits::testing::CloseWindow(window);
                 ASSERT_TRUE(kits::testing::WaitFor(
                     [=] { return kits::testing::CountShown(title) < count; }));
             }
