@@ -21,6 +21,14 @@ constexpr BRect kAnywhere(0, 0, 100, 20); // until the first layout
 // A log that grows for days loses its first half.
 constexpr int32 kMaxLogBytes = 256 * 1024;
 
+/// A client's line, or several: their line ends are those of the wire.
+std::string ForLog(std::string line)
+{
+    line.resize(line.find_last_not_of("\r\n") + 1);
+    std::replace(line.begin(), line.end(), '\r', '\n');
+    return "\n" + line;
+}
+
 } // namespace
 
 FtpViews::FtpViews(BView& pane) : fPane(pane)
@@ -64,7 +72,7 @@ void FtpViews::Append(const char* line)
     if (fLog->TextLength() > kMaxLogBytes) {
         fLog->Delete(0, kMaxLogBytes / 2);
     }
-    const std::string text = std::string("\n") + line;
+    const std::string text = ForLog(line);
     // At the end, wherever somebody has selected something.
     fLog->Insert(fLog->TextLength(), text.c_str(), static_cast<int32>(text.size()));
     fLog->ScrollToOffset(fLog->TextLength());
