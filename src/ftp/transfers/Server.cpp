@@ -62,7 +62,8 @@ std::string Server::Open()
         return client.Connect(fHost.user.c_str(), password, nullptr);
     });
     if (connected != 0) {
-        Lose(ConnectReason(connected));
+        fIsUsable = false;
+        fLost = ConnectReason(connected);
         return fLost;
     }
     const int changed = fHost.path.empty() ? 0 : ChangeDir(fHost.path);
@@ -136,7 +137,7 @@ std::string Server::Enter(const std::string& name)
         return fLost;
     }
     if (path == fPath) {
-        return "the server stays in " + fPath;
+        return "the server does not go there";
     }
     fPath = path;
     return "";
