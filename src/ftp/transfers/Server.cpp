@@ -164,7 +164,8 @@ std::string Server::List(std::vector<RemoteEntry>* entries)
     const int code =
         Do([this, &text](clsFTP& client) { return client.List(nullptr, &text, fHost.isPassive); });
     if (code == 0 && text != nullptr) {
-        const auto length = static_cast<size_t>(std::max<int64>(BytesMoved() - 1, 0));
+        const auto length =
+            static_cast<size_t>(std::max<int64>(fCalls.Client().BytesMoved() - 1, 0));
         *entries = ParseListing({text, length}, fCalls.Client().EndOfListing());
     }
     std::free(text);
@@ -177,14 +178,26 @@ std::string Server::MakeFolder(const std::string& name)
     return IsAgreed(code) ? "" : Reason(code);
 }
 
+/// Moves a file; how much of it the client knows only when it has begun.
+std::string Server::Move(const ServerCalls::Call& call, const ServerCalls::Progress& progress)
+{
+    fBytesMoved = 0;
+    const auto counted = [this, &call](clsFTP& client) {
+        const int code = call(client);
+        fBytesMoved = code != kFtpBadName ? client.BytesMoved() : 0;
+        return code;
+    };
+    const int code = Do(counted, progress);
+    return code == 0 ? "" : Reason(code);
+}
+
 std::string Server::Send(BDataIO& file, int64 bytes, const std::string& name,
                          const ServerCalls::Progress& progress)
 {
     const auto call = [this, &file, bytes, &name](clsFTP& client) {
         return client.UploadFrom(file, bytes, name.c_str(), true, fHost.isPassive);
     };
-    const int code = Do(call, progress);
-    return code == 0 ? "" : Reason(code);
+    return Move(call, progress);
 }
 
 std::string Server::Receive(BDataIO& file, const std::string& name,
@@ -193,8 +206,7 @@ std::string Server::Receive(BDataIO& file, const std::string& name,
     const auto call = [this, &file, &name](clsFTP& client) {
         return client.DownloadTo(file, name.c_str(), true, fHost.isPassive);
     };
-    const int code = Do(call, progress);
-    return code == 0 ? "" : Reason(code);
+    return Move(call, progress);
 }
 
 std::string Server::Reason(int code)
@@ -215,6 +227,8 @@ std::string Server::Reason(int code)
         return "the file here failed";
     case kFtpBadName:
         return "its name cannot be sent to a server";
+    case kFtpTooMuch:
+        return "the server sends more than anybody can mean";
     default:
         break;
     }

@@ -42,16 +42,22 @@ protected:
         return Carry(request);
     }
 
+    /// The operation holds its window's lock, so the views are looked at without it.
+    static BView* ViewOf(BWindow* window, int32 index)
+    {
+        return window->ChildAt(0)->ChildAt(index);
+    }
+
     static BStatusBar* Bar(BWindow* window, const char* name)
     {
-        return dynamic_cast<BStatusBar*>(FindView(window, name));
+        auto* file = dynamic_cast<BStatusBar*>(ViewOf(window, 4));
+        auto* whole = dynamic_cast<BStatusBar*>(ViewOf(window, 5));
+        return std::string(file->Name()) == name ? file : whole;
     }
 
     static std::string Line(BWindow* window, int32 index)
     {
-        const BView* container = FindView(window, "FtpConContainer");
-        const auto* line = dynamic_cast<BStringView*>(container->ChildAt(index));
-        return line != nullptr ? line->Text() : "";
+        return dynamic_cast<BStringView*>(ViewOf(window, index))->Text();
     }
 
     static void AnswerAlert(const char* title, const char* button)

@@ -105,6 +105,8 @@ TEST_F(UploadFaultsTest, AStopInTheMiddleEnds)
     Upload({"from/a", "from/b"});
     EXPECT_LT(system_time() - stopped, 5'000'000) << "the server was waited for";
     EXPECT_FALSE(fRemote.Exists("/pub/b"));
+    ASSERT_EQ(fUI.problems.size(), 1u) << "a part of it is there: " << Problems();
+    EXPECT_EQ(fUI.problems[0].second.substr(0, 16), "it was stopped: ");
 }
 
 TEST_F(UploadFaultsTest, AStopEndsTheWaitForASilentServer)

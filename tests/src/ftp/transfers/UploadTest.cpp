@@ -62,7 +62,10 @@ TEST_F(UploadTest, NamesThatWouldBreakACommandAreTold)
     fTree.Write("from/album/good", "2");
     Upload({"from/album"});
     EXPECT_EQ(fRemote.List(), "/\n/pub/\n/pub/album/\n/pub/album/good\n");
-    EXPECT_EQ(fUI.problems.size(), 3u) << Problems();
+    ASSERT_EQ(fUI.problems.size(), 3u) << Problems();
+    for (const auto& [name, reason] : fUI.problems) {
+        EXPECT_EQ(reason, "its name cannot be sent to a server") << name;
+    }
     EXPECT_EQ(fServer->CommandLog().find("DELE"), std::string::npos);
 }
 
