@@ -12,6 +12,7 @@ namespace norvane {
 namespace {
 
 constexpr size_t kShownReplyBytes = 100;
+constexpr unsigned int kGoodbyeMs = 2'000; // all that was to be done is done
 constexpr int kNotLoggedIn = 530;
 constexpr int kWantsPassword = 331;
 constexpr int kClosing = 421;
@@ -51,7 +52,7 @@ std::string Trimmed(const std::string& path)
 
 } // namespace
 
-Server::Server(TransferHost host, OperationUI& ui) : fHost(std::move(host)), fUI(ui), fCalls(ui) {}
+Server::Server(TransferHost host, OperationUI& ui) : fHost(std::move(host)), fCalls(ui) {}
 
 std::string Server::Open()
 {
@@ -81,7 +82,10 @@ std::string Server::Open()
 void Server::Close()
 {
     if (fIsUsable) {
-        fCalls.Do([](clsFTP& client) { return client.Disconnect(); });
+        fCalls.Do([](clsFTP& client) {
+            client.SetTimeout(kGoodbyeMs);
+            return client.Disconnect();
+        });
     }
     fIsUsable = false;
 }

@@ -58,7 +58,6 @@ private:
     void Lose(const std::string& reason);
 
     const TransferHost fHost;
-    OperationUI& fUI;
     bool fIsUsable = false;
     std::string fPath;
     std::string fLost;

@@ -61,10 +61,10 @@ TEST_F(DownloadFaultsTest, AServerThatOnlySaysItWentThereIsNotBelieved)
 TEST_F(DownloadFaultsTest, WhatIsCutOffStaysAndIsTold)
 {
     using namespace ftp_script;
-    fServer = std::make_unique<FtpServer>(
-        FtpScript{LogIn(), Answer("CWD /pub", "250 In"), Answer("PWD", "257 \"/pub\""),
-                  Answer("TYPE I", "200 Fine"), Passive(), Answer("RETR a", "150 Coming"),
-                  OpenData(), SendData(Bytes(1000)), CloseData(), Say("426 Broken off"), Hang()});
+    fServer = std::make_unique<FtpServer>(FtpScript{
+        LogIn(), Answer("CWD /pub", "250 In"), Answer("PWD", "257 \"/pub\""),
+        Answer("TYPE I", "200 Fine"), Passive(), Answer("RETR a", "150 Coming"), OpenData(),
+        SendData(Bytes(1000)), CloseData(), Say("426 Broken off"), Answer("QUIT", "221 Bye")});
     BMessage request = DownloadRequest({"a"});
     AddListed(&request, Listed("a", "100000", "Jan  5  2020"));
     Run(request);
@@ -147,6 +147,17 @@ TEST_F(DownloadFaultsTest, AServerThatGoesInATreeIsTold)
     EXPECT_EQ(fTree.List("to/album"), "a\n");
     EXPECT_NE(Problems().find("album: not all that is in it arrived"), std::string::npos)
         << Problems();
+}
+
+TEST_F(DownloadFaultsTest, AServerThatDoesNotSayGoodbyeIsNotWaitedFor)
+{
+    fRemote.AddFile("/pub/a", "1");
+    AnswerTo("QUIT", "");
+    const bigtime_t begin = system_time();
+    Download({"a"});
+    EXPECT_LT(system_time() - begin, 15'000'000) << "the time-out was waited for";
+    EXPECT_EQ(fTree.Read("to/a"), "1");
+    EXPECT_EQ(Problems(), "");
 }
 
 // Stopping
