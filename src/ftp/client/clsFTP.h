@@ -166,9 +166,9 @@ private:
     // Data connections: clsFTPData.cpp
     int FTPInitDataConnection(SocketAddress* address);
     int Listen(int sock, SocketAddress* address);
-    int FTPSendPort(int sock, const SocketAddress& address);
-    int FTPSendPASV(int sock, SocketAddress* address);
-    int FTPSendEPSV(int sock, SocketAddress* address);
+    int FTPSendPort(const SocketAddress& address);
+    int FTPSendPASV(SocketAddress* address);
+    int FTPSendEPSV(SocketAddress* address);
     int SetType(Type type);
     int OpenData(const Order& order, bool* isTold);
     int PrepareActive();

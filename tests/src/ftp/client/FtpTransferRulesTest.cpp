@@ -317,6 +317,7 @@ TEST_F(FtpTransferRulesTest, AbortsADownloadThatHasNoFile)
 
     EXPECT_EQ(fClient.ftp.Download("a", folder.c_str(), "a", true, true), kFtpLocalFile);
 
+    EXPECT_TRUE(fServer.AwaitCommand("ABOR"));
     EXPECT_EQ(Commands(), "TYPE I\nRETR a\nABOR\n");
     const std::string told =
         "Error creating file: " + folder +
