@@ -37,7 +37,7 @@ class FtpSink;
 /// Whatever is sent and whatever is replied is handed, as text, to the callback, the password
 /// masked. Each wait is bounded by the timeout.
 /// Thread: one at a time, which blocks for the length of a call; Cancel() and ShutDown(): any.
-class clsFTP
+class clsFTP // NOLINT(readability-identifier-naming): it is called so everywhere
 {
 public:
     /// Told of each line (percent is -1) and of how far a transfer came; returns 0 to abandon it.
@@ -215,7 +215,7 @@ private:
     bool fMayBeStale = false; // an aborted transfer may be answered once or twice
     Type fType = Type::kUnset;
 
-    size_t fMemoryLimit = 256 * 1024 * 1024;
+    size_t fMemoryLimit = size_t{256} * 1024 * 1024;
     bool fListingHasLineFeed = false;
     int64 fExpected = 0; // bytes of the transfer; 0 when nobody knows
     bool fIsProgressTold = false;

@@ -128,9 +128,8 @@ int clsFTP::FTPReadString(int sock, char* buffer, int size)
     } else if (code == kFtpNotConnected) {
         reply.text = "Connection lost";
     }
-    const size_t length = std::min(reply.text.size(), static_cast<size_t>(size) - 1);
     std::memset(buffer, 0, static_cast<size_t>(size));
-    std::memcpy(buffer, reply.text.data(), length);
+    reply.text.copy(buffer, static_cast<size_t>(size) - 1);
     Report(buffer);
     return code;
 }

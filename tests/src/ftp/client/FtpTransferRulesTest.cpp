@@ -458,7 +458,7 @@ public:
     ssize_t Write(const void* /*buffer*/, size_t size) override
     {
         fLeft -= static_cast<ssize_t>(size);
-        return fLeft > 0 ? static_cast<ssize_t>(size) : B_DEVICE_FULL;
+        return fLeft >= 0 || size == 0 ? static_cast<ssize_t>(size) : B_DEVICE_FULL;
     }
 
 private:
@@ -490,7 +490,16 @@ TEST_F(FtpTransferRulesTest, EndsADownloadWhoseFileFails)
 
 TEST_F(FtpTransferRulesTest, HearsOfBytesThatWereWrittenBehind)
 {
-    FailingFile file(5); // as many as there are: only the last call fails
+    class LateFile : public FailingFile
+    {
+    public:
+        LateFile() : FailingFile(5) {}
+        ssize_t Write(const void* /*buffer*/, size_t size) override
+        {
+            return size > 0 ? static_cast<ssize_t>(size) : B_DEVICE_FULL;
+        }
+    };
+    LateFile file;
 
     EXPECT_EQ(fClient.ftp.DownloadTo(file, "a", true, true), kFtpLocalFile);
 }
