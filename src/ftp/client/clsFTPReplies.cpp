@@ -11,8 +11,6 @@ namespace norvane {
 
 namespace {
 
-// How soon a wait notices that it is to end.
-constexpr bigtime_t kSlice = 20'000;
 // Lines in place of a reply that are none, and preliminary replies in a row, before it is nonsense.
 constexpr int kMaxNonsense = 64;
 // What a server may have sent unasked, before a command.
@@ -54,10 +52,10 @@ clsFTP::Wait clsFTP::WaitFor(int sock, Direction direction, bigtime_t end) const
             return Wait::kStopped;
         }
         const bigtime_t left = end - system_time();
-        if (wait_for_socket(sock, readiness, std::min(left, kSlice)) != B_TIMED_OUT) {
+        if (wait_for_socket(sock, readiness, std::min(left, FtpStop::kSlice)) != B_TIMED_OUT) {
             return IsStopped() ? Wait::kStopped : Wait::kReady;
         }
-        if (left <= kSlice) {
+        if (left <= FtpStop::kSlice) {
             return Wait::kTimedOut;
         }
     }
@@ -130,9 +128,8 @@ int clsFTP::FTPReadString(int sock, char* buffer, int size)
     } else if (code == kFtpNotConnected) {
         reply.text = "Connection lost";
     }
-    const size_t length = std::min(reply.text.size(), static_cast<size_t>(size) - 1);
     std::memset(buffer, 0, static_cast<size_t>(size));
-    std::memcpy(buffer, reply.text.data(), length);
+    reply.text.copy(buffer, static_cast<size_t>(size) - 1);
     Report(buffer);
     return code;
 }

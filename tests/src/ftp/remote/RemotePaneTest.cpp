@@ -301,7 +301,7 @@ TEST_F(RemotePaneTest, AFolderThatIsNotEmptyIsDeletedWhicheverButtonIsPressed)
     EXPECT_EQ(text, "The directory is not empty are you sure you want to delete it?");
 
     EXPECT_TRUE(Shows(1, ".. a b "));
-    EXPECT_EQ(fServed.List(), "/pub/\n/pub/a\n/pub/b\n");
+    EXPECT_EQ(fServed.List(), "/\n/pub/\n/pub/a\n/pub/b\n");
 }
 
 TEST_F(RemotePaneTest, WhatCannotBeDeletedIsTold)
