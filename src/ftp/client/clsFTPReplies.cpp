@@ -51,7 +51,11 @@ clsFTP::Wait clsFTP::WaitFor(int sock, Direction direction, bigtime_t end) const
         if (IsStopped()) {
             return Wait::kStopped;
         }
+        // Before the look: what never ceases to come would be ready for ever.
         const bigtime_t left = end - system_time();
+        if (left < 0) {
+            return Wait::kTimedOut;
+        }
         if (wait_for_socket(sock, readiness, std::min(left, FtpStop::kSlice)) != B_TIMED_OUT) {
             return IsStopped() ? Wait::kStopped : Wait::kReady;
         }
@@ -249,11 +253,11 @@ int clsFTP::DropUnread()
 int clsFTP::DropArrived()
 {
     DropLines();
+    bigtime_t end = system_time() + fTimeout;
     for (int i = 0; i < kMaxUnread; i++) {
         if (wait_for_socket(fControl.Number(), B_SOCKET_READABLE, 0) != B_OK) {
             return 0;
         }
-        bigtime_t end = system_time();
         const int code = ReceiveLines(fControl.Number(), &end);
         DropLines();
         if (code != 0) {
