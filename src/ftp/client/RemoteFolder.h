@@ -10,7 +10,7 @@ namespace norvane {
 class clsFTP;
 
 /// What the calls below return when a server agrees to go to a folder and does not.
-constexpr int kFtpStaysWhereItIs = 9;
+constexpr int kFtpStaysWhereItIs = 10;
 
 /// Where a client is on its server. Nothing is taken for granted: after a change of folder the
 /// server is asked where it is.
