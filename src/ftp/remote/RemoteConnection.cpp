@@ -199,7 +199,7 @@ void RemoteConnection::Work::Add(Kind kind, const char* doing, Command command)
 
 void RemoteConnection::Work::AddFirst()
 {
-    Add(Kind::kChange, "Connecting", [this](Desk&) { return Connect(); });
+    Add(Kind::kChange, "connecting", [this](Desk&) { return Connect(); });
 }
 
 void RemoteConnection::Work::GivePassword(const std::optional<std::string>& password)
