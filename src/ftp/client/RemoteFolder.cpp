@@ -19,6 +19,16 @@ using ClientText = std::unique_ptr<char, Freed>;
 
 } // namespace
 
+std::string PathInReply(const char* answer)
+{
+    std::string path;
+    for (const char* at = answer != nullptr ? answer : ""; *at != '\0'; at++) {
+        path += *at;
+        at += at[0] == '"' && at[1] == '"' ? 1 : 0;
+    }
+    return path;
+}
+
 int RemoteFolder::Find()
 {
     fPath.clear();
@@ -28,7 +38,7 @@ int RemoteFolder::Find()
     if (!IsAgreed(code)) {
         return code;
     }
-    fPath = path != nullptr ? path.get() : "";
+    fPath = PathInReply(path.get());
     return fPath.empty() ? kFtpStaysWhereItIs : 0;
 }
 

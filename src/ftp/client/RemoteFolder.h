@@ -44,6 +44,10 @@ private:
     std::string fPath;
 };
 
+/// The path that PrintDir() gave, which may be null. Servers write a quote in it twice, since it
+/// stands between quotes.
+std::string PathInReply(const char* answer);
+
 /// Whether a server's answer, as the client returns it, is a success.
 inline bool IsAgreed(int code)
 {

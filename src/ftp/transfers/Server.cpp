@@ -1,6 +1,7 @@
 #include "ftp/transfers/Server.h"
 
 #include "fileops/engine/OperationUI.h"
+#include "ftp/client/RemoteFolder.h"
 
 #include <DataIO.h>
 
@@ -16,11 +17,6 @@ constexpr int kNotLoggedIn = 530;
 constexpr int kWantsPassword = 331;
 constexpr int kClosing = 421;
 constexpr int kFirstServerCode = 100;
-
-bool IsAgreed(int code)
-{
-    return code == 0 || code / 100 == 2;
-}
 
 /// Whether the connection cannot be trusted after that: an answer that comes late would be taken
 /// for that of the next command.
@@ -115,7 +111,7 @@ int Server::FindPath(std::string* path)
     }
     char* answer = nullptr;
     const int code = Do([&answer](clsFTP& client) { return client.PrintDir(&answer); });
-    const std::string found = answer != nullptr ? answer : "";
+    const std::string found = PathInReply(answer);
     std::free(answer);
     if (!IsAgreed(code) || found.empty()) {
         return IsAgreed(code) ? kFtpNotConnected : code;
