@@ -27,8 +27,9 @@ void LogIn(Visit& visit)
 void WalkFolder(Visit& visit, const std::string& name)
 {
     norvane::clsFTP& client = visit.Client();
+    const std::string asked = norvane::NameInCommand(name);
     const std::string before = visit.Folder().Path();
-    const int made = client.MakeDir(name.c_str());
+    const int made = client.MakeDir(asked.c_str());
     if (made != 0 || !std::filesystem::is_directory(visit.Path(name))) {
         visit.NoteMissing("a folder called \"" + name + "\"");
         visit.CheckInStep("making " + name);
@@ -41,9 +42,9 @@ void WalkFolder(Visit& visit, const std::string& name)
         visit.CheckAgreed(visit.Folder().Go(inside), "going to " + inside);
         visit.CheckAgreed(visit.Folder().Go(before), "going back to " + before);
     }
-    visit.CheckAgreed(client.RenameFile(name.c_str(), "renamed"), "renaming " + name);
-    visit.CheckAgreed(client.RenameFile("renamed", name.c_str()), "renaming to " + name);
-    visit.CheckAgreed(client.RemoveDir(name.c_str()), "removing " + name);
+    visit.CheckAgreed(client.RenameFile(asked.c_str(), "renamed"), "renaming " + name);
+    visit.CheckAgreed(client.RenameFile("renamed", asked.c_str()), "renaming to " + name);
+    visit.CheckAgreed(client.RemoveDir(asked.c_str()), "removing " + name);
     visit.Check(!std::filesystem::exists(visit.Path(name)), name + " was not removed");
 }
 

@@ -35,8 +35,9 @@ const norvane::RemoteEntry* Find(const std::vector<norvane::RemoteEntry>& entrie
 void MoveName(Visit& visit, const std::string& name)
 {
     const std::string bytes = "of " + name;
+    const std::string asked = norvane::NameInCommand(name);
     const int stored = visit.Client().UploadBuffer(bytes.data(), static_cast<int>(bytes.size()),
-                                                   name.c_str(), true, visit.At().isPassive);
+                                                   asked.c_str(), true, visit.At().isPassive);
     if (stored != 0 || !std::filesystem::exists(visit.Path(name))) {
         // Its own business; but it has to be asked for under that name, and to be in step.
         visit.NoteMissing("the name \"" + name + "\"");
@@ -53,11 +54,11 @@ void MoveName(Visit& visit, const std::string& name)
         visit.Check(entry->size == std::to_string(bytes.size()), name + " has a size of its own");
     }
     std::string back;
-    visit.CheckAgreed(visit.Fetch(name, &back), "fetching " + name);
+    visit.CheckAgreed(visit.Fetch(asked, &back), "fetching " + name);
     visit.Check(back == bytes, name + " is another one here");
-    visit.CheckAgreed(visit.Client().RenameFile(name.c_str(), "plain"), "renaming " + name);
-    visit.CheckAgreed(visit.Client().RenameFile("plain", name.c_str()), "renaming to " + name);
-    visit.CheckAgreed(visit.Client().DeleteFile(name.c_str()), "deleting " + name);
+    visit.CheckAgreed(visit.Client().RenameFile(asked.c_str(), "plain"), "renaming " + name);
+    visit.CheckAgreed(visit.Client().RenameFile("plain", asked.c_str()), "renaming to " + name);
+    visit.CheckAgreed(visit.Client().DeleteFile(asked.c_str()), "deleting " + name);
     visit.Check(!std::filesystem::exists(visit.Path(name)), name + " was not deleted");
 }
 

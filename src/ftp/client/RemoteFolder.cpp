@@ -29,6 +29,11 @@ std::string PathInReply(const char* answer)
     return path;
 }
 
+std::string NameInCommand(const std::string& name)
+{
+    return name.substr(0, 1) == "~" ? "./" + name : name;
+}
+
 int RemoteFolder::Find()
 {
     fPath.clear();
@@ -66,7 +71,7 @@ int RemoteFolder::Go(const std::string& path)
 int RemoteFolder::Enter(const std::string& name)
 {
     const std::string before = fPath;
-    const int code = Change(name);
+    const int code = Change(NameInCommand(name));
     return code == 0 && fPath == before ? kFtpStaysWhereItIs : code;
 }
 

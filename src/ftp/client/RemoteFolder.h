@@ -48,6 +48,10 @@ private:
 /// stands between quotes.
 std::string PathInReply(const char* answer);
 
+/// The name of an entry as a command about it has it: a tilde at its beginning, left alone, leads
+/// many servers to a home folder.
+std::string NameInCommand(const std::string& name);
+
 /// Whether a server's answer, as the client returns it, is a success.
 inline bool IsAgreed(int code)
 {

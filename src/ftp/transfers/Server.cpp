@@ -122,7 +122,7 @@ int Server::FindPath(std::string* path)
 
 std::string Server::Enter(const std::string& name)
 {
-    const int changed = ChangeDir(name);
+    const int changed = ChangeDir(NameInCommand(name));
     if (!IsAgreed(changed)) {
         return Reason(changed);
     }
@@ -168,7 +168,8 @@ std::string Server::List(std::vector<RemoteEntry>* entries)
 
 std::string Server::MakeFolder(const std::string& name)
 {
-    const int code = Do([&name](clsFTP& client) { return client.MakeDir(name.c_str()); });
+    const int code =
+        Do([&name](clsFTP& client) { return client.MakeDir(NameInCommand(name).c_str()); });
     return IsAgreed(code) ? "" : Reason(code);
 }
 
@@ -176,7 +177,7 @@ std::string Server::Send(BDataIO& file, int64 bytes, const std::string& name,
                          const ServerCalls::Progress& progress)
 {
     const auto call = [this, &file, bytes, &name](clsFTP& client) {
-        return client.UploadFrom(file, bytes, name.c_str(), true, fHost.isPassive);
+        return client.UploadFrom(file, bytes, NameInCommand(name).c_str(), true, fHost.isPassive);
     };
     const int code = Do(call, progress);
     return code == 0 ? "" : Reason(code);
@@ -186,7 +187,7 @@ std::string Server::Receive(BDataIO& file, const std::string& name,
                             const ServerCalls::Progress& progress)
 {
     const auto call = [this, &file, &name](clsFTP& client) {
-        return client.DownloadTo(file, name.c_str(), true, fHost.isPassive);
+        return client.DownloadTo(file, NameInCommand(name).c_str(), true, fHost.isPassive);
     };
     const int code = Do(call, progress);
     return code == 0 ? "" : Reason(code);
