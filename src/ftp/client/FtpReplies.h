@@ -29,7 +29,7 @@ public:
     static constexpr size_t kMaxText = 1023;
     static constexpr size_t kMaxLine = 4096;
     /// What may wait to be taken.
-    static constexpr size_t kMaxBytes = 256 * 1024;
+    static constexpr size_t kMaxBytes = size_t{256} * 1024;
     static constexpr size_t kMaxLines = 4096;
 
     /// Adds what was received; returns how many lines it ended. A zero byte becomes a blank.

@@ -25,6 +25,9 @@ public:
         FtpStop& fStop;
     };
 
+    /// How soon a wait notices: none lasts longer without asking.
+    static constexpr bigtime_t kSlice = 20'000;
+
     /// Ends the call that runs, if one does.
     void Cancel();
     /// Ends it, and all that come.

@@ -31,8 +31,7 @@ std::vector<SocketAddress> Ask(const std::string& host, int flags)
         }
     }
     freeaddrinfo(answer);
-    std::stable_partition(addresses.begin(), addresses.end(),
-                          [](const SocketAddress& address) { return address.Family() == AF_INET; });
+    PutFourFirst(&addresses);
     return addresses;
 }
 
@@ -48,6 +47,12 @@ struct HostLookup::Work
     bool hasEnded = false;
     std::vector<SocketAddress> addresses;
 };
+
+void PutFourFirst(std::vector<SocketAddress>* addresses)
+{
+    std::stable_partition(addresses->begin(), addresses->end(),
+                          [](const SocketAddress& address) { return address.Family() == AF_INET; });
+}
 
 std::vector<SocketAddress> ResolveHost(const std::string& host)
 {

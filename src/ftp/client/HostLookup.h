@@ -20,6 +20,9 @@ std::vector<SocketAddress> ResolveHost(const std::string& host);
 /// The address that `host` is itself, in digits; none when it is a name. Takes no time.
 std::vector<SocketAddress> AddressInDigits(const std::string& host);
 
+/// Moves those of IPv4 before those of IPv6; each kind keeps its order.
+void PutFourFirst(std::vector<SocketAddress>* addresses);
+
 /// A search for a host's addresses on a thread of its own, which is let go of when nobody waits any
 /// more: it ends when the name servers have answered.
 class HostLookup

@@ -38,7 +38,7 @@ class FtpSink;
 /// Whatever is sent and whatever is replied is handed, as text, to the callback, the password
 /// masked. Each wait is bounded by the timeout.
 /// Thread: one at a time, which blocks for the length of a call; Cancel() and ShutDown(): any.
-class clsFTP
+class clsFTP // NOLINT(readability-identifier-naming): it is called so everywhere
 {
 public:
     /// Told of each line (percent is -1) and of how far a transfer came; returns 0 to abandon it.
@@ -169,9 +169,9 @@ private:
     // Data connections: clsFTPData.cpp
     int FTPInitDataConnection(SocketAddress* address);
     int Listen(int sock, SocketAddress* address);
-    int FTPSendPort(int sock, const SocketAddress& address);
-    int FTPSendPASV(int sock, SocketAddress* address);
-    int FTPSendEPSV(int sock, SocketAddress* address);
+    int FTPSendPort(const SocketAddress& address);
+    int FTPSendPASV(SocketAddress* address);
+    int FTPSendEPSV(SocketAddress* address);
     int SetType(Type type);
     int OpenData(const Order& order, bool* isTold);
     int PrepareActive();
@@ -218,7 +218,7 @@ private:
     bool fMayBeStale = false; // an aborted transfer may be answered once or twice
     Type fType = Type::kUnset;
 
-    size_t fMemoryLimit = 256 * 1024 * 1024;
+    size_t fMemoryLimit = size_t{256} * 1024 * 1024;
     bool fListingHasLineFeed = false;
     ListingEnd fListingEnd = ListingEnd::kOther;
     int64 fExpected = 0; // bytes of the transfer; 0 when nobody knows

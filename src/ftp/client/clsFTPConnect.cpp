@@ -9,7 +9,6 @@ namespace norvane {
 
 namespace {
 
-constexpr bigtime_t kSlice = 20'000;
 // Of a host with many addresses.
 constexpr size_t kMaxTried = 8;
 
@@ -66,7 +65,7 @@ int clsFTP::FindHost(const std::string& host, std::vector<SocketAddress>* addres
     }
     HostLookup lookup(host, fResolver);
     const bigtime_t end = system_time() + fTimeout;
-    while (!lookup.WaitUntil(std::min(end, system_time() + kSlice))) {
+    while (!lookup.WaitUntil(std::min(end, system_time() + FtpStop::kSlice))) {
         if (IsStopped()) {
             return kFtpCancelled;
         }

@@ -62,16 +62,16 @@ int clsFTP::Listen(int sock, SocketAddress* address)
     return sock;
 }
 
-int clsFTP::FTPSendPort(int /*sock*/, const SocketAddress& address)
+int clsFTP::FTPSendPort(const SocketAddress& address)
 {
     const int code = Command(PortCommand(address));
     return code == 200 ? 0 : code;
 }
 
-int clsFTP::FTPSendPASV(int sock, SocketAddress* address)
+int clsFTP::FTPSendPASV(SocketAddress* address)
 {
     if (address->Family() == AF_INET6) {
-        return FTPSendEPSV(sock, address);
+        return FTPSendEPSV(address);
     }
     const int code = Command("PASV\r\n");
     if (code != 227) {
@@ -80,7 +80,7 @@ int clsFTP::FTPSendPASV(int sock, SocketAddress* address)
     return ReadPassiveReply(fReply, address) ? 0 : kFtpNoDataConnection;
 }
 
-int clsFTP::FTPSendEPSV(int /*sock*/, SocketAddress* address)
+int clsFTP::FTPSendEPSV(SocketAddress* address)
 {
     const int code = Command("EPSV\r\n");
     if (code != 229) {
@@ -120,7 +120,7 @@ int clsFTP::OpenData(const Order& order, bool* isTold)
         code = SetType(order.type);
     }
     if (code == 0 && order.isPassive) {
-        code = FTPSendPASV(fControl.Number(), &address);
+        code = FTPSendPASV(&address);
         if (code == 0) {
             code = ConnectData(address);
             *isTold = code == kFtpNoSocket || code == kFtpNotConnected;
@@ -141,7 +141,7 @@ int clsFTP::PrepareActive()
     SocketAddress address;
     int code = kFtpNoDataConnection;
     if (FTPInitDataConnection(&address) >= 0) {
-        code = FTPSendPort(fControl.Number(), address);
+        code = FTPSendPort(address);
     }
     return code == 0 || code == kFtpCancelled ? code : kFtpNoDataConnection;
 }

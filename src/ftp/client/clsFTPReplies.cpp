@@ -11,8 +11,6 @@ namespace norvane {
 
 namespace {
 
-// How soon a wait notices that it is to end.
-constexpr bigtime_t kSlice = 20'000;
 // Lines in place of a reply that are none, and preliminary replies in a row, before it is nonsense.
 constexpr int kMaxNonsense = 64;
 // What a server may have sent unasked, before a command.
@@ -53,11 +51,15 @@ clsFTP::Wait clsFTP::WaitFor(int sock, Direction direction, bigtime_t end) const
         if (IsStopped()) {
             return Wait::kStopped;
         }
+        // Before the look: what never ceases to come would be ready for ever.
         const bigtime_t left = end - system_time();
-        if (wait_for_socket(sock, readiness, std::min(left, kSlice)) != B_TIMED_OUT) {
+        if (left < 0) {
+            return Wait::kTimedOut;
+        }
+        if (wait_for_socket(sock, readiness, std::min(left, FtpStop::kSlice)) != B_TIMED_OUT) {
             return IsStopped() ? Wait::kStopped : Wait::kReady;
         }
-        if (left <= kSlice) {
+        if (left <= FtpStop::kSlice) {
             return Wait::kTimedOut;
         }
     }
@@ -130,9 +132,8 @@ int clsFTP::FTPReadString(int sock, char* buffer, int size)
     } else if (code == kFtpNotConnected) {
         reply.text = "Connection lost";
     }
-    const size_t length = std::min(reply.text.size(), static_cast<size_t>(size) - 1);
     std::memset(buffer, 0, static_cast<size_t>(size));
-    std::memcpy(buffer, reply.text.data(), length);
+    reply.text.copy(buffer, static_cast<size_t>(size) - 1);
     Report(buffer);
     return code;
 }
@@ -252,11 +253,11 @@ int clsFTP::DropUnread()
 int clsFTP::DropArrived()
 {
     DropLines();
+    bigtime_t end = system_time() + fTimeout;
     for (int i = 0; i < kMaxUnread; i++) {
         if (wait_for_socket(fControl.Number(), B_SOCKET_READABLE, 0) != B_OK) {
             return 0;
         }
-        bigtime_t end = system_time();
         const int code = ReceiveLines(fControl.Number(), &end);
         DropLines();
         if (code != 0) {

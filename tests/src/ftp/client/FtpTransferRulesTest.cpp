@@ -317,6 +317,7 @@ TEST_F(FtpTransferRulesTest, AbortsADownloadThatHasNoFile)
 
     EXPECT_EQ(fClient.ftp.Download("a", folder.c_str(), "a", true, true), kFtpLocalFile);
 
+    EXPECT_TRUE(fServer.AwaitCommand("ABOR"));
     EXPECT_EQ(Commands(), "TYPE I\nRETR a\nABOR\n");
     const std::string told =
         "Error creating file: " + folder +
@@ -457,7 +458,7 @@ public:
     ssize_t Write(const void* /*buffer*/, size_t size) override
     {
         fLeft -= static_cast<ssize_t>(size);
-        return fLeft > 0 ? static_cast<ssize_t>(size) : B_DEVICE_FULL;
+        return fLeft >= 0 || size == 0 ? static_cast<ssize_t>(size) : B_DEVICE_FULL;
     }
 
 private:
@@ -489,7 +490,16 @@ TEST_F(FtpTransferRulesTest, EndsADownloadWhoseFileFails)
 
 TEST_F(FtpTransferRulesTest, HearsOfBytesThatWereWrittenBehind)
 {
-    FailingFile file(5); // as many as there are: only the last call fails
+    class LateFile : public FailingFile
+    {
+    public:
+        LateFile() : FailingFile(5) {}
+        ssize_t Write(const void* /*buffer*/, size_t size) override
+        {
+            return size > 0 ? static_cast<ssize_t>(size) : B_DEVICE_FULL;
+        }
+    };
+    LateFile file;
 
     EXPECT_EQ(fClient.ftp.DownloadTo(file, "a", true, true), kFtpLocalFile);
 }

@@ -73,6 +73,22 @@ TEST(HostLookupTest, PutsAddressesOfIPv4First)
     EXPECT_FALSE(found.empty());
 }
 
+TEST(HostLookupTest, MovesAddressesOfIPv4ToTheFront)
+{
+    std::vector<SocketAddress> addresses;
+    for (const char* host : {"::1", "127.0.0.2", "::2", "127.0.0.1"}) {
+        addresses.push_back(AddressInDigits(host).front());
+    }
+
+    PutFourFirst(&addresses);
+
+    std::string hosts;
+    for (const SocketAddress& address : addresses) {
+        hosts += address.HostText() + " ";
+    }
+    EXPECT_EQ(hosts, "127.0.0.2 127.0.0.1 ::1 ::2 ");
+}
+
 TEST(HostLookupTest, KnowsAddressesFromNames)
 {
     EXPECT_EQ(AddressInDigits("127.0.0.1").size(), 1u);

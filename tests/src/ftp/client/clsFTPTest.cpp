@@ -269,6 +269,7 @@ const Place kPlaces[] = {
     {"UpToTheLastQuote", "257 \"/a \"b\" c\" is here", "/a \"b\" c", 0},
     {"Empty", "257 \"\"", "", 0},
     {"WithoutQuotes", "257 /a", "", 0},
+    {"WithWordsBefore", "257 is \"/a\"", "", 0},
     {"WithOneQuote", "257 \"/a", "", 0},
     {"Short", "257", "", 0},
     {"Refused", "550 \"/a\" no", "", 550},
