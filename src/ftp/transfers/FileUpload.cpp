@@ -60,14 +60,13 @@ bool FileUpload::MayReplace(const LocalFolder& folder, const RemoteEntry& target
 
 bool FileUpload::Send(BFile& file)
 {
-    OperationUI& ui = fUpload.ui;
     fUpload.progress.Begin(fName);
     TransferFile source(file);
     const auto progress = [this](int32 percent, int64 bytes) {
         fUpload.progress.Move(percent, bytes);
     };
     const std::string failure = fUpload.server.Send(source, fRecord.st_size, fName, progress);
-    const int64 moved = failure.empty() || !ui.IsStopped() ? fUpload.server.BytesMoved() : 0;
+    const int64 moved = fUpload.server.BytesMoved();
     const std::string sent =
         std::to_string(moved) + " of " + std::to_string(fRecord.st_size) + " bytes were sent";
     if (source.Status() != B_OK) {

@@ -13,6 +13,7 @@ namespace norvane {
 namespace {
 
 constexpr size_t kShownReplyBytes = 100;
+constexpr unsigned int kGoodbyeMs = 2'000; // all that was to be done is done
 constexpr int kNotLoggedIn = 530;
 constexpr int kWantsPassword = 331;
 constexpr int kClosing = 421;
@@ -47,7 +48,7 @@ std::string Trimmed(const std::string& path)
 
 } // namespace
 
-Server::Server(TransferHost host, OperationUI& ui) : fHost(std::move(host)), fUI(ui), fCalls(ui) {}
+Server::Server(TransferHost host, OperationUI& ui) : fHost(std::move(host)), fCalls(ui) {}
 
 std::string Server::Open()
 {
@@ -58,7 +59,8 @@ std::string Server::Open()
         return client.Connect(fHost.user.c_str(), password, nullptr);
     });
     if (connected != 0) {
-        Lose(ConnectReason(connected));
+        fIsUsable = false;
+        fLost = ConnectReason(connected);
         return fLost;
     }
     const int changed = fHost.path.empty() ? 0 : ChangeDir(fHost.path);
@@ -76,7 +78,10 @@ std::string Server::Open()
 void Server::Close()
 {
     if (fIsUsable) {
-        fCalls.Do([](clsFTP& client) { return client.Disconnect(); });
+        fCalls.Do([](clsFTP& client) {
+            client.SetTimeout(kGoodbyeMs);
+            return client.Disconnect();
+        });
     }
     fIsUsable = false;
 }
@@ -132,7 +137,7 @@ std::string Server::Enter(const std::string& name)
         return fLost;
     }
     if (path == fPath) {
-        return "the server stays in " + fPath;
+        return "the server does not go there";
     }
     fPath = path;
     return "";
@@ -159,7 +164,8 @@ std::string Server::List(std::vector<RemoteEntry>* entries)
     const int code =
         Do([this, &text](clsFTP& client) { return client.List(nullptr, &text, fHost.isPassive); });
     if (code == 0 && text != nullptr) {
-        const auto length = static_cast<size_t>(std::max<int64>(BytesMoved() - 1, 0));
+        const auto length =
+            static_cast<size_t>(std::max<int64>(fCalls.Client().BytesMoved() - 1, 0));
         *entries = ParseListing({text, length}, fCalls.Client().EndOfListing());
     }
     std::free(text);
@@ -173,14 +179,26 @@ std::string Server::MakeFolder(const std::string& name)
     return IsAgreed(code) ? "" : Reason(code);
 }
 
+/// Moves a file; how much of it the client knows only when it has begun.
+std::string Server::Move(const ServerCalls::Call& call, const ServerCalls::Progress& progress)
+{
+    fBytesMoved = 0;
+    const auto counted = [this, &call](clsFTP& client) {
+        const int code = call(client);
+        fBytesMoved = code != kFtpBadName ? client.BytesMoved() : 0;
+        return code;
+    };
+    const int code = Do(counted, progress);
+    return code == 0 ? "" : Reason(code);
+}
+
 std::string Server::Send(BDataIO& file, int64 bytes, const std::string& name,
                          const ServerCalls::Progress& progress)
 {
     const auto call = [this, &file, bytes, &name](clsFTP& client) {
         return client.UploadFrom(file, bytes, NameInCommand(name).c_str(), true, fHost.isPassive);
     };
-    const int code = Do(call, progress);
-    return code == 0 ? "" : Reason(code);
+    return Move(call, progress);
 }
 
 std::string Server::Receive(BDataIO& file, const std::string& name,
@@ -189,8 +207,7 @@ std::string Server::Receive(BDataIO& file, const std::string& name,
     const auto call = [this, &file, &name](clsFTP& client) {
         return client.DownloadTo(file, NameInCommand(name).c_str(), true, fHost.isPassive);
     };
-    const int code = Do(call, progress);
-    return code == 0 ? "" : Reason(code);
+    return Move(call, progress);
 }
 
 std::string Server::Reason(int code)
@@ -211,6 +228,8 @@ std::string Server::Reason(int code)
         return "the file here failed";
     case kFtpBadName:
         return "its name cannot be sent to a server";
+    case kFtpTooMuch:
+        return "the server sends more than anybody can mean";
     default:
         break;
     }

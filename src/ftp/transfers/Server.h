@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ftp/transfers/ServerCalls.h"
-#include "ftp/transfers/TransferRequests.h"
+#include "ftp/transfers/TransferHost.h"
 
 #include <string>
 #include <vector>
@@ -46,10 +46,11 @@ public:
     std::string Receive(BDataIO& file, const std::string& name,
                         const ServerCalls::Progress& progress);
     /// Of the last file.
-    int64 BytesMoved() { return fCalls.Client().BytesMoved(); }
+    int64 BytesMoved() const { return fBytesMoved; }
 
 private:
     int Do(const ServerCalls::Call& call, const ServerCalls::Progress& progress = nullptr);
+    std::string Move(const ServerCalls::Call& call, const ServerCalls::Progress& progress);
     int ChangeDir(const std::string& path);
     int FindPath(std::string* path);
     std::string Reason(int code);
@@ -57,10 +58,10 @@ private:
     void Lose(const std::string& reason);
 
     const TransferHost fHost;
-    OperationUI& fUI;
     bool fIsUsable = false;
     std::string fPath;
     std::string fLost;
+    int64 fBytesMoved = 0;
     ServerCalls fCalls;
 };
 
