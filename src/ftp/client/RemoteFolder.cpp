@@ -19,6 +19,21 @@ using ClientText = std::unique_ptr<char, Freed>;
 
 } // namespace
 
+std::string PathInReply(const char* answer)
+{
+    std::string path;
+    for (const char* at = answer != nullptr ? answer : ""; *at != '\0'; at++) {
+        path += *at;
+        at += at[0] == '"' && at[1] == '"' ? 1 : 0;
+    }
+    return path;
+}
+
+std::string NameInCommand(const std::string& name)
+{
+    return name.substr(0, 1) == "~" ? "./" + name : name;
+}
+
 int RemoteFolder::Find()
 {
     fPath.clear();
@@ -28,7 +43,7 @@ int RemoteFolder::Find()
     if (!IsAgreed(code)) {
         return code;
     }
-    fPath = path != nullptr ? path.get() : "";
+    fPath = PathInReply(path.get());
     return fPath.empty() ? kFtpStaysWhereItIs : 0;
 }
 
@@ -56,7 +71,7 @@ int RemoteFolder::Go(const std::string& path)
 int RemoteFolder::Enter(const std::string& name)
 {
     const std::string before = fPath;
-    const int code = Change(name);
+    const int code = Change(NameInCommand(name));
     return code == 0 && fPath == before ? kFtpStaysWhereItIs : code;
 }
 

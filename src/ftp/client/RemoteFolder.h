@@ -44,6 +44,14 @@ private:
     std::string fPath;
 };
 
+/// The path that PrintDir() gave, which may be null. Servers write a quote in it twice, since it
+/// stands between quotes.
+std::string PathInReply(const char* answer);
+
+/// The name of an entry as a command about it has it: a tilde at its beginning, left alone, leads
+/// many servers to a home folder.
+std::string NameInCommand(const std::string& name);
+
 /// Whether a server's answer, as the client returns it, is a success.
 inline bool IsAgreed(int code)
 {

@@ -216,6 +216,8 @@ private:
     int fLastCode = 0;
     int fOwed = 0;            // replies that the server has not given yet
     bool fMayBeStale = false; // an aborted transfer may be answered once or twice
+    bool fHasBegun = false;   // the server has told the begin of the transfer
+    bool fIsBroken = false;   // then the client broke it off
     Type fType = Type::kUnset;
 
     size_t fMemoryLimit = size_t{256} * 1024 * 1024;

@@ -166,7 +166,8 @@ int clsFTP::ConnectData(SocketAddress address)
 int clsFTP::StartTransfer(const std::string& line)
 {
     const int code = Command(line);
-    return code == 125 || code == 150 ? 0 : code;
+    fHasBegun = code == 125 || code == 150;
+    return fHasBegun ? 0 : code;
 }
 
 /// Takes the server's connection; those of anybody else are closed.
@@ -213,6 +214,7 @@ int clsFTP::AbandonData(int code)
     if (!fData.IsOpen()) {
         return code;
     }
+    fIsBroken = fHasBegun;
     fData.Break();
     if (fOwed == 0 || code == kFtpTimedOut || fStop.IsShutDown()) {
         return code;

@@ -16,6 +16,7 @@ constexpr int kMaxNonsense = 64;
 // What a server may have sent unasked, before a command.
 constexpr int kMaxUnread = 64;
 constexpr size_t kReceived = 4096;
+constexpr int kBrokenOff = 426;
 
 bool IsPreliminary(int code)
 {
@@ -211,12 +212,19 @@ int clsFTP::NextReply()
     return code;
 }
 
-/// Reads the reply that ends a transfer.
+/// Reads the reply that ends a transfer. Of one that was broken off servers tell it in a reply like
+/// that of its begin, and then nothing more.
 int clsFTP::FinalReply()
 {
     int code = NextReply();
-    for (int i = 0; i < kMaxNonsense && IsPreliminary(code); i++) {
+    for (int i = 0; i < kMaxNonsense && IsPreliminary(code) && !fIsBroken; i++) {
         code = NextReply();
+    }
+    if (IsPreliminary(code) && fIsBroken) {
+        fIsBroken = false;
+        fOwed = std::max(fOwed - 1, 0);
+        fMayBeStale = true;
+        return kBrokenOff;
     }
     return code;
 }
@@ -295,6 +303,7 @@ int clsFTP::Command(const std::string& line)
         return fLastCode = kFtpNotConnected;
     }
     int code = SettleReplies();
+    fHasBegun = fIsBroken = false;
     if (code == 0) {
         code = DropUnread();
     }

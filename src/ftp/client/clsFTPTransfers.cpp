@@ -294,6 +294,7 @@ int clsFTP::HandOver(FtpSink& sink, const char* data, size_t size, bool* isWante
         }
         done += block;
         *isWanted = Progress(block);
+        fIsBroken = !*isWanted;
     }
     return 0;
 }

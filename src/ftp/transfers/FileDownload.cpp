@@ -146,7 +146,7 @@ std::string FileDownload::CheckArrived(ReplaceTarget& place, status_t written,
     if (fHasFailedHere && failure.empty() && written == B_OK) {
         return "not every byte could be kept: " + arrived;
     }
-    const std::string reason = written != B_OK ? ReasonFor(written) : failure;
+    std::string reason = written != B_OK ? ReasonFor(written) : failure;
     if (size == 0 && !reason.empty()) {
         return reason;
     }

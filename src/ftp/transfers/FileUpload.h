@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ftp/transfers/TransferRequests.h"
+#include "ftp/transfers/TransferHost.h"
 
 #include <SupportDefs.h>
 

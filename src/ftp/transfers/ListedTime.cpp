@@ -9,10 +9,11 @@ namespace norvane {
 namespace {
 
 constexpr std::time_t kMinute = 60;
-constexpr std::time_t kDay = 24 * 60 * kMinute;
+constexpr std::time_t kHour = 60 * kMinute;
+constexpr std::time_t kDay = 24 * kHour;
 // The zones that people live in.
-constexpr std::time_t kWestOfGreenwich = 12 * 60 * kMinute;
-constexpr std::time_t kEastOfGreenwich = 14 * 60 * kMinute;
+constexpr std::time_t kWestOfGreenwich = 12 * kHour;
+constexpr std::time_t kEastOfGreenwich = 14 * kHour;
 
 /// From 1; 0 when it is none.
 int MonthOf(const std::string& text)
@@ -90,7 +91,7 @@ std::optional<ListedTime> ReadListedTime(const std::string& date, std::time_t no
     }
     // The year is left out for what is younger than that: the last such day, clocks being what
     // they are.
-    const std::time_t ofDay = hour * 60 * kMinute + minute * kMinute;
+    const std::time_t ofDay = hour * kHour + minute * kMinute;
     std::time_t time = TimeOf(YearOf(now) + 1, month, day, ofDay);
     for (int year = YearOf(now); time > now + 2 * kDay; year--) {
         time = TimeOf(year, month, day, ofDay);

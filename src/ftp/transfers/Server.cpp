@@ -1,6 +1,7 @@
 #include "ftp/transfers/Server.h"
 
 #include "fileops/engine/OperationUI.h"
+#include "ftp/client/RemoteFolder.h"
 
 #include <DataIO.h>
 
@@ -17,11 +18,6 @@ constexpr int kNotLoggedIn = 530;
 constexpr int kWantsPassword = 331;
 constexpr int kClosing = 421;
 constexpr int kFirstServerCode = 100;
-
-bool IsAgreed(int code)
-{
-    return code == 0 || code / 100 == 2;
-}
 
 /// Whether the connection cannot be trusted after that: an answer that comes late would be taken
 /// for that of the next command.
@@ -120,7 +116,7 @@ int Server::FindPath(std::string* path)
     }
     char* answer = nullptr;
     const int code = Do([&answer](clsFTP& client) { return client.PrintDir(&answer); });
-    const std::string found = answer != nullptr ? answer : "";
+    const std::string found = PathInReply(answer);
     std::free(answer);
     if (!IsAgreed(code) || found.empty()) {
         return IsAgreed(code) ? kFtpNotConnected : code;
@@ -131,7 +127,7 @@ int Server::FindPath(std::string* path)
 
 std::string Server::Enter(const std::string& name)
 {
-    const int changed = ChangeDir(name);
+    const int changed = ChangeDir(NameInCommand(name));
     if (!IsAgreed(changed)) {
         return Reason(changed);
     }
@@ -178,7 +174,8 @@ std::string Server::List(std::vector<RemoteEntry>* entries)
 
 std::string Server::MakeFolder(const std::string& name)
 {
-    const int code = Do([&name](clsFTP& client) { return client.MakeDir(name.c_str()); });
+    const int code =
+        Do([&name](clsFTP& client) { return client.MakeDir(NameInCommand(name).c_str()); });
     return IsAgreed(code) ? "" : Reason(code);
 }
 
@@ -199,7 +196,7 @@ std::string Server::Send(BDataIO& file, int64 bytes, const std::string& name,
                          const ServerCalls::Progress& progress)
 {
     const auto call = [this, &file, bytes, &name](clsFTP& client) {
-        return client.UploadFrom(file, bytes, name.c_str(), true, fHost.isPassive);
+        return client.UploadFrom(file, bytes, NameInCommand(name).c_str(), true, fHost.isPassive);
     };
     return Move(call, progress);
 }
@@ -208,7 +205,7 @@ std::string Server::Receive(BDataIO& file, const std::string& name,
                             const ServerCalls::Progress& progress)
 {
     const auto call = [this, &file, &name](clsFTP& client) {
-        return client.DownloadTo(file, name.c_str(), true, fHost.isPassive);
+        return client.DownloadTo(file, NameInCommand(name).c_str(), true, fHost.isPassive);
     };
     return Move(call, progress);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ftp/transfers/ServerCalls.h"
-#include "ftp/transfers/TransferRequests.h"
+#include "ftp/transfers/TransferHost.h"
 
 #include <string>
 #include <vector>

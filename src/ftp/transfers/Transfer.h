@@ -2,8 +2,8 @@
 
 #include "fileops/engine/Operation.h"
 #include "ftp/transfers/Server.h"
+#include "ftp/transfers/TransferHost.h"
 #include "ftp/transfers/TransferProgress.h"
-#include "ftp/transfers/TransferRequests.h"
 
 namespace norvane {
 

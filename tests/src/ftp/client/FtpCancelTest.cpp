@@ -157,6 +157,54 @@ TEST_P(FtpCancelTransferTest, IsShutDownForGood)
 INSTANTIATE_TEST_SUITE_P(Ways, FtpCancelTransferTest, testing::Values(false, true),
                          [](const auto& way) { return way.param ? "Passive" : "Active"; });
 
+/// Ends its only transfer as it began it.
+FtpScript BeginsTwice()
+{
+    return {LogIn(),
+            Answer("TYPE I", "200 I"),
+            Passive(),
+            Expect("RETR"),
+            OpenData(),
+            Say("150 Coming (100 bytes)"),
+            SendData("some"),
+            Pause(std::chrono::milliseconds(200)),
+            Say("150 It was on its way for long"),
+            Answer("DELE a", "250 Gone"),
+            Answer("DELE b", "550 No"),
+            Hang()};
+}
+
+TEST(FtpCancelTest, GoesOnWhenABrokenTransferEndsLikeItsBegin)
+{
+    FtpServer server(BeginsTwice());
+    FtpClient client(server);
+    ASSERT_EQ(client.LogIn(), 0);
+    client.atStep = [&] {
+        client.ftp.Cancel();
+        return 1;
+    };
+
+    EXPECT_EQ(Get(client, "large", true), kFtpCancelled);
+
+    EXPECT_EQ(client.ftp.DeleteFile("a"), 0);
+    EXPECT_EQ(client.ftp.DeleteFile("b"), 550);
+}
+
+TEST(FtpCancelTest, GoesOnWhenAnUnwantedTransferEndsLikeItsBegin)
+{
+    FtpServer server(BeginsTwice());
+    FtpClient client(server);
+    ASSERT_EQ(client.LogIn(), 0);
+    client.atStep = [] {
+        return 0;
+    };
+
+    EXPECT_EQ(Get(client, "large", true), 426);
+
+    EXPECT_EQ(client.ftp.DeleteFile("a"), 0);
+    EXPECT_EQ(client.ftp.DeleteFile("b"), 550);
+}
+
 TEST(FtpCancelTest, EndsTheWaitForADataConnection)
 {
     FtpServer server(FtpScript{LogIn(), TakePort(), Answer("TYPE I", "200 I"),

@@ -6,6 +6,7 @@
 #include "ScriptedUI.h"
 #include "TempTree.h"
 #include "fileops/engine/Operation.h"
+#include "ftp/transfers/TransferHost.h"
 #include "ftp/transfers/TransferRequests.h"
 
 #include <Entry.h>
