@@ -32,7 +32,7 @@ std::string ServerReason(const clsFTP& client, int code)
     switch (code) {
     case kFtpNoDataConnection:
     case kFtpNoSocket:
-        return "no connection for the data could be made";
+        return "the connection for the data failed";
     case kFtpTimedOut:
         return "the server does not answer";
     case kFtpCancelled:
@@ -45,6 +45,8 @@ std::string ServerReason(const clsFTP& client, int code)
         return "the file here failed";
     case kFtpBadName:
         return "its name cannot be sent to a server";
+    case kFtpTooMuch:
+        return "the server sends more than anybody can mean";
     case kFtpStaysWhereItIs:
         return "the server stays where it is";
     default:

@@ -110,7 +110,7 @@ private:
     void TellNews() const;
 
     const std::string fFile;
-    ConnectionListeners fListeners; // set once
+    ConnectionListeners fListeners;        // set once
     clsFTP fClient;                        // the thread's, but for what any thread may call
     RemoteFolder fFolder{fClient, false};  // the thread's
     std::atomic<bool> fIsCancelled{false}; // what runs

@@ -1,8 +1,8 @@
 #include "ftp/sessions/SessionErrands.h"
 
+#include "DetachedThread.h"
 #include "MessageCodes.h"
 #include "fileops/engine/ProblemList.h"
-#include "DetachedThread.h"
 
 #include <Directory.h>
 #include <Errors.h>

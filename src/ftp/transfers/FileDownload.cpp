@@ -13,6 +13,7 @@
 #include <Directory.h>
 #include <Errors.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace norvane {
@@ -21,6 +22,11 @@ namespace {
 
 constexpr mode_t kNewFileMode = 0666; // less the umask: nobody knows whom the server's was open to
 constexpr mode_t kOwnMode = 0600;
+
+int32 PercentOf(int64 part, int64 whole)
+{
+    return static_cast<int32>(std::min<int64>(100, part * 100 / whole));
+}
 
 } // namespace
 
@@ -102,13 +108,21 @@ BNodeAccess FileDownload::AccessOf(const struct stat& existing) const
     return isIt ? BNodeAccess(node) : BNodeAccess();
 }
 
+/// How long the file is, as the listing says; 0 when that is not known, as of what a link leads to.
+int64 FileDownload::ListedSize() const
+{
+    return fSource.IsLink() ? 0 : std::strtoll(fSource.size.c_str(), nullptr, 10);
+}
+
 /// Has the server send the file; false, and told, when not all of it is there.
 bool FileDownload::Receive(ReplaceTarget& place)
 {
     fProgress.Begin(fName);
     TransferFile file(*place.File());
-    const auto progress = [this](int32 percent, int64 bytes) {
-        fProgress.Move(percent, bytes);
+    // Few servers say how long a file is that they begin to send; most listings did.
+    const auto progress = [this, listed = ListedSize()](int32 percent, int64 bytes) {
+        const bool isKnown = percent > 0 || listed <= 0;
+        fProgress.Move(isKnown ? percent : PercentOf(bytes, listed), bytes);
     };
     const std::string failure = fServer.Receive(file, fName, progress);
     // What a file keeps in memory shows its error only now.
@@ -134,15 +148,14 @@ std::string FileDownload::CheckArrived(ReplaceTarget& place, status_t written,
 {
     off_t size = 0;
     const status_t known = place.File()->GetSize(&size);
-    const int64 listed = std::strtoll(fSource.size.c_str(), nullptr, 10);
-    const bool isShort = size < listed && !fSource.IsLink(); // a link's size is its own
+    const int64 listed = ListedSize();
+    const bool isShort = size < listed;
     fHasFailedHere = written != B_OK || known != B_OK || size != fServer.BytesMoved();
     if (failure.empty() && !fHasFailedHere && !isShort) {
         return "";
     }
     std::string arrived = std::to_string(size);
-    arrived += listed > 0 && !fSource.IsLink() ? " of " + fSource.size + " bytes arrived"
-                                               : " bytes arrived";
+    arrived += listed > 0 ? " of " + fSource.size + " bytes arrived" : " bytes arrived";
     if (fHasFailedHere && failure.empty() && written == B_OK) {
         return "not every byte could be kept: " + arrived;
     }

@@ -48,6 +48,7 @@ public:
 private:
     bool Look();
     bool MayReplaceExisting();
+    int64 ListedSize() const;
     bool Receive(ReplaceTarget& place);
     std::string CheckArrived(ReplaceTarget& place, status_t written, const std::string& failure);
     bool PutInPlace(ReplaceTarget& place);

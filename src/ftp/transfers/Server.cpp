@@ -2,41 +2,26 @@
 
 #include "fileops/engine/OperationUI.h"
 #include "ftp/client/RemoteFolder.h"
+#include "ftp/client/ServerReason.h"
 
 #include <DataIO.h>
 
-#include <algorithm>
 #include <cstdlib>
 
 namespace norvane {
 
 namespace {
 
-constexpr size_t kShownReplyBytes = 100;
 constexpr unsigned int kGoodbyeMs = 2'000; // all that was to be done is done
 constexpr int kNotLoggedIn = 530;
 constexpr int kWantsPassword = 331;
 constexpr int kClosing = 421;
-constexpr int kFirstServerCode = 100;
 
 /// Whether the connection cannot be trusted after that: an answer that comes late would be taken
 /// for that of the next command.
 bool IsLostAfter(int code)
 {
     return code == kFtpTimedOut || code == kFtpCancelled || code == kClosing;
-}
-
-/// What a server writes is cut, and has no line breaks in it.
-std::string ShownReply(const char* text)
-{
-    std::string shown = text;
-    shown.resize(std::min(shown.find_last_not_of("\r\n ") + 1, kShownReplyBytes));
-    for (char& letter : shown) {
-        if (static_cast<unsigned char>(letter) < ' ') {
-            letter = ' ';
-        }
-    }
-    return shown;
 }
 
 /// A path without the slashes at its end.
@@ -212,30 +197,7 @@ std::string Server::Receive(BDataIO& file, const std::string& name,
 
 std::string Server::Reason(int code)
 {
-    switch (code) {
-    case kFtpNoDataConnection:
-    case kFtpNoSocket:
-        return "the connection for the data failed";
-    case kFtpTimedOut:
-        return "the server does not answer";
-    case kFtpCancelled:
-        return "it was stopped";
-    case kFtpNoSuchHost:
-        return "there is no such host";
-    case kFtpNotConnected:
-        return "there is no connection to the server";
-    case kFtpLocalFile:
-        return "the file here failed";
-    case kFtpBadName:
-        return "its name cannot be sent to a server";
-    case kFtpTooMuch:
-        return "the server sends more than anybody can mean";
-    default:
-        break;
-    }
-    const std::string reply = ShownReply(fCalls.Client().ReplyText());
-    return code < kFirstServerCode || reply.empty() ? "the server breaks off"
-                                                    : "the server says \"" + reply + "\"";
+    return ServerReason(fCalls.Client(), code);
 }
 
 std::string Server::ConnectReason(int code)
