@@ -166,26 +166,29 @@ std::string RemoteSource::Complaint(status_t) const
     return {}; // it was told
 }
 
+/// One answer at a time: each has news of its own, and after one of them this place may be gone.
 void RemoteSource::NewsWhileShown()
 {
-    while (const std::optional<Answer> answer = fConnection->TakeAnswer()) {
-        if (!answer->text.empty()) {
-            const bool isFailure = answer->kind == Answer::Kind::kNotConnected;
-            MsgBox(answer->title.c_str(), answer->text.c_str(), "OK",
-                   isFailure ? B_STOP_ALERT : B_INFO_ALERT);
-        }
-        switch (answer->kind) {
-        case Answer::Kind::kConnected:
-        case Answer::Kind::kChanged:
-            fTaker->ReadAgain(*this);
-            break;
-        case Answer::Kind::kNotConnected:
-            fListeners.pane.SendMessage(MSG_FTP_DISCONNECT);
-            break;
-        case Answer::Kind::kWantsPassword:
-            AskForPassword();
-            break;
-        }
+    const std::optional<Answer> answer = fConnection->TakeAnswer();
+    if (!answer.has_value()) {
+        return;
+    }
+    if (!answer->text.empty()) {
+        const bool isFailure = answer->kind == Answer::Kind::kNotConnected;
+        MsgBox(answer->title.c_str(), answer->text.c_str(), "OK",
+               isFailure ? B_STOP_ALERT : B_INFO_ALERT);
+    }
+    switch (answer->kind) {
+    case Answer::Kind::kConnected:
+    case Answer::Kind::kChanged:
+        fTaker->ReadAgain(*this);
+        break;
+    case Answer::Kind::kNotConnected:
+        fListeners.pane.SendMessage(MSG_FTP_DISCONNECT);
+        break;
+    case Answer::Kind::kWantsPassword:
+        AskForPassword();
+        break;
     }
 }
 

@@ -1,5 +1,7 @@
 #include "RemotePaneFixture.h"
 
+#include <Clipboard.h>
+
 namespace norvane {
 
 using kits::testing::AnswerAlert;
@@ -372,6 +374,29 @@ TEST_F(RemotePaneTest, FromOneServerToAnotherIsRefused)
 }
 
 // The end
+
+TEST_F(RemotePaneTest, TheFolderToComeBackToIsSaved)
+{
+    Connect();
+    Locked([this] { fWindow->SaveSettings(); });
+    EXPECT_EQ(Setting("Pane1"), fTree.Path("two"));
+    EXPECT_EQ(fTree.Read("config/Norvane/Norvane.pref").find("ftp:"), std::string::npos);
+}
+
+// What is dragged, or put on the clipboard, is for this program alone.
+TEST_F(RemotePaneTest, OthersGetNeitherThePasswordNorTheHost)
+{
+    Connect();
+    Focus(1);
+    Select(1, "a");
+    Locked([this] { List(1)->CopyEntries(); });
+    be_clipboard->Lock();
+    const BMessage* data = be_clipboard->Data();
+    std::string text = data != nullptr ? std::to_string(data->CountNames(B_ANY_TYPE)) : "0";
+    const bool hasPassword = data != nullptr && data->HasString("Password");
+    be_clipboard->Unlock();
+    EXPECT_FALSE(hasPassword) << text;
+}
 
 TEST_F(RemotePaneTest, QuittingWaitsForNoServer)
 {
