@@ -7,7 +7,7 @@
 #include "ftp/remote/RemoteDeletion.h"
 #include "ftp/remote/RemoteRows.h"
 #include "ftp/sessions/PasswordWin.h"
-#include "ftp/transfers/TransferRequests.h"
+#include "ftp/transfers/TransferHost.h"
 #include "panes/FolderSource.h"
 #include "settings/MsgBox.h"
 
