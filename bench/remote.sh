@@ -1,4 +1,4 @@
-# shellcheck shell=bash disable=SC2034
+# shellcheck shell=bash disable=SC2154,SC2034 # bench/run has set what is used here
 # Sourced by bench/run: a server's folder beside a local one of the same size, and keys while files come.
 
 # measure_remote COUNT: both are read again by F2, in the same program

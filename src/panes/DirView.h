@@ -172,7 +172,7 @@ private:
     void ScrollToRow(int32 index);
     bool EditNamed(const std::string& name);
     void NewsOfSource();
-    void AnswerSoonOrLater(std::function<BMessage()> ask);
+    void AnswerSoonOrLater(const std::function<BMessage()>& ask);
     void EntryAnswered(const BMessage& answer);
     void FolderMade(const BMessage& answer);
     bool IsInShown(const BMessage& answer) const;

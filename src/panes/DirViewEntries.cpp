@@ -261,9 +261,9 @@ void DirView::ShowMade(const BMessage& answer)
 }
 
 /// An answer that is not there within a moment comes by message.
-void DirView::AnswerSoonOrLater(std::function<BMessage()> ask)
+void DirView::AnswerSoonOrLater(const std::function<BMessage()>& ask)
 {
-    if (const std::optional<BMessage> answer = AnswerSoon(std::move(ask), BMessenger(this))) {
+    if (const std::optional<BMessage> answer = AnswerSoon(ask, BMessenger(this))) {
         // No notice was handled since it was asked for; after a later answer they know better.
         ShowMade(*answer);
         EntryAnswered(*answer);

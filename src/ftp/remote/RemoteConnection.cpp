@@ -73,8 +73,8 @@ int FtpCallback(int percent, int, char* text, void* user)
 class RemoteConnection::Work
 {
 public:
-    Work(std::string sessionFile, ConnectionListeners listeners)
-        : fFile(std::move(sessionFile)), fListeners(std::move(listeners)),
+    Work(std::string sessionFile, const ConnectionListeners& listeners)
+        : fFile(std::move(sessionFile)), fListeners(listeners),
           fClient(kTimeout, &FtpCallback, &fListeners.pane)
     {
     }
@@ -130,8 +130,8 @@ private:
 
 // The handle
 
-RemoteConnection::RemoteConnection(std::string sessionFile, ConnectionListeners listeners)
-    : fWork(std::make_shared<Work>(std::move(sessionFile), std::move(listeners)))
+RemoteConnection::RemoteConnection(std::string sessionFile, const ConnectionListeners& listeners)
+    : fWork(std::make_shared<Work>(std::move(sessionFile), listeners))
 {
 }
 

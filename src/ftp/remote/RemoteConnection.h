@@ -57,7 +57,7 @@ public:
     using Command = std::function<std::optional<ConnectionAnswer>(Desk& desk)>;
     enum class Kind : uint8 { kList, kChange };
 
-    RemoteConnection(std::string sessionFile, ConnectionListeners listeners);
+    RemoteConnection(std::string sessionFile, const ConnectionListeners& listeners);
     ~RemoteConnection();
     RemoteConnection(const RemoteConnection&) = delete;
     RemoteConnection& operator=(const RemoteConnection&) = delete;

@@ -63,10 +63,10 @@ struct RemoteSource::Listing
     ListedRows rows;
 };
 
-RemoteSource::RemoteSource(const std::string& sessionFile, ConnectionListeners listeners,
+RemoteSource::RemoteSource(const std::string& sessionFile, const ConnectionListeners& listeners,
                            std::string localFolder)
     : fConnection(std::make_shared<RemoteConnection>(sessionFile, listeners)),
-      fListeners(std::move(listeners)), fLocalFolder(std::move(localFolder)), fIsConnecting(true)
+      fListeners(listeners), fLocalFolder(std::move(localFolder)), fIsConnecting(true)
 {
 }
 

@@ -19,7 +19,7 @@ class RemoteSource : public RowSource
 public:
     /// Where one waits for the connection of a session; opening it begins to connect. `localFolder`
     /// is the one to come back to.
-    RemoteSource(const std::string& sessionFile, ConnectionListeners listeners,
+    RemoteSource(const std::string& sessionFile, const ConnectionListeners& listeners,
                  std::string localFolder);
     ~RemoteSource() override;
 
