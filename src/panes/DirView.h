@@ -88,7 +88,7 @@ public:
     void CheckPlace() { fWhereabouts.Check(); }
     const node_ref& FolderNode() const { return fUpdates.FolderNode(); }
 
-    // Changes of entries (DirViewEntries.cpp)
+    // Changes of entries (DirViewEntries.cpp, DirViewNames.cpp)
     /// Asks, then deletes what is marked, else selected: into the Trash, or for good when the Trash
     /// is shown. An operation window does it.
     void Trash() override;

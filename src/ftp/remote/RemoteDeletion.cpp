@@ -54,7 +54,7 @@ void RemoteDeletion::DeleteFile(const std::string& name)
     if (!MayGoOn()) {
         return;
     }
-    const int code = Do(fDesk.client.DeleteFile(name.c_str()));
+    const int code = Do(fDesk.client.DeleteFile(NameInCommand(name).c_str()));
     if (!IsAgreed(code)) {
         Note(name, code);
     }
@@ -74,7 +74,7 @@ void RemoteDeletion::DeleteFolders(const std::vector<std::string>& names)
 /// False when it may have to be emptied first.
 bool RemoteDeletion::RemoveFolder(const std::string& name)
 {
-    const int code = Do(fDesk.client.RemoveDir(name.c_str()));
+    const int code = Do(fDesk.client.RemoveDir(NameInCommand(name).c_str()));
     if (code == kNotEmpty && MayGoOn()) {
         return false;
     }
@@ -156,7 +156,7 @@ void RemoteDeletion::Leave()
         return;
     }
     if (!fDesk.isCancelled) {
-        const int removed = Do(fDesk.client.RemoveDir(left.name.c_str()));
+        const int removed = Do(fDesk.client.RemoveDir(NameInCommand(left.name).c_str()));
         if (!IsAgreed(removed)) {
             Note(left.name, removed);
         }

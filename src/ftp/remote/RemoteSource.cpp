@@ -279,7 +279,8 @@ FolderWork RemoteSource::MakingFolder() const
         connection->Do(RemoteConnection::Kind::kChange, "making a folder",
                        [path, name](RemoteConnection::Desk& desk) {
                            int code = desk.folder.Go(path);
-                           code = code == 0 ? desk.client.MakeDir(name.c_str()) : code;
+                           code =
+                               code == 0 ? desk.client.MakeDir(NameInCommand(name).c_str()) : code;
                            ProblemList problems;
                            if (!IsAgreed(code)) {
                                problems.Add(name, ServerReason(desk.client, code));
@@ -307,7 +308,8 @@ EntryWork RemoteSource::Renaming(const DirListItem& row, const std::string& newN
         connection->Do(RemoteConnection::Kind::kChange, "renaming",
                        [path, name, newName](RemoteConnection::Desk& desk) {
                            int code = desk.folder.Go(path);
-                           code = code == 0 ? desk.client.RenameFile(name.c_str(), newName.c_str())
+                           code = code == 0 ? desk.client.RenameFile(NameInCommand(name).c_str(),
+                                                                     NameInCommand(newName).c_str())
                                             : code;
                            Answer answer = {Answer::Kind::kChanged, "Foo", ""};
                            if (!IsAgreed(code)) {

@@ -150,6 +150,16 @@ TEST_F(RemoteDeletionTest, NamesThatLeadElsewhereAreSentNowhere)
     EXPECT_EQ(fServed.Read("/pub/kept"), "kept");
 }
 
+// Many servers take such a name for a home folder.
+TEST_F(RemoteDeletionTest, ANameWithATildeMeansThatEntry)
+{
+    fServed.AddFile("/pub/~/~", "x");
+    Connect();
+    EXPECT_EQ(Delete("~"), "");
+    EXPECT_EQ(Count("RMD ~") + Count("DELE ~") + Count("CWD ~"), 0);
+    EXPECT_FALSE(fServed.Exists("/pub/~"));
+}
+
 // Each folder of this server has a folder "again" in it.
 TEST_F(RemoteDeletionTest, AnEndlessTreeIsLeftSomewhere)
 {
