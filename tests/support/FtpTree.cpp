@@ -23,7 +23,11 @@ std::string Resolved(const std::string& folder, const std::string& name)
     if (name.empty() || name == ".") {
         return folder;
     }
-    std::string path = name[0] == '/' ? name : (folder == "/" ? "/" : folder + "/") + name;
+    if (name[0] == '~') {
+        return "/"; // a home folder, as many servers understand it
+    }
+    const std::string plain = name.starts_with("./") ? name.substr(2) : name;
+    std::string path = plain[0] == '/' ? plain : (folder == "/" ? "/" : folder + "/") + plain;
     while (path.size() > 1 && path.back() == '/') {
         path.pop_back();
     }
