@@ -25,6 +25,7 @@ public:
     void FileStarted(const norvane::StartedFile&) override {}
     void BytesCopied(const char*, int64) override {}
     void BytesDone(int64) override {}
+    void Transferring(const norvane::TransferStep&) override {}
     void EntriesVisited(int64) override {}
     bool CanAsk() const override { return false; }
     uint32 StandingAnswer() const override { return norvane::kAnswerNone; }

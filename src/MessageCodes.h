@@ -41,6 +41,7 @@ enum WindowNotice : uint32 {
     kFolderNamed = 512,     // string "text": the name of a new folder
     kFolderToGoTyped = 514, // string "text"
     kColumnResized = 600,   // decimal strings "ColumnIndex" and "ColumnWidth"
+    kSessionChosen = 602,   // string "session": the file of the connection to be made
     kPreferencesSaved = 614,
     kTellMissingFolders = 'Miss', // to itself: folders could not be shown, say so
     kVolumeFound = 'VolF',    // to itself: int32 "shown" is that of string "path", "device" is gone
@@ -51,13 +52,17 @@ enum WindowNotice : uint32 {
 
 // What a pane and its list are told.
 enum PaneNotice : uint32 {
+    MSG_FTP_DISCONNECT = 208,
     MSG_PANE_INFO = 500,
-    kNewNameTyped = 513, // the main window: string "text"; a list: the open rename field's, "pos"
+    MSG_FTP_STATUS = 603, // string "status": a line for the log of the connection
+    kNewNameTyped = 513,  // the main window: string "text"; a list: the open rename field's, "pos"
     kRenameCancelled = 605,
     MSG_PROGRESS_START = 607,
     MSG_PROGRESS_STOP = 608,
     MSG_PROGRESS_STEP = 609,      // int32 "steps": how many it stands for, 1 when missing
     MSG_PROGRESS_MAX = 610,       // int32 "maxvalue"
+    kSourceNews = 'SNew',         // there is news of what the place shown began
+    kPasswordGiven = 'Pass',      // string "text", unless the person gave none
     kListingNews = 'News',        // the rows of the place being opened, or some of them, are there
     kLinkAnswered = 'Link',       // what a link leads to: LinkAnswer reads it
     kIconFound = 'Icon',          // FoundIcon reads it
@@ -100,6 +105,20 @@ enum OverwriteAnswer : uint32 {
     kAnswerSkip = 1003,
     kAnswerSkipAll = 1004,
     kAnswerCancel = 1005,
+};
+
+// What the windows of saved connections are told, by their buttons and by what they had done.
+enum SessionMessage : uint32 {
+    kSessionAccepted = 203, // the list's "Connect", the editor's "OK"
+    kSessionCancelled = 204,
+    kSessionNew = 205,
+    kSessionEdit = 206,
+    kSessionDelete = 207,
+    kSessionsListed = 'SesL',  // strings "name"; int32 "watch" and "status", of both
+    kSessionsChanged = 'SesC', // to the list: look again
+    kSessionRead = 'SesR',     // int32 "status", the session
+    kSessionSaved = 'SesS',    // int32 "status"; bool "exists": nothing was done
+    kSessionDeleted = 'SesD',  // string "name", int32 "status"
 };
 
 // What a question is told.

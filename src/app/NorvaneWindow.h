@@ -71,6 +71,8 @@ private:
     void DoRename();
     void EmptyTrash();
     void AskWhereToGo();
+    void ShowConnections();
+    void DoFtp(const BMessage& message);
     void OpenTracker();
     void DoGetSpace();
     void DoDrag(BMessage* message);

@@ -5,6 +5,8 @@
 #include "fileops/windows/CopyWin.h"
 #include "fileops/windows/GetTextWin.h"
 #include "fileops/windows/OverWin.h"
+#include "ftp/remote/RemoteSource.h"
+#include "ftp/sessions/ConWin.h"
 #include "panes/DirPane.h"
 #include "panes/DirView.h"
 #include "panes/OpenEntry.h"
@@ -82,6 +84,14 @@ const NorvaneWindow::Answer NorvaneWindow::kCommands[] = {
      [](auto& window, auto&) {
          window.AskWhereToGo();
      }},
+    {kFtpConnections,
+     [](auto& window, auto&) {
+         window.ShowConnections();
+     }},
+    {kDisconnectFtp,
+     [](auto& window, auto&) {
+         window.TellPane(&DirPane::Disconnect);
+     }},
     {kOpenTracker,
      [](auto& window, auto&) {
          window.OpenTracker();
@@ -141,6 +151,10 @@ const NorvaneWindow::Answer NorvaneWindow::kNotices[] = {
     {kFolderToGoTyped,
      [](auto& window, auto& notice) {
          window.TextTyped(notice);
+     }},
+    {kSessionChosen,
+     [](auto& window, auto& notice) {
+         window.DoFtp(notice);
      }},
     {kColumnResized,
      [](auto& window, auto& notice) {
@@ -295,6 +309,23 @@ void NorvaneWindow::AskWhereToGo()
     auto* prompt = new GetTextWin(Frame(), "GoTo", this, "What Directory do you want to go to?", "",
                                   kFolderToGoTyped, "OK", "Cancel", nullptr);
     prompt->Show();
+}
+
+void NorvaneWindow::ShowConnections()
+{
+    auto* connections = new ConWin(Frame(), this);
+    connections->Show();
+}
+
+void NorvaneWindow::DoFtp(const BMessage& message)
+{
+    const char* session = nullptr;
+    DirPane* pane = GetFocusedPane();
+    if (pane == nullptr || message.FindString("session", &session) != B_OK) {
+        return;
+    }
+    const ConnectionListeners listeners = {BMessenger(pane), BMessenger(pane->GetDirView())};
+    pane->DoFtp(std::make_unique<RemoteSource>(session, listeners, pane->GetPath()));
 }
 
 void NorvaneWindow::TextTyped(const BMessage& message)

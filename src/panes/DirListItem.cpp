@@ -225,6 +225,16 @@ const char* DirListItem::LeafName() const
     return fRef.name != nullptr ? fRef.name : GetEntryName();
 }
 
+void DirListItem::SetCommandName(const std::string& name)
+{
+    fRef.set_name(name.empty() ? nullptr : name.c_str());
+}
+
+std::string DirListItem::CommandName() const
+{
+    return fRef.name != nullptr ? fRef.name : "";
+}
+
 DirListItem::Texts& DirListItem::MadeTexts() const
 {
     if (fTexts == nullptr) {

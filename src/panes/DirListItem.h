@@ -34,7 +34,7 @@ public:
     /// that is nothing.
     DirListItem(entry_ref&& ref, const BEntryRecord& record, const DatePattern& dates,
                 mode_t target = 0);
-    /// A row of an FTP listing.
+    /// A row of an FTP listing; it has no CommandName() yet.
     DirListItem(const char* name, const char* size, const char* date, const char* permissions);
     /// A parent row without an entry.
     DirListItem();
@@ -65,6 +65,10 @@ public:
     /// The name without a path before it, as it is edited. Valid until the row is updated or
     /// deleted.
     const char* LeafName() const;
+    /// What commands call the entry of an FTP row, which shows more of a link; "" for one that is
+    /// only shown.
+    void SetCommandName(const std::string& name);
+    std::string CommandName() const;
     node_ref NodeRef() const;
     /// Whether it is a local entry that could be read: ".." and a server's rows have no node.
     bool HasNode() const { return fNode != 0; }

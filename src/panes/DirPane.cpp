@@ -3,9 +3,12 @@
 #include "clv/CLVColumnLabelView.h"
 #include "clv/ListLock.h"
 #include "panes/DirView.h"
+#include "panes/FtpViews.h"
 #include "panes/NVHeader.h"
 #include "panes/NorvFtr.h"
 #include "panes/PaneLayout.h"
+#include "panes/RowSource.h"
+#include "settings/HomeFolder.h"
 
 #include <Application.h>
 #include <Message.h>
@@ -47,6 +50,7 @@ DirPane::~DirPane()
 {
     // While the strips still live: the list reports to them.
     fList->Clear();
+    fFtpViews.reset();
 }
 
 void DirPane::MessageReceived(BMessage* message)
@@ -70,6 +74,17 @@ void DirPane::MessageReceived(BMessage* message)
         break;
     case B_NODE_MONITOR:
         fList->NodeChanged(*message);
+        break;
+    case MSG_FTP_STATUS:
+        if (fFtpViews != nullptr) {
+            fFtpViews->Append(message->GetString("status", ""));
+        }
+        break;
+    case MSG_FTP_DISCONNECT:
+        Disconnect();
+        break;
+    case kOperationDone:
+        OperationEnded();
         break;
     default:
         BView::MessageReceived(message);
@@ -100,12 +115,16 @@ void DirPane::ResizeTo(float width, float height)
 
 void DirPane::LayOut(float width, float height)
 {
-    const PaneLayout layout = LayOutPane(width, height, {fList->HeaderFlag(), fList->FooterFlag()});
+    const PaneLayout layout =
+        LayOutPane(width, height, {fList->HeaderFlag(), fList->FooterFlag(), fFtpViews != nullptr});
     fHeader->ResizeTo(layout.headerWidth, layout.headerHeight);
     fScroller->MoveTo(layout.listPlace);
     fList->ResizeTo(layout.listWidth, layout.listHeight);
     fFooter->MoveTo(layout.footerPlace);
     fFooter->ResizeTo(layout.footerWidth, layout.footerHeight);
+    if (fFtpViews != nullptr) {
+        fFtpViews->LayOut(layout);
+    }
     fHeader->Invalidate();
     fFooter->Invalidate();
 }
@@ -146,10 +165,50 @@ void DirPane::SetPath(const char* path)
 
 void DirPane::RefreshTexts()
 {
+    ShowFtpViews();
     fHeader->SetText(fList->HeaderText().c_str());
     fFooter->SetText(fList->GetFiles().c_str());
     fHeader->Invalidate();
     fFooter->Invalidate();
+}
+
+// Servers
+
+void DirPane::DoFtp(std::unique_ptr<RowSource> source)
+{
+    fFtpViews.reset(); // with the log of another connection
+    fList->Populate(std::move(source));
+    RefreshTexts();
+}
+
+void DirPane::Disconnect()
+{
+    ListLock lock(*this);
+    if (fList->Mode() == kFtpMode) {
+        if (fList->Populate(fList->Path().c_str()) < 0) {
+            fList->Populate(HomeFolder().c_str());
+        }
+        RefreshTexts();
+    }
+}
+
+/// They come and go with what the list shows.
+void DirPane::ShowFtpViews()
+{
+    const bool isOnServer = fList->Mode() == kFtpMode;
+    if (isOnServer == (fFtpViews != nullptr)) {
+        return;
+    }
+    fFtpViews = isOnServer ? std::make_unique<FtpViews>(*this) : nullptr;
+    LayOut(Bounds().Width(), Bounds().Height());
+}
+
+/// A local folder's changes are told of by its watch; nobody tells of a server's.
+void DirPane::OperationEnded()
+{
+    if (fList->Mode() == kFtpMode) {
+        fList->Refresh();
+    }
 }
 
 void DirPane::GoToDir(const char* path)

@@ -2,6 +2,7 @@
 
 #include <View.h>
 
+#include <memory>
 #include <string>
 
 class BScrollView;
@@ -9,8 +10,10 @@ class BScrollView;
 namespace norvane {
 
 class DirView;
+class FtpViews;
 class NorvFtr;
 class NVHeader;
+class RowSource;
 
 /// A pane of the main window: header with the folder, the file list, footer with counts and
 /// progress.
@@ -47,6 +50,11 @@ public:
     /// Shows or hides header and footer as the list's flags say.
     void ShowStrips();
 
+    /// Goes to a server's place: with the button to leave it, and its log.
+    void DoFtp(std::unique_ptr<RowSource> source);
+    /// Comes back from a server to the folder that was shown before.
+    void Disconnect();
+
     int GetSelected(std::string* path) const;
     int64 GetSize();
     void SetColumnWidth(int32 column, int width);
@@ -72,11 +80,14 @@ private:
     void RefreshTexts();
     void ProgressStep(const BMessage& message);
     void ProgressMax(const BMessage& message);
+    void ShowFtpViews();
+    void OperationEnded();
 
-    DirView* fList = nullptr;         // a child of fScroller
-    NVHeader* fHeader = nullptr;      // a child
-    NorvFtr* fFooter = nullptr;       // a child
-    BScrollView* fScroller = nullptr; // a child
+    DirView* fList = nullptr;            // a child of fScroller
+    NVHeader* fHeader = nullptr;         // a child
+    NorvFtr* fFooter = nullptr;          // a child
+    BScrollView* fScroller = nullptr;    // a child
+    std::unique_ptr<FtpViews> fFtpViews; // while the list is on a server
     std::string fStartPath;
     bool fIsHeaderHidden = false;
     bool fIsFooterHidden = false;

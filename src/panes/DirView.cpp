@@ -345,6 +345,12 @@ void DirView::MessageReceived(BMessage* message)
     case kListingNews:
         fListing.Proceed();
         break;
+    case kSourceNews:
+        NewsOfSource();
+        break;
+    case kPasswordGiven:
+        fListing.Source().TakeReply(*message);
+        break;
     case kLinkAnswered:
         LinkAnswered(*message);
         break;

@@ -67,6 +67,7 @@ public:
     /// Lists a folder that a person named; "~", relative paths and addresses are understood.
     void GoToDir(const char* path);
     void NavigateUp() override;
+    bool CancelWork() override { return fListing.CancelWork(); }
     void NavigateDown();
     /// Adds entries that were moved in from elsewhere since the last listing.
     void AddMissing() { fUpdates.AddMissing(); }
@@ -87,7 +88,7 @@ public:
     void CheckPlace() { fWhereabouts.Check(); }
     const node_ref& FolderNode() const { return fUpdates.FolderNode(); }
 
-    // Changes of entries (DirViewEntries.cpp)
+    // Changes of entries (DirViewEntries.cpp, DirViewNames.cpp)
     /// Asks, then deletes what is marked, else selected: into the Trash, or for good when the Trash
     /// is shown. An operation window does it.
     void Trash() override;
@@ -170,7 +171,8 @@ private:
     std::vector<DirListItem*> SelectedRows() const;
     void ScrollToRow(int32 index);
     bool EditNamed(const std::string& name);
-    void AnswerSoonOrLater(std::function<BMessage()> ask);
+    void NewsOfSource();
+    void AnswerSoonOrLater(const std::function<BMessage()>& ask);
     void EntryAnswered(const BMessage& answer);
     void FolderMade(const BMessage& answer);
     bool IsInShown(const BMessage& answer) const;

@@ -1,9 +1,11 @@
 #include "MessageCodes.h"
+#include "panes/DirPane.h"
 #include "panes/DirView.h"
 #include "panes/FolderSource.h"
 #include "panes/OpenEntry.h"
 #include "panes/QuerySource.h"
 #include "panes/ScrollIntoSight.h"
+#include "settings/MsgBox.h"
 
 #include <Window.h>
 
@@ -79,8 +81,21 @@ void DirView::NoFolder(const entry_ref& link)
     OpenEntry(link, BMessenger(nullptr, Window()));
 }
 
+/// What it is doing is seen before anything is asked or told.
+void DirView::NewsOfSource()
+{
+    if (auto* pane = dynamic_cast<DirPane*>(fPane)) {
+        pane->SetPath(nullptr);
+    }
+    fListing.Source().NewsWhileShown();
+}
+
 void DirView::OpenEditor()
 {
+    if (Mode() == kFtpMode) {
+        MsgBox("Foo", "Sorry can't view a file on an FTP server.", "OK", B_INFO_ALERT);
+        return;
+    }
     std::vector<entry_ref> entries;
     for (const DirListItem* row : SelectedRows()) {
         if (const entry_ref* entry = fListing.Source().EntryToOpen(*row)) {

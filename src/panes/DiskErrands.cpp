@@ -1,6 +1,6 @@
 #include "panes/DiskErrands.h"
 
-#include "panes/DetachedThread.h"
+#include "DetachedThread.h"
 
 #include <OS.h>
 

@@ -195,7 +195,8 @@ std::unique_ptr<BMessage> FolderSource::MessageFor(const std::vector<DirListItem
 DropMeaning FolderSource::MeaningOf(const BMessage& entries, const DirListItem* onto) const
 {
     using Act = DropMeaning::Act;
-    if (!entries.HasRef("refs")) {
+    const bool isRemote = entries.what == kRemoteEntries;
+    if (!isRemote && !entries.HasRef("refs")) {
         return {Act::kPassOn};
     }
     // A folder's row stands for that folder.
@@ -209,7 +210,10 @@ DropMeaning FolderSource::MeaningOf(const BMessage& entries, const DirListItem* 
         return {Act::kRefuse, "Warning",
                 "Sorry can't copy files or folders to the root of the file system!"};
     }
-    return {Act::kOperate, "", "", {"Copy", target, std::make_unique<BMessage>(entries)}};
+    return {Act::kOperate,
+            "",
+            "",
+            {isRemote ? "Download" : "Copy", target, std::make_unique<BMessage>(entries)}};
 }
 
 // Texts

@@ -1,7 +1,7 @@
 #include "panes/LinkTargets.h"
 
+#include "DetachedThread.h"
 #include "MessageCodes.h"
-#include "panes/DetachedThread.h"
 
 #include <Message.h>
 #include <OS.h>

@@ -1,8 +1,8 @@
 #include "panes/ListingJob.h"
 
+#include "DetachedThread.h"
 #include "MessageCodes.h"
 #include "panes/DatePattern.h"
-#include "panes/DetachedThread.h"
 #include "panes/FolderReader.h"
 #include "panes/LinkTargets.h"
 

@@ -1,8 +1,8 @@
 #include "panes/OpenEntry.h"
 
+#include "DetachedThread.h"
 #include "MessageCodes.h"
 #include "fileops/engine/ProblemList.h"
-#include "panes/DetachedThread.h"
 #include "settings/MsgBox.h"
 
 #include <Message.h>

@@ -165,7 +165,9 @@ void PaneKeys::CarryOut(PaneCommand command, const KeyPress& key)
         TypeAhead(key);
         break;
     case PaneCommand::kStop:
-        Post(kStopOperation);
+        if (!fTarget.CancelWork()) {
+            Post(kStopOperation);
+        }
         break;
     }
 }

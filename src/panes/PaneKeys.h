@@ -58,6 +58,8 @@ public:
 
     virtual void Trash() = 0;
     virtual void NavigateUp() = 0;
+    /// Breaks off what the place shown is doing; false when that is nothing.
+    virtual bool CancelWork() = 0;
     /// Starts measuring what is selected.
     virtual int64 GetSize() = 0;
     virtual void Refresh() = 0;

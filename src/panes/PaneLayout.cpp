@@ -11,6 +11,8 @@ namespace {
 constexpr float kStripHeight = 22;
 constexpr float kListTop = 24;    // below the header
 constexpr float kFooterRoom = 25; // from the footer's top to the pane's bottom
+constexpr float kButtonRoom = 100;
+constexpr float kLogRoom = 50;
 
 float NotNegative(float size)
 {
@@ -23,8 +25,10 @@ PaneLayout LayOutPane(float width, float height, PaneStrips strips)
 {
     PaneLayout layout;
     const float top = strips.header ? kListTop : 0;
-    const float bottom = strips.footer ? height - kFooterRoom : height;
-    layout.headerWidth = NotNegative(width);
+    const float listEnd = strips.footer ? height - kFooterRoom : height;
+    const float bottom = strips.server ? listEnd - kLogRoom : listEnd;
+    const float buttonRoom = strips.server && strips.header ? kButtonRoom : 0;
+    layout.headerWidth = NotNegative(width - buttonRoom);
     layout.headerHeight = kStripHeight;
     layout.listPlace = BPoint(0, top);
     layout.listWidth = NotNegative(width - B_V_SCROLL_BAR_WIDTH - 1);
@@ -32,6 +36,11 @@ PaneLayout LayOutPane(float width, float height, PaneStrips strips)
     layout.footerPlace = BPoint(0, height - kFooterRoom);
     layout.footerWidth = NotNegative(width - 1);
     layout.footerHeight = kStripHeight;
+    layout.buttonPlace = BPoint(layout.headerWidth + 1, 0);
+    layout.buttonWidth = NotNegative(std::min(width, buttonRoom) - 1);
+    layout.logPlace = BPoint(0, bottom);
+    layout.logWidth = NotNegative(width - 1);
+    layout.logHeight = NotNegative(std::min(kLogRoom, listEnd) - 1);
     return layout;
 }
 

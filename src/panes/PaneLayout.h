@@ -5,11 +5,12 @@
 
 namespace norvane {
 
-/// Which strips a pane shows.
+/// What a pane shows besides its list.
 struct PaneStrips
 {
     bool header = true;
     bool footer = true;
+    bool server = false; // the button beside the header, and the log below the list
 };
 
 /// Where a pane's parts stand. Sizes are never below zero.
@@ -23,6 +24,11 @@ struct PaneLayout
     BPoint footerPlace;
     float footerWidth = 0;
     float footerHeight = 0;
+    BPoint buttonPlace; // these where the pane is on a server
+    float buttonWidth = 0;
+    BPoint logPlace;
+    float logWidth = 0;
+    float logHeight = 0;
 };
 
 /// Lays a pane of that size out: header, list, footer from the top; a hidden strip's room is the

@@ -120,6 +120,15 @@ void PaneListing::Proceed()
     }
 }
 
+bool PaneListing::CancelWork()
+{
+    if (fOpening != nullptr && fOpening->CancelWork()) {
+        Stop();
+        return true;
+    }
+    return fSource->CancelWork();
+}
+
 void PaneListing::Stop()
 {
     if (fOpening != nullptr) {

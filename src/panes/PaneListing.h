@@ -73,6 +73,9 @@ public:
     void Stop();
     /// There is news of the place that is being opened.
     void Proceed();
+    /// Breaks off what the place shown, or the one being opened, is doing; false when that is
+    /// nothing.
+    bool CancelWork();
 
     /// What is shown. Lends; valid until other rows are there.
     RowSource& Source() const { return *fSource; }

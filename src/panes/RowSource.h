@@ -116,6 +116,12 @@ public:
     [[nodiscard]] virtual status_t Open(const OpenOrder& order, RowTaker& taker) = 0;
     /// Goes on with what Open() began: there is news. It may be deleted in here.
     virtual void Proceed() {}
+    /// There is news of what it began, while it is shown. It may be deleted in here.
+    virtual void NewsWhileShown() {}
+    /// A person answered what it asked.
+    virtual void TakeReply(const BMessage&) {}
+    /// Breaks off what it is doing; false when that is nothing, or cannot be broken off.
+    virtual bool CancelWork() { return false; }
     /// What a person is told when it could not be opened; empty: nothing.
     virtual std::string Complaint(status_t status) const = 0;
     /// The local folder to follow while its rows are shown; none before it was opened, and none of

@@ -1,6 +1,6 @@
 #include "panes/SoonAnswer.h"
 
-#include "panes/DetachedThread.h"
+#include "DetachedThread.h"
 
 #include <Message.h>
 #include <OS.h>
@@ -41,7 +41,7 @@ void Give(Answering& answering, BMessage answer, const BMessenger& asker)
 
 } // namespace
 
-std::optional<BMessage> AnswerSoon(std::function<BMessage()> ask, const BMessenger& asker)
+std::optional<BMessage> AnswerSoon(const std::function<BMessage()>& ask, const BMessenger& asker)
 {
     const auto answering = std::make_shared<Answering>();
     if (!StartDetached("entry work", B_NORMAL_PRIORITY,

@@ -14,6 +14,6 @@ namespace norvane {
 /// had it is waited for. `ask` keeps what it needs.
 ///
 /// Thread: any, a window's for one.
-std::optional<BMessage> AnswerSoon(std::function<BMessage()> ask, const BMessenger& asker);
+std::optional<BMessage> AnswerSoon(const std::function<BMessage()>& ask, const BMessenger& asker);
 
 } // namespace norvane

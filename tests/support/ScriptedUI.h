@@ -53,7 +53,10 @@ public:
     std::function<void(const norvane::OverwriteQuestion&)> onQuestion;
     std::function<void(int64 visited)> onVisit;
 
+    std::function<void(const norvane::TransferStep&)> onTransfer;
+
     std::vector<StartedFile> files;
+    std::vector<norvane::TransferStep> transfers;
     std::vector<norvane::OverwriteQuestion> questions;
     std::vector<std::string> notices;
     std::vector<std::string> summaries;
@@ -86,6 +89,13 @@ public:
         bytes += count;
         chunks++;
     }
+    void Transferring(const norvane::TransferStep& step) override
+    {
+        if (onTransfer) {
+            onTransfer(step);
+        }
+        transfers.push_back(step);
+    }
     void EntriesVisited(int64 count) override
     {
         visited += count;
@@ -116,9 +126,9 @@ public:
         isStopped = isStopped || attributesAnswer == norvane::AttributesAnswer::kStop;
         return attributesAnswer;
     }
-    void Tell(const std::string&, norvane::ItemAlert alert) override
+    void Tell(const std::string& name, norvane::ItemAlert alert) override
     {
-        notices.push_back(norvane::TextOf(alert));
+        notices.push_back(norvane::TextOf(alert, name));
     }
     void ShowSummary(const std::string& text) override { summaries.push_back(text); }
     void NoteProblem(const std::string& name, const std::string& reason) override

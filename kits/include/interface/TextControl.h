@@ -3,6 +3,7 @@
 #include <Control.h>
 
 #include <memory>
+#include <string>
 
 class BTextView;
 
@@ -63,6 +64,15 @@ public:
     void WindowActivated(bool active) override;
     void GetPreferredSize(float* width, float* height) override;
     void ResizeToPreferred() override;
+
+protected:
+    // Extensions of the platform: hooks that do nothing here. Whatever changes the field's text, a
+    // person or the program, goes through them.
+
+    /// Bytes come into the text at `offset`; what `text` holds afterwards comes instead.
+    virtual void TextInserted(int32 offset, std::string* text);
+    /// The bytes from `start` to `end` are about to go.
+    virtual void TextDeleted(int32 start, int32 end);
 
 private:
     friend class kits::FieldTextView;

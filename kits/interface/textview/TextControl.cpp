@@ -68,6 +68,20 @@ void FieldTextView::Describe(BViewDescription* description) const
     description->name = hasLabel ? fControl.Label() : fControl.Name();
 }
 
+void FieldTextView::InsertText(const char* text, int32 length, int32 offset,
+                               const text_run_array* runs)
+{
+    std::string inserted(text, static_cast<size_t>(length));
+    fControl.TextInserted(offset, &inserted);
+    BTextView::InsertText(inserted.data(), static_cast<int32>(inserted.size()), offset, runs);
+}
+
+void FieldTextView::DeleteText(int32 start, int32 end)
+{
+    fControl.TextDeleted(start, end);
+    BTextView::DeleteText(start, end);
+}
+
 } // namespace kits
 
 BTextControl::BTextControl(BRect frame, const char* name, const char* label,
@@ -118,6 +132,10 @@ void BTextControl::SetModificationMessage(BMessage* message)
 {
     fModification.reset(message);
 }
+
+void BTextControl::TextInserted(int32, std::string*) {}
+
+void BTextControl::TextDeleted(int32, int32) {}
 
 void BTextControl::TextEdited()
 {

@@ -17,6 +17,11 @@ public:
     void KeyDown(const char* bytes, int32 byteCount) override;
     void MakeFocus(bool focus = true) override;
 
+protected:
+    void InsertText(const char* text, int32 length, int32 offset,
+                    const text_run_array* runs) override;
+    void DeleteText(int32 start, int32 end) override;
+
 private:
     BTextControl& fControl;
 };

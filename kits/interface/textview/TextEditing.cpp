@@ -136,9 +136,11 @@ void TextViewState::Enter(std::string_view entered, TextAction action)
     if (allowed.empty() && !entered.empty()) {
         return; // nothing to replace the selection with
     }
+    const int32 behind = text.Length() - to;
     Edit(from, to, allowed, action);
-    SetSelection(from + static_cast<int32>(allowed.size()),
-                 from + static_cast<int32>(allowed.size()));
+    // Not by what was entered: who overrides InsertText() may have put something else there.
+    const int32 end = text.Length() - behind;
+    SetSelection(end, end);
     ScrollToCaret();
     if (edited) {
         edited();

@@ -44,6 +44,7 @@ void Operation::Measure()
     }
     fMeasurement->Finish(fDesk);
     OperationSize size;
+    size.kind = Kind();
     size.bytes = fMeasurement->TotalBytes();
     size.items = CountItems();
     if (IsDeletion()) {

@@ -31,7 +31,7 @@ public:
     /// Takes over a measurement of the same items that was begun before.
     void TakeMeasurement(std::unique_ptr<Measurement> measurement);
     /// Finds how much there is to do, and tells it. Once, before the first item.
-    void Measure();
+    virtual void Measure();
     size_t CountItems() const { return fItems.size(); }
     void RunItem(size_t index);
     /// Does what was promised so far and waits for more to come with it. Called before anything
@@ -39,7 +39,7 @@ public:
     /// the next time.
     virtual void Settle(bigtime_t patience = B_INFINITE_TIMEOUT);
     /// The same at the end: all that items promised is done by then, or told.
-    void Finish();
+    virtual void Finish();
 
     /// What could not be handled whole; "" when all was.
     std::string Summary() const { return fDesk.Summary(); }
@@ -51,6 +51,7 @@ protected:
     virtual void DoItem(size_t index) = 0;
     /// Whether only what was measured may be touched, and progress is told by entries.
     virtual bool IsDeletion() const { return false; }
+    virtual OperationSize::Kind Kind() const { return OperationSize::Kind::kLocal; }
     const entry_ref& Item(size_t index) const { return fItems[index]; }
     /// What was found by Measure(), which was called before.
     const Measurement& Measured() const { return *fMeasurement; }

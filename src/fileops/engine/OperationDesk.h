@@ -33,6 +33,7 @@ public:
     void FileStarted(const StartedFile& file) override { fUI.FileStarted(file); }
     void BytesCopied(const char* name, int64 count) override { fUI.BytesCopied(name, count); }
     void BytesDone(int64 count) override { fUI.BytesDone(count); }
+    void Transferring(const TransferStep& step) override { fUI.Transferring(step); }
     void EntriesVisited(int64 count) override { fUI.EntriesVisited(count); }
     bool CanAsk() const override { return fUI.CanAsk(); }
     uint32 StandingAnswer() const override { return fUI.StandingAnswer(); }

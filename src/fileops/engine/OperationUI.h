@@ -34,9 +34,27 @@ struct OverwriteQuestion
     std::string sourceDetails;
 };
 
+/// Files on their way from a server, or to one.
+struct TransferStep
+{
+    std::string from; // the paths, as they are shown
+    std::string to;
+    std::string name;    // of the file
+    int32 percent = 0;   // of the file, as far as that is known
+    int64 bytes = 0;     // of the file
+    int64 baseBytes = 0; // of those before it
+    bool isNew = false;  // it begins
+};
+
 /// How much an operation has to do.
 struct OperationSize
 {
+    enum class Kind : uint8 {
+        kLocal,
+        kUpload, // percents are told
+        kDownload,
+    };
+    Kind kind = Kind::kLocal;
     int64 bytes = 0;
     int64 entries = 0; // above 0: the share done is told by entries, not by bytes
     size_t items = 0;
@@ -65,6 +83,8 @@ public:
     virtual void BytesCopied(const char* name, int64 count) = 0;
     /// So many bytes are done in all, those of items that were moved as a whole included.
     virtual void BytesDone(int64 count) = 0;
+    /// A file goes to a server, or comes from one.
+    virtual void Transferring(const TransferStep& step) = 0;
     /// A walk that measures or deletes came upon so many entries more; 0: it is still at work.
     virtual void EntriesVisited(int64 count) = 0;
 

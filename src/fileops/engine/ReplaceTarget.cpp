@@ -42,10 +42,10 @@ ReplaceTarget::~ReplaceTarget()
     }
 }
 
-status_t ReplaceTarget::Create()
+status_t ReplaceTarget::Create(mode_t mode)
 {
     fFile = std::make_shared<BFile>();
-    status_t status = fFolder.CreateNewFile(fBeside.Name(), 0600, fFile.get());
+    status_t status = fFolder.CreateNewFile(fBeside.Name(), mode, fFile.get());
     fIsBeside = status == B_OK;
     if (status == B_OK) {
         status = fFile->GetStat(&fRecord);

@@ -37,8 +37,9 @@ public:
     ReplaceTarget(const ReplaceTarget&) = delete;
     ReplaceTarget& operator=(const ReplaceTarget&) = delete;
 
-    /// Makes the file beside, for nobody else to read. Errors: those of creation.
-    [[nodiscard]] status_t Create();
+    /// Makes the file beside with (mode & ~umask), otherwise for nobody else to read. Errors: those
+    /// of creation.
+    [[nodiscard]] status_t Create(mode_t mode = 0600);
     /// The file beside, to be written.
     const std::shared_ptr<BFile>& File() const { return fFile; }
     const struct stat& Record() const { return fRecord; }

@@ -7,6 +7,7 @@
 #include "fileops/engine/ProblemList.h"
 #include "fileops/windows/OverWin.h"
 #include "fileops/windows/WindowUI.h"
+#include "ftp/transfers/TransferRequests.h"
 #include "settings/MsgBox.h"
 
 #include <AppDefs.h>
@@ -32,6 +33,13 @@ BRect CentredFrame(BRect around)
     const float left = (around.left + around.right) / 2 - kWidth / 2;
     const float top = (around.top + around.bottom) / 2 - kHeight / 2;
     return BRect(left, top, left + kWidth, top + kHeight);
+}
+
+/// What the request asks for, whoever does it; null when that is nothing.
+std::unique_ptr<Operation> OperationFor(const BMessage& request, const char* path, OperationUI& ui)
+{
+    std::unique_ptr<Operation> transfer = MakeTransfer(request, path, ui);
+    return transfer != nullptr ? std::move(transfer) : MakeOperation(request, path, ui);
 }
 
 } // namespace
@@ -156,7 +164,7 @@ void CopyWin::PerformOp(BMessage* request)
     {
         const Operations::Running running(BMessenger(question), BMessenger(this), fOpener);
         WindowUI ui(this, question);
-        const std::unique_ptr<Operation> operation = MakeOperation(*request, fPath.c_str(), ui);
+        const std::unique_ptr<Operation> operation = OperationFor(*request, fPath.c_str(), ui);
         fOperation = operation.get();
         if (operation != nullptr) {
             operation->TakeMeasurement(std::move(fMeasurement));
@@ -210,13 +218,21 @@ void CopyWin::BytesDone(int64 count)
     PaintIfDue();
 }
 
+void CopyWin::Transferring(const TransferStep& step)
+{
+    fTransfer = step;
+    fIsNewFile |= step.isNew;
+    fProgress.AdvanceTo(step.baseBytes + step.bytes);
+    PaintIfDue();
+}
+
 void CopyWin::Measured(const OperationSize& size)
 {
     fProgress.Start(size.bytes, system_time());
     if (size.entries > 0) {
         fProgress.StartEntries(size.entries);
     }
-    ShowTotals(size.bytes, size.items);
+    ShowTotals(size);
 }
 
 void CopyWin::ShowState()

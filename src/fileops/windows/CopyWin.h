@@ -3,6 +3,7 @@
 #include "MessageCodes.h"
 #include "fileops/engine/LateShow.h"
 #include "fileops/engine/OperationProgress.h"
+#include "fileops/engine/OperationUI.h"
 
 #include <Message.h>
 #include <Messenger.h>
@@ -20,8 +21,6 @@ namespace norvane {
 class Measurement;
 class Operation;
 class OverWin;
-struct OperationSize;
-struct StartedFile;
 
 /// The small window that carries out one file operation, on its own thread, from start to end.
 ///
@@ -42,7 +41,8 @@ public:
     /// Runs the whole operation, tells the handler and asks the window to quit.
     void DoOp();
     /// Carries out `request`: 'DATA' with "refs" is a copy or, by "TypeOfCopy", a move into the
-    /// path; kDeleteRequest and kEmptyRequest delete. Anything else does nothing.
+    /// path, with "Session" an upload; kRemoteEntries is a download; kDeleteRequest and
+    /// kEmptyRequest delete. Anything else does nothing.
     void PerformOp(BMessage* request);
 
     // What the operation reports. Thread: the window's own.
@@ -50,6 +50,7 @@ public:
     void FileStarted(const StartedFile& file);
     void BytesCopied(const char* name, int64 count);
     void BytesDone(int64 count);
+    void Transferring(const TransferStep& step);
     void EntriesVisited(int64 count);
     /// Shows how far it is at once, before something waits for the person.
     void ShowState();
@@ -76,7 +77,9 @@ private:
 
     // What is seen (CopyWinViews.cpp)
     void BuildViews();
-    void ShowTotals(int64 totalBytes, size_t itemCount);
+    void ShowTotals(const OperationSize& size);
+    void PaintFile();
+    void PaintTransfer();
     void PaintIfDue();
     void PaintNow(bigtime_t now);
     void ShowTitle(bigtime_t now);
@@ -108,6 +111,9 @@ private:
     std::string fToName;
     std::string fFileName;
     bool fIsNewFile = false;
+    bool fIsTransfer = false;
+    TransferStep fTransfer;
+    int32 fLastPercent = 0;    // that the bars were told of
     int64 fShownFileBytes = 0; // what the bars stand at
     int64 fShownBytes = 0;
     bigtime_t fNextPaint = 0;

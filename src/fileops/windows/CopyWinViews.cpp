@@ -22,6 +22,7 @@ constexpr bigtime_t kFrame = 1'000'000 / 25;
 constexpr bigtime_t kTitleInterval = 100'000;
 constexpr bigtime_t kAnswersAfterFirstFrame = 200'000;
 constexpr bigtime_t kPatienceBeforeStop = 300'000;
+constexpr float kAllPercent = 100;
 constexpr char kFileLabel[] = "Copying: ";
 constexpr char kFileTrailingLabel[] = " Bytes";
 
@@ -74,12 +75,21 @@ void CopyWin::BuildViews()
     container->AddChild(fOverallBar);
 }
 
-void CopyWin::ShowTotals(int64 totalBytes, size_t itemCount)
+void CopyWin::ShowTotals(const OperationSize& size)
 {
-    fOverallBar->SetMaxValue(static_cast<float>(totalBytes));
-    fOverallBar->SetTrailingText((std::to_string(totalBytes / 1024) + " K").c_str());
-    fOverallBar->SetText(
-        ("Copying " + std::to_string(itemCount) + " files or directories").c_str());
+    using Kind = OperationSize::Kind;
+    const std::string count = std::to_string(size.items);
+    fIsTransfer = size.kind != Kind::kLocal;
+    if (size.kind == Kind::kDownload) {
+        fOverallBar->SetText((count + " Files or Directories").c_str());
+    } else {
+        fOverallBar->SetTrailingText((std::to_string(size.bytes / 1024) + " K").c_str());
+        fOverallBar->SetText(("Copying " + count + " files or directories").c_str());
+    }
+    fOverallBar->SetMaxValue(fIsTransfer ? kAllPercent : static_cast<float>(size.bytes));
+    if (fIsTransfer) {
+        fFileBar->SetMaxValue(kAllPercent);
+    }
     PaintNow(system_time());
 }
 
@@ -102,6 +112,18 @@ void CopyWin::PaintIfDue()
 
 void CopyWin::PaintNow(bigtime_t now)
 {
+    if (fIsTransfer) {
+        PaintTransfer();
+    } else {
+        PaintFile();
+    }
+    ShowTitle(now);
+    UpdateIfNeeded();
+    fNextPaint = now + kFrame;
+}
+
+void CopyWin::PaintFile()
+{
     if (!fFromName.empty()) {
         fFromLine->SetText(ShownPath(fFromFolder, fFromName.c_str()).c_str());
         fToLine->SetText(ShownPath(fToFolder, fToName.c_str()).c_str());
@@ -119,9 +141,25 @@ void CopyWin::PaintNow(bigtime_t now)
     }
     fOverallBar->Update(static_cast<float>(fProgress.DoneBytes() - fShownBytes));
     fShownBytes = fProgress.DoneBytes();
-    ShowTitle(now);
-    UpdateIfNeeded();
-    fNextPaint = now + kFrame;
+}
+
+void CopyWin::PaintTransfer()
+{
+    if (fTransfer.name.empty()) {
+        return; // none has begun
+    }
+    fFromLine->SetText(fTransfer.from.c_str());
+    fToLine->SetText(fTransfer.to.c_str());
+    if (fIsNewFile) {
+        fIsNewFile = false;
+        fLastPercent = 0;
+        fFileBar->Reset(fTransfer.name.c_str());
+    }
+    const auto delta = static_cast<float>(fTransfer.percent - fLastPercent);
+    fLastPercent = fTransfer.percent;
+    fFileBar->Update(delta, nullptr, (std::to_string(fTransfer.bytes) + " Bytes").c_str());
+    const std::string sum = std::to_string(fTransfer.baseBytes + fTransfer.bytes);
+    fOverallBar->Update(delta, sum.c_str());
 }
 
 void CopyWin::ShowTitle(bigtime_t now)

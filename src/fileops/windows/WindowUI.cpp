@@ -36,6 +36,13 @@ void WindowUI::BytesDone(int64 count)
     }
 }
 
+void WindowUI::Transferring(const TransferStep& step)
+{
+    if (fCopyWin != nullptr) {
+        fCopyWin->Transferring(step);
+    }
+}
+
 void WindowUI::EntriesVisited(int64 count)
 {
     if (fCopyWin != nullptr) {
@@ -110,11 +117,16 @@ AttributesAnswer WindowUI::AskAboutAttributes()
     }
 }
 
-void WindowUI::Tell(const std::string&, ItemAlert alert)
+void WindowUI::Tell(const std::string& name, ItemAlert alert)
 {
     ShowState();
+    const std::string text = TextOf(alert, name);
+    if (IsOfUpload(alert)) {
+        StopUnless(MsgBox("Err", text.c_str(), "OK", B_INFO_ALERT));
+        return;
+    }
     const bool isGrave = NoticeOf(alert) == Notice::kStop;
-    StopUnless(MsgBox(TextOf(alert), isGrave ? B_STOP_ALERT : B_INFO_ALERT));
+    StopUnless(MsgBox(text.c_str(), isGrave ? B_STOP_ALERT : B_INFO_ALERT));
 }
 
 void WindowUI::NoteProblem(const std::string&, const std::string&) {}

@@ -20,6 +20,7 @@ public:
     void FileStarted(const StartedFile& file) override;
     void BytesCopied(const char* name, int64 count) override;
     void BytesDone(int64 count) override;
+    void Transferring(const TransferStep& step) override;
     void EntriesVisited(int64 count) override;
     bool CanAsk() const override;
     uint32 StandingAnswer() const override;

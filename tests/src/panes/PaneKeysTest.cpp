@@ -107,6 +107,7 @@ protected:
     }
 
     // KeyTarget
+    bool CancelWork() override { return false; }
     void Trash() override { fAsked += "trash "; }
     void NavigateUp() override { fAsked += "up "; }
     int64 GetSize() override

@@ -26,8 +26,34 @@ TEST(PaneLayoutTest, GivesTheRoomOfHiddenStripsToTheList)
     EXPECT_EQ(layout.listHeight, 600 - 15);
 }
 
+TEST(PaneLayoutTest, OnAServerTheButtonStandsBesideTheHeaderAndTheLogBelowTheList)
+{
+    const PaneLayout layout = LayOutPane(400, 600, {true, true, true});
+    EXPECT_EQ(layout.headerWidth, 300);
+    EXPECT_EQ(layout.buttonPlace, BPoint(301, 0));
+    EXPECT_EQ(layout.buttonWidth, 99);
+    EXPECT_EQ(layout.listHeight, 600 - 14 - 25 - 75);
+    EXPECT_EQ(layout.logPlace, BPoint(0, 600 - 25 - 50));
+    EXPECT_EQ(layout.logWidth, 399);
+    EXPECT_EQ(layout.logHeight, 49);
+    EXPECT_EQ(layout.footerPlace, LayOutPane(400, 600, {true, true}).footerPlace);
+}
+
+TEST(PaneLayoutTest, WithoutAHeaderThereIsNoButton)
+{
+    const PaneLayout layout = LayOutPane(400, 600, {false, true, true});
+    EXPECT_EQ(layout.buttonWidth, 0);
+    EXPECT_EQ(layout.listPlace, BPoint(0, 0));
+}
+
 TEST(PaneLayoutTest, NeverGoesBelowZero)
 {
+    const PaneLayout onServer = LayOutPane(40, 30, {true, true, true});
+    EXPECT_EQ(onServer.headerWidth, 0);
+    EXPECT_EQ(onServer.listHeight, 0);
+    EXPECT_GE(onServer.logHeight, 0);
+    EXPECT_LE(onServer.buttonWidth, 40);
+
     const PaneLayout layout = LayOutPane(-10, 5, {true, true});
     EXPECT_EQ(layout.headerWidth, 0);
     EXPECT_EQ(layout.listWidth, 0);

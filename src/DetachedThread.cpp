@@ -1,4 +1,4 @@
-#include "panes/DetachedThread.h"
+#include "DetachedThread.h"
 
 #include <OS.h>
 
