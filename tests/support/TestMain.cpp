@@ -70,11 +70,27 @@ void SetEnvironment()
     LowerDescriptorLimit();
 }
 
+/// Tests that need what this machine may not have skip themselves. Where all of it is known to be
+/// there NORVANE_NO_SKIPS makes that a failure, so that none is left out unseen.
+class SkipsFail : public testing::EmptyTestEventListener
+{
+public:
+    void OnTestEnd(const testing::TestInfo& test) override
+    {
+        if (test.result()->Skipped()) {
+            ADD_FAILURE() << "skipped, and NORVANE_NO_SKIPS is set";
+        }
+    }
+};
+
 } // namespace
 
 int main(int argumentCount, char** arguments)
 {
     SetEnvironment();
     testing::InitGoogleTest(&argumentCount, arguments);
+    if (std::getenv("NORVANE_NO_SKIPS") != nullptr) {
+        testing::UnitTest::GetInstance()->listeners().Append(new SkipsFail); // adopted
+    }
     return RunBesideMain([] { return RUN_ALL_TESTS(); });
 }

@@ -16,6 +16,7 @@
 #include <Message.h>
 #include <Window.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <mutex>
 #include <optional>
@@ -256,21 +257,13 @@ bool RemoteSource::MayLeave()
 /// A name that is taken, as far as the last listing says.
 bool RemoteSource::HasEntry(const std::string& name) const
 {
-    return ListedEntry(name).has_value();
-}
-
-std::optional<RemoteEntry> RemoteSource::ListedEntry(const std::string& name) const
-{
     if (fListing == nullptr) {
-        return std::nullopt;
+        return false;
     }
     const std::lock_guard lock(fListing->mutex);
-    for (RemoteEntry& entry : ParseListing(fListing->text, fListing->end)) {
-        if (entry.commandName == name) {
-            return std::move(entry);
-        }
-    }
-    return std::nullopt;
+    const std::vector<RemoteEntry> entries = ParseListing(fListing->text, fListing->end);
+    return std::any_of(entries.begin(), entries.end(),
+                       [&name](const RemoteEntry& entry) { return entry.commandName == name; });
 }
 
 FolderWork RemoteSource::MakingFolder() const
@@ -357,17 +350,17 @@ std::unique_ptr<BMessage> RemoteSource::MessageFor(const std::vector<DirListItem
 {
     auto message = std::make_unique<BMessage>(kRemoteEntries);
     AddHost(message.get());
-    bool hasAny = false;
     for (const DirListItem* row : rows) {
         const RemoteEntry entry = EntryOf(*row);
-        if (!entry.commandName.empty()) {
+        if (entry.commandName.empty()) {
+            message->AddString("FtpUnusable", entry.name.c_str());
+        } else {
             message->AddString(entry.IsFolder() ? "FtpDir" : "FtpFile", entry.commandName.c_str());
             AddListed(message.get(), entry);
-            hasAny = true;
         }
     }
     message->AddString("From", HeaderText().c_str());
-    return hasAny ? std::move(message) : nullptr;
+    return message;
 }
 
 DropMeaning RemoteSource::MeaningOf(const BMessage& entries, const DirListItem*) const

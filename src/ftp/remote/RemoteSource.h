@@ -4,7 +4,6 @@
 #include "panes/RowSource.h"
 
 #include <memory>
-#include <optional>
 #include <string>
 
 namespace norvane {
@@ -61,7 +60,6 @@ private:
     void BeginListing();
     void AskForPassword();
     bool HasEntry(const std::string& name) const;
-    std::optional<RemoteEntry> ListedEntry(const std::string& name) const;
     void AddHost(BMessage* request) const;
     OperationRequest UploadOf(const BMessage& entries) const;
 

@@ -24,7 +24,7 @@ std::vector<entry_ref> RefsOf(const RemoteItems& items)
 Download::Download(const RemoteItems& items, TransferHost host, ListedEntries listed,
                    const char* path, OperationUI& ui)
     : Transfer(RefsOf(items), std::move(host), ui), fFileCount(items.files.size()),
-      fListed(std::move(listed)), fTarget(path)
+      fUnusable(items.unusable), fListed(std::move(listed)), fTarget(path)
 {
 }
 
@@ -38,6 +38,9 @@ void Download::Measure()
         size.bytes += std::strtoll(EntryOf(i).size.c_str(), nullptr, 10);
     }
     fDesk.Measured(size);
+    for (const std::string& name : fUnusable) {
+        fDesk.NoteProblem(name, "the server's listing does not show its name whole");
+    }
 }
 
 RemoteEntry Download::EntryOf(size_t index) const

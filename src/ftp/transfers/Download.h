@@ -10,6 +10,7 @@ struct RemoteItems
 {
     std::vector<std::string> files;
     std::vector<std::string> folders;
+    std::vector<std::string> unusable; // shown names: these are only told of
 };
 
 /// Brings files and folders of a server into a folder: files first.
@@ -30,6 +31,7 @@ private:
     RemoteEntry EntryOf(size_t index) const;
 
     const size_t fFileCount;
+    const std::vector<std::string> fUnusable;
     const ListedEntries fListed;
     TargetFolder fTarget;
 };

@@ -14,7 +14,8 @@ namespace norvane {
 // A request to carry entries to a server, or from one, is of these fields. Of both: strings "Host",
 // "User", "Password" and "FtpPath", int32 "Port", bool "Passive" (active mode without), and what
 // AddListed() adds. Of an upload, which is a kLocalEntries: "refs", string "Session". Of a
-// download, which is a kRemoteEntries: strings "FtpFile" and "FtpDir", the names that commands use.
+// download, which is a kRemoteEntries: strings "FtpFile" and "FtpDir", the names that commands
+// use, and "FtpUnusable", the shown names of what was chosen with them and can only be told of.
 
 /// Whom a transfer talks to, and about which folder there.
 struct TransferHost

@@ -44,9 +44,10 @@ std::unique_ptr<Operation> MakeTransfer(const BMessage& request, const char* pat
                                         ui);
     }
     if (request.what == kRemoteEntries) {
-        return std::make_unique<Download>(
-            RemoteItems{TextsOf(request, "FtpFile"), TextsOf(request, "FtpDir")}, HostOf(request),
-            ListedOf(request), path, ui);
+        return std::make_unique<Download>(RemoteItems{TextsOf(request, "FtpFile"),
+                                                      TextsOf(request, "FtpDir"),
+                                                      TextsOf(request, "FtpUnusable")},
+                                          HostOf(request), ListedOf(request), path, ui);
     }
     return nullptr;
 }

@@ -334,6 +334,28 @@ TEST_F(RemotePaneTest, F5BringsWhatIsChosenHere)
     EXPECT_TRUE(WaitForNoWindow("Download"));
 }
 
+TEST_F(RemotePaneTest, ARowThatIsOnlyShownIsToldOfAndTheRestComes)
+{
+    FtpTree::Habits habits;
+    habits.listing = [](const std::string&) -> std::optional<std::string> {
+        return "-rw-r--r--   1 anna     users           3 Jan  1 10:00 a\r\n"
+               "-rw-r--r--   1 anna     users           3 Jan  1 10:00 ../up\r\n";
+    };
+    fServed.SetHabits(habits);
+    Serve();
+    Begin();
+    ASSERT_TRUE(Shows(1, ".. a ../up ")) << Rows(1);
+    Focus(1);
+    Locked([this] { List(1)->Mark(1, 2); });
+    TypeFunctionKey(B_F5_KEY);
+
+    std::string text;
+    ASSERT_TRUE(AnswerAlert("OK", &text));
+    EXPECT_NE(text.find("\t../up: "), std::string::npos) << text;
+    EXPECT_EQ(fTree.Read("one/a"), "aaa");
+    EXPECT_TRUE(WaitForNoWindow("Download"));
+}
+
 TEST_F(RemotePaneTest, F5SendsWhatIsChosenThere)
 {
     fTree.Write("one/sent", "from here");
