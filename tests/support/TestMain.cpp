@@ -7,8 +7,12 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <optional>
 #include <string>
+#include <system_error>
 
 namespace {
 
@@ -22,7 +26,6 @@ void HideThePersonsPrograms(const std::string& home)
     const std::string share = home + "/share";
     mkdir(share.c_str(), 0700);
     for (const char* folder : {"mime", "icons"}) {
-        // Made once, by whichever test is the first.
         [[maybe_unused]] const int status =
             symlink((std::string("/usr/share/") + folder).c_str(), (share + "/" + folder).c_str());
     }
@@ -44,23 +47,44 @@ void LowerDescriptorLimit()
     setenv("FIRST_DESCRIPTOR_LIMIT", std::to_string(limit.rlim_cur).c_str(), 1);
 }
 
+/// A home beside the build for this one process, removed with it: tests run side by side, and what
+/// one writes there no other may see half written.
+class OwnHome
+{
+public:
+    OwnHome()
+    {
+        mkdir(TEST_HOMES, 0700);
+        if (mkdtemp(fPath.data()) == nullptr) {
+            perror(fPath.c_str());
+            std::abort();
+        }
+    }
+    ~OwnHome()
+    {
+        std::error_code ignored; // what a test made unreadable stays in the build's folder
+        std::filesystem::remove_all(fPath, ignored);
+    }
+    OwnHome(const OwnHome&) = delete;
+    OwnHome& operator=(const OwnHome&) = delete;
+    const std::string& Path() const { return fPath; }
+
+private:
+    std::string fPath = TEST_HOMES "/XXXXXX";
+};
+
 /// Headless, with one pinned font and folders for settings and data beside the build, however the
 /// test is started: nobody's own files are read or changed.
-void SetEnvironment()
+void SetEnvironment(const std::string& home)
 {
-    if (std::getenv(kInsideVariable) != nullptr) {
-        return;
-    }
-    const std::string home = TEST_HOME;
     const std::string run = home + "/run";
-    mkdir(home.c_str(), 0700);
     mkdir(run.c_str(), 0700);
     setenv(kInsideVariable, "1", 1);
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
     setenv("HOME", home.c_str(), 1);
     setenv("XDG_CONFIG_HOME", (home + "/config").c_str(), 1);
     setenv("XDG_DATA_HOME", (home + "/data").c_str(), 1);
-    setenv("XDG_CACHE_HOME", (home + "/cache").c_str(), 1);
+    setenv("XDG_CACHE_HOME", TEST_HOMES "/cache", 1); // the fonts', which all may share
     setenv("XDG_STATE_HOME", (home + "/state").c_str(), 1);
     setenv("XDG_RUNTIME_DIR", run.c_str(), 1);
     setenv("FONTCONFIG_FILE", TEST_FONTS, 1);
@@ -87,7 +111,10 @@ public:
 
 int main(int argumentCount, char** arguments)
 {
-    SetEnvironment();
+    std::optional<OwnHome> home;
+    if (std::getenv(kInsideVariable) == nullptr) {
+        SetEnvironment(home.emplace().Path());
+    }
     testing::InitGoogleTest(&argumentCount, arguments);
     if (std::getenv("NORVANE_NO_SKIPS") != nullptr) {
         testing::UnitTest::GetInstance()->listeners().Append(new SkipsFail); // adopted

@@ -35,7 +35,7 @@ class TwoScreens : public ::testing::Environment
 public:
     void SetUp() override
     {
-        const std::string file = std::string(TEST_HOME) + "/two-screens.json";
+        const std::string file = std::string(std::getenv("HOME")) + "/two-screens.json";
         std::ofstream(file) << R"({"screens": [
             {"name": "left", "x": 0, "y": 0, "width": 800, "height": 600,
              "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1},
