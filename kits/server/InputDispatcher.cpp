@@ -155,8 +155,8 @@ void InputDispatcher::Key(int32 native, const QKeyEvent& event)
     routed.code = KeyCode(key);
     routed.isModifier = IsModifierKey(key.key);
     routed.when = static_cast<bigtime_t>(event.timestamp()) * 1000;
-    if (const auto unseen = x11::UnseenRelease(routed.code)) {
-        routed.unseenRelease = bigtime_t{*unseen} * 1000;
+    if (isPress) {
+        routed.isFirst = x11::IsFirstPress(routed.code, static_cast<uint32>(event.timestamp()));
     }
     fSides.Changed(key.scanCode, isPress);
     const uint32 modifiers = fSides.Modifiers(key.modifiers, key.nativeModifiers);

@@ -289,7 +289,7 @@ bool InputRouter::IsRepeat(const KeyEvent& event)
         return false;
     }
     HeldKey& held = found->second;
-    if (event.unseenRelease && held.pressed <= *event.unseenRelease) {
+    if (event.isFirst) {
         fKeys.erase(found);
         return false;
     }
@@ -304,11 +304,9 @@ bool InputRouter::IsRepeat(const KeyEvent& event)
     return false;
 }
 
-InputRouter::KeyTarget InputRouter::RepeatTarget(HeldKey& held, const KeyEvent& event,
-                                                 int32 target) const
+InputRouter::KeyTarget InputRouter::RepeatTarget(HeldKey& held, int32 target) const
 {
     KeyTarget result;
-    held.pressed = event.when;
     if (held.owner == 0 || held.owner != target) {
         // Coming back to its owner later must not make it act again: the person holds it for what
         // he saw.
@@ -332,11 +330,10 @@ InputRouter::KeyTarget InputRouter::KeyPressed(const KeyEvent& event, bigtime_t 
         return result;
     }
     if (IsRepeat(event)) {
-        return RepeatTarget(fKeys[event.code], event, target);
+        return RepeatTarget(fKeys[event.code], target);
     }
     HeldKey held;
     held.owner = target;
-    held.pressed = event.when;
     fKeys[event.code] = held;
     if (target == 0) {
         return result;

@@ -32,8 +32,8 @@ public:
         int32 code = 0;          // the key's position
         bool isModifier = false; // shift and the like own nothing
         bigtime_t when = 0;      // of the press, in microseconds of any one clock
-        // Of the last press of this key whose release nobody saw; by the same clock.
-        std::optional<bigtime_t> unseenRelease = std::nullopt;
+        // The system knows that the key was up before this press, whatever releases came here.
+        bool isFirst = false;
     };
     struct KeyTarget
     {
@@ -142,7 +142,6 @@ private:
     {
         int32 owner = 0;
         int32 repeats = 0;
-        bigtime_t pressed = 0; // or repeated last
         bool isDead =
             false; // a repeat was meant for another window: nothing more until the release
         bigtime_t released = 0; // kTimestamps only: when it was last released, 0 while down
@@ -154,7 +153,7 @@ private:
     int32 KeyTargetOf(int32 native, bigtime_t now) const;
     int32 Successor(int32 window) const;
     bool IsRepeat(const KeyEvent& event);
-    KeyTarget RepeatTarget(HeldKey& held, const KeyEvent& event, int32 target) const;
+    KeyTarget RepeatTarget(HeldKey& held, int32 target) const;
 
     RepeatRule fRule = RepeatRule::kPressWithoutRelease;
     std::map<int32, Window> fWindows; // shown ones; later tokens may have been shown earlier

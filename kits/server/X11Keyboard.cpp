@@ -1,5 +1,7 @@
 #include "X11Keyboard.h"
 
+#include "KeysDown.h"
+
 #include <QAbstractNativeEventFilter>
 #include <QGuiApplication>
 #include <QWindow>
@@ -9,7 +11,6 @@
 #include <xcb/xcb.h>
 
 #include <cstdlib>
-#include <map>
 #include <memory>
 #include <utility>
 
@@ -35,11 +36,7 @@ class KeyboardListener : public QAbstractNativeEventFilter
 public:
     const std::vector<int32>& KeysAtFocus() const { return fKeysAtFocus; }
     uint32 LastTaken() const { return fLastTaken; }
-    std::optional<uint32> UnseenRelease(int32 code) const
-    {
-        const auto found = fUnseen.find(code);
-        return found == fUnseen.end() ? std::nullopt : std::optional<uint32>(found->second);
-    }
+    bool IsFirstPress(int32 code, uint32 time) { return fDown.IsFirst(code, time); }
 
     bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override
     {
@@ -78,9 +75,9 @@ private:
     {
         fLatest = event.time;
         if ((event.response_type & 0x7f) == XCB_KEY_PRESS) {
-            fDown[event.detail] = event.time;
+            fDown.Pressed(event.detail, event.time);
         } else {
-            fDown.erase(event.detail);
+            fDown.Released(event.detail);
         }
     }
 
@@ -98,22 +95,20 @@ private:
             // The first byte of the whole map, of codes that no keyboard has, is not sent.
             if ((event.keys[code / 8 - 1] & (1 << (code % 8))) != 0) {
                 fKeysAtFocus.push_back(code);
-                fDown.try_emplace(code, fLatest);
-                fUnseen.erase(code);
-            } else if (const auto down = fDown.find(code); down != fDown.end()) {
-                fUnseen[code] = down->second;
-                fDown.erase(down);
             }
         }
+        fDown.Found(fKeysAtFocus);
     }
 
     std::vector<int32> fKeysAtFocus;
-    std::map<int32, uint32> fDown;   // by code, with the time of the last press
-    std::map<int32, uint32> fUnseen; // of those released while no window of ours had the focus
-    uint32 fLatest = 0;              // the time of the last event that has one
+    KeysDown fDown;
+    uint32 fLatest = 0; // the time of the last event that has one
     uint32 fLastTaken = 0;
     bool fIsFocus = false; // the event before was that of a focus
 };
+
+// Repeats come without releases between them.
+bool gHasDetectableRepeats = false;
 
 KeyboardListener& Listener()
 {
@@ -132,7 +127,8 @@ bool UseDetectableRepeats()
     int isSupported = 0;
     XkbSetDetectableAutoRepeat(application->display(), 1, &isSupported);
     XFlush(application->display());
-    return isSupported != 0;
+    gHasDetectableRepeats = isSupported != 0;
+    return gHasDetectableRepeats;
 }
 
 void TellKeysAtFocus(QWindow* window)
@@ -165,9 +161,9 @@ std::vector<int32> KeysAtFocus()
     return Listener().KeysAtFocus();
 }
 
-std::optional<uint32> UnseenRelease(int32 code)
+bool IsFirstPress(int32 code, uint32 time)
 {
-    return Listener().UnseenRelease(code);
+    return gHasDetectableRepeats && Listener().IsFirstPress(code, time);
 }
 
 uint32 LastTaken()

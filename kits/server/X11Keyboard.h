@@ -22,10 +22,10 @@ void HearKeyboard();
 /// The scan codes of the keys that were down when a window got the focus last. A key pressed since
 /// is not among them, though the focus may have been noticed only now.
 std::vector<int32> KeysAtFocus();
-/// When the last press of a key was whose release never came: it was released while no window of
-/// ours had the focus. Nothing when the key was found down since. Units: the system's time of
-/// events, in milliseconds.
-std::optional<uint32> UnseenRelease(int32 code);
+/// Whether the key is known to have been up before the press of that time, by every release that
+/// came, also one that reached no window of ours. False, too, where the X server sends releases
+/// between repeats. Units: the system's time of events, in milliseconds.
+bool IsFirstPress(int32 code, uint32 time);
 /// When another program last took the pointer or the keyboard: a window manager does that to move a
 /// window, and shows nothing else of it. Units: as above.
 uint32 LastTaken();
