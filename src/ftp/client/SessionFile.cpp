@@ -22,6 +22,7 @@ namespace {
 // Every look-up reads the file from its start, so no session is looked for in a file of any size.
 constexpr off_t kMostBytes = off_t{64} * 1024;
 constexpr mode_t kOwnerOnly = 0700;
+constexpr mode_t kOwnersFile = 0600;
 constexpr int kHighestPort = 65535;
 constexpr std::size_t kMostDigits = 5;
 
@@ -108,9 +109,17 @@ std::string SessionFile::Path() const
     return std::string(settings.Path()) + "/" + kSettingsFolder + "/" + fFileName;
 }
 
-bool SessionFile::Exists() const
+status_t SessionFile::Create() const
 {
-    return BEntry(Path().c_str(), false).Exists();
+    if (ReasonAgainstName(Name()) != nullptr) {
+        return B_BAD_VALUE;
+    }
+    std::string path;
+    status_t status = GetFolder(&path);
+    BDirectory folder;
+    status = status == B_OK ? folder.SetTo(path.c_str()) : status;
+    BFile file;
+    return status == B_OK ? folder.CreateNewFile(fFileName.c_str(), kOwnersFile, &file) : status;
 }
 
 /// Whether there is a file that can be a session.

@@ -35,13 +35,14 @@ public:
     /// The session's name: that of the file up to its last ".".
     std::string Name() const;
     const std::string& FileName() const { return fFileName; }
-    /// Whether there is anything of that name.
-    bool Exists() const;
-
     /// Reads what the file has; what it has not is empty.
     /// Errors: B_ENTRY_NOT_FOUND; B_BAD_TYPE for what is no file, or too large for a session; those
     /// of reading. `session` stays as it was then.
     [[nodiscard]] status_t Read(FtpSession* session) const;
+    /// Makes the file, empty and its owner's alone, for the first Write().
+    /// Errors: B_FILE_EXISTS when there is anything of that name, B_BAD_VALUE for a name that no
+    /// session can have, those of making it.
+    [[nodiscard]] status_t Create() const;
     /// Writes all of `session` but its name into the file, which is its owner's alone from its
     /// first byte on. Whatever else it holds stays.
     /// Errors: B_BAD_VALUE for a name or a value that cannot be kept (nothing is written then),

@@ -43,6 +43,27 @@ void DoElsewhere(const std::function<void()>& work)
     }
 }
 
+SessionFile FileOf(const FtpSession& session)
+{
+    return SessionFile(SessionFile::FileNameOf(session.name));
+}
+
+/// Only where there is none of this name: the name is taken first, so that of two windows that save
+/// at once one is told.
+status_t WriteNew(const FtpSession& session)
+{
+    const SessionFile file = FileOf(session);
+    status_t status = file.Create();
+    if (status != B_OK) {
+        return status;
+    }
+    status = file.Write(session);
+    if (status != B_OK) {
+        [[maybe_unused]] const status_t removed = file.Remove(); // an empty session is no use
+    }
+    return status;
+}
+
 status_t Watch(const BMessenger& window)
 {
     status_t status = B_ENTRY_NOT_FOUND;
@@ -143,11 +164,11 @@ void ReadSession(const std::string& fileName, const BMessenger& window)
 void SaveSession(const FtpSession& session, Existing existing, const BMessenger& window)
 {
     DoElsewhere([session, existing, window] {
-        const SessionFile file(SessionFile::FileNameOf(session.name));
-        const bool isInTheWay = existing == Existing::kKept && file.Exists();
+        const status_t status =
+            existing == Existing::kKept ? WriteNew(session) : FileOf(session).Write(session);
         BMessage answer(kSessionSaved);
-        answer.AddBool("exists", isInTheWay);
-        answer.AddInt32("status", isInTheWay ? status_t(B_OK) : file.Write(session));
+        answer.AddBool("exists", status == B_FILE_EXISTS);
+        answer.AddInt32("status", status);
         window.SendMessage(&answer);
     });
 }

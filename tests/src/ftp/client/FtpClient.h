@@ -4,6 +4,9 @@
 
 #include "ftp/client/clsFTP.h"
 
+#include <gtest/gtest.h>
+
+#include <cstdlib>
 #include <functional>
 #include <string>
 #include <vector>
@@ -28,6 +31,16 @@ public:
     }
 
     int LogIn() { return ftp.Connect("anna", "secret", nullptr); }
+
+    /// What a listing holds; "(null)" when there is none.
+    std::string Listing(const char* path = nullptr)
+    {
+        char* listing = nullptr;
+        EXPECT_EQ(ftp.List(path, &listing, true), 0);
+        const std::string text = listing != nullptr ? listing : "(null)";
+        std::free(listing);
+        return text;
+    }
 
     /// Lines that were told, a carriage return shown as "\r" is, each with a line feed.
     std::string log;

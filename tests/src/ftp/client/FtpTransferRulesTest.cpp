@@ -18,16 +18,6 @@ using namespace ftp_script;
 
 constexpr size_t kBlock = 8192;
 
-/// Lists, and frees what comes; "(null)" for no listing.
-std::string Listing(FtpClient& client, const char* path = nullptr)
-{
-    char* listing = nullptr;
-    EXPECT_EQ(client.ftp.List(path, &listing, true), 0);
-    const std::string text = listing != nullptr ? listing : "(null)";
-    std::free(listing);
-    return text;
-}
-
 int Get(FtpClient& client, const char* name, std::string* got)
 {
     char* data = nullptr;
@@ -82,10 +72,10 @@ TEST_F(FtpTransferRulesTest, SendsTheTypeOnlyWhenItChanges)
 {
     fClient.ftp.UploadBuffer("x", 1, "x", true, true);
     fClient.ftp.UploadBuffer("y", 1, "y", true, false);
-    Listing(fClient);
+    fClient.Listing();
     fClient.ftp.UploadBuffer("z", 1, "z", true, true);
     fClient.ftp.UploadBuffer("z", 1, "z", false, true);
-    Listing(fClient);
+    fClient.Listing();
 
     EXPECT_EQ(Commands(),
               "TYPE I\nSTOR x\nSTOR y\nTYPE A\nLIST\nTYPE I\nSTOR z\nTYPE A\nSTOR z\nLIST\n");
@@ -93,9 +83,9 @@ TEST_F(FtpTransferRulesTest, SendsTheTypeOnlyWhenItChanges)
 
 TEST_F(FtpTransferRulesTest, SendsTheTypeAgainAfterAnotherLogin)
 {
-    Listing(fClient);
+    fClient.Listing();
     EXPECT_EQ(fClient.LogIn(), 0);
-    Listing(fClient);
+    fClient.Listing();
 
     EXPECT_EQ(Commands(), "TYPE A\nLIST\nTYPE A\nLIST\n");
 }
@@ -113,7 +103,7 @@ TEST_F(FtpTransferRulesTest, KeepsTheTypeThatWasNotTaken)
 
 TEST_F(FtpTransferRulesTest, PreparesThenSetsTheTypeThenNamesThePassivePort)
 {
-    Listing(fClient);
+    fClient.Listing();
     fClient.ftp.UploadBuffer("x", 1, "x", true, false);
 
     const std::vector<std::string> commands = fServer.Commands();
@@ -121,77 +111,6 @@ TEST_F(FtpTransferRulesTest, PreparesThenSetsTheTypeThenNamesThePassivePort)
     EXPECT_EQ(commands[2] + commands[3] + commands[4], "TYPE APASVLIST");
     EXPECT_EQ(commands[5].substr(0, 15), "PORT 127,0,0,1,");
     EXPECT_EQ(commands[6] + commands[7], "TYPE ISTOR x");
-}
-
-TEST_F(FtpTransferRulesTest, ListsAPath)
-{
-    fFiles.AddFile("/in here/b", "bread");
-
-    EXPECT_NE(Listing(fClient, "/in here").find(" b\r"), std::string::npos);
-}
-
-struct ListCase
-{
-    const char* name;
-    std::string sent;
-    std::string listed;
-    bool hasLineFeed;
-};
-
-class FtpListTest : public testing::TestWithParam<ListCase>
-{
-};
-
-TEST_P(FtpListTest, CutsTheLastCharacter)
-{
-    FtpTree files;
-    FtpTree::Habits habits;
-    habits.listing = [](const std::string&) {
-        return GetParam().sent;
-    };
-    files.SetHabits(habits);
-    FtpServer server(files.Handler());
-    FtpClient client(server);
-    ASSERT_EQ(client.LogIn(), 0);
-
-    EXPECT_EQ(Listing(client), GetParam().listed);
-
-    EXPECT_EQ(client.ftp.ListingHasLineFeed(), GetParam().hasLineFeed);
-    EXPECT_EQ(client.ftp.BytesMoved(), static_cast<int64>(GetParam().sent.size()));
-    const std::string count =
-        "Read " + std::to_string(GetParam().sent.size()) + " bytes from server.\n";
-    EXPECT_NE(client.log.find(count), std::string::npos) << client.log;
-}
-
-const ListCase kListCases[] = {
-    {"TwoLines", "a\r\nb\r\n", "a\r\nb\r", true},
-    {"OneLine", "a\r\n", "a\r", true},
-    {"OneLineFeed", "\n", "", true},
-    {"NoLineFeed", "ab", "a", false},
-    {"OneByte", "a", "", false},
-    {"Nothing", "", "(null)", false},
-};
-
-INSTANTIATE_TEST_SUITE_P(Listings, FtpListTest, testing::ValuesIn(kListCases),
-                         [](const auto& one) { return std::string(one.param.name); });
-
-TEST_F(FtpTransferRulesTest, ListsAMillionLines)
-{
-    const std::string line = "-rw-r--r-- 1 anna users 12 Jan 5 12:34 file\r\n";
-    std::string lines;
-    for (int i = 0; i < 1'000'000; i++) {
-        lines += line;
-    }
-    FtpTree::Habits habits;
-    habits.listing = [&lines](const std::string&) {
-        return lines;
-    };
-    fFiles.SetHabits(habits);
-
-    const std::string listed = Listing(fClient);
-
-    lines.pop_back();
-    EXPECT_TRUE(listed == lines);
 }
 
 TEST_F(FtpTransferRulesTest, TellsAnUploadInBlocks)

@@ -45,6 +45,28 @@ protected:
     }
 };
 
+TEST_F(SessionFileTest, CreatesItOnceForItsOwnerAlone)
+{
+    ASSERT_EQ(SessionFile("home.ftp").Create(), B_OK);
+    EXPECT_EQ(ModeOf(PathOf("home.ftp")), mode_t(0600));
+    EXPECT_EQ(SessionFile("home.ftp").Create(), B_FILE_EXISTS);
+    EXPECT_EQ(SessionFile("in/side.ftp").Create(), B_BAD_VALUE);
+
+    ASSERT_EQ(SessionFile("home.ftp").Write(Home()), B_OK);
+    FtpSession read;
+    ASSERT_EQ(SessionFile("home.ftp").Read(&read), B_OK);
+    EXPECT_EQ(read.host, "ftp.example.org");
+}
+
+TEST_F(SessionFileTest, LinkThatLeadsNowhereIsInTheWay)
+{
+    ASSERT_EQ(SessionFile("home.ftp").Create(), B_OK);
+    ASSERT_EQ(unlink(PathOf("home.ftp").c_str()), 0);
+    ASSERT_EQ(symlink("nowhere", PathOf("home.ftp").c_str()), 0);
+
+    EXPECT_EQ(SessionFile("home.ftp").Create(), B_FILE_EXISTS);
+}
+
 TEST_F(SessionFileTest, ReadsWhatItWrote)
 {
     FtpSession written = Home();
@@ -177,7 +199,7 @@ TEST_F(SessionFileTest, AMissingFileIsTold)
     EXPECT_EQ(SessionFile("home.ftp").Read(&session), B_ENTRY_NOT_FOUND);
 
     EXPECT_EQ(session.host, "untouched");
-    EXPECT_FALSE(SessionFile("home.ftp").Exists());
+    EXPECT_EQ(access(PathOf("home.ftp").c_str(), F_OK), -1);
 }
 
 TEST_F(SessionFileTest, WhatIsNoSessionIsNotRead)
@@ -311,7 +333,7 @@ TEST_F(SessionFileTest, TellsWhichValueCannotBeKept)
             EXPECT_EQ(SessionFile("home.ftp").Write(session), B_BAD_VALUE);
         }
     }
-    EXPECT_FALSE(SessionFile("home.ftp").Exists());
+    EXPECT_EQ(access(PathOf("home.ftp").c_str(), F_OK), -1);
 }
 
 TEST_F(SessionFileTest, KeepsTheLongestValueWhole)
