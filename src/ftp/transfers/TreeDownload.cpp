@@ -18,105 +18,89 @@ constexpr mode_t kNewFolderMode = 0777; // less the umask
 } // namespace
 
 TreeDownload::TreeDownload(const DownloadContext& context, const CopyPlace& target)
-    : fDownload(context), fContext(context.operation), fUI(context.operation.ui),
-      fServer(context.server), fTop(target), fTargets(target.folder), fPath(target.path)
+    : TreeTransfer(context.server, context.operation.ui, target.folder, target.path, "arrived"),
+      fDownload(context), fContext(context.operation), fTop(target)
 {
 }
 
 bool TreeDownload::Run(const RemoteEntry& top)
 {
-    Enter(top, fTop);
-    while (!fLevels.empty()) {
-        const Level& level = fLevels.back();
-        if (level.next < level.folders.size() && fServer.IsUsable() && !fUI.IsStopped()) {
-            EnterNext();
-        } else {
-            Leave();
-        }
-    }
-    return fIsWhole && !fUI.IsStopped();
+    return Walk({top.commandName});
 }
 
-void TreeDownload::EnterNext()
+CopyPlace TreeDownload::PlaceIn(BDirectory& folder) const
 {
-    Level& level = fLevels.back();
-    const RemoteEntry entry = std::move(level.folders[level.next++]);
-    const Folder here = fTargets.Here();
-    if (here == nullptr) {
-        Fail(entry.name, "the folder that it lies in is out of reach");
+    return Depth() == 0
+               ? fTop
+               : CopyPlace{folder, Path(), Current().node, Current().isNew, fTop.hasStableNodes};
+}
+
+void TreeDownload::Enter(const Branch& branch, BDirectory& parent)
+{
+    if (!IsLocalName(branch.name)) {
+        Fail(branch.name, "it cannot have this name here");
         return;
     }
-    Enter(entry, {*here, fPath, level.target, level.isNew, fTop.hasStableNodes});
-}
-
-/// Goes into the folder on both sides, and brings its files. False when it is left alone.
-bool TreeDownload::Enter(const RemoteEntry& entry, const CopyPlace& target)
-{
-    const std::string& name = entry.commandName;
-    if (!IsLocalName(name)) {
-        return Fail(entry.name, "it cannot have this name here");
-    }
-    if (fLevels.size() >= kMostDepth) {
-        return Fail(name, "folders lie in each other deeper than they can be followed");
+    if (Depth() >= kMostDepth) {
+        Fail(branch.name, "folders lie in each other deeper than they can be followed");
+        return;
     }
     const std::string above = fServer.Path();
-    const std::string refusal = fServer.Enter(name);
+    const std::string refusal = fServer.Enter(branch.name);
     if (!refusal.empty()) {
-        return Fail(name, refusal);
+        Fail(branch.name, refusal);
+        return;
     }
-    bool isNew = false;
-    const Folder folder = OpenTarget(target, name, &isNew);
-    struct stat record;
-    if (folder == nullptr || folder->GetStat(&record) != B_OK) {
+    Branch entered = branch;
+    const Folder folder = OpenTarget(PlaceIn(parent), &entered);
+    if (folder == nullptr) {
         fServer.Leave(above);
-        return false;
+        return;
     }
-    const node_ref node = NodeOf(record);
-    fLevels.push_back({name, above, fPath.size(), node, isNew, {}});
-    fTargets.Enter(folder, name, node);
-    fPath = ShownPath(fPath, name.c_str());
+    Entered(folder, entered, above);
     ReceiveContents();
-    return true;
 }
 
 /// Makes the folder, or opens the one that is there itself: nothing is written through a link.
-TreeDownload::Folder TreeDownload::OpenTarget(const CopyPlace& target, const std::string& name,
-                                              bool* isNew)
+TreeDownload::Folder TreeDownload::OpenTarget(const CopyPlace& target, Branch* branch)
 {
+    const char* name = branch->name.c_str();
     auto folder = std::make_shared<BDirectory>();
-    status_t status = target.folder.CreateNewDirectory(name.c_str(), kNewFolderMode, folder.get());
-    *isNew = status == B_OK;
+    status_t status = target.folder.CreateNewDirectory(name, kNewFolderMode, folder.get());
+    branch->isNew = status == B_OK;
     if (status == B_FILE_EXISTS) {
-        status = folder->SetToChild(target.folder, name.c_str());
+        status = folder->SetToChild(target.folder, name);
     }
     struct stat record;
     if (status == B_OK) {
         status = folder->GetStat(&record);
     }
     if (status != B_OK) {
-        TellOpenFailed(name, status);
+        TellOpenFailed(branch->name, status);
         return nullptr;
     }
-    const node_ref node = NodeOf(record);
-    if (!*isNew && (fContext.made.Has(node) || fContext.made.HasName(target.path, name.c_str()))) {
-        Fail(name, "another item of this operation has its name");
+    branch->node = NodeOf(record);
+    const bool isOwn = fContext.made.Has(branch->node) || fContext.made.HasName(target.path, name);
+    if (!branch->isNew && isOwn) {
+        Fail(branch->name, "another item of this operation has its name");
         return nullptr;
     }
-    if (*isNew) {
-        fContext.made.Add(node);
+    if (branch->isNew) {
+        fContext.made.Add(branch->node);
         if (!target.hasStableNodes) {
-            fContext.made.AddName(target.path, name.c_str());
+            fContext.made.AddName(target.path, name);
         }
     }
-    if (*isNew && !target.isNew) {
-        fContext.journal.Note(fDownload.item, {Change::Kind::kMade, target.node, name, node});
+    if (branch->isNew && !target.isNew) {
+        fContext.journal.Note(fDownload.item,
+                              {Change::Kind::kMade, target.node, branch->name, branch->node});
     }
     return folder;
 }
 
 void TreeDownload::TellOpenFailed(const std::string& name, status_t status)
 {
-    fIsWhole = false;
+    NotWhole();
     switch (status) {
     case B_BAD_VALUE:
         fUI.Tell(name, ItemAlert::kIllegalPath);
@@ -137,49 +121,27 @@ void TreeDownload::ReceiveContents()
     std::vector<RemoteEntry> entries;
     const std::string refusal = fServer.List(&entries);
     if (!refusal.empty()) {
-        Fail(fLevels.back().name, refusal);
+        Fail(Current().name, refusal);
         return;
     }
-    const Folder here = fTargets.Here();
-    const CopyPlace place{*here, fPath, fLevels.back().target, fLevels.back().isNew,
-                          fTop.hasStableNodes};
-    for (RemoteEntry& entry : entries) {
+    const Folder here = Here();
+    const CopyPlace place = PlaceIn(*here);
+    for (const RemoteEntry& entry : entries) {
         if (fUI.IsStopped()) {
             return;
         }
         if (!fServer.IsUsable()) {
-            Fail(fLevels.back().name, "not all that is in it arrived: " + fServer.LostBecause());
+            FailRest();
             return;
         }
         if (entry.commandName.empty()) {
             Fail(entry.name, "the server's listing does not show its name whole");
         } else if (entry.IsFolder()) {
-            fLevels.back().folders.push_back(std::move(entry));
+            HaveWait({entry.commandName});
         } else if (!FileDownload(fDownload, place).Run(entry)) {
-            fIsWhole = false;
+            NotWhole();
         }
     }
-}
-
-void TreeDownload::Leave()
-{
-    const Level level = std::move(fLevels.back());
-    fLevels.pop_back();
-    if (level.next < level.folders.size() && !fUI.IsStopped()) {
-        Fail(level.name, "not all that is in it arrived: " + fServer.LostBecause());
-    }
-    fTargets.Leave();
-    fPath.resize(level.pathBytes);
-    fServer.Leave(level.above);
-}
-
-bool TreeDownload::Fail(const std::string& name, const std::string& reason)
-{
-    fIsWhole = false;
-    if (!fUI.IsStopped()) {
-        fUI.NoteProblem(name, reason);
-    }
-    return false;
 }
 
 } // namespace norvane

@@ -12,80 +12,56 @@
 namespace norvane {
 
 TreeUpload::TreeUpload(const UploadContext& context, const LocalFolder& source)
-    : fUpload(context), fUI(context.ui), fServer(context.server), fTop(source),
-      fSources(source.folder), fPath(source.path)
+    : TreeTransfer(context.server, context.ui, source.folder, source.path, "was sent"),
+      fUpload(context)
 {
 }
 
 bool TreeUpload::Run(const std::string& name, const struct stat& record)
 {
-    Enter({name, record}, fTop.folder);
-    while (!fLevels.empty()) {
-        const Level& level = fLevels.back();
-        if (level.next < level.folders.size() && fServer.IsUsable() && !fUI.IsStopped()) {
-            EnterNext();
-        } else {
-            Leave();
-        }
-    }
-    return fIsWhole && !fUI.IsStopped();
+    return Walk({name, NodeOf(record)});
 }
 
-void TreeUpload::EnterNext()
+void TreeUpload::Enter(const Branch& branch, BDirectory& parent)
 {
-    Level& level = fLevels.back();
-    const Child child = std::move(level.folders[level.next++]);
-    const Folder here = fSources.Here();
-    if (here == nullptr) {
-        Fail(child.name, "the folder that it lies in is out of reach");
-        return;
-    }
-    Enter(child, *here);
-}
-
-/// Goes into the folder on both sides, and sends its files; or leaves it alone, told.
-void TreeUpload::Enter(const Child& child, BDirectory& parent)
-{
-    const Folder folder = Open(child, parent);
+    const Folder folder = Open(branch, parent);
     if (folder == nullptr) {
         return;
     }
     const std::string above = fServer.Path();
     ListedEntries listed;
-    if (!fUpload.Claim(child.name)) {
-        fIsWhole = false;
+    if (!fUpload.Claim(branch.name)) {
+        NotWhole();
         return;
     }
-    if (!EnterOnServer(child.name, &listed)) {
+    if (!EnterOnServer(branch.name, &listed)) {
         return;
     }
-    fLevels.push_back({child.name, above, fPath.size(), {}});
-    fSources.Enter(folder, child.name, NodeOf(child.record));
-    fPath = ShownPath(fPath, child.name.c_str());
+    Entered(folder, branch, above);
     SendContents(*folder, listed);
 }
 
 /// The local folder; null, and told, when it is not what it was.
-TreeUpload::Folder TreeUpload::Open(const Child& child, BDirectory& parent)
+TreeUpload::Folder TreeUpload::Open(const Branch& branch, BDirectory& parent)
 {
     auto folder = std::make_shared<BDirectory>();
-    const status_t status = folder->SetToChild(parent, child.name.c_str());
+    const status_t status = folder->SetToChild(parent, branch.name.c_str());
     struct stat record;
     if (status == B_ENTRY_NOT_FOUND || status == B_NOT_A_DIRECTORY) {
-        fIsWhole = false;
-        fUI.Tell(ShownPath(fPath, child.name.c_str()), ItemAlert::kNoSuchFolder);
+        NotWhole();
+        fUI.Tell(ShownPath(Path(), branch.name.c_str()), ItemAlert::kNoSuchFolder);
         return nullptr;
     }
     if (status != B_OK) {
-        Fail(child.name, ReasonFor(status));
+        Fail(branch.name, ReasonFor(status));
         return nullptr;
     }
-    if (folder->GetStat(&record) != B_OK || NodeOf(record) != NodeOf(child.record)) {
-        Fail(child.name, "another folder took its place");
+    if (folder->GetStat(&record) != B_OK || NodeOf(record) != branch.node) {
+        Fail(branch.name, "another folder took its place");
         return nullptr;
     }
     if (is_kernel_volume(*folder)) {
-        Fail(child.name, "it belongs to the system, not to a volume");
+        Fail(branch.name, "it belongs to the system, not to a volume");
         return nullptr;
     }
     return folder;
@@ -128,36 +104,38 @@ void TreeUpload::SendContents(BDirectory& folder, const ListedEntries& listed)
             return;
         }
         if (!fServer.IsUsable()) {
-            Fail(fLevels.back().name, "not all that is in it was sent: " + fServer.LostBecause());
+            FailRest();
             return;
         }
-        Child child{name, {}};
-        const status_t found = folder.GetStatFor(name, &child.record);
+        const std::string child = name;
+        struct stat record;
+        const status_t found = folder.GetStatFor(child.c_str(), &record);
         if (found == B_OK) {
-            SendChild(folder, child, listed);
+            SendChild(folder, child, record, listed);
         } else {
-            Fail(child.name, ReasonFor(found));
+            Fail(child, ReasonFor(found));
         }
     }
     if (status != B_ENTRY_NOT_FOUND) {
-        TellListFailed(fLevels.back().name, status);
+        TellListFailed(Current().name, status);
     }
 }
 
-void TreeUpload::SendChild(BDirectory& folder, const Child& child, const ListedEntries& listed)
+void TreeUpload::SendChild(BDirectory& folder, const std::string& name, const struct stat& record,
+                           const ListedEntries& listed)
 {
-    if (S_ISDIR(child.record.st_mode)) {
-        fLevels.back().folders.push_back(child);
-    } else if (!S_ISREG(child.record.st_mode)) {
-        Fail(child.name, "it is neither a file nor a folder");
-    } else if (!FileUpload(fUpload).Run({folder, fPath}, child.name, listed)) {
-        fIsWhole = false;
+    if (S_ISDIR(record.st_mode)) {
+        HaveWait({name, NodeOf(record)});
+    } else if (!S_ISREG(record.st_mode)) {
+        Fail(name, "it is neither a file nor a folder");
+    } else if (!FileUpload(fUpload).Run({folder, Path()}, name, listed)) {
+        NotWhole();
     }
 }
 
 void TreeUpload::TellListFailed(const std::string& name, status_t status)
 {
-    fIsWhole = false;
+    NotWhole();
     switch (status) {
     case B_NO_MEMORY:
         fUI.Tell(name, ItemAlert::kNoMemoryToList);
@@ -179,26 +157,6 @@ void TreeUpload::TellListFailed(const std::string& name, status_t status)
         break;
     default:
         fUI.NoteProblem(name, ReasonFor(status));
-    }
-}
-
-void TreeUpload::Leave()
-{
-    const Level level = std::move(fLevels.back());
-    fLevels.pop_back();
-    if (level.next < level.folders.size() && !fUI.IsStopped()) {
-        Fail(level.name, "not all that is in it was sent: " + fServer.LostBecause());
-    }
-    fSources.Leave();
-    fPath.resize(level.pathBytes);
-    fServer.Leave(level.above);
-}
-
-void TreeUpload::Fail(const std::string& name, const std::string& reason)
-{
-    fIsWhole = false;
-    if (!fUI.IsStopped()) {
-        fUI.NoteProblem(name, reason);
     }
 }
 
