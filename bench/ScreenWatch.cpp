@@ -86,6 +86,13 @@ bool ScreenWatch::NextChange(double untilMs)
     }
 }
 
+void ScreenWatch::WatchOnly(Window window)
+{
+    XDamageDestroy(fDisplay, fDamage);
+    fDamage = XDamageCreate(fDisplay, window, XDamageReportRawRectangles);
+    Drain();
+}
+
 void ScreenWatch::Drain()
 {
     XSync(fDisplay, False);

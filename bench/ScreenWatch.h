@@ -23,6 +23,9 @@ public:
 
     static double Now();
 
+    /// From now on only what is painted into this window counts as a change.
+    void WatchOnly(Window window);
+
     /// When the screen changes next; -1 when it does not within `limitMs`.
     double FirstChange(double limitMs);
     /// When the screen changed last, once it has been still for `quietMs`; -1 when it never changed
@@ -39,6 +42,7 @@ public:
     /// moments.
     Window WaitForWindow(const std::string& title, double limitMs,
                          const std::function<bool()>& isTooLate);
+    bool IsShown(Window window);
     /// Waits until the window is unmapped or gone, costing nothing meanwhile; false when it is
     /// there after `limitMs`.
     bool WaitForEnd(Window window, double limitMs);
@@ -46,7 +50,6 @@ public:
 private:
     bool NextChange(double untilMs);
     Window FindWindow(Window parent, const std::string& title);
-    bool IsShown(Window window);
 
     Display* fDisplay;
     Damage fDamage = 0;

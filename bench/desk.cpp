@@ -7,6 +7,10 @@
 //   desk keys NAME COUNT      from a key press to the first frame that answers it, COUNT times: the
 //   50th,
 //                             99th and 100th of a hundred
+//   desk keys-beside NAME COUNT WINDOW OTHER
+//                             from a key press to the first frame of WINDOW after it, up to COUNT
+//                             times while the window OTHER is there: as above; and how often OTHER
+//                             was painted in the busiest second of that time
 //   desk files FOLDER COUNT   from the making of a file there to the first frame that shows it,
 //   COUNT
 //                             times: the 50th, 99th and 100th of a hundred
@@ -29,6 +33,7 @@
 #include <future>
 #include <poll.h>
 #include <sys/inotify.h>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -102,6 +107,91 @@ int Keys(ScreenWatch& screen, const char* name, int count)
             screen.LastChange(60, 2000); // the footer follows a frame later
         }
     }
+    return Print(std::move(times));
+}
+
+/// Notes when a window is painted, until it is let go.
+class Paintings
+{
+public:
+    explicit Paintings(Window window)
+    {
+        fThread = std::thread([this, window] {
+            ScreenWatch screen;
+            screen.WatchOnly(window);
+            while (!fIsOver) {
+                const double when = screen.FirstChange(100);
+                // Rectangles of one frame come together.
+                if (when >= 0 && (fTimes.empty() || when - fTimes.back() > kFrameMs)) {
+                    fTimes.push_back(when);
+                }
+            }
+        });
+    }
+    ~Paintings() { End(); }
+    Paintings(const Paintings&) = delete;
+    Paintings& operator=(const Paintings&) = delete;
+
+    /// How many there were in the busiest second.
+    size_t MostInASecond()
+    {
+        End();
+        size_t most = 0;
+        size_t first = 0;
+        for (size_t last = 0; last < fTimes.size(); last++) {
+            while (fTimes[last] - fTimes[first] > 1000) {
+                first++;
+            }
+            most = std::max(most, last - first + 1);
+        }
+        return most;
+    }
+
+private:
+    void End()
+    {
+        fIsOver = true;
+        if (fThread.joinable()) {
+            fThread.join();
+        }
+    }
+
+    static constexpr double kFrameMs = 3;
+    std::atomic<bool> fIsOver = false;
+    std::vector<double> fTimes; // the thread's until it has ended
+    std::thread fThread;
+};
+
+int KeysBeside(ScreenWatch& screen, char** arguments)
+{
+    const char* name = arguments[0];
+    const int count = std::atoi(arguments[1]);
+    const auto never = [] {
+        return false;
+    };
+    const Window window = screen.WaitForWindow(arguments[2], kWindowMs, never);
+    const Window other = screen.WaitForWindow(arguments[3], kWindowMs, never);
+    if (window == None || other == None) {
+        return Fail("no such window");
+    }
+    screen.WatchOnly(window);
+    Paintings paintings(other);
+    std::vector<double> times;
+    for (int i = 0; i < count && screen.IsShown(other); i++) {
+        screen.Drain();
+        const double begin = ScreenWatch::Now();
+        if (!screen.Press(name)) {
+            return Fail("no such key");
+        }
+        const double end = screen.FirstChange(2000);
+        if (end < 0) {
+            return Fail("a key was not answered");
+        }
+        times.push_back(end - begin);
+        screen.LastChange(40, 2000);
+    }
+    const size_t painted = paintings.MostInASecond();
+    std::printf("%zu ", painted);
     return Print(std::move(times));
 }
 
@@ -237,6 +327,9 @@ int main(int argc, char** argv)
     if (argc == 4 && std::strcmp(argv[1], "keys") == 0) {
         return Keys(screen, argv[2], std::atoi(argv[3]));
     }
+    if (argc == 6 && std::strcmp(argv[1], "keys-beside") == 0) {
+        return KeysBeside(screen, argv + 2);
+    }
     if (argc == 4 && std::strcmp(argv[1], "files") == 0) {
         return Files(screen, argv[2], std::atoi(argv[3]));
     }
@@ -246,6 +339,7 @@ int main(int argc, char** argv)
     if ((argc == 4 || argc == 5) && std::strcmp(argv[1], "operation") == 0) {
         return Operation(screen, argv[2], argv[3], argc == 5 ? argv[4] : nullptr);
     }
-    return Fail("start COMMAND... | key NAME [QUIET] | keys NAME COUNT | "
+    return Fail("start COMMAND... | key NAME [QUIET] | keys NAME COUNT | keys-beside NAME COUNT "
+                "WINDOW OTHER | "
                 "files|creations FOLDER COUNT | operation NAME TITLE [FOLDER]");
 }

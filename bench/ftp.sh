@@ -28,6 +28,7 @@ measure_ftp() {
     ftp_folder=$folder
     measure_ftp_file
     measure_ftp_tree
+    measure_beside_transfer
     end_server
     rm -rf "$folder"
 }
@@ -84,4 +85,42 @@ measure_ftp_tree() {
     compare_speeds "download 2,000 small files, ms" down "lftp mirror" lftp_down "speed >= 1"
     compare_speeds "upload them, ms" up "lftp mirror -R" lftp_up "speed >= 1"
     rm -rf "$from" "$to"
+}
+
+# Keys while a file comes, and while one goes, as fast as they can; the file has no blocks of its own.
+measure_beside_transfer() {
+    local from=$ftp_folder/from to=$ftp_folder/to
+    mkdir "$from" "$to"
+    fill "$from" 1000
+    fill "$home" 1000
+    truncate -s 8G "$home/0-big"
+    printf 'Host=127.0.0.1\nPort=%s\nUser=anonymous\nPass=%s\nPassive=1\n' "$port" "$password" \
+        >"$XDG_CONFIG_HOME/Norvane/bench.ftp"
+    measure_beside "a download" Download 2 "$to"
+    rm -f "$to"/0-big "$home/0-big"
+    truncate -s 8G "$from/0-big"
+    measure_beside "an upload" Upload 1 "$from"
+    rm -rf "$from" "$to" "${home:?}"/* "$XDG_CONFIG_HOME/Norvane/bench.ftp"
+}
+
+# measure_beside JOB TITLE PANE LOCAL: the local folder is in the left pane, the server in the right one; the file is in
+# the pane of that number, and so are the keys: nothing else changes there
+measure_beside() {
+    local measured
+    settings "$4" "$4"
+    start_and_measure "$norvane"
+    key ctrl+2 ctrl+f
+    wait_for 5 window_shown "Ftp Sessions"
+    sleep 0.5
+    key Down Return
+    sleep 3
+    key "ctrl+$3" 0 F5
+    if wait_for 5 window_shown "$2" && measured=$("$tools/desk" keys-beside Down 200 Norvane "$2"); then
+        row "Down beside $1, ms: 50, 99, 100th" "$(cut -d' ' -f2 <<<"$measured")" "" "" \
+            "$(cut -d' ' -f3,4 <<<"$measured")" "" "" "99th <= 16, <= 50"
+        row "paintings of its progress in a second" "$(cut -d' ' -f1 <<<"$measured")" "" "" "" "" "" "<= 61"
+    else
+        echo "nothing was measured beside $1" >&2
+    fi
+    end_program
 }

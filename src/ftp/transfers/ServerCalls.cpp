@@ -101,7 +101,7 @@ void ServerCalls::TellProgress(const Progress& progress)
 bool ServerCalls::HasThread()
 {
     if (fThread == 0) {
-        fThread = spawn_thread(&ThreadEntry, "server calls", B_NORMAL_PRIORITY, this);
+        fThread = spawn_thread(&ThreadEntry, "server calls", B_LOW_PRIORITY, this);
         const status_t status = fThread < B_OK ? fThread : resume_thread(fThread);
         if (status != B_OK) {
             fThread = status;
