@@ -82,7 +82,7 @@ key Escape
 idle GoTo
 no_rows_shown || fail "$what: it is shown though it has not ended"
 ! has_left || fail "$what: it was given up"
-ends 5
+ends 10
 expect "$what: the server was not left" has_left
 same_trees "$base/original" "$served" || fail "$what: changed on the server"
 
@@ -97,7 +97,7 @@ dismiss "Sir?" # it is not empty
 files_left() { find "$served/pub/doomed" -type f | wc -l; }
 under_way() { [ "$(files_left)" -lt $((count - 2)) ]; }
 expect "$what: it does not begin" under_way
-ends 5
+ends 10
 expect "$what: the server was not left" has_left
 left_over=$(files_left)
 [ "$left_over" -gt 5 ] || fail "$what: it went on to its end: $left_over files are left"

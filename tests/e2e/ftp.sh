@@ -231,6 +231,9 @@ serve 300000
 key ctrl+shift+f
 connect
 expect "the file does not come again" fetching
+# The window that tells of it may be just coming, and keys with it to nobody.
+expect "the download is not told of" window_shown Download
+reading_time
 key ctrl+q
 wait_for 20 program_ended || fail "the program does not end after its download"
 wait "$program_pid" || fail "the program ended with status $?"
