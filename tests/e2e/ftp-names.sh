@@ -4,6 +4,7 @@
 . "$(dirname "$0")/lib.sh"
 . "$(dirname "$0")/ftp_lib.sh"
 
+# shellcheck disable=SC2016 # the signs of a shell are meant as they are
 names=(' both ends ' 'in  side' "it's" '"quoted" twice ""' '%41%s%n%' '-dash' '~tilde' '~' '*?[a]' 'a;b&c|d$e`f' 'back\slash'
     'Grüße – 日本 🙂' $'e\u0301 apart' $'no \xff\xfe utf' ' ' '...' '-> arrow' '12:00 x')
 folders=(' a folder ' '~home' '-rf' '"' '%20' 'Ünï' $'\xc3(' ' "" ')

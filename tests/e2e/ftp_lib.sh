@@ -1,4 +1,4 @@
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2154 # lib.sh sets what is used here
 # Sourced by the tests of panes on servers, after lib.sh: a server of $served, and the session "test"
 # that leads to its folder /pub. Skips where there is no server to be had.
 
