@@ -12,8 +12,9 @@ namespace {
 // A window manager may refuse the focus; keys must not wait for it for ever.
 constexpr bigtime_t kPendingLimit = 1'000'000;
 
-// What a window manager gives to a window because it was shown, it gives by then.
-constexpr bigtime_t kFirstFocusLimit = 1'000'000;
+// Whatever a window manager does to the focus because windows came or went, it has done by then: it
+// may give it to a new window, back, and to that window again.
+constexpr bigtime_t kSettlingLimit = 1'000'000;
 
 // Two events of one repeat carry the same time, or one that differs by the rounding of its
 // millisecond.
@@ -39,13 +40,13 @@ int32 InputRouter::Shown(int32 window, const ShowRequest& request, bool isPopUp,
     shown.isModal = request.isModal;
     shown.isExempt = request.isExemptFromModal;
     shown.isLendingKeys = !request.takesKeys;
-    shown.shownAt = now;
     shown.awaitsFocus = request.takesFocus && !isPopUp;
     const bool awaitsKeys = shown.awaitsFocus && request.takesKeys;
     if (awaitsKeys) {
         shown.pendingUntil = now + kPendingLimit;
     }
     fWindows[window] = shown;
+    fWindowsChanged = isPopUp ? fWindowsChanged : now;
     fHeirs.erase(window);
     if (request.isModal) {
         std::erase(fModals, window);
@@ -60,6 +61,7 @@ InputRouter::Leaving InputRouter::WillLeave(int32 window, bigtime_t now)
     if (!IsShown(window)) {
         return leaving;
     }
+    fWindowsChanged = Find(window)->isPopUp ? fWindowsChanged : now;
     const bool passesFocus = HasOrAwaitsFocus(window) && !Find(window)->isPopUp;
     if (LendsKeys(window)) {
         fHeirs[window] = OwnerOf(Find(window)->opener);
@@ -117,10 +119,6 @@ std::vector<std::pair<int32, int32>> InputRouter::FocusChanged(int32 window)
     if (found == fWindows.end()) {
         return released;
     }
-    if (found->second.hadFocus && (fRecent.empty() || fRecent.back() != owner)) {
-        // The second time it comes to the focus nobody but the person sent it there.
-        found->second.isLendingKeys = false;
-    }
     found->second.hadFocus = true;
     found->second.pendingUntil = 0;
     found->second.awaitsFocus = false;
@@ -131,8 +129,9 @@ std::vector<std::pair<int32, int32>> InputRouter::FocusChanged(int32 window)
 
 void InputRouter::FocusComes(int32 window, bigtime_t now)
 {
-    const Window* found = Find(OwnerOf(window));
-    if (found != nullptr && !found->hadFocus && now > found->shownAt + kFirstFocusLimit) {
+    const int32 owner = OwnerOf(window);
+    const bool hadItLast = !fRecent.empty() && fRecent.back() == owner;
+    if (!hadItLast && now > fWindowsChanged + kSettlingLimit) {
         PersonChose(window);
     }
 }

@@ -68,8 +68,8 @@ public:
     /// released then: their releases will go elsewhere. Returns the codes that were held, with
     /// their owners.
     std::vector<std::pair<int32, int32>> FocusChanged(int32 window);
-    /// Before FocusChanged(): a window that nobody gave the focus to when it was shown, and that
-    /// gets it later, was chosen by the person.
+    /// Before FocusChanged(): when no window came or went for a while, it was the person who chose
+    /// the window.
     void FocusComes(int32 window, bigtime_t now);
     /// The focus is about to leave all windows of ours.
     void FocusLeaves(bigtime_t now);
@@ -135,7 +135,6 @@ private:
         bool hadFocus = false;      // since it was shown
         bool isLendingKeys = false; // its keys go on to the opener until the person chooses it
         bool awaitsFocus = false;   // was shown to take it and has not had it
-        bigtime_t shownAt = 0;
         bigtime_t pendingUntil = 0; // gets its opener's keys until then; 0: does not
     };
     struct HeldKey
@@ -163,6 +162,7 @@ private:
     std::map<int32, HeldKey> fKeys;
     std::vector<int32> fDownBefore; // when the focus left
     bigtime_t fFocusLeft = 0;
+    bigtime_t fWindowsChanged = 0; // when one came or went last, menus aside
     int32 fFocused = 0;
     int32 fPressOwner = 0;
     uint32 fPressButtons = 0;

@@ -41,6 +41,11 @@ protected:
         fRouter.FocusChanged(kA);
     }
 
+    void FocusGoesTo(int32 window, bigtime_t now)
+    {
+        fRouter.FocusComes(window, now);
+        fRouter.FocusChanged(window);
+    }
     kits::InputRouter::KeyTarget Press(int32 native, int32 code, bigtime_t now = 0)
     {
         return fRouter.KeyPressed({native, code, false, now}, now);

@@ -274,12 +274,39 @@ TEST_F(InputRouterTest, LetsAProgressWindowHaveKeysWhenItIsActivatedAgain)
     ShowRequest request = DialogOf(kA);
     request.takesKeys = false;
     fRouter.Shown(kB, request, false, 0);
-    fRouter.FocusChanged(kB);
-    fRouter.FocusChanged(kA);
+    FocusGoesTo(kB, 10'000);
+    FocusGoesTo(kA, 5'000'000);
 
-    fRouter.FocusChanged(kB);
+    FocusGoesTo(kB, 6'000'000);
 
     EXPECT_EQ(Press(kB, kLetter).window, kB);
+}
+
+TEST_F(InputRouterTest, SendsKeysOnWhenTheFocusWentToAndFroForAMoment)
+{
+    ShowRequest request = DialogOf(kA);
+    request.takesKeys = false;
+    fRouter.Shown(kB, request, false, 0);
+    FocusGoesTo(kB, 10'000);
+    FocusGoesTo(kA, 12'000);
+    FocusGoesTo(kB, 14'000);
+
+    EXPECT_EQ(Press(kB, kLetter).window, kA);
+}
+
+TEST_F(InputRouterTest, SendsKeysOnWhenTheFocusWentToAndFroBecauseAnotherWindowLeft)
+{
+    ShowRequest request = DialogOf(kA);
+    request.takesKeys = false;
+    fRouter.Shown(kB, request, false, 0);
+    FocusGoesTo(kB, 10'000);
+    FocusGoesTo(kA, 20'000);
+    fRouter.Shown(kC, DialogOf(kA), false, 5'000'000);
+    FocusGoesTo(kC, 5'010'000);
+    fRouter.WillLeave(kC, 9'000'000);
+    FocusGoesTo(kB, 9'010'000); // the window manager's idea
+
+    EXPECT_EQ(Press(kB, kLetter).window, kA);
 }
 
 TEST_F(InputRouterTest, LetsAProgressWindowHaveKeysWhenItsFirstFocusComesLate)
