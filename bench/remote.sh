@@ -1,6 +1,20 @@
 # shellcheck shell=bash disable=SC2154,SC2034 # bench/run has set what is used here
 # Sourced by bench/run: a server's folder beside a local one of the same size, and keys while files come.
 
+# write_session PORT USER PASSWORD PASSIVE
+write_session() {
+    printf 'Host=127.0.0.1\nPort=%s\nUser=%s\nPass=%s\nPassive=%s\n' "$@" >"$XDG_CONFIG_HOME/Norvane/bench.ftp"
+}
+
+# connect: the right pane, to that server
+connect() {
+    key ctrl+2 ctrl+f
+    wait_for 5 window_shown "Ftp Sessions"
+    sleep 0.5
+    key Down Return
+    sleep 3
+}
+
 # measure_remote COUNT: both are read again by F2, in the same program
 measure_remote() {
     local count=$1 round own=() local_times=() keys=
@@ -10,16 +24,11 @@ measure_remote() {
     server=$!
     wait_for 10 test -s "$play/port" || return 1
     port=$(cat "$play/port")
-    printf 'Host=127.0.0.1\nPort=%s\nUser=anna\nPass=secret\n' "$port" \
-        >"$XDG_CONFIG_HOME/Norvane/bench.ftp"
+    write_session "$port" anna secret 0
     for round in $(seq "$rounds"); do
         settings "$folder" "$folder"
         start_and_measure "$norvane"
-        key ctrl+2 ctrl+f
-        wait_for 5 window_shown "Ftp Sessions"
-        sleep 0.5
-        key Down Return
-        sleep 3
+        connect
         local_times+=("$(key ctrl+1 && sleep 0.3 && "$tools/desk" key F2)")
         own+=("$(key ctrl+2 && sleep 0.3 && "$tools/desk" key F2)")
         [ -n "$keys" ] || keys=$("$tools/desk" keys Down 150)

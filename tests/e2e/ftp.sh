@@ -3,12 +3,8 @@
 # already, deleting, renaming, new folders, each way to leave, and servers that refuse, are silent or go
 # away, with the window alive and the program ending at once meanwhile.
 . "$(dirname "$0")/lib.sh"
+. "$(dirname "$0")/ftp_lib.sh"
 
-/usr/bin/python3 -c 'import pyftpdlib' 2>/dev/null || {
-    echo "python3-pyftpdlib is not installed"
-    exit 77
-}
-served=$base/served
 mkdir -p "$served/pub/deep/deeper" "$base/from/tree/sub/empty" "$base/to" "$base/other"
 printf 'from there\n' >"$served/pub/w"
 head -c 100000 /dev/urandom >"$served/pub/deep/bytes"
@@ -18,41 +14,6 @@ head -c 300000 /dev/urandom >"$base/from/tree/bytes"
 printf 'inner' >"$base/from/tree/sub/-dash"
 : >"$base/from/tree/sub/none"
 
-servers=()
-end_servers() {
-    local server
-    for server in "${servers[@]}"; do kill "$server" 2>/dev/null; done
-    servers=()
-}
-trap 'status=$?; end_servers; (exit $status); finish' EXIT
-
-# serve [BYTES_PER_SECOND|silent]: the session "test" leads to this server from now on
-serve() {
-    end_servers
-    rm -f "$base/port"
-    /usr/bin/python3 "$(dirname "$0")/ftp_server.py" "$served" "${1:-0}" >"$base/port" 2>"$base/server.log" &
-    servers+=($!)
-    wait_for 10 test -s "$base/port" || fail "no server: $(cat "$base/server.log")"
-    write_session secret
-}
-
-# write_session PASSWORD
-write_session() {
-    mkdir -p "$(dirname "$settings_file")"
-    printf 'Host=127.0.0.1\nPort=%s\nUser=anna\nPass=%s\nRemoteDir=/pub\nLocalDir=\n' \
-        "$(cat "$base/port")" "$1" >"$(dirname "$settings_file")/test.ftp"
-}
-
-# connect: by the keys, in the right pane
-connect() {
-    key ctrl+2 ctrl+f
-    expect "no sessions window" window_shown "Ftp Sessions"
-    expect "the sessions window did not get the focus" window_focused "Ftp Sessions"
-    hold 200 # its list is read beside it
-    key Down Return
-    expect "the sessions window stayed" window_gone "Ftp Sessions"
-}
-
 # A key that works once the server's folder is shown: probes with a rename, which only the server
 # sees.
 listed() {
@@ -60,10 +21,6 @@ listed() {
     xdotool type --delay 15 "$1"
     key Return
     wait_for 1 test -e "$served/pub/$1"
-}
-idle() {
-    expect "the $1 window stayed" window_gone "$1"
-    expect "the main window did not get the focus back" window_focused Norvane
 }
 
 start_desktop 1280x800 wm || fail "no desktop"
