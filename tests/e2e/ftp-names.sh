@@ -34,7 +34,7 @@ connect
 expect "the server's folder is not shown" rows_shown
 key ctrl+1 plus F5
 arrived() { diff -r -x first "$base/original" "$served/pub"; }
-expect "the names did not go: $(arrived 2>&1 | head -5)" arrived
+wait_for 10 arrived || fail "the names did not go: $(arrived 2>&1 | head -5)"
 idle Upload
 [ "$(ls -A "$served")" = $'beside\npub' ] || fail "made elsewhere: $(ls -A "$served")"
 quit_norvane

@@ -29,9 +29,17 @@ def tell(what):
 
 
 def handler_class():
+    from pyftpdlib.filesystems import AbstractedFS
     from pyftpdlib.handlers import FTPHandler
 
+    class WithHomes(AbstractedFS):
+        """Takes a name that begins with a tilde for somebody's home, as many servers do."""
+
+        def ftpnorm(self, ftppath):
+            return "/" if ftppath.startswith("~") else super().ftpnorm(ftppath)
+
     class Handler(FTPHandler):
+        abstracted_fs = WithHomes
         use_gmt_times = False
         unicode_errors = "surrogateescape"
 
@@ -57,14 +65,13 @@ def limit_speed(handler, bytes_per_second):
 
 
 def halve_listings(handler):
-    from pyftpdlib.filesystems import AbstractedFS
     from pyftpdlib.handlers import DTPHandler
 
     class Unending(DTPHandler):
         def close_when_done(self):
             tell("half a listing")
 
-    class Halved(AbstractedFS):
+    class Halved(handler.abstracted_fs):
         def format_list(self, basedir, listing, ignore_err=True):
             lines = list(super().format_list(basedir, listing, ignore_err))
             text = b"".join(itertools.islice(lines, len(lines) // 2 + 1))
