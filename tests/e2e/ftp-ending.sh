@@ -62,6 +62,9 @@ left
 # ends SECONDS: by the key that quits, with nothing asked
 ends() {
     key ctrl+q
+    ended "$1"
+}
+ended() {
     wait_for "$1" program_ended || fail "$what: the program does not end"
     wait "$program_pid" || fail "$what: the program ended with status $?"
     program_pid=
@@ -106,3 +109,57 @@ stays 1000 same_number || fail "$what: it goes on"
 # What is left is as it was; outside of that folder all is as it was.
 diff -r -q "$base/original" "$served" | grep -v "^Only in $base/original/pub/doomed: " >"$base/other"
 [ ! -s "$base/other" ] || fail "$what: $(cat "$base/other")"
+
+# Asked to end, as by the end of a desktop's session, while a question about the server is open: nobody
+# has to answer it first.
+# ends_beside TITLE: the question of that title is there
+ends_beside() {
+    answerable "$1"
+    kill -TERM "$program_pid"
+    ended 10
+    same_trees "$base/expected" "$served" || fail "$what: changed on the server"
+}
+rm -rf "$base/expected"
+cp -r "$served" "$base/expected"
+
+what="a wrong password"
+serve
+write_session wrong
+start_norvane
+connect
+ends_beside "Connect Failed"
+
+what="a question for the password"
+write_session ""
+start_norvane
+connect
+ends_beside Password
+
+what="a refused connection"
+write_session secret
+end_servers
+start_norvane
+connect
+ends_beside "Connect Failed"
+
+what="a server that has gone"
+serve
+start_norvane
+connect
+expect "$what: the server's folder is not shown" rows_shown
+end_servers
+key ctrl+2 F2
+ends_beside foo
+
+what="a transfer whose server has gone"
+head -c 3000000 /dev/urandom >"$served/pub/big"
+cp "$served/pub/big" "$base/expected/pub/big"
+serve 300000
+start_norvane
+connect
+expect "$what: the server's folder is not shown" rows_shown
+key ctrl+2 b F5
+coming() { [ -n "$(find "$base/here" -name '.norvane-*' -size +50k)" ]; }
+expect "$what: the file does not come" coming
+end_servers
+ends_beside Err
