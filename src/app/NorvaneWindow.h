@@ -50,6 +50,7 @@ public:
 private:
     void FindVolumeOf(const std::string& path, int32 gone);
 
+    // What it does for each message code (WindowDispatch.cpp)
     struct Answer;
     static const Answer kCommands[];
     static const Answer kNotices[];
