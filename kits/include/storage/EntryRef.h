@@ -104,6 +104,7 @@ private:
     friend class BEntry;
     friend class BDirectory;
     friend class BEntryBatch;
+    friend class BQuery;
     friend class BMessage;
     kits::FolderHold fFolder; // may be null: then the table is asked by (device, directory)
 };
