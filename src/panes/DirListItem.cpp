@@ -56,8 +56,7 @@ DirListItem::DirListItem(BEntry* entry, rgb_color, bool isParent, int nameMode,
     if (nameMode == kQueryMode) {
         BPath path;
         if (entry->GetPath(&path) == B_OK) {
-            fTexts = std::make_unique<Texts>();
-            fTexts->name = path.Path();
+            ShowPath(path.Path());
         }
     }
 }
@@ -146,6 +145,13 @@ bool DirListItem::Become(const DirListItem& fresh)
     fIsDirectory = fresh.fIsDirectory;
     fHasPermissions = fresh.fHasPermissions;
     return true;
+}
+
+void DirListItem::ShowPath(std::string path)
+{
+    DropTextsAndIcon();
+    fTexts = std::make_unique<Texts>();
+    fTexts->name = std::move(path);
 }
 
 void DirListItem::SetName(const char* name)

@@ -54,6 +54,8 @@ public:
     void Take(const BEntryRecord& record, const DatePattern& dates, mode_t target = 0);
     /// Shows what a fresh row of the same entry does. False when it did so already.
     bool Become(const DirListItem& fresh);
+    /// Shows a whole path as its name, until it is updated.
+    void ShowPath(std::string path);
     /// The entry has another name in its folder.
     void SetName(const char* name);
     /// Shows what a folder occupies.

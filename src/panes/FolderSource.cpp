@@ -4,30 +4,10 @@
 #include "panes/PathText.h"
 
 #include <Directory.h>
-#include <OS.h>
 
-#include <atomic>
 #include <utility>
 
 namespace norvane {
-
-namespace {
-
-constexpr bigtime_t kPatience = 100'000;
-
-// When a folder was waited for in vain, by any window. A start with ten of them waits for one.
-std::atomic<bigtime_t> gLastInVain{0};
-
-bigtime_t EndOfPatience(const OpenOrder& order)
-{
-    if (!order.list.IsValid()) {
-        return B_INFINITE_TIMEOUT;
-    }
-    const bigtime_t now = system_time();
-    return now - gLastInVain < 10 * kPatience ? now : now + kPatience;
-}
-
-} // namespace
 
 std::string UnreadableText(const std::string& path, status_t status)
 {
@@ -71,58 +51,16 @@ EntryWork RenamingEntry(const entry_ref& ref, const std::string& newName)
 
 // Rows
 
-status_t FolderSource::Open(const OpenOrder& order, RowTaker& taker)
+RowsJob& FolderSource::StartReading(const OpenOrder& order)
 {
-    fTaker = &taker;
     fJob = std::make_unique<ListingJob>(fPath, order);
-    if (!fJob->WaitUntil(EndOfPatience(order))) {
-        gLastInVain = system_time();
-        return B_OK; // the rows come later
-    }
-    const status_t status = fJob->Status();
-    if (status != B_OK) {
-        return status;
-    }
-    TellProgress();
-    HandOver();
-    return B_OK;
+    return *fJob;
 }
 
-void FolderSource::Proceed()
-{
-    if (fHasHandedOver) {
-        return;
-    }
-    TellProgress();
-    if (!fJob->Look().hasEnded) {
-        return;
-    }
-    const status_t status = fJob->Status();
-    if (status != B_OK) {
-        fTaker->NotOpened(*this, status);
-    } else {
-        HandOver();
-    }
-}
-
-void FolderSource::TellProgress()
-{
-    const ListingJob::Progress progress = fJob->Look();
-    if (progress.entries != std::exchange(fToldEntries, progress.entries)) {
-        fTaker->Counted(progress.entries);
-    }
-    const int32 read = progress.read - std::exchange(fToldRead, progress.read);
-    if (read > 0) {
-        fTaker->Read(read);
-    }
-}
-
-void FolderSource::HandOver()
+void FolderSource::TakeOver()
 {
     fFolder = fJob->TakeFolder();
     fIsTrash = fJob->IsTrash();
-    fHasHandedOver = true;
-    fTaker->Opened(*this, fJob->TakeRows());
 }
 
 std::string FolderSource::Complaint(status_t status) const

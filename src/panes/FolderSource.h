@@ -1,24 +1,19 @@
 #pragma once
 
 #include "panes/ListingJob.h"
-#include "panes/RowSource.h"
+#include "panes/ReadSource.h"
 
 #include <memory>
 
 namespace norvane {
 
 /// A local folder as what a list shows.
-///
-/// It is read on a thread of its own. Opening waits a moment for that, so that ordinary folders
-/// change without a flicker.
-class FolderSource : public RowSource
+class FolderSource : public ReadSource
 {
 public:
     explicit FolderSource(std::string path) : fPath(std::move(path)) {}
 
     // RowSource
-    status_t Open(const OpenOrder& order, RowTaker& taker) override;
-    void Proceed() override;
     std::string Complaint(status_t status) const override;
     std::optional<WatchedFolder> Folder() const override { return fFolder; }
     std::unique_ptr<RowSource> Again() const override;
@@ -38,17 +33,15 @@ public:
     std::string NameAbove() const override;
     const std::string& LocalFolder() const override { return fPath; }
 
-private:
-    void TellProgress();
-    void HandOver();
+protected:
+    // ReadSource
+    RowsJob& StartReading(const OpenOrder& order) override;
+    void TakeOver() override;
 
+private:
     const std::string fPath;
-    RowTaker* fTaker = nullptr;       // borrowed; from Open() on
     std::unique_ptr<ListingJob> fJob; // kept: what links lead to may come later
-    bool fHasHandedOver = false;
-    bool fIsTrash = false; // as it was when it was read
-    int32 fToldEntries = 0;
-    int32 fToldRead = 0;
+    bool fIsTrash = false;            // as it was when it was read
     std::optional<WatchedFolder> fFolder;
 };
 

@@ -1,53 +1,33 @@
 #pragma once
 
-#include "panes/RowSource.h"
-
-#include <OS.h>
+#include "panes/RowsJob.h"
 
 #include <memory>
 #include <string>
 
 namespace norvane {
 
-/// Reads a folder into rows on a thread of its own, which waits for the disk as long as the disk
-/// wants and then dies, whether or not anybody is still interested.
+/// Reads a folder into rows and has it watched.
 ///
 /// Thread: the functions are the owner's.
-class ListingJob
+class ListingJob : public RowsJob
 {
 public:
-    /// How far it is.
-    struct Progress
-    {
-        int32 entries = 0; // in the folder; 0 while that is not known
-        int32 read = 0;    // of them
-        bool hasEnded = false;
-    };
-
-    /// Begins to read. Without a thread to be had it is done when this returns.
+    /// Begins to read. When it is let go of, the watch that was begun ends, unless it was taken.
     ListingJob(const std::string& folder, const OpenOrder& order);
-    /// Lets go. Waits for nothing; the watch that was begun ends, unless it was taken.
-    ~ListingJob();
-    ListingJob(const ListingJob&) = delete;
-    ListingJob& operator=(const ListingJob&) = delete;
-
-    /// Waits for the end, until `time` (of system_time()) at most. False when that came first.
-    bool WaitUntil(bigtime_t time);
-    Progress Look();
 
     // After the end:
-    /// Of opening and reading the folder.
-    status_t Status();
-    /// The rows, and the folder with its watch, which is the caller's to end. Once.
-    ListedRows TakeRows();
+    /// The folder with its watch, which is the caller's to end. Once.
     WatchedFolder TakeFolder();
     /// Whether the folder is some volume's Trash.
     bool IsTrash();
 
 private:
-    class Work;
+    class Reader;
 
-    const std::shared_ptr<Work> fWork;
+    ListingJob(const std::shared_ptr<Reader>& reader, const BMessenger& list);
+
+    const std::shared_ptr<Reader> fReader;
 };
 
 } // namespace norvane

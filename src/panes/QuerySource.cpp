@@ -1,6 +1,7 @@
 #include "panes/QuerySource.h"
 
 #include "panes/FolderSource.h"
+#include "panes/HitsReader.h"
 
 #include <utility>
 
@@ -26,20 +27,11 @@ QuerySource::QuerySource(const BMessage& results, std::string folder) : fFolder(
     }
 }
 
-status_t QuerySource::Open(const OpenOrder& order, RowTaker& taker)
+RowsJob& QuerySource::StartReading(const OpenOrder& order)
 {
-    const std::vector<entry_ref> hits = std::exchange(fHits, {});
-    taker.Counted(static_cast<int32>(hits.size()));
-    ListedRows rows;
-    for (const entry_ref& hit : hits) {
-        BEntry entry(&hit);
-        auto row = std::make_unique<DirListItem>(&entry, rgb_color(), false, kQueryMode,
-                                                 order.dateFormat.c_str());
-        (row->IsDir() ? rows.folders : rows.files).push_back(std::move(row));
-        taker.Read(1);
-    }
-    taker.Opened(*this, std::move(rows));
-    return B_OK;
+    const auto reader = std::make_shared<HitsReader>(std::exchange(fHits, {}), order.dateFormat);
+    fJob = std::make_unique<RowsJob>(reader, order.list);
+    return *fJob;
 }
 
 std::unique_ptr<RowSource> QuerySource::Up() const

@@ -1,11 +1,15 @@
 #pragma once
 
-#include "panes/RowSource.h"
+#include "panes/ReadSource.h"
+
+#include <memory>
+#include <string>
+#include <vector>
 
 namespace norvane {
 
 /// The hits of a query as what a list shows. They are not watched.
-class QuerySource : public RowSource
+class QuerySource : public ReadSource
 {
 public:
     /// `results` has the hits in its first field of refs, and the query's text as "QueryString".
@@ -13,7 +17,6 @@ public:
     QuerySource(const BMessage& results, std::string folder);
 
     // RowSource
-    status_t Open(const OpenOrder& order, RowTaker& taker) override;
     std::string Complaint(status_t) const override { return {}; }
     /// Null: the query is not asked again.
     std::unique_ptr<RowSource> Again() const override { return nullptr; }
@@ -33,10 +36,15 @@ public:
     std::string PathOf(const DirListItem& row) const override { return row.GetEntryName(); }
     const std::string& LocalFolder() const override { return fFolder; }
 
+protected:
+    // ReadSource
+    RowsJob& StartReading(const OpenOrder& order) override;
+
 private:
     std::string fQuery;
     std::string fFolder;
-    std::vector<entry_ref> fHits; // until they are rows
+    std::vector<entry_ref> fHits;  // until they are rows
+    std::unique_ptr<RowsJob> fJob; // null until it is opened
 };
 
 } // namespace norvane
