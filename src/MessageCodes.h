@@ -41,6 +41,7 @@ enum WindowNotice : uint32 {
     kFolderNamed = 512,     // string "text": the name of a new folder
     kFolderToGoTyped = 514, // string "text"
     kColumnResized = 600,   // decimal strings "ColumnIndex" and "ColumnWidth"
+    kQueryResults = 601,    // the first field of refs: the hits; string "QueryString"
     kSessionChosen = 602,   // string "session": the file of the connection to be made
     kPreferencesSaved = 614,
     kTellMissingFolders = 'Miss', // to itself: folders could not be shown, say so
@@ -119,6 +120,16 @@ enum SessionMessage : uint32 {
     kSessionRead = 'SesR',     // int32 "status", the session
     kSessionSaved = 'SesS',    // int32 "status"; bool "exists": nothing was done
     kSessionDeleted = 'SesD',  // string "name", int32 "status"
+};
+
+// What the query window is told, besides its menus' choices.
+enum QueryMessage : uint32 {
+    kStartQuery = 2057,
+    kQueryHelp = 2059,
+    kDateChoice = 2095,    // pointer "source": the check box that changed, to compare only
+    kVolumesChoice = 3000, // int32 "Volumes"
+    kSearchEnded = 'SrcE', // int32 "search": which one
+    kTellCounts = 'SrcC',  // to itself: how far is the search?
 };
 
 // What a question is told.
