@@ -46,6 +46,12 @@ QAccessible::Role RoleOf(AccessibleNode::Role role)
         return QAccessible::PopupMenu;
     case AccessibleNode::Role::kMenuItem:
         return QAccessible::MenuItem;
+    case AccessibleNode::Role::kMenuField:
+        return QAccessible::ComboBox;
+    case AccessibleNode::Role::kTabList:
+        return QAccessible::PageTabList;
+    case AccessibleNode::Role::kTab:
+        return QAccessible::PageTab;
     }
     return QAccessible::Pane;
 }
@@ -181,8 +187,9 @@ QAccessible::State AccessibleInterface::state() const
     state.defaultButton = has(AccessibleNode::State::kDefault);
     state.passwordEdit = has(AccessibleNode::State::kHidesText);
     state.checkable = node->role == AccessibleNode::Role::kCheckBox;
-    state.selectable =
-        node->role == AccessibleNode::Role::kRow || node->role == AccessibleNode::Role::kListItem;
+    state.selectable = node->role == AccessibleNode::Role::kRow ||
+                       node->role == AccessibleNode::Role::kListItem ||
+                       node->role == AccessibleNode::Role::kTab;
     state.editable = node->role == AccessibleNode::Role::kTextField;
     return state;
 }

@@ -9,6 +9,7 @@
 #include <string>
 
 class BMenu;
+class BWindow;
 
 namespace kits {
 class MenuBarKeys;
@@ -79,11 +80,13 @@ protected:
 private:
     friend class BMenu;
     friend class BMenuBar;
+    friend class BMenuField;
     friend class BSeparatorItem;
     friend class kits::MenuBarKeys;
     friend class kits::MenuSession;
 
     bool CanWork() const;
+    virtual BWindow* OwnerWindow() const;
     void DrawMark();
     void DrawShortcut();
     void DrawSubmenuArrow();

@@ -29,6 +29,9 @@ struct BViewDescription
         kMenuBar,
         kMenu,
         kMenuItem,
+        kMenuField,
+        kTabList,
+        kTab,
     };
     /// What holds of it, as bits.
     enum State : uint32 {

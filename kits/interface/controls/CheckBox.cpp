@@ -146,7 +146,8 @@ void BCheckBox::DrawLabel(float left)
     BString label(Label());
     font.TruncateString(&label, B_TRUNCATE_END, Bounds().right - left + 1);
     const float spare = Bounds().Height() + 1 - (height.ascent + height.descent);
-    const float base = std::floor(spare / 2) + height.ascent;
+    // The odd unit is left free below, where boxes that stand close together may overlap.
+    const float base = std::floor(std::max(0.0f, spare - 1) / 2) + height.ascent;
     SetLowColor(ViewColor());
     SetHighColor(IsEnabled() ? kits::look::kText : kits::look::kDisabledText);
     DrawString(label.String(), BPoint(left, base));

@@ -316,7 +316,7 @@ BWindow* BMenu::OwnerWindow() const
     if (Window() != nullptr) {
         return Window();
     }
-    return fSupermenu != nullptr ? fSupermenu->OwnerWindow() : nullptr;
+    return fSuperitem != nullptr ? fSuperitem->OwnerWindow() : nullptr;
 }
 
 // Closes the menu, where it is open, before what a person sees is no longer what there is.

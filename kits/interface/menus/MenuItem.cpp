@@ -52,6 +52,9 @@ void BMenuItem::SetLabel(const char* label)
     fLabel = shown;
     if (fMenu != nullptr) {
         fMenu->InvalidateLayout();
+        if (fIsMarked) {
+            fMenu->ItemMarked(this);
+        }
     }
 }
 
@@ -112,7 +115,16 @@ bool BMenuItem::CanWork() const
         return false;
     }
     // An item that would do nothing must not look as if it did.
-    return fSubmenu != nullptr ? fSubmenu->CountItems() > 0 : Message() != nullptr;
+    if (fSubmenu != nullptr) {
+        return fSubmenu->CountItems() > 0;
+    }
+    return Message() != nullptr || (fMenu != nullptr && fMenu->IsRadioMode());
+}
+
+// The window that the item works in while it has no other target.
+BWindow* BMenuItem::OwnerWindow() const
+{
+    return fMenu != nullptr ? fMenu->OwnerWindow() : nullptr;
 }
 
 void BMenuItem::GetContentSize(float* width, float* height)
@@ -195,8 +207,8 @@ status_t BMenuItem::Invoke(BMessage* message)
     if (source == nullptr) {
         return B_BAD_VALUE;
     }
-    if (!Messenger().IsValid() && fMenu != nullptr && fMenu->OwnerWindow() != nullptr) {
-        SetTarget(fMenu->OwnerWindow());
+    if (!Messenger().IsValid() && OwnerWindow() != nullptr) {
+        SetTarget(OwnerWindow());
     }
     BMessage copy(*source);
     copy.AddInt64("when", system_time());

@@ -31,10 +31,15 @@ BRect PlaceMenu(BRect anchor, float width, float height, BRect screen, MenuSide 
     } else {
         left = Flipped(anchor.left, anchor.right, width, screen.left, screen.right);
     }
+    return PlaceMenuAt(BPoint(left, top), width, height, screen);
+}
+
+BRect PlaceMenuAt(BPoint leftTop, float width, float height, BRect screen)
+{
     width = std::min(width, screen.Width());
     height = std::min(height, screen.Height());
-    left = Shifted(left, width, screen.left, screen.right);
-    top = Shifted(top, height, screen.top, screen.bottom);
+    const float left = Shifted(leftTop.x, width, screen.left, screen.right);
+    const float top = Shifted(leftTop.y, height, screen.top, screen.bottom);
     return BRect(left, top, left + width, top + height);
 }
 

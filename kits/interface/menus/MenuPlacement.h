@@ -13,5 +13,7 @@ enum class MenuSide : uint8 {
 /// other side, at last shifted until it fits. One that is larger than the screen begins at the
 /// screen's edge and is cut. Units: screen units; `width` and `height` as BRect's.
 BRect PlaceMenu(BRect anchor, float width, float height, BRect screen, MenuSide side);
+/// The same for a menu that begins at `leftTop`, if the screen has room there.
+BRect PlaceMenuAt(BPoint leftTop, float width, float height, BRect screen);
 
 } // namespace kits

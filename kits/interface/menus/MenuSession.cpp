@@ -37,6 +37,13 @@ bool StartsWith(const char* label, const char* letter)
     return typed.Length() > 0 && start.Compare(typed, typed.Length()) == 0;
 }
 
+// The room for menus on the screen that a rectangle is on.
+BRect ScreenAround(BRect anchor)
+{
+    const WindowServer& server = WindowServer::Get();
+    return server.AvailableFrame(server.ScreenOf(anchor));
+}
+
 } // namespace
 
 MenuSession::MenuSession(BWindow* window) : fWindow(window), fTracker(*this) {}
@@ -77,6 +84,34 @@ void MenuSession::StartWithoutBar(BMenu& menu, BRect anchor)
     if (fHasBegun) {
         Show(menu, anchor, MenuSide::kBelow);
         fTracker.StartWithoutBar();
+    }
+}
+
+void MenuSession::StartOver(BMenuItem& opener, BPoint label, const BMessage* press)
+{
+    const auto alive = weak_from_this().lock();
+    if (press != nullptr) {
+        press->FindPoint("screen_where", &fPointer);
+    }
+    Begin();
+    // The window's hook may have changed the menu, or let the item go, which ended the session.
+    if (!fHasBegun || !opener.CanWork()) {
+        End();
+        return;
+    }
+    BMenu& menu = *opener.Submenu();
+    float width = 0;
+    float height = 0;
+    menu.GetPreferredSize(&width, &height);
+    BMenuItem* current = menu.FindMarked() != nullptr ? menu.FindMarked() : menu.ItemAt(0);
+    const BPoint leftTop = label - current->ContentLocation();
+    ShowAt(menu, PlaceMenuAt(leftTop, width, height, ScreenAround(BRect(label, label))));
+    const int32 item = current->CanWork() ? menu.IndexOf(current) : -1;
+    if (press != nullptr) {
+        fIsButtonDown = true;
+        fTracker.StartWithoutBarByPress(item, fPointer, WhenOf(*press));
+    } else {
+        fTracker.StartWithoutBar(item);
     }
 }
 
@@ -280,17 +315,23 @@ MenuTracker::Place MenuSession::PlaceAt(BPoint screen) const
 int32 MenuSession::FindByLetter(int32 level, int32 item, const char* letter, bool* isTrigger) const
 {
     *isTrigger = false;
-    const int32 count = CountItems(level);
+    const BMenu* menu = MenuAt(level);
+    return menu != nullptr ? FindByLetter(*menu, item, letter, isTrigger) : -1;
+}
+
+int32 MenuSession::FindByLetter(const BMenu& menu, int32 item, const char* letter, bool* isTrigger)
+{
+    *isTrigger = false;
+    const int32 count = menu.CountItems();
     int32 byLabel = -1;
     for (int32 step = 1; step <= count; step++) {
         const int32 index = (std::max(item, -1) + step + count) % count;
-        const BMenuItem* candidate = ItemAt(level, index);
+        const BMenuItem* candidate = menu.ItemAt(index);
         if (!candidate->CanWork()) {
             continue;
         }
         const char trigger[2] = {candidate->Trigger(), '\0'};
-        if (trigger[0] != '\0' && At(level).menu->AreTriggersEnabled() &&
-            StartsWith(trigger, letter)) {
+        if (trigger[0] != '\0' && menu.AreTriggersEnabled() && StartsWith(trigger, letter)) {
             *isTrigger = true;
             return index;
         }
@@ -330,15 +371,18 @@ void MenuSession::Show(BMenu& menu, BRect anchor, MenuSide side)
     float width = 0;
     float height = 0;
     menu.GetPreferredSize(&width, &height);
+    ShowAt(menu, PlaceMenu(anchor, width, height, ScreenAround(anchor), side));
+}
+
+void MenuSession::ShowAt(BMenu& menu, BRect frame)
+{
     Level opened;
     opened.menu = &menu;
-    const WindowServer& server = WindowServer::Get();
-    opened.frame =
-        PlaceMenu(anchor, width, height, server.AvailableFrame(server.ScreenOf(anchor)), side);
+    opened.frame = frame;
     menu.SelectItem(nullptr);
     menu.MoveTo(0, 0);
-    menu.ResizeTo(opened.frame.Width(), opened.frame.Height());
-    opened.host = std::make_unique<PopUpHost>(fWindow, &menu, opened.frame);
+    menu.ResizeTo(frame.Width(), frame.Height());
+    opened.host = std::make_unique<PopUpHost>(fWindow, &menu, frame);
     opened.host->Show();
     menu.fShownBy = this;
     fLevels.push_back(std::move(opened));

@@ -38,8 +38,17 @@ public:
     void StartByKey(BMenu& bar);
     /// Opens a menu that hangs on no bar, under `anchor` (screen units).
     void StartWithoutBar(BMenu& menu, BRect anchor);
+    /// Opens the menu of an item that stands in a field, not in a menu: the label of the marked
+    /// item, or of the first, comes to lie at `label` (screen units) if the screen has room.
+    /// `press` is the message of the button that did it; null for a key. The item lets go of the
+    /// session before it goes.
+    void StartOver(BMenuItem& opener, BPoint label, const BMessage* press);
     /// Takes the menus off the screen and gives the input back at once: the bar or window goes.
     void Abandon();
+
+    /// The next item, after `item` and round, that answers to a letter; -1 when there is none.
+    /// `isTrigger` is set when the letter works it at once.
+    static int32 FindByLetter(const BMenu& menu, int32 item, const char* letter, bool* isTrigger);
 
     // What a menu that is shown tells
 
@@ -75,6 +84,7 @@ private:
     void Begin();
     void BeginAtBar(BMenu& bar);
     void Show(BMenu& menu, BRect anchor, MenuSide side);
+    void ShowAt(BMenu& menu, BRect frame);
     void CloseTop();
     bool InterceptMouse(BMessage* message);
     bool InterceptRest(BMessage* message);

@@ -23,10 +23,7 @@ void MenuTracker::StartByPress(int32 title, BPoint screen, bigtime_t when)
 {
     fSelected.assign(1, -1);
     fHasBar = true;
-    fIsPressed = true;
-    fIsOpening = true;
-    fPressPoint = screen;
-    fPressTime = when;
+    PressToOpen(screen, when);
     OpenTitle(title);
 }
 
@@ -44,11 +41,29 @@ void MenuTracker::StartByKey()
     SelectFirst(1);
 }
 
-void MenuTracker::StartWithoutBar()
+void MenuTracker::StartWithoutBar(int32 item)
 {
     fSelected.assign(1, -1);
     fHasBar = false;
     fIsPressed = false;
+    Select(0, item);
+}
+
+void MenuTracker::StartWithoutBarByPress(int32 item, BPoint screen, bigtime_t when)
+{
+    fSelected.assign(1, -1);
+    fHasBar = false;
+    PressToOpen(screen, when);
+    Select(0, item);
+}
+
+// A short press leaves open what it opened.
+void MenuTracker::PressToOpen(BPoint screen, bigtime_t when)
+{
+    fIsPressed = true;
+    fIsOpening = true;
+    fPressPoint = screen;
+    fPressTime = when;
 }
 
 void MenuTracker::Press(BPoint screen, bigtime_t when)

@@ -59,8 +59,10 @@ public:
     void StartByPress(int32 title, BPoint screen, bigtime_t when);
     /// Begins by a key: the first menu opens with its first item current.
     void StartByKey();
-    /// Begins with a menu that is open already and hangs on no bar.
-    void StartWithoutBar();
+    /// Begins with a menu that is open already and hangs on no bar; `item` is its current one.
+    void StartWithoutBar(int32 item = -1);
+    /// The same where a press opened it.
+    void StartWithoutBarByPress(int32 item, BPoint screen, bigtime_t when);
 
     void Press(BPoint screen, bigtime_t when);
     void Move(BPoint screen);
@@ -82,6 +84,7 @@ private:
     void OpenItem(int32 level, int32 item);
     void CloseAbove(int32 level);
     void OpenTitle(int32 title);
+    void PressToOpen(BPoint screen, bigtime_t when);
     void Point(Place place);
     void Choose(Place place);
     void Step(int32 direction);

@@ -138,6 +138,38 @@ TEST_F(CheckBoxTest, ShowsTheFocus)
     EXPECT_GT(countBlue(), 40);
 }
 
+// Letters that reach below the line: how many pixels of them are seen must not depend on a box that
+// begins where another one of 21 units ends, less four.
+TEST_F(CheckBoxTest, LettersStayWholeAboveABoxThatOverlaps)
+{
+    AddBox("gjpqy", 20);
+    Show();
+    const auto countDark = [this] {
+        const Picture picture = TakePicture(fWindow);
+        const auto s = static_cast<int32>(picture.scale);
+        int32 count = 0;
+        for (int32 y = 20 * s; y < 37 * s; y++) {
+            for (int32 x = 39 * s; x < 100 * s; x++) {
+                count += picture.At(x, y).red < 160 ? 1 : 0;
+            }
+        }
+        return count;
+    };
+    const auto isBare = [this] {
+        const Picture picture = TakePicture(fWindow);
+        const auto s = static_cast<int32>(picture.scale);
+        return picture.Count({255, 255, 255, 255}, 39 * s, 37 * s, 100 * s, 41 * s) ==
+               61 * s * 4 * s;
+    };
+    const int32 alone = countDark();
+    ASSERT_GT(alone, 40);
+    EXPECT_TRUE(isBare()); // all of them stand above
+
+    AddBox("", 37);
+
+    EXPECT_EQ(countDark(), alone);
+}
+
 TEST_F(CheckBoxTest, PreferredSizeHoldsTheWholeLabel)
 {
     BCheckBox* box = AddBox("A label of some length");

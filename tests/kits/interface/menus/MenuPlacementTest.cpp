@@ -6,6 +6,7 @@ namespace {
 
 using kits::MenuSide;
 using kits::PlaceMenu;
+using kits::PlaceMenuAt;
 
 constexpr BRect kScreen(0, 0, 799, 599);
 
@@ -49,6 +50,14 @@ TEST(MenuPlacementTest, TallerThanTheScreenIsCutToIt)
 {
     EXPECT_EQ(PlaceMenu(BRect(50, 1, 90, 18), 100, 2000, kScreen, MenuSide::kBelow),
               BRect(50, 0, 150, 599));
+}
+
+TEST(MenuPlacementTest, MenuAtAPlaceStaysOnTheScreen)
+{
+    EXPECT_EQ(PlaceMenuAt(BPoint(50, 70), 100, 200, kScreen), BRect(50, 70, 150, 270));
+    EXPECT_EQ(PlaceMenuAt(BPoint(-8, -30), 100, 200, kScreen), BRect(0, 0, 100, 200));
+    EXPECT_EQ(PlaceMenuAt(BPoint(750, 550), 100, 200, kScreen), BRect(699, 399, 799, 599));
+    EXPECT_EQ(PlaceMenuAt(BPoint(50, 70), 100, 900, kScreen), BRect(50, 0, 150, 599));
 }
 
 } // namespace

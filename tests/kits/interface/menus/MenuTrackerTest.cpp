@@ -346,6 +346,36 @@ TEST_F(MenuTrackerTest, LetterSelectsAndATriggerChooses)
     EXPECT_TRUE(fMenus.log.ends_with(" choose1:2"));
 }
 
+TEST_F(MenuTrackerTest, ClickThatOpensAMenuWithoutBarLeavesItOpen)
+{
+    fTracker.StartWithoutBarByPress(2, kTitleC, 0);
+    fTracker.Release(kTitleC, 100'000);
+    EXPECT_TRUE(fTracker.IsActive());
+    EXPECT_EQ(fTracker.Selected(0), 2);
+
+    fTracker.Press(kTitleC, 900'000);
+    fTracker.Release(kTitleC, 1'000'000);
+    EXPECT_TRUE(fMenus.log.ends_with(" choose0:2"));
+}
+
+TEST_F(MenuTrackerTest, LongPressThatOpensAMenuWithoutBarChooses)
+{
+    fTracker.StartWithoutBarByPress(0, kTitle, 0);
+    fTracker.Move(kTitleC);
+    fTracker.Release(kTitleC, 600'000);
+
+    EXPECT_TRUE(fMenus.log.ends_with(" choose0:2"));
+}
+
+TEST_F(MenuTrackerTest, MenuWithoutBarBeginsAtItsCurrentItem)
+{
+    fTracker.StartWithoutBar(1);
+    EXPECT_EQ(fTracker.Selected(0), 1);
+
+    fTracker.Key("\x1f"); // down
+    EXPECT_EQ(fTracker.Selected(0), 2);
+}
+
 TEST_F(MenuTrackerTest, NothingHappensAfterTheEnd)
 {
     ClickTitle();
