@@ -50,7 +50,7 @@ std::vector<MenuColumn> BuildMenus()
          {{"Add Pane", kAddPane, 'P', 0, kReady},
           {"Remove Pane", kRemovePane, 'P', B_SHIFT_KEY, kReady},
           {"Revert to Default", kRevertToDefault, 'D', 0, kReady},
-          {"Query", kQuery, 'U'},
+          {"Query", kQuery, 'U', 0, kReady},
           {"Ftp Connections", kFtpConnections, 'F', 0, kReady},
           {"Disconnect FTP Connection", kDisconnectFtp, 'F', B_SHIFT_KEY, kReady},
           {"Preferences", kPreferences, 'R'}}},

@@ -72,6 +72,8 @@ private:
     void DoRename();
     void EmptyTrash();
     void AskWhereToGo();
+    void LaunchQueryWindow();
+    void ShowQueryResults(BMessage& results);
     void ShowConnections();
     void DoFtp(const BMessage& message);
     void OpenTracker();

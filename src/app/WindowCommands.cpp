@@ -8,6 +8,7 @@
 #include "panes/DirPane.h"
 #include "panes/DirView.h"
 #include "panes/OpenEntry.h"
+#include "query/QueryWindow.h"
 #include "settings/HomeFolder.h"
 #include "settings/MsgBox.h"
 #include "settings/Numbers.h"
@@ -128,6 +129,20 @@ void NorvaneWindow::AskWhereToGo()
     auto* prompt = new GetTextWin(Frame(), "GoTo", this, "What Directory do you want to go to?", "",
                                   kFolderToGoTyped, "OK", "Cancel", nullptr);
     prompt->Show();
+}
+
+void NorvaneWindow::LaunchQueryWindow()
+{
+    auto* query = new QueryWindow(Bounds(), this);
+    query->Show();
+}
+
+void NorvaneWindow::ShowQueryResults(BMessage& results)
+{
+    if (const DirPane* pane = GetFocusedPane()) {
+        pane->GetDirView()->Clear();
+        pane->GetDirView()->Populate(&results);
+    }
 }
 
 void NorvaneWindow::ShowConnections()

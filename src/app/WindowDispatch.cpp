@@ -58,6 +58,10 @@ const NorvaneWindow::Answer NorvaneWindow::kCommands[] = {
      [](auto& window, auto&) {
          window.AskWhereToGo();
      }},
+    {kQuery,
+     [](auto& window, auto&) {
+         window.LaunchQueryWindow();
+     }},
     {kFtpConnections,
      [](auto& window, auto&) {
          window.ShowConnections();
@@ -125,6 +129,10 @@ const NorvaneWindow::Answer NorvaneWindow::kNotices[] = {
     {kFolderToGoTyped,
      [](auto& window, auto& notice) {
          window.TextTyped(notice);
+     }},
+    {kQueryResults,
+     [](auto& window, auto& notice) {
+         window.ShowQueryResults(notice);
      }},
     {kSessionChosen,
      [](auto& window, auto& notice) {

@@ -34,7 +34,7 @@ std::string Grouped(int32 count)
 {
     std::string text = std::to_string(count);
     for (size_t at = text.size(); at > 3; at -= 3) {
-        text.insert(at - 3, " ");
+        text.insert(at - 3, 1, ' ');
     }
     return text;
 }
@@ -198,8 +198,11 @@ void QueryWindow::SearchEnded(const BMessage& message)
     results.AddString("QueryString", fPredicate.c_str());
     fInvoker.Invoke(&results);
     const int32 further = ended->Look().unreadable - 1;
-    SetTitle(further > 0 ? (kTitle + (" - " + Grouped(further)) + " more not read").c_str()
-                         : kTitle);
+    std::string title = kTitle;
+    if (further > 0) {
+        title.append(" - ").append(Grouped(further)).append(" more not read");
+    }
+    SetTitle(title.c_str());
     TellUnreadable(ended->TakeUnreadable());
 }
 
@@ -209,12 +212,13 @@ void QueryWindow::ShowCounts()
         return;
     }
     const QuerySearch::Counts counts = fSearch->Look();
-    std::string title = kTitle + (" - " + Grouped(counts.found)) + " found";
+    std::string title = kTitle;
+    title.append(" - ").append(Grouped(counts.found)).append(" found");
     if (counts.examined > 0) {
-        title += " in " + Grouped(counts.examined) + " files";
+        title.append(" in ").append(Grouped(counts.examined)).append(" files");
     }
     if (counts.unreadable > 0) {
-        title += ", " + Grouped(counts.unreadable) + " not read";
+        title.append(", ").append(Grouped(counts.unreadable)).append(" not read");
     }
     SetTitle(title.c_str());
 }
