@@ -30,8 +30,11 @@ private:
 
 #else
 
+/// Watches nothing in builds without guards.
 class Watchdog
 {
+public:
+    Watchdog() {} // by hand: a member of a type that does nothing at all is told to be unused
 };
 
 #endif
