@@ -132,6 +132,30 @@ FolderHold FolderTable::Know(int descriptor, const struct stat& st)
     return hold;
 }
 
+FolderHold FolderTable::KnowAt(int descriptor, const std::string& path)
+{
+    struct stat st;
+    if (sys::Stat(descriptor, &st) != B_OK || !S_ISDIR(st.st_mode)) {
+        return {};
+    }
+    const Key key{st.st_dev, st.st_ino};
+    auto made = std::make_unique<Folder>(); // first: the table keeps no half of one
+    made->key = key;
+    made->identity = IdentityOf(descriptor);
+    made->tag = made->identity.Tag();
+    made->releaseLast = &FolderTable::ReleaseLast;
+    made->path = path;
+    {
+        MutexLock lock(fMutex);
+        std::unique_ptr<Folder>& slot = fFolders[key];
+        if (slot == nullptr) {
+            slot = std::move(made);
+            return Hold(slot.get());
+        }
+    }
+    return Know(descriptor, st); // it may be another one by now, or not
+}
+
 /// Whether the folder that is open as `descriptor` is another one than that whose numbers it has.
 bool FolderTable::IsOther(const FolderHold& known, const FolderIdentity& identity, int descriptor)
 {

@@ -36,6 +36,9 @@ public:
     /// Makes the open folder `descriptor` known. Ownership: borrows the descriptor.
     FolderHold Know(int descriptor, const struct stat& st);
     FolderHold Know(int descriptor);
+    /// The same for the folder at `path`, without keeping it open when it was not known: for
+    /// whoever makes thousands known at once.
+    FolderHold KnowAt(int descriptor, const std::string& path);
     /// Null when the folder is not known.
     FolderHold Find(dev_t device, ino_t node);
     /// The same, when it is the one that TagOf() gave `tag` for; else one that cannot be opened. 0

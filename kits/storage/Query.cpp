@@ -273,7 +273,8 @@ status_t BQuery::Fetch()
         if (!root.IsOpen()) {
             return root.Get();
         }
-        fImpl->walk = kits::QueryWalk::Start(std::move(root), std::move(predicate), &status);
+        fImpl->walk = kits::QueryWalk::Start(std::move(root), volume.mount.point,
+                                             std::move(predicate), &status);
         return status;
     });
 }

@@ -23,6 +23,7 @@ constexpr int32 kMostThreads = 8;
 // Paths that are longer start at the folder itself; well below what the system takes in one call.
 constexpr size_t kLongPath = 2048;
 constexpr bigtime_t kDeliverTime = 10'000;
+constexpr int32 kKeptOpen = 256;
 
 } // namespace
 
@@ -65,7 +66,7 @@ private:
 
 void QueryWalk::Worker::Read(const Folder& folder)
 {
-    UniqueFd opened(sys::OpenUnmountedFolderAt(folder.base->Get(), folder.path.c_str()));
+    UniqueFd opened(sys::OpenUnmountedFolderAt(folder.base->folder.Get(), folder.path.c_str()));
     if (!opened.IsOpen()) {
         return;
     }
@@ -76,15 +77,15 @@ void QueryWalk::Worker::Read(const Folder& folder)
         opened.Get(), [this] { return fWalk.IsCancelled(); },
         [&](const FolderRecord& listed, const char* name) { Visit(opened.Get(), listed, name); });
     if (!fNames.empty()) {
-        fFound.push_back({FolderTable::Get().Know(opened.Get()), std::exchange(fNames, {})});
+        fFound.push_back({fWalk.Know(opened.Get(), folder), std::exchange(fNames, {})});
     }
     if (fSubfolders.empty()) {
         return;
     }
-    Base base = folder.base;
+    std::shared_ptr<const Base> base = folder.base;
     std::string path = folder.path == "." ? "" : folder.path + "/";
     if (path.size() > kLongPath) {
-        base = std::make_shared<const UniqueFd>(std::move(opened));
+        base = std::make_shared<const Base>(std::move(opened), std::string());
         path.clear();
     }
     for (const std::string& name : fSubfolders) {
@@ -132,10 +133,10 @@ void QueryWalk::Worker::AfterFolder()
     }
 }
 
-std::shared_ptr<QueryWalk> QueryWalk::Start(UniqueFd root, QueryPredicate predicate,
-                                            status_t* status)
+std::shared_ptr<QueryWalk> QueryWalk::Start(UniqueFd root, std::string path,
+                                            QueryPredicate predicate, status_t* status)
 {
-    auto walk = std::make_shared<QueryWalk>(std::move(root), std::move(predicate));
+    auto walk = std::make_shared<QueryWalk>(std::move(root), std::move(path), std::move(predicate));
     const int32 cores = static_cast<int32>(std::thread::hardware_concurrency());
     const int32 wanted = std::clamp<int32>(cores, 1, kMostThreads);
     {
@@ -165,10 +166,23 @@ std::shared_ptr<QueryWalk> QueryWalk::Start(UniqueFd root, QueryPredicate predic
     return walk;
 }
 
-QueryWalk::QueryWalk(UniqueFd root, QueryPredicate predicate) : fPredicate(std::move(predicate))
+QueryWalk::QueryWalk(UniqueFd root, std::string path, QueryPredicate predicate)
+    : fPredicate(std::move(predicate))
 {
     MutexLock lock(fMutex);
-    fFolders.push_back({std::make_shared<const UniqueFd>(std::move(root)), "."});
+    fFolders.push_back({std::make_shared<const Base>(std::move(root), std::move(path)), "."});
+}
+
+/// The first ones stay open, so that their hits are found wherever they are moved to. Of thousands
+/// most would be closed again at once.
+FolderHold QueryWalk::Know(int descriptor, const Folder& folder)
+{
+    const std::string& start = folder.base->path;
+    if (start.empty() || fFoldersWithHits.fetch_add(1, std::memory_order_relaxed) < kKeptOpen) {
+        return FolderTable::Get().Know(descriptor);
+    }
+    const bool isRoot = start == "/";
+    return FolderTable::Get().KnowAt(descriptor, (isRoot ? "" : start) + "/" + folder.path);
 }
 
 bool QueryWalk::GetNext(Hits* hits)

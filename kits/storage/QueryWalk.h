@@ -31,9 +31,10 @@ public:
         std::vector<std::string> names;
     };
 
-    /// Starts below `root`, an open folder, which is adopted. Null, with a status, without threads.
-    static std::shared_ptr<QueryWalk> Start(UniqueFd root, QueryPredicate predicate,
-                                            status_t* status);
+    /// Starts below `root`, an open folder, which is adopted; it lies at `path`. Null, with a
+    /// status, without threads.
+    static std::shared_ptr<QueryWalk> Start(UniqueFd root, std::string path,
+                                            QueryPredicate predicate, status_t* status);
 
     /// Waits for hits; false when there will be no more.
     bool GetNext(Hits* hits);
@@ -42,14 +43,18 @@ public:
     bool IsCancelled() const { return fIsCancelled.load(std::memory_order_relaxed); }
 
     /// For Start() alone.
-    QueryWalk(UniqueFd root, QueryPredicate predicate);
+    QueryWalk(UniqueFd root, std::string path, QueryPredicate predicate);
 
 private:
     /// Where paths start. Paths are limited, trees are not: a deep folder becomes a start itself.
-    using Base = std::shared_ptr<const UniqueFd>;
+    struct Base
+    {
+        UniqueFd folder;
+        std::string path; // "" where no call would take it
+    };
     struct Folder
     {
-        Base base;
+        std::shared_ptr<const Base> base;
         std::string path; // from there
     };
     class Worker;
@@ -58,10 +63,12 @@ private:
     void ShareFolders(std::vector<Folder>* folders);
     void Deliver(std::deque<Hits>* found);
     void ThreadEnds();
+    FolderHold Know(int descriptor, const Folder& folder);
 
     const QueryPredicate fPredicate;
     std::atomic<bool> fIsCancelled{false};
     std::atomic<int32> fIdle{0}; // threads without a folder, written under the lock
+    std::atomic<int32> fFoldersWithHits{0};
 
     Mutex fMutex;
     Condition fFoldersCame;

@@ -1,17 +1,25 @@
 #include "panes/HitsReader.h"
 
 #include "panes/DatePattern.h"
+#include "panes/LinkTargets.h"
 
+#include <OS.h>
 #include <Path.h>
 
+#include <algorithm>
+#include <atomic>
+#include <iterator>
+#include <span>
 #include <sys/stat.h>
+#include <thread>
 #include <utility>
 
 namespace norvane {
 
 namespace {
 
-constexpr int32 kNoteSteps = 256;
+constexpr size_t kChunkHits = 512;
+constexpr size_t kMostThreads = 8;
 
 BEntryRecord RecordOf(const struct stat& st)
 {
@@ -28,7 +36,77 @@ BEntryRecord RecordOf(const struct stat& st)
     return record;
 }
 
+void Append(std::vector<std::unique_ptr<DirListItem>>* rows,
+            std::vector<std::unique_ptr<DirListItem>>& more)
+{
+    rows->insert(rows->end(), std::make_move_iterator(more.begin()),
+                 std::make_move_iterator(more.end()));
+}
+
 } // namespace
+
+/// Some hits that stand together, and what was read of them.
+class HitsReader::Chunk
+{
+public:
+    struct Link
+    {
+        LinkQuestion question;
+        std::string path;
+    };
+
+    void Read(std::span<const entry_ref> hits, const DatePattern& dates);
+    void AddRow(entry_ref hit, const BEntryRecord& record, mode_t target, std::string path,
+                const DatePattern& dates);
+
+    ListedRows rows;
+    std::vector<Link> links;
+
+private:
+    void ReadHit(const entry_ref& hit, const DatePattern& dates);
+    void EnterFolder(const entry_ref& hit, const BEntry& entry);
+
+    // The folder of the last hit.
+    node_ref fNode;
+    std::string fPath; // with a slash at its end; empty: it cannot be read
+};
+
+/// What the threads share.
+class HitsReader::Work
+{
+public:
+    Work(std::span<const entry_ref> hits, const DatePattern& dates)
+        : fHits(hits), fDates(dates), chunks((hits.size() + kChunkHits - 1) / kChunkHits)
+    {
+    }
+
+    /// Reads the next hits; false when none are left or nobody wants them.
+    bool ReadNext();
+    int32 CountRead() const { return fRead; }
+    void Stop() { fNext = chunks.size(); }
+
+private:
+    const std::span<const entry_ref> fHits;
+    const DatePattern& fDates;
+    std::atomic<size_t> fNext{0};
+    std::atomic<int32> fRead{0};
+
+public:
+    std::vector<Chunk> chunks; // each is one thread's while it is read
+};
+
+bool HitsReader::Work::ReadNext()
+{
+    const size_t chunk = fNext.fetch_add(1);
+    if (chunk >= chunks.size()) {
+        return false;
+    }
+    const size_t begin = chunk * kChunkHits;
+    const size_t count = std::min(kChunkHits, fHits.size() - begin);
+    chunks[chunk].Read(fHits.subspan(begin, count), fDates);
+    fRead.fetch_add(static_cast<int32>(count));
+    return true;
+}
 
 HitsReader::HitsReader(std::vector<entry_ref> hits, std::string dateFormat)
     : fHits(std::move(hits)), fDateFormat(std::move(dateFormat))
@@ -39,74 +117,117 @@ status_t HitsReader::Read(Notes& notes, ListedRows* rows)
 {
     const DatePattern& dates = DatePattern::For(fDateFormat);
     const auto count = static_cast<int32>(fHits.size());
-    for (int32 read = 0; read < count; ++read) {
-        if (read % kNoteSteps == 0 && !notes.Note(count, read)) {
-            return B_CANCELED;
+    Work work(fHits, dates);
+    const auto help = [](void* shared) -> status_t {
+        while (static_cast<Work*>(shared)->ReadNext()) {
         }
-        ReadHit(fHits[static_cast<size_t>(read)], dates, rows);
+        return B_OK;
+    };
+    const size_t threads = std::min<size_t>(
+        {kMostThreads, std::max(1u, std::thread::hardware_concurrency()), work.chunks.size()});
+    std::vector<thread_id> helpers;
+    for (size_t helper = 1; helper < threads; ++helper) {
+        const thread_id thread = spawn_thread(help, "hits reader", B_NORMAL_PRIORITY, &work);
+        if (thread >= B_OK && resume_thread(thread) == B_OK) {
+            helpers.push_back(thread);
+        }
     }
-    AddLinks(dates, rows);
+    bool isWanted = notes.Note(count, 0);
+    while (isWanted && work.ReadNext()) {
+        isWanted = notes.Note(count, work.CountRead());
+    }
+    work.Stop();
+    for (const thread_id helper : helpers) {
+        status_t result = B_OK;
+        wait_for_thread(helper, &result);
+    }
+    if (!isWanted) {
+        return B_CANCELED;
+    }
+    for (Chunk& chunk : work.chunks) {
+        Append(&rows->folders, chunk.rows.folders);
+        Append(&rows->files, chunk.rows.files);
+    }
+    AddLinks(work.chunks, dates, rows);
     notes.Note(count, count);
     return B_OK;
 }
 
-void HitsReader::ReadHit(const entry_ref& hit, const DatePattern& dates, ListedRows* rows)
+/// They come last: what they lead to may lie on a disk that takes its time.
+void HitsReader::AddLinks(std::vector<Chunk>& chunks, const DatePattern& dates, ListedRows* rows)
 {
+    std::vector<LinkQuestion> questions;
+    std::vector<std::string> paths;
+    for (Chunk& chunk : chunks) {
+        for (Chunk::Link& link : chunk.links) {
+            link.question.number = static_cast<int32>(questions.size());
+            questions.push_back(std::move(link.question));
+            paths.push_back(std::move(link.path));
+        }
+    }
+    if (questions.empty()) {
+        return;
+    }
+    LinkTargets targets((BMessenger()));
+    const std::vector<int64> found = targets.FindAll(questions);
+    Chunk last;
+    for (size_t i = 0; i < questions.size(); ++i) {
+        // One of which it is not known stands with the files, where nothing enters it.
+        const mode_t target = found[i] < 0 ? mode_t(S_IFREG) : static_cast<mode_t>(found[i]);
+        last.AddRow(std::move(questions[i].link), questions[i].record, target, std::move(paths[i]),
+                    dates);
+    }
+    Append(&rows->folders, last.rows.folders);
+    Append(&rows->files, last.rows.files);
+}
+
+void HitsReader::Chunk::Read(std::span<const entry_ref> hits, const DatePattern& dates)
+{
+    for (const entry_ref& hit : hits) {
+        ReadHit(hit, dates);
+    }
+}
+
+void HitsReader::Chunk::ReadHit(const entry_ref& hit, const DatePattern& dates)
+{
+    const BEntry entry(&hit);
     if (fNode.device != hit.device || fNode.node != hit.directory) {
-        EnterFolder(hit);
+        EnterFolder(hit, entry);
     }
     struct stat st = {};
-    if (fPath.empty() || fFolder.GetStatFor(hit.name, &st) != B_OK) {
+    if (fPath.empty() || entry.GetStat(&st) != B_OK) {
         return;
     }
     const BEntryRecord record = RecordOf(st);
     if (S_ISLNK(st.st_mode)) {
-        const auto number = static_cast<int32>(fLinks.size());
-        fLinks.push_back({{hit, fNode, record, number}, fPath + hit.name});
+        Link& link = links.emplace_back();
+        link.question.link = hit;
+        link.question.folder = fNode;
+        link.question.record = record;
+        link.path = fPath + hit.name;
     } else {
-        AddRow(hit, record, 0, fPath + hit.name, dates, rows);
+        AddRow(hit, record, 0, fPath + hit.name, dates);
     }
 }
 
-void HitsReader::EnterFolder(const entry_ref& hit)
+void HitsReader::Chunk::EnterFolder(const entry_ref& hit, const BEntry& entry)
 {
     fNode.device = hit.device;
     fNode.node = hit.directory;
     fPath.clear();
     BPath path;
-    if (BEntry(&hit).GetParent(&fFolder) == B_OK && path.SetTo(&fFolder) == B_OK) {
+    if (entry.GetPath(&path) == B_OK) {
         fPath = path.Path();
-        fPath += fPath == "/" ? "" : "/";
+        fPath.erase(fPath.rfind('/') + 1);
     }
 }
 
-void HitsReader::AddRow(entry_ref hit, const BEntryRecord& record, mode_t target, std::string path,
-                        const DatePattern& dates, ListedRows* rows)
+void HitsReader::Chunk::AddRow(entry_ref hit, const BEntryRecord& record, mode_t target,
+                               std::string path, const DatePattern& dates)
 {
     auto row = std::make_unique<DirListItem>(std::move(hit), record, dates, target);
     row->ShowPath(std::move(path));
-    (row->IsDir() ? rows->folders : rows->files).push_back(std::move(row));
-}
-
-/// They come last: what they lead to may lie on a disk that takes its time.
-void HitsReader::AddLinks(const DatePattern& dates, ListedRows* rows)
-{
-    if (fLinks.empty()) {
-        return;
-    }
-    std::vector<LinkQuestion> questions;
-    questions.reserve(fLinks.size());
-    for (const Link& link : fLinks) {
-        questions.push_back(link.question);
-    }
-    LinkTargets targets((BMessenger()));
-    const std::vector<int64> found = targets.FindAll(questions);
-    for (size_t i = 0; i < fLinks.size(); ++i) {
-        // One of which it is not known stands with the files, where nothing enters it.
-        const mode_t target = found[i] < 0 ? mode_t(S_IFREG) : static_cast<mode_t>(found[i]);
-        AddRow(std::move(fLinks[i].question.link), fLinks[i].question.record, target,
-               std::move(fLinks[i].path), dates, rows);
-    }
+    (row->IsDir() ? rows.folders : rows.files).push_back(std::move(row));
 }
 
 } // namespace norvane

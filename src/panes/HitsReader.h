@@ -1,9 +1,7 @@
 #pragma once
 
-#include "panes/LinkTargets.h"
 #include "panes/RowsJob.h"
 
-#include <Directory.h>
 #include <Entry.h>
 
 #include <string>
@@ -14,6 +12,8 @@ namespace norvane {
 class DatePattern;
 
 /// Reads the hits of a query into rows, which show their paths. Hits that are gone have none.
+///
+/// Many hits are read by several threads, each some hundred at a time.
 class HitsReader : public RowsReader
 {
 public:
@@ -24,25 +24,13 @@ public:
     status_t Read(Notes& notes, ListedRows* rows) override;
 
 private:
-    struct Link
-    {
-        LinkQuestion question;
-        std::string path;
-    };
+    class Chunk;
+    class Work;
 
-    void ReadHit(const entry_ref& hit, const DatePattern& dates, ListedRows* rows);
-    void EnterFolder(const entry_ref& hit);
-    void AddRow(entry_ref hit, const BEntryRecord& record, mode_t target, std::string path,
-                const DatePattern& dates, ListedRows* rows);
-    void AddLinks(const DatePattern& dates, ListedRows* rows);
+    void AddLinks(std::vector<Chunk>& chunks, const DatePattern& dates, ListedRows* rows);
 
-    std::vector<entry_ref> fHits;
+    const std::vector<entry_ref> fHits;
     const std::string fDateFormat;
-    // The folder of the last hit.
-    BDirectory fFolder;
-    node_ref fNode;
-    std::string fPath; // with a slash at its end
-    std::vector<Link> fLinks;
 };
 
 } // namespace norvane

@@ -78,7 +78,8 @@ void QuerySearch::Work::Do()
     BVolumeRoster roster;
     BVolume volume;
     while (!fIsCancelled && roster.GetNextVolume(&volume) == B_OK) {
-        if (volume.KnowsQuery()) {
+        const bool isMeant = fOrder.volume == 0 || fOrder.volume == volume.Device();
+        if (isMeant && volume.KnowsQuery()) {
             Search(volume);
         }
     }

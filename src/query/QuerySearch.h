@@ -11,7 +11,7 @@
 
 namespace norvane {
 
-/// Searches all volumes for the entries of a predicate, and their contents when that is asked for,
+/// Searches volumes for the entries of a predicate, and their contents when that is asked for,
 /// on threads of its own.
 ///
 /// Letting go of it ends the search: it tells nobody anything from then on, and nobody waits for
@@ -27,6 +27,7 @@ public:
         std::optional<std::string> text; // what the files must hold
         BMessenger window;               // is sent kSearchEnded, with int32 "search"
         int32 number = 0;                // that "search"
+        dev_t volume = 0;                // the only one to be searched; 0: all
     };
     struct Counts
     {
