@@ -38,12 +38,12 @@ enum WindowCommand : uint32 {
 
 // What the main window is told of what happened elsewhere.
 enum WindowNotice : uint32 {
-    kFolderNamed = 512,     // string "text": the name of a new folder
-    kFolderToGoTyped = 514, // string "text"
-    kColumnResized = 600,   // decimal strings "ColumnIndex" and "ColumnWidth"
-    kQueryResults = 601,    // the first field of refs: the hits; string "QueryString"
-    kSessionChosen = 602,   // string "session": the file of the connection to be made
-    kPreferencesSaved = 614,
+    kFolderNamed = 512,           // string "text": the name of a new folder
+    kFolderToGoTyped = 514,       // string "text"
+    kColumnResized = 600,         // decimal strings "ColumnIndex" and "ColumnWidth"
+    kQueryResults = 601,          // the first field of refs: the hits; string "QueryString"
+    kSessionChosen = 602,         // string "session": the file of the connection to be made
+    kPreferencesSaved = 614,      // int32 "status" where nobody has told of it yet
     kTellMissingFolders = 'Miss', // to itself: folders could not be shown, say so
     kVolumeFound = 'VolF',    // to itself: int32 "shown" is that of string "path", "device" is gone
     kNotOpened = 'NoOp',      // string "name", int32 "status": TellNotOpened() shows it
@@ -130,6 +130,14 @@ enum QueryMessage : uint32 {
     kVolumesChoice = 3000, // int32 "Volumes"
     kSearchEnded = 'SrcE', // int32 "search": which one
     kTellCounts = 'SrcC',  // to itself: how far is the search?
+};
+
+// What the preferences window is told, by its controls and by what it had done.
+enum PreferencesMessage : uint32 {
+    kPreferencesAccepted = 3500,
+    kPreferencesHelp = 3501,
+    kDateFormatChosen = 3502,  // string "Date Format"
+    kPreferencesRead = 'PrfR', // the preferences; the main window gets it, too
 };
 
 // What a question is told.

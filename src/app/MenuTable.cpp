@@ -53,7 +53,7 @@ std::vector<MenuColumn> BuildMenus()
           {"Query", kQuery, 'U', 0, kReady},
           {"Ftp Connections", kFtpConnections, 'F', 0, kReady},
           {"Disconnect FTP Connection", kDisconnectFtp, 'F', B_SHIFT_KEY, kReady},
-          {"Preferences", kPreferences, 'R'}}},
+          {"Preferences", kPreferences, 'R', 0, kReady}}},
         {"Applications",
          {{"Open Tracker", kOpenTracker, 'T', 0, kReady},
           {"Open Terminal", kOpenTerminal, 'T', B_SHIFT_KEY}}},

@@ -11,6 +11,7 @@
 namespace norvane {
 
 class DirPane;
+struct Preferences;
 
 /// The main window: a menu bar over one to ten panes of equal width, and the receiver of all
 /// commands.
@@ -87,7 +88,10 @@ private:
     void ShowOverwriteTest();
     void SetColumnFromMessage(const BMessage& message);
     bool HasNewerWidth(const char* column) const;
+    void LaunchOptionsWindow();
+    void PreferencesSaved(const BMessage& notice);
     void GetPreferences();
+    void SetTo(const Preferences& preferences);
     void CheckPlaces();
     // Volumes (WindowVolumes.cpp)
     void VolumeChanged(const BMessage& message);

@@ -8,11 +8,15 @@
 #include "panes/DirPane.h"
 #include "panes/DirView.h"
 #include "panes/OpenEntry.h"
+#include "panes/SoonAnswer.h"
+#include "prefs/OptionsWindow.h"
 #include "query/QueryWindow.h"
 #include "settings/HomeFolder.h"
 #include "settings/MsgBox.h"
 #include "settings/Numbers.h"
+#include "settings/Preferences.h"
 #include "settings/Profile.h"
+#include "settings/SettingsTrouble.h"
 
 #include <Alert.h>
 #include <AppDefs.h>
@@ -23,18 +27,9 @@
 #include <StorageDefs.h>
 
 #include <cstring>
+#include <optional>
 
 namespace norvane {
-
-namespace {
-
-bool ReadSwitch(const char* key)
-{
-    char value[kProfileLineBytes];
-    return !GetProfileString(kSettingsFolder, key, value, kSettingsFile) || atoi(value) != 0;
-}
-
-} // namespace
 
 void NorvaneWindow::Show()
 {
@@ -303,20 +298,41 @@ bool NorvaneWindow::HasNewerWidth(const char* column) const
     return isFound;
 }
 
+void NorvaneWindow::LaunchOptionsWindow()
+{
+    auto* options = new OptionsWindow(Bounds(), this);
+    options->Show();
+}
+
+void NorvaneWindow::PreferencesSaved(const BMessage& notice)
+{
+    const status_t status = notice.GetInt32("status", B_OK);
+    if (status != B_OK) {
+        TellUnsavedSettings(kSettingsFile, status);
+    }
+    GetPreferences();
+}
+
 void NorvaneWindow::GetPreferences()
 {
     BAutolock lock(this);
-    char dateFormat[kProfileLineBytes] = "%D %R";
-    GetProfileString(kSettingsFolder, "DateFormat", dateFormat, kSettingsFile);
-    const bool showsProgress = ReadSwitch("ShowProgressBar");
-    const bool showsHeader = ReadSwitch("ShowHeader");
-    const bool showsFooter = ReadSwitch("ShowFooter");
+    const std::optional<BMessage> answer = AnswerSoon(
+        [] {
+            BMessage read(kPreferencesRead);
+            Preferences::Read().AddTo(&read);
+            return read;
+        },
+        BMessenger(this));
+    if (answer) {
+        SetTo(Preferences::In(*answer));
+    }
+}
+
+void NorvaneWindow::SetTo(const Preferences& preferences)
+{
     for (int32 index = 0; index < CountPanes(); index++) {
         DirView* list = PaneAt(index)->GetDirView();
-        list->SetDateFormat(dateFormat);
-        list->SetProgressFlag(showsProgress);
-        list->SetHeaderFlag(showsHeader);
-        list->SetFooterFlag(showsFooter);
+        list->SetTo(preferences);
         PaneAt(index)->ShowStrips();
         list->Refresh();
     }

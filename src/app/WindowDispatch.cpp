@@ -5,6 +5,7 @@
 #include "panes/DirPane.h"
 #include "panes/OpenEntry.h"
 #include "settings/HomeFolder.h"
+#include "settings/Preferences.h"
 
 #include <AppDefs.h>
 #include <NodeMonitor.h>
@@ -69,6 +70,10 @@ const NorvaneWindow::Answer NorvaneWindow::kCommands[] = {
     {kDisconnectFtp,
      [](auto& window, auto&) {
          window.TellPane(&DirPane::Disconnect);
+     }},
+    {kPreferences,
+     [](auto& window, auto&) {
+         window.LaunchOptionsWindow();
      }},
     {kOpenTracker,
      [](auto& window, auto&) {
@@ -143,8 +148,12 @@ const NorvaneWindow::Answer NorvaneWindow::kNotices[] = {
          window.SetColumnFromMessage(notice);
      }},
     {kPreferencesSaved,
-     [](auto& window, auto&) {
-         window.GetPreferences();
+     [](auto& window, auto& notice) {
+         window.PreferencesSaved(notice);
+     }},
+    {kPreferencesRead,
+     [](auto& window, auto& answer) {
+         window.SetTo(Preferences::In(answer));
      }},
     {kFoldersMoved,
      [](auto& window, auto&) {

@@ -7,7 +7,7 @@
 #include "panes/RowIcons.h"
 #include "settings/HomeFolder.h"
 #include "settings/Numbers.h"
-#include "settings/Profile.h"
+#include "settings/Preferences.h"
 
 #include <AppDefs.h>
 #include <Bitmap.h>
@@ -18,7 +18,6 @@
 #include <Window.h>
 
 #include <cmath>
-#include <cstdio>
 #include <cstring>
 
 // Construction, what the list is told, columns and preferences.
@@ -45,12 +44,6 @@ constexpr ColumnDefault kColumns[] = {
     {"Date", 145, CLV_SORT_KEYABLE},
     {"Permissions", 100, CLV_SORT_KEYABLE},
 };
-
-bool ReadFlag(const char* key)
-{
-    char value[kProfileLineBytes];
-    return !GetProfileString(kSettingsFolder, key, value, kSettingsFile) || atoi(value) != 0;
-}
 
 } // namespace
 
@@ -262,13 +255,16 @@ void DirView::SetColumnWidth(int32 index, int width)
 
 void DirView::GetPreferences()
 {
-    char format[kDateFormatBytes];
-    std::snprintf(format, sizeof(format), "%s", DatePattern::kDefault);
-    GetProfileString(kSettingsFolder, "DateFormat", format, sizeof(format), kSettingsFile);
-    SetDateFormat(format);
-    SetProgressFlag(ReadFlag("ShowProgressBar"));
-    fShowsHeader = ReadFlag("ShowHeader");
-    fShowsFooter = ReadFlag("ShowFooter");
+    SetDateFormat(DatePattern::kDefault); // stays where the stored one is refused
+    SetTo(Preferences::Read());
+}
+
+void DirView::SetTo(const Preferences& preferences)
+{
+    SetDateFormat(preferences.dateFormat.c_str());
+    SetProgressFlag(preferences.showsProgress);
+    SetHeaderFlag(preferences.showsHeader);
+    SetFooterFlag(preferences.showsFooter);
 }
 
 void DirView::SetDateFormat(const char* pattern)

@@ -22,6 +22,8 @@ class BScrollView;
 
 namespace norvane {
 
+struct Preferences;
+
 /// The file list of a pane: shows the rows of a source, keeps marks apart from the selection,
 /// packs the chosen entries into messages, and follows the changes of its folder.
 ///
@@ -130,7 +132,9 @@ public:
     // Columns and preferences
     int ColumnWidth(int32 index) const;
     void SetColumnWidth(int32 index, int width);
+    /// Reads them from the settings.
     void GetPreferences();
+    void SetTo(const Preferences& preferences);
     void SetDateFormat(const char* pattern);
     void SetProgressFlag(bool isOn) { fNotifier.SetShowsProgress(isOn); }
     void SetHeaderFlag(bool isOn) { fShowsHeader = isOn; }

@@ -1,7 +1,7 @@
 #include "query/QueryViews.h"
 
 #include "MessageCodes.h"
-#include "ftp/sessions/DialogLayout.h"
+#include "fileops/windows/DialogLayout.h"
 
 #include <CheckBox.h>
 #include <Font.h>

@@ -1,7 +1,7 @@
 #include "query/QueryWindow.h"
 
 #include "MessageCodes.h"
-#include "ftp/sessions/DialogLayout.h"
+#include "fileops/windows/DialogLayout.h"
 #include "query/QueryViews.h"
 #include "settings/MsgBox.h"
 

@@ -3,7 +3,9 @@
 #include "settings/Numbers.h"
 #include "settings/Profile.h"
 
+#include <Autolock.h>
 #include <Errors.h>
+#include <Locker.h>
 
 #include <algorithm>
 #include <utility>
@@ -105,6 +107,10 @@ status_t SettingsWriter::ReadKnown()
 
 status_t SettingsWriter::Write()
 {
+    // One at a time: a writer that reads while another one writes would set again what is old.
+    // Never destroyed: threads that wait for a disk go on when main() has ended.
+    static BLocker& lock = *new BLocker("settings");
+    const BAutolock hold(lock);
     status_t status = ReadKnown();
     for (int round = 0; status == B_OK && round < kRounds; round++) {
         const std::vector<KeyAndValue> different = Different();

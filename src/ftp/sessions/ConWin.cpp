@@ -2,7 +2,7 @@
 
 #include "MessageCodes.h"
 #include "fileops/engine/ProblemList.h"
-#include "ftp/sessions/DialogLayout.h"
+#include "fileops/windows/DialogLayout.h"
 #include "ftp/sessions/FtpWin.h"
 #include "ftp/sessions/SessionErrands.h"
 #include "settings/MsgBox.h"

@@ -1,7 +1,7 @@
 #include "ftp/sessions/PasswordWin.h"
 
 #include "MessageCodes.h"
-#include "ftp/sessions/DialogLayout.h"
+#include "fileops/windows/DialogLayout.h"
 #include "ftp/sessions/PassControl.h"
 
 #include <Button.h>

@@ -196,6 +196,64 @@ TEST_F(WindowCommandsTest, ReadsThePreferencesAgain)
     });
 }
 
+TEST_F(WindowCommandsTest, TellsWhatCouldNotBeSavedLate)
+{
+    OpenThree();
+    BMessage notice(kPreferencesSaved);
+    notice.AddInt32("status", B_DEVICE_FULL);
+
+    fWindow->PostMessage(&notice);
+
+    std::string text;
+    ASSERT_TRUE(kits::testing::AnswerAlert("Oh well", &text));
+    EXPECT_EQ(text, "The settings could not be saved.\n\nNorvane.pref: The volume is full");
+}
+
+TEST_F(WindowCommandsTest, PreferencesOpenByTheirKeyAsOftenAsAsked)
+{
+    OpenThree();
+    for (const int32 count : {1, 2}) {
+        kits::testing::ActivateWindow(fWindow);
+        ASSERT_TRUE(kits::testing::WaitForFocus(fWindow));
+        kits::testing::TypeKey('r', B_COMMAND_KEY);
+        EXPECT_TRUE(kits::testing::WaitFor(
+            [count] { return kits::testing::CountShown("Norvane Preferences Dialog") == count; }));
+    }
+    for (const int32 left : {1, 0}) {
+        BWindow* options = kits::testing::WaitForWindow("Norvane Preferences Dialog");
+        ASSERT_NE(options, nullptr);
+        // In the middle of the window's bounds, taken as a place on the screen
+        EXPECT_LE(std::abs(options->Frame().left - 180), 1);
+        kits::testing::CloseWindow(options);
+        EXPECT_TRUE(kits::testing::WaitFor(
+            [left] { return kits::testing::CountShown("Norvane Preferences Dialog") == left; }));
+    }
+}
+
+TEST_F(WindowCommandsTest, SavedPreferencesAreSeenInAllPanes)
+{
+    OpenThree();
+    kits::testing::TypeKey('r', B_COMMAND_KEY);
+    BWindow* options = kits::testing::WaitForWindow("Norvane Preferences Dialog");
+    ASSERT_NE(options, nullptr);
+    ASSERT_TRUE(kits::testing::WaitForFocus(options));
+
+    for (const char key : {B_TAB, B_TAB, B_SPACE, B_ENTER}) {
+        kits::testing::TypeKey(key);
+    }
+
+    for (int32 pane = 0; pane < 3; pane++) {
+        EXPECT_TRUE(kits::testing::WaitFor([&] {
+            const BAutolock lock(fWindow);
+            const DirPane* shown = fWindow->PaneAt(pane);
+            return shown->ChildAt(0)->IsHidden() && !shown->ChildAt(2)->IsHidden();
+        }));
+    }
+    EXPECT_EQ(Setting("ShowHeader"), "0");
+    const BAutolock lock(options);
+    options->PostMessage(B_QUIT_REQUESTED);
+}
+
 TEST_F(WindowCommandsTest, AnUnmountedVolumeSendsItsPanesHome)
 {
     OpenThree();
@@ -300,11 +358,11 @@ TEST_F(WindowCommandsTest, OnlyWhatWorksCanBeChosen)
         ASSERT_NE(bar, nullptr);
         ASSERT_EQ(bar->CountItems(), 7);
         for (const char* label : {"Open", "About", "Quit", "Add Pane", "Pane 10", "Rename",
-                                  "New Folder", "Empty Trash", "GoTo Directory"}) {
+                                  "New Folder", "Empty Trash", "GoTo Directory", "Preferences"}) {
             ASSERT_NE(bar->FindItem(label), nullptr) << label;
             EXPECT_TRUE(bar->FindItem(label)->IsEnabled()) << label;
         }
-        for (const char* label : {"Query", "Preferences", "Open Terminal"}) {
+        for (const char* label : {"Query", "Open Terminal"}) {
             ASSERT_NE(bar->FindItem(label), nullptr) << label;
             EXPECT_FALSE(bar->FindItem(label)->IsEnabled()) << label;
         }

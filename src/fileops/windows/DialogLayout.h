@@ -8,7 +8,7 @@ class BView;
 
 namespace norvane {
 
-/// What the dialogs of saved connections share of their looks. Units: view units.
+/// What dialogs share of their looks. Units: view units.
 constexpr float kDialogEdge = 10;
 
 /// A frame of that size in the middle of `around`, moved and cut so that the screen shows it.

@@ -1,4 +1,4 @@
-#include "ftp/sessions/DialogLayout.h"
+#include "fileops/windows/DialogLayout.h"
 
 #include <Alert.h>
 #include <Font.h>

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <SupportDefs.h>
+
+#include <string>
+
+class BMessage;
+
+namespace norvane {
+
+/// What a person chose in the preferences window, as it is kept in the settings.
+struct Preferences
+{
+    std::string dateFormat = "%D %R"; // of the Date column, for strftime
+    bool showsProgress = true;
+    bool showsHeader = true; // of each pane
+    bool showsFooter = true;
+
+    /// Reads them; what is missing is as above. What cannot be read is told, and counts as missing.
+    /// Thread: any; waits for the disk.
+    static Preferences Read();
+    /// Writes all of them, and loses no other setting.
+    /// Errors: those of SettingsWriter::Write(); B_BAD_VALUE for a format that no line can hold.
+    /// Thread: any; waits for the disk.
+    status_t Write() const;
+
+    /// Puts them into a message, and finds them there.
+    void AddTo(BMessage* message) const;
+    static Preferences In(const BMessage& message);
+
+    bool operator==(const Preferences& other) const = default;
+};
+
+} // namespace norvane

@@ -1,0 +1,97 @@
+#!/usr/bin/env bash
+# The preferences window by real keys: it shows what is stored, "OK" stores and is seen in the panes at
+# once, "Cancel" stores nothing, "Help" says that there is none.
+. "$(dirname "$0")/lib.sh"
+
+title="Norvane Preferences Dialog"
+mkdir -p "$base/one" "$base/two"
+echo text >"$base/one/file"
+touch -d '2026-03-04 05:06:07' "$base/one/file" "$base/two" "$base/one"
+write_settings "$base/one" "$base/two"
+printf 'ShowFooter=1\n' >>"$settings_file"
+
+# open_preferences: until it can be worked
+open_preferences() {
+    key ctrl+r
+    expect "no preferences window" window_focused "$title"
+    expect "the preferences window stays empty" painted "$title"
+    expect "the preferences window is still being painted" still "$(window_id "$title")"
+}
+stored() { [ "$(setting "$1")" = "$2" ]; }
+
+start_desktop 1280x800 wm || fail "no desktop"
+start_norvane
+main=$(window_id Norvane)
+expect "the panes are still being painted" still "$main"
+panes=$(look "$main")
+
+# Nothing is stored by looking, nor by "Cancel" after changes
+before=$(cat "$settings_file")
+open_preferences
+shot "preferences-open"
+key space
+expect "the field opens no menu" menu_open
+shot "preferences-formats"
+key Down Return
+expect "the menu stays" menu_closed
+key Tab space
+key Escape
+expect "the preferences window stays" window_gone "$title"
+[ "$(cat "$settings_file")" = "$before" ] || fail "Cancel stored: $(cat "$settings_file")"
+expect "the main window has no focus" window_focused Norvane
+expect "Cancel changed the panes" looks "$panes" "$main"
+
+# Another format, no progress bar, no header: stored, and seen in the panes
+open_preferences
+key space
+expect "the field opens no menu" menu_open
+key Down Return
+expect "the menu stays" menu_closed
+key Tab space Tab space
+shot "preferences-changed"
+key Return
+expect "the format is not stored: $(cat "$settings_file")" stored DateFormat "%D %T"
+expect "the progress bar is not stored" stored ShowProgressBar 0
+expect "the header is not stored" stored ShowHeader 0
+expect "the footer is not stored" stored ShowFooter 1
+[ "$(setting Pane0)" = "$base/one" ] || fail "another setting is lost: $(cat "$settings_file")"
+expect "the panes do not change" looks_new "$panes" "$main"
+[ "$(window_id "$title")" != "" ] || fail "the window closed"
+shot "preferences-stored"
+
+# The other pages by arrows on their tabs, and back
+window=$(window_id "$title")
+general=$(look "$window")
+key shift+Tab shift+Tab shift+Tab
+expect "the tabs show no focus" looks_new "$general" "$window"
+tabs=$(look "$window")
+key Right
+expect "the arrow changes no page" looks_new "$tabs" "$window"
+shot "preferences-advanced"
+key Left
+expect "the arrow does not come back" looks "$tabs" "$window"
+
+# Help: from the tabs to the last button
+key Tab Tab Tab Tab Tab Tab Tab space
+answerable foo
+shot "preferences-help"
+dismiss foo
+expect "the preferences window has no focus" window_focused "$title"
+key Escape
+expect "the preferences window stays" window_gone "$title"
+
+# All as it was: the panes show what they showed
+open_preferences
+key space
+expect "the field opens no menu" menu_open
+key Home Return
+expect "the menu stays" menu_closed
+key Tab space Tab space Return
+expect "the format is not stored" stored DateFormat "%D %R"
+expect "the header is not stored" stored ShowHeader 1
+key Escape
+expect "the preferences window stays" window_gone "$title"
+expect "the main window has no focus" window_focused Norvane
+expect "the panes are not as they were" looks "$panes" "$main"
+quit_norvane
+[ "$(setting DateFormat)" = "%D %R" ] || fail "the end of the program lost the format"
