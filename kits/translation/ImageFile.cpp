@@ -2,7 +2,6 @@
 
 #include <Entry.h>
 
-#include <cstring>
 #include <sys/stat.h>
 
 namespace kits {
@@ -35,13 +34,6 @@ ImageFile::ImageFile(const char* path) : fStatus(OpenRegular(path, &fFile, &fSiz
     if (fStatus == B_OK) {
         open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     }
-}
-
-QByteArray ImageFile::FormatOf(const char* path)
-{
-    const char* name = std::strrchr(path, '/');
-    const char* dot = std::strrchr(name != nullptr ? name : path, '.');
-    return dot != nullptr ? QByteArray(dot + 1).toLower() : QByteArray();
 }
 
 qint64 ImageFile::readData(char* data, qint64 most)

@@ -2,7 +2,6 @@
 
 #include <File.h>
 
-#include <QByteArray>
 #include <QIODevice>
 
 namespace kits {
@@ -18,8 +17,6 @@ public:
 
     /// Of opening, or of the first read that failed.
     status_t Status() const { return fStatus; }
-    /// The format that a file's ending stands for; empty without an ending.
-    static QByteArray FormatOf(const char* path);
 
     // QIODevice
     qint64 size() const override { return fSize; }

@@ -38,16 +38,11 @@ status_t StatusOf(const QImageReader& reader)
                                                                   : B_ILLEGAL_DATA;
 }
 
-// The ending helps with formats that cannot be told by their first bytes; these decide where they
-// can be.
-status_t ReadImage(kits::ImageFile& file, const char* path, QImage* image)
+// Told by its contents, whatever the file's name says.
+status_t ReadImage(kits::ImageFile& file, QImage* image)
 {
     LimitAllocations();
     QImageReader reader(&file);
-    if (!reader.canRead()) {
-        file.seek(0);
-        reader.setFormat(kits::ImageFile::FormatOf(path));
-    }
     if (!reader.canRead()) {
         return file.Status() != B_OK ? file.Status() : B_NO_TRANSLATOR;
     }
@@ -89,7 +84,7 @@ BBitmap* BTranslationUtils::GetBitmap(const char* path, status_t* status)
     QImage image;
     *status = file.Status();
     if (*status == B_OK) {
-        *status = ReadImage(file, path, &image);
+        *status = ReadImage(file, &image);
     }
     if (*status != B_OK) {
         return nullptr;
