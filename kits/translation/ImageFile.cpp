@@ -1,5 +1,7 @@
 #include "ImageFile.h"
 
+#include "server/ToolkitUse.h"
+
 #include <Entry.h>
 
 #include <sys/stat.h>
@@ -38,6 +40,10 @@ ImageFile::ImageFile(const char* path) : fStatus(OpenRegular(path, &fFile, &fSiz
 
 qint64 ImageFile::readData(char* data, qint64 most)
 {
+    if (ToolkitUse::IsEnding()) {
+        fStatus = B_CANCELED;
+        return -1;
+    }
     const ssize_t count = fFile.ReadAt(pos(), data, static_cast<size_t>(most));
     if (count < 0) {
         fStatus = static_cast<status_t>(count);

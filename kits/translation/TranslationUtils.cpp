@@ -2,6 +2,7 @@
 
 #include "ImageFile.h"
 #include "interface/graphics/BitmapAccess.h"
+#include "server/ToolkitUse.h"
 
 #include <Bitmap.h>
 #include <Entry.h>
@@ -80,6 +81,11 @@ BBitmap* BTranslationUtils::GetBitmap(const entry_ref* ref)
 
 BBitmap* BTranslationUtils::GetBitmap(const char* path, status_t* status)
 {
+    const kits::ToolkitUse use;
+    if (!use) {
+        *status = B_NO_INIT;
+        return nullptr;
+    }
     kits::ImageFile file(path);
     QImage image;
     *status = file.Status();

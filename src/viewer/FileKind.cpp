@@ -6,12 +6,11 @@
 #include <NodeInfo.h>
 
 #include <cstring>
+#include <sys/stat.h>
 
 namespace norvane {
 
 namespace {
-
-constexpr char kEmptyFile[] = "application/x-zerosize";
 
 bool BeginsWith(const char* text, const char* start)
 {
@@ -41,9 +40,15 @@ ViewedKind KindOf(const char* type)
     if (BeginsWith(type, "image/")) {
         return ViewedKind::kImage;
     }
-    const bool isText = BeginsWith(type, "text/") || BMimeType(type).Inherits("text/plain") ||
-                        std::strcmp(type, kEmptyFile) == 0;
+    const bool isText = BeginsWith(type, "text/") || BMimeType(type).Inherits("text/plain");
     return isText ? ViewedKind::kText : ViewedKind::kUnknown;
+}
+
+/// An empty file whose name says nothing is an empty text.
+bool IsEmptyFile(const BNode& node)
+{
+    struct stat st;
+    return node.GetStat(&st) == B_OK && S_ISREG(st.st_mode) && st.st_size == 0;
 }
 
 } // namespace
@@ -69,6 +74,9 @@ FileKind FindFileKind(const std::string& path)
         found.kind = ViewedKind::kError;
     } else {
         found.kind = KindOf(type);
+        if (found.kind == ViewedKind::kUnknown && IsEmptyFile(node)) {
+            found.kind = ViewedKind::kText;
+        }
         if (found.kind == ViewedKind::kUnknown) {
             found.complaints.push_back("Unknown file type!");
         }

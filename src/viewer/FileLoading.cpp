@@ -58,18 +58,17 @@ void FileLoading::Work::Run()
         news.kind = found.kind;
         news.complaints = found.complaints;
     });
-    std::string trouble;
-    std::string remark;
+    TextOutcome outcome;
     std::unique_ptr<BBitmap> image;
     if (found.kind == ViewedKind::kText) {
-        ReadText(fPath, fFont, *this, &trouble, &remark);
+        outcome = ReadText(fPath, fFont, *this);
     } else if (found.kind == ViewedKind::kImage && WantsMore()) {
-        image = ReadImage(fPath, &trouble);
+        image = ReadImage(fPath, &outcome.trouble);
     }
     Tell([&](FileNews& news) {
         news.image = std::move(image);
-        news.trouble = trouble;
-        news.remark = remark;
+        news.trouble = outcome.trouble;
+        news.remark = outcome.remark;
         news.isDone = true;
     });
 }

@@ -1,7 +1,7 @@
 #include "viewer/TextReading.h"
 
 #include "fileops/engine/ProblemList.h"
-#include "viewer/SizeText.h"
+#include "viewer/RoughSize.h"
 
 #include <Entry.h>
 #include <File.h>
@@ -23,20 +23,23 @@ constexpr size_t kPieceBytes = size_t{1024} * 1024;
 class Reading
 {
 public:
-    Reading(const BFont& font, TextTaker& taker) : fFont(font), fTaker(taker) {}
+    Reading(const BFont& font, TextTaker& taker, const TextLimits& limits)
+        : fFont(font), fTaker(taker), fLimits(limits)
+    {
+    }
 
     status_t Open(const std::string& path);
     /// Reads on up to `end`; false when that was not reached, or nobody wants it any more.
+    /// Reads what the limits allow and hands it over; tells how much, when that is not all.
+    std::string ReadAll();
+
+private:
     bool ReadTo(int64 end);
     void HandOver(std::string text);
 
-    int64 Size() const { return fSize; }
-    status_t Status() const { return fStatus; }
-    std::string& Text() { return fText; }
-
-private:
     const BFont& fFont;
     TextTaker& fTaker;
+    const TextLimits& fLimits;
     BFile fFile;
     int64 fSize = 0;
     status_t fStatus = B_OK;
@@ -64,6 +67,7 @@ status_t Reading::Open(const std::string& path)
     return status;
 }
 
+// False when the end was not reached, or nobody wants it any more.
 bool Reading::ReadTo(int64 end)
 {
     while (static_cast<int64>(fText.size()) < end && fTaker.WantsMore()) {
@@ -83,7 +87,7 @@ bool Reading::ReadTo(int64 end)
 
 void Reading::HandOver(std::string text)
 {
-    const bool isMeasured = static_cast<int64>(text.size()) <= kMeasuredTextBytes;
+    const bool isMeasured = static_cast<int64>(text.size()) <= fLimits.measured;
     auto contents = std::make_unique<BTextContents>(std::move(text));
     if (isMeasured) {
         contents->MeasureWidestLine(fFont);
@@ -91,42 +95,46 @@ void Reading::HandOver(std::string text)
     fTaker.TakeText(std::move(contents));
 }
 
-void ReadAll(Reading& reading, TextTaker& taker, std::string* remark)
+std::string Reading::ReadAll()
 {
-    const int64 end = std::min(reading.Size(), kMostTextBytes);
-    reading.Text().reserve(static_cast<size_t>(end));
-    if (end > kFirstTextBytes && reading.ReadTo(kFirstTextBytes)) {
-        reading.HandOver(reading.Text());
+    const int64 end = std::min(fSize, fLimits.most);
+    fText.reserve(static_cast<size_t>(end));
+    if (end > fLimits.first && ReadTo(fLimits.first)) {
+        HandOver(fText);
     }
-    reading.ReadTo(end);
-    if (!taker.WantsMore()) {
-        return;
+    ReadTo(end);
+    if (!fTaker.WantsMore()) {
+        return {};
     }
-    const int64 read = static_cast<int64>(reading.Text().size());
-    if (reading.Status() != B_OK) {
-        *remark = "the first " + SizeText(read) + ": " + ReasonFor(reading.Status());
-    } else if (end < reading.Size()) {
-        *remark = "the first " + SizeText(read) + " of " + SizeText(reading.Size());
+    std::string remark;
+    const std::string read = "the first " + RoughSize(static_cast<int64>(fText.size()));
+    if (fStatus != B_OK) {
+        remark = read + ": " + ReasonFor(fStatus);
+    } else if (end < fSize) {
+        remark = read + " of " + RoughSize(fSize);
     }
-    reading.HandOver(std::move(reading.Text()));
+    HandOver(std::move(fText));
+    return remark;
 }
 
 } // namespace
 
-void ReadText(const std::string& path, const BFont& font, TextTaker& taker, std::string* trouble,
-              std::string* remark)
+TextOutcome ReadText(const std::string& path, const BFont& font, TextTaker& taker,
+                     const TextLimits& limits)
 {
+    TextOutcome outcome;
     try {
-        Reading reading(font, taker);
+        Reading reading(font, taker, limits);
         const status_t status = reading.Open(path);
         if (status == B_OK) {
-            ReadAll(reading, taker, remark);
+            outcome.remark = reading.ReadAll();
         } else {
-            *trouble = ReasonFor(status);
+            outcome.trouble = ReasonFor(status);
         }
     } catch (const std::bad_alloc&) {
-        *trouble = ReasonFor(B_NO_MEMORY);
+        outcome.trouble = ReasonFor(B_NO_MEMORY);
     }
+    return outcome;
 }
 
 } // namespace norvane

@@ -9,12 +9,23 @@ class BTextContents;
 
 namespace norvane {
 
-/// So much of a file is shown at most.
-constexpr int64 kMostTextBytes = int64{512} * 1024 * 1024;
-/// Of a larger one the beginning is shown before the rest is read.
-constexpr int64 kFirstTextBytes = int64{256} * 1024;
-/// In a larger one the widest line is not looked for.
-constexpr int64 kMeasuredTextBytes = int64{64} * 1024 * 1024;
+/// How much of a file is read. Units: bytes.
+struct TextLimits
+{
+    /// So much of it is shown at most.
+    int64 most = int64{512} * 1024 * 1024;
+    /// Of a larger one that much is shown before the rest is read.
+    int64 first = int64{256} * 1024;
+    /// In a larger one the widest line is not looked for.
+    int64 measured = int64{64} * 1024 * 1024;
+};
+
+/// What is to be said of it; empty texts when there is nothing to say.
+struct TextOutcome
+{
+    std::string trouble; // why nothing could be read
+    std::string remark;  // how much was, when that is not all
+};
 
 /// Who wants a file's text.
 class TextTaker
@@ -29,11 +40,9 @@ public:
 };
 
 /// Reads a file as the text that it is, byte for byte, and as long as it is when that begins.
-/// `trouble` gets why nothing could be read, `remark` why that is not all; empty when there is
-/// nothing to say.
 ///
 /// Thread: any; it waits for the disk.
-void ReadText(const std::string& path, const BFont& font, TextTaker& taker, std::string* trouble,
-              std::string* remark);
+TextOutcome ReadText(const std::string& path, const BFont& font, TextTaker& taker,
+                     const TextLimits& limits = TextLimits());
 
 } // namespace norvane

@@ -10,6 +10,9 @@ done >"$base/left/a.txt"
 echo "echo a script" >"$base/left/b.sh"
 convert -size 640x480 gradient:red-blue "$base/left/c.png"
 mkfifo "$base/left/d-pipe"
+echo secret >"$base/left/f.txt"
+chmod 0 "$base/left/f.txt"
+without_file_rights
 printf '\x89PNG\r\n\x1a\nnothing' >"$base/left/e.png"
 
 # width_of TITLE, height_of TITLE: of a window's inside
@@ -109,6 +112,35 @@ view e e.png
 expect "$what: it moves" still "$(window_id e.png)"
 shot image-damaged
 close_viewer e.png
+
+what="a file that nobody may read"
+view f f.txt
+expect "$what: it moves" still "$(window_id f.txt)"
+shot unreadable
+close_viewer f.txt
+
+# A drop where the other window does not cover it: the notice first, then a viewer.
+what="a dropped file"
+view a a.txt
+xdotool windowmove --sync "$(window_id a.txt)" 1000 100
+# The row of the script, the third one below "..".
+xdotool mousemove --sync --window "$(window_id Norvane)" 120 $((73 + 21 * 3)) mousedown 1
+for step in 6 12 20; do
+    xdotool mousemove_relative -- $step 1
+done
+hold 200
+xdotool mousemove --sync --window "$(window_id a.txt)" 200 200
+xdotool mousemove_relative -- 3 1
+hold 200
+xdotool mouseup 1
+dismiss Hrere
+expect "$what: no viewer" window_shown b.sh
+expect "$what: it has no focus" window_focused b.sh
+shot dropped
+key ctrl+w
+expect "Ctrl+W left the viewer of b.sh" window_gone b.sh
+xdotool windowactivate --sync "$(window_id a.txt)"
+close_viewer a.txt
 
 what="the end"
 view a a.txt

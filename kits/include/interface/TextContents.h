@@ -32,7 +32,7 @@ public:
     /// How wide the widest line is in that font, and keeps it for who adopts the text. All lines
     /// are measured roughly, and those that may be the widest exactly: 10 ms for a MiB at most.
     /// Where thousands of lines of some other script than Latin are about as wide as each other, a
-    /// wider one may be missed; it is found when it is seen.
+    /// wider one may be missed; it is found when it is seen. 0 without a running application.
     float MeasureWidestLine(const BFont& font);
 
 private:

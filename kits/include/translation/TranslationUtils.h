@@ -23,6 +23,6 @@ public:
     /// An extension of the platform: the same, and tells in `status` why there is none.
     /// Errors: B_NO_TRANSLATOR for a format that nothing here reads; B_ILLEGAL_DATA for a damaged
     /// file; B_NO_MEMORY for a picture that is too large; B_BAD_VALUE for what is no regular file;
-    /// those of opening and reading.
+    /// B_NO_INIT without a running application; those of opening and reading.
     static BBitmap* GetBitmap(const char* path, status_t* status);
 };

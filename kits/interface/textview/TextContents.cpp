@@ -2,6 +2,7 @@
 
 #include "interface/text/TextBuffer.h"
 #include "interface/text/TextGeometry.h"
+#include "server/ToolkitUse.h"
 
 #include <Font.h>
 
@@ -101,6 +102,10 @@ int32 BTextContents::CountLines() const
 
 float BTextContents::MeasureWidestLine(const BFont& font)
 {
+    const kits::ToolkitUse use;
+    if (!use) {
+        return 0;
+    }
     kits::TextGeometry geometry(*fBuffer);
     geometry.SetFont(font);
     for (const Candidate& candidate : FindCandidates(*fBuffer, RoughWidths(font))) {

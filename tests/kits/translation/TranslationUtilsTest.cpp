@@ -1,3 +1,4 @@
+#include "ApplicationEnvironment.h"
 #include "TempTree.h"
 #include "interface/graphics/BitmapAccess.h"
 

@@ -1,11 +1,11 @@
-#include "viewer/SizeText.h"
+#include "viewer/RoughSize.h"
 
 #include <cmath>
 #include <cstdio>
 
 namespace norvane {
 
-std::string SizeText(int64 bytes)
+std::string RoughSize(int64 bytes)
 {
     constexpr const char* kUnits[] = {"bytes", "KB", "MB", "GB", "TB"};
     constexpr double kStep = 1024;

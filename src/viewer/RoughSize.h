@@ -7,6 +7,6 @@
 namespace norvane {
 
 /// A number of bytes in the largest unit of which there is at least one, as in "1.5 GB".
-std::string SizeText(int64 bytes);
+std::string RoughSize(int64 bytes);
 
 } // namespace norvane
