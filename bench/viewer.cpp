@@ -9,8 +9,10 @@
 
 #include <Application.h>
 #include <Autolock.h>
+#include <Message.h>
 #include <OS.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <functional>
