@@ -17,15 +17,17 @@
 
 namespace {
 
-constexpr int64 kMostBytes = int64{512} * 1024 * 1024;
+constexpr int64 kMegabyte = int64{1} << 20;
+constexpr int64 kMostBytes = 512 * kMegabyte;
 constexpr int64 kPixelBytes = 4; // of a bitmap's pixel
 
 // Whatever a format announces: what is asked for beyond that is not given either.
 void LimitAllocations()
 {
     static std::once_flag isLimited;
-    std::call_once(isLimited,
-                   [] { QImageReader::setAllocationLimit(int(kMostBytes / (1024 * 1024))); });
+    std::call_once(isLimited, [] {
+        QImageReader::setAllocationLimit(static_cast<int>(kMostBytes / kMegabyte));
+    });
 }
 
 bool IsTooLarge(const QSize& size)

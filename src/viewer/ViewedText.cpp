@@ -1,7 +1,6 @@
 #include "viewer/ViewedText.h"
 
-#include <AppDefs.h>
-#include <Message.h>
+#include <InterfaceDefs.h>
 #include <ScrollBar.h>
 
 namespace norvane {
@@ -13,15 +12,6 @@ ViewedText::ViewedText(BRect frame)
     MakeEditable(false);
     SetWordWrap(false);
     SetDoesUndo(false);
-}
-
-void ViewedText::MessageReceived(BMessage* message)
-{
-    if (message->what == B_SIMPLE_DATA) {
-        BView::MessageReceived(message);
-    } else {
-        BTextView::MessageReceived(message);
-    }
 }
 
 void ViewedText::KeyDown(const char* bytes, int32 byteCount)

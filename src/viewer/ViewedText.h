@@ -13,7 +13,6 @@ public:
 
     // BView
     bool TakesDrops() const override { return true; }
-    void MessageReceived(BMessage* message) override;
     void KeyDown(const char* bytes, int32 byteCount) override;
 };
 
