@@ -140,6 +140,17 @@ enum PreferencesMessage : uint32 {
     kPreferencesRead = 'PrfR', // the preferences; the main window gets it, too
 };
 
+// What a viewer is told by its menus, what it has done elsewhere, and what it asks of the program.
+enum ViewerMessage : uint32 {
+    kOpenPanel = 'open',
+    kStretchToFit = 'tfit',
+    kScaleImage = 'scal', // float "scale", int32 "scale_mode"
+    kWrapText = 'wrap',
+    kWrapToEdge = 'edge',
+    kFileNews = 'FNew',    // there is news of the file that is being loaded
+    kOpenViewers = 'OpVw', // to the application: strings "path", in their order
+};
+
 // What a question is told.
 enum QuestionMessage : uint32 {
     kButtonPressed = 200,    // and the two codes behind it: a prompt's buttons

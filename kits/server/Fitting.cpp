@@ -6,7 +6,6 @@ namespace kits {
 
 namespace {
 
-constexpr int kTitleHeight = 24;
 constexpr int kVisibleWidth = 100;
 
 // The lower bound wins where both cannot be held.

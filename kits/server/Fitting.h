@@ -6,6 +6,9 @@
 
 namespace kits {
 
+/// What a title bar is taken to need above the client area.
+constexpr int kTitleHeight = 24;
+
 /// The one of these areas that shows most of `frame`, or else is the nearest to it; -1 without any.
 int AreaOf(const QRect& frame, const std::vector<QRect>& areas);
 

@@ -2,6 +2,7 @@
 
 #include "HasDisplay.h"
 #include "ServerState.h"
+#include "ToolkitUse.h"
 
 #include "app/Guards.h"
 
@@ -159,6 +160,7 @@ void ServerThread::Run()
         fQueue.Open();
         sIsUp = true;
         PrintHeldBack();
+        ToolkitUse::Open();
         {
             MutexLock lock(fLock);
             fIsUp = true;
@@ -166,6 +168,7 @@ void ServerThread::Run()
         fStarted.Signal();
         application.exec();
         fQueue.Close();
+        ToolkitUse::Close();
     }
     sIsUp = false;
 }

@@ -58,6 +58,15 @@ TypeIconNames IconNamesOfType(const std::string& type)
 
 } // namespace kits
 
+bool BMimeType::Inherits(const char* type) const
+{
+    if (fStatus != B_OK || type == nullptr) {
+        return false;
+    }
+    const QMimeType mine = QMimeDatabase().mimeTypeForName(QString::fromStdString(fType));
+    return *this == type || (mine.isValid() && mine.inherits(QString::fromUtf8(type)));
+}
+
 bool BMimeType::IsInstalled() const
 {
     return fStatus == B_OK &&

@@ -1,8 +1,11 @@
 #include "app/NorvaneApplication.h"
 
+#include "MessageCodes.h"
 #include "app/NorvaneWindow.h"
 #include "fileops/engine/Operations.h"
+#include "viewer/ViewerWindow.h"
 
+#include <Message.h>
 #include <Screen.h>
 
 namespace norvane {
@@ -27,6 +30,20 @@ bool NorvaneApplication::QuitRequested()
         Operations::Resume();
     }
     return quits;
+}
+
+void NorvaneApplication::RefsReceived(BMessage* message)
+{
+    ViewerWindow::RefsReceived(message);
+}
+
+void NorvaneApplication::MessageReceived(BMessage* message)
+{
+    if (message->what == kOpenViewers) {
+        ViewerWindow::OpenViewers(*message);
+    } else {
+        BApplication::MessageReceived(message);
+    }
 }
 
 } // namespace norvane

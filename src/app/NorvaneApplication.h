@@ -20,6 +20,9 @@ public:
     /// Quits once no file operation is running any more. The main window has already saved and
     /// closed: its windows are not asked again, and the lock of a busy one is never waited for.
     bool QuitRequested() override;
+    /// Shows files that others ask to be shown.
+    void RefsReceived(BMessage* message) override;
+    void MessageReceived(BMessage* message) override;
 };
 
 } // namespace norvane

@@ -104,6 +104,8 @@ public:
     void MkDir(const char* name);
     /// Opens the rename field of the selected row.
     void DoRename() override;
+    /// Shows the selected row's file in a window of its own.
+    void OpenLister() override;
     /// Opens the selected rows that are no folders in the text editor.
     void OpenEditor() override;
     void Edit(int32 index) { fRename.Begin(index); }
@@ -170,6 +172,7 @@ private:
     void LookedAgain() override;
     void NoFolder(const entry_ref& link) override;
 
+    bool RefusesToView();
     void AddColumns(const char* iconLabel);
     int32 CurrentInt32(const char* field) const;
     std::vector<DirListItem*> SelectedRows() const;

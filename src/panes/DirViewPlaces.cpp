@@ -6,6 +6,7 @@
 #include "panes/QuerySource.h"
 #include "panes/ScrollIntoSight.h"
 #include "settings/MsgBox.h"
+#include "viewer/ViewerWindow.h"
 
 #include <Window.h>
 
@@ -90,10 +91,29 @@ void DirView::NewsOfSource()
     fListing.Source().NewsWhileShown();
 }
 
-void DirView::OpenEditor()
+void DirView::OpenLister()
+{
+    if (RefusesToView()) {
+        return;
+    }
+    const DirListItem* row = RowAt(CurrentSelection());
+    if (row != nullptr && Mode() == kLocalMode) {
+        const std::string path = Path() + "/" + row->GetEntryName();
+        (new ViewerWindow(BRect(50, 50, 300, 500), path.c_str()))->Show();
+    }
+}
+
+bool DirView::RefusesToView()
 {
     if (Mode() == kFtpMode) {
         MsgBox("Foo", "Sorry can't view a file on an FTP server.", "OK", B_INFO_ALERT);
+    }
+    return Mode() == kFtpMode;
+}
+
+void DirView::OpenEditor()
+{
+    if (RefusesToView()) {
         return;
     }
     std::vector<entry_ref> entries;

@@ -23,6 +23,8 @@ PaneCommand FunctionOf(const KeyPress& key)
         return PaneCommand::kHelp;
     case B_F2_KEY:
         return PaneCommand::kRefresh;
+    case B_F3_KEY:
+        return PaneCommand::kLister;
     case B_F4_KEY:
         return PaneCommand::kEditor;
     case B_F5_KEY:
@@ -50,6 +52,7 @@ bool MayRepeat(PaneCommand command)
 {
     switch (command) {
     case PaneCommand::kTrash:
+    case PaneCommand::kLister:
     case PaneCommand::kEditor:
     case PaneCommand::kCopy:
     case PaneCommand::kMove:
@@ -142,6 +145,9 @@ void PaneKeys::CarryOut(PaneCommand command, const KeyPress& key)
         break;
     case PaneCommand::kRefresh:
         fTarget.Refresh();
+        break;
+    case PaneCommand::kLister:
+        fTarget.OpenLister();
         break;
     case PaneCommand::kEditor:
         fTarget.OpenEditor();

@@ -32,6 +32,7 @@ enum class PaneCommand : uint8 {
     kUnmarkAll,
     kHelp,
     kRefresh,
+    kLister,
     kEditor,
     kCopy,
     kMove,
@@ -64,6 +65,7 @@ public:
     virtual int64 GetSize() = 0;
     virtual void Refresh() = 0;
     virtual void DoRename() = 0;
+    virtual void OpenLister() = 0;
     virtual void OpenEditor() = 0;
     /// The message that carries what is chosen; null when nothing is. Returned to the caller.
     virtual BMessage* GetRefMsg(int32 index) = 0;

@@ -5,6 +5,7 @@
 #include <memory>
 
 class BClipboard;
+class BTextContents;
 
 namespace kits {
 class TextViewAccess;
@@ -83,6 +84,10 @@ public:
     /// counts as empty.
     void SetText(const char* text, const text_run_array* runs = nullptr);
     void SetText(const char* text, int32 length, const text_run_array* runs = nullptr);
+    /// Replaces all of the text by one that was made ready elsewhere, without copying it. Where it
+    /// begins with the text so far, what is selected and seen stays; else it is as after SetText().
+    /// InsertText() sees nothing of it. An extension of the platform.
+    void AdoptText(std::unique_ptr<BTextContents> contents);
     /// Inserts at the caret or over the selection; the caret goes behind it.
     void Insert(const char* text, const text_run_array* runs = nullptr);
     void Insert(const char* text, int32 length, const text_run_array* runs = nullptr);
@@ -160,6 +165,9 @@ public:
     /// How far a line's text reaches, and how high each line is; 0 for the width of none.
     float LineWidth(int32 line = 0) const;
     float LineHeight(int32 line = 0) const;
+    /// How wide the widest line is, as far as that is known: of the lines that were seen, and of all
+    /// of a text that was measured before it was adopted. An extension of the platform.
+    float WidestLine() const;
     /// The height of the lines from `startLine` to `endLine`, both included.
     float TextHeight(int32 startLine, int32 endLine) const;
     /// Makes `region` what the bytes from `start` to `end` cover, in view coordinates.

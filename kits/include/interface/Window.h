@@ -77,7 +77,8 @@ public:
     virtual void Minimize(bool minimize);
     /// Whether the window is an icon.
     bool IsMinimized() const;
-    /// Grows to the screen's room or the zoom limits, or goes back when it has grown.
+    /// Grows to the screen's room or the zoom limits, or goes back when it has grown. It moves no
+    /// further than it must to be seen whole.
     void Zoom();
     /// Takes the place and size that zooming chose.
     virtual void Zoom(BPoint leftTop, float width, float height);

@@ -53,6 +53,9 @@ public:
     bool operator==(const char* type) const;
     /// Whether `type` is this type or, when this one is a supertype, belongs to it.
     bool Contains(const BMimeType* type) const;
+    /// Whether `type` is this type or one that it is a kind of, as a script is a kind of
+    /// "text/plain". An extension of the platform.
+    bool Inherits(const char* type) const;
     /// Whether the database knows the type.
     bool IsInstalled() const;
     /// A few words in the user's language. `buffer` holds at least B_MIME_TYPE_LENGTH bytes; longer

@@ -58,6 +58,7 @@ void ForgetPictures(BitmapData& data)
     data.doubled = QImage();
     data.drawn = QImage();
     data.source = nullptr;
+    data.isOpaque = false;
 }
 
 } // namespace
@@ -194,6 +195,21 @@ BitmapData::BitmapData(BRect where, color_space colors) : bounds(where)
     std::memset(bits, space == B_RGBA32 ? 0 : 255, Length());
 }
 
+BitmapData::BitmapData(QImage&& picture)
+    : bounds(0, 0, static_cast<float>(picture.width()) - 1,
+             static_cast<float>(picture.height()) - 1),
+      space(picture.hasAlphaChannel() ? B_RGBA32 : B_RGB32), width(picture.width()),
+      height(picture.height()), image(std::move(picture))
+{
+    image.detach();
+    if (image.isNull()) {
+        space = B_NO_COLOR_SPACE;
+        return;
+    }
+    MakeImages();
+    isOpaque = space == B_RGB32;
+}
+
 BitmapData::BitmapData(const BitmapData& other)
     : bounds(other.bounds), space(other.space), width(other.width), height(other.height),
       image(other.image.copy()), doubled(other.doubled), source(other.source), drawn(other.drawn)
@@ -215,6 +231,16 @@ void BitmapData::MakeImages()
         image.setColorTable(ColorTable(true));
         covering.setColorTable(ColorTable(false));
     }
+}
+
+std::unique_ptr<BBitmap> BitmapAccess::Adopt(QImage&& picture)
+{
+    if (picture.format() != QImage::Format_RGB32 && picture.format() != QImage::Format_ARGB32) {
+        return nullptr;
+    }
+    auto bitmap = std::make_unique<BBitmap>(static_cast<const BBitmap*>(nullptr));
+    bitmap->fData = std::make_unique<BitmapData>(std::move(picture));
+    return bitmap->IsValid() ? std::move(bitmap) : nullptr;
 }
 
 bool BitmapAccess::SetPicture(BBitmap& bitmap, const PictureSource& source)
@@ -266,6 +292,9 @@ BitmapPart BitmapAccess::Plain(const BitmapData& data, const QRectF& part, bool 
 {
     if (data.space == B_CMAP8 || (data.space == B_RGBA32 && hasAlpha)) {
         return {hasAlpha ? data.image : data.covering, part};
+    }
+    if (data.isOpaque) {
+        return {data.covering, part};
     }
     const QRect area = part.toAlignedRect();
     const auto rowOf = [&](int row) {

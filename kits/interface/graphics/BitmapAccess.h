@@ -18,6 +18,8 @@ struct BitmapData
 {
     BitmapData() = default;
     BitmapData(BRect bounds, color_space space);
+    /// Takes over an image of a bitmap's own format. Without memory for it: no valid bitmap.
+    explicit BitmapData(QImage&& picture);
     BitmapData(const BitmapData& other);
     BitmapData& operator=(const BitmapData&) = delete;
 
@@ -34,6 +36,7 @@ struct BitmapData
     QImage doubled;        // the picture for scale 2; null when there is none
     PictureSource source;  // pictures for any size; empty when there is none
     QImage drawn;          // what `source` gave last
+    bool isOpaque = false; // all of it, as long as nobody writes: drawing need not look
 
 private:
     void MakeImages();
@@ -50,6 +53,9 @@ struct BitmapPart
 class BitmapAccess
 {
 public:
+    /// A bitmap of an image of Format_RGB32 or Format_ARGB32, whose pixels are not copied unless
+    /// somebody else holds it, too; null for any other image. Returned to the caller.
+    static std::unique_ptr<BBitmap> Adopt(QImage&& picture);
     /// Fills the bitmap with a picture and keeps where it came from, so that it is drawn sharp at
     /// every density. False when the bitmap is not valid or `source` gives nothing; nothing changes
     /// then.

@@ -1,6 +1,7 @@
 #include "TextBuffer.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kits {
 
@@ -82,6 +83,23 @@ void TextBuffer::SetText(std::string_view text)
     fBytes = std::make_shared<std::string>(text);
     fIsShared = false;
     fLines.Build(fIsSingleLine ? std::string_view() : Bytes());
+}
+
+void TextBuffer::TakeText(std::string&& text)
+{
+    fBytes = std::make_shared<std::string>(std::move(text));
+    fIsShared = false;
+    fLines.Build(fIsSingleLine ? std::string_view() : Bytes());
+}
+
+void TextBuffer::TakeFrom(TextBuffer& other)
+{
+    fBytes = std::exchange(other.fBytes, std::make_shared<std::string>());
+    fIsShared = std::exchange(other.fIsShared, false);
+    fLines = std::exchange(other.fLines, TextLineIndex());
+    if (fIsSingleLine) {
+        fLines.Build({});
+    }
 }
 
 void TextBuffer::Replace(int32 from, int32 to, std::string_view inserted)

@@ -24,6 +24,10 @@ public:
     TextBuffer& operator=(const TextBuffer&) = delete;
 
     void SetText(std::string_view text);
+    /// The same without copying a large text, which is one of several lines, shown as it is.
+    void TakeText(std::string&& text);
+    /// Takes the text and the lines of another one, which is empty then.
+    void TakeFrom(TextBuffer& other);
     /// Puts `inserted` in the place of the bytes from `from` to `to`.
     void Replace(int32 from, int32 to, std::string_view inserted);
     /// Makes all of the text one line, or takes '\n' as its end.

@@ -86,6 +86,32 @@ void TextViewState::Replace(int32 from, int32 to, std::string_view inserted)
     }
 }
 
+void TextViewState::Adopt(TextBuffer& other, float widestLine)
+{
+    geometry.SetPreview({});
+    inputResets++;
+    const bool goesOn =
+        std::string_view(other.Bytes()).substr(0, text.Bytes().size()) == text.Bytes();
+    const BRect seen = view.Bounds();
+    const double top = static_cast<double>(seen.top);
+    const int32 anchored = geometry.RowStart(geometry.RowAt(top));
+    const double within = top - geometry.RowTop(geometry.RowOf(anchored));
+    text.TakeFrom(other);
+    geometry.Reset();
+    undo.Clear();
+    widest = widestLine;
+    goalX = -1;
+    view.Invalidate();
+    if (goesOn) {
+        const double now = geometry.RowTop(geometry.RowOf(anchored)) + within;
+        view.ScrollTo(BPoint(seen.left, static_cast<float>(std::max(0.0, now))));
+    } else {
+        SetSelection(0, 0);
+        view.ScrollTo(BPoint(0, 0));
+    }
+    LimitScrolling();
+}
+
 void TextViewState::Edit(int32 from, int32 to, std::string_view inserted, TextAction action)
 {
     if (from == to && inserted.empty()) {

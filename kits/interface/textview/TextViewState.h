@@ -48,6 +48,8 @@ struct TextViewState
     void DoAgain();
     /// Changes the text itself: what the hooks come down to.
     void Replace(int32 from, int32 to, std::string_view inserted);
+    /// Takes all of another text, whose widest line is as wide as that, as far as known.
+    void Adopt(TextBuffer& other, float widestLine);
 
     // Selection (TextSelecting.cpp)
 

@@ -3,6 +3,7 @@
 #include <Clipboard.h>
 #include <Message.h>
 #include <Region.h>
+#include <TextContents.h>
 #include <Window.h>
 
 #include <algorithm>
@@ -40,6 +41,11 @@ void BTextView::SetText(const char* text, int32 length, const text_run_array* ru
     fText->widest = 0;
     fText->SetSelection(0, 0);
     fText->ScrollToCaret();
+}
+
+void BTextView::AdoptText(std::unique_ptr<BTextContents> contents)
+{
+    fText->Adopt(*contents->fBuffer, contents->fWidest);
 }
 
 void BTextView::Insert(const char* text, const text_run_array* runs)
@@ -314,6 +320,11 @@ int32 BTextView::OffsetAt(int32 line) const
 float BTextView::LineWidth(int32 line) const
 {
     return line >= 0 && line < CountLines() ? fText->geometry.RowWidth(line) : 0;
+}
+
+float BTextView::WidestLine() const
+{
+    return fText->widest;
 }
 
 float BTextView::LineHeight(int32) const

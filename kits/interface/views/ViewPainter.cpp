@@ -2,6 +2,7 @@
 
 #include "ViewState.h"
 #include "interface/graphics/FontAccess.h"
+#include "interface/graphics/PictureShrinking.h"
 
 #include <algorithm>
 #include <cmath>
@@ -311,7 +312,12 @@ void ViewPainter::Picture(const QImage& picture, const QRectF& source, const QRe
     painter.setRenderHint(QPainter::SmoothPixmapTransform, !isWhole);
     const bool isFaded = fState->mode == B_OP_ALPHA && fState->sourceAlpha == B_CONSTANT_ALPHA;
     painter.setOpacity(isFaded ? fState->high.alpha / 255.0 : 1.0);
-    painter.drawImage(QRectF(target), picture, source);
+    const QRect seen = target & fCanvas->Clip().boundingRect();
+    if (!IsShrunk(picture, source, target)) {
+        painter.drawImage(QRectF(target), picture, source);
+    } else if (!seen.isEmpty()) {
+        painter.drawImage(seen.topLeft(), ShrinkPicture(picture, source, target, seen));
+    }
     painter.setOpacity(1.0);
     Drawn(target);
 }

@@ -4,6 +4,7 @@
 #include "WindowAccess.h"
 #include "WindowState.h"
 
+#include "server/Fitting.h"
 #include "server/InputMessages.h"
 #include "server/WindowServer.h"
 
@@ -29,6 +30,11 @@ kits::ShowRequest RequestOf(const BWindow& window, const kits::WindowState& stat
     // Modal windows never block each other: several alerts of several threads may be up.
     request.isExemptFromModal = request.isModal;
     return request;
+}
+
+bool HasTitle(window_look look)
+{
+    return look != B_BORDERED_WINDOW_LOOK && look != B_NO_BORDER_WINDOW_LOOK;
 }
 
 } // namespace
@@ -115,17 +121,21 @@ void BWindow::SetZoomLimits(float maxWidth, float maxHeight)
 
 void BWindow::Zoom()
 {
-    const BRect room = BScreen(this).AvailableFrame();
+    BRect room = BScreen(this).AvailableFrame();
+    room.top += HasTitle(Look()) ? static_cast<float>(kits::kTitleHeight) : 0.0f;
     const float width = std::min({room.Width(), fState->maxZoomWidth, fState->maxWidth});
     const float height = std::min({room.Height(), fState->maxZoomHeight, fState->maxHeight});
-    const BRect zoomed(room.left, room.top, room.left + width, room.top + height);
+    const BPoint place = fState->frame.LeftTop();
+    const BPoint leftTop(std::clamp(place.x, room.left, room.right - width),
+                         std::clamp(place.y, room.top, room.bottom - height));
+    const BRect zoomed(leftTop.x, leftTop.y, leftTop.x + width, leftTop.y + height);
     if (fState->frame == zoomed && fState->beforeZoom.IsValid()) {
         const BRect before = fState->beforeZoom;
         Zoom(before.LeftTop(), before.Width(), before.Height());
         return;
     }
     fState->beforeZoom = fState->frame;
-    Zoom(zoomed.LeftTop(), width, height);
+    Zoom(leftTop, width, height);
 }
 
 void BWindow::Zoom(BPoint leftTop, float width, float height)

@@ -64,6 +64,16 @@ TEST(MimeTest, GuessesByNameThenByContent)
     EXPECT_EQ(TypeOf(tree.Path("none").c_str()), "(none)");
 }
 
+TEST(MimeTest, KnowsWhatATypeIsAKindOf)
+{
+    EXPECT_TRUE(BMimeType("application/x-shellscript").Inherits("text/plain"));
+    EXPECT_TRUE(BMimeType("application/json").Inherits("text/plain"));
+    EXPECT_TRUE(BMimeType("x-no/such-type").Inherits("x-no/such-type"));
+    EXPECT_FALSE(BMimeType("image/png").Inherits("text/plain"));
+    EXPECT_FALSE(BMimeType("application/x-shellscript").Inherits(nullptr));
+    EXPECT_FALSE(BMimeType().Inherits("text/plain"));
+}
+
 TEST(MimeTest, DescribesKnownTypes)
 {
     char words[B_MIME_TYPE_LENGTH] = "";

@@ -214,6 +214,36 @@ TEST_F(OpenEntryTest, EnterOpensAQuerysHitByItsOwnEntry)
     EXPECT_EQ(Given(), "text\n" + fTree.Path("after/a.txt") + "\n");
 }
 
+TEST_F(OpenEntryTest, F3ShowsTheSelectedFileInAViewer)
+{
+    fTree.Write("shown/a.txt", "1");
+    Open();
+    Select("a.txt");
+
+    TypeFunctionKey(B_F3_KEY);
+
+    BWindow* viewer = kits::testing::WaitForWindow("a.txt");
+    ASSERT_NE(viewer, nullptr);
+    ASSERT_TRUE(viewer->Lock());
+    EXPECT_EQ(viewer->Frame(), BRect(50, 50, 300, 500));
+    viewer->Quit();
+    EXPECT_TRUE(kits::testing::WaitForNoWindow("a.txt"));
+}
+
+TEST_F(OpenEntryTest, F3DoesNothingInAQuerysPane)
+{
+    fTree.Write("before/a.txt", "1");
+    Open();
+    ShowHits({"before/a.txt"});
+    Select(fTree.Path("before/a.txt"));
+
+    TypeFunctionKey(B_F3_KEY);
+
+    kits::testing::SyncServer();
+    ASSERT_TRUE(kits::testing::Sync(fWindow));
+    EXPECT_EQ(kits::testing::CountShown("a.txt"), 0);
+}
+
 TEST_F(OpenEntryTest, F4OpensTheEditor)
 {
     fTree.Write("shown/a.mp4", "1");

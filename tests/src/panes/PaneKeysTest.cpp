@@ -69,6 +69,7 @@ INSTANTIATE_TEST_SUITE_P(
         KeyCase{"Arrow", {B_DOWN_ARROW}, 0, 0, kNone, false, kNone},
         KeyCase{"F1", kFunction, B_F1_KEY, 0, kHelp, false, kHelp},
         KeyCase{"F2", kFunction, B_F2_KEY, 0, kRefresh, false, kRefresh},
+        KeyCase{"F3", kFunction, B_F3_KEY, 0, kLister, false, kNone},
         KeyCase{"F4", kFunction, B_F4_KEY, 0, kEditor, false, kNone},
         KeyCase{"F5", kFunction, B_F5_KEY, 0, kCopy, false, kNone},
         KeyCase{"F6", kFunction, B_F6_KEY, 0, kMove, false, kNone},
@@ -117,6 +118,7 @@ protected:
     }
     void Refresh() override { fAsked += "refresh "; }
     void DoRename() override { fAsked += "rename "; }
+    void OpenLister() override { fAsked += "lister "; }
     void OpenEditor() override { fAsked += "editor "; }
     BMessage* GetRefMsg(int32) override { return nullptr; }
     void NotifyParent(uint32 code) override { fAsked += std::to_string(code) + " "; }
@@ -132,10 +134,11 @@ TEST_F(PaneKeysActionTest, AskTheListForWhatItDoes)
     EXPECT_FALSE(Key({B_BACKSPACE}));
     EXPECT_FALSE(Key(kFunction, B_F1_KEY));
     EXPECT_FALSE(Key(kFunction, B_F2_KEY));
+    EXPECT_FALSE(Key(kFunction, B_F3_KEY));
     EXPECT_FALSE(Key(kFunction, B_F4_KEY));
     EXPECT_FALSE(Key(kFunction, B_F8_KEY));
     EXPECT_FALSE(Key(kFunction, B_F5_KEY)); // nothing is chosen and nobody is there to be told
-    EXPECT_EQ(fAsked, "trash up 140 refresh editor trash ");
+    EXPECT_EQ(fAsked, "trash up 140 refresh lister editor trash ");
 }
 
 TEST_F(PaneKeysActionTest, MarkWithoutTheParentRow)

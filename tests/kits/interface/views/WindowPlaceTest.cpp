@@ -64,6 +64,28 @@ TEST_F(WindowPlaceTest, ZoomsWithinItsLimitsAndBack)
     EXPECT_EQ(fWindow->Frame(), before);
 }
 
+TEST_F(WindowPlaceTest, ZoomingMovesItNoFurtherThanItMust)
+{
+    const BRect room = BScreen(fWindow).AvailableFrame();
+    fWindow->MoveTo(room.left + 30, room.bottom - 250);
+    fWindow->SetZoomLimits(500, 300);
+
+    fWindow->Zoom();
+
+    EXPECT_EQ(fWindow->Frame(),
+              BRect(room.left + 30, room.bottom - 300, room.left + 530, room.bottom));
+}
+
+TEST_F(WindowPlaceTest, ZoomingLeavesRoomForTheTitle)
+{
+    const BRect room = BScreen(fWindow).AvailableFrame();
+
+    fWindow->Zoom();
+
+    EXPECT_GT(fWindow->Frame().top, room.top + 10);
+    EXPECT_EQ(fWindow->Frame().bottom, room.bottom);
+}
+
 TEST_F(WindowPlaceTest, KeepsLookAndFlagsAsTheyAreSet)
 {
     EXPECT_EQ(fWindow->SetLook(B_MODAL_WINDOW_LOOK), B_OK);

@@ -198,6 +198,10 @@ TEST_F(RemotePaneTest, TheViewerAndTheSideWaysAreRefused)
     ASSERT_TRUE(AnswerAlert("OK", &text));
     EXPECT_EQ(text, "Sorry can't view a file on an FTP server.");
     ASSERT_TRUE(WaitForNoWindow("Foo"));
+    PressOn("a", [] { TypeFunctionKey(B_F3_KEY); });
+    ASSERT_TRUE(AnswerAlert("OK", &text));
+    EXPECT_EQ(text, "Sorry can't view a file on an FTP server.");
+    ASSERT_TRUE(WaitForNoWindow("Foo"));
     PressOn("sub", [this] { fWindow->PostMessage(kOpenInLeftPane); });
     ASSERT_TRUE(AnswerAlert("OK", &text));
     EXPECT_EQ(text, "Navigating this way is not supported.(Yet)");
