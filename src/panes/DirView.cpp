@@ -338,6 +338,9 @@ void DirView::MessageReceived(BMessage* message)
     case kRemoteEntries:
         EntriesDropped(message);
         break;
+    case B_NODE_MONITOR: // of hits; the pane passes on what its folder's watch tells
+        fListing.NodeChanged(*message);
+        break;
     case kListingNews:
         fListing.Proceed();
         break;

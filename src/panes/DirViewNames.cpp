@@ -1,6 +1,7 @@
 #include "fileops/engine/ProblemList.h"
 #include "panes/DirView.h"
 #include "panes/NewName.h"
+#include "panes/PathText.h"
 #include "panes/SoonAnswer.h"
 #include "settings/MsgBox.h"
 
@@ -211,10 +212,17 @@ void DirView::Renamed(const BMessage& answer)
     // Of a folder's row the watch tells; nobody watches a local entry in any other place.
     entry_ref ref;
     DirListItem* row = fRows.FindRow(answer.GetString("row", ""));
-    if (!fUpdates.IsFollowing() && row != nullptr && row->HasNode() &&
-        answer.FindRef("refs", &ref) == B_OK) {
-        fRows.Rebuild(row, ref);
+    if (fUpdates.IsFollowing() || row == nullptr || !row->HasNode() ||
+        answer.FindRef("refs", &ref) != B_OK) {
+        return;
     }
+    if (Mode() != kQueryMode) {
+        fRows.Rebuild(row, ref);
+        return;
+    }
+    // The same as its folder's watch tells, whichever comes first.
+    const std::string path = ParentFolder(row->GetEntryName());
+    fRows.RebuildHit(row, ref.name, JoinPath(path, ref.name), LookAt(ref));
 }
 
 } // namespace norvane

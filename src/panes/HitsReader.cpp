@@ -20,6 +20,8 @@ namespace {
 
 constexpr size_t kChunkHits = 512;
 constexpr size_t kMostThreads = 8;
+// Watching a folder reads its names; hits may lie in as many folders as there are.
+constexpr size_t kMostWatched = 256;
 
 BEntryRecord RecordOf(const struct stat& st)
 {
@@ -55,7 +57,7 @@ public:
         std::string path;
     };
 
-    void Read(std::span<const entry_ref> hits, const DatePattern& dates);
+    void Read(std::span<const entry_ref> hits, const DatePattern& dates, HitsReader& reader);
     void AddRow(entry_ref hit, const BEntryRecord& record, mode_t target, std::string path,
                 const DatePattern& dates);
 
@@ -63,8 +65,8 @@ public:
     std::vector<Link> links;
 
 private:
-    void ReadHit(const entry_ref& hit, const DatePattern& dates);
-    void EnterFolder(const entry_ref& hit, const BEntry& entry);
+    void ReadHit(const entry_ref& hit, const DatePattern& dates, HitsReader& reader);
+    void EnterFolder(const entry_ref& hit, const BEntry& entry, HitsReader& reader);
 
     // The folder of the last hit.
     node_ref fNode;
@@ -75,8 +77,9 @@ private:
 class HitsReader::Work
 {
 public:
-    Work(std::span<const entry_ref> hits, const DatePattern& dates)
-        : fHits(hits), fDates(dates), chunks((hits.size() + kChunkHits - 1) / kChunkHits)
+    Work(HitsReader& reader, const DatePattern& dates)
+        : fReader(reader), fHits(reader.fHits), fDates(dates),
+          chunks((fHits.size() + kChunkHits - 1) / kChunkHits)
     {
     }
 
@@ -86,6 +89,7 @@ public:
     void Stop() { fNext = chunks.size(); }
 
 private:
+    HitsReader& fReader;
     const std::span<const entry_ref> fHits;
     const DatePattern& fDates;
     std::atomic<size_t> fNext{0};
@@ -103,21 +107,51 @@ bool HitsReader::Work::ReadNext()
     }
     const size_t begin = chunk * kChunkHits;
     const size_t count = std::min(kChunkHits, fHits.size() - begin);
-    chunks[chunk].Read(fHits.subspan(begin, count), fDates);
+    chunks[chunk].Read(fHits.subspan(begin, count), fDates, fReader);
     fRead.fetch_add(static_cast<int32>(count));
     return true;
 }
 
-HitsReader::HitsReader(std::vector<entry_ref> hits, std::string dateFormat)
-    : fHits(std::move(hits)), fDateFormat(std::move(dateFormat))
+HitsReader::HitsReader(std::vector<entry_ref> hits, const OpenOrder& order)
+    : fHits(std::move(hits)), fDateFormat(order.dateFormat), fWatcher(order.list)
 {
+}
+
+/// Before a hit of the folder is looked at, so that nothing is missed in between.
+void HitsReader::Watch(const node_ref& node, const std::string& path)
+{
+    if (!fWatcher.IsValid()) {
+        return;
+    }
+    const std::lock_guard lock(fMutex);
+    const bool isWatched =
+        std::any_of(fFolders.begin(), fFolders.end(),
+                    [&](const HitFolder& folder) { return folder.node == node; });
+    if (isWatched || fFolders.size() == kMostWatched) {
+        return;
+    }
+    auto watch = std::make_unique<HitWatch>(node, fWatcher);
+    if (watch->IsOn()) {
+        fFolders.push_back({node, path, std::move(watch)});
+    }
+}
+
+std::vector<HitFolder> HitsReader::TakeFolders()
+{
+    const std::lock_guard lock(fMutex);
+    return std::exchange(fFolders, {});
+}
+
+void HitsReader::LetGo()
+{
+    TakeFolders();
 }
 
 status_t HitsReader::Read(Notes& notes, ListedRows* rows)
 {
     const DatePattern& dates = DatePattern::For(fDateFormat);
     const auto count = static_cast<int32>(fHits.size());
-    Work work(fHits, dates);
+    Work work(*this, dates);
     const auto help = [](void* shared) -> status_t {
         while (static_cast<Work*>(shared)->ReadNext()) {
         }
@@ -181,18 +215,19 @@ void HitsReader::AddLinks(std::vector<Chunk>& chunks, const DatePattern& dates, 
     Append(&rows->files, last.rows.files);
 }
 
-void HitsReader::Chunk::Read(std::span<const entry_ref> hits, const DatePattern& dates)
+void HitsReader::Chunk::Read(std::span<const entry_ref> hits, const DatePattern& dates,
+                             HitsReader& reader)
 {
     for (const entry_ref& hit : hits) {
-        ReadHit(hit, dates);
+        ReadHit(hit, dates, reader);
     }
 }
 
-void HitsReader::Chunk::ReadHit(const entry_ref& hit, const DatePattern& dates)
+void HitsReader::Chunk::ReadHit(const entry_ref& hit, const DatePattern& dates, HitsReader& reader)
 {
     const BEntry entry(&hit);
     if (fNode.device != hit.device || fNode.node != hit.directory) {
-        EnterFolder(hit, entry);
+        EnterFolder(hit, entry, reader);
     }
     struct stat st = {};
     if (fPath.empty() || entry.GetStat(&st) != B_OK) {
@@ -210,7 +245,7 @@ void HitsReader::Chunk::ReadHit(const entry_ref& hit, const DatePattern& dates)
     }
 }
 
-void HitsReader::Chunk::EnterFolder(const entry_ref& hit, const BEntry& entry)
+void HitsReader::Chunk::EnterFolder(const entry_ref& hit, const BEntry& entry, HitsReader& reader)
 {
     fNode.device = hit.device;
     fNode.node = hit.directory;
@@ -219,6 +254,7 @@ void HitsReader::Chunk::EnterFolder(const entry_ref& hit, const BEntry& entry)
     if (entry.GetPath(&path) == B_OK) {
         fPath = path.Path();
         fPath.erase(fPath.rfind('/') + 1);
+        reader.Watch(fNode, fPath);
     }
 }
 

@@ -113,6 +113,14 @@ bool PaneListing::Open(std::unique_ptr<RowSource> source, Way way)
     return status == B_OK;
 }
 
+void PaneListing::NodeChanged(const BMessage& notice)
+{
+    if (fOpening != nullptr && fOpening->Mode() == kQueryMode) {
+        fNotices.push_back(notice);
+    }
+    fSource->NodeChanged(notice, fRows);
+}
+
 void PaneListing::Proceed()
 {
     if (fOpening != nullptr) {
@@ -135,6 +143,7 @@ void PaneListing::Stop()
         fUpdates.Release(fOpening->Folder());
         fUpdates.KeepNotices(false);
         fOpening.reset();
+        fNotices.clear();
         if (fWay != Way::kLook) {
             fNotifier.StopProgress();
         }
@@ -174,6 +183,9 @@ void PaneListing::Opened(RowSource& source, ListedRows rows)
     fNotifier.StopProgress();
     fNotifier.Post(MSG_PANE_INFO);
     fUpdates.Follow(fSource->Folder());
+    for (const BMessage& notice : std::exchange(fNotices, {})) {
+        fSource->NodeChanged(notice, fRows);
+    }
     NoteWay(fWay, left->LocalFolder());
     fOwner.Arrived({fWay != Way::kAgain, fWay == Way::kFirst,
                     fWay == Way::kUp ? left->NameAbove() : std::string()});

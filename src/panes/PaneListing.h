@@ -73,6 +73,8 @@ public:
     void Stop();
     /// There is news of the place that is being opened.
     void Proceed();
+    /// Something changed in a folder that a source has watched for its hits.
+    void NodeChanged(const BMessage& notice);
     /// Breaks off what the place shown, or the one being opened, is doing; false when that is
     /// nothing.
     bool CancelWork();
@@ -106,6 +108,7 @@ private:
     std::unique_ptr<RowSource> fSource;  // what is shown; never null
     std::unique_ptr<RowSource> fOpening; // what will be; null when nothing is being opened
     Way fWay = Way::kStraight;           // to fOpening
+    std::vector<BMessage> fNotices;      // for fOpening, of folders with its hits
     bool fHasToldOfWatch = false;        // that there is none
     entry_ref fLink;                     // that leads there by kInto; without a name: no link
     bool fIsOpeningNow = false;          // it may hand its rows over at once

@@ -328,6 +328,21 @@ void PaneRows::Rebuild(DirListItem* row, const char* name, const BEntryRecord& r
     Rebuilt(row, oldName, wasFolder);
 }
 
+void PaneRows::RebuildHit(DirListItem* row, const char* name, const std::string& path,
+                          const BEntryRecord& record)
+{
+    const std::string oldName = row->GetEntryName();
+    const bool wasFolder = row->IsDir();
+    Forget(row);
+    row->SetName(name);
+    if (record.status != B_ENTRY_NOT_FOUND) {
+        // A link leads where it led; what that is nobody watches.
+        row->Take(record, DatePattern::For(fDateFormat), wasFolder ? S_IFDIR : S_IFREG);
+    }
+    row->ShowPath(path);
+    Rebuilt(row, oldName, wasFolder);
+}
+
 void PaneRows::Rebuilt(DirListItem* row, const std::string& oldName, bool wasFolder)
 {
     const bool isDisplaced = row->IsDir() != wasFolder || oldName != row->GetEntryName();

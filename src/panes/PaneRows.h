@@ -70,6 +70,9 @@ public:
     /// place, selection and mark. A record of what was gone changes the name alone.
     /// `target` is what a link leads to.
     void Rebuild(DirListItem* row, const char* name, const BEntryRecord& record, mode_t target = 0);
+    /// The same for a hit of a query, which shows its path.
+    void RebuildHit(DirListItem* row, const char* name, const std::string& path,
+                    const BEntryRecord& record);
     void Redraw(const DirListItem* row);
     void RedrawAll();
 

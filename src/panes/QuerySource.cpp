@@ -2,7 +2,11 @@
 
 #include "panes/FolderSource.h"
 #include "panes/HitsReader.h"
+#include "panes/PaneRows.h"
 
+#include <EntryChanges.h>
+
+#include <algorithm>
 #include <utility>
 
 namespace norvane {
@@ -29,9 +33,35 @@ QuerySource::QuerySource(const BMessage& results, std::string folder) : fFolder(
 
 RowsJob& QuerySource::StartReading(const OpenOrder& order)
 {
-    const auto reader = std::make_shared<HitsReader>(std::exchange(fHits, {}), order.dateFormat);
-    fJob = std::make_unique<RowsJob>(reader, order.list);
+    fReader = std::make_shared<HitsReader>(std::exchange(fHits, {}), order);
+    fJob = std::make_unique<RowsJob>(fReader, order.list);
     return *fJob;
+}
+
+void QuerySource::TakeOver()
+{
+    fFolders = fReader->TakeFolders();
+}
+
+void QuerySource::NodeChanged(const BMessage& notice, PaneRows& rows)
+{
+    BEntryChanges changes(notice);
+    if (changes.InitCheck() != B_OK) {
+        return;
+    }
+    const auto folder =
+        std::find_if(fFolders.begin(), fFolders.end(), [&](const HitFolder& candidate) {
+            return candidate.node == changes.Folder();
+        });
+    if (folder == fFolders.end()) {
+        return;
+    }
+    rows.BeginChanges();
+    BEntryChange change;
+    while (changes.GetNext(&change)) {
+        ApplyToHits(change, folder->path, rows);
+    }
+    rows.EndChanges();
 }
 
 std::unique_ptr<RowSource> QuerySource::Up() const

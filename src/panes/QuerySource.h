@@ -1,5 +1,6 @@
 #pragma once
 
+#include "panes/HitFolder.h"
 #include "panes/ReadSource.h"
 
 #include <memory>
@@ -8,7 +9,12 @@
 
 namespace norvane {
 
-/// The hits of a query as what a list shows. They are not watched.
+class HitsReader;
+
+/// The hits of a query as what a list shows.
+///
+/// The folders that hits lie in are watched, the first some hundred of them: a hit that goes or is
+/// renamed leaves or changes its row. What comes to fit the query later is no hit.
 class QuerySource : public ReadSource
 {
 public:
@@ -17,6 +23,7 @@ public:
     QuerySource(const BMessage& results, std::string folder);
 
     // RowSource
+    void NodeChanged(const BMessage& notice, PaneRows& rows) override;
     std::string Complaint(status_t) const override { return {}; }
     /// Null: the query is not asked again.
     std::unique_ptr<RowSource> Again() const override { return nullptr; }
@@ -39,12 +46,15 @@ public:
 protected:
     // ReadSource
     RowsJob& StartReading(const OpenOrder& order) override;
+    void TakeOver() override;
 
 private:
     std::string fQuery;
     std::string fFolder;
-    std::vector<entry_ref> fHits;  // until they are rows
-    std::unique_ptr<RowsJob> fJob; // null until it is opened
+    std::vector<entry_ref> fHits;        // until they are rows
+    std::shared_ptr<HitsReader> fReader; // null until it is opened, as the job
+    std::unique_ptr<RowsJob> fJob;
+    std::vector<HitFolder> fFolders; // watched
 };
 
 } // namespace norvane

@@ -17,6 +17,7 @@
 
 namespace norvane {
 
+class PaneRows;
 class RowSource;
 
 /// Rows on their way into a list, in its order: folders, with ".." at the top, before all others.
@@ -118,6 +119,9 @@ public:
     virtual void Proceed() {}
     /// There is news of what it began, while it is shown. It may be deleted in here.
     virtual void NewsWhileShown() {}
+    /// Something changed in a folder that it has watched: brings its rows up to date. What came
+    /// while it was being opened is told once the rows are there.
+    virtual void NodeChanged(const BMessage&, PaneRows&) {}
     /// A person answered what it asked.
     virtual void TakeReply(const BMessage&) {}
     /// Breaks off what it is doing; false when that is nothing, or cannot be broken off.

@@ -295,7 +295,7 @@ TEST_F(DirViewRenameTest, InAQueryItActsOnTheRowsOwnEntry)
     });
     EXPECT_EQ(fTree.Read("other/new"), "found");
     EXPECT_EQ(fTree.List("shown"), "b\n");
-    EXPECT_EQ(Names(), "new ");
+    EXPECT_EQ(Names(), fTree.Path("other/new") + " ");
 }
 
 // New folders
