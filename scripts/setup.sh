@@ -7,7 +7,7 @@ desktop_packages="xvfb openbox xdotool x11-utils x11-xserver-utils imagemagick f
 test_packages="libgtest-dev attr util-linux libcap2-bin trash-cli libglib2.0-bin fonts-liberation fonts-noto-core
     thunar pcmanfm-qt dbus dbus-daemon python3-pyftpdlib $desktop_packages"
 lint_packages="clang clang-tidy cppcheck shellcheck"
-bench_packages="libbenchmark-dev libxdamage-dev libxtst-dev pcmanfm thunar mc xterm procps curl lftp $desktop_packages"
+bench_packages="libbenchmark-dev libxdamage-dev libxtst-dev pcmanfm thunar mc xterm procps curl lftp fd-find ripgrep $desktop_packages"
 
 # need PACKAGE...: makes sure that the packages are installed.
 need() {
