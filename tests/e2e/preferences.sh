@@ -93,5 +93,23 @@ key Escape
 expect "the preferences window stays" window_gone "$title"
 expect "the main window has no focus" window_focused Norvane
 expect "the panes are not as they were" looks "$panes" "$main"
+
+# Extras, from within a page: sizes that people read, in rows and footers
+[ -z "$(setting ReadableSizes)" ] || fail "an extra is stored without having been chosen"
+open_preferences
+key ctrl+Next ctrl+Next Tab space
+shot "preferences-extras"
+key Return
+expect "the extra is not stored" stored ReadableSizes 1
+key Escape
+expect "the preferences window stays" window_gone "$title"
+expect "the sizes do not change" looks_new "$panes" "$main"
+shot "preferences-sizes"
+open_preferences
+key ctrl+Next ctrl+Next Tab space Return
+expect "the extra is not stored" stored ReadableSizes 0
+key Escape
+expect "the preferences window stays" window_gone "$title"
+expect "the panes are not as they were" looks "$panes" "$main"
 quit_norvane
 [ "$(setting DateFormat)" = "%D %R" ] || fail "the end of the program lost the format"

@@ -332,6 +332,30 @@ TEST_F(DirViewTest, ReadsItsPreferences)
     EXPECT_EQ(std::string(Row("a")->Text(3)).size(), 4u);
 }
 
+// Nobody tells this list of changes, so that a new file is seen only when it is read again.
+TEST_F(DirViewTest, ReadsAgainForPreferencesUnlessOnlyExtrasChanged)
+{
+    fTree.Write("shown/a", std::string(1433, 'x'));
+    Show("shown");
+    fTree.Write("shown/b", "");
+    Preferences preferences;
+
+    preferences.showsReadableSizes = true;
+    fList->Apply(preferences);
+    EXPECT_STREQ(Row("a")->Text(2), "1.4 KiB");
+    EXPECT_EQ(IndexOf("b"), -1);
+
+    preferences.showsReadableSizes = false;
+    preferences.showsFooter = false;
+    fList->Apply(preferences);
+    EXPECT_STREQ(Row("a")->Text(2), "1 K");
+    EXPECT_TRUE(kits::testing::WaitFor([this] { return IndexOf("b") >= 0; }));
+
+    fTree.Write("shown/c", "");
+    fList->Apply(preferences); // also without any change
+    EXPECT_TRUE(kits::testing::WaitFor([this] { return IndexOf("c") >= 0; }));
+}
+
 TEST_F(DirViewTest, KeepsTheDateFormatOfRowsThatAreThere)
 {
     fTree.Write("shown/a", "");
