@@ -266,12 +266,15 @@ void DirView::SetTo(const Preferences& preferences)
     SetHeaderFlag(preferences.showsHeader);
     SetFooterFlag(preferences.showsFooter);
     SetSizeUnits(preferences.showsReadableSizes ? SizeUnits::kReadable : SizeUnits::kKilobytes);
+    fRows.SetLeavesOutDotNames(preferences.hidesDotNames);
     fPreferences = preferences;
 }
 
 void DirView::Apply(const Preferences& preferences)
 {
-    const bool isReadAgain = !fPreferences.DiffersInExtrasAlone(preferences);
+    const bool showsMore = fPreferences.hidesDotNames && !preferences.hidesDotNames;
+    const bool isReadAgain =
+        !fPreferences.DiffersInExtrasAlone(preferences) || (showsMore && Mode() != kQueryMode);
     SetTo(preferences);
     if (isReadAgain) {
         Refresh();

@@ -135,7 +135,7 @@ public:
     void GetPreferences();
     void SetTo(const Preferences& preferences);
     /// The same for a list that shows something: has it drawn anew, and read again unless nothing
-    /// but extras changed.
+    /// but extras changed that leave all rows there.
     void Apply(const Preferences& preferences);
     void SetDateFormat(const char* pattern);
     void SetProgressFlag(bool isOn) { fNotifier.SetShowsProgress(isOn); }

@@ -183,8 +183,10 @@ void PaneRows::Fill(ListedRows rows)
     BList added(static_cast<int32>(count) + 1);
     for (RowList* group : {&rows.folders, &rows.files}) {
         for (std::unique_ptr<DirListItem>& row : *group) {
-            Note(row.get());
-            added.AddItem(row.release()); // ours, deleted by Clear()
+            if (row->IsParent() || !IsLeftOut(row->GetEntryName())) {
+                Note(row.get());
+                added.AddItem(row.release()); // ours, deleted by Clear()
+            }
         }
     }
     fList.AddList(&added);
@@ -195,7 +197,9 @@ void PaneRows::Become(ListedRows fresh)
     std::unordered_set<std::string_view> names;
     for (const RowList* group : {&fresh.folders, &fresh.files}) {
         for (const std::unique_ptr<DirListItem>& row : *group) {
-            names.insert(row->GetEntryName());
+            if (!IsLeftOut(row->GetEntryName())) {
+                names.insert(row->GetEntryName());
+            }
         }
     }
     BeginChanges();
@@ -226,7 +230,7 @@ void PaneRows::RemoveAllBut(const std::unordered_set<std::string_view>& names)
 void PaneRows::BecomeOrInsert(std::unique_ptr<DirListItem> fresh)
 {
     DirListItem* listed = FindRow(fresh->GetEntryName());
-    if (listed == nullptr) {
+    if (listed == nullptr) { // or not listed at all
         Insert(std::move(fresh));
         return;
     }
@@ -268,6 +272,9 @@ void PaneRows::Insert(std::unique_ptr<DirListItem> row)
     if (DirListItem* former = FindRow(row->GetEntryName())) {
         Remove(former);
     }
+    if (IsLeftOut(row->GetEntryName())) {
+        return;
+    }
     Note(row.get());
     if (fChanges.has_value()) {
         fChanges->coming.insert(row.release()); // ours, deleted by Remove() or Clear()
@@ -305,6 +312,10 @@ void PaneRows::Remove(DirListItem* row)
 
 void PaneRows::Rebuild(DirListItem* row, const entry_ref& ref)
 {
+    if (IsLeftOut(ref.name)) {
+        Remove(row);
+        return;
+    }
     const std::string oldName = row->GetEntryName();
     const bool wasFolder = row->IsDir();
     Forget(row);
@@ -316,6 +327,10 @@ void PaneRows::Rebuild(DirListItem* row, const entry_ref& ref)
 void PaneRows::Rebuild(DirListItem* row, const char* name, const BEntryRecord& record,
                        mode_t target)
 {
+    if (IsLeftOut(name)) {
+        Remove(row);
+        return;
+    }
     const std::string oldName = row->GetEntryName();
     const bool wasFolder = row->IsDir();
     Forget(row);
@@ -345,6 +360,32 @@ void PaneRows::Rebuilt(DirListItem* row, const std::string& oldName, bool wasFol
     }
     fList.InvalidateItem(IndexOf(row));
     fListener.RowsChanged();
+}
+
+// Of ".." it is asked by nobody.
+bool PaneRows::IsLeftOut(const char* name) const
+{
+    return fLeavesOutDotNames && name != nullptr && name[0] == '.';
+}
+
+void PaneRows::SetLeavesOutDotNames(bool isOn)
+{
+    const bool isNew = isOn && !fLeavesOutDotNames;
+    fLeavesOutDotNames = isOn;
+    if (!isNew) {
+        return;
+    }
+    std::vector<DirListItem*> leaving;
+    for (int32 i = 0; i < CountRows(); i++) {
+        if (!RowAt(i)->IsParent() && IsLeftOut(RowAt(i)->GetEntryName())) {
+            leaving.push_back(RowAt(i));
+        }
+    }
+    BeginChanges();
+    for (DirListItem* row : leaving) {
+        Remove(row);
+    }
+    EndChanges();
 }
 
 void PaneRows::Redraw(const DirListItem* row)

@@ -64,7 +64,8 @@ public:
     void Insert(std::unique_ptr<DirListItem> row);
     /// Takes a row out and deletes it; when it was selected, the row that takes its place is.
     void Remove(DirListItem* row);
-    /// Has a row read its entry anew, from `ref`; it keeps its place, selection and mark.
+    /// Has a row read its entry anew, from `ref`; it keeps its place, selection and mark. A row
+    /// that gets a name that is left out goes, here as below.
     void Rebuild(DirListItem* row, const entry_ref& ref);
     /// Makes a row show what is known of its entry, under a new name or its own; it keeps its
     /// place, selection and mark. A record of what was gone changes the name alone.
@@ -72,6 +73,11 @@ public:
     void Rebuild(DirListItem* row, const char* name, const BEntryRecord& record, mode_t target = 0);
     void Redraw(const DirListItem* row);
     void RedrawAll();
+
+    /// Leaves out rows whose names begin with a dot: those that are there now, and those that come.
+    /// Ones that were left out are there again when the folder is read again. Results of queries,
+    /// which are listed by their paths, stay.
+    void SetLeavesOutDotNames(bool isOn);
 
     // Many rows at once: between these two rows are found by name and by node as they are, while
     // the list is brought up to date at the end, in one pass over it.
@@ -110,6 +116,7 @@ private:
 
     /// Those of the list as it will be when the changes have ended, in no order.
     void VisitRows(const std::function<void(DirListItem*)>& visit) const;
+    bool IsLeftOut(const char* name) const;
     void Note(DirListItem* row);
     void Forget(DirListItem* row);
     void Rebuilt(DirListItem* row, const std::string& oldName, bool wasFolder);
@@ -126,6 +133,7 @@ private:
     std::optional<Changes> fChanges; // between BeginChanges() and EndChanges()
     FolderTotals fTotals;
     std::string fDateFormat;
+    bool fLeavesOutDotNames = false;
 };
 
 } // namespace norvane

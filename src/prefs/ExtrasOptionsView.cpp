@@ -23,6 +23,7 @@ struct Extra
 
 const Extra kExtras[] = {
     {"ReadableSizes", "Show Sizes in KiB, MiB and GiB?", &Preferences::showsReadableSizes},
+    {"HideDotNames", "Hide Names That Begin with a Dot?", &Preferences::hidesDotNames},
 };
 
 } // namespace

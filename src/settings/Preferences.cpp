@@ -29,6 +29,7 @@ const Switch kSwitches[] = {
 // Written when they are on, or were.
 const Switch kExtras[] = {
     {"ReadableSizes", &Preferences::showsReadableSizes},
+    {"HideDotNames", &Preferences::hidesDotNames},
 };
 
 void ReadSwitch(const Switch& one, Preferences* read)

@@ -38,7 +38,7 @@ std::vector<std::string> MainSettingsKeys()
 {
     std::vector<std::string> keys = {
         "Left",       "Top",        "Width",      "Height",          "NumPanes",
-        "DateFormat", "ShowHeader", "ShowFooter", "ShowProgressBar", "ReadableSizes"};
+        "DateFormat", "ShowHeader", "ShowFooter", "ShowProgressBar", "ReadableSizes", "HideDotNames"};
     for (int pane = 0; pane < kPanes; pane++) {
         keys.push_back("Pane" + std::to_string(pane));
     }

@@ -349,7 +349,7 @@ TEST_P(ExtrasTest, LabelHasRoom)
     EXPECT_GE(Locked([=] { return box->Bounds().Width(); }), width);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, ExtrasTest, ::testing::Values("ReadableSizes"),
+INSTANTIATE_TEST_SUITE_P(All, ExtrasTest, ::testing::Values("ReadableSizes", "HideDotNames"),
                          [](const auto& tested) { return std::string(tested.param); });
 
 // Every view's frame lies within its parent's bounds, so nothing is cut.
