@@ -273,8 +273,7 @@ void DirView::SetTo(const Preferences& preferences)
 void DirView::Apply(const Preferences& preferences)
 {
     const bool showsMore = fPreferences.hidesDotNames && !preferences.hidesDotNames;
-    const bool isReadAgain =
-        !fPreferences.DiffersInExtrasAlone(preferences) || (showsMore && Mode() != kQueryMode);
+    const bool isReadAgain = !fPreferences.DiffersInExtrasAlone(preferences) || showsMore;
     SetTo(preferences);
     if (isReadAgain) {
         Refresh();

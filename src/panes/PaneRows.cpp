@@ -1,6 +1,7 @@
 #include "panes/PaneRows.h"
 
 #include "clv/ColumnListView.h"
+#include "panes/ComingRows.h"
 #include "panes/DatePattern.h"
 
 #include <List.h>
@@ -14,7 +15,7 @@ namespace norvane {
 
 namespace {
 
-using RowList = std::vector<std::unique_ptr<DirListItem>>;
+using RowList = PaneRows::RowList;
 
 // Beyond so many rows giving their memory back takes longer than an answer to a key may.
 constexpr int32 kManyRows = 20'000;
@@ -34,56 +35,6 @@ void DeleteInBackground(std::unique_ptr<RowList> rows)
         [[maybe_unused]] const auto* taken = rows.release(); // adopted by the thread
     }
 }
-
-/// Rows on their way into a list, in the listing's order.
-class ComingRows
-{
-public:
-    explicit ComingRows(const std::unordered_set<DirListItem*>& rows)
-    {
-        for (DirListItem* row : rows) {
-            (row->IsDir() ? fFolders : fFiles).push_back(row);
-        }
-        for (auto* group : {&fFolders, &fFiles}) {
-            // The last ones are taken first.
-            std::sort(group->begin(), group->end(), [](const auto* a, const auto* b) {
-                return std::strcmp(a->GetEntryName(), b->GetEntryName()) > 0;
-            });
-        }
-    }
-
-    /// The next one that goes before `row`; null when there is none.
-    DirListItem* TakeBefore(const DirListItem& row)
-    {
-        if (row.IsParent()) {
-            return nullptr;
-        }
-        if (!row.IsDir() && !fFolders.empty()) {
-            return TakeFrom(&fFolders);
-        }
-        auto* group = row.IsDir() ? &fFolders : &fFiles;
-        const bool isBefore =
-            !group->empty() && std::strcmp(group->back()->GetEntryName(), row.GetEntryName()) < 0;
-        return isBefore ? TakeFrom(group) : nullptr;
-    }
-
-    /// The next one that goes behind all rows.
-    DirListItem* TakeLast() { return TakeFrom(fFolders.empty() ? &fFiles : &fFolders); }
-
-private:
-    static DirListItem* TakeFrom(std::vector<DirListItem*>* group)
-    {
-        if (group->empty()) {
-            return nullptr;
-        }
-        DirListItem* row = group->back();
-        group->pop_back();
-        return row;
-    }
-
-    std::vector<DirListItem*> fFolders;
-    std::vector<DirListItem*> fFiles;
-};
 
 } // namespace
 
@@ -375,17 +326,44 @@ void PaneRows::SetLeavesOutDotNames(bool isOn)
     if (!isNew) {
         return;
     }
+    auto left = std::make_unique<RowList>();
     std::vector<DirListItem*> leaving;
+    BList kept(CountRows());
+    int32 selected = -1;
     for (int32 i = 0; i < CountRows(); i++) {
-        if (!RowAt(i)->IsParent() && IsLeftOut(RowAt(i)->GetEntryName())) {
-            leaving.push_back(RowAt(i));
+        DirListItem* row = RowAt(i);
+        if (row->IsParent() || !IsLeftOut(row->GetEntryName())) {
+            kept.AddItem(row);
+            continue;
         }
+        selected = row->IsSelected() ? kept.CountItems() : selected;
+        leaving.push_back(row);
+        left->emplace_back(row);
+        fTotals.Remove(*row);
+        fOrder.Forget(row);
     }
-    BeginChanges();
-    for (DirListItem* row : leaving) {
-        Remove(row);
+    if (!leaving.empty()) {
+        Leave(leaving, std::move(left), kept, selected);
     }
-    EndChanges();
+}
+
+/// Takes many rows out by one pass over the list, of which the others are `kept`; a row takes the
+/// selection over from one that leaves.
+void PaneRows::Leave(const std::vector<DirListItem*>& leaving, std::unique_ptr<RowList> left,
+                     BList& kept, int32 selected)
+{
+    // Made again when they are asked for, which is cheaper than taking out what leaves one by one.
+    fNodes.reset();
+    fNames.reset();
+    fListener.RowsLeave(leaving);
+    fList.SetItems(&kept);
+    if (selected >= 0 && CountRows() > 0) {
+        fList.Select(std::min(selected, CountRows() - 1));
+    }
+    fListener.RowsChanged();
+    if (leaving.size() > static_cast<std::size_t>(kManyRows)) {
+        DeleteInBackground(std::move(left));
+    }
 }
 
 void PaneRows::Redraw(const DirListItem* row)

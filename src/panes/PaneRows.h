@@ -13,6 +13,8 @@
 #include <unordered_set>
 #include <vector>
 
+class BList;
+
 namespace norvane {
 
 class ColumnListView;
@@ -40,6 +42,8 @@ public:
 class PaneRows : public RowSequence
 {
 public:
+    using RowList = std::vector<std::unique_ptr<DirListItem>>;
+
     PaneRows(ColumnListView& list, RowsListener& listener) : fList(list), fListener(listener) {}
     PaneRows(const PaneRows&) = delete;
     PaneRows& operator=(const PaneRows&) = delete;
@@ -117,6 +121,8 @@ private:
     /// Those of the list as it will be when the changes have ended, in no order.
     void VisitRows(const std::function<void(DirListItem*)>& visit) const;
     bool IsLeftOut(const char* name) const;
+    void Leave(const std::vector<DirListItem*>& leaving, std::unique_ptr<RowList> left, BList& kept,
+               int32 selected);
     void Note(DirListItem* row);
     void Forget(DirListItem* row);
     void Rebuilt(DirListItem* row, const std::string& oldName, bool wasFolder);

@@ -267,9 +267,10 @@ TEST_F(DotNamesTest, GoWhenTheyAreLeftOut)
 TEST_F(DotNamesTest, RowThatGetsOneGoes)
 {
     fRows->SetLeavesOutDotNames(true);
-    Fill({}, {"a", "b"});
+    Fill({}, {"a", "b", "read"});
 
     fRows->Rebuild(Row("a"), ".a", File(1));
+    fRows->Rebuild(Row("read"), entry_ref(7, 8, ".read"));
     EXPECT_EQ(Names(), ".. b ");
 
     fRows->BeginChanges();
