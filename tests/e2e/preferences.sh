@@ -5,7 +5,7 @@
 
 title="Norvane Preferences Dialog"
 mkdir -p "$base/one" "$base/two"
-echo text >"$base/one/file"
+head -c 1536 /dev/zero >"$base/one/file"
 echo more >"$base/one/.dot"
 touch -d '2026-03-04 05:06:07' "$base/one/file" "$base/one/.dot" "$base/two" "$base/one"
 write_settings "$base/one" "$base/two"
