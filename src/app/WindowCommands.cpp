@@ -332,9 +332,8 @@ void NorvaneWindow::SetTo(const Preferences& preferences)
 {
     for (int32 index = 0; index < CountPanes(); index++) {
         DirView* list = PaneAt(index)->GetDirView();
-        list->SetTo(preferences);
+        list->Apply(preferences);
         PaneAt(index)->ShowStrips();
-        list->Refresh();
     }
 }
 

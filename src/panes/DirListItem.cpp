@@ -39,7 +39,9 @@ struct DirListItem::Texts
     std::string size;
     std::string date;
     std::string permissions;
-    bool isMade = false; // size, date and permissions
+    int64 occupied = -1;                     // by a folder that was measured
+    bool isMade = false;                     // size, date and permissions
+    SizeUnits units = SizeUnits::kKilobytes; // that the size is written in
 };
 
 DirListItem::DirListItem(BEntry* entry, rgb_color, bool isParent, int nameMode,
@@ -77,9 +79,10 @@ DirListItem::DirListItem(const char* name, const char* size, const char* date,
     fIsDirectory = kind == 'd';
     fSize = std::strtoll(size, nullptr, 10);
     fTexts->name = name;
-    fTexts->size = kind == 'd' ? kFolderText : (kind == 'l' ? kLinkText : SizeText(fSize));
     fTexts->date = date;
     fTexts->permissions = permissions;
+    fTexts->units = CurrentSizeUnits();
+    fTexts->size = SizeColumnText();
     fTexts->isMade = true;
 }
 
@@ -207,7 +210,9 @@ status_t DirListItem::Update(const char* dateFormat)
 
 void DirListItem::SetDirSize(int64 bytes)
 {
-    MadeTexts().size = OccupiedText(bytes);
+    Texts& texts = MadeTexts();
+    texts.occupied = bytes;
+    texts.size = SizeColumnText();
 }
 
 node_ref DirListItem::NodeRef() const
@@ -247,24 +252,45 @@ DirListItem::Texts& DirListItem::MadeTexts() const
         fTexts = std::make_unique<Texts>();
     }
     Texts& texts = *fTexts;
+    const SizeUnits units = CurrentSizeUnits();
+    if (texts.isMade && texts.units == units) {
+        return texts;
+    }
+    texts.units = units;
+    texts.size = SizeColumnText();
     if (texts.isMade) {
         return texts;
     }
     texts.isMade = true;
     if (fKind == Kind::kParent) {
-        texts.size = texts.date = texts.permissions = "--";
+        texts.date = texts.permissions = "--";
         return texts;
     }
     texts.date = fDates->Format(fModified);
     texts.permissions = fHasPermissions ? PermissionText(fMode) : "n/a";
-    if (fKind == Kind::kFile) {
-        texts.size = SizeText(fSize);
-    } else if (fKind == Kind::kFolder) {
-        texts.size = kFolderText;
-    } else if (fKind == Kind::kLink) {
-        texts.size = kLinkText;
-    }
     return texts;
+}
+
+std::string DirListItem::SizeColumnText() const
+{
+    if (fTexts->occupied >= 0) {
+        return OccupiedText(fTexts->occupied);
+    }
+    switch (fKind) {
+    case Kind::kParent:
+        return "--";
+    case Kind::kFile:
+        return SizeText(fSize);
+    case Kind::kFolder:
+    case Kind::kRemoteFolder:
+        return kFolderText;
+    case Kind::kLink:
+        return kLinkText;
+    case Kind::kRemoteFile:
+        return fTexts->permissions[0] == 'l' ? kLinkText : SizeText(fSize);
+    default:
+        return "";
+    }
 }
 
 std::string DirListItem::SpokenText() const

@@ -111,6 +111,7 @@ private:
     void TakeNode(mode_t mode, ino_t node, off_t size, time_t modified);
     void FollowLink();
     Texts& MadeTexts() const;
+    std::string SizeColumnText() const;
     void DropTextsAndIcon();
     void LookForIcon(const BView* owner) const;
     void DrawIcon(BView& owner, BRect cell) const;

@@ -5,9 +5,9 @@
 #include "panes/DatePattern.h"
 #include "panes/DirPane.h"
 #include "panes/RowIcons.h"
+#include "panes/RowTexts.h"
 #include "settings/HomeFolder.h"
 #include "settings/Numbers.h"
-#include "settings/Preferences.h"
 
 #include <AppDefs.h>
 #include <Bitmap.h>
@@ -265,6 +265,21 @@ void DirView::SetTo(const Preferences& preferences)
     SetProgressFlag(preferences.showsProgress);
     SetHeaderFlag(preferences.showsHeader);
     SetFooterFlag(preferences.showsFooter);
+    SetSizeUnits(preferences.showsReadableSizes ? SizeUnits::kReadable : SizeUnits::kKilobytes);
+    fRows.SetLeavesOutDotNames(preferences.hidesDotNames);
+    fPreferences = preferences;
+}
+
+void DirView::Apply(const Preferences& preferences)
+{
+    const bool showsMore = fPreferences.hidesDotNames && !preferences.hidesDotNames;
+    const bool isReadAgain = !fPreferences.DiffersInExtrasAlone(preferences) || showsMore;
+    SetTo(preferences);
+    if (isReadAgain) {
+        Refresh();
+    }
+    Invalidate();
+    NotifyParent(MSG_PANE_INFO);
 }
 
 void DirView::SetDateFormat(const char* pattern)

@@ -12,6 +12,7 @@
 #include "panes/PaneNotifier.h"
 #include "panes/PaneRows.h"
 #include "panes/RowRenaming.h"
+#include "settings/Preferences.h"
 
 #include <functional>
 #include <memory>
@@ -21,8 +22,6 @@
 class BScrollView;
 
 namespace norvane {
-
-struct Preferences;
 
 /// The file list of a pane: shows the rows of a source, keeps marks apart from the selection,
 /// packs the chosen entries into messages, and follows the changes of its folder.
@@ -137,6 +136,9 @@ public:
     /// Reads them from the settings.
     void GetPreferences();
     void SetTo(const Preferences& preferences);
+    /// The same for a list that shows something: has it drawn anew, and read again unless nothing
+    /// but extras changed that leave all rows there.
+    void Apply(const Preferences& preferences);
     void SetDateFormat(const char* pattern);
     void SetProgressFlag(bool isOn) { fNotifier.SetShowsProgress(isOn); }
     void SetHeaderFlag(bool isOn) { fShowsHeader = isOn; }
@@ -218,6 +220,7 @@ private:
     bool fIsTakingWidth = false; // a column width that the window passes on
     bool fShowsHeader = true;
     bool fShowsFooter = true;
+    Preferences fPreferences; // that were set last
 };
 
 } // namespace norvane

@@ -1,6 +1,7 @@
 #include "panes/PaneRows.h"
 
 #include "clv/ColumnListView.h"
+#include "panes/ComingRows.h"
 #include "panes/DatePattern.h"
 
 #include <List.h>
@@ -14,7 +15,7 @@ namespace norvane {
 
 namespace {
 
-using RowList = std::vector<std::unique_ptr<DirListItem>>;
+using RowList = PaneRows::RowList;
 
 // Beyond so many rows giving their memory back takes longer than an answer to a key may.
 constexpr int32 kManyRows = 20'000;
@@ -34,56 +35,6 @@ void DeleteInBackground(std::unique_ptr<RowList> rows)
         [[maybe_unused]] const auto* taken = rows.release(); // adopted by the thread
     }
 }
-
-/// Rows on their way into a list, in the listing's order.
-class ComingRows
-{
-public:
-    explicit ComingRows(const std::unordered_set<DirListItem*>& rows)
-    {
-        for (DirListItem* row : rows) {
-            (row->IsDir() ? fFolders : fFiles).push_back(row);
-        }
-        for (auto* group : {&fFolders, &fFiles}) {
-            // The last ones are taken first.
-            std::sort(group->begin(), group->end(), [](const auto* a, const auto* b) {
-                return std::strcmp(a->GetEntryName(), b->GetEntryName()) > 0;
-            });
-        }
-    }
-
-    /// The next one that goes before `row`; null when there is none.
-    DirListItem* TakeBefore(const DirListItem& row)
-    {
-        if (row.IsParent()) {
-            return nullptr;
-        }
-        if (!row.IsDir() && !fFolders.empty()) {
-            return TakeFrom(&fFolders);
-        }
-        auto* group = row.IsDir() ? &fFolders : &fFiles;
-        const bool isBefore =
-            !group->empty() && std::strcmp(group->back()->GetEntryName(), row.GetEntryName()) < 0;
-        return isBefore ? TakeFrom(group) : nullptr;
-    }
-
-    /// The next one that goes behind all rows.
-    DirListItem* TakeLast() { return TakeFrom(fFolders.empty() ? &fFiles : &fFolders); }
-
-private:
-    static DirListItem* TakeFrom(std::vector<DirListItem*>* group)
-    {
-        if (group->empty()) {
-            return nullptr;
-        }
-        DirListItem* row = group->back();
-        group->pop_back();
-        return row;
-    }
-
-    std::vector<DirListItem*> fFolders;
-    std::vector<DirListItem*> fFiles;
-};
 
 } // namespace
 
@@ -183,8 +134,10 @@ void PaneRows::Fill(ListedRows rows)
     BList added(static_cast<int32>(count) + 1);
     for (RowList* group : {&rows.folders, &rows.files}) {
         for (std::unique_ptr<DirListItem>& row : *group) {
-            Note(row.get());
-            added.AddItem(row.release()); // ours, deleted by Clear()
+            if (row->IsParent() || !IsLeftOut(row->GetEntryName())) {
+                Note(row.get());
+                added.AddItem(row.release()); // ours, deleted by Clear()
+            }
         }
     }
     fList.AddList(&added);
@@ -195,7 +148,9 @@ void PaneRows::Become(ListedRows fresh)
     std::unordered_set<std::string_view> names;
     for (const RowList* group : {&fresh.folders, &fresh.files}) {
         for (const std::unique_ptr<DirListItem>& row : *group) {
-            names.insert(row->GetEntryName());
+            if (!IsLeftOut(row->GetEntryName())) {
+                names.insert(row->GetEntryName());
+            }
         }
     }
     BeginChanges();
@@ -226,7 +181,7 @@ void PaneRows::RemoveAllBut(const std::unordered_set<std::string_view>& names)
 void PaneRows::BecomeOrInsert(std::unique_ptr<DirListItem> fresh)
 {
     DirListItem* listed = FindRow(fresh->GetEntryName());
-    if (listed == nullptr) {
+    if (listed == nullptr) { // or not listed at all
         Insert(std::move(fresh));
         return;
     }
@@ -268,6 +223,9 @@ void PaneRows::Insert(std::unique_ptr<DirListItem> row)
     if (DirListItem* former = FindRow(row->GetEntryName())) {
         Remove(former);
     }
+    if (IsLeftOut(row->GetEntryName())) {
+        return;
+    }
     Note(row.get());
     if (fChanges.has_value()) {
         fChanges->coming.insert(row.release()); // ours, deleted by Remove() or Clear()
@@ -305,6 +263,10 @@ void PaneRows::Remove(DirListItem* row)
 
 void PaneRows::Rebuild(DirListItem* row, const entry_ref& ref)
 {
+    if (IsLeftOut(ref.name)) {
+        Remove(row);
+        return;
+    }
     const std::string oldName = row->GetEntryName();
     const bool wasFolder = row->IsDir();
     Forget(row);
@@ -316,6 +278,10 @@ void PaneRows::Rebuild(DirListItem* row, const entry_ref& ref)
 void PaneRows::Rebuild(DirListItem* row, const char* name, const BEntryRecord& record,
                        mode_t target)
 {
+    if (IsLeftOut(name)) {
+        Remove(row);
+        return;
+    }
     const std::string oldName = row->GetEntryName();
     const bool wasFolder = row->IsDir();
     Forget(row);
@@ -360,6 +326,59 @@ void PaneRows::Rebuilt(DirListItem* row, const std::string& oldName, bool wasFol
     }
     fList.InvalidateItem(IndexOf(row));
     fListener.RowsChanged();
+}
+
+// Of ".." it is asked by nobody.
+bool PaneRows::IsLeftOut(const char* name) const
+{
+    return fLeavesOutDotNames && name != nullptr && name[0] == '.';
+}
+
+void PaneRows::SetLeavesOutDotNames(bool isOn)
+{
+    const bool isNew = isOn && !fLeavesOutDotNames;
+    fLeavesOutDotNames = isOn;
+    if (!isNew) {
+        return;
+    }
+    auto left = std::make_unique<RowList>();
+    std::vector<DirListItem*> leaving;
+    BList kept(CountRows());
+    int32 selected = -1;
+    for (int32 i = 0; i < CountRows(); i++) {
+        DirListItem* row = RowAt(i);
+        if (row->IsParent() || !IsLeftOut(row->GetEntryName())) {
+            kept.AddItem(row);
+            continue;
+        }
+        selected = row->IsSelected() ? kept.CountItems() : selected;
+        leaving.push_back(row);
+        left->emplace_back(row);
+        fTotals.Remove(*row);
+        fOrder.Forget(row);
+    }
+    if (!leaving.empty()) {
+        Leave(leaving, std::move(left), kept, selected);
+    }
+}
+
+/// Takes many rows out by one pass over the list, of which the others are `kept`; a row takes the
+/// selection over from one that leaves.
+void PaneRows::Leave(const std::vector<DirListItem*>& leaving, std::unique_ptr<RowList> left,
+                     BList& kept, int32 selected)
+{
+    // Made again when they are asked for, which is cheaper than taking out what leaves one by one.
+    fNodes.reset();
+    fNames.reset();
+    fListener.RowsLeave(leaving);
+    fList.SetItems(&kept);
+    if (selected >= 0 && CountRows() > 0) {
+        fList.Select(std::min(selected, CountRows() - 1));
+    }
+    fListener.RowsChanged();
+    if (leaving.size() > static_cast<std::size_t>(kManyRows)) {
+        DeleteInBackground(std::move(left));
+    }
 }
 
 void PaneRows::Redraw(const DirListItem* row)

@@ -13,6 +13,8 @@
 #include <unordered_set>
 #include <vector>
 
+class BList;
+
 namespace norvane {
 
 class ColumnListView;
@@ -40,6 +42,8 @@ public:
 class PaneRows : public RowSequence
 {
 public:
+    using RowList = std::vector<std::unique_ptr<DirListItem>>;
+
     PaneRows(ColumnListView& list, RowsListener& listener) : fList(list), fListener(listener) {}
     PaneRows(const PaneRows&) = delete;
     PaneRows& operator=(const PaneRows&) = delete;
@@ -64,7 +68,8 @@ public:
     void Insert(std::unique_ptr<DirListItem> row);
     /// Takes a row out and deletes it; when it was selected, the row that takes its place is.
     void Remove(DirListItem* row);
-    /// Has a row read its entry anew, from `ref`; it keeps its place, selection and mark.
+    /// Has a row read its entry anew, from `ref`; it keeps its place, selection and mark. A row
+    /// that gets a name that is left out goes, here as below.
     void Rebuild(DirListItem* row, const entry_ref& ref);
     /// Makes a row show what is known of its entry, under a new name or its own; it keeps its
     /// place, selection and mark. A record of what was gone changes the name alone.
@@ -75,6 +80,11 @@ public:
                     const BEntryRecord& record);
     void Redraw(const DirListItem* row);
     void RedrawAll();
+
+    /// Leaves out rows whose names begin with a dot: those that are there now, and those that come.
+    /// Ones that were left out are there again when the folder is read again. Results of queries,
+    /// which are listed by their paths, stay.
+    void SetLeavesOutDotNames(bool isOn);
 
     // Many rows at once: between these two rows are found by name and by node as they are, while
     // the list is brought up to date at the end, in one pass over it.
@@ -113,6 +123,9 @@ private:
 
     /// Those of the list as it will be when the changes have ended, in no order.
     void VisitRows(const std::function<void(DirListItem*)>& visit) const;
+    bool IsLeftOut(const char* name) const;
+    void Leave(const std::vector<DirListItem*>& leaving, std::unique_ptr<RowList> left, BList& kept,
+               int32 selected);
     void Note(DirListItem* row);
     void Forget(DirListItem* row);
     void Rebuilt(DirListItem* row, const std::string& oldName, bool wasFolder);
@@ -129,6 +142,7 @@ private:
     std::optional<Changes> fChanges; // between BeginChanges() and EndChanges()
     FolderTotals fTotals;
     std::string fDateFormat;
+    bool fLeavesOutDotNames = false;
 };
 
 } // namespace norvane

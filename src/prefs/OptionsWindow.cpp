@@ -4,6 +4,7 @@
 #include "fileops/windows/DialogLayout.h"
 #include "panes/SoonAnswer.h"
 #include "prefs/AdvancedOptionsView.h"
+#include "prefs/ExtrasOptionsView.h"
 #include "prefs/GeneralOptionsView.h"
 #include "settings/MsgBox.h"
 #include "settings/Profile.h"
@@ -30,7 +31,6 @@ constexpr float kPageSide = 5;   // between the tab view and its pages
 constexpr float kButtonsTop = 9; // above the buttons' faces
 constexpr float kButtonsBottom = 7;
 constexpr float kButtonGap = 8;
-constexpr float kDefaultMark = 3; // around the face of the default button
 
 struct ButtonOf
 {
@@ -90,6 +90,8 @@ void OptionsWindow::AddPages(float bottom)
     auto* advanced = new BTab(new AdvancedOptionsView(page));
     advanced->SetLabel("Advanced");
     fPages->AddTab(nullptr, advanced);
+    fExtras = new ExtrasOptionsView(page);
+    fPages->AddTab(fExtras);
 }
 
 void OptionsWindow::AddButtons(float top)
@@ -158,6 +160,7 @@ void OptionsWindow::SetTo(const Preferences& preferences)
 {
     fPreferences = preferences;
     fGeneral->SetTo(preferences);
+    fExtras->SetTo(preferences);
     fAccept->SetEnabled(true);
 }
 
@@ -169,6 +172,7 @@ void OptionsWindow::DateFormatChosen(const BMessage& message)
 void OptionsWindow::Save()
 {
     fGeneral->GetSwitches(&fPreferences);
+    fExtras->GetSwitches(&fPreferences);
     // What is written late is told to the main window without this one, which may be closed then.
     const std::optional<BMessage> answer = AnswerSoon(
         [preferences = fPreferences] {

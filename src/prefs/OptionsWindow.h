@@ -12,6 +12,7 @@ class BView;
 
 namespace norvane {
 
+class ExtrasOptionsView;
 class GeneralOptionsView;
 
 /// The preferences window: pages of choices that "OK" saves, and tells the main window of.
@@ -41,6 +42,7 @@ private:
     BView* fTop = nullptr; // all else is in it
     BTabView* fPages = nullptr;
     GeneralOptionsView* fGeneral = nullptr; // a page
+    ExtrasOptionsView* fExtras = nullptr;   // a page
     BButton* fAccept = nullptr;
     BInvoker fSaved; // tells the main window
     Preferences fPreferences;

@@ -26,6 +26,26 @@ const Switch kSwitches[] = {
     {"ShowFooter", &Preferences::showsFooter},
 };
 
+// Written when they are on, or were.
+const Switch kExtras[] = {
+    {"ReadableSizes", &Preferences::showsReadableSizes},
+    {"HideDotNames", &Preferences::hidesDotNames},
+};
+
+void ReadSwitch(const Switch& one, Preferences* read)
+{
+    std::string value;
+    if (GetProfileString(kSettingsFolder, one.key, value, kSettingsFile)) {
+        read->*one.value = atoi(value.c_str()) != 0;
+    }
+}
+
+bool IsStored(const char* key)
+{
+    std::string value;
+    return ReadProfileString(kSettingsFolder, key, &value, kSettingsFile) == B_OK;
+}
+
 } // namespace
 
 Preferences Preferences::Read()
@@ -33,10 +53,10 @@ Preferences Preferences::Read()
     Preferences read;
     GetProfileString(kSettingsFolder, kDateFormat, read.dateFormat, kSettingsFile);
     for (const Switch& one : kSwitches) {
-        std::string value;
-        if (GetProfileString(kSettingsFolder, one.key, value, kSettingsFile)) {
-            read.*one.value = atoi(value.c_str()) != 0;
-        }
+        ReadSwitch(one, &read);
+    }
+    for (const Switch& one : kExtras) {
+        ReadSwitch(one, &read);
     }
     return read;
 }
@@ -50,6 +70,11 @@ status_t Preferences::Write() const
     for (const Switch& one : kSwitches) {
         writer.Set(one.key, this->*one.value ? 1 : 0);
     }
+    for (const Switch& one : kExtras) {
+        if (this->*one.value || IsStored(one.key)) {
+            writer.Set(one.key, this->*one.value ? 1 : 0);
+        }
+    }
     return writer.Write();
 }
 
@@ -57,6 +82,9 @@ void Preferences::AddTo(BMessage* message) const
 {
     message->AddString(kDateFormat, dateFormat.c_str());
     for (const Switch& one : kSwitches) {
+        message->AddBool(one.key, this->*one.value);
+    }
+    for (const Switch& one : kExtras) {
         message->AddBool(one.key, this->*one.value);
     }
 }
@@ -68,7 +96,19 @@ Preferences Preferences::In(const BMessage& message)
     for (const Switch& one : kSwitches) {
         found.*one.value = message.GetBool(one.key, found.*one.value);
     }
+    for (const Switch& one : kExtras) {
+        found.*one.value = message.GetBool(one.key, found.*one.value);
+    }
     return found;
+}
+
+bool Preferences::DiffersInExtrasAlone(const Preferences& other) const
+{
+    Preferences same = other;
+    for (const Switch& one : kExtras) {
+        same.*one.value = this->*one.value;
+    }
+    return *this == same && *this != other;
 }
 
 } // namespace norvane

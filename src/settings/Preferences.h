@@ -16,10 +16,15 @@ struct Preferences
     bool showsHeader = true; // of each pane
     bool showsFooter = true;
 
+    // Extras: all off at first
+    bool showsReadableSizes = false; // "1.4 MiB" for "1433 K"
+    bool hidesDotNames = false;      // in folders, not in results of queries
+
     /// Reads them; what is missing is as above. What cannot be read is told, and counts as missing.
     /// Thread: any; waits for the disk.
     static Preferences Read();
-    /// Writes all of them, and loses no other setting.
+    /// Writes all of them, extras that are off only over ones that were on, and loses no other
+    /// setting.
     /// Errors: those of SettingsWriter::Write(); B_BAD_VALUE for a format that no line can hold.
     /// Thread: any; waits for the disk.
     status_t Write() const;
@@ -28,6 +33,8 @@ struct Preferences
     void AddTo(BMessage* message) const;
     static Preferences In(const BMessage& message);
 
+    /// Whether these differ, but in nothing except the extras.
+    bool DiffersInExtrasAlone(const Preferences& other) const;
     bool operator==(const Preferences& other) const = default;
 };
 

@@ -36,9 +36,9 @@ auto Place(List& list, const std::string& key)
 
 std::vector<std::string> MainSettingsKeys()
 {
-    std::vector<std::string> keys = {"Left",       "Top",        "Width",
-                                     "Height",     "NumPanes",   "DateFormat",
-                                     "ShowHeader", "ShowFooter", "ShowProgressBar"};
+    std::vector<std::string> keys = {
+        "Left",       "Top",        "Width",      "Height",          "NumPanes",
+        "DateFormat", "ShowHeader", "ShowFooter", "ShowProgressBar", "ReadableSizes", "HideDotNames"};
     for (int pane = 0; pane < kPanes; pane++) {
         keys.push_back("Pane" + std::to_string(pane));
     }

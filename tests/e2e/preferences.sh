@@ -5,8 +5,9 @@
 
 title="Norvane Preferences Dialog"
 mkdir -p "$base/one" "$base/two"
-echo text >"$base/one/file"
-touch -d '2026-03-04 05:06:07' "$base/one/file" "$base/two" "$base/one"
+head -c 1536 /dev/zero >"$base/one/file"
+echo more >"$base/one/.dot"
+touch -d '2026-03-04 05:06:07' "$base/one/file" "$base/one/.dot" "$base/two" "$base/one"
 write_settings "$base/one" "$base/two"
 printf 'ShowFooter=1\n' >>"$settings_file"
 
@@ -92,6 +93,47 @@ expect "the header is not stored" stored ShowHeader 1
 key Escape
 expect "the preferences window stays" window_gone "$title"
 expect "the main window has no focus" window_focused Norvane
+expect "the panes are not as they were" looks "$panes" "$main"
+
+# Extras, from within a page: sizes that people read, in rows and footers
+[ -z "$(setting ReadableSizes)" ] || fail "an extra is stored without having been chosen"
+open_preferences
+key ctrl+Next ctrl+Next Tab space
+shot "preferences-extras"
+key Return
+expect "the extra is not stored" stored ReadableSizes 1
+key Escape
+expect "the preferences window stays" window_gone "$title"
+expect "the sizes do not change" looks_new "$panes" "$main"
+shot "preferences-sizes"
+open_preferences
+key ctrl+Next ctrl+Next Tab space Return
+expect "the extra is not stored" stored ReadableSizes 0
+key Escape
+expect "the preferences window stays" window_gone "$title"
+expect "the panes are not as they were" looks "$panes" "$main"
+
+# Names that begin with a dot: gone, also one that comes; back again
+open_preferences
+key ctrl+Next ctrl+Next Tab Tab space Return
+expect "the extra is not stored" stored HideDotNames 1
+key Escape
+expect "the preferences window stays" window_gone "$title"
+expect "the rows do not change" looks_new "$panes" "$main"
+expect "the panes are still being painted" still "$main"
+without=$(look "$main")
+shot "preferences-without-dots"
+echo even >"$base/one/.more"
+mkdir "$base/one/seen"
+expect "a new folder does not come" looks_new "$without" "$main"
+rmdir "$base/one/seen"
+expect "a name that begins with a dot came along" looks "$without" "$main"
+rm "$base/one/.more"
+open_preferences
+key ctrl+Next ctrl+Next Tab Tab space Return
+expect "the extra is not stored" stored HideDotNames 0
+key Escape
+expect "the preferences window stays" window_gone "$title"
 expect "the panes are not as they were" looks "$panes" "$main"
 quit_norvane
 [ "$(setting DateFormat)" = "%D %R" ] || fail "the end of the program lost the format"

@@ -17,8 +17,9 @@
 
 namespace {
 
-constexpr float kLabelGap = 8;   // between the label and the field
-constexpr float kTextLeft = 7;   // from the field's edge to its text
+constexpr float kLabelGap = 8; // between the label and the field
+// From the field's edge to its text: far enough for an open menu to stay off the label.
+constexpr float kTextLeft = 9;
 constexpr float kArrowPart = 18; // at the field's right end
 constexpr float kEdges = 6;      // above and below the text
 constexpr float kLeastField = 40;

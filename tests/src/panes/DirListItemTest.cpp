@@ -2,6 +2,7 @@
 
 #include "RowFixture.h"
 #include "panes/RowIcons.h"
+#include "panes/RowTexts.h"
 
 #include <sys/stat.h>
 
@@ -35,6 +36,37 @@ TEST_F(DirListItemTest, ShowsAFile)
     EXPECT_EQ(row->GetSize(), 1025);
     EXPECT_FALSE(row->IsDir());
     EXPECT_STREQ(row->GetRef()->name, "a.txt");
+}
+
+TEST_F(DirListItemTest, SizesFollowTheUnits)
+{
+    fTree.Write("a", std::string(1433, 'x'));
+    fTree.MakeFolder("f");
+    fTree.MakeFolder("measured");
+    const auto file = Row("a");
+    const auto folder = Row("f");
+    const auto measured = Row("measured");
+    measured->SetDirSize(1433 << 10);
+    DirListItem remote("r", "1536", "now", "-rw-r--r--");
+    DirListItem link("l", "1536", "now", "lrwxrwxrwx");
+    DirListItem parent;
+    const auto texts = [&] {
+        std::string all;
+        for (const DirListItem* row :
+             {file.get(), folder.get(), measured.get(), &remote, &link, &parent}) {
+            all += std::string(row->Text(2)) + "|";
+        }
+        return all;
+    };
+    const std::string described = "1 K|[Directory]|1433 K|1 K|[Link]|--|";
+    EXPECT_EQ(texts(), described);
+
+    SetSizeUnits(SizeUnits::kReadable);
+    EXPECT_EQ(texts(), "1.4 KiB|[Directory]|1.4 MiB|1.5 KiB|[Link]|--|");
+    EXPECT_STREQ(remote.Text(3), "now");
+
+    SetSizeUnits(SizeUnits::kKilobytes);
+    EXPECT_EQ(texts(), described);
 }
 
 TEST_F(DirListItemTest, ShowsAFolder)

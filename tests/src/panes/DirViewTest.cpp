@@ -332,6 +332,74 @@ TEST_F(DirViewTest, ReadsItsPreferences)
     EXPECT_EQ(std::string(Row("a")->Text(3)).size(), 4u);
 }
 
+// Nobody tells this list of changes, so that a new file is seen only when it is read again.
+TEST_F(DirViewTest, ReadsAgainForPreferencesUnlessOnlyExtrasChanged)
+{
+    fTree.Write("shown/a", std::string(1433, 'x'));
+    Show("shown");
+    fTree.Write("shown/b", "");
+    Preferences preferences;
+
+    preferences.showsReadableSizes = true;
+    fList->Apply(preferences);
+    EXPECT_STREQ(Row("a")->Text(2), "1.4 KiB");
+    EXPECT_EQ(IndexOf("b"), -1);
+
+    preferences.showsReadableSizes = false;
+    preferences.showsFooter = false;
+    fList->Apply(preferences);
+    EXPECT_STREQ(Row("a")->Text(2), "1 K");
+    EXPECT_TRUE(kits::testing::WaitFor([this] { return IndexOf("b") >= 0; }));
+
+    fTree.Write("shown/c", "");
+    fList->Apply(preferences); // also without any change
+    EXPECT_TRUE(kits::testing::WaitFor([this] { return IndexOf("c") >= 0; }));
+}
+
+TEST_F(DirViewTest, HidesDotNamesAtOnceAndReadsThemAgain)
+{
+    fTree.Write("shown/.hidden", "1");
+    fTree.Write("shown/a", "");
+    fTree.MakeFolder("shown/.folder");
+    Show("shown");
+    fList->Mark(0, fList->CountItems() - 1);
+    Preferences preferences;
+
+    preferences.hidesDotNames = true;
+    fList->Apply(preferences);
+    EXPECT_EQ(Names(), ".. a ");
+    EXPECT_EQ(MarkedNames(), "a ");
+    EXPECT_EQ(fList->GetFiles(), "0 of 0k in 0 of 1 files selected");
+    Show("shown/.folder");
+    EXPECT_EQ(fList->Path(), fTree.Path("shown/.folder")); // it can be shown itself
+    fList->NavigateUp();
+    EXPECT_TRUE(kits::testing::WaitFor([this] { return Names() == ".. a "; }));
+
+    preferences.hidesDotNames = false;
+    fList->Apply(preferences);
+    EXPECT_TRUE(kits::testing::WaitFor([this] { return Names() == ".. .folder .hidden a "; }));
+}
+
+TEST_F(DirViewTest, ResultsOfQueriesStayHoweverTheyAreNamed)
+{
+    fTree.Write("shown/.hidden", "1");
+    BMessage results(601);
+    entry_ref ref;
+    ASSERT_EQ(get_ref_for_path(fTree.Path("shown/.hidden").c_str(), &ref), B_OK);
+    results.AddRef("refs", &ref);
+    results.AddString("QueryString", "x");
+    fList->Populate(&results);
+    Preferences preferences;
+    preferences.hidesDotNames = true;
+
+    fList->Apply(preferences);
+    EXPECT_EQ(Names(), fTree.Path("shown/.hidden") + " ");
+
+    preferences.hidesDotNames = false;
+    fList->Apply(preferences);
+    EXPECT_EQ(Names(), fTree.Path("shown/.hidden") + " ");
+}
+
 TEST_F(DirViewTest, KeepsTheDateFormatOfRowsThatAreThere)
 {
     fTree.Write("shown/a", "");

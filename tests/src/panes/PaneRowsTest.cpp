@@ -220,4 +220,65 @@ TEST_F(FreshRowsTest, ARowOfAnotherEntryShowsThat)
     EXPECT_EQ(fTold, "changed ");
 }
 
+class DotNamesTest : public FreshRowsTest
+{
+protected:
+    BEntryRecord File(ino_t node)
+    {
+        BEntryRecord record;
+        record.mode = S_IFREG | 0644;
+        record.node = node;
+        record.size = 10;
+        return record;
+    }
+};
+
+TEST_F(DotNamesTest, AreLeftOutAsTheyCome)
+{
+    fRows->SetLeavesOutDotNames(true);
+
+    Fill({".m", "m"}, {".a", "a"});
+    fRows->Insert(Make(".b", false, 9));
+
+    EXPECT_EQ(Names(), ".. m a ");
+    EXPECT_EQ(fRows->Totals().files, 1);
+    EXPECT_EQ(fRows->FindRow(".b"), nullptr);
+    EXPECT_EQ(fTold, "");
+
+    Become({{".m", 1}, {"m", 2}}, {{".a", 3}, {"a", 4}, {"b", 5}});
+    EXPECT_EQ(Names(), ".. m a b ");
+}
+
+TEST_F(DotNamesTest, GoWhenTheyAreLeftOut)
+{
+    Fill({".m", "m"}, {".a", "a"});
+    fList->Select(3);
+
+    fRows->SetLeavesOutDotNames(true);
+
+    EXPECT_EQ(Names(), ".. m a ");
+    EXPECT_EQ(fRows->Totals().files, 1);
+    EXPECT_NE(fTold.find("-.a "), std::string::npos) << fTold;
+    fTold.clear();
+    fRows->SetLeavesOutDotNames(true);
+    EXPECT_EQ(fTold, "");
+}
+
+TEST_F(DotNamesTest, RowThatGetsOneGoes)
+{
+    fRows->SetLeavesOutDotNames(true);
+    Fill({}, {"a", "b", "read"});
+
+    fRows->Rebuild(Row("a"), ".a", File(1));
+    fRows->Rebuild(Row("read"), entry_ref(7, 8, ".read"));
+    EXPECT_EQ(Names(), ".. b ");
+
+    fRows->BeginChanges();
+    fRows->Rebuild(Row("b"), "c", File(2));
+    fRows->Rebuild(fRows->FindRow("c"), ".b", File(2));
+    fRows->EndChanges();
+    EXPECT_EQ(Names(), ".. ");
+    EXPECT_EQ(fRows->Totals().files, 0);
+}
+
 } // namespace

@@ -5,7 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <ctime>
+#include <utility>
 
 namespace {
 
@@ -38,6 +40,42 @@ TEST(RowTextsTest, SumsUpInTheFooter)
 {
     EXPECT_EQ(FooterText(1023, 4096, 1, 3), "0 of 4k in 1 of 3 files selected");
     EXPECT_EQ(FooterText(0, int64{3} << 40, 0, 1), "0 of 3221225472k in 0 of 1 files selected");
+}
+
+TEST(RowTextsTest, ReadableSizesTakeFewDigits)
+{
+    constexpr int64 kKiB = 1024;
+    const std::pair<int64, const char*> kTexts[] = {
+        {0, "0 Bytes"},
+        {1, "1 Byte"},
+        {1023, "1023 Bytes"},
+        {kKiB, "1.0 KiB"},
+        {1433 * kKiB, "1.4 MiB"},
+        {102'348, "99.9 KiB"},
+        {102'349, "100 KiB"}, // never "100.0"
+        {1023 * kKiB, "1023 KiB"},
+        {kKiB * kKiB - 1, "1.0 MiB"}, // never "1024 KiB"
+        {152 * kKiB * kKiB * kKiB, "152 GiB"},
+        {int64{5} << 40, "5.0 TiB"},
+        {INT64_MAX, "8.0 EiB"},
+    };
+    for (const auto& [bytes, text] : kTexts) {
+        EXPECT_EQ(ReadableSize(bytes), text) << bytes;
+    }
+}
+
+TEST(RowTextsTest, UnitsHoldForRowsFoldersAndTheFooter)
+{
+    SetSizeUnits(SizeUnits::kReadable);
+    EXPECT_EQ(SizeText(1433 << 10), "1.4 MiB");
+    EXPECT_EQ(OccupiedText(1433 << 10), "1.4 MiB");
+    EXPECT_EQ(FooterText(1 << 20, int64{3} << 40, 1, 2),
+              "1.0 MiB of 3.0 TiB in 1 of 2 files selected");
+
+    SetSizeUnits(SizeUnits::kKilobytes);
+    EXPECT_EQ(SizeText(1433 << 10), "1433 K");
+    EXPECT_EQ(OccupiedText(1433 << 10), "1433 K");
+    EXPECT_EQ(FooterText(1 << 20, 1 << 20, 1, 2), "1024 of 1024k in 1 of 2 files selected");
 }
 
 std::string ByTheLibrary(const char* pattern, time_t seconds)

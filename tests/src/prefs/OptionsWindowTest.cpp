@@ -60,7 +60,8 @@ TEST_F(OptionsWindowTest, HasItsViewsAndButtons)
         EXPECT_EQ(button->Message()->what, what);
     }
     const auto* pages = Find<BTabView>("tab_view");
-    ASSERT_GE(pages->CountTabs(), 2);
+    ASSERT_EQ(pages->CountTabs(), 3);
+    EXPECT_STREQ(pages->TabAt(2)->Label(), "Extras");
     EXPECT_STREQ(pages->TabAt(0)->Label(), "General");
     EXPECT_STREQ(pages->TabAt(1)->Label(), "Advanced");
     EXPECT_STREQ(Find<BMenuField>("DateFormat")->Label(), "Select Date Fomat");
@@ -284,6 +285,72 @@ TEST_F(OptionsWindowTest, AcceptsNothingUntilTheSettingsAreRead)
     EXPECT_EQ(MarkedFormat(), "%D %R");
     EXPECT_TRUE(IsOn("ShowFooter"));
 }
+
+// The extras, each by the name of its box, which is also its key.
+class ExtrasTest : public OptionsFixture, public ::testing::WithParamInterface<const char*>
+{
+protected:
+    void ShowExtras()
+    {
+        auto* pages = Find<BTabView>("tab_view");
+        Locked([=] {
+            pages->Select(2);
+            return true;
+        });
+    }
+    std::string Line(int value) const
+    {
+        return "\n" + std::string(GetParam()) + "=" + std::to_string(value) + "\n";
+    }
+};
+
+TEST_P(ExtrasTest, IsOffAtFirstAndLeavesNoLine)
+{
+    Open();
+    EXPECT_FALSE(IsOn(GetParam()));
+
+    Click("SaveOptions");
+
+    EXPECT_EQ(Settings().find(GetParam()), std::string::npos);
+}
+
+TEST_P(ExtrasTest, IsStoredShownAndTakenBack)
+{
+    Open();
+    ShowExtras();
+    Click(GetParam());
+    Click("SaveOptions");
+    EXPECT_NE(Settings().find(Line(1)), std::string::npos) << Settings();
+    kits::testing::CloseWindow(fWindow);
+    ASSERT_TRUE(WaitForNoWindow(kTitle));
+
+    fWindow = new OptionsWindow(BRect(0, 0, 799, 599), fOwner);
+    fWindow->Show();
+    ASSERT_TRUE(kits::testing::WaitForFocus(fWindow));
+    EXPECT_TRUE(IsOn(GetParam()));
+    ShowExtras();
+    Click(GetParam());
+    Click("SaveOptions");
+    EXPECT_NE(Settings().find(Line(0)), std::string::npos) << Settings();
+}
+
+TEST_P(ExtrasTest, LabelHasRoom)
+{
+    Open();
+    auto* box = Find<BCheckBox>(GetParam());
+
+    float width = 0;
+    float height = 0;
+    Locked([&] {
+        box->GetPreferredSize(&width, &height);
+        return true;
+    });
+
+    EXPECT_GE(Locked([=] { return box->Bounds().Width(); }), width);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ExtrasTest, ::testing::Values("ReadableSizes", "HideDotNames"),
+                         [](const auto& tested) { return std::string(tested.param); });
 
 // Every view's frame lies within its parent's bounds, so nothing is cut.
 void ExpectWhole(const BView& view)

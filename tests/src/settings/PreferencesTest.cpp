@@ -71,11 +71,48 @@ TEST_F(PreferencesTest, FormatThatNoLineHoldsIsRefusedAndNothingWritten)
     EXPECT_EQ(Contents(), "DateFormat=%T\n");
 }
 
+TEST_F(PreferencesTest, ExtrasThatWereNeverOnLeaveNoLine)
+{
+    const Preferences preferences;
+
+    ASSERT_EQ(preferences.Write(), B_OK);
+
+    EXPECT_EQ(Contents(), "DateFormat=%D %R\nShowProgressBar=1\nShowHeader=1\nShowFooter=1\n");
+}
+
+TEST_F(PreferencesTest, ExtrasAreStoredAndTakenBack)
+{
+    Preferences preferences;
+    preferences.showsReadableSizes = true;
+    ASSERT_EQ(preferences.Write(), B_OK);
+    EXPECT_EQ(Preferences::Read(), preferences);
+
+    preferences.showsReadableSizes = false;
+    ASSERT_EQ(preferences.Write(), B_OK);
+    EXPECT_EQ(Preferences::Read(), preferences);
+    EXPECT_NE(Contents().find("\nReadableSizes=0\n"), std::string::npos);
+}
+
+TEST_F(PreferencesTest, TellExtrasFromTheRest)
+{
+    const Preferences plain;
+    Preferences extra;
+    extra.showsReadableSizes = true;
+    Preferences both = extra;
+    both.showsHeader = false;
+
+    EXPECT_TRUE(plain.DiffersInExtrasAlone(extra));
+    EXPECT_FALSE(plain.DiffersInExtrasAlone(plain));
+    EXPECT_FALSE(plain.DiffersInExtrasAlone(both));
+    EXPECT_TRUE(Preferences(both) != extra);
+}
+
 TEST_F(PreferencesTest, GoThroughAMessage)
 {
     Preferences preferences;
     preferences.dateFormat = "%D %T";
     preferences.showsProgress = false;
+    preferences.showsReadableSizes = true;
     BMessage message('test');
 
     preferences.AddTo(&message);
