@@ -147,6 +147,13 @@ enum ViewerMessage : uint32 {
     kScaleImage = 'scal', // float "scale", int32 "scale_mode"
     kWrapText = 'wrap',
     kWrapToEdge = 'edge',
+    kZoomImage = 'zoom', // float "factor", point "where": of the view, stays where it is
+    kAskToFind = 'find',
+    kTextToFind = 'tfnd', // string "text"
+    kFindNext = 'fnxt',
+    kFindPrevious = 'fprv',
+    kAskForLine = 'line',
+    kLineToGoTo = 'tlin',  // string "text"
     kFileNews = 'FNew',    // there is news of the file that is being loaded
     kOpenViewers = 'OpVw', // to the application: strings "path", in their order
 };

@@ -1,7 +1,11 @@
 #include "viewer/ViewedText.h"
 
+#include "MessageCodes.h"
+
 #include <InterfaceDefs.h>
+#include <Message.h>
 #include <ScrollBar.h>
+#include <Window.h>
 
 namespace norvane {
 
@@ -16,6 +20,9 @@ ViewedText::ViewedText(BRect frame)
 
 void ViewedText::KeyDown(const char* bytes, int32 byteCount)
 {
+    if (bytes[0] == B_FUNCTION_KEY && FunctionKey()) {
+        return;
+    }
     BScrollBar* bar = ScrollBar(B_HORIZONTAL);
     const bool isSideways = bytes[0] == B_LEFT_ARROW || bytes[0] == B_RIGHT_ARROW;
     if (!isSideways || bar == nullptr) {
@@ -26,6 +33,18 @@ void ViewedText::KeyDown(const char* bytes, int32 byteCount)
     float page = 0;
     bar->GetSteps(&step, &page);
     bar->SetValue(bar->Value() + (bytes[0] == B_LEFT_ARROW ? -step : step));
+}
+
+/// F3 goes on with a search, with Shift backwards.
+bool ViewedText::FunctionKey()
+{
+    const BMessage* key = Window()->CurrentMessage();
+    if (key == nullptr || key->GetInt32("key", 0) != B_F3_KEY) {
+        return false;
+    }
+    const auto held = static_cast<uint32>(key->GetInt32("modifiers", 0));
+    Window()->PostMessage((held & B_SHIFT_KEY) != 0 ? kFindPrevious : kFindNext);
+    return true;
 }
 
 } // namespace norvane

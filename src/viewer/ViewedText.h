@@ -14,6 +14,9 @@ public:
     // BView
     bool TakesDrops() const override { return true; }
     void KeyDown(const char* bytes, int32 byteCount) override;
+
+private:
+    bool FunctionKey();
 };
 
 } // namespace norvane

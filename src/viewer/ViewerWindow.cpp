@@ -2,6 +2,7 @@
 
 #include "MessageCodes.h"
 #include "fileops/windows/MessageBox.h"
+#include "viewer/TextFinder.h"
 #include "viewer/ViewedText.h"
 #include "viewer/iview.h"
 
@@ -47,9 +48,12 @@ public:
 } // namespace
 
 ViewerWindow::ViewerWindow(BRect frame, const char* path)
-    : BWindow(frame, "Viewer", B_DOCUMENT_WINDOW, 0)
+    : BWindow(frame, "Viewer", B_DOCUMENT_WINDOW, 0), fFinder(std::make_unique<TextFinder>())
 {
     BuildMenus();
+    // What every desktop offers in a text.
+    AddShortcut('f', 0, new BMessage(kAskToFind));
+    AddShortcut('l', 0, new BMessage(kAskForLine));
     fGround = new Ground(ContentRect());
     AddChild(fGround); // adopted
     GetType(path);
@@ -340,6 +344,28 @@ void ViewerWindow::ScaleImage(const BMessage& message)
     RedoSizes();
 }
 
+void ViewerWindow::ZoomImage(const BMessage& message)
+{
+    float factor = 1;
+    BPoint where;
+    message.FindFloat("factor", &factor);
+    message.FindPoint("where", &where);
+    fImage->ZoomBy(factor, where);
+    MarkScale();
+    RedoSizes();
+}
+
+/// Marks the scale that the image has, if the menu has it.
+void ViewerWindow::MarkScale()
+{
+    for (int32 index = 0; index < fScaleMenu->CountItems(); index++) {
+        BMenuItem* item = fScaleMenu->ItemAt(index);
+        const float scale =
+            item->Message() != nullptr ? item->Message()->GetFloat("scale", 0) : 0.0f;
+        item->SetMarked(scale == fImage->Scale());
+    }
+}
+
 // Messages
 
 void ViewerWindow::MessageReceived(BMessage* message)
@@ -368,6 +394,11 @@ void ViewerWindow::MessageReceived(BMessage* message)
             ScaleImage(*message);
         }
         break;
+    case kZoomImage:
+        if (fImage != nullptr) {
+            ZoomImage(*message);
+        }
+        break;
     case B_REFS_RECEIVED:
         RefsReceived(message);
         break;
@@ -375,7 +406,9 @@ void ViewerWindow::MessageReceived(BMessage* message)
         Dropped(message);
         break;
     default:
-        BWindow::MessageReceived(message);
+        if (fText == nullptr || !FindingReceived(*message)) {
+            BWindow::MessageReceived(message);
+        }
     }
 }
 

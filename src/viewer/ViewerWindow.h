@@ -14,6 +14,7 @@ class BMenuItem;
 namespace norvane {
 
 class TImageView;
+class TextFinder;
 class ViewedText;
 
 /// Shows one file, which is not changed: a text, wrapped or not, or an image at some scale.
@@ -62,6 +63,15 @@ private:
     void UnwrapText();
     void ToggleStretch();
     void ScaleImage(const BMessage& message);
+    void ZoomImage(const BMessage& message);
+    void MarkScale();
+    // Finding (ViewerFinding.cpp)
+    bool FindingReceived(const BMessage& message);
+    void AskToFind();
+    void AskForLine();
+    void FindText(const BMessage& message);
+    void GoToLine(const BMessage& message);
+    void FindAgain(bool isForward);
     void Dropped(BMessage* message);
 
     std::string fPath;
@@ -71,9 +81,10 @@ private:
     BMenuItem* fEdgeItem = nullptr;
     BMenuItem* fStretchItem = nullptr;
     BMenu* fScaleMenu = nullptr;
-    BView* fGround = nullptr;     // until there is something to show
-    ViewedText* fText = nullptr;  // null unless it is a text
-    TImageView* fImage = nullptr; // null unless it is an image
+    BView* fGround = nullptr;            // until there is something to show
+    ViewedText* fText = nullptr;         // null unless it is a text
+    TImageView* fImage = nullptr;        // null unless it is an image
+    std::unique_ptr<TextFinder> fFinder; // never null
     bool fWrapsToEdge = false;
     float fWidestLine = 1.0f;
 };

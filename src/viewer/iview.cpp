@@ -1,5 +1,6 @@
 #include "viewer/iview.h"
 
+#include "MessageCodes.h"
 #include "viewer/WrappedText.h"
 
 #include <Bitmap.h>
@@ -23,6 +24,13 @@ constexpr float kFrameWidth = 12;
 constexpr float kFrameHeight = 32;
 constexpr rgb_color kQuiet = {110, 110, 110, 255};
 constexpr float kTextMargin = 10;
+// How much larger a step makes an image, and what it stays within.
+constexpr float kZoomStep = 1.25f;
+// As much of the wheel as is felt is told as so many lines.
+constexpr float kLinesOfANotch = 3;
+constexpr float kLargestScale = 64;
+constexpr float kLargestSide = 200000;
+constexpr float kLeastSide = 8;
 
 } // namespace
 
@@ -79,6 +87,35 @@ void TImageView::SetImageScale(float scale, int32 scaleMode)
     Invalidate();
 }
 
+void TImageView::ZoomBy(float factor, BPoint where)
+{
+    if (fImage == nullptr || fMode != kFixedScale || factor <= 0) {
+        return;
+    }
+    const float side = std::max(fImage->Bounds().right, fImage->Bounds().bottom) + 1;
+    const float most = std::max(fScale, std::min(kLargestScale, kLargestSide / side));
+    const float least = std::min(fScale, kLeastSide / side);
+    const float scale = std::clamp(fScale * factor, least, most);
+    const float grown = scale / fScale;
+    const BPoint offset = where - Bounds().LeftTop();
+    SetImageScale(scale, kFixedScale);
+    for (const orientation direction : {B_HORIZONTAL, B_VERTICAL}) {
+        if (BScrollBar* bar = ScrollBar(direction)) {
+            const bool isAcross = direction == B_HORIZONTAL;
+            bar->SetValue((isAcross ? where.x : where.y) * grown -
+                          (isAcross ? offset.x : offset.y));
+        }
+    }
+}
+
+void TImageView::AskToZoom(float factor, BPoint where)
+{
+    BMessage zoom(kZoomImage);
+    zoom.AddFloat("factor", factor);
+    zoom.AddPoint("where", where);
+    Window()->PostMessage(&zoom);
+}
+
 void TImageView::GetMaxSize(float* width, float* height) const
 {
     *width = Window() != nullptr ? -1.0f : 0.0f;
@@ -117,6 +154,22 @@ void TImageView::FixupScrollbars()
     }
     FixupBar(B_HORIZONTAL, Bounds().Width(), width);
     FixupBar(B_VERTICAL, Bounds().Height(), height);
+}
+
+void TImageView::MessageReceived(BMessage* message)
+{
+    float turned = 0;
+    const auto held = static_cast<uint32>(message->GetInt32("modifiers", 0));
+    const bool zooms = message->what == B_MOUSE_WHEEL_CHANGED && (held & B_COMMAND_KEY) != 0 &&
+                       message->FindFloat("be:wheel_delta_y", &turned) == B_OK;
+    if (!zooms) {
+        BView::MessageReceived(message);
+        return;
+    }
+    BPoint where;
+    uint32 buttons = 0;
+    GetMouse(&where, &buttons, false);
+    AskToZoom(std::pow(kZoomStep, -turned / kLinesOfANotch), where);
 }
 
 void TImageView::AttachedToWindow()
@@ -213,7 +266,29 @@ void TImageView::KeyDown(const char* bytes, int32 byteCount)
         ScrollBy(B_VERTICAL, kAll);
         break;
     default:
-        BView::KeyDown(bytes, byteCount);
+        if (!ZoomKey(bytes[0])) {
+            BView::KeyDown(bytes, byteCount);
+        }
+    }
+}
+
+bool TImageView::ZoomKey(char key)
+{
+    const BRect seen = Bounds();
+    const BPoint middle((seen.left + seen.right) / 2, (seen.top + seen.bottom) / 2);
+    switch (key) {
+    case '+':
+    case '=':
+        AskToZoom(kZoomStep, middle);
+        return true;
+    case '-':
+        AskToZoom(1 / kZoomStep, middle);
+        return true;
+    case '0':
+        AskToZoom(1 / fScale, middle);
+        return true;
+    default:
+        return false;
     }
 }
 

@@ -36,6 +36,9 @@ public:
 
     /// A scale above zero and a mode below kSameMode replace the current ones.
     void SetImageScale(float scale, int32 scaleMode);
+    /// Makes the image larger or smaller by a factor, unless it is stretched; what is at a point of
+    /// the view stays there as far as it can.
+    void ZoomBy(float factor, BPoint where);
     float Scale() const { return fScale; }
     int32 Mode() const { return fMode; }
     /// How large the image is at its scale; -1 where nothing limits it, 0 without a window.
@@ -45,6 +48,7 @@ public:
 
     // BView
     void AttachedToWindow() override;
+    void MessageReceived(BMessage* message) override;
     void Draw(BRect updateRect) override;
     void FrameResized(float width, float height) override;
     void KeyDown(const char* bytes, int32 byteCount) override;
@@ -56,6 +60,8 @@ private:
     BRect ImageRect() const;
     void FixupBar(orientation direction, float room, float most);
     void DrawTrouble();
+    void AskToZoom(float factor, BPoint where);
+    bool ZoomKey(char key);
     void ScrollBy(orientation direction, float share);
 
     std::unique_ptr<BBitmap> fImage; // null: not loaded yet, or not to be had

@@ -64,6 +64,16 @@ key Right
 expect "$what: the right arrow does not scroll" looks_new "$before" "$id"
 key Left
 expect "$what: the left arrow does not scroll back" looks "$before" "$id"
+key ctrl+f
+expect "$what: nobody asks what to find" window_focused Find
+reading_time
+xdotool type --delay 15 "line 150 of"
+key Return
+expect "$what: the question stays" window_gone Find
+expect "$what: what is sought is not found" looks_new "$before" "$id"
+expect "$what: it moves" still "$id"
+shot found
+key Home
 choose
 expect "$what: it is not wrapped" looks_new "$before" "$id"
 expect "$what: it moves" still "$id"

@@ -92,6 +92,18 @@ void AddPixel(Channels& sum, QRgb pixel, uint64 weight, bool hasAlpha)
     sum[3] += weight * (color >> 24);
 }
 
+void AddRow(std::vector<Channels>& sums, const QRgb* pixels, uint64 weight, const Axis& across,
+            bool hasAlpha)
+{
+    for (size_t x = 0; x < sums.size(); ++x) {
+        const Span& columns = across.Spans()[x];
+        for (int i = 0; i < columns.count; ++i) {
+            const Sample& column = columns.samples[static_cast<size_t>(i)];
+            AddPixel(sums[x], pixels[column.place], weight * column.weight, hasAlpha);
+        }
+    }
+}
+
 QRgb Average(const Channels& sum, uint64 weight)
 {
     const auto part = [&](size_t channel) {
@@ -128,15 +140,8 @@ QImage ShrinkPicture(const QImage& picture, const QRectF& source, const QRect& t
         std::fill(sums.begin(), sums.end(), Channels{});
         for (int i = 0; i < rows.count; ++i) {
             const Sample& row = rows.samples[static_cast<size_t>(i)];
-            const auto* pixels = reinterpret_cast<const QRgb*>(picture.constScanLine(row.place));
-            for (size_t x = 0; x < sums.size(); ++x) {
-                const Span& columns = across.Spans()[x];
-                for (int j = 0; j < columns.count; ++j) {
-                    const Sample& column = columns.samples[static_cast<size_t>(j)];
-                    AddPixel(sums[x], pixels[column.place], uint64{row.weight} * column.weight,
-                             hasAlpha);
-                }
-            }
+            AddRow(sums, reinterpret_cast<const QRgb*>(picture.constScanLine(row.place)),
+                   row.weight, across, hasAlpha);
         }
         auto* line = reinterpret_cast<QRgb*>(shrunk.scanLine(y));
         for (size_t x = 0; x < sums.size(); ++x) {
