@@ -21,7 +21,18 @@
 //                             from a key press until the window of that title, once shown, is gone;
 //                             and until the first entry came into FOLDER. What is over before its
 //                             window can be seen: until the last change in FOLDER
+//   desk frames WINDOW MILLISECONDS held NAME
+//   desk frames WINDOW MILLISECONDS wheel X Y
+//   desk frames WINDOW MILLISECONDS drag X Y ALONG-X ALONG-Y STEPS
+//   desk frames WINDOW MILLISECONDS carry X Y ALONG-X ALONG-Y STEPS
+//                             how many frames a second the window shows in so many milliseconds
+//                             while a key is held, the wheel is turned, or a held pointer goes to
+//                             and fro between a place of the window and one so many steps further;
+//                             each asks for something new every 1/60 s. What is carried has a
+//                             picture: how many of its places are shown a second
 
+#include "Frames.h"
+#include "Paintings.h"
 #include "ScreenWatch.h"
 
 #include <algorithm>
@@ -109,58 +120,6 @@ int Keys(ScreenWatch& screen, const char* name, int count)
     }
     return Print(std::move(times));
 }
-
-/// Notes when a window is painted, until it is let go.
-class Paintings
-{
-public:
-    explicit Paintings(Window window)
-    {
-        fThread = std::thread([this, window] {
-            ScreenWatch screen;
-            screen.WatchOnly(window);
-            while (!fIsOver) {
-                const double when = screen.FirstChange(100);
-                // Rectangles of one frame come together.
-                if (when >= 0 && (fTimes.empty() || when - fTimes.back() > kFrameMs)) {
-                    fTimes.push_back(when);
-                }
-            }
-        });
-    }
-    ~Paintings() { End(); }
-    Paintings(const Paintings&) = delete;
-    Paintings& operator=(const Paintings&) = delete;
-
-    /// How many there were in the busiest second.
-    size_t MostInASecond()
-    {
-        End();
-        size_t most = 0;
-        size_t first = 0;
-        for (size_t last = 0; last < fTimes.size(); last++) {
-            while (fTimes[last] - fTimes[first] > 1000) {
-                first++;
-            }
-            most = std::max(most, last - first + 1);
-        }
-        return most;
-    }
-
-private:
-    void End()
-    {
-        fIsOver = true;
-        if (fThread.joinable()) {
-            fThread.join();
-        }
-    }
-
-    static constexpr double kFrameMs = 3;
-    std::atomic<bool> fIsOver = false;
-    std::vector<double> fTimes; // the thread's until it has ended
-    std::thread fThread;
-};
 
 int KeysBeside(ScreenWatch& screen, char** arguments)
 {
@@ -339,7 +298,17 @@ int main(int argc, char** argv)
     if ((argc == 4 || argc == 5) && std::strcmp(argv[1], "operation") == 0) {
         return Operation(screen, argv[2], argv[3], argc == 5 ? argv[4] : nullptr);
     }
+    if (argc >= 6 && std::strcmp(argv[1], "frames") == 0) {
+        const Window window = screen.WaitForWindow(argv[2], kWindowMs, [] { return false; });
+        const double frames = FramesASecond(window, std::atof(argv[3]), argv + 4, argc - 4);
+        if (frames < 0) {
+            return Fail("no such window, input or key");
+        }
+        std::printf("%.1f\n", frames);
+        return 0;
+    }
     return Fail("start COMMAND... | key NAME [QUIET] | keys NAME COUNT | keys-beside NAME COUNT "
                 "WINDOW OTHER | "
-                "files|creations FOLDER COUNT | operation NAME TITLE [FOLDER]");
+                "files|creations FOLDER COUNT | operation NAME TITLE [FOLDER] | "
+                "frames WINDOW MILLISECONDS INPUT...");
 }

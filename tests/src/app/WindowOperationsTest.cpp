@@ -52,6 +52,20 @@ protected:
         message.AddString("text", text);
         Send(message);
     }
+
+    /// Types the path into the prompt.
+    void GoTo(const std::string& path)
+    {
+        TypeKey('g', B_COMMAND_KEY);
+        BWindow* prompt = WaitForWindow("GoTo");
+        ASSERT_NE(prompt, nullptr);
+        ASSERT_TRUE(kits::testing::WaitForFocus(prompt));
+        ASSERT_TRUE(kits::testing::WaitUntilAnswers(prompt));
+        TypeText(path.c_str());
+        TypeKey(B_ENTER);
+        EXPECT_TRUE(WaitForNoWindow("GoTo"));
+        EXPECT_TRUE(kits::testing::WaitForFocus(fWindow));
+    }
 };
 
 // Renaming
@@ -104,16 +118,26 @@ TEST_F(WindowOperationsTest, ASkippedMoveLeavesTheTargetAndTakesTheSource)
 TEST_F(WindowOperationsTest, GoToShowsTheFolderThatIsTyped)
 {
     OpenTwo();
-    TypeKey('g', B_COMMAND_KEY);
-    BWindow* prompt = WaitForWindow("GoTo");
-    ASSERT_NE(prompt, nullptr);
-    ASSERT_TRUE(kits::testing::WaitForFocus(prompt));
-    ASSERT_TRUE(kits::testing::WaitUntilAnswers(prompt));
-    TypeText(fTree.Path("three").c_str());
-    TypeKey(B_ENTER);
+    GoTo(fTree.Path("three"));
     EXPECT_TRUE(WaitFor([this] { return PanePath(0) == fTree.Path("three"); }));
-    EXPECT_TRUE(WaitForNoWindow("GoTo"));
     EXPECT_EQ(PanePath(1), fTree.Path("two"));
+}
+
+TEST_F(WindowOperationsTest, GoToAPathThatDoesNotExistChangesNothingAndSaysNothing)
+{
+    fTree.Write("one/file", "");
+    OpenTwo();
+    GoTo(fTree.Path("one/missing"));
+    ASSERT_TRUE(kits::testing::Sync(fWindow));
+    // What is told is told in order: the first alert is that of the second path.
+    GoTo(fTree.Path("one/file"));
+    std::string told;
+    EXPECT_TRUE(AnswerAlert("OK", &told));
+    EXPECT_EQ(told.substr(0, told.find(',', 15)), "The directory, " + fTree.Path("one/file"));
+    ASSERT_TRUE(kits::testing::Sync(fWindow));
+    EXPECT_EQ(kits::testing::CountShown("Err"), 0);
+    EXPECT_EQ(PanePath(0), fTree.Path("one"));
+    EXPECT_TRUE(HasRow(0, "file"));
 }
 
 TEST_F(WindowOperationsTest, GoToAsksInItsOwnWords)
