@@ -57,13 +57,23 @@ public:
 
     // The predicate, in postfix order. Errors: B_NOT_ALLOWED after Fetch(); whether what was pushed
     // makes a predicate is seen when it is asked for.
+
+    /// The attribute that the next value is compared with. Errors: also B_BAD_VALUE for null.
     status_t PushAttr(const char* name);
+    /// Joins an attribute and a value, or two terms; B_NOT takes one. Errors: also B_BAD_VALUE for
+    /// what is none of them.
     status_t PushOp(query_op operation);
+    /// A number, as the next ones.
     status_t PushUInt32(uint32 value);
+    /// A number.
     status_t PushInt32(int32 value);
+    /// A number.
     status_t PushUInt64(uint64 value);
+    /// A number.
     status_t PushInt64(int64 value);
+    /// A number with a fraction, which is compared as it is.
     status_t PushFloat(float value);
+    /// A number with a fraction, which is compared as it is.
     status_t PushDouble(double value);
     /// A text with its wildcards; a "\" that stands before none of them is itself. With
     /// `caseInsensitive` capital and small letters are the same.
@@ -80,6 +90,7 @@ public:
     /// B_BAD_VALUE when what was pushed makes none, or for null or too small a `buffer`: it is not
     /// touched then.
     status_t GetPredicate(char* buffer, size_t length);
+    /// The same, of any length.
     status_t GetPredicate(BString* predicate);
     /// How many bytes the predicate's text takes with its final zero; 0 when there is none.
     size_t PredicateLength();
@@ -95,8 +106,10 @@ public:
     void Stop();
 
     // BEntryList. Each waits for the next hit.
+
     /// Errors: B_ENTRY_NOT_FOUND at the end, B_FILE_ERROR before Fetch().
     status_t GetNextEntry(BEntry* entry, bool traverse = false) override;
+    /// The same.
     status_t GetNextRef(entry_ref* ref) override;
     /// Always B_UNSUPPORTED: the system's record cannot say in which folder an entry is.
     int32 GetNextDirents(dirent* buffer, size_t length, int32 count = INT32_MAX) override;
