@@ -145,7 +145,8 @@ QImage ShrinkPicture(const QImage& picture, const QRectF& source, const QRect& t
         }
         auto* line = reinterpret_cast<QRgb*>(shrunk.scanLine(y));
         for (size_t x = 0; x < sums.size(); ++x) {
-            line[x] = Average(sums[x], uint64{rows.weight} * across.Spans()[x].weight);
+            const uint64 weight = across.Spans()[x].weight;
+            line[x] = Average(sums[x], weight * rows.weight);
         }
     }
     return shrunk;

@@ -245,7 +245,7 @@ TEST_F(TextTransferTest, HiddenTextTakesWhatIsPasted)
 
     TypeKey('v', B_COMMAND_KEY);
 
-    EXPECT_TRUE(WaitFor([this] { return Text() == "secret"; })) << Text();
+    EXPECT_EQ(Text(), "secret");
 }
 
 } // namespace
