@@ -240,6 +240,8 @@ void Program::Dismiss(const std::vector<SeenWindow>& others, int attempt) const
         TypeKey(B_TAB, B_SHIFT_KEY); // to "Cancel"
     } else if (title == "Sir?") {
         TypeKey(B_TAB); // to "Stop"
+    } else if (attempt % 3 == 2) {
+        TypeKey('w', B_COMMAND_KEY); // viewers close by it, and nothing else takes it
     } else {
         TypeKey(B_ESCAPE);
     }

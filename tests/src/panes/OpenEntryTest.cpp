@@ -4,6 +4,7 @@
 #include "MessageCodes.h"
 #include "NoThreads.h"
 #include "PaneWindowFixture.h"
+#include "StoppedWatcher.h"
 
 #include <InterfaceDefs.h>
 
@@ -184,7 +185,9 @@ TEST_F(OpenEntryTest, EnterSaysThatAFileIsGone)
 {
     fTree.Write("shown/a.txt", "1");
     Open();
-    ShowHits({"shown/a.txt"}); // which nobody watches
+    ShowHits({"shown/a.txt"});
+    const StoppedWatcher late; // the row is still there
+    ASSERT_TRUE(late.IsStopped());
     fTree.Remove("shown/a.txt");
     Enter(fTree.Path("shown/a.txt"));
     EXPECT_TRUE(Becomes([this] { return NotOpened(); }, Told("a.txt", B_ENTRY_NOT_FOUND)));
