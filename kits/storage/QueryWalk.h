@@ -10,6 +10,7 @@
 #include <deque>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kits {
@@ -49,6 +50,8 @@ private:
     /// Where paths start. Paths are limited, trees are not: a deep folder becomes a start itself.
     struct Base
     {
+        Base(UniqueFd open, std::string at) : folder(std::move(open)), path(std::move(at)) {}
+
         UniqueFd folder;
         std::string path; // "" where no call would take it
     };
