@@ -9,6 +9,7 @@
 
 #include <QImage>
 
+#include <atomic>
 #include <memory>
 #include <utility>
 
@@ -16,14 +17,10 @@ namespace kits {
 
 namespace {
 
-// Made by Start() and ended by Stop(), both on the application's thread while nobody else uses the
-// server.
-std::unique_ptr<ServerThread>& Thread()
-{
-    static auto* thread =
-        new std::unique_ptr<ServerThread>; // never destroyed: nothing joins at exit
-    return *thread;
-}
+// Made by Start() and deleted by Stop(), both on the application's thread. No window lives then,
+// but threads that nobody waits for may ask whether the server is there. Not deleted at exit:
+// nothing joins there.
+std::atomic<ServerThread*> gThread{nullptr};
 
 // The application kit lies below this one; it starts the server through these.
 [[maybe_unused]] const bool sIsRegistered = [] {
@@ -54,38 +51,38 @@ WindowServer& WindowServer::Get()
 
 status_t WindowServer::Start()
 {
-    if (Thread() != nullptr) {
+    if (gThread != nullptr) {
         return B_OK;
     }
     auto thread = std::make_unique<ServerThread>();
     const status_t status = thread->Start();
     if (status == B_OK) {
-        Thread() = std::move(thread);
+        gThread = thread.release();
     }
     return status;
 }
 
 void WindowServer::Stop()
 {
-    Thread().reset();
+    const std::unique_ptr<ServerThread> ending(gThread.exchange(nullptr));
 }
 
 bool WindowServer::IsRunning() const
 {
-    return Thread() != nullptr;
+    return gThread != nullptr;
 }
 
 void WindowServer::Post(std::function<void()> task)
 {
-    if (Thread() != nullptr) {
-        Thread()->Post(std::move(task));
+    if (ServerThread* thread = gThread) {
+        thread->Post(std::move(task));
     }
 }
 
 void WindowServer::Call(const std::function<void()>& task)
 {
-    if (Thread() != nullptr) {
-        Thread()->Call(task);
+    if (ServerThread* thread = gThread) {
+        thread->Call(task);
     }
 }
 

@@ -196,13 +196,13 @@ void QueryWindow::SearchEnded(const BMessage& message)
         results.AddRef("ref", &hit);
     }
     results.AddString("QueryString", fPredicate.c_str());
-    fInvoker.Invoke(&results);
     const int32 further = ended->Look().unreadable - 1;
     std::string title = kTitle;
     if (further > 0) {
         title.append(" - ").append(Grouped(further)).append(" more not read");
     }
     SetTitle(title.c_str());
+    fInvoker.Invoke(&results);
     TellUnreadable(ended->TakeUnreadable());
 }
 

@@ -75,7 +75,7 @@ protected:
         fOwner = new QueryOwner;
         fOwner->Show();
         ASSERT_TRUE(kits::testing::WaitForFocus(fOwner));
-        fQuery = new QueryWindow(fOwner->Frame(), fOwner);
+        fQuery = new QueryWindow(BRect(100, 100, 900, 700), fOwner);
         fQuery->Show();
         ASSERT_TRUE(kits::testing::WaitForFocus(fQuery));
     }
@@ -176,7 +176,7 @@ constexpr char kNoCriteria[] =
 
 TEST_F(QueryWindowTest, LooksAsItShould)
 {
-    EXPECT_STREQ(fQuery->Title(), "Norvane");
+    EXPECT_EQ(Locked([this] { return std::string(fQuery->Title()); }), "Norvane");
     EXPECT_EQ(Locked([this] { return fQuery->Bounds(); }), BRect(0, 0, 440, 212));
     EXPECT_EQ(Locked([this] { return fQuery->Frame().left + 220; }), 500);
     const BView* ground = FindView(fQuery, "QueryContainer");
@@ -231,7 +231,7 @@ TEST_F(QueryWindowTest, SendsWhatItFound)
     Start();
 
     EXPECT_EQ(Result(), "(name==\"*" + Name("") + "*\") " + Name("a") + " " + Name("b"));
-    EXPECT_STREQ(fQuery->Title(), "Norvane");
+    EXPECT_EQ(Locked([this] { return std::string(fQuery->Title()); }), "Norvane");
 }
 
 TEST_F(QueryWindowTest, SendsAnEmptyResultToo)
