@@ -65,8 +65,9 @@ rm "$base/to/"*
 head -c 700000000 /dev/zero >"$base/from/b"
 key F2 b F5
 expect "no operation window" painted Copy
+# A window manager may give a new window the focus for a moment; the program has to run to give it back.
+expect "$what: the operation has the keys" window_focused Norvane
 kill -STOP "$program_pid"
-window_focused Norvane || fail "$what: the operation has the keys"
 key Escape
 kill -CONT "$program_pid"
 answerable "Sir?"

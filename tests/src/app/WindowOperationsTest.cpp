@@ -56,6 +56,7 @@ protected:
     /// Types the path into the prompt.
     void GoTo(const std::string& path)
     {
+        ASSERT_TRUE(kits::testing::WaitForFocus(fWindow));
         TypeKey('g', B_COMMAND_KEY);
         BWindow* prompt = WaitForWindow("GoTo");
         ASSERT_NE(prompt, nullptr);
@@ -63,8 +64,7 @@ protected:
         ASSERT_TRUE(kits::testing::WaitUntilAnswers(prompt));
         TypeText(path.c_str());
         TypeKey(B_ENTER);
-        EXPECT_TRUE(WaitForNoWindow("GoTo"));
-        EXPECT_TRUE(kits::testing::WaitForFocus(fWindow));
+        EXPECT_TRUE(WaitForNoWindow("GoTo")); // what is told may have the focus now
     }
 };
 
