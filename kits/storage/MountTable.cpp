@@ -181,13 +181,13 @@ bool FindDevice(const Mount& mount, dev_t* device)
     }
     const UniqueFd point(
         sys::OpenAt(sys::kWorkingDirectory, mount.point.c_str(), O_PATH | O_NOFOLLOW));
-    struct stat st;
+    struct statx record;
     // What was mounted over it later is reached by the same path.
     if (!point.IsOpen() || sys::MountOf(point.Get()) != mount.id ||
-        sys::Stat(point.Get(), &st) != B_OK || !S_ISDIR(st.st_mode)) {
+        sys::KnownRecord(point.Get(), &record) != B_OK || !S_ISDIR(record.stx_mode)) {
         return false;
     }
-    *device = st.st_dev;
+    *device = makedev(record.stx_dev_major, record.stx_dev_minor);
     return true;
 }
 

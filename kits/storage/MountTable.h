@@ -41,7 +41,8 @@ struct MountedVolume
 /// All rows, in the order in which they were mounted; the root folder's is always among them.
 std::vector<Mount> ReadMounts();
 /// The number that the nodes of a mount carry; false when the mount is out of reach, hidden by
-/// another, or not local, since a network may not answer.
+/// another, or not local. Asks nobody who may not answer, a program that serves the mount among
+/// them: whoever looks for one volume must not wait for all others.
 bool FindDevice(const Mount& mount, dev_t* device);
 /// The local volumes, each once: at the mount that shows all of it, where there is one.
 std::vector<MountedVolume> ReadLocalVolumes();

@@ -187,6 +187,13 @@ status_t StatxAt(int folder, const char* name, struct statx* record)
     });
 }
 
+status_t KnownRecord(int descriptor, struct statx* record)
+{
+    return Retry([&] {
+        return ::statx(descriptor, "", AT_EMPTY_PATH | AT_STATX_DONT_SYNC, STATX_TYPE, record);
+    });
+}
+
 status_t HandleOf(int descriptor, std::string* handle)
 {
     union

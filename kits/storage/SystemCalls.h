@@ -53,6 +53,9 @@ off_t SeekHole(int file, off_t position);
 [[nodiscard]] status_t StatPath(const char* path, struct stat* st);
 /// All that a list of files needs; several threads may ask for entries of one folder.
 [[nodiscard]] status_t StatxAt(int folder, const char* name, struct statx* record);
+/// What is known of an open node without asking who fills its file system, which may never answer:
+/// what kind of node it is, and its device; the rest may be old.
+[[nodiscard]] status_t KnownRecord(int descriptor, struct statx* record);
 /// The file system's own name for an open node, as bytes: another node never has it, also not after
 /// this one was removed. Errors: B_UNSUPPORTED where it gives none.
 [[nodiscard]] status_t HandleOf(int descriptor, std::string* handle);

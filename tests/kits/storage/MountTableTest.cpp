@@ -3,6 +3,7 @@
 #include "storage/KernelVolume.h"
 
 #include <TempTree.h>
+#include <algorithm>
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/stat.h>
@@ -43,6 +44,38 @@ TEST(MountTableTest, TellsWhatIsMountedAndUnmounted)
         const bool isEndRight =
             Expect(unmounted == std::vector<dev_t>{st.st_dev} && mounted.empty(), "unmounted");
         return isMountTold && isMountRight && isEndTold && isEndRight;
+    });
+}
+
+// A file system whose server says nothing, not even that it is there, holds up nobody who looks for
+// another one.
+TEST(MountTableTest, WaitsForNoServer)
+{
+    TempTree tree;
+    tree.MakeFolder("volume");
+    tree.MakeFolder("volume/served");
+    const std::string folder = tree.Path("volume");
+    OnVolume(folder, "size=1m", [&folder] {
+        const std::string served = folder + "/served";
+        const int server = open("/dev/fuse", O_RDWR | O_CLOEXEC); // its end is the mount's, too
+        const std::string options =
+            "fd=" + std::to_string(server) + ",rootmode=40000,user_id=0,group_id=0";
+        if (mkdir(served.c_str(), 0700) != 0 || server < 0 ||
+            mount("server", served.c_str(), "fuse", 0, options.c_str()) != 0) {
+            _exit(kNotAllowed);
+        }
+        alarm(5);
+        struct stat st = {};
+        stat(folder.c_str(), &st);
+        kits::MountedVolume found;
+        const bool isFound = Expect(kits::FindVolume(st.st_dev, &found), "the volume above it");
+        const std::vector<kits::MountedVolume> all = kits::ReadLocalVolumes();
+        const bool isListed = Expect(std::any_of(all.begin(), all.end(),
+                                                 [&served](const kits::MountedVolume& volume) {
+                                                     return volume.mount.point == served;
+                                                 }),
+                                     "the one of the server");
+        return isFound && isListed && Expect(found.mount.point == folder, "its place");
     });
 }
 
