@@ -6,7 +6,7 @@
 served=$base/served
 server=
 mkdir -p "$served" "$base/from" "$base/to"
-printf 'one\n' >"$base/from/one"
+for name in one two under; do printf '%s\n' "$name" >"$base/from/$name"; done
 printf 'late\n' >"$base/late"
 
 # The server ends with the program that it was started beside, stopped or not, and the mount with both.
@@ -100,4 +100,9 @@ expect "late is not copied" same_files "$base/late" "$base/from/late"
 expect "the operation window stayed" window_gone Copy
 expect "the main window did not get the focus back" window_focused Norvane
 
-quit_norvane
+# It stops while its folder is shown: the other panes go on, and the program ends at once.
+kill -STOP "$server"
+expect "the file server does not stop" is_stopped
+copies t two
+copies u under
+ends
