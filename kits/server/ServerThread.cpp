@@ -6,6 +6,8 @@
 
 #include "app/Guards.h"
 
+#include <fontconfig/fontconfig.h>
+
 #include <QGuiApplication>
 #include <QObject>
 #include <QtGlobal>
@@ -95,6 +97,9 @@ status_t ServerThread::Start()
     if (status != B_OK) {
         return status;
     }
+    // Every start reads the list of the system's fonts; now it does while the toolkit gets ready,
+    // which looks for fonts only when it is asked for one, and then finds what was read.
+    FcInit();
     MutexLock lock(fLock);
     while (!fIsUp) {
         fStarted.Wait(fLock);
