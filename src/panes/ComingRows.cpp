@@ -3,53 +3,31 @@
 #include "panes/DirListItem.h"
 
 #include <algorithm>
-#include <cstring>
+#include <utility>
 
 namespace norvane {
 
-namespace {
-
-DirListItem* TakeFrom(std::vector<DirListItem*>* group)
+ComingRows::ComingRows(const std::unordered_set<DirListItem*>& rows, RowSorting sorting)
+    : fSorting(std::move(sorting)), fRows(rows.begin(), rows.end())
 {
-    if (group->empty()) {
-        return nullptr;
-    }
-    DirListItem* row = group->back();
-    group->pop_back();
-    return row;
-}
-
-} // namespace
-
-ComingRows::ComingRows(const std::unordered_set<DirListItem*>& rows)
-{
-    for (DirListItem* row : rows) {
-        (row->IsDir() ? fFolders : fFiles).push_back(row);
-    }
-    for (auto* group : {&fFolders, &fFiles}) {
-        std::sort(group->begin(), group->end(), [](const auto* a, const auto* b) {
-            return std::strcmp(a->GetEntryName(), b->GetEntryName()) > 0;
-        });
-    }
+    fSorting.Sort(fRows);
+    std::reverse(fRows.begin(), fRows.end());
 }
 
 DirListItem* ComingRows::TakeBefore(const DirListItem& row)
 {
-    if (row.IsParent()) {
-        return nullptr;
-    }
-    if (!row.IsDir() && !fFolders.empty()) {
-        return TakeFrom(&fFolders);
-    }
-    auto* group = row.IsDir() ? &fFolders : &fFiles;
-    const bool isBefore =
-        !group->empty() && std::strcmp(group->back()->GetEntryName(), row.GetEntryName()) < 0;
-    return isBefore ? TakeFrom(group) : nullptr;
+    const bool isBefore = !fRows.empty() && fSorting.Compare(*fRows.back(), row) < 0;
+    return isBefore ? TakeLast() : nullptr;
 }
 
 DirListItem* ComingRows::TakeLast()
 {
-    return TakeFrom(fFolders.empty() ? &fFiles : &fFolders);
+    if (fRows.empty()) {
+        return nullptr;
+    }
+    DirListItem* row = fRows.back();
+    fRows.pop_back();
+    return row;
 }
 
 } // namespace norvane

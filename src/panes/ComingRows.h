@@ -1,5 +1,7 @@
 #pragma once
 
+#include "panes/RowSorting.h"
+
 #include <unordered_set>
 #include <vector>
 
@@ -7,11 +9,11 @@ namespace norvane {
 
 class DirListItem;
 
-/// Rows on their way into a list, in the listing's order.
+/// Rows on their way into a list, in its order.
 class ComingRows
 {
 public:
-    explicit ComingRows(const std::unordered_set<DirListItem*>& rows);
+    ComingRows(const std::unordered_set<DirListItem*>& rows, RowSorting sorting);
 
     /// The next one that goes before `row`; null when there is none.
     DirListItem* TakeBefore(const DirListItem& row);
@@ -19,9 +21,8 @@ public:
     DirListItem* TakeLast();
 
 private:
-    // The last ones are taken first.
-    std::vector<DirListItem*> fFolders;
-    std::vector<DirListItem*> fFiles;
+    const RowSorting fSorting;
+    std::vector<DirListItem*> fRows; // the last one is taken first
 };
 
 } // namespace norvane

@@ -215,6 +215,11 @@ void DirListItem::SetDirSize(int64 bytes)
     texts.size = SizeColumnText();
 }
 
+int64 DirListItem::SizeShown() const
+{
+    return fTexts != nullptr && fTexts->occupied >= 0 ? fTexts->occupied : fSize;
+}
+
 node_ref DirListItem::NodeRef() const
 {
     return {fRef.device, fNode};

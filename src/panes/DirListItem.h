@@ -83,6 +83,11 @@ public:
     bool IsLink() const { return fKind == Kind::kLink; }
     bool IsParent() const { return fKind == Kind::kParent; }
     int64 GetSize() const { return fSize; }
+    /// The same, but what a measured folder occupies.
+    int64 SizeShown() const;
+    /// When a local entry was changed last, in seconds since 1970, and its mode.
+    int64 Modified() const { return fModified; }
+    uint16 Mode() const { return fMode; }
     /// The text of column 1 to 4; empty for any other. Valid until the row is updated or deleted.
     const char* Text(int32 columnIndex) const;
     /// The four texts, for assistive programs.

@@ -220,6 +220,48 @@ void DirView::DisplayOrderChanged(const int32*)
     fRename.Follow();
 }
 
+void DirView::SetSortKey(int32 columnIndex)
+{
+    ColumnListView::SetSortKey(columnIndex);
+    SortingChanged();
+}
+
+void DirView::AddSortKey(int32 columnIndex)
+{
+    ColumnListView::AddSortKey(columnIndex);
+    SortingChanged();
+}
+
+void DirView::SetSortMode(int32 columnIndex, CLVSortMode mode)
+{
+    ColumnListView::SetSortMode(columnIndex, mode);
+    SortingChanged();
+}
+
+RowSorting DirView::SortingChosen() const
+{
+    std::vector<RowSorting::Key> chosen;
+    if (fPreferences.sortsByColumns) {
+        std::vector<int32> keys(static_cast<std::size_t>(CountColumns()));
+        std::vector<CLVSortMode> modes(keys.size());
+        const int32 count = Sorting(keys.data(), modes.data());
+        for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
+            chosen.push_back({keys[i], modes[i] == Descending});
+        }
+    }
+    return RowSorting(std::move(chosen));
+}
+
+/// A server's own order, and that of hits, is known by reading them again alone.
+void DirView::SortingChanged()
+{
+    const bool wasListings = fRows.Sorting().IsListings();
+    fRows.SetSorting(SortingChosen());
+    if (!wasListings && fRows.Sorting().IsListings() && Mode() != kLocalMode) {
+        Refresh();
+    }
+}
+
 void DirView::ColumnWidthChanged(int32 columnIndex, float newWidth)
 {
     fRename.Follow();
@@ -268,6 +310,7 @@ void DirView::SetTo(const Preferences& preferences)
     SetSizeUnits(preferences.showsReadableSizes ? SizeUnits::kReadable : SizeUnits::kKilobytes);
     fRows.SetLeavesOutDotNames(preferences.hidesDotNames);
     fPreferences = preferences;
+    SortingChanged();
 }
 
 void DirView::Apply(const Preferences& preferences)

@@ -53,6 +53,9 @@ public:
     bool InitiateDrag(BPoint where, int32 index, bool wasSelected) override;
     void ColumnWidthChanged(int32 columnIndex, float newWidth) override;
     void DisplayOrderChanged(const int32* order) override;
+    void SetSortKey(int32 columnIndex) override;
+    void AddSortKey(int32 columnIndex) override;
+    void SetSortMode(int32 columnIndex, CLVSortMode mode) override;
 
     // Listing (DirViewPlaces.cpp)
     /// Lists a local folder; 1, or -1 when it cannot be read: the list stays as it was then.
@@ -174,6 +177,8 @@ private:
     void LookedAgain() override;
     void NoFolder(const entry_ref& link) override;
 
+    RowSorting SortingChosen() const;
+    void SortingChanged();
     bool RefusesToView();
     void AddColumns(const char* iconLabel);
     int32 CurrentInt32(const char* field) const;

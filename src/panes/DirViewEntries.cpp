@@ -143,8 +143,7 @@ void DirView::FolderMeasured(const BMessage& message)
     const node_ref measured(static_cast<dev_t>(device), static_cast<ino_t>(node));
     for (DirListItem* row : fRows.FindAll(measured)) {
         if (std::strcmp(row->LeafName(), name) == 0) {
-            row->SetDirSize(bytes);
-            fRows.Redraw(row);
+            fRows.SetDirSize(row, bytes);
         }
     }
 }

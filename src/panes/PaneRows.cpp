@@ -1,7 +1,6 @@
 #include "panes/PaneRows.h"
 
 #include "clv/ColumnListView.h"
-#include "panes/ComingRows.h"
 #include "panes/DatePattern.h"
 
 #include <List.h>
@@ -132,69 +131,23 @@ void PaneRows::Fill(ListedRows rows)
 {
     const std::size_t count = rows.folders.size() + rows.files.size();
     BList added(static_cast<int32>(count) + 1);
+    std::vector<DirListItem*> ordered;
+    ordered.reserve(count);
     for (RowList* group : {&rows.folders, &rows.files}) {
         for (std::unique_ptr<DirListItem>& row : *group) {
             if (row->IsParent() || !IsLeftOut(row->GetEntryName())) {
                 Note(row.get());
-                added.AddItem(row.release()); // ours, deleted by Clear()
+                ordered.push_back(row.release()); // ours, deleted by Clear()
             }
         }
+    }
+    if (!fOrder.Sorting().IsListings()) {
+        fOrder.Sorting().Sort(ordered);
+    }
+    for (DirListItem* row : ordered) {
+        added.AddItem(row);
     }
     fList.AddList(&added);
-}
-
-void PaneRows::Become(ListedRows fresh)
-{
-    std::unordered_set<std::string_view> names;
-    for (const RowList* group : {&fresh.folders, &fresh.files}) {
-        for (const std::unique_ptr<DirListItem>& row : *group) {
-            if (!IsLeftOut(row->GetEntryName())) {
-                names.insert(row->GetEntryName());
-            }
-        }
-    }
-    BeginChanges();
-    RemoveAllBut(names);
-    for (RowList* group : {&fresh.folders, &fresh.files}) {
-        for (std::unique_ptr<DirListItem>& row : *group) {
-            if (!row->IsParent()) {
-                BecomeOrInsert(std::move(row));
-            }
-        }
-    }
-    EndChanges();
-}
-
-void PaneRows::RemoveAllBut(const std::unordered_set<std::string_view>& names)
-{
-    std::vector<DirListItem*> gone;
-    VisitRows([&](DirListItem* row) {
-        if (!row->IsParent() && !names.contains(row->GetEntryName())) {
-            gone.push_back(row);
-        }
-    });
-    for (DirListItem* row : gone) {
-        Remove(row);
-    }
-}
-
-void PaneRows::BecomeOrInsert(std::unique_ptr<DirListItem> fresh)
-{
-    DirListItem* listed = FindRow(fresh->GetEntryName());
-    if (listed == nullptr) { // or not listed at all
-        Insert(std::move(fresh));
-        return;
-    }
-    const bool wasFolder = listed->IsDir();
-    Forget(listed);
-    const bool isOther = listed->Become(*fresh);
-    Note(listed);
-    if (isOther) {
-        if (listed->IsDir() != wasFolder) {
-            fOrder.Displaced(listed);
-        }
-        fChanges->rebuilt.insert(listed);
-    }
 }
 
 void PaneRows::Clear()
@@ -231,7 +184,7 @@ void PaneRows::Insert(std::unique_ptr<DirListItem> row)
         fChanges->coming.insert(row.release()); // ours, deleted by Remove() or Clear()
         return;
     }
-    const RowOrder::Place place = fOrder.PlaceFor(row->GetEntryName(), row->IsDir());
+    const RowOrder::Place place = fOrder.PlaceFor(*row);
     if (!place.isInOrder) {
         fOrder.Displaced(row.get());
     }
@@ -311,7 +264,8 @@ void PaneRows::RebuildHit(DirListItem* row, const char* name, const std::string&
 
 void PaneRows::Rebuilt(DirListItem* row, const std::string& oldName, bool wasFolder)
 {
-    const bool isDisplaced = row->IsDir() != wasFolder || oldName != row->GetEntryName();
+    const bool isDisplaced = fOrder.Sorting().IsListings() &&
+                             (row->IsDir() != wasFolder || oldName != row->GetEntryName());
     Note(row);
     if (fChanges.has_value()) {
         // What is not in the list yet goes to its place later.
@@ -324,8 +278,36 @@ void PaneRows::Rebuilt(DirListItem* row, const std::string& oldName, bool wasFol
     if (isDisplaced) {
         fOrder.Displaced(row);
     }
-    fList.InvalidateItem(IndexOf(row));
+    Place(row);
     fListener.RowsChanged();
+}
+
+/// Whether the row at an index stands between its neighbours as the rows are sorted.
+bool PaneRows::IsInPlace(int32 index) const
+{
+    const RowSorting& sorting = fOrder.Sorting();
+    const DirListItem& row = *RowAt(index);
+    return (index == 0 || sorting.Compare(*RowAt(index - 1), row) < 0) &&
+           (index + 1 == CountRows() || sorting.Compare(row, *RowAt(index + 1)) < 0);
+}
+
+/// Has a row that changed drawn, where rows are sorted in its place.
+void PaneRows::Place(DirListItem* row)
+{
+    const int32 index = IndexOf(row);
+    if (index < 0 || fOrder.Sorting().IsListings() || IsInPlace(index)) {
+        fList.InvalidateItem(index);
+        return;
+    }
+    Changes moved;
+    moved.rebuilt.insert(row);
+    MergeInOrder(moved);
+}
+
+void PaneRows::SetDirSize(DirListItem* row, int64 bytes)
+{
+    row->SetDirSize(bytes);
+    Place(row);
 }
 
 // Of ".." it is asked by nobody.
@@ -389,81 +371,6 @@ void PaneRows::Redraw(const DirListItem* row)
 void PaneRows::RedrawAll()
 {
     fList.Invalidate();
-}
-
-// Many rows
-
-void PaneRows::BeginChanges()
-{
-    fChanges.emplace();
-}
-
-void PaneRows::EndChanges()
-{
-    const std::optional<Changes> changes = std::exchange(fChanges, std::nullopt);
-    if (!changes.has_value() ||
-        (changes->leaving.empty() && changes->coming.empty() && changes->rebuilt.empty())) {
-        return;
-    }
-    if (!changes->leaving.empty()) {
-        std::vector<DirListItem*> leaving;
-        for (const auto& row : changes->leaving) {
-            leaving.push_back(row.get());
-            fOrder.Forget(row.get());
-        }
-        fListener.RowsLeave(leaving);
-    }
-    if (!changes->leavers.empty() || !changes->coming.empty()) {
-        MergeInto(*changes);
-    }
-    RedrawSeen(changes->rebuilt);
-    fListener.RowsChanged();
-}
-
-/// Of these rows, those that are in sight.
-void PaneRows::RedrawSeen(const std::unordered_set<const DirListItem*>& rows)
-{
-    const BRect seen = fList.Bounds();
-    const int32 first = rows.empty() ? -1 : fList.IndexOf(seen.LeftTop());
-    for (int32 i = first; i >= 0 && i < CountRows(); i++) {
-        if (fList.ItemFrame(i).top > seen.bottom) {
-            break;
-        }
-        if (rows.contains(RowAt(i))) {
-            fList.InvalidateItem(i);
-        }
-    }
-}
-
-/// Brings the list up to date: leaves out what leaves, and puts each row that comes before the
-/// first row that is greater, as Insert() does.
-void PaneRows::MergeInto(const Changes& changes)
-{
-    ComingRows coming(changes.coming);
-    BList rows(CountRows() + static_cast<int32>(changes.coming.size()) + 1);
-    int32 selected = -1;
-    for (int32 i = 0; i < CountRows(); i++) {
-        DirListItem* row = RowAt(i);
-        if (changes.leavers.contains(row)) {
-            selected = row->IsSelected() ? rows.CountItems() : selected;
-            continue;
-        }
-        const bool isDisplaced = fOrder.IsDisplaced(row);
-        while (DirListItem* before = coming.TakeBefore(*row)) {
-            rows.AddItem(before);
-            if (isDisplaced) {
-                fOrder.Displaced(before);
-            }
-        }
-        rows.AddItem(row);
-    }
-    while (DirListItem* last = coming.TakeLast()) {
-        rows.AddItem(last);
-    }
-    fList.SetItems(&rows);
-    if (selected >= 0 && CountRows() > 0) {
-        fList.Select(std::min(selected, CountRows() - 1));
-    }
 }
 
 } // namespace norvane

@@ -33,8 +33,11 @@ public:
     virtual void RowsChanged() = 0;
 };
 
-/// The rows of a list: put in and taken out one by one in the listing's order, and found by place,
-/// by name and by node.
+/// The rows of a list: put in and taken out one by one in its order, and found by place, by name
+/// and by node.
+///
+/// In the listing's order a row that changes keeps its place; where a person had rows sorted it
+/// goes where it belongs.
 ///
 /// Thread: the list's window's. Ownership: every row in the list is its own; the list, the listener
 /// and the rows that it returns are borrowed, a row until the listener hears that it leaves.
@@ -63,6 +66,10 @@ public:
     void Clear();
     const FolderTotals& Totals() const { return fTotals; }
 
+    /// Puts all rows into an order, and keeps them so.
+    void SetSorting(const RowSorting& sorting);
+    const RowSorting& Sorting() const { return fOrder.Sorting(); }
+
     // One row
     /// Puts a row in its place. One of its name gives way.
     void Insert(std::unique_ptr<DirListItem> row);
@@ -78,6 +85,8 @@ public:
     /// The same for a hit of a query, which shows its path.
     void RebuildHit(DirListItem* row, const char* name, const std::string& path,
                     const BEntryRecord& record);
+    /// Shows what a folder occupies.
+    void SetDirSize(DirListItem* row, int64 bytes);
     void Redraw(const DirListItem* row);
     void RedrawAll();
 
@@ -129,9 +138,14 @@ private:
     void Note(DirListItem* row);
     void Forget(DirListItem* row);
     void Rebuilt(DirListItem* row, const std::string& oldName, bool wasFolder);
+    bool IsInPlace(int32 index) const;
+    bool AreInPlace(const std::unordered_set<const DirListItem*>& rows) const;
+    void Place(DirListItem* row);
     void RemoveAllBut(const std::unordered_set<std::string_view>& names);
     void BecomeOrInsert(std::unique_ptr<DirListItem> fresh);
     void MergeInto(const Changes& changes);
+    void MergeInOrder(const Changes& changes);
+    void SetRows(const BList& rows, int32 selected);
     void RedrawSeen(const std::unordered_set<const DirListItem*>& rows);
 
     ColumnListView& fList;

@@ -3,7 +3,6 @@
 #include "panes/DirListItem.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace norvane {
 
@@ -11,24 +10,6 @@ namespace {
 
 // Beyond so many renamed rows asking each for its index costs more than walking the list.
 constexpr std::size_t kManyDisplaced = 64;
-
-/// Whether a row stands before a new one in a listing's order.
-bool StandsBefore(const DirListItem& row, const char* name, bool isFolder)
-{
-    if (row.IsDir() != isFolder) {
-        return row.IsDir();
-    }
-    return std::strcmp(row.GetEntryName(), name) <= 0;
-}
-
-/// Whether a new row goes directly before this one.
-bool IsPlace(const DirListItem& row, const char* name, bool isFolder)
-{
-    if (row.IsDir() != isFolder) {
-        return isFolder;
-    }
-    return std::strcmp(row.GetEntryName(), name) > 0;
-}
 
 } // namespace
 
@@ -47,17 +28,22 @@ bool RowOrder::IsDisplaced(const DirListItem* row) const
     return fDisplaced.contains(row);
 }
 
-int32 RowOrder::ScanForPlace(const char* name, bool isFolder, int32 end) const
+/// Whether the row at an index is greater than this one.
+bool RowOrder::IsBehind(int32 index, const DirListItem& row) const
 {
-    for (int32 i = First(); i < end; i++) {
-        if (IsPlace(*fRows.RowAt(i), name, isFolder)) {
-            return i;
-        }
-    }
-    return end;
+    return fSorting.Compare(*fRows.RowAt(index), row) > 0;
 }
 
-int32 RowOrder::SearchPlace(const char* name, bool isFolder) const
+int32 RowOrder::ScanForPlace(const DirListItem& row) const
+{
+    int32 place = First();
+    while (place < fRows.CountRows() && !IsBehind(place, row)) {
+        place++;
+    }
+    return place;
+}
+
+int32 RowOrder::SearchPlace(const DirListItem& row) const
 {
     int32 low = First();
     int32 high = fRows.CountRows();
@@ -68,14 +54,14 @@ int32 RowOrder::SearchPlace(const char* name, bool isFolder) const
         while (probe < high && !fDisplaced.empty() && IsDisplaced(fRows.RowAt(probe))) {
             probe++;
         }
-        if (probe < high && StandsBefore(*fRows.RowAt(probe), name, isFolder)) {
+        if (probe < high && !IsBehind(probe, row)) {
             low = probe + 1;
         } else {
             high = middle;
         }
     }
     while (low < fRows.CountRows() && !fDisplaced.empty() && IsDisplaced(fRows.RowAt(low)) &&
-           !IsPlace(*fRows.RowAt(low), name, isFolder)) {
+           !IsBehind(low, row)) {
         low++;
     }
     return low;
@@ -86,19 +72,19 @@ int32 RowOrder::First() const
     return fRows.CountRows() > 0 && fRows.RowAt(0)->IsParent() ? 1 : 0;
 }
 
-RowOrder::Place RowOrder::PlaceFor(const char* name, bool isFolder) const
+RowOrder::Place RowOrder::PlaceFor(const DirListItem& row) const
 {
-    const int32 ordered = SearchPlace(name, isFolder);
+    const int32 ordered = SearchPlace(row);
     int32 place = ordered;
     if (fDisplaced.size() > kManyDisplaced) {
-        place = ScanForPlace(name, isFolder, fRows.CountRows());
+        place = ScanForPlace(row);
         return {place, place == ordered};
     }
     // The first row that is greater counts, also when it stands where only its former name
     // belonged.
-    for (const DirListItem* row : fDisplaced) {
-        if (IsPlace(*row, name, isFolder)) {
-            const int32 index = Walk(row);
+    for (const DirListItem* displaced : fDisplaced) {
+        if (fSorting.Compare(*displaced, row) > 0) {
+            const int32 index = Walk(displaced);
             place = index >= First() ? std::min(place, index) : place;
         }
     }
@@ -120,8 +106,8 @@ int32 RowOrder::IndexOf(const DirListItem* row) const
     if (row->IsParent()) {
         return fRows.CountRows() > 0 && fRows.RowAt(0) == row ? 0 : -1;
     }
-    // In the listing's order the place for the same name is right behind the row.
-    const int32 place = SearchPlace(row->GetEntryName(), row->IsDir()) - 1;
+    // The place for another one like it is right behind the row.
+    const int32 place = SearchPlace(*row) - 1;
     if (place >= 0 && place < fRows.CountRows() && fRows.RowAt(place) == row) {
         return place;
     }

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "panes/RowSorting.h"
+
 #include <SupportDefs.h>
 
 #include <unordered_set>
+#include <utility>
 
 namespace norvane {
 
@@ -17,8 +20,8 @@ public:
     virtual const DirListItem* RowAt(int32 index) const = 0;
 };
 
-/// Finds places among rows that are in the listing's order, folders first, names in byte order,
-/// except for rows that were renamed and kept their place.
+/// Finds places among rows that are in order, except for rows that changed and kept their place;
+/// in the listing's order, those that were renamed do.
 class RowOrder
 {
 public:
@@ -31,15 +34,22 @@ public:
         bool isInOrder = true; // false when only a displaced row is why it goes there
     };
 
+    /// The order that the rows are in from now on. No row is out of its place then.
+    void SetSorting(RowSorting sorting)
+    {
+        fSorting = std::move(sorting);
+        fDisplaced.clear();
+    }
+    const RowSorting& Sorting() const { return fSorting; }
+
     /// Notes a row that kept its place though its name or kind changed.
     void Displaced(const DirListItem* row);
     /// Forgets a row that goes away.
     void Forget(const DirListItem* row);
     void Clear() { fDisplaced.clear(); }
 
-    /// Where a new row goes: before the first row behind ".." of its kind with a greater name; a
-    /// folder also before the first row that is none.
-    Place PlaceFor(const char* name, bool isFolder) const;
+    /// Where a new row goes: before the first row behind ".." that is greater.
+    Place PlaceFor(const DirListItem& row) const;
     /// The index of a row, -1 when it is not there.
     int32 IndexOf(const DirListItem* row) const;
 
@@ -47,11 +57,13 @@ public:
 
 private:
     int32 First() const;
-    int32 SearchPlace(const char* name, bool isFolder) const;
+    bool IsBehind(int32 index, const DirListItem& row) const;
+    int32 SearchPlace(const DirListItem& row) const;
     int32 Walk(const DirListItem* row) const;
-    int32 ScanForPlace(const char* name, bool isFolder, int32 end) const;
+    int32 ScanForPlace(const DirListItem& row) const;
 
     const RowSequence& fRows;
+    RowSorting fSorting;
     std::unordered_set<const DirListItem*> fDisplaced;
 };
 

@@ -24,6 +24,7 @@ struct Extra
 const Extra kExtras[] = {
     {"ReadableSizes", "Show Sizes in KiB, MiB and GiB?", &Preferences::showsReadableSizes},
     {"HideDotNames", "Hide Names That Begin with a Dot?", &Preferences::hidesDotNames},
+    {"SortByColumns", "Sort Rows by the Columns Clicked?", &Preferences::sortsByColumns},
 };
 
 } // namespace

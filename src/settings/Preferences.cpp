@@ -30,6 +30,7 @@ const Switch kSwitches[] = {
 const Switch kExtras[] = {
     {"ReadableSizes", &Preferences::showsReadableSizes},
     {"HideDotNames", &Preferences::hidesDotNames},
+    {"SortByColumns", &Preferences::sortsByColumns},
 };
 
 void ReadSwitch(const Switch& one, Preferences* read)

@@ -40,24 +40,24 @@ TEST_F(RowOrderTest, PutsFilesInByteOrderBelowFolders)
     for (const char* name : {"A", "b"}) {
         Add(name);
     }
-    EXPECT_EQ(fOrder.PlaceFor("a", false).index, 4);
-    EXPECT_EQ(fOrder.PlaceFor("0", false).index, 3);
-    EXPECT_EQ(fOrder.PlaceFor("c", false).index, 5);
-    EXPECT_EQ(fOrder.PlaceFor("z", true).index, 3);
-    EXPECT_EQ(fOrder.PlaceFor("A", true).index, 1);
+    EXPECT_EQ(fOrder.PlaceFor(*Make("a", false)).index, 4);
+    EXPECT_EQ(fOrder.PlaceFor(*Make("0", false)).index, 3);
+    EXPECT_EQ(fOrder.PlaceFor(*Make("c", false)).index, 5);
+    EXPECT_EQ(fOrder.PlaceFor(*Make("z", true)).index, 3);
+    EXPECT_EQ(fOrder.PlaceFor(*Make("A", true)).index, 1);
 }
 
 TEST_F(RowOrderTest, FindsPlacesInEmptyLists)
 {
-    EXPECT_EQ(fOrder.PlaceFor("a", false).index, 0);
+    EXPECT_EQ(fOrder.PlaceFor(*Make("a", false)).index, 0);
     AddParent();
-    EXPECT_EQ(fOrder.PlaceFor("a", true).index, 1);
+    EXPECT_EQ(fOrder.PlaceFor(*Make("a", true)).index, 1);
 }
 
 TEST_F(RowOrderTest, PutsAnEntryFirstWhereThereIsNoParentRow)
 {
     Add("bin", true);
-    EXPECT_EQ(fOrder.PlaceFor("a", true).index, 0);
+    EXPECT_EQ(fOrder.PlaceFor(*Make("a", true)).index, 0);
 }
 
 TEST_F(RowOrderTest, StopsAtARenamedRowThatIsGreater)
@@ -69,7 +69,7 @@ TEST_F(RowOrderTest, StopsAtARenamedRowThatIsGreater)
     fRows[1] = Make("z", false);
     renamed = fRows[1].get();
     fOrder.Displaced(renamed);
-    EXPECT_EQ(fOrder.PlaceFor("c", false).index, 1);
+    EXPECT_EQ(fOrder.PlaceFor(*Make("c", false)).index, 1);
     EXPECT_EQ(fOrder.IndexOf(renamed), 1);
 }
 
@@ -83,7 +83,7 @@ TEST_F(RowOrderTest, AgreesWithWalkingWhateverWasRenamed)
     for (int step = 0; step < 3000; step++) {
         const std::string fresh = name();
         const bool isFolder = random() % 3 == 0;
-        const RowOrder::Place place = fOrder.PlaceFor(fresh.c_str(), isFolder);
+        const RowOrder::Place place = fOrder.PlaceFor(*Make(fresh, isFolder));
         ASSERT_EQ(place.index, PlaceByWalking(fresh, isFolder)) << "step " << step;
         fRows.insert(fRows.begin() + place.index, Make(fresh, isFolder));
         if (!place.isInOrder) {

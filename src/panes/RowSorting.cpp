@@ -1,0 +1,121 @@
+#include "panes/RowSorting.h"
+
+#include "panes/DirListItem.h"
+
+#include <Collator.h>
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace norvane {
+
+namespace {
+
+constexpr int32 kNameColumn = 1;
+constexpr int32 kSizeColumn = 2;
+constexpr int32 kDateColumn = 3;
+
+int Order(int64 a, int64 b)
+{
+    return a < b ? -1 : a > b ? 1 : 0;
+}
+
+/// ".." before folders before all others.
+int GroupOf(const DirListItem& row)
+{
+    if (row.IsParent()) {
+        return 0;
+    }
+    return row.IsDir() ? 1 : 2;
+}
+
+BCollator MakeNumericCollator()
+{
+    BCollator collator;
+    collator.SetNumericSorting(true);
+    return collator;
+}
+
+// Each thread has its own: it may not be shared.
+const BCollator& NameCollator()
+{
+    thread_local const BCollator collator = MakeNumericCollator();
+    return collator;
+}
+
+int CompareBytes(const DirListItem& a, const DirListItem& b)
+{
+    return std::strcmp(a.GetEntryName(), b.GetEntryName());
+}
+
+/// One column but the name's. What has no number is compared as it is shown.
+int CompareColumn(const DirListItem& a, const DirListItem& b, int32 column)
+{
+    if (column == kSizeColumn) {
+        return Order(a.SizeShown(), b.SizeShown());
+    }
+    if (a.HasNode() && b.HasNode()) {
+        return column == kDateColumn ? Order(a.Modified(), b.Modified())
+                                     : Order(a.Mode(), b.Mode());
+    }
+    return std::strcmp(a.Text(column), b.Text(column));
+}
+
+} // namespace
+
+/// `names` is the order of the two names.
+int RowSorting::CompareColumns(const DirListItem& a, const DirListItem& b, int names) const
+{
+    for (const Key& key : fKeys) {
+        const int order = key.column == kNameColumn ? names : CompareColumn(a, b, key.column);
+        if (order != 0) {
+            return key.isDescending ? -order : order;
+        }
+    }
+    return names;
+}
+
+int RowSorting::Compare(const DirListItem& a, const DirListItem& b) const
+{
+    const int groups = GroupOf(a) - GroupOf(b);
+    if (groups != 0 || IsListings()) {
+        return groups != 0 ? groups : CompareBytes(a, b);
+    }
+    const int columns =
+        CompareColumns(a, b, NameCollator().Compare(a.GetEntryName(), b.GetEntryName()));
+    return columns != 0 ? columns : CompareBytes(a, b);
+}
+
+void RowSorting::Sort(std::vector<DirListItem*>& rows) const
+{
+    if (IsListings()) {
+        std::sort(rows.begin(), rows.end(), [this](const DirListItem* a, const DirListItem* b) {
+            return Compare(*a, *b) < 0;
+        });
+        return;
+    }
+    std::vector<const char*> names;
+    names.reserve(rows.size());
+    for (const DirListItem* row : rows) {
+        names.push_back(row->GetEntryName());
+    }
+    const std::vector<uint32> ranks = NameCollator().Ranks(names);
+    std::vector<std::pair<uint32, DirListItem*>> ranked;
+    ranked.reserve(rows.size());
+    for (size_t i = 0; i < rows.size(); ++i) {
+        ranked.emplace_back(ranks[i], rows[i]);
+    }
+    std::sort(ranked.begin(), ranked.end(), [this](const auto& a, const auto& b) {
+        const int groups = GroupOf(*a.second) - GroupOf(*b.second);
+        if (groups != 0) {
+            return groups < 0;
+        }
+        const int columns = CompareColumns(*a.second, *b.second, Order(a.first, b.first));
+        return columns != 0 ? columns < 0 : CompareBytes(*a.second, *b.second) < 0;
+    });
+    std::transform(ranked.begin(), ranked.end(), rows.begin(),
+                   [](const auto& row) { return row.second; });
+}
+
+} // namespace norvane
