@@ -252,12 +252,12 @@ RowSorting DirView::SortingChosen() const
     return RowSorting(std::move(chosen));
 }
 
-/// A server's own order, and that of hits, is known by reading them again alone.
+/// A server's own order is known by asking it again alone. Hits have none.
 void DirView::SortingChanged()
 {
     const bool wasListings = fRows.Sorting().IsListings();
     fRows.SetSorting(SortingChosen());
-    if (!wasListings && fRows.Sorting().IsListings() && Mode() != kLocalMode) {
+    if (!wasListings && fRows.Sorting().IsListings() && Mode() == kFtpMode) {
         Refresh();
     }
 }

@@ -380,6 +380,68 @@ TEST_F(DirViewTest, HidesDotNamesAtOnceAndReadsThemAgain)
     EXPECT_TRUE(kits::testing::WaitFor([this] { return Names() == ".. .folder .hidden a "; }));
 }
 
+TEST_F(DirViewTest, SortsByTheColumnsChosenWhereThatIsWanted)
+{
+    fTree.Write("shown/a10", "1");
+    fTree.Write("shown/a9", "123");
+    fTree.Write("other/b2", "");
+    fTree.Write("other/b10", "");
+    Show("shown");
+    fList->SetSortKey(1);
+    EXPECT_EQ(Names(), ".. a10 a9 ");
+    fList->SetSortKey(2);
+    fList->SetSortKey(1);
+    fList->Mark(1, 1);
+    Preferences preferences;
+    preferences.sortsByColumns = true;
+
+    fList->Apply(preferences);
+    EXPECT_EQ(Names(), ".. a9 a10 ");
+    EXPECT_EQ(MarkedNames(), "a10 ");
+    fList->ReverseSortMode(1);
+    EXPECT_EQ(Names(), ".. a10 a9 ");
+    fList->SetSortKey(2);
+    EXPECT_EQ(Names(), ".. a10 a9 ");
+    fList->SetSortMode(2, Descending);
+    EXPECT_EQ(Names(), ".. a9 a10 ");
+    fList->SetSortKey(1);
+    fList->SetSortMode(1, Ascending);
+    Show("other");
+    EXPECT_EQ(Names(), ".. b2 b10 ");
+    fList->AddSortKey(2);
+    fList->ReverseSortMode(1); // to Descending
+    EXPECT_EQ(Names(), ".. b10 b2 ");
+    fList->ReverseSortMode(1); // to none; the size is left, which is the same
+    EXPECT_EQ(Names(), ".. b2 b10 ");
+
+    preferences.sortsByColumns = false;
+    fList->Apply(preferences);
+    EXPECT_EQ(Names(), ".. b10 b2 ");
+}
+
+TEST_F(DirViewTest, SortsResultsOfQueries)
+{
+    BMessage results(601);
+    for (const char* name : {"shown/b10", "shown/a", "shown/b9"}) {
+        fTree.Write(name, "1");
+        entry_ref ref;
+        ASSERT_EQ(get_ref_for_path(fTree.Path(name).c_str(), &ref), B_OK);
+        results.AddRef("refs", &ref);
+    }
+    results.AddString("QueryString", "x");
+    fList->Populate(&results);
+    const std::string shown = fTree.Path("shown/");
+    EXPECT_EQ(Names(), shown + "b10 " + shown + "a " + shown + "b9 ");
+    Preferences preferences;
+    preferences.sortsByColumns = true;
+    fList->Apply(preferences);
+    fList->SetSortKey(1);
+    EXPECT_EQ(Names(), shown + "a " + shown + "b9 " + shown + "b10 ");
+
+    fList->SetSortMode(1, NoSort);
+    EXPECT_EQ(Names(), shown + "a " + shown + "b10 " + shown + "b9 ");
+}
+
 TEST_F(DirViewTest, ResultsOfQueriesStayHoweverTheyAreNamed)
 {
     fTree.Write("shown/.hidden", "1");
