@@ -128,11 +128,11 @@ void DirView::OpenEditor()
 OpenOrder DirView::OrderForOpening() const
 {
     if (Window() == nullptr) {
-        return {fRows.DateFormat(), BMessenger(), BMessenger()};
+        return {fRows.DateFormat(), BMessenger(), BMessenger(), fRows.Sorting()};
     }
     // Without a pane nobody is there to be told of changes.
     return {fRows.DateFormat(), fPane != nullptr ? BMessenger(fPane) : BMessenger(),
-            BMessenger(this)};
+            BMessenger(this), fRows.Sorting()};
 }
 
 void DirView::Arrived(const Arrival& arrival)

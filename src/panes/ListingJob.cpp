@@ -98,12 +98,12 @@ bool ListingJob::Reader::IsTrash()
 }
 
 ListingJob::ListingJob(const std::string& folder, const OpenOrder& order)
-    : ListingJob(std::make_shared<Reader>(folder, order), order.list)
+    : ListingJob(std::make_shared<Reader>(folder, order), order)
 {
 }
 
-ListingJob::ListingJob(const std::shared_ptr<Reader>& reader, const BMessenger& list)
-    : RowsJob(reader, list), fReader(reader)
+ListingJob::ListingJob(const std::shared_ptr<Reader>& reader, const OpenOrder& order)
+    : RowsJob(reader, order), fReader(reader)
 {
 }
 

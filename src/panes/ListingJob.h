@@ -25,7 +25,7 @@ public:
 private:
     class Reader;
 
-    ListingJob(const std::shared_ptr<Reader>& reader, const BMessenger& list);
+    ListingJob(const std::shared_ptr<Reader>& reader, const OpenOrder& order);
 
     const std::shared_ptr<Reader> fReader;
 };

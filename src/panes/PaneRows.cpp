@@ -141,7 +141,7 @@ void PaneRows::Fill(ListedRows rows)
             }
         }
     }
-    if (!fOrder.Sorting().IsListings()) {
+    if (rows.sorting != fOrder.Sorting()) {
         fOrder.Sorting().Sort(ordered);
     }
     for (DirListItem* row : ordered) {

@@ -34,7 +34,7 @@ QuerySource::QuerySource(const BMessage& results, std::string folder) : fFolder(
 RowsJob& QuerySource::StartReading(const OpenOrder& order)
 {
     fReader = std::make_shared<HitsReader>(std::exchange(fHits, {}), order);
-    fJob = std::make_unique<RowsJob>(fReader, order.list);
+    fJob = std::make_unique<RowsJob>(fReader, order);
     return *fJob;
 }
 

@@ -118,4 +118,14 @@ void RowSorting::Sort(std::vector<DirListItem*>& rows) const
                    [](const auto& row) { return row.second; });
 }
 
+void RowSorting::Sort(std::vector<std::unique_ptr<DirListItem>>& rows) const
+{
+    std::vector<DirListItem*> order(rows.size());
+    std::transform(rows.begin(), rows.end(), order.begin(),
+                   [](auto& row) { return row.release(); });
+    Sort(order);
+    std::transform(order.begin(), order.end(), rows.begin(),
+                   [](DirListItem* row) { return std::unique_ptr<DirListItem>(row); });
+}
+
 } // namespace norvane

@@ -2,6 +2,8 @@
 
 #include <SupportDefs.h>
 
+#include <memory>
+#include <utility>
 #include <vector>
 
 namespace norvane {
@@ -33,6 +35,7 @@ public:
     int Compare(const DirListItem& a, const DirListItem& b) const;
     /// Puts rows into this order.
     void Sort(std::vector<DirListItem*>& rows) const;
+    void Sort(std::vector<std::unique_ptr<DirListItem>>& rows) const;
 
     bool operator==(const RowSorting& other) const = default;
 

@@ -3,6 +3,7 @@
 #include "panes/DirListItem.h"
 #include "panes/FolderTotals.h"
 #include "panes/PaneMode.h"
+#include "panes/RowSorting.h"
 
 #include <Entry.h>
 #include <Message.h>
@@ -20,11 +21,12 @@ namespace norvane {
 class PaneRows;
 class RowSource;
 
-/// Rows on their way into a list, in its order: folders, with ".." at the top, before all others.
+/// Rows on their way into a list: folders, with ".." at the top, before all others.
 struct ListedRows
 {
     std::vector<std::unique_ptr<DirListItem>> folders;
     std::vector<std::unique_ptr<DirListItem>> files;
+    RowSorting sorting; // the order that both are in
 };
 
 /// A local folder whose changes a list follows while it shows the folder's rows.
@@ -44,6 +46,7 @@ struct OpenOrder
     BMessenger watcher;     // is to be told of changes; nobody when it is not valid
     /// Is sent kListingNews when Proceed() is to be called. Not valid: nobody, and opening waits.
     BMessenger list = {};
+    RowSorting sorting = {}; // the order that the rows are wanted in
 };
 
 /// Something that is done to an entry, on any thread, which may wait for a disk: it keeps what it

@@ -21,8 +21,8 @@ constexpr bigtime_t kFrame = 1'000'000 / 60;
 class RowsJob::Work : public RowsReader::Notes
 {
 public:
-    Work(std::shared_ptr<RowsReader> reader, const BMessenger& list)
-        : fReader(std::move(reader)), fList(list)
+    Work(std::shared_ptr<RowsReader> reader, const OpenOrder& order)
+        : fReader(std::move(reader)), fList(order.list), fSorting(order.sorting)
     {
     }
 
@@ -39,6 +39,7 @@ public:
 private:
     const std::shared_ptr<RowsReader> fReader;
     const BMessenger fList;
+    const RowSorting fSorting;
     bigtime_t fNextTelling = 0; // the thread's
 
     std::mutex fMutex; // guards all below
@@ -53,6 +54,11 @@ void RowsJob::Work::Do()
 {
     ListedRows rows;
     const status_t status = fReader->Read(*this, &rows);
+    if (!fSorting.IsListings()) {
+        fSorting.Sort(rows.folders);
+        fSorting.Sort(rows.files);
+        rows.sorting = fSorting;
+    }
     bool isWanted = false;
     {
         const std::lock_guard lock(fMutex);
@@ -134,8 +140,8 @@ ListedRows RowsJob::Work::TakeRows()
     return std::move(fRows);
 }
 
-RowsJob::RowsJob(std::shared_ptr<RowsReader> reader, const BMessenger& list)
-    : fWork(std::make_shared<Work>(std::move(reader), list))
+RowsJob::RowsJob(std::shared_ptr<RowsReader> reader, const OpenOrder& order)
+    : fWork(std::make_shared<Work>(std::move(reader), order))
 {
     if (!StartDetached("listing", B_NORMAL_PRIORITY, [work = fWork] { work->Do(); })) {
         fWork->Do();

@@ -44,9 +44,9 @@ public:
         bool hasEnded = false;
     };
 
-    /// Begins to read, and sends `list`, where it is valid, kListingNews now and then and at the
-    /// end. Without a thread to be had it is done when this returns.
-    RowsJob(std::shared_ptr<RowsReader> reader, const BMessenger& list);
+    /// Begins to read, and sends the order's list, where it is valid, kListingNews now and then and
+    /// at the end. Without a thread to be had it is done when this returns.
+    RowsJob(std::shared_ptr<RowsReader> reader, const OpenOrder& order);
     /// Lets go. Waits for nothing.
     ~RowsJob();
     RowsJob(const RowsJob&) = delete;

@@ -106,6 +106,25 @@ TEST_F(RowSortingTest, RowsOfAServerGoByWhatTheyShow)
     EXPECT_EQ(Names(), "n m ");
 }
 
+TEST_F(RowSortingTest, RowsThatComeSortedStayAsTheyCome)
+{
+    ListedRows rows;
+    for (const char* name : {"b", "a"}) { // no order at all, to tell
+        rows.files.push_back(Make(name, false));
+    }
+    rows.sorting = RowSorting({kName});
+    Sort({kName});
+    fRows->Fill(std::move(rows));
+    EXPECT_EQ(Names(), "b a ");
+    fRows->Clear();
+    ListedRows others;
+    others.files.push_back(Make("b", false));
+    others.files.push_back(Make("a", false));
+    others.sorting = RowSorting({kSize});
+    fRows->Fill(std::move(others));
+    EXPECT_EQ(Names(), "a b ");
+}
+
 TEST_F(RowSortingTest, TheListingsOrderComesBack)
 {
     Fill({"a2", "a10"}, {"b", "B", "a"});
