@@ -9,6 +9,7 @@
 #include <AppDefs.h>
 #include <Application.h>
 #include <Bitmap.h>
+#include <FilePanel.h>
 #include <MenuBar.h>
 #include <MenuItem.h>
 #include <Message.h>
@@ -65,9 +66,7 @@ void ViewerWindow::BuildMenus()
 {
     fBar = new BMenuBar(BRect(0, 0, 0, 0), "MenuBar");
     BMenu* file = new BMenu("File");
-    BMenuItem* open = new BMenuItem("Open", new BMessage(kOpenPanel), 'O');
-    open->SetEnabled(false);
-    file->AddItem(open);
+    file->AddItem(new BMenuItem("Open", new BMessage(kOpenPanel), 'O'));
     file->AddSeparatorItem();
     file->AddItem(new BMenuItem("Close", new BMessage(B_QUIT_REQUESTED), 'W'));
     BMenuItem* quit = new BMenuItem("Quit", new BMessage(B_QUIT_REQUESTED), 'Q');
@@ -399,6 +398,9 @@ void ViewerWindow::MessageReceived(BMessage* message)
             ZoomImage(*message);
         }
         break;
+    case kOpenPanel:
+        ShowOpenPanel();
+        break;
     case B_REFS_RECEIVED:
         RefsReceived(message);
         break;
@@ -410,6 +412,16 @@ void ViewerWindow::MessageReceived(BMessage* message)
             BWindow::MessageReceived(message);
         }
     }
+}
+
+// What is chosen in it goes to the application, which opens viewers.
+void ViewerWindow::ShowOpenPanel()
+{
+    if (fOpenPanel == nullptr) {
+        fOpenPanel = std::make_unique<BFilePanel>();
+        fOpenPanel->SetPanelDirectory("~");
+    }
+    fOpenPanel->Show();
 }
 
 void ViewerWindow::Dropped(BMessage* message)

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+class BFilePanel;
 class BMenu;
 class BMenuBar;
 class BMenuItem;
@@ -72,6 +73,7 @@ private:
     void FindText(const BMessage& message);
     void GoToLine(const BMessage& message);
     void FindAgain(bool isForward);
+    void ShowOpenPanel();
     void Dropped(BMessage* message);
 
     std::string fPath;
@@ -81,10 +83,11 @@ private:
     BMenuItem* fEdgeItem = nullptr;
     BMenuItem* fStretchItem = nullptr;
     BMenu* fScaleMenu = nullptr;
-    BView* fGround = nullptr;            // until there is something to show
-    ViewedText* fText = nullptr;         // null unless it is a text
-    TImageView* fImage = nullptr;        // null unless it is an image
-    std::unique_ptr<TextFinder> fFinder; // never null
+    BView* fGround = nullptr;               // until there is something to show
+    ViewedText* fText = nullptr;            // null unless it is a text
+    TImageView* fImage = nullptr;           // null unless it is an image
+    std::unique_ptr<TextFinder> fFinder;    // never null
+    std::unique_ptr<BFilePanel> fOpenPanel; // null until it is asked for
     bool fWrapsToEdge = false;
     float fWidestLine = 1.0f;
 };

@@ -152,7 +152,43 @@ expect "Ctrl+W left the viewer of b.sh" window_gone b.sh
 xdotool windowactivate --sync "$(window_id a.txt)"
 close_viewer a.txt
 
+# Another file is found by the keyboard alone.
+what="the open panel"
+mkdir -p "$HOME/texts"
+echo "another text" >"$HOME/texts/other.txt"
+echo "a third one" >"$HOME/texts/some.txt"
+view a a.txt
+key ctrl+o
+expect "$what: it does not come" window_focused Open
+expect "$what: it stays empty" painted Open
+expect "$what: it is still being painted" still "$(window_id Open)"
+shot open-panel
+xdotool type --delay 20 texts
+key Return
+panel=$(window_id Open)
+expect "$what: it is still being painted" still "$panel"
+key Down
+expect "$what: it is still being painted" still "$panel"
+shot open-panel-folder
+key Return
+expect "$what: it stays" window_gone Open
+dismiss Hrere
+expect "$what: no viewer" window_focused some.txt
+key ctrl+o
+expect "$what: it does not come again" window_focused Open
+key Escape
+expect "$what: Escape leaves it" window_gone Open
+expect "$what: the viewer has no focus" window_focused some.txt
+key ctrl+w
+expect "Ctrl+W left the viewer of some.txt" window_gone some.txt
+xdotool windowactivate --sync "$(window_id a.txt)"
+key ctrl+o
+expect "$what: the first one does not come again" window_focused Open
+
 what="the end"
+key Escape
+expect "$what: Escape leaves the panel" window_gone Open
+close_viewer a.txt
 view a a.txt
 key ctrl+q
 wait_for 10 program_ended || fail "$what: Ctrl+Q in a viewer did not end the program"

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "PanelFolder.h"
+
+#include <Message.h>
+#include <Window.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class BButton;
+class BMenu;
+class BStringView;
+class BTextControl;
+
+namespace kits {
+
+class PanelLink;
+class PanelList;
+
+/// The window of a file panel.
+///
+/// Thread: its own. The panel may go before it does.
+class PanelWindow : public BWindow
+{
+public:
+    struct Settings
+    {
+        uint32 flavors = 0; // of what can be chosen; 0: files
+        bool takesSeveral = true;
+        bool isModal = false;
+    };
+
+    PanelWindow(std::shared_ptr<PanelLink> link, Settings settings);
+
+    // BWindow
+    void MessageReceived(BMessage* message) override;
+    void DispatchMessage(BMessage* message, BHandler* target) override;
+    bool QuitRequested() override;
+
+private:
+    void AddViews();
+    void AddButtons(float bottom);
+    void AddPlaces();
+    void ChangePlaces(const std::vector<std::string>& places);
+    void TakeFolder();
+    void ShowFolder(std::unique_ptr<PanelFolder> folder);
+    void TypedSomething();
+    bool IsPathTyped() const;
+    bool TakeKey(const BMessage& key, const BHandler* target);
+    bool MoveInList(int8 byte, uint32 modifiers);
+    void GoTo(const std::string& path);
+    void Refresh();
+    void Open();
+    void Close();
+    void Up();
+    void Accept(bool byButton);
+    void Choose(const std::vector<entry_ref>& refs);
+    bool MayChoose(const PanelFolder::Entry& entry) const;
+    void Cancel();
+    void Say(const std::string& remark);
+    void TellSelection();
+    void Send(BMessage* message);
+    void SetButtonLabel(int32 button, const char* label);
+    const PanelFolder::Entry* SelectedEntry(int32 place) const;
+
+    const std::shared_ptr<PanelLink> fLink;
+    const Settings fSettings;
+    BMenu* fPlaces = nullptr; // all children
+    BStringView* fPath = nullptr;
+    PanelList* fList = nullptr;
+    BTextControl* fField = nullptr;
+    BButton* fCancel = nullptr;
+    BButton* fOpen = nullptr;
+    std::unique_ptr<PanelReading> fReading; // null while nothing is read
+    std::string fShown;                     // path; empty before any was read
+    std::string fCameFrom;                  // the folder that was left upwards
+};
+
+} // namespace kits

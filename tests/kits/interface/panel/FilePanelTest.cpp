@@ -1,0 +1,409 @@
+#include "ApplicationEnvironment.h"
+#include "TempTree.h"
+#include "interface/panel/PanelList.h"
+
+#include <FilePanel.h>
+#include <FindDirectory.h>
+#include <Looper.h>
+#include <Message.h>
+#include <Path.h>
+#include <StringView.h>
+#include <TextControl.h>
+#include <Window.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <mutex>
+#include <string>
+#include <sys/stat.h>
+#include <vector>
+
+namespace {
+
+using namespace kits::testing;
+
+/// Keeps what a panel sends.
+class Listener : public BLooper
+{
+public:
+    Listener() : BLooper("listener") { Run(); }
+
+    void MessageReceived(BMessage* message) override
+    {
+        const std::lock_guard lock(fMutex);
+        fCame.push_back(*message);
+    }
+
+    std::vector<BMessage> Came()
+    {
+        const std::lock_guard lock(fMutex);
+        return fCame;
+    }
+
+private:
+    std::mutex fMutex;
+    std::vector<BMessage> fCame;
+};
+
+class FilePanelTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        fTree.MakeFolder("settings");
+        setenv("XDG_CONFIG_HOME", fTree.Path("settings").c_str(), 1);
+        fTree.Write("shown/b10", "");
+        fTree.Write("shown/b9", "");
+        fTree.Write("shown/Zebra", "");
+        fTree.Write("shown/folder/inner", "");
+        fListener = new Listener; // ended below
+        fTarget = BMessenger(fListener);
+    }
+
+    void TearDown() override
+    {
+        fPanel.reset();
+        if (fListener->Lock()) {
+            fListener->Quit();
+        }
+    }
+
+    void Open(const std::string& folder, uint32 flavors = 0, bool takesSeveral = true)
+    {
+        entry_ref ref;
+        ASSERT_EQ(get_ref_for_path(fTree.Path(folder).c_str(), &ref), B_OK);
+        fPanel = std::make_unique<BFilePanel>(B_OPEN_PANEL, &fTarget, &ref, flavors, takesSeveral);
+        ShowPanel();
+        EXPECT_TRUE(WaitFor([&] { return Shown() == fTree.Path(folder); })) << Shown();
+    }
+
+    void ShowPanel()
+    {
+        fPanel->Show();
+        ASSERT_TRUE(WaitForFocus(fPanel->Window()));
+        ASSERT_TRUE(WaitUntilKeysAnswer(fPanel->Window()));
+    }
+
+    template<typename Ask>
+    auto Locked(Ask ask) const
+    {
+        BWindow* window = fPanel->Window();
+        const bool isLocked = window->Lock();
+        EXPECT_TRUE(isLocked);
+        auto answer = ask(window);
+        window->Unlock();
+        return answer;
+    }
+
+    std::string Shown() const
+    {
+        return Locked([](BWindow* window) {
+            return std::string(dynamic_cast<BStringView*>(window->FindView("Path"))->Text());
+        });
+    }
+
+    std::string Names() const
+    {
+        return Locked([](BWindow* window) {
+            const auto* list = dynamic_cast<kits::PanelList*>(window->FindView("PoseView"));
+            std::string names;
+            for (int32 i = 0; i < list->CountItems(); ++i) {
+                names += std::string(list->EntryAt(i)->ref.name) + " ";
+            }
+            return names;
+        });
+    }
+
+    std::string Typed() const
+    {
+        return Locked([](BWindow* window) {
+            return std::string(dynamic_cast<BTextControl*>(window->FindView("Name"))->Text());
+        });
+    }
+
+    std::string Selected() const
+    {
+        entry_ref ref;
+        fPanel->Rewind();
+        return fPanel->GetNextSelectedRef(&ref) == B_OK ? ref.name : "";
+    }
+
+    /// The name of the one entry that was sent, after `count` messages in all.
+    std::string Sent(size_t count = 1)
+    {
+        if (!WaitFor([&] { return fListener->Came().size() >= count; })) {
+            return "(nothing)";
+        }
+        const BMessage last = fListener->Came().back();
+        entry_ref ref;
+        entry_ref more;
+        if (last.what == B_CANCEL) {
+            return "(cancelled)";
+        }
+        return last.FindRef("refs", 0, &ref) == B_OK && last.FindRef("refs", 1, &more) != B_OK
+                   ? ref.name
+                   : "(not one)";
+    }
+
+    TempTree fTree;
+    Listener* fListener = nullptr;
+    BMessenger fTarget;
+    std::unique_ptr<BFilePanel> fPanel;
+};
+
+TEST_F(FilePanelTest, ShowsFoldersFirstInPeoplesOrder)
+{
+    Open("shown");
+    EXPECT_EQ(Names(), "folder b9 b10 Zebra ");
+    EXPECT_TRUE(WaitFor([&] { return Selected() == "folder"; }));
+    entry_ref folder;
+    fPanel->GetPanelDirectory(&folder);
+    EXPECT_STREQ(folder.name, "shown");
+    EXPECT_TRUE(fPanel->IsShowing());
+}
+
+TEST_F(FilePanelTest, WhatIsTypedLeavesNamesThatContainIt)
+{
+    Open("shown");
+    TypeText("Eb");
+    EXPECT_TRUE(WaitFor([&] { return Names() == "Zebra "; })) << Names();
+    TypeKey(B_ENTER);
+    EXPECT_EQ(Sent(), "Zebra");
+    EXPECT_EQ(fListener->Came().back().what, B_REFS_RECEIVED);
+    EXPECT_FALSE(fPanel->IsShowing());
+}
+
+TEST_F(FilePanelTest, ArrowsMoveInTheListWhileTheFieldHasTheFocus)
+{
+    Open("shown");
+    TypeKey(B_DOWN_ARROW);
+    TypeKey(B_DOWN_ARROW);
+    TypeKey(B_UP_ARROW);
+    EXPECT_TRUE(WaitFor([&] { return Selected() == "b9"; })) << Selected();
+    TypeKey(B_PAGE_DOWN);
+    EXPECT_TRUE(WaitFor([&] { return Selected() == "Zebra"; })) << Selected();
+    EXPECT_EQ(Typed(), "");
+}
+
+TEST_F(FilePanelTest, ReturnEntersAndBackspaceGoesUp)
+{
+    Open("shown");
+    TypeKey(B_ENTER);
+    EXPECT_TRUE(WaitFor([&] { return Names() == "inner "; }));
+    EXPECT_EQ(Shown(), fTree.Path("shown/folder"));
+    TypeText("x");
+    EXPECT_TRUE(WaitFor([&] { return Names().empty(); }));
+    TypeKey(B_BACKSPACE);
+    EXPECT_TRUE(WaitFor([&] { return Names() == "inner "; }));
+    EXPECT_EQ(Shown(), fTree.Path("shown/folder"));
+    TypeKey(B_BACKSPACE);
+    EXPECT_TRUE(WaitFor([&] { return Shown() == fTree.Path("shown"); }));
+    EXPECT_EQ(Selected(), "folder");
+    TypeKey(B_UP_ARROW, B_OPTION_KEY);
+    EXPECT_TRUE(WaitFor([&] { return Shown() == fTree.Path(""); })) << Shown();
+    EXPECT_TRUE(fListener->Came().empty());
+}
+
+TEST_F(FilePanelTest, PathsAreGoneTo)
+{
+    Open("shown");
+    TypeText("folder/");
+    EXPECT_TRUE(WaitFor([&] { return Names() == "folder b9 b10 Zebra "; })) << Names();
+    TypeKey(B_ENTER);
+    EXPECT_TRUE(WaitFor([&] { return Shown() == fTree.Path("shown/folder"); })) << Shown();
+    EXPECT_EQ(Typed(), "");
+    TypeText((fTree.Path("shown") + "/b9").c_str());
+    TypeKey(B_ENTER);
+    EXPECT_EQ(Sent(), "b9");
+}
+
+TEST_F(FilePanelTest, PathThatLeadsNowhereIsTold)
+{
+    Open("shown");
+    TypeText("/no/such");
+    TypeKey(B_ENTER);
+    EXPECT_TRUE(WaitFor([&] { return Shown().starts_with("This cannot be opened: "); })) << Shown();
+    EXPECT_EQ(Names(), "folder b9 b10 Zebra ");
+    TypeText("x");
+    EXPECT_TRUE(WaitFor([&] { return Shown() == fTree.Path("shown"); }));
+    EXPECT_TRUE(fPanel->IsShowing());
+}
+
+TEST_F(FilePanelTest, EscapeClearsThenCancels)
+{
+    Open("shown");
+    BMessage message('mine');
+    fPanel->SetMessage(&message);
+    TypeText("zz");
+    EXPECT_TRUE(WaitFor([&] { return Names().empty(); }));
+    TypeKey(B_ESCAPE);
+    EXPECT_TRUE(WaitFor([&] { return Names() == "folder b9 b10 Zebra "; }));
+    EXPECT_EQ(Typed(), "");
+    EXPECT_TRUE(fPanel->IsShowing());
+    TypeKey(B_ESCAPE);
+    EXPECT_EQ(Sent(), "(cancelled)");
+    const BMessage sent = fListener->Came().back();
+    void* source = nullptr;
+    EXPECT_EQ(sent.GetInt32("old_what", 0), 'mine');
+    EXPECT_EQ(sent.FindPointer("source", &source), B_OK);
+    EXPECT_EQ(source, fPanel.get());
+    EXPECT_FALSE(fPanel->IsShowing());
+}
+
+TEST_F(FilePanelTest, OwnMessageCarriesAllThatIsSelected)
+{
+    Open("shown");
+    BMessage message('mine');
+    message.AddInt32("extra", 7);
+    fPanel->SetMessage(&message);
+    ASSERT_TRUE(Locked([](BWindow* window) {
+        auto* list = dynamic_cast<kits::PanelList*>(window->FindView("PoseView"));
+        list->Select(1, 2);
+        return true;
+    }));
+    TypeKey(B_ENTER);
+    ASSERT_TRUE(WaitFor([&] { return fListener->Came().size() == 1; }));
+    const BMessage sent = fListener->Came().back();
+    entry_ref ref;
+    EXPECT_EQ(sent.what, uint32('mine'));
+    EXPECT_EQ(sent.GetInt32("extra", 0), 7);
+    EXPECT_EQ(sent.FindRef("refs", 1, &ref), B_OK);
+    EXPECT_STREQ(ref.name, "b10");
+}
+
+TEST_F(FilePanelTest, StaysWhenToldTo)
+{
+    Open("shown");
+    fPanel->SetHideWhenDone(false);
+    TypeText("b9");
+    TypeKey(B_ENTER);
+    EXPECT_EQ(Sent(), "b9");
+    EXPECT_TRUE(fPanel->IsShowing());
+    TypeKey(B_ENTER);
+    EXPECT_EQ(Sent(2), "b9");
+}
+
+TEST_F(FilePanelTest, ButtonChoosesFoldersWhereTheyAreWanted)
+{
+    Open("shown", B_DIRECTORY_NODE);
+    Click(Locked([](BWindow* window) { return window->FindView("default button"); }));
+    EXPECT_EQ(Sent(), "folder");
+}
+
+TEST_F(FilePanelTest, FilesAreNotChosenWhereFoldersAreWanted)
+{
+    Open("shown", B_DIRECTORY_NODE);
+    TypeText("b9");
+    EXPECT_TRUE(WaitFor([&] { return Names() == "b9 "; }));
+    TypeKey(B_ENTER);
+    ASSERT_TRUE(Sync(fPanel->Window()));
+    EXPECT_TRUE(fListener->Came().empty());
+    EXPECT_TRUE(fPanel->IsShowing());
+}
+
+class OnlyZebras : public BRefFilter
+{
+public:
+    bool Filter(const entry_ref* ref, BNode* node, struct stat* st, const char* mimeType) override
+    {
+        isAsked = node != nullptr && S_ISREG(st->st_mode) && mimeType != nullptr;
+        return ref->name[0] == 'Z';
+    }
+    bool isAsked = false;
+};
+
+TEST_F(FilePanelTest, FilterSaysWhichFilesAreShown)
+{
+    OnlyZebras filter;
+    Open("shown");
+    fPanel->SetRefFilter(&filter);
+    EXPECT_TRUE(WaitFor([&] { return Names() == "folder Zebra "; })) << Names();
+    EXPECT_TRUE(filter.isAsked);
+    fPanel->SetRefFilter(nullptr);
+    EXPECT_TRUE(WaitFor([&] { return Names() == "folder b9 b10 Zebra "; })) << Names();
+    fPanel.reset();
+}
+
+TEST_F(FilePanelTest, FolderThatIsGoneOrClosedIsTold)
+{
+    fTree.MakeFolder("shown/closed");
+    Open("shown");
+    ASSERT_EQ(std::filesystem::remove_all(fTree.Path("shown/folder")), 2u);
+    TypeText("fold");
+    EXPECT_TRUE(WaitFor([&] { return Names() == "folder "; }));
+    TypeKey(B_ENTER);
+    EXPECT_TRUE(WaitFor([&] { return Shown().starts_with("This cannot be opened: "); })) << Shown();
+    EXPECT_TRUE(fPanel->IsShowing());
+}
+
+TEST_F(FilePanelTest, ShowsNamesOfAnyBytesAndLinksAsWhatTheyLeadTo)
+{
+    fTree.Write("odd/\xff\xfe", "");
+    fTree.MakeFolder("target");
+    ASSERT_EQ(symlink(fTree.Path("target").c_str(), fTree.Path("odd/link").c_str()), 0);
+    ASSERT_EQ(symlink("nowhere", fTree.Path("odd/broken").c_str()), 0);
+    Open("odd");
+    EXPECT_EQ(Names(), "link broken \xff\xfe ");
+    TypeKey(B_DOWN_ARROW);
+    TypeKey(B_DOWN_ARROW);
+    EXPECT_TRUE(WaitFor([&] { return Selected() == "\xff\xfe"; }));
+    TypeKey(B_ENTER);
+    EXPECT_EQ(Sent(), "\xff\xfe");
+}
+
+TEST_F(FilePanelTest, FolderOfTheLastChoiceIsWhereTheNextPanelBegins)
+{
+    Open("shown/folder");
+    TypeKey(B_ENTER);
+    EXPECT_EQ(Sent(), "inner");
+    const std::string memory = fTree.Path("settings/file_panel_folder");
+    EXPECT_TRUE(WaitFor([&] { return access(memory.c_str(), F_OK) == 0; }));
+    struct stat st = {};
+    ASSERT_EQ(stat(memory.c_str(), &st), 0);
+    EXPECT_EQ(st.st_mode & 077, 0u);
+    fPanel = std::make_unique<BFilePanel>(B_OPEN_PANEL, &fTarget);
+    ShowPanel();
+    EXPECT_TRUE(WaitFor([&] { return Shown() == fTree.Path("shown/folder"); })) << Shown();
+
+    // What is damaged, or leads nowhere, counts as none.
+    BPath home;
+    ASSERT_EQ(find_directory(B_USER_DIRECTORY, &home), B_OK);
+    for (const std::string& broken : {std::string("/no/such"), std::string("relative"),
+                                      std::string("/\0x", 3), std::string(10'000, '/')}) {
+        std::ofstream(memory, std::ios::binary) << broken;
+        fPanel = std::make_unique<BFilePanel>(B_OPEN_PANEL, &fTarget);
+        ShowPanel();
+        EXPECT_TRUE(WaitFor([&] { return Shown() == home.Path(); })) << Shown();
+    }
+}
+
+TEST_F(FilePanelTest, MayGoWhileItReads)
+{
+    for (int i = 0; i < 2000; ++i) {
+        fTree.Write("many/" + std::to_string(i), "");
+    }
+    for (int round = 0; round < 20; ++round) {
+        entry_ref ref;
+        ASSERT_EQ(get_ref_for_path(fTree.Path("many").c_str(), &ref), B_OK);
+        OnlyZebras filter;
+        BFilePanel panel(B_OPEN_PANEL, &fTarget, &ref, 0, true, nullptr, &filter);
+        if (round % 2 == 0) {
+            panel.Show();
+        }
+        panel.Refresh();
+    }
+    EXPECT_TRUE(fListener->Came().empty());
+}
+
+TEST_F(FilePanelTest, SavePanelsAreNotOffered)
+{
+    BFilePanel panel(B_SAVE_PANEL, &fTarget);
+    panel.Show();
+    EXPECT_FALSE(panel.IsShowing());
+    EXPECT_EQ(panel.PanelMode(), B_SAVE_PANEL);
+}
+
+} // namespace
