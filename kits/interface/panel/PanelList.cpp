@@ -3,6 +3,7 @@
 #include <Font.h>
 #include <List.h>
 #include <NodeInfo.h>
+#include <String.h>
 #include <Window.h>
 
 #include <algorithm>
@@ -74,7 +75,11 @@ void PanelList::Row::DrawItem(BView* owner, BRect frame, bool)
         owner->SetDrawingMode(B_OP_COPY);
     }
     owner->SetHighColor(0, 0, 0);
-    owner->DrawString(fEntry.ref.name, BPoint(kTextLeft, frame.top + fBaseline));
+    BFont font;
+    owner->GetFont(&font);
+    BString name(fEntry.ref.name);
+    font.TruncateString(&name, B_TRUNCATE_MIDDLE, frame.right - kTextLeft - 4);
+    owner->DrawString(name.String(), BPoint(kTextLeft, frame.top + fBaseline));
 }
 
 PanelList::PanelList(BRect frame, list_view_type type)
