@@ -183,6 +183,7 @@ status_t PanelReading::Shared::ReadEntries(const BDirectory& directory, PanelFol
             entries.push_back(std::move(entry));
         }
     }
+    names.reserve(entries.size());
     for (const PanelFolder::Entry& entry : entries) {
         names.push_back(entry.ref.name);
     }
