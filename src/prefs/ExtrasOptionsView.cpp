@@ -1,18 +1,17 @@
 #include "prefs/ExtrasOptionsView.h"
 
+#include "prefs/SwitchList.h"
 #include "settings/Preferences.h"
 
 #include <CheckBox.h>
 #include <InterfaceDefs.h>
+#include <ScrollView.h>
 
 namespace norvane {
 
 namespace {
 
 constexpr rgb_color kGrey = {216, 216, 216, 255};
-constexpr float kTop = 12;
-constexpr float kStep = 20; // from one box to the next
-constexpr float kBoxHeight = 19;
 
 struct Extra
 {
@@ -21,6 +20,7 @@ struct Extra
     bool Preferences::*value;
 };
 
+// From top to bottom: the page's boxes, each with the preference that it is.
 const Extra kExtras[] = {
     {"ReadableSizes", "Show Sizes in KiB, MiB and GiB?", &Preferences::showsReadableSizes},
     {"HideDotNames", "Hide Names That Begin with a Dot?", &Preferences::hidesDotNames},
@@ -34,12 +34,15 @@ ExtrasOptionsView::ExtrasOptionsView(BRect frame)
 {
     SetViewColor(kGrey);
     SetLowColor(kGrey);
-    BRect place(frame.left, kTop, frame.right - 10, kTop + kBoxHeight);
+    BRect inside = Bounds();
+    inside.left = frame.left; // as far from the page's side as the page is from the tabs'
+    inside.right -= B_V_SCROLL_BAR_WIDTH + 1;
+    auto* list = new SwitchList(inside);
     for (const Extra& extra : kExtras) {
-        fBoxes.push_back(new BCheckBox(place, extra.name, extra.label, nullptr));
-        AddChild(fBoxes.back());
-        place.OffsetBy(0, kStep);
+        fBoxes.push_back(list->AddSwitch(extra.name, extra.label));
     }
+    AddChild(new BScrollView("ExtrasScroll", list, B_FOLLOW_ALL_SIDES, 0, false, true,
+                             B_NO_BORDER)); // adopted
 }
 
 void ExtrasOptionsView::SetTo(const Preferences& preferences)

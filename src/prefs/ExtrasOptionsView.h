@@ -12,7 +12,7 @@ namespace norvane {
 struct Preferences;
 
 /// The page "Extras" of the preferences window: what people expect of other file managers. Each is
-/// off until it is chosen.
+/// off until it is chosen. They scroll where the page is too low for all.
 class ExtrasOptionsView : public BView
 {
 public:
@@ -24,7 +24,7 @@ public:
     void GetSwitches(Preferences* preferences) const;
 
 private:
-    std::vector<BCheckBox*> fBoxes; // children
+    std::vector<BCheckBox*> fBoxes; // in the list of switches
 };
 
 } // namespace norvane

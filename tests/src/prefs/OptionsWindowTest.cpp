@@ -1,4 +1,5 @@
 #include "OptionsFixture.h"
+#include "prefs/SwitchList.h"
 
 #include <Button.h>
 #include <Screen.h>
@@ -293,8 +294,10 @@ protected:
     void ShowExtras()
     {
         auto* pages = Find<BTabView>("tab_view");
+        auto* box = Find<BCheckBox>(GetParam());
         Locked([=] {
             pages->Select(2);
+            box->MakeFocus(); // and comes into sight
             return true;
         });
     }
@@ -352,9 +355,12 @@ TEST_P(ExtrasTest, LabelHasRoom)
 INSTANTIATE_TEST_SUITE_P(All, ExtrasTest, ::testing::Values("ReadableSizes", "HideDotNames"),
                          [](const auto& tested) { return std::string(tested.param); });
 
-// Every view's frame lies within its parent's bounds, so nothing is cut.
+// Every view's frame lies within its parent's bounds, so nothing is cut but what scrolls.
 void ExpectWhole(const BView& view)
 {
+    if (dynamic_cast<const SwitchList*>(&view) != nullptr) {
+        return;
+    }
     for (int32 i = 0; i < view.CountChildren(); i++) {
         const BView& child = *view.ChildAt(i);
         EXPECT_TRUE(view.Bounds().Contains(child.Frame()))
