@@ -1,6 +1,7 @@
 #include "server/ToolkitUse.h"
 
 #include <Bitmap.h>
+#include <TranslationErrors.h>
 #include <TranslationUtils.h>
 
 #include <QGuiApplication>
@@ -42,9 +43,10 @@ void RemoveImage()
     unlink(PathOfImage().c_str());
 }
 
-void Note(const uint8_t* data, size_t size, size_t outcome)
+void Note(const uint8_t* data, size_t size, status_t status, size_t outcome)
 {
-    const size_t format = size < 4 ? 0 : data[0] ^ (data[1] << 2U) ^ (data[3] << 3U);
+    const bool isRead = status != B_NO_TRANSLATOR && size >= 4;
+    const size_t format = isRead ? data[0] ^ (data[1] << 2U) ^ (data[3] << 3U) : 0;
     gOutcomes[(format * 31 + outcome) % sizeof(gOutcomes)] = 1;
 }
 
@@ -88,6 +90,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         std::abort();
     }
     const size_t failed = 64 + static_cast<uint32_t>(status) % 64;
-    Note(data, size, bitmap != nullptr ? LookAt(*bitmap) : failed);
+    Note(data, size, status, bitmap != nullptr ? LookAt(*bitmap) : failed);
     return 0;
 }

@@ -153,9 +153,15 @@ enum ViewerMessage : uint32 {
     kFindNext = 'fnxt',
     kFindPrevious = 'fprv',
     kAskForLine = 'line',
-    kLineToGoTo = 'tlin',  // string "text"
-    kFileNews = 'FNew',    // there is news of the file that is being loaded
-    kOpenViewers = 'OpVw', // to the application: strings "path", in their order
+    kLineToGoTo = 'tlin',   // string "text"
+    kShowHex = 'hexa',      // shows the bytes, or again what was shown before
+    kOffsetToGoTo = 'toff', // string "text"
+    kFilePartRead = 'Part', // the bytes that were asked for are there
+    kFollowFile = 'foll',
+    kFileChanged = 'FChg',    // to the follower's window: there is more, or another file
+    kChooseEncoding = 'enco', // int32 "encoding"
+    kFileNews = 'FNew',       // there is news of the file that is being loaded
+    kOpenViewers = 'OpVw',    // to the application: strings "path", in their order
 };
 
 // What a question is told.

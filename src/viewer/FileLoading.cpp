@@ -56,6 +56,7 @@ void FileLoading::Work::Run()
     Tell([&](FileNews& news) {
         news.hasKind = true;
         news.kind = found.kind;
+        news.isFile = found.isFile;
         news.complaints = found.complaints;
     });
     TextOutcome outcome;

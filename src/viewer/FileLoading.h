@@ -31,6 +31,7 @@ struct FileNews
 
     bool hasKind = false; // the next two are known now
     ViewedKind kind = ViewedKind::kNone;
+    bool isFile = false;                 // a regular one, whose bytes can be looked at
     std::vector<const char*> complaints; // of finding that out, in their order
 
     std::unique_ptr<BTextContents> text; // all that was read so far; null: nothing new

@@ -12,8 +12,12 @@
 
 namespace norvane {
 
+/// In a text only; the bytes of a file are not searched.
 bool ViewerWindow::FindingReceived(const BMessage& message)
 {
+    if (fText == nullptr || fShowsHex) {
+        return false;
+    }
     switch (message.what) {
     case kAskToFind:
         AskToFind();

@@ -4,6 +4,7 @@
 #include "fileops/windows/MessageBox.h"
 #include "viewer/TextFinder.h"
 #include "viewer/ViewedText.h"
+#include "viewer/ViewerKeys.h"
 #include "viewer/iview.h"
 
 #include <AppDefs.h>
@@ -38,9 +39,16 @@ void TellError(const char* text)
 class Ground : public BView
 {
 public:
-    explicit Ground(BRect frame) : BView(frame, "ground", B_FOLLOW_ALL_SIDES, B_WILL_DRAW)
+    explicit Ground(BRect frame)
+        : BView(frame, "ground", B_FOLLOW_ALL_SIDES, B_WILL_DRAW | B_NAVIGABLE)
     {
         SetViewColor(255, 255, 255);
+    }
+    void KeyDown(const char* bytes, int32 byteCount) override
+    {
+        if (!ViewerKey(*this, bytes[0])) {
+            BView::KeyDown(bytes, byteCount);
+        }
     }
     bool TakesDrops() const override { return true; }
 };
@@ -51,11 +59,9 @@ ViewerWindow::ViewerWindow(BRect frame, const char* path)
     : BWindow(frame, "Viewer", B_DOCUMENT_WINDOW, 0), fFinder(std::make_unique<TextFinder>())
 {
     BuildMenus();
-    // What every desktop offers in a text.
-    AddShortcut('f', 0, new BMessage(kAskToFind));
-    AddShortcut('l', 0, new BMessage(kAskForLine));
     fGround = new Ground(ContentRect());
     AddChild(fGround); // adopted
+    fGround->MakeFocus();
     GetType(path);
 }
 
@@ -100,6 +106,7 @@ void ViewerWindow::TakeNews()
 {
     FileNews news = fLoading->TakeNews();
     if (news.hasKind) {
+        fIsFile = news.isFile;
         OpenFile(news.kind, news.complaints);
     }
     if (news.text != nullptr && fText != nullptr) {
@@ -138,6 +145,9 @@ void ViewerWindow::OpenFile(ViewedKind kind, const std::vector<const char*>& com
     case ViewedKind::kError:
         TellError("An error occured, don't be surprised nothing happened.");
         break;
+    }
+    if (kind != ViewedKind::kNone) {
+        AddViewMenu();
     }
 }
 
@@ -406,7 +416,7 @@ void ViewerWindow::MessageReceived(BMessage* message)
         Dropped(message);
         break;
     default:
-        if (fText == nullptr || !FindingReceived(*message)) {
+        if (!ViewReceived(*message) && !FindingReceived(*message)) {
             BWindow::MessageReceived(message);
         }
     }

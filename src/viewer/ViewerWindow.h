@@ -13,6 +13,7 @@ class BMenuItem;
 
 namespace norvane {
 
+class HexView;
 class TImageView;
 class TextFinder;
 class ViewedText;
@@ -73,6 +74,14 @@ private:
     void GoToLine(const BMessage& message);
     void FindAgain(bool isForward);
     void Dropped(BMessage* message);
+    // What holds of any file (ViewerMenu.cpp)
+    bool ViewReceived(const BMessage& message);
+    void AddViewMenu();
+    void UpdateViewMenu();
+    void ToggleHex();
+    void AskForOffset();
+    void GoToOffset(const BMessage& message);
+    BView* Shown() const;
 
     std::string fPath;
     std::unique_ptr<FileLoading> fLoading;
@@ -81,9 +90,16 @@ private:
     BMenuItem* fEdgeItem = nullptr;
     BMenuItem* fStretchItem = nullptr;
     BMenu* fScaleMenu = nullptr;
-    BView* fGround = nullptr;            // until there is something to show
-    ViewedText* fText = nullptr;         // null unless it is a text
-    TImageView* fImage = nullptr;        // null unless it is an image
+    BMenuItem* fHexItem = nullptr;
+    BMenuItem* fFindItem = nullptr;
+    BMenuItem* fGoToItem = nullptr;
+    BView* fGround = nullptr;     // until there is something to show
+    ViewedText* fText = nullptr;  // null unless it is a text
+    TImageView* fImage = nullptr; // null unless it is an image
+    BView* fHexPane = nullptr;    // null until the bytes are asked for
+    HexView* fHex = nullptr;      // in that
+    bool fIsFile = false;         // its bytes can be looked at
+    bool fShowsHex = false;
     std::unique_ptr<TextFinder> fFinder; // never null
     bool fWrapsToEdge = false;
     float fWidestLine = 1.0f;

@@ -1,0 +1,22 @@
+#include "viewer/ViewerKeys.h"
+
+#include "MessageCodes.h"
+
+#include <View.h>
+#include <Window.h>
+
+namespace norvane {
+
+bool ViewerKey(BView& view, char key)
+{
+    switch (key) {
+    case 'h':
+    case 'H':
+        view.Window()->PostMessage(kShowHex);
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace norvane
