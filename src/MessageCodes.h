@@ -153,12 +153,11 @@ enum ViewerMessage : uint32 {
     kFindNext = 'fnxt',
     kFindPrevious = 'fprv',
     kAskForLine = 'line',
-    kLineToGoTo = 'tlin',   // string "text"
-    kShowHex = 'hexa',      // shows the bytes, or again what was shown before
-    kOffsetToGoTo = 'toff', // string "text"
-    kFilePartRead = 'Part', // the bytes that were asked for are there
-    kFollowFile = 'foll',
-    kFileChanged = 'FChg',    // to the follower's window: there is more, or another file
+    kLineToGoTo = 'tlin',     // string "text"
+    kShowHex = 'hexa',        // shows the bytes, or again what was shown before
+    kOffsetToGoTo = 'toff',   // string "text"
+    kFilePartRead = 'Part',   // the bytes that were asked for are there
+    kFollowFile = 'foll',     // or no longer
     kChooseEncoding = 'enco', // int32 "encoding"
     kFileNews = 'FNew',       // there is news of the file that is being loaded
     kOpenViewers = 'OpVw',    // to the application: strings "path", in their order

@@ -39,6 +39,7 @@ FilePart ReadPart(const std::string& path, const Wish& wish)
     if (file.InitCheck() != B_OK || file.GetSize(&size) != B_OK) {
         return part;
     }
+    file.GetNodeRef(&part.node);
     part.fileSize = size;
     part.bytes.resize(wish.length);
     const ssize_t count = file.ReadAt(wish.start, part.bytes.data(), wish.length);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Messenger.h>
+#include <Node.h>
 
 #include <memory>
 #include <string>
@@ -13,6 +14,7 @@ struct FilePart
     bool isRead = false; // false: nothing came since one last asked
     int64 start = 0;
     std::string bytes;
+    node_ref node;       // of the file
     int64 fileSize = -1; // negative: the file is not there, or nobody may read it
 
     /// Whether it tells what lies there, up to the file's end.

@@ -14,6 +14,10 @@ bool ViewerKey(BView& view, char key)
     case 'H':
         view.Window()->PostMessage(kShowHex);
         return true;
+    case 'f':
+    case 'F':
+        view.Window()->PostMessage(kFollowFile);
+        return true;
     default:
         return false;
     }

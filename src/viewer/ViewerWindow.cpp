@@ -2,6 +2,7 @@
 
 #include "MessageCodes.h"
 #include "fileops/windows/MessageBox.h"
+#include "viewer/FileFollowing.h"
 #include "viewer/TextFinder.h"
 #include "viewer/ViewedText.h"
 #include "viewer/ViewerKeys.h"
@@ -96,9 +97,7 @@ BRect ViewerWindow::ContentRect() const
 void ViewerWindow::GetType(const char* path)
 {
     fPath = path != nullptr ? path : "";
-    if (!fPath.empty()) {
-        SetTitle(fPath.substr(fPath.rfind('/') + 1).c_str());
-    }
+    ShowRemark("");
     fLoading = std::make_unique<FileLoading>(fPath, BMessenger(nullptr, this), *be_plain_font);
 }
 
@@ -115,11 +114,15 @@ void ViewerWindow::TakeNews()
     if (news.image != nullptr && fImage != nullptr) {
         TakeImage(std::move(news.image));
     }
-    if (!news.trouble.empty()) {
-        TakeTrouble(news.trouble);
+    if (!news.isDone) {
+        return;
     }
-    if (!news.remark.empty()) {
-        ShowRemark(news.remark);
+    if (!news.outcome.trouble.empty()) {
+        TakeTrouble(news.outcome.trouble);
+    }
+    ShowRemark(news.outcome.remark);
+    if (fText != nullptr) {
+        TextIsRead(news.outcome);
     }
 }
 
@@ -166,7 +169,10 @@ void ViewerWindow::TakeTrouble(const std::string& trouble)
 /// Not all of the file is shown: the window says so, wherever in the text somebody is.
 void ViewerWindow::ShowRemark(const std::string& remark)
 {
-    SetTitle((std::string(Title()) + " (" + remark + ")").c_str());
+    const std::string name = fPath.substr(fPath.rfind('/') + 1);
+    if (!name.empty()) {
+        SetTitle((remark.empty() ? name : name + " (" + remark + ")").c_str());
+    }
 }
 
 // Text
@@ -180,6 +186,10 @@ void ViewerWindow::AddTextMenu()
     fEdgeItem->SetMarked(true);
     fEdgeItem->SetEnabled(false);
     menu->AddItem(fEdgeItem);
+    menu->AddSeparatorItem();
+    menu->AddItem(EncodingMenu()); // adopted
+    fFollowItem = new BMenuItem("Follow", new BMessage(kFollowFile));
+    menu->AddItem(fFollowItem);
     menu->SetTargetForItems(this);
     fBar->AddItem(menu); // adopted
 }
@@ -383,6 +393,18 @@ void ViewerWindow::MessageReceived(BMessage* message)
     switch (message->what) {
     case kFileNews:
         TakeNews();
+        break;
+    case kChooseEncoding:
+        ReadAs(static_cast<TextEncoding>(message->GetInt32("encoding", 0)));
+        break;
+    case kFollowFile:
+        ToggleFollowing();
+        break;
+    case B_NODE_MONITOR:
+        FileChanged(*message);
+        break;
+    case kFilePartRead:
+        TakeGrowth();
         break;
     case kWrapText:
         if (fText != nullptr) {

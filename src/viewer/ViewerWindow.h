@@ -13,6 +13,7 @@ class BMenuItem;
 
 namespace norvane {
 
+class FileFollowing;
 class HexView;
 class TImageView;
 class TextFinder;
@@ -82,6 +83,16 @@ private:
     void AskForOffset();
     void GoToOffset(const BMessage& message);
     BView* Shown() const;
+    // The text's encoding and growth (ViewerFollowing.cpp)
+    BMenu* EncodingMenu();
+    void MarkEncoding(TextEncoding encoding);
+    void ReadAs(TextEncoding encoding);
+    void TextIsRead(const TextOutcome& outcome);
+    void ToggleFollowing();
+    void FileChanged(const BMessage& message);
+    void AskForGrowth();
+    void TakeGrowth();
+    void Append(const std::string& text);
 
     std::string fPath;
     std::unique_ptr<FileLoading> fLoading;
@@ -92,6 +103,8 @@ private:
     BMenu* fScaleMenu = nullptr;
     BMenuItem* fHexItem = nullptr;
     BMenuItem* fFindItem = nullptr;
+    BMenuItem* fFollowItem = nullptr;
+    BMenu* fEncodingMenu = nullptr;
     BMenuItem* fGoToItem = nullptr;
     BView* fGround = nullptr;     // until there is something to show
     ViewedText* fText = nullptr;  // null unless it is a text
@@ -100,7 +113,12 @@ private:
     HexView* fHex = nullptr;      // in that
     bool fIsFile = false;         // its bytes can be looked at
     bool fShowsHex = false;
-    std::unique_ptr<TextFinder> fFinder; // never null
+    TextEncoding fChosen = TextEncoding::kGuessed; // what a text is read as
+    TextOutcome fRead;                             // how far that was read
+    bool fIsTextRead = false;                      // all that there was when it was read
+    bool fEndsAtEnd = false;                       // it is shown anew at its end
+    std::unique_ptr<FileFollowing> fFollowing;     // null unless the file is followed
+    std::unique_ptr<TextFinder> fFinder;           // never null
     bool fWrapsToEdge = false;
     float fWidestLine = 1.0f;
 };

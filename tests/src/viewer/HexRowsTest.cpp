@@ -13,7 +13,7 @@ TEST(HexRowsTest, LaysOutBytesInGroups)
 
     EXPECT_EQ(rows.Count(), 2);
     EXPECT_EQ(rows.Offset(1), "00000010");
-    EXPECT_EQ(rows.Digits(std::string_view("A\0\xff~ b", 7)), "41 00 ff 7e  20 62");
+    EXPECT_EQ(rows.Digits(std::string_view("A\0\xff~ b", 6)), "41 00 ff 7e  20 62");
     EXPECT_EQ(HexRows::Characters(std::string_view("A\0\xff~ b\x7f", 7)), "A..~ b.");
 }
 

@@ -251,7 +251,7 @@ TEST_F(ViewerHexTest, AnImageCanBeSeenAsBytes)
     WriteImage("a.png", 8, 8);
     OpenImage("a.png");
 
-    Key('H');
+    Key('h');
 
     ASSERT_NE(Hex(), nullptr);
     EXPECT_TRUE(WaitFor([this] { return Row(0).starts_with("00000000  89 50 4e 47"); })) << Row(0);
