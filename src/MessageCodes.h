@@ -149,7 +149,9 @@ enum ViewerMessage : uint32 {
     kWrapToEdge = 'edge',
     kZoomImage = 'zoom', // float "factor", point "where": of the view, stays where it is
     kAskToFind = 'find',
-    kTextToFind = 'tfnd', // string "text"
+    kTextToFind = 'tfnd',   // string "text", bool "expression"
+    kPatternFound = 'pfnd', // int32 "status", int64 "start" and "end", int32 "search"
+    kStopFinding = 'stop',  // lets go of a search that goes on
     kFindNext = 'fnxt',
     kFindPrevious = 'fprv',
     kAskForLine = 'line',

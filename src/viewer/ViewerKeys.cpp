@@ -2,6 +2,7 @@
 
 #include "MessageCodes.h"
 
+#include <InterfaceDefs.h>
 #include <View.h>
 #include <Window.h>
 
@@ -13,6 +14,9 @@ bool ViewerKey(BView& view, char key)
     case 'h':
     case 'H':
         view.Window()->PostMessage(kShowHex);
+        return true;
+    case B_ESCAPE:
+        view.Window()->PostMessage(kStopFinding);
         return true;
     case 'f':
     case 'F':

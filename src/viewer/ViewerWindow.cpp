@@ -3,6 +3,7 @@
 #include "MessageCodes.h"
 #include "fileops/windows/MessageBox.h"
 #include "viewer/FileFollowing.h"
+#include "viewer/PatternSearch.h"
 #include "viewer/TextFinder.h"
 #include "viewer/ViewedText.h"
 #include "viewer/ViewerKeys.h"

@@ -15,6 +15,7 @@ namespace norvane {
 
 class FileFollowing;
 class HexView;
+class PatternSearch;
 class TImageView;
 class TextFinder;
 class ViewedText;
@@ -74,6 +75,8 @@ private:
     void FindText(const BMessage& message);
     void GoToLine(const BMessage& message);
     void FindAgain(bool isForward);
+    void FindExpression(bool isForward);
+    void PatternFound(const BMessage& message);
     void Dropped(BMessage* message);
     // What holds of any file (ViewerMenu.cpp)
     bool ViewReceived(const BMessage& message);
@@ -119,6 +122,9 @@ private:
     bool fEndsAtEnd = false;                       // it is shown anew at its end
     std::unique_ptr<FileFollowing> fFollowing;     // null unless the file is followed
     std::unique_ptr<TextFinder> fFinder;           // never null
+    bool fFindsExpression = false;
+    std::unique_ptr<PatternSearch> fSearch; // null unless an expression is being looked for
+    int32 fSearchNumber = 0;
     bool fWrapsToEdge = false;
     float fWidestLine = 1.0f;
 };
