@@ -10,6 +10,7 @@
 #include <MenuBar.h>
 #include <MenuItem.h>
 #include <Message.h>
+#include <Screen.h>
 
 #include <string>
 
@@ -93,14 +94,25 @@ void ViewerWindow::ToggleHex()
             fHex->Refresh();
         }
         fHex->MakeFocus();
+        LetGrow();
     } else {
         fHexPane->Hide();
         if (frame != nullptr) {
             frame->Show();
         }
         (shown != nullptr ? shown : fGround)->MakeFocus();
+        RedoSizes();
     }
     UpdateViewMenu();
+}
+
+/// Bytes are no larger or smaller than the image is.
+void ViewerWindow::LetGrow()
+{
+    constexpr float kLeast = 64;
+    const BRect screen = BScreen(this).Frame();
+    SetSizeLimits(kLeast, screen.Width(), kLeast, screen.Height());
+    SetZoomLimits(screen.Width(), screen.Height());
 }
 
 void ViewerWindow::AskForOffset()

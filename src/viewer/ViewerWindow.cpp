@@ -319,7 +319,7 @@ void ViewerWindow::TakeImage(std::unique_ptr<BBitmap> image)
 
 void ViewerWindow::RedoSizes()
 {
-    if (fImage == nullptr) {
+    if (fImage == nullptr || fShowsHex) {
         return;
     }
     const BRect screen = BScreen(this).Frame();

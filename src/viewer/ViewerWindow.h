@@ -83,6 +83,7 @@ private:
     void AddViewMenu();
     void UpdateViewMenu();
     void ToggleHex();
+    void LetGrow();
     void AskForOffset();
     void GoToOffset(const BMessage& message);
     BView* Shown() const;

@@ -94,12 +94,12 @@ TEST(PatternSearchTest, GoesThroughALineWithoutEnd)
     EXPECT_EQ(Backward("he..", text, 300000), "199998-200002");
 }
 
-TEST(PatternSearchTest, GivesUpWhatTakesTooLong)
+TEST(PatternSearchTest, EndsInTimeWhereThereAreTooManyWays)
 {
     const BTextPattern pattern("(a+)+$");
     const std::string text = std::string(40, 'a') + "b";
 
-    EXPECT_EQ(FindForward(pattern, text, 0, [] { return true; }).status, B_BUSY);
+    EXPECT_NE(FindForward(pattern, text, 0, [] { return true; }).status, B_OK);
 }
 
 TEST(PatternSearchTest, EndsWhenNobodyWantsItAnyMore)
