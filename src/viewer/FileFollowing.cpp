@@ -14,6 +14,11 @@ namespace {
 
 constexpr size_t kMostAtOnce = size_t{1024} * 1024;
 
+std::string NameIn(const std::string& path)
+{
+    return path.substr(path.rfind('/') + 1);
+}
+
 /// The folder's notices tell of the file's growth, and of another one in its place.
 void Watch(const std::string& path, const BMessenger& asker)
 {
@@ -23,12 +28,16 @@ void Watch(const std::string& path, const BMessenger& asker)
     if (entry.GetParent(&folder) == B_OK && folder.GetNodeRef(&node) == B_OK) {
         watch_node(&node, B_WATCH_DIRECTORY | B_WATCH_STAT, asker);
     }
+    // What came before there was a watch is looked for once more.
+    BMessage look(B_NODE_MONITOR);
+    look.AddString("name", NameIn(path).c_str());
+    asker.SendMessage(&look);
 }
 
 } // namespace
 
 FileFollowing::FileFollowing(const std::string& path, const BMessenger& asker)
-    : fAsker(asker), fName(path.substr(path.rfind('/') + 1)), fReading(path, asker)
+    : fAsker(asker), fName(NameIn(path)), fReading(path, asker)
 {
     if (!StartDetached("viewing", B_NORMAL_PRIORITY, [path, asker] { Watch(path, asker); })) {
         Watch(path, asker);
