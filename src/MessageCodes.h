@@ -149,13 +149,20 @@ enum ViewerMessage : uint32 {
     kWrapToEdge = 'edge',
     kZoomImage = 'zoom', // float "factor", point "where": of the view, stays where it is
     kAskToFind = 'find',
-    kTextToFind = 'tfnd', // string "text"
+    kTextToFind = 'tfnd',   // string "text", bool "expression"
+    kPatternFound = 'pfnd', // int32 "status", int64 "start" and "end", int32 "search"
+    kStopFinding = 'stop',  // lets go of a search that goes on
     kFindNext = 'fnxt',
     kFindPrevious = 'fprv',
     kAskForLine = 'line',
-    kLineToGoTo = 'tlin',  // string "text"
-    kFileNews = 'FNew',    // there is news of the file that is being loaded
-    kOpenViewers = 'OpVw', // to the application: strings "path", in their order
+    kLineToGoTo = 'tlin',     // string "text"
+    kShowHex = 'hexa',        // shows the bytes, or again what was shown before
+    kOffsetToGoTo = 'toff',   // string "text"
+    kFilePartRead = 'Part',   // the bytes that were asked for are there
+    kFollowFile = 'foll',     // or no longer
+    kChooseEncoding = 'enco', // int32 "encoding"
+    kFileNews = 'FNew',       // there is news of the file that is being loaded
+    kOpenViewers = 'OpVw',    // to the application: strings "path", in their order
 };
 
 // What a question is told.

@@ -45,10 +45,16 @@ ViewedKind KindOf(const char* type)
 }
 
 /// An empty file whose name says nothing is an empty text.
-bool IsEmptyFile(const BNode& node)
+bool IsEmpty(const BNode& node)
+{
+    off_t size = -1;
+    return node.GetSize(&size) == B_OK && size == 0;
+}
+
+bool IsRegular(const BEntry& entry)
 {
     struct stat st;
-    return node.GetStat(&st) == B_OK && S_ISREG(st.st_mode) && st.st_size == 0;
+    return entry.GetStat(&st) == B_OK && S_ISREG(st.st_mode);
 }
 
 } // namespace
@@ -60,6 +66,7 @@ FileKind FindFileKind(const std::string& path)
         return found;
     }
     const BEntry entry(path.c_str(), true);
+    found.isFile = IsRegular(entry);
     BNode node(&entry);
     if (node.InitCheck() != B_OK) {
         found.complaints.push_back("Error opening node!");
@@ -74,7 +81,7 @@ FileKind FindFileKind(const std::string& path)
         found.kind = ViewedKind::kError;
     } else {
         found.kind = KindOf(type);
-        if (found.kind == ViewedKind::kUnknown && IsEmptyFile(node)) {
+        if (found.kind == ViewedKind::kUnknown && found.isFile && IsEmpty(node)) {
             found.kind = ViewedKind::kText;
         }
         if (found.kind == ViewedKind::kUnknown) {

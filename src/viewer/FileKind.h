@@ -11,6 +11,7 @@ struct FileKind
 {
     ViewedKind kind = ViewedKind::kNone;
     std::vector<const char*> complaints; // to be told, in their order
+    bool isFile = false;                 // a regular one, or a link to one
 };
 
 /// What a file is to be shown as, by its type; through links. Texts are also what is none by its

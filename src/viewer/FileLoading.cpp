@@ -4,7 +4,6 @@
 #include "MessageCodes.h"
 #include "viewer/FileKind.h"
 #include "viewer/ImageReading.h"
-#include "viewer/TextReading.h"
 
 #include <Bitmap.h>
 #include <OS.h>
@@ -12,6 +11,7 @@
 
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <utility>
 
 namespace norvane {
@@ -31,6 +31,7 @@ public:
     }
 
     void Run();
+    void ReadAs(TextEncoding encoding) { fEncoding = encoding; }
     void LetGo();
     FileNews TakeNews();
 
@@ -39,36 +40,44 @@ private:
     bool WantsMore() override;
     void TakeText(std::unique_ptr<BTextContents> text) override;
 
+    ViewedKind FindKind();
     void Tell(const std::function<void(FileNews&)>& change);
 
     const std::string fPath;
     const BMessenger fViewer;
     const BFont fFont;
-    std::mutex fMutex; // guards all below
+    std::optional<TextEncoding> fEncoding; // of what is known to be a text
+    std::mutex fMutex;                     // guards all below
     FileNews fNews;
     bool fIsToldOf = false; // a message of the news is on its way
     bool fIsLetGo = false;
 };
 
-void FileLoading::Work::Run()
+ViewedKind FileLoading::Work::FindKind()
 {
     const FileKind found = FindFileKind(fPath);
     Tell([&](FileNews& news) {
         news.hasKind = true;
         news.kind = found.kind;
+        news.isFile = found.isFile;
         news.complaints = found.complaints;
     });
+    return found.kind;
+}
+
+void FileLoading::Work::Run()
+{
+    const ViewedKind kind = fEncoding.has_value() ? ViewedKind::kText : FindKind();
     TextOutcome outcome;
     std::unique_ptr<BBitmap> image;
-    if (found.kind == ViewedKind::kText) {
-        outcome = ReadText(fPath, fFont, *this);
-    } else if (found.kind == ViewedKind::kImage && WantsMore()) {
+    if (kind == ViewedKind::kText) {
+        outcome = ReadText(fPath, fEncoding.value_or(TextEncoding::kGuessed), fFont, *this);
+    } else if (kind == ViewedKind::kImage && WantsMore()) {
         image = ReadImage(fPath, &outcome.trouble);
     }
     Tell([&](FileNews& news) {
         news.image = std::move(image);
-        news.trouble = outcome.trouble;
-        news.remark = outcome.remark;
+        news.outcome = outcome;
         news.isDone = true;
     });
 }
@@ -112,6 +121,19 @@ FileNews FileLoading::Work::TakeNews()
 
 FileLoading::FileLoading(const std::string& path, const BMessenger& viewer, const BFont& font)
     : fWork(std::make_shared<Work>(path, viewer, font))
+{
+    Begin();
+}
+
+FileLoading::FileLoading(const std::string& path, TextEncoding encoding, const BMessenger& viewer,
+                         const BFont& font)
+    : fWork(std::make_shared<Work>(path, viewer, font))
+{
+    fWork->ReadAs(encoding);
+    Begin();
+}
+
+void FileLoading::Begin()
 {
     if (!StartDetached("viewing", B_NORMAL_PRIORITY, [work = fWork] { work->Run(); })) {
         fWork->Run();

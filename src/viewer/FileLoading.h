@@ -1,5 +1,7 @@
 #pragma once
 
+#include "viewer/TextReading.h"
+
 #include <Font.h>
 #include <Messenger.h>
 
@@ -31,13 +33,13 @@ struct FileNews
 
     bool hasKind = false; // the next two are known now
     ViewedKind kind = ViewedKind::kNone;
+    bool isFile = false;                 // a regular one, whose bytes can be looked at
     std::vector<const char*> complaints; // of finding that out, in their order
 
     std::unique_ptr<BTextContents> text; // all that was read so far; null: nothing new
     std::unique_ptr<BBitmap> image;      // null: none, or not yet
-    std::string trouble;                 // why it cannot be shown, as the end of a sentence
-    std::string remark;                  // what is shown of it, when that is not all
-    bool isDone = false;                 // nothing more comes
+    bool isDone = false;                 // nothing more comes; the rest of a text is known
+    TextOutcome outcome;                 // why it cannot be shown, or what is shown of a text
 };
 
 /// Finds out what a file is and loads it, on a thread of its own that waits for the disk and then
@@ -50,6 +52,9 @@ public:
     /// Begins. `viewer` is sent a kFileNews whenever TakeNews() has something; texts are measured
     /// in `font`. Without a thread to be had it is done when this returns.
     FileLoading(const std::string& path, const BMessenger& viewer, const BFont& font);
+    /// The same for what is known to be a text.
+    FileLoading(const std::string& path, TextEncoding encoding, const BMessenger& viewer,
+                const BFont& font);
     /// Lets go. Waits for nothing.
     ~FileLoading();
     FileLoading(const FileLoading&) = delete;
@@ -59,6 +64,8 @@ public:
 
 private:
     class Work;
+
+    void Begin();
 
     const std::shared_ptr<Work> fWork;
 };

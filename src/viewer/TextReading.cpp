@@ -23,20 +23,22 @@ constexpr size_t kPieceBytes = size_t{1024} * 1024;
 class Reading
 {
 public:
-    Reading(const BFont& font, TextTaker& taker, const TextLimits& limits)
-        : fFont(font), fTaker(taker), fLimits(limits)
+    Reading(TextEncoding encoding, const BFont& font, TextTaker& taker, const TextLimits& limits)
+        : fEncoding(encoding), fFont(font), fTaker(taker), fLimits(limits)
     {
     }
 
     status_t Open(const std::string& path);
     /// Reads on up to `end`; false when that was not reached, or nobody wants it any more.
     /// Reads what the limits allow and hands it over; tells how much, when that is not all.
-    std::string ReadAll();
+    TextOutcome ReadAll();
 
 private:
     bool ReadTo(int64 end);
     void HandOver(std::string text);
+    TextEncoding EncodingOf(const std::string& text, bool isWhole) const;
 
+    const TextEncoding fEncoding;
     const BFont& fFont;
     TextTaker& fTaker;
     const TextLimits& fLimits;
@@ -95,39 +97,52 @@ void Reading::HandOver(std::string text)
     fTaker.TakeText(std::move(contents));
 }
 
-std::string Reading::ReadAll()
+TextEncoding Reading::EncodingOf(const std::string& text, bool isWhole) const
 {
+    return fEncoding != TextEncoding::kGuessed ? fEncoding : GuessEncoding(text, isWhole);
+}
+
+TextOutcome Reading::ReadAll()
+{
+    TextOutcome outcome;
+    fFile.GetNodeRef(&outcome.node);
     const int64 end = std::min(fSize, fLimits.most);
     fText.reserve(static_cast<size_t>(end));
     if (end > fLimits.first && ReadTo(fLimits.first)) {
-        HandOver(fText);
+        HandOver(TextOf(fText, EncodingOf(fText, false), nullptr));
     }
     ReadTo(end);
     if (!fTaker.WantsMore()) {
-        return {};
+        return outcome;
     }
-    std::string remark;
     const std::string read = "the first " + RoughSize(static_cast<int64>(fText.size()));
     if (fStatus != B_OK) {
-        remark = read + ": " + ReasonFor(fStatus);
+        outcome.remark = read + ": " + ReasonFor(fStatus);
     } else if (end < fSize) {
-        remark = read + " of " + RoughSize(fSize);
+        outcome.remark = read + " of " + RoughSize(fSize);
+    }
+    outcome.encoding = EncodingOf(fText, end == fSize);
+    outcome.bytesRead = static_cast<int64>(fText.size());
+    if (outcome.encoding != TextEncoding::kUtf8) {
+        size_t taken = 0;
+        fText = TextOf(fText, outcome.encoding, &taken);
+        outcome.bytesRead = static_cast<int64>(taken);
     }
     HandOver(std::move(fText));
-    return remark;
+    return outcome;
 }
 
 } // namespace
 
-TextOutcome ReadText(const std::string& path, const BFont& font, TextTaker& taker,
-                     const TextLimits& limits)
+TextOutcome ReadText(const std::string& path, TextEncoding encoding, const BFont& font,
+                     TextTaker& taker, const TextLimits& limits)
 {
     TextOutcome outcome;
     try {
-        Reading reading(font, taker, limits);
+        Reading reading(encoding, font, taker, limits);
         const status_t status = reading.Open(path);
         if (status == B_OK) {
-            outcome.remark = reading.ReadAll();
+            outcome = reading.ReadAll();
         } else {
             outcome.trouble = ReasonFor(status);
         }

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "viewer/TextEncoding.h"
+
 #include <Font.h>
+#include <Node.h>
 
 #include <memory>
 #include <string>
@@ -23,8 +26,11 @@ struct TextLimits
 /// What is to be said of it; empty texts when there is nothing to say.
 struct TextOutcome
 {
-    std::string trouble; // why nothing could be read
-    std::string remark;  // how much was, when that is not all
+    std::string trouble;                         // why nothing could be read
+    std::string remark;                          // how much was, when that is not all
+    TextEncoding encoding = TextEncoding::kUtf8; // what it was read as
+    int64 bytesRead = 0;                         // how far it was converted
+    node_ref node;                               // of the file
 };
 
 /// Who wants a file's text.
@@ -39,10 +45,11 @@ public:
     virtual void TakeText(std::unique_ptr<BTextContents> text) = 0;
 };
 
-/// Reads a file as the text that it is, byte for byte, and as long as it is when that begins.
+/// Reads a file as a text in some encoding, and as long as it is when that begins: UTF-8 byte for
+/// byte.
 ///
 /// Thread: any; it waits for the disk.
-TextOutcome ReadText(const std::string& path, const BFont& font, TextTaker& taker,
-                     const TextLimits& limits = TextLimits());
+TextOutcome ReadText(const std::string& path, TextEncoding encoding, const BFont& font,
+                     TextTaker& taker, const TextLimits& limits = TextLimits());
 
 } // namespace norvane

@@ -1,6 +1,7 @@
 #include "viewer/ViewedText.h"
 
 #include "MessageCodes.h"
+#include "viewer/ViewerKeys.h"
 
 #include <InterfaceDefs.h>
 #include <Message.h>
@@ -20,7 +21,7 @@ ViewedText::ViewedText(BRect frame)
 
 void ViewedText::KeyDown(const char* bytes, int32 byteCount)
 {
-    if (bytes[0] == B_FUNCTION_KEY && FunctionKey()) {
+    if ((bytes[0] == B_FUNCTION_KEY && FunctionKey()) || ViewerKey(*this, bytes[0])) {
         return;
     }
     BScrollBar* bar = ScrollBar(B_HORIZONTAL);

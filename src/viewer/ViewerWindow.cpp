@@ -2,8 +2,11 @@
 
 #include "MessageCodes.h"
 #include "fileops/windows/MessageBox.h"
+#include "viewer/FileFollowing.h"
+#include "viewer/PatternSearch.h"
 #include "viewer/TextFinder.h"
 #include "viewer/ViewedText.h"
+#include "viewer/ViewerKeys.h"
 #include "viewer/iview.h"
 
 #include <AppDefs.h>
@@ -39,9 +42,16 @@ void TellError(const char* text)
 class Ground : public BView
 {
 public:
-    explicit Ground(BRect frame) : BView(frame, "ground", B_FOLLOW_ALL_SIDES, B_WILL_DRAW)
+    explicit Ground(BRect frame)
+        : BView(frame, "ground", B_FOLLOW_ALL_SIDES, B_WILL_DRAW | B_NAVIGABLE)
     {
         SetViewColor(255, 255, 255);
+    }
+    void KeyDown(const char* bytes, int32 byteCount) override
+    {
+        if (!ViewerKey(*this, bytes[0])) {
+            BView::KeyDown(bytes, byteCount);
+        }
     }
     bool TakesDrops() const override { return true; }
 };
@@ -52,11 +62,9 @@ ViewerWindow::ViewerWindow(BRect frame, const char* path)
     : BWindow(frame, "Viewer", B_DOCUMENT_WINDOW, 0), fFinder(std::make_unique<TextFinder>())
 {
     BuildMenus();
-    // What every desktop offers in a text.
-    AddShortcut('f', 0, new BMessage(kAskToFind));
-    AddShortcut('l', 0, new BMessage(kAskForLine));
     fGround = new Ground(ContentRect());
     AddChild(fGround); // adopted
+    fGround->MakeFocus();
     GetType(path);
 }
 
@@ -89,9 +97,7 @@ BRect ViewerWindow::ContentRect() const
 void ViewerWindow::GetType(const char* path)
 {
     fPath = path != nullptr ? path : "";
-    if (!fPath.empty()) {
-        SetTitle(fPath.substr(fPath.rfind('/') + 1).c_str());
-    }
+    ShowRemark("");
     fLoading = std::make_unique<FileLoading>(fPath, BMessenger(nullptr, this), *be_plain_font);
 }
 
@@ -99,6 +105,7 @@ void ViewerWindow::TakeNews()
 {
     FileNews news = fLoading->TakeNews();
     if (news.hasKind) {
+        fIsFile = news.isFile;
         OpenFile(news.kind, news.complaints);
     }
     if (news.text != nullptr && fText != nullptr) {
@@ -107,11 +114,15 @@ void ViewerWindow::TakeNews()
     if (news.image != nullptr && fImage != nullptr) {
         TakeImage(std::move(news.image));
     }
-    if (!news.trouble.empty()) {
-        TakeTrouble(news.trouble);
+    if (!news.isDone) {
+        return;
     }
-    if (!news.remark.empty()) {
-        ShowRemark(news.remark);
+    if (!news.outcome.trouble.empty()) {
+        TakeTrouble(news.outcome.trouble);
+    }
+    ShowRemark(news.outcome.remark);
+    if (fText != nullptr) {
+        TextIsRead(news.outcome);
     }
 }
 
@@ -138,6 +149,9 @@ void ViewerWindow::OpenFile(ViewedKind kind, const std::vector<const char*>& com
         TellError("An error occured, don't be surprised nothing happened.");
         break;
     }
+    if (kind != ViewedKind::kNone) {
+        AddViewMenu();
+    }
 }
 
 void ViewerWindow::TakeTrouble(const std::string& trouble)
@@ -155,7 +169,10 @@ void ViewerWindow::TakeTrouble(const std::string& trouble)
 /// Not all of the file is shown: the window says so, wherever in the text somebody is.
 void ViewerWindow::ShowRemark(const std::string& remark)
 {
-    SetTitle((std::string(Title()) + " (" + remark + ")").c_str());
+    const std::string name = fPath.substr(fPath.rfind('/') + 1);
+    if (!name.empty()) {
+        SetTitle((remark.empty() ? name : name + " (" + remark + ")").c_str());
+    }
 }
 
 // Text
@@ -169,6 +186,10 @@ void ViewerWindow::AddTextMenu()
     fEdgeItem->SetMarked(true);
     fEdgeItem->SetEnabled(false);
     menu->AddItem(fEdgeItem);
+    menu->AddSeparatorItem();
+    menu->AddItem(EncodingMenu()); // adopted
+    fFollowItem = new BMenuItem("Follow", new BMessage(kFollowFile));
+    menu->AddItem(fFollowItem);
     menu->SetTargetForItems(this);
     fBar->AddItem(menu); // adopted
 }
@@ -297,7 +318,7 @@ void ViewerWindow::TakeImage(std::unique_ptr<BBitmap> image)
 
 void ViewerWindow::RedoSizes()
 {
-    if (fImage == nullptr) {
+    if (fImage == nullptr || fShowsHex) {
         return;
     }
     const BRect screen = BScreen(this).Frame();
@@ -373,6 +394,18 @@ void ViewerWindow::MessageReceived(BMessage* message)
     case kFileNews:
         TakeNews();
         break;
+    case kChooseEncoding:
+        ReadAs(static_cast<TextEncoding>(message->GetInt32("encoding", 0)));
+        break;
+    case kFollowFile:
+        ToggleFollowing();
+        break;
+    case B_NODE_MONITOR:
+        FileChanged(*message);
+        break;
+    case kFilePartRead:
+        TakeGrowth();
+        break;
     case kWrapText:
         if (fText != nullptr) {
             ToggleWrap();
@@ -408,7 +441,7 @@ void ViewerWindow::MessageReceived(BMessage* message)
         Dropped(message);
         break;
     default:
-        if (fText == nullptr || !FindingReceived(*message)) {
+        if (!ViewReceived(*message) && !FindingReceived(*message)) {
             BWindow::MessageReceived(message);
         }
     }

@@ -14,6 +14,9 @@ class BMenuItem;
 
 namespace norvane {
 
+class FileFollowing;
+class HexView;
+class PatternSearch;
 class TImageView;
 class TextFinder;
 class ViewedText;
@@ -74,7 +77,28 @@ private:
     void GoToLine(const BMessage& message);
     void FindAgain(bool isForward);
     void ShowOpenPanel();
+    void FindExpression(bool isForward);
+    void PatternFound(const BMessage& message);
     void Dropped(BMessage* message);
+    // What holds of any file (ViewerMenu.cpp)
+    bool ViewReceived(const BMessage& message);
+    void AddViewMenu();
+    void UpdateViewMenu();
+    void ToggleHex();
+    void LetGrow();
+    void AskForOffset();
+    void GoToOffset(const BMessage& message);
+    BView* Shown() const;
+    // The text's encoding and growth (ViewerFollowing.cpp)
+    BMenu* EncodingMenu();
+    void MarkEncoding(TextEncoding encoding);
+    void ReadAs(TextEncoding encoding);
+    void TextIsRead(const TextOutcome& outcome);
+    void ToggleFollowing();
+    void FileChanged(const BMessage& message);
+    void AskForGrowth();
+    void TakeGrowth();
+    void Append(const std::string& text);
 
     std::string fPath;
     std::unique_ptr<FileLoading> fLoading;
@@ -83,10 +107,27 @@ private:
     BMenuItem* fEdgeItem = nullptr;
     BMenuItem* fStretchItem = nullptr;
     BMenu* fScaleMenu = nullptr;
-    BView* fGround = nullptr;               // until there is something to show
-    ViewedText* fText = nullptr;            // null unless it is a text
-    TImageView* fImage = nullptr;           // null unless it is an image
-    std::unique_ptr<TextFinder> fFinder;    // never null
+    BMenuItem* fHexItem = nullptr;
+    BMenuItem* fFindItem = nullptr;
+    BMenuItem* fFollowItem = nullptr;
+    BMenu* fEncodingMenu = nullptr;
+    BMenuItem* fGoToItem = nullptr;
+    BView* fGround = nullptr;     // until there is something to show
+    ViewedText* fText = nullptr;  // null unless it is a text
+    TImageView* fImage = nullptr; // null unless it is an image
+    BView* fHexPane = nullptr;    // null until the bytes are asked for
+    HexView* fHex = nullptr;      // in that
+    bool fIsFile = false;         // its bytes can be looked at
+    bool fShowsHex = false;
+    TextEncoding fChosen = TextEncoding::kGuessed; // what a text is read as
+    TextOutcome fRead;                             // how far that was read
+    bool fIsTextRead = false;                      // all that there was when it was read
+    bool fEndsAtEnd = false;                       // it is shown anew at its end
+    std::unique_ptr<FileFollowing> fFollowing;     // null unless the file is followed
+    std::unique_ptr<TextFinder> fFinder;           // never null
+    bool fFindsExpression = false;
+    std::unique_ptr<PatternSearch> fSearch; // null unless an expression is being looked for
+    int32 fSearchNumber = 0;
     std::unique_ptr<BFilePanel> fOpenPanel; // null until it is asked for
     bool fWrapsToEdge = false;
     float fWidestLine = 1.0f;

@@ -1,6 +1,7 @@
 #include "viewer/iview.h"
 
 #include "MessageCodes.h"
+#include "viewer/ViewerKeys.h"
 #include "viewer/WrappedText.h"
 
 #include <Bitmap.h>
@@ -266,7 +267,7 @@ void TImageView::KeyDown(const char* bytes, int32 byteCount)
         ScrollBy(B_VERTICAL, kAll);
         break;
     default:
-        if (!ZoomKey(bytes[0])) {
+        if (!ZoomKey(bytes[0]) && !ViewerKey(*this, bytes[0])) {
             BView::KeyDown(bytes, byteCount);
         }
     }

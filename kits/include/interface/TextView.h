@@ -99,6 +99,9 @@ public:
     const char* Text() const;
     /// The number of bytes.
     int32 TextLength() const;
+    /// The text as it is now, for another thread to read; not copied, but the next change of the
+    /// text copies it. An extension of the platform.
+    std::shared_ptr<const std::string> ShareText();
     /// Copies bytes and ends them with a NUL: `buffer` has room for `length` + 1. Fewer at the end.
     void GetText(int32 offset, int32 length, char* buffer) const;
     /// The byte at an offset, 0 outside the text.

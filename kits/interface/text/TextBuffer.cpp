@@ -102,6 +102,12 @@ void TextBuffer::TakeFrom(TextBuffer& other)
     }
 }
 
+std::shared_ptr<const std::string> TextBuffer::ShareAll()
+{
+    fIsShared = true;
+    return fBytes;
+}
+
 void TextBuffer::Replace(int32 from, int32 to, std::string_view inserted)
 {
     // The first key in a large text would copy all of it to a larger place.

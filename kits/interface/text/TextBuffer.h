@@ -44,6 +44,8 @@ public:
     /// The same for others to keep, as it is now; takes no longer for a large part. The next change
     /// of the text copies the bytes then.
     SharedText Share(int32 from, int32 to);
+    /// All of it, in the same way.
+    std::shared_ptr<const std::string> ShareAll();
     /// The nearest offset that is in the text and begins a character.
     int32 Clamp(int32 offset) const;
 

@@ -99,6 +99,11 @@ const char* BTextView::Text() const
     return fText->text.Bytes().c_str();
 }
 
+std::shared_ptr<const std::string> BTextView::ShareText()
+{
+    return fText->text.ShareAll();
+}
+
 int32 BTextView::TextLength() const
 {
     return fText->text.Length();

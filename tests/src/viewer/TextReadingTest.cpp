@@ -42,7 +42,7 @@ class TextReadingTest : public ::testing::Test
 protected:
     TextOutcome Read(const char* name, const TextLimits& limits = TextLimits())
     {
-        return ReadText(fTree.Path(name), *be_plain_font, fTaken, limits);
+        return ReadText(fTree.Path(name), TextEncoding::kGuessed, *be_plain_font, fTaken, limits);
     }
 
     TempTree fTree;

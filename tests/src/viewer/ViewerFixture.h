@@ -128,6 +128,8 @@ protected:
     {
         kits::testing::TypeKey(byte);
         ASSERT_TRUE(kits::testing::Sync(fWindow));
+        // What the view has told the window of the key lies before this.
+        ASSERT_TRUE(kits::testing::Sync(fWindow));
     }
     void Send(uint32 what)
     {
