@@ -257,6 +257,7 @@ void PanelWindow::ShowFolder(std::unique_ptr<PanelFolder> folder)
     if (isOther || IsPathTyped()) {
         fField->SetText("");
     }
+    fTyped = fField->Text();
     int32 selected = 0;
     const std::string left = std::exchange(fCameFrom, {});
     for (size_t i = 0; i < folder->entries.size() && !left.empty(); ++i) {
@@ -292,8 +293,17 @@ bool PanelWindow::IsPathTyped() const
     return std::strchr(text, '/') != nullptr || std::strcmp(text, "~") == 0;
 }
 
+/// Keys may come faster than the field tells of its changes.
+void PanelWindow::CatchUp()
+{
+    if (fTyped != fField->Text()) {
+        TypedSomething();
+    }
+}
+
 void PanelWindow::TypedSomething()
 {
+    fTyped = fField->Text();
     fPath->SetText(fShown.c_str());
     fList->Filter(IsPathTyped() ? "" : fField->Text());
     TellSelection();
@@ -324,6 +334,7 @@ bool PanelWindow::MayChoose(const PanelFolder::Entry& entry) const
 /// The button chooses a folder where folders are wanted, all else goes into it.
 void PanelWindow::Accept(bool byButton)
 {
+    CatchUp();
     if (IsPathTyped()) {
         GoTo(fField->Text());
         return;
@@ -385,7 +396,7 @@ void PanelWindow::MessageReceived(BMessage* message)
         TakeFolder();
         break;
     case kTyped:
-        TypedSomething();
+        CatchUp();
         break;
     case kSelected:
         TellSelection();
@@ -441,6 +452,7 @@ bool PanelWindow::TakeKey(const BMessage& key, const BHandler* target)
     if (key.FindInt8("byte", &byte) != B_OK) {
         return false;
     }
+    CatchUp();
     if (byte == B_ESCAPE) {
         if (fField->TextLength() == 0) {
             Cancel();

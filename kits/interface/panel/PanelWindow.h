@@ -46,6 +46,7 @@ private:
     void ChangePlaces(const std::vector<std::string>& places);
     void TakeFolder();
     void ShowFolder(std::unique_ptr<PanelFolder> folder);
+    void CatchUp();
     void TypedSomething();
     bool IsPathTyped() const;
     bool TakeKey(const BMessage& key, const BHandler* target);
@@ -75,6 +76,7 @@ private:
     BButton* fOpen = nullptr;
     std::unique_ptr<PanelReading> fReading; // null while nothing is read
     std::string fShown;                     // path; empty before any was read
+    std::string fTyped;                     // what the list is filtered by
     std::string fCameFrom;                  // the folder that was left upwards
 };
 

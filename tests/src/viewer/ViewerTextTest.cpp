@@ -191,11 +191,19 @@ TEST_F(ViewerTextTest, ClosesWhileItStillLoads)
     EXPECT_TRUE(kits::testing::WaitForNoWindow("a.txt"));
 }
 
-TEST_F(ViewerTextTest, OpensNoPanelYet)
+TEST_F(ViewerTextTest, OpensAPanel)
 {
     OpenLines(3);
+    EXPECT_TRUE(Item("Open")->IsEnabled());
 
-    EXPECT_FALSE(Item("Open")->IsEnabled());
+    TypeKey('o', B_COMMAND_KEY);
+    BWindow* panel = kits::testing::WaitForWindow("Open");
+    ASSERT_NE(panel, nullptr);
+    ASSERT_TRUE(kits::testing::WaitForFocus(panel));
+    TypeKey(B_ESCAPE);
+    EXPECT_TRUE(kits::testing::WaitForNoWindow("Open"));
+    TypeKey('o', B_COMMAND_KEY);
+    EXPECT_NE(kits::testing::WaitForWindow("Open"), nullptr); // goes with the viewer
 }
 
 } // namespace
