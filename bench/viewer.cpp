@@ -1,11 +1,12 @@
-// A file in a viewer: prints the milliseconds until its first page is painted, until all of it is
-// there and scrolled to its end, for wrapping and unwrapping it there, and how many MB the program
-// has grown by.
-// viewer FILE
+// A file in a viewer. A text: prints the milliseconds until its first page is painted, until all of
+// it is there, for going to its end, for wrapping and unwrapping it there, and how many MB the
+// program has grown by. An image: the milliseconds until it is painted, stretched to the window,
+// and for going between the scale modes, the longer way. viewer FILE viewer --image FILE
 
 #include "MessageCodes.h"
 #include "viewer/ViewedText.h"
 #include "viewer/ViewerWindow.h"
+#include "viewer/iview.h"
 
 #include <Application.h>
 #include <Autolock.h>
@@ -14,13 +15,16 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <fstream>
 #include <functional>
 #include <string>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 
+using norvane::TImageView;
 using norvane::ViewedText;
 using norvane::ViewerWindow;
 
@@ -92,11 +96,42 @@ void Measure(const char* path)
     std::printf("%.1f %.1f %.1f %.1f %.1f %.1f\n", first, whole, end, wrapped, unwrapped, grown);
 }
 
+void MeasureImage(const char* path)
+{
+    const bigtime_t start = system_time();
+    auto* window = new ViewerWindow(BRect(50, 50, 850, 650), path);
+    window->Show();
+    const auto image = [window] {
+        for (BView* view = window->ChildAt(0); view != nullptr; view = view->NextSibling()) {
+            for (BView* inside = view->ChildAt(0); inside != nullptr;
+                 inside = inside->NextSibling()) {
+                if (auto* found = dynamic_cast<TImageView*>(inside)) {
+                    return found;
+                }
+            }
+        }
+        return static_cast<TImageView*>(nullptr);
+    };
+    BMessage stretch(norvane::kStretchToFit);
+    bool isStretched = false;
+    const double shown = Until(window, start, [&] {
+        TImageView* view = image();
+        if (view != nullptr && !std::exchange(isStretched, true)) {
+            window->MessageReceived(&stretch);
+        }
+        return view != nullptr && view->HasImage();
+    });
+    const double fixed = TimeOf(window, [&] { window->MessageReceived(&stretch); });
+    const double stretched = TimeOf(window, [&] { window->MessageReceived(&stretch); });
+    std::printf("%.1f %.1f\n", shown, std::max(fixed, stretched));
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
-    if (argc != 2) {
+    const bool isImage = argc == 3 && std::strcmp(argv[1], "--image") == 0;
+    if (argc != 2 && !isImage) {
         return 2;
     }
     BApplication application("application/x-vnd.bench-viewer");
@@ -104,7 +139,7 @@ int main(int argc, char** argv)
         return 1;
     }
     std::thread measuring([&] {
-        Measure(argv[1]);
+        isImage ? MeasureImage(argv[2]) : Measure(argv[1]);
         be_app_messenger.SendMessage(B_QUIT_REQUESTED);
     });
     application.Run();

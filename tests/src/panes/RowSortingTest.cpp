@@ -275,6 +275,8 @@ TEST_P(SortedModelTest, RowsStaySorted)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, SortedModelTest, ::testing::Range(1, 6));
+INSTANTIATE_TEST_SUITE_P(Seeds, SortedModelTest, ::testing::Range(1, 6), [](const auto& test) {
+    return std::string("Seed").append(std::to_string(test.param));
+});
 
 } // namespace
