@@ -179,12 +179,17 @@ void PaneRows::MergeInOrder(const Changes& changes)
     std::vector<DirListItem*> kept;
     kept.reserve(static_cast<std::size_t>(CountRows()));
     const DirListItem* selected = nullptr; // one that leaves
+    bool isFollowed = false;
     for (int32 i = 0; i < CountRows(); i++) {
         DirListItem* row = RowAt(i);
         if (changes.leavers.contains(row)) {
             selected = row->IsSelected() ? row : selected;
         } else {
-            (changes.rebuilt.contains(row) ? coming : kept).push_back(row);
+            const bool isMoved = changes.rebuilt.contains(row);
+            (isMoved ? coming : kept).push_back(row);
+            // A row that a person has in sight, as one just renamed, stays there.
+            isFollowed = isFollowed || (isMoved && row->IsSelected() &&
+                                        fList.Bounds().Intersects(fList.ItemFrame(i)));
         }
     }
     const auto isBefore = [this](const DirListItem* a, const DirListItem* b) {
@@ -205,6 +210,9 @@ void PaneRows::MergeInOrder(const Changes& changes)
                           ? ordered.end()
                           : std::lower_bound(ordered.begin(), ordered.end(), selected, isBefore);
     SetRows(ListOf(ordered), selected == nullptr ? -1 : static_cast<int32>(heir - ordered.begin()));
+    if (isFollowed) {
+        fList.ScrollToSelection();
+    }
 }
 
 /// Whether rows, a few, stand between their neighbours as the rows are sorted. Of many it says no.

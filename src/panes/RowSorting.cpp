@@ -49,17 +49,20 @@ int CompareBytes(const DirListItem& a, const DirListItem& b)
     return std::strcmp(a.GetEntryName(), b.GetEntryName());
 }
 
-/// One column but the name's. What has no number is compared as it is shown.
+/// One column but the name's. What has no node is compared as it is shown, among its like: a
+/// server's rows, or entries that could not be read, which come first.
 int CompareColumn(const DirListItem& a, const DirListItem& b, int32 column)
 {
     if (column == kSizeColumn) {
         return Order(a.SizeShown(), b.SizeShown());
     }
-    if (a.HasNode() && b.HasNode()) {
-        return column == kDateColumn ? Order(a.Modified(), b.Modified())
-                                     : Order(a.Mode(), b.Mode());
+    if (a.HasNode() != b.HasNode()) {
+        return a.HasNode() ? 1 : -1;
     }
-    return std::strcmp(a.Text(column), b.Text(column));
+    if (!a.HasNode()) {
+        return std::strcmp(a.Text(column), b.Text(column));
+    }
+    return column == kDateColumn ? Order(a.Modified(), b.Modified()) : Order(a.Mode(), b.Mode());
 }
 
 } // namespace

@@ -190,6 +190,10 @@ key Escape
 expect "$what: Escape leaves the panel" window_gone Open
 close_viewer a.txt
 view a a.txt
+key ctrl+o
+expect "$what: the panel does not come" window_focused Open
+xdotool windowactivate --sync "$(window_id a.txt)"
+expect "$what: the viewer has no focus" window_focused a.txt
 key ctrl+q
 wait_for 10 program_ended || fail "$what: Ctrl+Q in a viewer did not end the program"
 program_pid=

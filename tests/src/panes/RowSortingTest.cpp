@@ -106,6 +106,18 @@ TEST_F(RowSortingTest, RowsOfAServerGoByWhatTheyShow)
     EXPECT_EQ(Names(), "n m ");
 }
 
+TEST_F(RowSortingTest, EntriesThatCouldNotBeReadComeFirst)
+{
+    AddFile("old", 1, 1);
+    AddFile("new", 1, 1'900'000'000);
+    fRows->Insert(Make("unread2", false, 0));
+    fRows->Insert(Make("unread1", false, 0));
+    Sort({kDate});
+    EXPECT_EQ(Names(), "unread1 unread2 old new ");
+    Sort({kPermissions});
+    EXPECT_EQ(Names(), "unread1 unread2 new old ");
+}
+
 TEST_F(RowSortingTest, RowsThatComeSortedStayAsTheyCome)
 {
     ListedRows rows;
@@ -156,6 +168,32 @@ TEST_F(RowSortingTest, RowThatChangesGoesToItsPlaceAndStaysSelected)
     fRows->Rebuild(Row("b"), "d", Record(2, 20));
     EXPECT_EQ(Names(), "c a d ");
     EXPECT_EQ(fList->CurrentSelection(), 1);
+}
+
+TEST_F(RowSortingTest, SelectedRowThatIsSeenStaysInSight)
+{
+    std::vector<std::string> names;
+    for (int i = 0; i < 100; i++) {
+        names.push_back("b" + std::to_string(i));
+    }
+    Fill({}, names);
+    Sort({kName});
+    fList->Select(1);
+    const auto isSeen = [this] {
+        const BRect frame = fList->ItemFrame(fList->CurrentSelection());
+        return fList->Bounds().Contains(frame);
+    };
+    ASSERT_TRUE(isSeen());
+    fRows->Rebuild(Row("b0"), "z", Record(1, 1));
+    EXPECT_STREQ(fRows->RowAt(100)->GetEntryName(), "z");
+    EXPECT_TRUE(isSeen());
+    fList->ScrollTo(BPoint(0, 0));
+    fRows->Rebuild(Row("z"), "a", Record(1, 1)); // nobody saw it
+    EXPECT_EQ(fList->Bounds().top, 0);
+    fList->Select(50);
+    fList->ScrollTo(BPoint(0, 0));
+    fRows->Rebuild(Row("b49"), "zz", Record(50, 1));
+    EXPECT_EQ(fList->Bounds().top, 0);
 }
 
 TEST_F(RowSortingTest, FolderThatWasMeasuredGoesToItsPlace)
