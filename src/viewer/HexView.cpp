@@ -24,7 +24,7 @@ constexpr rgb_color kLetters = {0, 60, 130, 255};
 constexpr rgb_color kMark = {255, 226, 130, 255};
 constexpr rgb_color kRule = {226, 226, 226, 255};
 // What is read around what is seen, so that single steps need not wait.
-constexpr int64 kAround = 16 * 1024;
+constexpr int64 kAround = int64{16} * 1024;
 
 } // namespace
 
