@@ -98,6 +98,9 @@ void BFilePanel::SetRefFilter(BRefFilter* filter)
 
 void BFilePanel::SetPanelDirectory(const entry_ref* folder)
 {
+    if (folder == nullptr) {
+        return;
+    }
     const BPath path(folder);
     if (path.InitCheck() == B_OK) {
         SetPanelDirectory(path.Path());
@@ -106,6 +109,9 @@ void BFilePanel::SetPanelDirectory(const entry_ref* folder)
 
 void BFilePanel::SetPanelDirectory(const char* path)
 {
+    if (path == nullptr) {
+        return;
+    }
     BMessage message(kits::kPanelGoTo);
     message.AddString("path", path);
     fMessenger.SendMessage(&message);
@@ -114,7 +120,7 @@ void BFilePanel::SetPanelDirectory(const char* path)
 void BFilePanel::SetPanelDirectory(const BEntry* folder)
 {
     BPath path;
-    if (folder->GetPath(&path) == B_OK) {
+    if (folder != nullptr && folder->GetPath(&path) == B_OK) {
         SetPanelDirectory(path.Path());
     }
 }
@@ -123,7 +129,7 @@ void BFilePanel::SetButtonLabel(file_panel_button button, const char* label)
 {
     BMessage message(kits::kPanelLabel);
     message.AddInt32("button", button);
-    message.AddString("label", label);
+    message.AddString("label", label != nullptr ? label : "");
     fMessenger.SendMessage(&message);
 }
 

@@ -121,7 +121,10 @@ void PanelReading::Shared::Read(PanelFolder* read)
 {
     BEntry entry(Resolved(path, base).c_str(), true);
     BPath found;
-    read->status = entry.GetPath(&found);
+    read->status = entry.InitCheck();
+    if (read->status == B_OK) {
+        read->status = entry.GetPath(&found);
+    }
     if (read->status == B_OK && !entry.Exists()) {
         read->status = B_ENTRY_NOT_FOUND;
     }
@@ -131,6 +134,10 @@ void PanelReading::Shared::Read(PanelFolder* read)
     if (!entry.IsDirectory()) {
         read->isFile = true;
         read->status = entry.GetRef(&read->chosen);
+        read->isPassed = read->status == B_OK && (!link->HasFilter() || Passes(read->chosen));
+        BPath parent;
+        found.GetParent(&parent);
+        read->path = parent.Path();
         return;
     }
     read->path = found.Path();

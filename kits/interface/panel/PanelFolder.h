@@ -29,7 +29,9 @@ struct PanelFolder
     entry_ref ref;
     std::vector<Entry> entries;      // folders first, in the order of people's language
     std::vector<std::string> places; // folders to go to: those above, then the system's, "" between
-    bool isFile = false;             // the path was that of a file, which is `chosen`
+    // The path was that of a file, which is `chosen`, in the folder at `path`; no entries then.
+    bool isFile = false;
+    bool isPassed = false; // by the filter
     entry_ref chosen;
 };
 

@@ -24,12 +24,23 @@ constexpr rgb_color kUnfocused = {220, 220, 220, 255};
 constexpr rgb_color kQuiet = {110, 110, 110, 255};
 
 /// Plain letters made small; all else stays.
+char SmallLetter(char letter)
+{
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
+}
+
 std::string SmallLetters(std::string text)
 {
-    std::transform(text.begin(), text.end(), text.begin(), [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
-    });
+    std::transform(text.begin(), text.end(), text.begin(), SmallLetter);
     return text;
+}
+
+/// Whether a name contains a text of small letters.
+bool ContainsSmall(const char* name, const std::string& text)
+{
+    const char* end = name + std::strlen(name);
+    return text.empty() || std::search(name, end, text.begin(), text.end(),
+                                       [](char a, char b) { return SmallLetter(a) == b; }) != end;
 }
 
 } // namespace
@@ -117,7 +128,7 @@ void PanelList::ShowRows(const std::string& text)
     fText = text;
     BList shown(static_cast<int32>(fRows.size()) + 1);
     for (const auto& row : fRows) {
-        if (text.empty() || SmallLetters(row->Entry().ref.name).find(text) != std::string::npos) {
+        if (ContainsSmall(row->Entry().ref.name, text)) {
             shown.AddItem(row.get());
         }
     }

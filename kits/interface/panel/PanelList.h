@@ -29,6 +29,7 @@ public:
     void Filter(const std::string& text);
     /// What is said where there is no row.
     void SetRemark(const std::string& remark);
+    const std::string& Remark() const { return fRemark; }
 
     /// Null outside the list.
     const PanelFolder::Entry* EntryAt(int32 index) const;

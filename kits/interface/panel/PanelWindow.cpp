@@ -19,6 +19,8 @@
 #include <TextControl.h>
 #include <TextView.h>
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -47,6 +49,24 @@ float LineHeight()
     font_height height;
     be_plain_font->GetHeight(&height);
     return std::ceil(height.ascent) + std::ceil(height.descent);
+}
+
+const char* ReasonText(status_t status)
+{
+    switch (status) {
+    case B_ENTRY_NOT_FOUND:
+    case B_NOT_A_DIRECTORY:
+        return "there is nothing of this name.";
+    case B_PERMISSION_DENIED:
+    case B_NOT_ALLOWED:
+        return "you may not read it.";
+    case B_NAME_TOO_LONG:
+        return "the name is too long.";
+    case B_LINK_LIMIT:
+        return "its links lead in a circle.";
+    default:
+        return "reading failed.";
+    }
 }
 
 std::string NameOf(const std::string& path)
@@ -207,8 +227,9 @@ void PanelWindow::Send(BMessage* message)
     fLink->Call([&](BFilePanel& panel) { panel.SendMessage(&target, message); });
 }
 
-void PanelWindow::GoTo(const std::string& path)
+void PanelWindow::GoTo(const std::string& path, bool isTyped)
 {
+    fIsTyped = isTyped;
     fReading = std::make_unique<PanelReading>(path, fShown, fLink, BMessenger(nullptr, this));
     TakeFolder(); // without a thread it is here already
 }
@@ -235,15 +256,30 @@ void PanelWindow::TakeFolder()
         return;
     }
     fReading.reset();
-    if (folder->isFile && folder->status == B_OK) {
-        Choose({folder->chosen});
+    if (folder->isFile) {
+        TakeFile(*folder);
         return;
     }
     if (folder->path.empty()) { // not even found: what is shown stays
-        Say(std::string("This cannot be opened: ") + std::strerror(folder->status) + ".");
+        Say(std::string("This cannot be opened: ").append(ReasonText(folder->status)));
+        if (fShown.empty() && !std::exchange(fIsLost, true)) {
+            GoTo("");
+        }
         return;
     }
     ShowFolder(std::move(folder));
+}
+
+/// A file was named where a folder could be.
+void PanelWindow::TakeFile(const PanelFolder& file)
+{
+    if (fIsTyped && file.isPassed && MayChoose({file.chosen, S_IFREG})) {
+        Choose({file.chosen}, file.path);
+    } else if (fShown.empty()) {
+        GoTo(file.path);
+    } else {
+        Say("This is no folder, and no file that can be chosen here.");
+    }
 }
 
 void PanelWindow::ShowFolder(std::unique_ptr<PanelFolder> folder)
@@ -254,7 +290,7 @@ void PanelWindow::ShowFolder(std::unique_ptr<PanelFolder> folder)
     fLink->With([&](PanelLink::State& state) { state.folder = folder->ref; });
     fPath->SetText(fShown.c_str());
     ChangePlaces(folder->places);
-    if (isOther || IsPathTyped()) {
+    if (isOther || fIsTyped) { // not what is typed while the same folder is read again
         fField->SetText("");
     }
     fTyped = fField->Text();
@@ -269,9 +305,9 @@ void PanelWindow::ShowFolder(std::unique_ptr<PanelFolder> folder)
     fList->Select(selected);
     fList->ScrollToSelection();
     if (status != B_OK) {
-        Say(std::string("This folder cannot be read: ") + std::strerror(status) + ".");
+        Say(std::string("This folder cannot be read: ").append(ReasonText(status)));
     } else if (fField->TextLength() > 0) {
-        fList->Filter(fField->Text());
+        fList->Filter(IsPathTyped() ? "" : fField->Text());
     }
     TellSelection();
 }
@@ -336,7 +372,7 @@ void PanelWindow::Accept(bool byButton)
 {
     CatchUp();
     if (IsPathTyped()) {
-        GoTo(fField->Text());
+        GoTo(fField->Text(), true);
         return;
     }
     std::vector<entry_ref> refs;
@@ -355,11 +391,12 @@ void PanelWindow::Accept(bool byButton)
         refs.push_back(fLink->With([](const PanelLink::State& state) { return state.folder; }));
     }
     if (!refs.empty()) {
-        Choose(refs);
+        Choose(refs, fShown);
     }
 }
 
-void PanelWindow::Choose(const std::vector<entry_ref>& refs)
+/// They lie in the folder at a path.
+void PanelWindow::Choose(const std::vector<entry_ref>& refs, const std::string& folder)
 {
     BMessage message = fLink->With([](const PanelLink::State& state) { return state.message; });
     for (const entry_ref& ref : refs) {
@@ -367,7 +404,7 @@ void PanelWindow::Choose(const std::vector<entry_ref>& refs)
     }
     // Kept for the next panel; when it cannot be, that one begins at home.
     [[maybe_unused]] const status_t status =
-        StartDetached("panel memory", [folder = fShown] { KeepPanelFolder(folder); });
+        StartDetached("panel memory", [folder] { KeepPanelFolder(folder); });
     if (fLink->With([](const PanelLink::State& state) { return state.hidesWhenDone; })) {
         Close();
     }
@@ -472,11 +509,11 @@ bool PanelWindow::TakeKey(const BMessage& key, const BHandler* target)
         Accept(false);
         return true;
     case B_BACKSPACE:
-        if (isInField && fField->TextLength() > 0) {
-            return false;
+        if (fField->TextLength() == 0) {
+            Up();
+            return true;
         }
-        Up();
-        return true;
+        return false;
     default:
         return isInField && MoveInList(byte, modifiers);
     }
@@ -488,7 +525,9 @@ bool PanelWindow::MoveInList(int8 byte, uint32 modifiers)
         Up();
         return true;
     }
-    if (byte != B_UP_ARROW && byte != B_DOWN_ARROW && byte != B_PAGE_UP && byte != B_PAGE_DOWN) {
+    const bool isEnd = byte == B_HOME || byte == B_END; // a text that is there has its own
+    if (byte != B_UP_ARROW && byte != B_DOWN_ARROW && byte != B_PAGE_UP && byte != B_PAGE_DOWN &&
+        !(isEnd && fField->TextLength() == 0)) {
         return false;
     }
     const char bytes[2] = {static_cast<char>(byte), '\0'};

@@ -51,13 +51,14 @@ private:
     bool IsPathTyped() const;
     bool TakeKey(const BMessage& key, const BHandler* target);
     bool MoveInList(int8 byte, uint32 modifiers);
-    void GoTo(const std::string& path);
+    void GoTo(const std::string& path, bool isTyped = false);
+    void TakeFile(const PanelFolder& file);
     void Refresh();
     void Open();
     void Close();
     void Up();
     void Accept(bool byButton);
-    void Choose(const std::vector<entry_ref>& refs);
+    void Choose(const std::vector<entry_ref>& refs, const std::string& folder);
     bool MayChoose(const PanelFolder::Entry& entry) const;
     void Cancel();
     void Say(const std::string& remark);
@@ -76,6 +77,8 @@ private:
     BButton* fOpen = nullptr;
     std::unique_ptr<PanelReading> fReading; // null while nothing is read
     std::string fShown;                     // path; empty before any was read
+    bool fIsLost = false;                   // the first folder was not there
+    bool fIsTyped = false;                  // a person typed the path that is being read
     std::string fTyped;                     // what the list is filtered by
     std::string fCameFrom;                  // the folder that was left upwards
 };

@@ -1,4 +1,5 @@
 #include "ApplicationEnvironment.h"
+#include "PrivateMounts.h"
 #include "TempTree.h"
 #include "interface/panel/PanelList.h"
 
@@ -225,7 +226,8 @@ TEST_F(FilePanelTest, PathThatLeadsNowhereIsTold)
     Open("shown");
     TypeText("/no/such");
     TypeKey(B_ENTER);
-    EXPECT_TRUE(WaitFor([&] { return Shown().starts_with("This cannot be opened: "); })) << Shown();
+    const char* told = "This cannot be opened: there is nothing of this name.";
+    EXPECT_TRUE(WaitFor([&] { return Shown() == told; })) << Shown();
     EXPECT_EQ(Names(), "folder b9 b10 Zebra ");
     TypeText("x");
     EXPECT_TRUE(WaitFor([&] { return Shown() == fTree.Path("shown"); }));
@@ -327,9 +329,100 @@ TEST_F(FilePanelTest, FilterSaysWhichFilesAreShown)
     fPanel.reset();
 }
 
-TEST_F(FilePanelTest, FolderThatIsGoneOrClosedIsTold)
+TEST_F(FilePanelTest, FolderThatNobodyMayReadIsTold)
 {
-    fTree.MakeFolder("shown/closed");
+    fTree.Write("shown/closed/inner", "");
+    ASSERT_EQ(chmod(fTree.Path("shown/closed").c_str(), 0), 0);
+    {
+        const WithoutFileRights none; // which the panel's threads do not have either
+        Open("shown");
+    }
+    TypeText("closed");
+    TypeKey(B_ENTER);
+    EXPECT_TRUE(WaitFor([&] { return Shown() == fTree.Path("shown/closed"); })) << Shown();
+    EXPECT_EQ(Names(), "");
+    const std::string remark = Locked([](BWindow* window) {
+        return dynamic_cast<kits::PanelList*>(window->FindView("PoseView"))->Remark();
+    });
+    EXPECT_EQ(remark, "This folder cannot be read: you may not read it.");
+    TypeKey(B_BACKSPACE);
+    EXPECT_TRUE(WaitFor([&] { return Shown() == fTree.Path("shown"); })) << Shown();
+    ASSERT_EQ(chmod(fTree.Path("shown/closed").c_str(), 0700), 0);
+}
+
+TEST_F(FilePanelTest, TypedFilesAreChosenAsListedOnesAre)
+{
+    fTree.Write("elsewhere/b9", "");
+    OnlyZebras filter;
+    Open("shown");
+    fPanel->SetRefFilter(&filter);
+    TypeText((fTree.Path("elsewhere") + "/b9").c_str());
+    TypeKey(B_ENTER);
+    EXPECT_TRUE(WaitFor([&] { return Shown().starts_with("This is no folder"); })) << Shown();
+    fPanel->SetRefFilter(nullptr);
+    TypeKey(B_ENTER);
+    EXPECT_EQ(Sent(), "b9");
+    const auto kept = [&] {
+        return fTree.Read("settings/file_panel_folder");
+    };
+    EXPECT_TRUE(WaitFor([&] { return kept() == fTree.Path("elsewhere"); })) << kept();
+    fPanel.reset();
+}
+
+TEST_F(FilePanelTest, TypedFilesAreNotChosenWhereFoldersAreWanted)
+{
+    Open("shown", B_DIRECTORY_NODE);
+    TypeText("./b9");
+    TypeKey(B_ENTER);
+    EXPECT_TRUE(WaitFor([&] { return Shown().starts_with("This is no folder"); })) << Shown();
+    EXPECT_TRUE(fListener->Came().empty());
+}
+
+TEST_F(FilePanelTest, NamedFileShowsItsFolder)
+{
+    entry_ref ref;
+    ASSERT_EQ(get_ref_for_path(fTree.Path("shown/b9").c_str(), &ref), B_OK);
+    fPanel = std::make_unique<BFilePanel>(B_OPEN_PANEL, &fTarget, &ref);
+    ShowPanel();
+    EXPECT_TRUE(WaitFor([&] { return Shown() == fTree.Path("shown"); })) << Shown();
+    EXPECT_TRUE(fListener->Came().empty());
+}
+
+TEST_F(FilePanelTest, BeginsAtHomeWhereItsFolderIsGone)
+{
+    BPath home;
+    ASSERT_EQ(find_directory(B_USER_DIRECTORY, &home), B_OK);
+    fPanel = std::make_unique<BFilePanel>(B_OPEN_PANEL, &fTarget);
+    fPanel->SetPanelDirectory("/no/such");
+    ShowPanel();
+    EXPECT_TRUE(WaitFor([&] { return Shown() == home.Path(); })) << Shown();
+}
+
+TEST_F(FilePanelTest, WhatIsTypedStaysWhileTheFolderIsReadAgain)
+{
+    Open("shown");
+    TypeText("folder/");
+    fTree.Write("shown/another", "");
+    fPanel->Refresh();
+    EXPECT_TRUE(WaitFor([&] { return Names() == "folder another b9 b10 Zebra "; })) << Names();
+    EXPECT_EQ(Typed(), "folder/");
+}
+
+TEST_F(FilePanelTest, HomeAndEndMoveInTheListWhileNothingIsTyped)
+{
+    Open("shown");
+    TypeKey(B_END);
+    EXPECT_TRUE(WaitFor([&] { return Selected() == "Zebra"; }));
+    TypeKey(B_HOME);
+    EXPECT_TRUE(WaitFor([&] { return Selected() == "folder"; }));
+    TypeText("b");
+    TypeKey(B_HOME);
+    TypeText("e");
+    EXPECT_TRUE(WaitFor([&] { return Typed() == "eb"; })) << Typed();
+}
+
+TEST_F(FilePanelTest, FolderThatIsGoneIsTold)
+{
     Open("shown");
     ASSERT_EQ(std::filesystem::remove_all(fTree.Path("shown/folder")), 2u);
     TypeText("fold");
