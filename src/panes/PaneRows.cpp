@@ -129,23 +129,19 @@ void PaneRows::Forget(DirListItem* row)
 
 void PaneRows::Fill(ListedRows rows)
 {
+    if (rows.sorting != fOrder.Sorting()) {
+        fOrder.Sorting().Sort(rows.folders);
+        fOrder.Sorting().Sort(rows.files);
+    }
     const std::size_t count = rows.folders.size() + rows.files.size();
     BList added(static_cast<int32>(count) + 1);
-    std::vector<DirListItem*> ordered;
-    ordered.reserve(count);
     for (RowList* group : {&rows.folders, &rows.files}) {
         for (std::unique_ptr<DirListItem>& row : *group) {
             if (row->IsParent() || !IsLeftOut(row->GetEntryName())) {
                 Note(row.get());
-                ordered.push_back(row.release()); // ours, deleted by Clear()
+                added.AddItem(row.release()); // ours, deleted by Clear()
             }
         }
-    }
-    if (rows.sorting != fOrder.Sorting()) {
-        fOrder.Sorting().Sort(ordered);
-    }
-    for (DirListItem* row : ordered) {
-        added.AddItem(row);
     }
     fList.AddList(&added);
 }
