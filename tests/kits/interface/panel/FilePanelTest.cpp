@@ -191,7 +191,9 @@ TEST_F(FilePanelTest, ArrowsMoveInTheListWhileTheFieldHasTheFocus)
 
 TEST_F(FilePanelTest, ReturnEntersAndBackspaceGoesUp)
 {
+    fTree.MakeFolder("shown/before");
     Open("shown");
+    TypeKey(B_DOWN_ARROW);
     TypeKey(B_ENTER);
     EXPECT_TRUE(WaitFor([&] { return Names() == "inner "; }));
     EXPECT_EQ(Shown(), fTree.Path("shown/folder"));
