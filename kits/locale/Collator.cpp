@@ -9,6 +9,11 @@
 
 namespace {
 
+bool IsPlain(const QString& text)
+{
+    return std::all_of(text.begin(), text.end(), [](QChar letter) { return letter < u'\x80'; });
+}
+
 /// The plain locale orders by bytes and knows no numbers.
 QLocale CollationLocale()
 {
@@ -53,9 +58,16 @@ status_t BCollator::SetNumericSorting(bool isEnabled)
     return B_OK;
 }
 
+// In some languages the library compares digits of other scripts otherwise than by their keys, and
+// in a circle; sorting needs one order.
 int BCollator::Compare(const char* first, const char* second) const
 {
-    return fImpl->collator.compare(QString::fromUtf8(first), QString::fromUtf8(second));
+    const QString left = QString::fromUtf8(first);
+    const QString right = QString::fromUtf8(second);
+    if (IsPlain(left) && IsPlain(right)) {
+        return fImpl->collator.compare(left, right);
+    }
+    return fImpl->collator.sortKey(left).compare(fImpl->collator.sortKey(right));
 }
 
 bool BCollator::Equal(const char* first, const char* second) const

@@ -295,15 +295,43 @@ void PaneRows::Place(DirListItem* row)
         fList.InvalidateItem(index);
         return;
     }
-    Changes moved;
-    moved.rebuilt.insert(row);
-    MergeInOrder(moved);
+    const bool isFollowed = IsFollowed(index);
+    const int32 place = PlaceAmongOthers(index);
+    fList.MoveItem(index, place);
+    fList.InvalidateItem(place);
+    if (isFollowed) {
+        fList.ScrollToSelection();
+    }
+}
+
+/// Whether a person has a row in sight that moves, as one just renamed: there it stays.
+bool PaneRows::IsFollowed(int32 index) const
+{
+    return RowAt(index)->IsSelected() && fList.Bounds().Intersects(fList.ItemFrame(index));
+}
+
+/// Where a row belongs among all others, which are in their places.
+int32 PaneRows::PlaceAmongOthers(int32 index) const
+{
+    int32 low = 0;
+    int32 high = CountRows() - 1;
+    while (low < high) {
+        const int32 middle = low + (high - low) / 2;
+        const DirListItem& other = *RowAt(middle < index ? middle : middle + 1);
+        if (fOrder.Sorting().Compare(other, *RowAt(index)) < 0) {
+            low = middle + 1;
+        } else {
+            high = middle;
+        }
+    }
+    return low;
 }
 
 void PaneRows::SetDirSize(DirListItem* row, int64 bytes)
 {
     row->SetDirSize(bytes);
     Place(row);
+    fListener.RowsChanged();
 }
 
 // Of ".." it is asked by nobody.

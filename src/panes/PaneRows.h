@@ -141,6 +141,8 @@ private:
     bool IsInPlace(int32 index) const;
     bool AreInPlace(const std::unordered_set<const DirListItem*>& rows) const;
     void Place(DirListItem* row);
+    bool IsFollowed(int32 index) const;
+    int32 PlaceAmongOthers(int32 index) const;
     void RemoveAllBut(const std::unordered_set<std::string_view>& names);
     void BecomeOrInsert(std::unique_ptr<DirListItem> fresh);
     void MergeInto(const Changes& changes);

@@ -187,9 +187,7 @@ void PaneRows::MergeInOrder(const Changes& changes)
         } else {
             const bool isMoved = changes.rebuilt.contains(row);
             (isMoved ? coming : kept).push_back(row);
-            // A row that a person has in sight, as one just renamed, stays there.
-            isFollowed = isFollowed || (isMoved && row->IsSelected() &&
-                                        fList.Bounds().Intersects(fList.ItemFrame(i)));
+            isFollowed = isFollowed || (isMoved && IsFollowed(i));
         }
     }
     const auto isBefore = [this](const DirListItem* a, const DirListItem* b) {

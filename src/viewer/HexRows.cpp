@@ -53,7 +53,7 @@ int32 HexRows::Columns() const
 std::string HexRows::Offset(int64 row) const
 {
     char text[32];
-    const int64 offset = row * bytesInRow;
+    const int64 offset = OffsetOf(row);
     std::snprintf(text, sizeof(text), "%0*llx", offsetDigits,
                   static_cast<unsigned long long>(offset));
     return text;

@@ -2,6 +2,7 @@
 
 #include <SupportDefs.h>
 
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -15,7 +16,17 @@ struct HexRows
     static HexRows Fitting(int64 fileSize, int32 columns);
 
     /// How many rows the file has.
-    int64 Count() const { return (fileSize + bytesInRow - 1) / bytesInRow; }
+    int64 Count() const
+    {
+        return fileSize / bytesInRow + (fileSize % bytesInRow != 0 ? 1 : 0); // no sum to overflow
+    }
+    /// Where a row begins, in bytes from the file's start; the greatest offset of all for rows
+    /// behind it.
+    int64 OffsetOf(int64 row) const
+    {
+        constexpr int64 kMost = std::numeric_limits<int64>::max();
+        return row <= kMost / bytesInRow ? row * bytesInRow : kMost;
+    }
     /// How many letters a row has.
     int32 Columns() const;
     /// Where the digits of a row's n-th byte begin, and its character is, in letters.

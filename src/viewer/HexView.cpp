@@ -86,8 +86,7 @@ void HexView::SetTop(int64 row)
     if (fBar != nullptr) {
         fBar->ShowTop(fTop, fRows.Count(), Room());
     }
-    const int64 from = fTop * fRows.bytesInRow;
-    if (!fPart.Covers(from, from + (Room() + 1) * fRows.bytesInRow)) {
+    if (!fPart.Covers(fRows.OffsetOf(fTop), fRows.OffsetOf(fTop + Room() + 1))) {
         AskForSeen();
     }
 }
@@ -109,9 +108,9 @@ void HexView::Refresh()
 void HexView::AskForSeen()
 {
     if (fReading != nullptr) {
-        const int64 first = std::max<int64>(0, fTop * fRows.bytesInRow - kAround);
-        const int64 last = (fTop + Room() + 1) * fRows.bytesInRow + kAround;
-        fReading->Ask(first, static_cast<size_t>(last - first));
+        const int64 first = std::max<int64>(0, fRows.OffsetOf(fTop) - kAround);
+        const int64 last = fRows.OffsetOf(fTop + Room() + 1);
+        fReading->Ask(first, static_cast<size_t>(last - first + kAround));
     }
 }
 

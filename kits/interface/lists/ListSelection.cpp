@@ -201,6 +201,26 @@ void ListSelection::Removed(int32 index, int32 count)
     fCursor = AfterRemoval(fCursor, index, count);
 }
 
+void ListSelection::Moved(int32 from, int32 to)
+{
+    const auto moved = [&](int32 row) {
+        if (row == from) {
+            return to;
+        }
+        return row > from && row <= to ? row - 1 : row < from && row >= to ? row + 1 : row;
+    };
+    fAnchor = moved(fAnchor);
+    fCursor = moved(fCursor);
+    if (fFirst >= 0) {
+        // All others move by one at most. Nth() finds out how far the span really reaches.
+        fFirst = std::max(0, fFirst - 1);
+        fLast = std::min(Count() - 1, fLast + 1);
+        if (IsSelected(to)) {
+            Widen(to, to);
+        }
+    }
+}
+
 void ListSelection::Rearranged()
 {
     if (fFirst >= 0) {

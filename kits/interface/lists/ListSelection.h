@@ -54,6 +54,8 @@ public:
 
     void Inserted(int32 index, int32 count);
     void Removed(int32 index, int32 count);
+    /// The row at `from` stands at `to` now.
+    void Moved(int32 from, int32 to);
     /// Rows may be anywhere now, as after sorting.
     void Rearranged();
 

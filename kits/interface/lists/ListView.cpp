@@ -307,12 +307,14 @@ bool BListView::SwapItems(int32 a, int32 b)
 
 bool BListView::MoveItem(int32 from, int32 to)
 {
+    const double extent = Heights().Extent(from);
     if (!fRows.MoveItem(from, to)) {
         return false;
     }
-    fSelection->Rearranged();
-    fHeightsAreStale = true;
-    InvalidateFrom(std::min(from, to));
+    fHeights->Remove(from, 1);
+    fHeights->Insert(to, 1, extent);
+    fSelection->Moved(from, to);
+    InvalidateRows(std::min(from, to), std::max(from, to));
     return true;
 }
 

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <clocale>
+#include <cstdio>
+#include <cstdlib>
 #include <random>
 #include <string>
 
@@ -64,13 +66,19 @@ TEST(CollatorTest, ComparesWhatIsNoText)
     EXPECT_TRUE(collator.Ranks({}).empty());
 }
 
-TEST(CollatorTest, RanksAsItCompares)
+namespace {
+
+int Sign(int64 value)
+{
+    return value < 0 ? -1 : value > 0 ? 1 : 0;
+}
+
+/// Two texts that are compared otherwise than they are ranked; nothing when there are none.
+std::string Disagreement(const std::vector<std::string>& letters)
 {
     BCollator collator;
     collator.SetNumericSorting(true);
     std::mt19937 random(1);
-    const Texts letters = {"a",  "A",  "b", "é", "Ω", "ж",    "1",
-                           "02", "10", " ", ".", "_", "\xff", "-"};
     Texts texts;
     for (int i = 0; i < 300; ++i) {
         std::string text;
@@ -84,14 +92,48 @@ TEST(CollatorTest, RanksAsItCompares)
         lent.push_back(text.c_str());
     }
     const std::vector<uint32> ranks = collator.Ranks(lent);
-    const auto sign = [](int64 value) {
-        return value < 0 ? -1 : value > 0 ? 1 : 0;
-    };
     for (size_t i = 0; i < texts.size(); ++i) {
         for (size_t j = 0; j < texts.size(); ++j) {
-            ASSERT_EQ(sign(collator.Compare(lent[i], lent[j])),
-                      sign(int64{ranks[i]} - int64{ranks[j]}))
-                << texts[i] << " | " << texts[j];
+            if (Sign(collator.Compare(lent[i], lent[j])) !=
+                Sign(int64{ranks[i]} - int64{ranks[j]})) {
+                return texts[i] + " | " + texts[j];
+            }
         }
     }
+    return "";
+}
+
+class CollatorLanguageTest : public ::testing::TestWithParam<const char*>
+{
+protected:
+    // A program asks for its language once, so each is another program's.
+    void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+
+    [[noreturn]] static void Compare(const char* locale)
+    {
+        setenv("LC_ALL", locale, 1);
+        const std::string found = Disagreement({"a", "A", "é", "ß", "i", "I", "ı", "1", "02", "10",
+                                                "x", "\u0661", "\u0660", "\u0967"});
+        std::fprintf(stderr, "<%s>", found.c_str());
+        std::exit(found.empty() ? 0 : 1);
+    }
+};
+
+} // namespace
+
+TEST_P(CollatorLanguageTest, HasOneOrder)
+{
+    EXPECT_EXIT(Compare(GetParam()), ::testing::ExitedWithCode(0), "<>");
+}
+
+INSTANTIATE_TEST_SUITE_P(Locales, CollatorLanguageTest,
+                         ::testing::Values("sv_SE.UTF-8", "tr_TR.UTF-8", "ja_JP.UTF-8",
+                                           "ar_EG.UTF-8", "de_DE.UTF-8", "C"),
+                         [](const auto& locale) { return std::string(locale.param).substr(0, 2); });
+
+TEST(CollatorTest, RanksAsItCompares)
+{
+    EXPECT_EQ(
+        Disagreement({"a", "A", "b", "é", "Ω", "ж", "1", "02", "10", " ", ".", "_", "\xff", "-"}),
+        "");
 }

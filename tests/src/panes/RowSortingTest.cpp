@@ -64,6 +64,18 @@ TEST_F(RowSortingTest, NamesCountAsPeopleCount)
     EXPECT_EQ(Names(), ".. Zoo bin C b a10 A9 a9 _ ");
 }
 
+TEST_F(RowSortingTest, MeasuredFolderThatMovesIsTold)
+{
+    Sort({kSize});
+    Fill({"a", "b", "c"}, {});
+    fTold.clear();
+
+    fRows->SetDirSize(Row("a"), 1000);
+
+    EXPECT_EQ(Names(), ".. b c a ");
+    EXPECT_EQ(fTold, "changed ");
+}
+
 TEST_F(RowSortingTest, SizesDatesAndModesGoByTheirValues)
 {
     Fill({"m"}, {});

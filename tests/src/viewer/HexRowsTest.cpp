@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace {
 
 using norvane::HexRows;
@@ -29,6 +31,17 @@ TEST(HexRowsTest, DigitsStandWhereTheyAreSaidToStand)
         EXPECT_EQ(digits.substr(at, 2),
                   i < 10 ? "3" + std::to_string(i) : "6" + std::to_string(i - 9));
     }
+}
+
+TEST(HexRowsTest, GreatestFileThereCanBeHasAllItsRows)
+{
+    const int64 most = std::numeric_limits<int64>::max();
+    const HexRows rows = HexRows::Fitting(most, 200);
+
+    EXPECT_EQ(rows.Count(), most / 16 + 1);
+    EXPECT_EQ(rows.OffsetOf(rows.Count() - 1), most - 15);
+    EXPECT_EQ(rows.OffsetOf(rows.Count() + 40), most);
+    EXPECT_EQ(rows.Offset(rows.Count() - 1), "7ffffffffffffff0");
 }
 
 TEST(HexRowsTest, TakesFewerBytesWhereThereIsLittleRoom)

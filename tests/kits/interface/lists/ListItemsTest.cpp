@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -112,6 +113,67 @@ TEST_F(ListItemsTest, SingleSelectionKeepsTheFirstSelectedRow)
     EXPECT_EQ(Order(), "a(b)cde");
     fList.Select(4, true);
     EXPECT_EQ(Order(), "abcd(e)");
+}
+
+TEST_F(ListItemsTest, SelectionIsFoundHoweverRowsMove)
+{
+    std::mt19937 random(7);
+    const auto any = [&random] {
+        return static_cast<int32>(random() % 5);
+    };
+    for (int step = 0; step < 400; step++) {
+        if (step % 7 == 0) {
+            fList.Select(any(), any() < 4);
+        }
+        std::vector<BListItem*> order;
+        for (int32 i = 0; i < 5; i++) {
+            order.push_back(fList.ItemAt(i));
+        }
+        const int32 from = any();
+        const int32 to = any();
+        BListItem* moved = order[static_cast<size_t>(from)];
+        order.erase(order.begin() + from);
+        order.insert(order.begin() + to, moved);
+
+        ASSERT_TRUE(fList.MoveItem(from, to));
+
+        std::vector<int32> selected;
+        for (int32 i = 0; i < 5; i++) {
+            ASSERT_EQ(fList.ItemAt(i), order[static_cast<size_t>(i)]);
+            if (fList.IsItemSelected(i)) {
+                selected.push_back(i);
+            }
+        }
+        for (size_t n = 0; n <= selected.size(); n++) {
+            ASSERT_EQ(fList.CurrentSelection(static_cast<int32>(n)),
+                      n < selected.size() ? selected[n] : -1);
+        }
+    }
+    EXPECT_FALSE(fList.MoveItem(0, 5));
+    EXPECT_FALSE(fList.MoveItem(-1, 2));
+}
+
+TEST_F(ListItemsTest, MovedRowTakesItsHeightAlong)
+{
+    fList.MakeEmpty();
+    BList rows;
+    for (int32 i = 0; i < 5; i++) {
+        fRows[static_cast<size_t>(i)]->SetHeight(static_cast<float>(10 * (i + 1)));
+        rows.AddItem(fRows[static_cast<size_t>(i)].get());
+    }
+    fList.AddList(&rows);
+
+    fList.MoveItem(4, 1); // heights 10 50 20 30 40 now
+
+    EXPECT_EQ(fList.ItemFrame(1).top, 11);
+    EXPECT_EQ(fList.ItemFrame(1).Height(), 50);
+    EXPECT_EQ(fList.ItemFrame(2).top, 62);
+    EXPECT_EQ(fList.ItemFrame(4).Height(), 40);
+
+    fList.MoveItem(1, 3); // 10 20 30 50 40
+
+    EXPECT_EQ(fList.ItemFrame(3).top, 63);
+    EXPECT_EQ(fList.ItemFrame(3).Height(), 50);
 }
 
 TEST_F(ListItemsTest, CallsAFunctionForRowsUntilItIsContent)
