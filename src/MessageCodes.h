@@ -97,6 +97,11 @@ enum OperationMessage : uint32 {
 // Of a kDeleteRequest: what the person agreed to, for good or into the Trash.
 inline constexpr char kForGood[] = "ForGood";
 
+// Of a kLocalEntries, as the person chose; both missing: false. Plain copies keep times, modes and
+// links; moves within a volume rename.
+inline constexpr char kKeepsAll[] = "KeepsAll";
+inline constexpr char kByRenaming[] = "ByRenaming";
+
 // The answers to the overwrite question; also the codes of its buttons' messages.
 enum OverwriteAnswer : uint32 {
     kAnswerNone = 0,

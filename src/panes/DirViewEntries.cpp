@@ -295,6 +295,11 @@ void DirView::ClipboardChanged()
 
 void DirView::StartOperation(const OperationRequest& request, BHandler* handler)
 {
+    // Whoever sent the entries has no say in how they are carried.
+    request.message->RemoveName(kKeepsAll);
+    request.message->AddBool(kKeepsAll, fPreferences.keepsAllInCopies);
+    request.message->RemoveName(kByRenaming);
+    request.message->AddBool(kByRenaming, fPreferences.movesByRenaming);
     norvane::StartOperation(Window()->Frame(), request.title.c_str(), request.path.c_str(),
                             request.message.get(), handler);
 }

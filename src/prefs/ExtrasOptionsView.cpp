@@ -25,6 +25,9 @@ const Extra kExtras[] = {
     {"ReadableSizes", "Show Sizes in KiB, MiB and GiB?", &Preferences::showsReadableSizes},
     {"HideDotNames", "Hide Names That Begin with a Dot?", &Preferences::hidesDotNames},
     {"SortByColumns", "Sort Rows by the Columns Clicked?", &Preferences::sortsByColumns},
+    {"KeepAllInCopies", "Keep Times, Permissions and Links in Copies?",
+     &Preferences::keepsAllInCopies},
+    {"MoveByRenaming", "Move within a Volume by Renaming?", &Preferences::movesByRenaming},
 };
 
 } // namespace

@@ -31,6 +31,8 @@ const Switch kExtras[] = {
     {"ReadableSizes", &Preferences::showsReadableSizes},
     {"HideDotNames", &Preferences::hidesDotNames},
     {"SortByColumns", &Preferences::sortsByColumns},
+    {"KeepAllInCopies", &Preferences::keepsAllInCopies},
+    {"MoveByRenaming", &Preferences::movesByRenaming},
 };
 
 void ReadSwitch(const Switch& one, Preferences* read)

@@ -20,6 +20,8 @@ struct Preferences
     bool showsReadableSizes = false; // "1.4 MiB" for "1433 K"
     bool hidesDotNames = false;      // in folders, not in results of queries
     bool sortsByColumns = false;     // rows, by the columns that were clicked
+    bool keepsAllInCopies = false;   // times, permissions and links
+    bool movesByRenaming = false;    // within a volume
 
     /// Reads them; what is missing is as above. What cannot be read is told, and counts as missing.
     /// Thread: any; waits for the disk.

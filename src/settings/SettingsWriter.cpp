@@ -36,10 +36,10 @@ auto Place(List& list, const std::string& key)
 
 std::vector<std::string> MainSettingsKeys()
 {
-    std::vector<std::string> keys = {"Left",          "Top",          "Width",
-                                     "Height",        "NumPanes",     "DateFormat",
-                                     "ShowHeader",    "ShowFooter",   "ShowProgressBar",
-                                     "ReadableSizes", "HideDotNames", "SortByColumns"};
+    std::vector<std::string> keys = {
+        "Left",         "Top",           "Width",           "Height",          "NumPanes",
+        "DateFormat",   "ShowHeader",    "ShowFooter",      "ShowProgressBar", "ReadableSizes",
+        "HideDotNames", "SortByColumns", "KeepAllInCopies", "MoveByRenaming"};
     for (int pane = 0; pane < kPanes; pane++) {
         keys.push_back("Pane" + std::to_string(pane));
     }

@@ -2,8 +2,8 @@
 
 namespace norvane {
 
-Copy::Copy(std::vector<entry_ref> items, const char* path, OperationUI& ui)
-    : Operation(ui, std::move(items)), fTarget(path), fCopier(fContext)
+Copy::Copy(std::vector<entry_ref> items, const char* path, OperationUI& ui, bool keepsAll)
+    : Operation(ui, std::move(items)), fTarget(path), fCopier(fContext), fKeepsAll(keepsAll)
 {
 }
 
@@ -21,19 +21,21 @@ void Copy::DoItem(size_t index)
     fCopies.push_back({index, {}});
     Copied& copied = fCopies.back(); // stays until Settle(), which waits for isCopied
     ItemCopy& copy = copied.copy;
-    const bool wasFile = Measured().WasFile(index);
+    const CopyPurpose purpose{
+        .keepsAll = fKeepsAll, .wasFile = Measured().WasFile(index), .item = index};
     if (fTarget.IsTrash() && !fCopier.IsDirectlyIn(item, fTarget.Folder())) {
         BTrashClaim claim;
         if (fTarget.Claim(&claim, item, fDesk)) {
-            fCopier.Copy(item, fTarget.Place(), claim.Name(),
-                         {.isAllNew = true, .wasFile = wasFile, .item = index}, &copy);
+            CopyPurpose intoTrash = purpose;
+            intoTrash.isAllNew = true;
+            fCopier.Copy(item, fTarget.Place(), claim.Name(), intoTrash, &copy);
             fContext.smallFiles.Drain();
             if (copy.result.isWhole) {
                 claim.Keep();
             }
         }
     } else {
-        fCopier.Copy(item, fTarget.Place(), item.name, {.wasFile = wasFile, .item = index}, &copy);
+        fCopier.Copy(item, fTarget.Place(), item.name, purpose, &copy);
     }
     copied.isCopied = true;
     Settle();

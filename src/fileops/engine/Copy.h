@@ -12,7 +12,8 @@ namespace norvane {
 class Copy : public Operation
 {
 public:
-    Copy(std::vector<entry_ref> items, const char* path, OperationUI& ui);
+    /// `keepsAll`: see CopyPurpose.
+    Copy(std::vector<entry_ref> items, const char* path, OperationUI& ui, bool keepsAll = false);
     ~Copy() override;
 
     // Operation
@@ -31,6 +32,7 @@ private:
 
     TargetFolder fTarget;
     ItemCopier fCopier;
+    const bool fKeepsAll;
     std::deque<Copied> fCopies; // of which something is still under way, or that one is
 };
 

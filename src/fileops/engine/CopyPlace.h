@@ -58,6 +58,11 @@ struct CopyPurpose
     /// Null for a plain copy. Otherwise the sources will be deleted: they are written down here,
     /// and their attributes, owners, modes and times are taken along.
     MoveLedger* ledger = nullptr;
+    /// Of a plain copy: attributes, owners, modes and times are taken along all the same, as far as
+    /// that goes, and links stay as they are.
+    bool keepsAll = false;
+    /// Of a move: what lies where a folder is merged into gets its place there, where that can be.
+    bool isByRenaming = false;
     /// Nothing that is there already is touched or asked about: a name that is taken is a failure.
     bool isAllNew = false;
     /// When it was measured: then it is opened without a look before.
@@ -66,6 +71,7 @@ struct CopyPurpose
     size_t item = 0;
 
     bool IsMove() const { return ledger != nullptr; }
+    bool TakesAllAlong() const { return IsMove() || keepsAll; }
 };
 
 /// How the copy of a file or a tree ended.

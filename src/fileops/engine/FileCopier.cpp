@@ -279,7 +279,7 @@ bool FileCopier::PutInPlace(ReplaceTarget& place, struct stat existing)
 status_t FileCopier::SetAccess(BNode* made, const struct stat& existing,
                                const BNodeAccess& replaced)
 {
-    if (fPurpose.IsMove()) {
+    if (fPurpose.TakesAllAlong()) {
         return fContext.access.FinishMoved(made, fSource, fRecord);
     }
     return S_ISREG(existing.st_mode) ? fContext.access.FinishReplacement(made, replaced)
@@ -332,8 +332,8 @@ void FileCopier::CopyContents()
 
 void FileCopier::CheckContents()
 {
-    if (!fPurpose.IsMove()) {
-        CopyFileInfo(&fSource, &Target()); // a move takes all attributes along
+    if (!fPurpose.TakesAllAlong()) {
+        CopyFileInfo(&fSource, &Target()); // otherwise it is there already, with all attributes
     }
     fIsWhole = IsComplete();
 }
@@ -418,7 +418,7 @@ bool FileCopier::IsComplete()
 
 status_t FileCopier::LookAtSource(struct stat* now)
 {
-    return fPurpose.IsMove() ? fSource.GetStat(now) : fAccess.SetTo(fSource, now);
+    return fPurpose.TakesAllAlong() ? fSource.GetStat(now) : fAccess.SetTo(fSource, now);
 }
 
 /// Finds out what was made; false, and told, when that cannot be.
@@ -450,7 +450,7 @@ void FileCopier::NoteChange(Change::Kind kind)
 
 void FileCopier::Complete()
 {
-    if (fPurpose.IsMove() && fIsWhole) {
+    if (fPurpose.TakesAllAlong() && fIsWhole) {
         fContext.access.FinishMoved(&Target(), fSource, fRecord);
     } else if (fIsWhole) {
         fContext.access.FinishNew(&Target(), fCopied, fAccess, fRecord);
@@ -463,7 +463,7 @@ void FileCopier::Complete()
 bool FileCopier::HasAttributesAlong()
 {
     if (fAttributes == B_NO_INIT) {
-        fAttributes = fPurpose.IsMove() ? Target().CheckAttrsFrom(fSource) : status_t(B_OK);
+        fAttributes = fPurpose.TakesAllAlong() ? Target().CheckAttrsFrom(fSource) : status_t(B_OK);
     }
     return fAttributes == B_OK;
 }
@@ -475,6 +475,10 @@ bool FileCopier::TakeAttributesAlong()
         return true;
     }
     fIsDecided = true;
+    if (!fPurpose.IsMove()) {
+        Note("some of its attributes could not be kept");
+        return true; // nothing is lost: the source has them
+    }
     if (fAttributes != B_UNSUPPORTED) {
         return Note("its attributes could not be kept");
     }

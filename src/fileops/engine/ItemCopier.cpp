@@ -1,5 +1,6 @@
 #include "fileops/engine/ItemCopier.h"
 
+#include "fileops/engine/EntryMover.h"
 #include "fileops/engine/LiesIn.h"
 #include "fileops/engine/OperationContext.h"
 #include "fileops/engine/OperationUI.h"
@@ -71,6 +72,23 @@ void ItemCopier::Copy(const entry_ref& item, const CopyPlace& target, const char
     if (purpose.IsMove()) {
         KeepWhatIsInside(target, item, copy);
     }
+}
+
+status_t ItemCopier::Move(const entry_ref& item, const CopyPlace& target, size_t index)
+{
+    bool isAbove = false;
+    status_t status = fSource.SetTo(item);
+    if (status == B_OK) {
+        status = target.folder.InitCheck();
+    }
+    if (status == B_OK) {
+        status = FindWhetherAbove(item, target.folder, &isAbove);
+    }
+    if (status != B_OK || isAbove) {
+        return isAbove ? status_t(B_BAD_VALUE) : status;
+    }
+    const std::shared_ptr<const CopyWay> way = WayTo(target);
+    return EntryMover(fContext, index).Move({way->source, item.name, way->target, item.name});
 }
 
 /// What was moved into itself is not deleted.

@@ -25,6 +25,10 @@ public:
     void Copy(const entry_ref& item, const CopyPlace& target, const char* targetName,
               const CopyPurpose& purpose, ItemCopy* copy);
 
+    /// Moves the item there as a whole, unless something has its name. Errors: those of
+    /// EntryMover::Move(); it is where it was then. `index` is its number in the journal.
+    [[nodiscard]] status_t Move(const entry_ref& item, const CopyPlace& target, size_t index);
+
     /// Whether the item lies directly in the folder.
     bool IsDirectlyIn(const entry_ref& item, const BDirectory& folder);
     /// Whether the volume of the item's folder keeps node numbers.

@@ -14,6 +14,18 @@
 
 namespace norvane {
 
+namespace {
+
+status_t OwnText(const CopyStep& step, std::string* text)
+{
+    char own[B_PATH_NAME_LENGTH * 4];
+    const ssize_t length = BSymLink(&step.source.folder, step.name).ReadLink(own, sizeof(own));
+    *text = length > 0 ? own : "";
+    return length > 0 ? status_t(B_OK) : static_cast<status_t>(length);
+}
+
+} // namespace
+
 CopyResult LinkCopier::Copy(const CopyStep& step, const struct stat& record)
 {
     node_ref made;
@@ -59,9 +71,11 @@ status_t LinkCopier::Make(const CopyStep& step, const struct stat& record, node_
         return status;
     }
     *made = NodeOf(madeRecord);
-    if (fPurpose.IsMove()) {
+    if (fPurpose.TakesAllAlong()) {
         const BNode source(&step.source.folder, step.name);
         fContext.access.FinishMoved(&link, source, record);
+    }
+    if (fPurpose.IsMove()) {
         fPurpose.ledger->Add(step.place, record, *made);
     }
     return B_OK;
@@ -69,6 +83,9 @@ status_t LinkCopier::Make(const CopyStep& step, const struct stat& record, node_
 
 status_t LinkCopier::TextFor(const CopyStep& step, std::string* text) const
 {
+    if (fPurpose.keepsAll) {
+        return OwnText(step, text);
+    }
     const BEntry pointedTo(&step.source.folder, step.name, true);
     if (pointedTo.InitCheck() != B_OK) {
         return pointedTo.InitCheck();
@@ -85,10 +102,7 @@ status_t LinkCopier::TextFor(const CopyStep& step, std::string* text) const
     }
     if (movesAlong) {
         // What it points to moves along, so that its own text goes on leading there.
-        char own[B_PATH_NAME_LENGTH * 4];
-        const ssize_t length = BSymLink(&step.source.folder, step.name).ReadLink(own, sizeof(own));
-        *text = length > 0 ? own : "";
-        return length > 0 ? status_t(B_OK) : static_cast<status_t>(length);
+        return OwnText(step, text);
     }
     BPath path;
     const status_t status = pointedTo.GetPath(&path);

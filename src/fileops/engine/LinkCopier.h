@@ -14,7 +14,8 @@ namespace norvane {
 struct OperationContext;
 
 /// Copies one symbolic link from an open folder into another: it points to the same place by its
-/// whole path, or goes on pointing into the item that it is moved with.
+/// whole path, or goes on pointing into the item that it is moved with; or has its own text, where
+/// all is kept as it is.
 ///
 /// Thread: the operation's.
 class LinkCopier

@@ -1,16 +1,56 @@
 #include "fileops/engine/Move.h"
 
+#include <Errors.h>
+
+#include <algorithm>
+
 namespace norvane {
 
-Move::Move(std::vector<entry_ref> items, const char* path, OperationUI& ui)
-    : Operation(ui, std::move(items)), fTarget(path), fCopier(fContext), fMoved(fContext, fTarget)
+Move::Move(std::vector<entry_ref> items, const char* path, OperationUI& ui, bool isByRenaming)
+    : Operation(ui, std::move(items)), fTarget(path), fCopier(fContext), fMoved(fContext, fTarget),
+      fIsByRenaming(isByRenaming), fRenamed(CountItems(), Renaming::kNot)
 {
+}
+
+void Move::Measure()
+{
+    if (fIsByRenaming && !fTarget.IsTrash()) {
+        RenameWhatCanBe();
+    }
+    if (std::all_of(fRenamed.begin(), fRenamed.end(),
+                    [](Renaming renamed) { return renamed == Renaming::kDone; })) {
+        fDesk.Measured({.items = CountItems()});
+        return;
+    }
+    Operation::Measure();
+}
+
+void Move::RenameWhatCanBe()
+{
+    for (size_t index = 0; index < CountItems() && fDesk.MayDelete(); index++) {
+        fRenamed[index] = Rename(index);
+        fDesk.EntriesVisited(0);
+    }
+}
+
+Move::Renaming Move::Rename(size_t index)
+{
+    const entry_ref& item = Item(index);
+    if (fCopier.IsDirectlyIn(item, fTarget.Folder())) {
+        return Renaming::kNot;
+    }
+    const status_t status = fCopier.Move(item, fTarget.Place(), index);
+    if (status == B_OK) {
+        fContext.journal.End(index, ItemResult::Ending::kWhole);
+        return Renaming::kDone;
+    }
+    return status == B_FILE_EXISTS && fTarget.HasStableNodes() ? Renaming::kMet : Renaming::kNot;
 }
 
 void Move::DoItem(size_t index)
 {
     const entry_ref& item = Item(index);
-    if (fCopier.IsDirectlyIn(item, fTarget.Folder())) {
+    if (fRenamed[index] == Renaming::kDone || fCopier.IsDirectlyIn(item, fTarget.Folder())) {
         return;
     }
     std::unique_ptr<BTrashClaim> claim;
@@ -26,6 +66,7 @@ void Move::DoItem(size_t index)
     if (canCopy) {
         fCopier.Copy(item, fTarget.Place(), moved.targetName.c_str(),
                      {.ledger = &moved.ledger,
+                      .isByRenaming = fRenamed[index] == Renaming::kMet,
                       .isAllNew = isIntoTrash,
                       .wasFile = Measured().WasFile(index),
                       .item = index},

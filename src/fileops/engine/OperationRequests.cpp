@@ -45,6 +45,11 @@ bool IsMove(const BMessage& request)
     return request.FindString("TypeOfCopy", &type) == B_OK && std::strcmp(type, "Move") == 0;
 }
 
+bool IsByRenaming(const BMessage& request)
+{
+    return request.GetBool(kByRenaming, false);
+}
+
 bool IsOfLocalEntries(const BMessage& request)
 {
     return (request.what == kDeleteRequest || request.what == kLocalEntries) &&
@@ -72,15 +77,15 @@ std::unique_ptr<Operation> MakeOperation(const BMessage& request, const char* pa
         return nullptr;
     }
     if (IsMove(request)) {
-        return std::make_unique<Move>(std::move(items), path, ui);
+        return std::make_unique<Move>(std::move(items), path, ui, IsByRenaming(request));
     }
-    return std::make_unique<Copy>(std::move(items), path, ui);
+    return std::make_unique<Copy>(std::move(items), path, ui, request.GetBool(kKeepsAll, false));
 }
 
 std::unique_ptr<Measurement> StartMeasuring(const BMessage& request)
 {
-    if (!IsOfLocalEntries(request)) {
-        return nullptr;
+    if (!IsOfLocalEntries(request) || (IsMove(request) && IsByRenaming(request))) {
+        return nullptr; // what gets its place by renaming is not measured
     }
     using Keep = Measurement::Keep;
     const bool isForGood = request.what == kDeleteRequest && request.GetBool(kForGood, false);

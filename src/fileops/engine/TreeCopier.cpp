@@ -1,5 +1,6 @@
 #include "fileops/engine/TreeCopier.h"
 
+#include "fileops/engine/EntryMover.h"
 #include "fileops/engine/FileCopier.h"
 #include "fileops/engine/LinkCopier.h"
 #include "fileops/engine/MoveLedger.h"
@@ -121,7 +122,10 @@ void TreeCopier::EnterNext()
     const CopyPlace from{*source, fSourcePath};
     const CopyPlace to{*target, fTargetPath, level.target, level.isNew, fHasStableTarget};
     const char* name = child.name.c_str();
-    Enter({from, name, to, name, PlaceBelow(level.place, child.name)}, child.record);
+    const CopyStep step{from, name, to, name, PlaceBelow(level.place, child.name)};
+    if (!IsMovedWhole(step)) {
+        Enter(step, child.record);
+    }
 }
 
 /// Makes the folder and copies what is in it but for its subfolders. False when it is left out.
@@ -218,6 +222,9 @@ void TreeCopier::CopyContents()
         const char* name = child.name.c_str();
         const CopyStep step{way->source, name, way->target, name,
                             PlaceBelow(level.place, child.name)};
+        if (IsMovedWhole(step)) {
+            continue;
+        }
         fItem.result.TakePart(
             S_ISLNK(child.record.st_mode)
                 ? LinkCopier(fContext, fPurpose, fTopSource).Copy(step, child.record)
@@ -226,8 +233,19 @@ void TreeCopier::CopyContents()
     level.folders = std::move(children.folders);
 }
 
+/// Whether the entry is where it belongs without having been copied.
+bool TreeCopier::IsMovedWhole(const CopyStep& step)
+{
+    return fPurpose.isByRenaming && !step.target.isNew && fUI.MayDelete() &&
+           EntryMover(fContext, fPurpose.item).Move(step, &fTopSource) == B_OK;
+}
+
 void TreeCopier::CopyFile(const Way& way, const std::string& name, uint64 folder)
 {
+    const char* text = name.c_str();
+    if (IsMovedWhole({way->source, text, way->target, text})) {
+        return;
+    }
     auto copier = std::make_unique<FileCopier>(fContext, fPurpose, way, name.c_str(), name.c_str(),
                                                PlaceBelow(folder, name));
     // In a new folder nothing is met that somebody would have to be asked about.
@@ -267,10 +285,10 @@ void TreeCopier::FinishFolder(const Level& level, std::shared_ptr<BDirectory> so
         return; // a folder that was there keeps what it is
     }
     // Last, when all files are in it: its mode may forbid to make any, and each changes its times.
-    const auto finish = [&access = fContext.access, isMove = fPurpose.IsMove(),
+    const auto finish = [&access = fContext.access, takesAll = fPurpose.TakesAllAlong(),
                          record = level.record, source = std::move(source),
                          target = std::move(target)] {
-        if (isMove) {
+        if (takesAll) {
             access.FinishMoved(target.get(), *source, record);
         } else {
             access.FinishNew(target.get(), *source, record);
@@ -366,11 +384,13 @@ TreeCopier::Folder TreeCopier::OpenTarget(const CopyStep& step, bool* isNew)
 bool TreeCopier::KeepFolderAttributes(const CopyStep& step, const BDirectory& source,
                                       BDirectory* target)
 {
-    if (!fPurpose.IsMove()) {
+    const status_t status =
+        fPurpose.TakesAllAlong() ? target->CheckAttrsFrom(source) : status_t(B_OK);
+    if (status == B_OK) {
         return true;
     }
-    const status_t status = target->CheckAttrsFrom(source);
-    if (status == B_OK) {
+    if (!fPurpose.IsMove()) {
+        fUI.NoteProblem(step.name, "some of its attributes could not be kept");
         return true;
     }
     if (status != B_UNSUPPORTED) {

@@ -84,6 +84,7 @@ private:
     void Fail(const char* name, const char* reason);
     void FailReading(const char* name, status_t status);
     Children List(const char* name, BDirectory& folder);
+    bool IsMovedWhole(const CopyStep& step);
     void CopyFile(const Way& way, const std::string& name, uint64 folder);
 
     OperationContext& fContext;

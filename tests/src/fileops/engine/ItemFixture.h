@@ -7,6 +7,10 @@
 #include "fileops/engine/Move.h"
 #include "fileops/engine/Trash.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <functional>
@@ -61,6 +65,33 @@ protected:
     }
 
     void Trash(const std::string& name) { norvane::Trash(Refs({name}), fUI).Run(); }
+
+    struct stat Record(const std::string& name)
+    {
+        struct stat record = {};
+        EXPECT_EQ(lstat(fTree.Path(name).c_str(), &record), 0) << name;
+        return record;
+    }
+
+    void SetTimes(const std::string& name, time_t seconds, long nanoseconds)
+    {
+        const struct timespec times[2] = {{seconds, 0}, {seconds, nanoseconds}};
+        ASSERT_EQ(utimensat(AT_FDCWD, fTree.Path(name).c_str(), times, AT_SYMLINK_NOFOLLOW), 0);
+    }
+
+    bool SetAttribute(const std::string& name, const std::string& value)
+    {
+        return setxattr(fTree.Path(name).c_str(), "user.test.note", value.data(), value.size(),
+                        0) == 0;
+    }
+
+    std::string Attribute(const std::string& name)
+    {
+        char value[64] = "";
+        const ssize_t size =
+            getxattr(fTree.Path(name).c_str(), "user.test.note", value, sizeof(value));
+        return size < 0 ? "(none)" : std::string(value, static_cast<size_t>(size));
+    }
 
     /// What lies in the home Trash, and that each has its record and nothing else has one.
     std::string Trashed()

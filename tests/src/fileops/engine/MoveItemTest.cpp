@@ -2,8 +2,6 @@
 
 #include "ItemFixture.h"
 
-#include <fcntl.h>
-#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace norvane {
@@ -11,33 +9,6 @@ namespace norvane {
 /// Moves that succeed, and what they take along.
 class MoveItemTest : public ItemFixture
 {
-protected:
-    struct stat Record(const std::string& name)
-    {
-        struct stat record = {};
-        EXPECT_EQ(lstat(fTree.Path(name).c_str(), &record), 0) << name;
-        return record;
-    }
-
-    void SetTimes(const std::string& name, time_t seconds, long nanoseconds)
-    {
-        const struct timespec times[2] = {{seconds, 0}, {seconds, nanoseconds}};
-        ASSERT_EQ(utimensat(AT_FDCWD, fTree.Path(name).c_str(), times, AT_SYMLINK_NOFOLLOW), 0);
-    }
-
-    bool SetAttribute(const std::string& name, const std::string& value)
-    {
-        return setxattr(fTree.Path(name).c_str(), "user.test.note", value.data(), value.size(),
-                        0) == 0;
-    }
-
-    std::string Attribute(const std::string& name)
-    {
-        char value[64] = "";
-        const ssize_t size =
-            getxattr(fTree.Path(name).c_str(), "user.test.note", value, sizeof(value));
-        return size < 0 ? "(none)" : std::string(value, static_cast<size_t>(size));
-    }
 };
 
 TEST_F(MoveItemTest, MovesAFileALinkAndATree)
