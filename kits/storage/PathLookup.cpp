@@ -34,7 +34,7 @@ status_t KnowFolder(int folder, FolderHold* hold)
 {
     *hold = FolderTable::Get().Know(folder);
     if (!*hold) {
-        return B_NOT_A_DIRECTORY;
+        return B_IO_ERROR; // it is open as a folder, so what cannot be is to look at it
     }
     return B_OK;
 }

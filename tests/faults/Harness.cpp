@@ -54,6 +54,7 @@ Harness::Complaints Harness::JudgeRun(const Point& point, const Run& run,
                                             plan.kind == kFaultList);
     ending.canLeaveParts = run.fired > 0 && (plan.kind == kFaultUnlink || isBlind);
     ending.losesAllWritten = plan.kind == kFaultClose && plan.isLasting;
+    ending.canSeemGone = plan.action == ENOENT;
     ending.canLoseAttributes = plan.kind == kFaultAttributes && plan.action == EOPNOTSUPP;
     Complaints complaints = Judge(point.job->task, ending, fScene, before, fScene.Look());
     if (run.WasHanging()) {

@@ -78,6 +78,18 @@ bool Move(NorvaneEntry& item, const std::string& target, ScriptedUI& ui)
     return Run(operation);
 }
 
+bool CopyKeepingAll(NorvaneEntry& item, const std::string& target, ScriptedUI& ui)
+{
+    norvane::Copy operation(RefsOf(item), target.c_str(), ui, true);
+    return Run(operation);
+}
+
+bool MoveByRenaming(NorvaneEntry& item, const std::string& target, ScriptedUI& ui)
+{
+    norvane::Move operation(RefsOf(item), target.c_str(), ui, true);
+    return Run(operation);
+}
+
 bool MoveToTrash(NorvaneEntry& item, const std::string&, ScriptedUI& ui)
 {
     norvane::Trash(RefsOf(item), ui).Run();
@@ -111,6 +123,15 @@ Job MakeJob(std::string name, const Task& task, const Work& work)
         NorvaneEntry item(&ref);
         const bool isWhole = work(item, scene.Path(task.target), ui);
         return {isWhole, !ui.problems.empty() || !ui.notices.empty() || !ui.summaries.empty()};
+    };
+    return job;
+}
+
+/// The item holds a link that leads out of it.
+Job WithLinkOut(Job job)
+{
+    job.makeItem = [source = job.task.source](const Scene& scene) {
+        scene.MakeItemWithLinkOut(source);
     };
     return job;
 }
@@ -189,6 +210,15 @@ void AddCopiesAndMoves(std::vector<Job>* jobs)
     AddWithAnswers(jobs, "move", move, Move);
     jobs->push_back(MakeJob("move to a volume", away, Move));
     jobs->push_back(MakeJob("move from a volume", back, Move));
+    Task kept = copy;
+    kept.keepsAll = true;
+    jobs->push_back(MakeJob("copy keeping all", kept, CopyKeepingAll));
+    AddWithAnswers(jobs, "copy keeping all", kept, CopyKeepingAll);
+    Task renamed = move;
+    renamed.isByRenaming = true;
+    jobs->push_back(WithLinkOut(MakeJob("move by renaming", renamed, MoveByRenaming)));
+    AddWithAnswers(jobs, "move by renaming", renamed, MoveByRenaming);
+    jobs->push_back(MakeJob("rename to a volume", away, MoveByRenaming));
     jobs->push_back(MakeJobOfTwoCases("copy, two cases",
                                       {Task::kCopy, "one/source/item", "two/target", {}}, Copy));
     jobs->push_back(MakeJobOfTwoCases("move, two cases", away, Move));

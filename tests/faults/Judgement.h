@@ -36,7 +36,8 @@ private:
     void CheckOld(const std::string& path, const SceneItem& old);
     void CheckBeside(const std::string& path, const SceneItem& made);
     void CheckMade(const std::string& root, const std::string& path, const SceneItem& made);
-    bool IsOwnLink(const SceneItem& made, const SceneItem& source) const;
+    bool IsKeptLink(const std::string& path, const SceneItem& item) const;
+    bool IsOwnLink(const SceneItem& made, const SceneItem& source, bool isInTarget) const;
     const SceneItem* SourceOf(const std::string& root, const std::string& path) const;
     /// Whether all of the source is at `root`.
     bool IsWholeAt(const std::string& root) const;

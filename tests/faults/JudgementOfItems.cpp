@@ -3,16 +3,17 @@
 #include "Judgement.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace {
 
+constexpr const char* kOut = "../../../";    // begins a link out of the item
 constexpr const char* kBeside = ".norvane-"; // what is written beside the file that it will replace
 
-/// "a/b" seen from the folder of "x/y" is "x/a/b"; no name in a scene has a step up.
+/// "a/b" seen from the folder of "x/y" is "x/a/b".
 std::string FromFolderOf(const std::string& path, const std::string& text)
 {
-    const size_t slash = path.rfind('/');
-    return slash == std::string::npos ? text : path.substr(0, slash + 1) + text;
+    return (std::filesystem::path(path).parent_path() / text).lexically_normal();
 }
 
 std::string InFolder(const std::string& folder, const std::string& name)
@@ -90,7 +91,9 @@ bool Judgement::CanBeWhole() const
 void Judgement::CheckNothingLost()
 {
     for (const auto& [name, item] : fSource) {
-        if (!IsSomewhere(fAfter, name, item)) {
+        // A link beside another one is of a move that was killed before.
+        const bool isLeft = item.kind == 'l' && LeafOf(name).starts_with(kBeside);
+        if (!isLeft && !IsSomewhere(fAfter, name, item)) {
             Say(InFolder(fTask.source, name), "is lost");
         }
     }
@@ -122,13 +125,24 @@ bool Judgement::IsReplaced(const SceneItem& item) const
     });
 }
 
+/// Whether it is a link, or the successor of one, that leads by its whole path where one of the
+/// source led that was to be moved.
+bool Judgement::IsKeptLink(const std::string& path, const SceneItem& item) const
+{
+    const bool isBeside = LeafOf(path).starts_with(kBeside);
+    const bool mayStay = fEnding.wasKilled || fEnding.canLeaveParts;
+    return fTask.isByRenaming && item.kind == 'l' && (!isBeside || mayStay) &&
+           (item.text == fScene.Path("one/foreign/file") ||
+            (isBeside && item.text.starts_with(kOut)));
+}
+
 /// What is left at the source's place is as it was.
 void Judgement::CheckLeftover()
 {
     for (const auto& [name, item] : Below(fAfter, fTask.source)) {
         const std::string path = InFolder(fTask.source, name);
         const auto old = fBefore.find(path);
-        if (old == fBefore.end() || !(old->second == item)) {
+        if ((old == fBefore.end() || !(old->second == item)) && !IsKeptLink(path, item)) {
             Say(path, "was to go away, and changed");
         }
         const bool isKept = fTask.kind == Task::kEmptyTrash && name.empty();
@@ -144,7 +158,8 @@ void Judgement::CheckDeletion()
     const bool isAllThere = std::all_of(fSource.begin(), fSource.end(), [&](const auto& each) {
         return fAfter.count(InFolder(fTask.source, each.first)) > 0;
     });
-    if (isAllThere) {
+    // Renamed one by one, the entries are either here or there, which CheckNothingLost() looks at.
+    if (isAllThere || fTask.isByRenaming) {
         return;
     }
     std::vector<std::string> places;
@@ -169,7 +184,8 @@ bool Judgement::IsWholeAt(const std::string& root) const
         const auto arrived = fAfter.find(InFolder(root, name));
         return arrived != fAfter.end() && arrived->second.kind == item.kind &&
                (item.kind == 'l' || arrived->second.text == item.text) &&
-               (fTask.kind == Task::kCopy || IsTakenAlong(arrived->first, item));
+               ((fTask.kind == Task::kCopy && (!fTask.keepsAll || fEnding.wasTold)) ||
+                IsTakenAlong(arrived->first, item));
     });
 }
 
@@ -215,7 +231,7 @@ void Judgement::CheckOld(const std::string& path, const SceneItem& old)
         return;
     }
     const bool isSame = isOld && isNew; // done again, over its own copy
-    const bool hasOwnMode = old.kind == 'l' || fTask.kind == Task::kMove;
+    const bool hasOwnMode = old.kind == 'l' || fTask.kind == Task::kMove || fTask.keepsAll;
     const mode_t newMode = isNew ? (hasOwnMode ? source->mode : old.mode) | 0600 : 0;
     const mode_t oldMode = isOld ? old.mode : 0;
     if ((item.mode & ~(isSame ? oldMode | newMode : isNew ? newMode : oldMode)) != 0) {
@@ -231,7 +247,7 @@ void Judgement::CheckBeside(const std::string& path, const SceneItem& made)
     if (!fEnding.wasKilled && !fEnding.canLeaveParts) {
         Say(path, "was left behind");
     }
-    if (IsReplaced(made)) {
+    if (IsReplaced(made) || IsKeptLink(path, made)) {
         return; // the names were exchanged, and it could not be removed
     }
     const bool isPart = std::any_of(fSource.begin(), fSource.end(), [&](const auto& each) {
@@ -244,12 +260,16 @@ void Judgement::CheckBeside(const std::string& path, const SceneItem& made)
     }
 }
 
-bool Judgement::IsOwnLink(const SceneItem& made, const SceneItem& source) const
+bool Judgement::IsOwnLink(const SceneItem& made, const SceneItem& source, bool isInTarget) const
 {
-    const bool isMove = fTask.kind != Task::kCopy;
+    const bool isAsItWas = fTask.kind != Task::kCopy || fTask.keepsAll;
     const bool isAbsolute = made.text.starts_with(fScene.Path(fTask.source) + "/") ||
                             made.text.starts_with(fScene.Path("one/foreign/"));
-    return isMove ? made.text == source.text : isAbsolute;
+    const bool isKeptOut = fTask.isByRenaming && source.text.starts_with(kOut);
+    if (isKeptOut) {
+        return isAbsolute || ((!isInTarget || fEnding.canSeemGone) && made.text == source.text);
+    }
+    return isAsItWas ? made.text == source.text : isAbsolute;
 }
 
 /// One entry of what was made at `root` out of the source.
@@ -263,14 +283,14 @@ void Judgement::CheckMade(const std::string& root, const std::string& path, cons
     if (made.kind == 'f' && !source->text.starts_with(made.text)) {
         Say(path, "holds what was not in its source");
     }
-    if (made.kind == 'l' && !IsOwnLink(made, *source)) {
+    if (made.kind == 'l' && !IsOwnLink(made, *source, IsAtOrBelow(path, fTask.target))) {
         Say(path, "points elsewhere");
     }
     // Its owner's rights, while it is being filled, apart.
     if (made.kind != 'l' && (made.mode & ~(source->mode | (made.kind == 'd' ? 0700 : 0600))) != 0) {
         Say(path, "is open to more people than its source");
     }
-    const mode_t most = made.kind == 'd' ? 0777 : 0666;
+    const mode_t most = made.kind == 'd' || fTask.keepsAll ? 0777 : 0666;
     if (!fEnding.hadFault && fTask.kind == Task::kCopy && made.kind != 'l' &&
         made.mode != (source->mode & most)) {
         Say(path, "has not the mode of a new one");
@@ -292,7 +312,7 @@ void Judgement::CheckTarget()
         if (!path.starts_with(fTask.target + "/") || !IsNew(path)) {
             continue;
         }
-        if (LeafOf(path).starts_with(kBeside)) {
+        if (LeafOf(path).starts_with(kBeside) && SourceOf(root, path) == nullptr) {
             CheckBeside(path, made);
         } else {
             CheckMade(root, path, made);

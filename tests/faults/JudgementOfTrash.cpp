@@ -83,9 +83,9 @@ void Judgement::CheckTrashEntry(const std::string& trash, const std::string& nam
         }
     }
     // Of what was only to be copied a part stays, as anywhere else; so does what was read of a
-    // source that cannot be read any more.
+    // source that cannot be read any more. Of what was renamed entry by entry the rest goes there.
     const bool mayBePart = fEnding.wasKilled || fEnding.canLeaveParts ||
-                           (fEnding.hadFault && fEnding.wasTold) ||
+                           ((fEnding.hadFault || fTask.isByRenaming) && fEnding.wasTold) ||
                            (fTask.kind == Task::kCopy && !fEnding.saysWhole);
     if (!mayBePart && !IsWholeAt(path)) {
         Say(path, "is a part that nobody asked for");

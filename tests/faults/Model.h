@@ -32,6 +32,8 @@ struct Task
         kOlder, // than the source
     };
     Agreement agreement = kNothing;
+    bool isByRenaming = false; // of a move: within a volume
+    bool keepsAll = false;     // of a copy
 };
 
 /// How the operation ended.
@@ -42,6 +44,7 @@ struct Ending
     bool wasTold = false;           // the person was told of something
     bool hadFault = false;          // something was made to fail, or it was killed
     bool canLeaveParts = false;     // what was made to fail is what would clean up
+    bool canSeemGone = false;       // what is there was said not to be
     bool canLoseAttributes = false; // the file system said that it keeps none
     bool losesAllWritten = false;   // every close fails, and loses what was written
 };

@@ -232,6 +232,14 @@ void Scene::MakeItem(const std::string& name) const
     Age(name);
 }
 
+void Scene::MakeItemWithLinkOut(const std::string& name) const
+{
+    MakeItem(name);
+    MakeLink(name + "/sub/away", "../../../foreign/file");
+    Age(name + "/sub/away");
+    Age(name + "/sub");
+}
+
 void Scene::MakeTrashed(const std::string& name) const
 {
     const std::string trash = kHomeTrash;

@@ -70,6 +70,8 @@ public:
     void MakeClashes(const std::string& target) const;
     /// Makes the tree `name` in the home Trash, with its record.
     void MakeTrashed(const std::string& name) const;
+    /// The tree to work on, with a link in it that leads out of it from where it is.
+    void MakeItemWithLinkOut(const std::string& name) const;
     /// A tree with two files whose names differ only by case; with one where those are one name.
     void MakeItemOfTwoCases(const std::string& name) const;
     /// A file of several blocks.

@@ -9,12 +9,12 @@
 
 namespace norvane {
 
-status_t EntryMover::Move(const CopyStep& step, const node_ref* top)
+status_t EntryMover::Move(const CopyStep& step)
 {
     struct stat record;
     status_t status = step.source.folder.GetStatFor(step.name, &record);
     if (status == B_OK && !S_ISREG(record.st_mode)) {
-        status = KeepLinks(step, record, top != nullptr ? *top : NodeOf(record));
+        status = KeepLinks(step, record);
     }
     if (status == B_OK) {
         BEntry entry(&step.source.folder, step.name);
@@ -27,13 +27,13 @@ status_t EntryMover::Move(const CopyStep& step, const node_ref* top)
 }
 
 /// Nothing is touched when it shows before that the entry cannot be moved.
-status_t EntryMover::KeepLinks(const CopyStep& step, const struct stat& record, const node_ref& top)
+status_t EntryMover::KeepLinks(const CopyStep& step, const struct stat& record)
 {
     struct stat existing;
     if (step.target.folder.GetStatFor(step.targetName, &existing) == B_OK) {
         return B_FILE_EXISTS;
     }
-    LinkKeeper keeper(fContext, top);
+    LinkKeeper keeper(fContext);
     if (S_ISLNK(record.st_mode)) {
         return keeper.Keep(step.source.folder, step.name);
     }

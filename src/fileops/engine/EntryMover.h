@@ -2,7 +2,6 @@
 
 #include "fileops/engine/CopyPlace.h"
 
-#include <NodeRef.h>
 #include <SupportDefs.h>
 
 #include <sys/stat.h>
@@ -23,14 +22,13 @@ public:
     /// `item` is its number in the journal. Ownership: borrows `context` for its own life.
     EntryMover(OperationContext& context, size_t item) : fContext(context), fItem(item) {}
 
-    /// Moves an entry to where nothing is. `top` is the item that it lies in; null: it is one.
-    /// Errors: B_FILE_EXISTS when something has the name there; others when it cannot be moved so,
-    /// as to another volume, or into itself. It is where it was then, and leads where it led.
-    [[nodiscard]] status_t Move(const CopyStep& step, const node_ref* top = nullptr);
+    /// Moves an entry to where nothing is. Errors: B_FILE_EXISTS when something has the name there;
+    /// others when it cannot be moved so, as to another volume, or into itself. It is where it was
+    /// then, and leads where it led.
+    [[nodiscard]] status_t Move(const CopyStep& step);
 
 private:
-    [[nodiscard]] status_t KeepLinks(const CopyStep& step, const struct stat& record,
-                                     const node_ref& top);
+    [[nodiscard]] status_t KeepLinks(const CopyStep& step, const struct stat& record);
     void Note(const CopyStep& step, const struct stat& record);
 
     OperationContext& fContext;

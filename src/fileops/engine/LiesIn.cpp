@@ -1,19 +1,28 @@
 #include "fileops/engine/LiesIn.h"
 
 #include "fileops/engine/MadeTargets.h"
+#include "fileops/engine/NodeSet.h"
 
 #include <Errors.h>
 
 #include <cstring>
+#include <utility>
 
 namespace norvane {
 
 status_t LiesIn(BEntry entry, const node_ref& node, bool* lies)
 {
+    NodeSet nodes;
+    nodes.Add(node);
+    return LiesIn(std::move(entry), nodes, lies);
+}
+
+status_t LiesIn(BEntry entry, const NodeSet& nodes, bool* lies)
+{
     struct stat record;
     status_t status = entry.GetStat(&record);
     while (status == B_OK) {
-        const bool isNode = NodeOf(record) == node;
+        const bool isNode = nodes.Has(NodeOf(record));
         const bool isRoot = std::strcmp(entry.Name(), ".") == 0;
         if (isNode || isRoot) {
             *lies = isNode;

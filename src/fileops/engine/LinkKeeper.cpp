@@ -31,6 +31,17 @@ status_t FindWhetherWhole(const BDirectory& folder, const char* name, bool* isWh
     return length < 0 ? static_cast<status_t>(length) : status_t(B_OK);
 }
 
+/// What the listing does not say; what cannot be told is taken for a folder, which will be entered
+/// or tell why not.
+uint32 KindOf(const BDirectory& folder, const char* name)
+{
+    struct stat record;
+    if (folder.GetStatFor(name, &record) != B_OK || S_ISDIR(record.st_mode)) {
+        return B_DIRECTORY_NODE;
+    }
+    return S_ISLNK(record.st_mode) ? B_SYMLINK_NODE : B_FILE_NODE;
+}
+
 } // namespace
 
 status_t LinkKeeper::Keep(BDirectory& folder, const char* name)
@@ -45,15 +56,19 @@ status_t LinkKeeper::Keep(BDirectory& folder, const char* name)
         return status;
     }
     const BEntry pointedTo(&folder, name, true);
+    struct stat target;
     status = pointedTo.InitCheck();
-    if (LeadsNowhere(status) || (status == B_OK && !pointedTo.Exists())) {
+    if (status == B_OK) {
+        status = pointedTo.GetStat(&target);
+    }
+    if (LeadsNowhere(status)) {
         return B_OK;
     }
     if (status == B_OK && !has_stable_nodes(folder)) {
         return B_UNSUPPORTED; // it cannot be told where that lies
     }
     if (status == B_OK) {
-        status = LiesIn(pointedTo, fTop, &isKept);
+        status = LiesIn(pointedTo, fContext.moving, &isKept);
     }
     BPath path;
     if (status == B_OK && !isKept) {
@@ -69,11 +84,10 @@ status_t LinkKeeper::Replace(BDirectory& folder, const char* name, const struct 
     const OwnTemporaryName beside;
     BSymLink link;
     status_t status = folder.CreateSymLink(beside.Name(), text, &link);
-    if (status != B_OK) {
-        return status;
+    if (status == B_OK) {
+        fContext.access.FinishMoved(&link, BNode(&folder, name), record);
+        status = folder.ExchangeChildren(beside.Name(), name);
     }
-    fContext.access.FinishMoved(&link, BNode(&folder, name), record);
-    status = folder.ExchangeChildren(beside.Name(), name);
     if (status == B_OK) {
         struct stat replaced;
         const bool isIt = folder.GetStatFor(beside.Name(), &replaced) == B_OK &&
@@ -81,13 +95,18 @@ status_t LinkKeeper::Replace(BDirectory& folder, const char* name, const struct 
         if (!isIt) {
             // Others put something else there meanwhile: it gets its name back, and is not moved.
             const status_t back = folder.ExchangeChildren(beside.Name(), name);
-            status = back == B_OK ? status_t(B_BUSY) : back;
             if (back != B_OK) {
-                return status;
+                return back; // whatever lies there is not ours to remove
             }
+            status = B_BUSY;
         }
     }
-    folder.RemoveChildFile(beside.Name()); // one of the two links
+    // One of the two links is left there, if it was made.
+    const status_t removed = folder.RemoveChildFile(beside.Name());
+    if (removed != B_OK && removed != B_ENTRY_NOT_FOUND) {
+        fContext.ui.NoteProblem(
+            name, "what it replaced is still beside it, under the name of a temporary file");
+    }
     return status;
 }
 
@@ -142,15 +161,12 @@ status_t LinkKeeper::KeepIn(BDirectory& folder, std::vector<std::string>* folder
     std::vector<std::string> links;
     status_t status = folder.GetNextName(&name, &kind);
     for (; status == B_OK; status = folder.GetNextName(&name, &kind)) {
-        if (kind == B_FILE_NODE) {
-            continue;
+        if (kind == 0) {
+            kind = KindOf(folder, name);
         }
-        if (folder.GetStatFor(name, &record) != B_OK) {
-            continue; // somebody else was faster
-        }
-        if (S_ISDIR(record.st_mode)) {
+        if (kind == B_DIRECTORY_NODE) {
             folders->emplace_back(name);
-        } else if (S_ISLNK(record.st_mode)) {
+        } else if (kind == B_SYMLINK_NODE) {
             links.emplace_back(name);
         }
         fContext.ui.EntriesVisited(0);

@@ -2,7 +2,6 @@
 
 #include "fileops/engine/FolderChain.h"
 
-#include <NodeRef.h>
 #include <SupportDefs.h>
 
 #include <sys/stat.h>
@@ -18,13 +17,13 @@ struct OperationContext;
 /// of it from where they are get the whole paths.
 ///
 /// Done before the move, so that at no moment one leads anywhere else, and nothing is to be undone
-/// when the move cannot be. Links that lead nowhere stay as they are. Thread: the operation's.
+/// when the move cannot be. Links that lead into what moves along stay as they are, and those that
+/// lead nowhere. Thread: the operation's.
 class LinkKeeper
 {
 public:
-    /// `top` is the item that is moved, with all in it. Ownership: borrows `context` for its own
-    /// life.
-    LinkKeeper(OperationContext& context, const node_ref& top) : fContext(context), fTop(top) {}
+    /// Ownership: borrows `context` for its own life.
+    explicit LinkKeeper(OperationContext& context) : fContext(context) {}
 
     /// Of one link. Errors: those of finding where it leads, and of making another one.
     [[nodiscard]] status_t Keep(BDirectory& folder, const char* name);
@@ -45,7 +44,6 @@ private:
                                    const char* text);
 
     OperationContext& fContext;
-    const node_ref fTop;
     FolderChain* fFolders = nullptr; // of the walk
     std::vector<Level> fLevels;
 };

@@ -14,7 +14,7 @@ Move::Move(std::vector<entry_ref> items, const char* path, OperationUI& ui, bool
 
 void Move::Measure()
 {
-    if (fIsByRenaming && !fTarget.IsTrash()) {
+    if (fIsByRenaming) {
         RenameWhatCanBe();
     }
     if (std::all_of(fRenamed.begin(), fRenamed.end(),
@@ -27,6 +27,12 @@ void Move::Measure()
 
 void Move::RenameWhatCanBe()
 {
+    for (size_t index = 0; index < CountItems(); index++) {
+        struct stat record;
+        if (BEntry(&Item(index)).GetStat(&record) == B_OK) {
+            fContext.moving.Add(NodeOf(record));
+        }
+    }
     for (size_t index = 0; index < CountItems() && fDesk.MayDelete(); index++) {
         fRenamed[index] = Rename(index);
         fDesk.EntriesVisited(0);
@@ -66,7 +72,7 @@ void Move::DoItem(size_t index)
     if (canCopy) {
         fCopier.Copy(item, fTarget.Place(), moved.targetName.c_str(),
                      {.ledger = &moved.ledger,
-                      .isByRenaming = fRenamed[index] == Renaming::kMet,
+                      .isByRenaming = fRenamed[index] == Renaming::kMet && !isIntoTrash,
                       .isAllNew = isIntoTrash,
                       .wasFile = Measured().WasFile(index),
                       .item = index},

@@ -20,6 +20,7 @@ struct OperationContext
     OperationUI& ui;
     const CopyAccess access;
     MadeTargets made;
+    NodeSet moving; // the items that are renamed: what points from one to another keeps its text
     Journal journal;
     CopyQueue smallFiles; // of all items; last, since it works until its end
 };

@@ -237,7 +237,7 @@ void TreeCopier::CopyContents()
 bool TreeCopier::IsMovedWhole(const CopyStep& step)
 {
     return fPurpose.isByRenaming && !step.target.isNew && fUI.MayDelete() &&
-           EntryMover(fContext, fPurpose.item).Move(step, &fTopSource) == B_OK;
+           EntryMover(fContext, fPurpose.item).Move(step) == B_OK;
 }
 
 void TreeCopier::CopyFile(const Way& way, const std::string& name, uint64 folder)

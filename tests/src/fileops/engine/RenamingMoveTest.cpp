@@ -1,4 +1,5 @@
 #include "ItemFixture.h"
+#include "fileops/engine/EntryMover.h"
 #include "fileops/engine/LinkKeeper.h"
 #include "fileops/engine/OperationContext.h"
 
@@ -123,6 +124,16 @@ TEST_F(RenamingMoveTest, ALinkThatIsTheItemLeadsWhereItLed)
     EXPECT_TRUE(fUI.notices.empty());
 }
 
+TEST_F(RenamingMoveTest, LinksFromItemToItemKeepTheirTexts)
+{
+    fTree.Write("from/lib.so.1", "1");
+    fTree.Link("from/lib.so", "lib.so.1");
+    fTree.Link("from/tree/link", "../lib.so.1");
+    Rename({"from/lib.so", "from/tree", "from/lib.so.1"});
+    EXPECT_EQ(fTree.ReadLink("to/lib.so"), "lib.so.1");
+    EXPECT_EQ(fTree.ReadLink("to/tree/link"), "../lib.so.1");
+}
+
 TEST_F(RenamingMoveTest, WhatIsNotMovedKeepsItsLinks)
 {
     fTree.Write("x", "1");
@@ -194,6 +205,37 @@ TEST_F(RenamingMoveTest, WhatIsLeftInAMergedFolderGoesTheOldWay)
     EXPECT_EQ(fTree.List("data/Trash/files/tree"), "a\nb\n");
 }
 
+TEST_F(RenamingMoveTest, WhereSomethingIsNothingIsTouched)
+{
+    fTree.Write("x", "1");
+    fTree.Link("from/tree/out", "../../x");
+    fTree.MakeFolder("to/tree");
+    BDirectory from(fTree.Path("from").c_str());
+    BDirectory to(fTree.Path("to").c_str());
+    OperationContext context(fUI);
+    context.journal.AddItem(entry_ref());
+    const CopyPlace source{from, ""};
+    const CopyPlace target{to, "", NodeOf(Record("to"))};
+    EXPECT_EQ(EntryMover(context, 0).Move({source, "tree", target, "tree"}), B_FILE_EXISTS);
+    EXPECT_EQ(fTree.ReadLink("from/tree/out"), "../../x");
+    EXPECT_EQ(EntryMover(context, 0).Move({source, "none", target, "none"}), B_ENTRY_NOT_FOUND);
+    EXPECT_TRUE(context.journal.Items()[0].changes.empty());
+}
+
+TEST_F(RenamingMoveTest, OnceNothingMayGoNothingMoreIsRenamed)
+{
+    fTree.Write("from/tree/clash", "new");
+    fTree.Write("from/tree/sub/x", "1");
+    fTree.Write("to/tree/clash", "old");
+    fUI.onQuestion = [this](const OverwriteQuestion&) {
+        fUI.mayDelete = false;
+    };
+    Rename({"from/tree"});
+    EXPECT_EQ(fTree.Read("from/tree/sub/x"), "1");
+    EXPECT_EQ(fTree.Read("from/tree/clash"), "new");
+    EXPECT_EQ(fTree.Read("to/tree/clash"), "old");
+}
+
 TEST_F(RenamingMoveTest, IntoItselfItIsCopiedAndStays)
 {
     fTree.Write("from/tree/a", "1");
@@ -257,6 +299,23 @@ TEST_F(RenamingMoveTest, WithAVolumeInItItIsCopied)
     });
 }
 
+TEST_F(RenamingMoveTest, InAFolderThatIsCopiedAllIsCopied)
+{
+    fTree.Write("from/tree/child/a", "1");
+    fTree.MakeFolder("from/tree/child/volume");
+    fTree.MakeFolder("to/tree");
+    Privately([this] {
+        if (!MountMemory(fTree.Path("from/tree/child/volume"), 1 << 20)) {
+            return false;
+        }
+        const auto move = Rename({"from/tree"});
+        const auto& changes = move->Results().Items()[0].changes;
+        return Check(fTree.Read("to/tree/child/a") == "1", "it is there") &&
+               Check(changes.size() == 1 && changes[0].kind == Change::Kind::kMade,
+                     "as a part of a new folder");
+    });
+}
+
 TEST_F(RenamingMoveTest, StoppedNothingMoreIsMoved)
 {
     fTree.Write("from/a", "1");
@@ -284,10 +343,13 @@ TEST_F(RenamingMoveTest, OutOfTheTrashItLosesItsRecord)
 TEST_F(RenamingMoveTest, IntoTheTrashItGetsARecord)
 {
     fTree.Write("from/a", "1");
-    fTree.MakeFolder("data/Trash/files");
-    fTree.MakeFolder("data/Trash/info");
-    Rename({"from/a"}, "data/Trash/files");
-    EXPECT_EQ(Trashed(), "a\n");
+    fTree.Write("from/b", "2");
+    Trash("from/b");
+    fTree.Write("from/b", "3");
+    Rename({"from/a", "from/b"}, "data/Trash/files");
+    EXPECT_EQ(Trashed(), "a\nb\nb copy\n");
+    EXPECT_EQ(fTree.Read("data/Trash/files/b"), "2");
+    EXPECT_TRUE(fUI.questions.empty());
 }
 
 TEST_F(RenamingMoveTest, WithoutAFolderToMoveToItGoesAsOtherMovesGo)
@@ -298,35 +360,34 @@ TEST_F(RenamingMoveTest, WithoutAFolderToMoveToItGoesAsOtherMovesGo)
     EXPECT_EQ(ProblemNames(), "a a ");
 }
 
-// Another program puts its own link in the place of ours all the time: it is never lost.
+// Another program puts a link of its own in the place of ours, at some moment: it stays there.
 TEST_F(RenamingMoveTest, LinksOfOthersAreNotReplaced)
 {
     fTree.Write("x", "1");
-    fTree.Link("from/tree/link", "../../x");
-    fTree.Link("from/tree/other", "the other's");
-    const std::string link = fTree.Path("from/tree/link");
-    const std::string other = fTree.Path("from/tree/other");
-    std::atomic<bool> isOver = false;
-    std::thread adversary([&] {
-        while (!isOver) {
-            rename(other.c_str(), link.c_str());
-            symlink("the other's", other.c_str());
-        }
-    });
-    BDirectory folder(fTree.Path("from/tree").c_str());
+    fTree.MakeFolder("from");
+    const std::string link = fTree.Path("from/link");
+    const std::string other = fTree.Path("other");
+    BDirectory folder(fTree.Path("from").c_str());
     OperationContext context(fUI);
-    int kept = 0;
-    for (int round = 0; round < 2000; round++) {
-        unlink((fTree.Path("from/tree/link")).c_str());
-        symlink("../../x", link.c_str());
-        LinkKeeper keeper(context, node_ref());
-        kept += keeper.Keep(folder, "link") == B_OK ? 1 : 0;
+    for (int round = 0; round < 1500; round++) {
+        unlink(link.c_str());
+        ASSERT_EQ(symlink("../x", link.c_str()), 0);
+        ASSERT_EQ(symlink("the other's", other.c_str()), 0);
+        std::atomic<bool> mayBegin = false;
+        std::thread adversary([&] {
+            while (!mayBegin) {
+            }
+            std::atomic<int> waited = 0;
+            while (waited++ < round * 7 % 20'000) {
+            }
+            rename(other.c_str(), link.c_str());
+        });
+        mayBegin = true;
+        const status_t status = LinkKeeper(context).Keep(folder, "link");
+        adversary.join();
+        ASSERT_EQ(fTree.ReadLink("from/link"), "the other's") << round << ", " << status;
+        ASSERT_EQ(fTree.List("from"), "link\n");
     }
-    isOver = true;
-    adversary.join();
-    EXPECT_GT(kept, 0);
-    const std::string names = fTree.List("from/tree");
-    EXPECT_EQ(names.find(".norvane"), std::string::npos) << names;
 }
 
 } // namespace norvane
