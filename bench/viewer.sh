@@ -1,8 +1,6 @@
 # shellcheck shell=bash disable=SC2154,SC2034 # bench/run has set what is used here
 # Sourced by bench/run: a large text and a large picture in a viewer.
 
-# viewer_row JOB ARRAY BOUND: with nobody beside it
-viewer_row() { row "$1" "$(median "$2")" "$(spread "$2")" "" "" "" "" "$3"; }
 
 measure_viewer() {
     local text=$shm_play/log said round first=() whole=() end=() wrapped=() grown=()
@@ -21,11 +19,11 @@ TEXT
         wrapped+=("$(printf '%s\n' "${said[3]}" "${said[4]}" | sort -n | tail -n 1)")
         grown+=("$(ratio "${said[5]}" "$(($(stat -c %s "$text") / 1000))e-3")")
     done
-    viewer_row "text of $(($(stat -c %s "$text") / 1000000)) MB: first page, ms" first "<= 100"
-    viewer_row "whole, ms" whole "<= 500"
-    viewer_row "to its end, ms" end ""
-    viewer_row "wrapped or unwrapped there, ms" wrapped "<= 300"
-    viewer_row "memory, of its size" grown "< 1.3"
+    alone_row "text of $(($(stat -c %s "$text") / 1000000)) MB: first page, ms" first "<= 100"
+    alone_row "whole, ms" whole "<= 500"
+    alone_row "to its end, ms" end ""
+    alone_row "wrapped or unwrapped there, ms" wrapped "<= 300"
+    alone_row "memory, of its size" grown "< 1.3"
     rm "$text"
     measure_picture
 }
@@ -41,6 +39,6 @@ measure_picture() {
         other+=("$("$tools/decode" "$picture")")
     done
     compare_times "JPEG of 50 megapixels, ms" own "Qt, scaled" other "<= 1.2"
-    viewer_row "scale modes toggled, ms" modes "<= 100"
+    alone_row "scale modes toggled, ms" modes "<= 100"
     rm "$picture"
 }

@@ -40,6 +40,7 @@ public:
     void MouseDown(BPoint where) override;
     void KeyDown(const char* bytes, int32 byteCount) override;
     void FrameResized(float width, float height) override;
+    void SetFont(const BFont* font, uint32 mask = B_FONT_ALL) override;
     void ScrollTo(BPoint where) override;
     using BListView::AddItem;
     using BListView::RemoveItem;

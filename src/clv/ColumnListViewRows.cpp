@@ -14,6 +14,13 @@ void ColumnListView::RowsChanged()
     UpdateColumnSizesDataRectSizeScrollBars();
 }
 
+void ColumnListView::SetFont(const BFont* font, uint32 mask)
+{
+    ListLock lock(*this);
+    BListView::SetFont(font, mask);
+    RowsChanged(); // they may be higher now
+}
+
 bool ColumnListView::AddItem(CLVListItem* row)
 {
     return AddItem(row, fIsHierarchical ? FullListCountItems() : CountItems());

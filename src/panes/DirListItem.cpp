@@ -4,6 +4,7 @@
 #include "panes/EntryClipboard.h"
 #include "panes/RowIcons.h"
 #include "panes/RowTexts.h"
+#include "settings/Preferences.h"
 
 #include <Bitmap.h>
 #include <Font.h>
@@ -127,6 +128,17 @@ void DirListItem::Take(const BEntryRecord& record, const DatePattern& dates, mod
     DropTextsAndIcon();
     fDates = &dates;
     TakeRecord(record, target);
+}
+
+void DirListItem::SetDates(const DatePattern& dates)
+{
+    if (fDates == nullptr) {
+        return;
+    }
+    fDates = &dates;
+    if (fTexts != nullptr && fTexts->isMade && fKind != Kind::kParent) {
+        fTexts->date = fDates->Format(fModified);
+    }
 }
 
 bool DirListItem::Become(const DirListItem& fresh)
@@ -388,8 +400,12 @@ void DirListItem::Update(BView* owner, const BFont* font)
         return height;
     }();
     CLVListItem::Update(owner, font);
-    const float line = std::ceil(plain.ascent) + std::ceil(plain.descent);
-    fBaseline = std::ceil(plain.ascent) + (Height() - line) / 2;
+    font_height height = plain;
+    if (font->Size() != Preferences::kFontSize) {
+        font->GetHeight(&height);
+    }
+    const float line = std::ceil(height.ascent) + std::ceil(height.descent);
+    fBaseline = std::ceil(height.ascent) + (Height() - line) / 2;
 }
 
 void DirListItem::DrawItemColumn(BView* owner, BRect rect, int32 columnIndex, bool complete)

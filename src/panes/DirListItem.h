@@ -88,6 +88,8 @@ public:
     /// When a local entry was changed last, in seconds since 1970, and its mode.
     int64 Modified() const { return fModified; }
     uint16 Mode() const { return fMode; }
+    /// Has the date told in this form from here on; what a server wrote stays.
+    void SetDates(const DatePattern& dates);
     /// The text of column 1 to 4; empty for any other. Valid until the row is updated or deleted.
     const char* Text(int32 columnIndex) const;
     /// The four texts, for assistive programs.

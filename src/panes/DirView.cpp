@@ -26,7 +26,6 @@ namespace norvane {
 
 namespace {
 
-constexpr float kFontSize = 12;
 constexpr float kMinimumWidth = 20;
 constexpr std::size_t kDateFormatBytes = 64;
 
@@ -60,7 +59,7 @@ DirView::DirView(BRect frame, BScrollView** containerOut, const char* path, cons
       fListing(path != nullptr ? path : "/", fRows, fUpdates, fNotifier, *this)
 {
     *containerOut = Container();
-    SetFontSize(kFontSize);
+    SetFontSize(Preferences::kFontSize);
     AddColumns(iconLabel);
     GetPreferences();
 }
@@ -309,6 +308,7 @@ void DirView::SetTo(const Preferences& preferences)
     SetFooterFlag(preferences.showsFooter);
     SetSizeUnits(preferences.showsReadableSizes ? SizeUnits::kReadable : SizeUnits::kKilobytes);
     fRows.SetLeavesOutDotNames(preferences.hidesDotNames);
+    TakeFontSize(static_cast<float>(preferences.fontSize));
     fPreferences = preferences;
     SortingChanged();
 }
@@ -316,13 +316,35 @@ void DirView::SetTo(const Preferences& preferences)
 void DirView::Apply(const Preferences& preferences)
 {
     const bool showsMore = fPreferences.hidesDotNames && !preferences.hidesDotNames;
-    const bool isReadAgain = !fPreferences.DiffersInExtrasAlone(preferences) || showsMore;
+    const bool isReadAgain = !fPreferences.DiffersInExtrasAlone(preferences);
+    const bool hasOtherDates = fPreferences.dateFormat != preferences.dateFormat;
     SetTo(preferences);
-    if (isReadAgain) {
+    if (hasOtherDates) {
+        fRows.RewriteDates();
+    }
+    if (showsMore) {
         Refresh();
+    } else if (isReadAgain) {
+        fListing.ReadAgainBehind();
     }
     Invalidate();
     NotifyParent(MSG_PANE_INFO);
+}
+
+/// The row at the top stays there.
+void DirView::TakeFontSize(float size)
+{
+    BFont font;
+    GetFont(&font);
+    if (font.Size() == size) {
+        return;
+    }
+    fRename.Drop(); // it has the letters of before
+    const int32 top = IndexOf(Bounds().LeftTop());
+    SetFontSize(size);
+    if (top >= 0) {
+        ScrollTo(BPoint(Bounds().left, ItemFrame(top).top));
+    }
 }
 
 void DirView::SetDateFormat(const char* pattern)

@@ -142,6 +142,7 @@ public:
     /// The same for a list that shows something: has it drawn anew, and read again unless nothing
     /// but extras changed that leave all rows there.
     void Apply(const Preferences& preferences);
+    void TakeFontSize(float size);
     void SetDateFormat(const char* pattern);
     void SetProgressFlag(bool isOn) { fNotifier.SetShowsProgress(isOn); }
     void SetHeaderFlag(bool isOn) { fShowsHeader = isOn; }

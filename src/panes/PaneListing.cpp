@@ -49,6 +49,11 @@ void PaneListing::ReadAgain()
     Open(fSource->Again(), Way::kAgain);
 }
 
+void PaneListing::ReadAgainBehind()
+{
+    Open(fSource->Again(), Way::kAgain, false);
+}
+
 void PaneListing::LookAgain(const std::string& path)
 {
     if (fOpening == nullptr && fUpdates.IsFollowing()) {
@@ -91,7 +96,7 @@ void PaneListing::Enter(const DirListItem& row)
 
 // Opening
 
-bool PaneListing::Open(std::unique_ptr<RowSource> source, Way way)
+bool PaneListing::Open(std::unique_ptr<RowSource> source, Way way, bool isAwaited)
 {
     if (source == nullptr) {
         return false;
@@ -105,7 +110,9 @@ bool PaneListing::Open(std::unique_ptr<RowSource> source, Way way)
     }
     // A source that hands its rows over at once is fSource by the time Open() returns.
     fIsOpeningNow = true;
-    const status_t status = fOpening->Open(fOwner.OrderForOpening(), *this);
+    OpenOrder order = fOwner.OrderForOpening();
+    order.isAwaited = isAwaited;
+    const status_t status = fOpening->Open(order, *this);
     if (status != B_OK) {
         Failed(status);
     }

@@ -56,6 +56,8 @@ public:
     /// The same, but for what is shown may have a word to say first.
     void Leave(const std::string& folder);
     void ReadAgain();
+    /// The same for rows that show already what they will show: nothing waits for it.
+    void ReadAgainBehind();
     /// Looks for what changed in the folder shown, which may have moved to this path, unless
     /// something is being opened already. Rows stay where they are; nothing is said.
     void LookAgain(const std::string& path);
@@ -95,7 +97,7 @@ private:
     void NotOpened(RowSource& source, status_t status) override;
     void ReadAgain(RowSource& source) override;
 
-    bool Open(std::unique_ptr<RowSource> source, Way way);
+    bool Open(std::unique_ptr<RowSource> source, Way way, bool isAwaited = true);
     void Failed(status_t status);
     void NoteWay(Way way, const std::string& folderLeft);
     void LookFailed(status_t status);

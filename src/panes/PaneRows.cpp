@@ -125,6 +125,14 @@ void PaneRows::Forget(DirListItem* row)
     fTotals.Remove(*row);
 }
 
+void PaneRows::RewriteDates()
+{
+    const DatePattern& dates = DatePattern::For(fDateFormat);
+    for (int32 index = 0; index < CountRows(); index++) {
+        RowAt(index)->SetDates(dates);
+    }
+}
+
 // All rows
 
 void PaneRows::Fill(ListedRows rows)

@@ -116,8 +116,10 @@ public:
     const RowIndex& Nodes() const;
     const RowNames& Names() const;
 
-    // The Date column of rows that are made or rebuilt from now on
+    /// The Date column of rows that are made or rebuilt from now on; of all that are there, too,
+    /// after RewriteDates().
     void SetDateFormat(const std::string& pattern) { fDateFormat = pattern; }
+    void RewriteDates();
     const std::string& DateFormat() const { return fDateFormat; }
 
 private:

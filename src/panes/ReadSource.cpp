@@ -20,6 +20,9 @@ bigtime_t EndOfPatience(const OpenOrder& order)
         return B_INFINITE_TIMEOUT;
     }
     const bigtime_t now = system_time();
+    if (!order.isAwaited) {
+        return now;
+    }
     return now - gLastInVain < 10 * kPatience ? now : now + kPatience;
 }
 
@@ -30,7 +33,7 @@ status_t ReadSource::Open(const OpenOrder& order, RowTaker& taker)
     fTaker = &taker;
     fJob = &StartReading(order);
     if (!fJob->WaitUntil(EndOfPatience(order))) {
-        gLastInVain = system_time();
+        gLastInVain = order.isAwaited ? system_time() : gLastInVain.load();
         return B_OK; // the rows come later
     }
     const status_t status = fJob->Status();

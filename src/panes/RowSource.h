@@ -47,6 +47,7 @@ struct OpenOrder
     /// Is sent kListingNews when Proceed() is to be called. Not valid: nobody, and opening waits.
     BMessenger list = {};
     RowSorting sorting = {}; // the order that the rows are wanted in
+    bool isAwaited = true;   // for a moment, so that most folders come without a flicker
 };
 
 /// Something that is done to an entry, on any thread, which may wait for a disk: it keeps what it

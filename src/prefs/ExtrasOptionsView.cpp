@@ -1,11 +1,17 @@
 #include "prefs/ExtrasOptionsView.h"
 
 #include "prefs/SwitchList.h"
+#include "settings/Numbers.h"
 #include "settings/Preferences.h"
 
 #include <CheckBox.h>
 #include <InterfaceDefs.h>
+#include <MenuField.h>
+#include <MenuItem.h>
+#include <PopUpMenu.h>
 #include <ScrollView.h>
+
+#include <string>
 
 namespace norvane {
 
@@ -30,6 +36,8 @@ const Extra kExtras[] = {
     {"MoveByRenaming", "Move within a Volume by Renaming?", &Preferences::movesByRenaming},
 };
 
+constexpr int32 kFontSizes[] = {9, 10, 11, 12, 13, 14, 16, 18, 20, 24, 30, 36};
+
 } // namespace
 
 ExtrasOptionsView::ExtrasOptionsView(BRect frame)
@@ -44,8 +52,18 @@ ExtrasOptionsView::ExtrasOptionsView(BRect frame)
     for (const Extra& extra : kExtras) {
         fBoxes.push_back(list->AddSwitch(extra.name, extra.label));
     }
+    AddFontSizes(list);
     AddChild(new BScrollView("ExtrasScroll", list, B_FOLLOW_ALL_SIDES, 0, false, true,
                              B_NO_BORDER)); // adopted
+}
+
+void ExtrasOptionsView::AddFontSizes(SwitchList* list)
+{
+    fFontSizes = new BPopUpMenu("");
+    for (const int32 size : kFontSizes) {
+        fFontSizes->AddItem(new BMenuItem(std::to_string(size).c_str(), nullptr));
+    }
+    list->AddMenu("FontSize", "Font Size of Rows", fFontSizes);
 }
 
 void ExtrasOptionsView::SetTo(const Preferences& preferences)
@@ -54,6 +72,14 @@ void ExtrasOptionsView::SetTo(const Preferences& preferences)
     for (const Extra& extra : kExtras) {
         (*box++)->SetValue(preferences.*extra.value ? B_CONTROL_ON : B_CONTROL_OFF);
     }
+    // One that somebody wrote into the settings stays until another is chosen.
+    const std::string size = std::to_string(preferences.fontSize);
+    BMenuItem* item = fFontSizes->FindItem(size.c_str());
+    if (item == nullptr) {
+        item = new BMenuItem(size.c_str(), nullptr);
+        fFontSizes->AddItem(item);
+    }
+    item->SetMarked(true);
 }
 
 void ExtrasOptionsView::GetSwitches(Preferences* preferences) const
@@ -61,6 +87,9 @@ void ExtrasOptionsView::GetSwitches(Preferences* preferences) const
     auto box = fBoxes.begin();
     for (const Extra& extra : kExtras) {
         preferences->*extra.value = (*box++)->Value() != B_CONTROL_OFF;
+    }
+    if (const BMenuItem* item = fFontSizes->FindMarked()) {
+        preferences->fontSize = atoi(item->Label());
     }
 }
 

@@ -6,13 +6,16 @@
 #include <vector>
 
 class BCheckBox;
+class BPopUpMenu;
 
 namespace norvane {
 
 struct Preferences;
+class SwitchList;
 
 /// The page "Extras" of the preferences window: what people expect of other file managers. Each is
-/// off until it is chosen. They scroll where the page is too low for all.
+/// off until it is chosen, and the letters have the size they always had. They scroll where the
+/// page is too low for all.
 class ExtrasOptionsView : public BView
 {
 public:
@@ -24,7 +27,10 @@ public:
     void GetSwitches(Preferences* preferences) const;
 
 private:
-    std::vector<BCheckBox*> fBoxes; // in the list of switches
+    void AddFontSizes(SwitchList* list);
+
+    std::vector<BCheckBox*> fBoxes;   // in the list of switches
+    BPopUpMenu* fFontSizes = nullptr; // its field's
 };
 
 } // namespace norvane

@@ -2,10 +2,13 @@
 
 #include <CheckBox.h>
 #include <InterfaceDefs.h>
+#include <Menu.h>
+#include <MenuField.h>
 #include <ScrollBar.h>
 #include <ScrollView.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace norvane {
 
@@ -16,6 +19,9 @@ constexpr float kTop = 12;   // above the first box
 constexpr float kBottom = 5; // below the last one
 constexpr float kStep = 20;  // from one box to the next
 constexpr float kBoxHeight = 19;
+constexpr float kMenuGap = 3; // above a field with a menu, which is higher
+constexpr float kMenuHeight = 20;
+constexpr float kLabelGap = 8;
 
 class SwitchBox : public BCheckBox
 {
@@ -38,6 +44,27 @@ private:
     SwitchList& fList; // the parent
 };
 
+class SwitchMenu : public BMenuField
+{
+public:
+    SwitchMenu(BRect frame, const char* name, const char* label, BMenu* menu, SwitchList& list)
+        : BMenuField(frame, name, label, menu), fList(list)
+    {
+    }
+
+    // BView
+    void MakeFocus(bool focus) override
+    {
+        BMenuField::MakeFocus(focus);
+        if (focus) {
+            fList.ScrollIntoSight(Frame());
+        }
+    }
+
+private:
+    SwitchList& fList; // the parent
+};
+
 } // namespace
 
 SwitchList::SwitchList(BRect frame)
@@ -49,17 +76,37 @@ SwitchList::SwitchList(BRect frame)
 
 BCheckBox* SwitchList::AddSwitch(const char* name, const char* label)
 {
-    const float top = kTop + kStep * static_cast<float>(fBoxes.size());
-    const BRect place(0, top, Bounds().right, top + kBoxHeight);
-    fBoxes.push_back(new SwitchBox(place, name, label, *this));
-    AddChild(fBoxes.back());
+    auto* box = new SwitchBox(NextPlace(kBoxHeight), name, label, *this);
+    fEntries.push_back(box);
+    AddChild(box);
     FitBar();
-    return fBoxes.back();
+    return box;
+}
+
+BMenuField* SwitchList::AddMenu(const char* name, const char* label, BMenu* menu)
+{
+    auto* field =
+        new SwitchMenu(NextPlace(kMenuHeight).OffsetByCopy(0, kMenuGap), name, label, menu, *this);
+    fEntries.push_back(field);
+    AddChild(field);
+    field->SetDivider(std::ceil(field->StringWidth(label)) + kLabelGap);
+    float width = 0;
+    float height = 0;
+    field->GetPreferredSize(&width, &height);
+    field->ResizeTo(std::min(width, Bounds().Width()), kMenuHeight);
+    FitBar();
+    return field;
+}
+
+BRect SwitchList::NextPlace(float height) const
+{
+    const float top = fEntries.empty() ? kTop : fEntries.back()->Frame().bottom + 1;
+    return BRect(0, top, Bounds().right, top + height);
 }
 
 float SwitchList::ContentsBottom() const
 {
-    return fBoxes.empty() ? 0 : fBoxes.back()->Frame().bottom + kBottom;
+    return fEntries.empty() ? 0 : fEntries.back()->Frame().bottom + kBottom;
 }
 
 void SwitchList::ScrollIntoSight(BRect place)

@@ -12,6 +12,7 @@ namespace norvane {
 namespace {
 
 constexpr char kDateFormat[] = "DateFormat";
+constexpr char kFontSizeKey[] = "FontSize";
 
 struct Switch
 {
@@ -43,6 +44,21 @@ void ReadSwitch(const Switch& one, Preferences* read)
     }
 }
 
+bool IsFontSize(int64 size)
+{
+    return size >= Preferences::kSmallestFont && size <= Preferences::kLargestFont;
+}
+
+/// One that no row could be read in counts as missing.
+void ReadFontSize(Preferences* read)
+{
+    std::string value;
+    if (GetProfileString(kSettingsFolder, kFontSizeKey, value, kSettingsFile) &&
+        IsFontSize(atoi(value.c_str()))) {
+        read->fontSize = atoi(value.c_str());
+    }
+}
+
 bool IsStored(const char* key)
 {
     std::string value;
@@ -61,6 +77,7 @@ Preferences Preferences::Read()
     for (const Switch& one : kExtras) {
         ReadSwitch(one, &read);
     }
+    ReadFontSize(&read);
     return read;
 }
 
@@ -78,6 +95,9 @@ status_t Preferences::Write() const
             writer.Set(one.key, this->*one.value ? 1 : 0);
         }
     }
+    if (fontSize != kFontSize || IsStored(kFontSizeKey)) {
+        writer.Set(kFontSizeKey, fontSize);
+    }
     return writer.Write();
 }
 
@@ -90,6 +110,7 @@ void Preferences::AddTo(BMessage* message) const
     for (const Switch& one : kExtras) {
         message->AddBool(one.key, this->*one.value);
     }
+    message->AddInt32(kFontSizeKey, fontSize);
 }
 
 Preferences Preferences::In(const BMessage& message)
@@ -102,6 +123,8 @@ Preferences Preferences::In(const BMessage& message)
     for (const Switch& one : kExtras) {
         found.*one.value = message.GetBool(one.key, found.*one.value);
     }
+    const int32 size = message.GetInt32(kFontSizeKey, found.fontSize);
+    found.fontSize = IsFontSize(size) ? size : kFontSize;
     return found;
 }
 
@@ -111,6 +134,7 @@ bool Preferences::DiffersInExtrasAlone(const Preferences& other) const
     for (const Switch& one : kExtras) {
         same.*one.value = this->*one.value;
     }
+    same.fontSize = fontSize;
     return *this == same && *this != other;
 }
 

@@ -11,6 +11,10 @@ namespace norvane {
 /// What a person chose in the preferences window, as it is kept in the settings.
 struct Preferences
 {
+    static constexpr int32 kFontSize = 12;
+    static constexpr int32 kSmallestFont = 8;
+    static constexpr int32 kLargestFont = 36;
+
     std::string dateFormat = "%D %R"; // of the Date column, for strftime
     bool showsProgress = true;
     bool showsHeader = true; // of each pane
@@ -22,6 +26,7 @@ struct Preferences
     bool sortsByColumns = false;     // rows, by the columns that were clicked
     bool keepsAllInCopies = false;   // times, permissions and links
     bool movesByRenaming = false;    // within a volume
+    int32 fontSize = kFontSize;      // of the rows, in points; kSmallestFont to kLargestFont
 
     /// Reads them; what is missing is as above. What cannot be read is told, and counts as missing.
     /// Thread: any; waits for the disk.

@@ -39,7 +39,7 @@ std::vector<std::string> MainSettingsKeys()
     std::vector<std::string> keys = {
         "Left",         "Top",           "Width",           "Height",          "NumPanes",
         "DateFormat",   "ShowHeader",    "ShowFooter",      "ShowProgressBar", "ReadableSizes",
-        "HideDotNames", "SortByColumns", "KeepAllInCopies", "MoveByRenaming"};
+        "HideDotNames", "SortByColumns", "KeepAllInCopies", "MoveByRenaming",  "FontSize"};
     for (int pane = 0; pane < kPanes; pane++) {
         keys.push_back("Pane" + std::to_string(pane));
     }

@@ -135,5 +135,27 @@ expect "the extra is not stored" stored HideDotNames 0
 key Escape
 expect "the preferences window stays" window_gone "$title"
 expect "the panes are not as they were" looks "$panes" "$main"
+
+# Larger letters, by a key in the menu's field: all panes, and all as it was again
+open_preferences
+key ctrl+Next ctrl+Next Tab Tab Tab Tab Tab Tab 2
+shot "preferences-font"
+key Return
+expect "the size is not stored" stored FontSize 20
+key Escape
+expect "the preferences window stays" window_gone "$title"
+expect "the rows do not change" looks_new "$panes" "$main"
+expect "the panes are still being painted" still "$main"
+shot "preferences-large"
+open_preferences
+key ctrl+Next ctrl+Next Tab Tab Tab Tab Tab Tab space
+expect "the field opens no menu" menu_open
+key Home Down Down Down Return
+expect "the menu stays" menu_closed
+key Return
+expect "the size is not stored" stored FontSize 12
+key Escape
+expect "the preferences window stays" window_gone "$title"
+expect "the panes are not as they were" looks "$panes" "$main"
 quit_norvane
 [ "$(setting DateFormat)" = "%D %R" ] || fail "the end of the program lost the format"

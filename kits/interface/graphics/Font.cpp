@@ -173,10 +173,17 @@ void BFont::GetHeight(font_height* height) const
         *height = {static_cast<float>(kSystemHeight - descent), static_cast<float>(descent), 0};
         return;
     }
-    const QFontMetricsF& metrics = FontAccess::For(*this).metrics;
-    height->ascent = static_cast<float>(std::ceil(metrics.ascent()));
-    height->descent = static_cast<float>(std::ceil(metrics.descent()));
-    height->leading = static_cast<float>(std::round(metrics.leading()));
+    // Lists ask the same font for each of a million rows.
+    thread_local BFont last;
+    thread_local font_height lastHeight = {};
+    if (last != *this) { // at first a fitted one, which this is not
+        const QFontMetricsF& metrics = FontAccess::For(*this).metrics;
+        lastHeight.ascent = static_cast<float>(std::ceil(metrics.ascent()));
+        lastHeight.descent = static_cast<float>(std::ceil(metrics.descent()));
+        lastHeight.leading = static_cast<float>(std::round(metrics.leading()));
+        last = *this;
+    }
+    *height = lastHeight;
 }
 
 float BFont::StringWidth(const char* string) const

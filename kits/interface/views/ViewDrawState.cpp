@@ -160,8 +160,9 @@ void ViewDrawing::GetFont(BFont* font) const
 
 void ViewDrawing::SetFontSize(float size)
 {
-    fState->Pen();
-    fState->now.font.SetSize(size);
+    BFont font = fState->now.font;
+    font.SetSize(size);
+    SetFont(&font, B_FONT_SIZE); // what derives from this hears of it there
 }
 
 void ViewDrawing::GetFontHeight(font_height* height) const

@@ -44,6 +44,63 @@ TEST_F(PaneScrollTest, AnotherFolderStartsAtTheLeftEdgeOfTheColumns)
     });
 }
 
+TEST_F(PaneScrollTest, LettersOfAnotherSizeMakeAllRowsHigherAtOnceAndKeepTheTopRow)
+{
+    Open();
+    Preferences preferences;
+    Locked([&] {
+        const float usual = fList->ItemFrame(1).Height();
+        fList->ScrollTo(BPoint(0, fList->ItemFrame(30).top));
+        preferences.fontSize = 24;
+        fList->Apply(preferences);
+        const float large = fList->ItemFrame(1).Height();
+        EXPECT_GT(large, usual);
+        EXPECT_EQ(fList->ItemFrame(60).top, 60 * (large + 1));
+        EXPECT_EQ(fList->Bounds().top, fList->ItemFrame(30).top);
+        // The last row can be scrolled to.
+        float most = 0;
+        float least = 0;
+        fList->ScrollBar(B_VERTICAL)->GetRange(&least, &most);
+        EXPECT_GE(most + fList->Bounds().Height(), fList->ItemFrame(60).bottom);
+
+        preferences.fontSize = 12;
+        fList->Apply(preferences);
+        EXPECT_EQ(fList->ItemFrame(1).Height(), usual);
+        EXPECT_EQ(fList->Bounds().top, fList->ItemFrame(30).top);
+    });
+}
+
+TEST_F(PaneScrollTest, DatesAreInTheirNewFormAtOnce)
+{
+    Open();
+    Preferences preferences;
+    preferences.dateFormat = "%Y";
+    // What is read again comes when the window is free.
+    Locked([&] {
+        const int32 painted = 1;
+        const int32 unseen = 50;
+        ASSERT_EQ(std::string(fList->RowAt(painted)->Text(3)).size(), 14u);
+        fList->Apply(preferences);
+        EXPECT_STREQ(fList->RowAt(0)->Text(3), "--");
+        EXPECT_EQ(std::string(fList->RowAt(painted)->Text(3)).size(), 4u);
+        EXPECT_EQ(std::string(fList->RowAt(unseen)->Text(3)).size(), 4u);
+    });
+}
+
+TEST_F(PaneScrollTest, RowsThatComeLaterHaveTheLettersToo)
+{
+    Open();
+    Preferences preferences;
+    preferences.fontSize = 24;
+    Locked([&] {
+        fList->Apply(preferences);
+        const float large = fList->ItemFrame(1).Height();
+        fList->Populate(fTree.Path().c_str());
+        EXPECT_GT(fList->CountItems(), 1);
+        EXPECT_EQ(fList->ItemFrame(1).Height(), large);
+    });
+}
+
 TEST_F(PaneScrollTest, TheSameFolderReadAgainStaysWhereItIsSeen)
 {
     OpenScrolled(BPoint(300, 0));

@@ -4,6 +4,7 @@
 #include <View.h>
 #include <Window.h>
 
+#include <cmath>
 #include <functional>
 
 namespace {
@@ -36,12 +37,17 @@ protected:
     Picture Draw(DirListItem& row, BRect cell, int32 column, bool complete = true,
                  float height = 20)
     {
-        auto* window = new BWindow(BRect(50, 50, 249, 149), "sheet", B_TITLED_WINDOW, 0);
-        window->AddChild(new Sheet([&](BView* view) {
+        return Paint([&](BView* view) {
             row.Update(view, be_plain_font);
             row.SetHeight(height);
             row.DrawItemColumn(view, cell, column, complete);
-        }));
+        });
+    }
+
+    static Picture Paint(std::function<void(BView*)> paint)
+    {
+        auto* window = new BWindow(BRect(50, 50, 249, 149), "sheet", B_TITLED_WINDOW, 0);
+        window->AddChild(new Sheet(std::move(paint)));
         window->Show();
         const Picture picture = kits::testing::TakePicture(window);
         EXPECT_TRUE(window->Lock());
@@ -84,6 +90,38 @@ TEST_F(RowDrawingTest, ATallRowKeepsItsIconInTheMiddle)
     const int tall = TopOfIcon(Draw(row, BRect(0, 0, 19, 31), 0, true, 31), 20);
     ASSERT_GE(usual, 2);
     EXPECT_EQ(tall - usual, 6); // half of 11, rounded up
+}
+
+// The foot of a letter is at the baseline that the middle of the row asks for, at each size.
+TEST_F(RowDrawingTest, LettersStandInTheMiddleWhateverTheirSize)
+{
+    const auto row = Make("HHHH", false);
+    for (const float size : {9.0f, 12.0f, 16.0f, 24.0f, 36.0f}) {
+        float height = 0;
+        float foot = 0;
+        const Picture picture = Paint([&](BView* view) {
+            view->SetFontSize(size);
+            BFont font;
+            view->GetFont(&font);
+            row->Update(view, &font);
+            height = row->Height();
+            font_height letters;
+            font.GetHeight(&letters);
+            foot = std::ceil(letters.ascent) +
+                   (height - std::ceil(letters.ascent) - std::ceil(letters.descent)) / 2;
+            row->DrawItemColumn(view, BRect(0, 0, 199, height), 1, true);
+        });
+        int lowest = -1;
+        for (int y = 0; y < picture.height; y++) {
+            for (int x = 0; x < 20; x++) {
+                const rgb_color pixel = picture.At(x, y);
+                lowest = pixel.red < 90 && pixel.blue < 90 ? y : lowest;
+            }
+        }
+        EXPECT_GE(height, 20) << size;
+        EXPECT_GE(height, size) << size;
+        EXPECT_NEAR(static_cast<float>(lowest) + 1, foot, 1) << size;
+    }
 }
 
 TEST_F(RowDrawingTest, AMarkedRowIsRed)

@@ -352,8 +352,64 @@ TEST_P(ExtrasTest, LabelHasRoom)
     EXPECT_GE(Locked([=] { return box->Bounds().Width(); }), width);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, ExtrasTest, ::testing::Values("ReadableSizes", "HideDotNames"),
+INSTANTIATE_TEST_SUITE_P(All, ExtrasTest,
+                         ::testing::Values("ReadableSizes", "HideDotNames", "SortByColumns",
+                                           "KeepAllInCopies", "MoveByRenaming"),
                          [](const auto& tested) { return std::string(tested.param); });
+
+class FontSizeTest : public OptionsFixture
+{
+protected:
+    void ShowField()
+    {
+        auto* pages = Find<BTabView>("tab_view");
+        auto* field = Find<BMenuField>("FontSize");
+        Locked([=] {
+            pages->Select(2);
+            field->MakeFocus(); // and comes into sight
+            return true;
+        });
+    }
+    std::string Marked()
+    {
+        auto* field = Find<BMenuField>("FontSize");
+        return Locked([=] { return std::string(field->Menu()->FindMarked()->Label()); });
+    }
+};
+
+TEST_F(FontSizeTest, IsChosenByKeysAndStored)
+{
+    Open();
+    EXPECT_EQ(Marked(), "12");
+    ShowField();
+    kits::testing::TypeKey('2'); // the next that begins with it
+    EXPECT_EQ(Marked(), "20");
+    Click("SaveOptions");
+    EXPECT_NE(Settings().find("\nFontSize=20\n"), std::string::npos) << Settings();
+}
+
+TEST_F(FontSizeTest, OneThatTheMenuHasNotIsKept)
+{
+    fTree.Write(kFile, "FontSize=17\n");
+    Open();
+    EXPECT_EQ(Marked(), "17");
+    Click("SaveOptions");
+    EXPECT_NE(Settings().find("FontSize=17\n"), std::string::npos) << Settings();
+}
+
+TEST_F(FontSizeTest, FieldHasRoomForItsLabelAndAllSizes)
+{
+    Open();
+    auto* field = Find<BMenuField>("FontSize");
+    float width = 0;
+    float height = 0;
+    Locked([&] {
+        field->GetPreferredSize(&width, &height);
+        return true;
+    });
+    EXPECT_GE(Locked([=] { return field->Bounds().Width(); }), width);
+    EXPECT_GE(Locked([=] { return field->Bounds().Height(); }), height);
+}
 
 // Every view's frame lies within its parent's bounds, so nothing is cut but what scrolls.
 void ExpectWhole(const BView& view)

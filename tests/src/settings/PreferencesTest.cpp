@@ -93,6 +93,38 @@ TEST_F(PreferencesTest, ExtrasAreStoredAndTakenBack)
     EXPECT_NE(Contents().find("\nReadableSizes=0\n"), std::string::npos);
 }
 
+TEST_F(PreferencesTest, FontSizeIsStoredAndTakenBack)
+{
+    Preferences preferences;
+    preferences.fontSize = 18;
+    ASSERT_EQ(preferences.Write(), B_OK);
+    EXPECT_EQ(Preferences::Read().fontSize, 18);
+    BMessage message;
+    preferences.AddTo(&message);
+    EXPECT_EQ(Preferences::In(message), preferences);
+    EXPECT_TRUE(Preferences().DiffersInExtrasAlone(preferences));
+
+    preferences.fontSize = 12;
+    ASSERT_EQ(preferences.Write(), B_OK);
+    EXPECT_EQ(Preferences::Read().fontSize, 12);
+    EXPECT_NE(Contents().find("\nFontSize=12\n"), std::string::npos);
+}
+
+TEST_F(PreferencesTest, FontSizeThatNoRowCanHaveIsNone)
+{
+    for (const char* size : {"", "x", "0", "7", "37", "-12", "99999999999"}) {
+        Write(std::string("FontSize=") + size + "\n");
+        EXPECT_EQ(Preferences::Read().fontSize, 12) << size;
+    }
+    for (const int32 size : {8, 36}) {
+        Write("FontSize=" + std::to_string(size) + "\n");
+        EXPECT_EQ(Preferences::Read().fontSize, size);
+    }
+    BMessage message;
+    message.AddInt32("FontSize", 1000);
+    EXPECT_EQ(Preferences::In(message).fontSize, 12);
+}
+
 TEST_F(PreferencesTest, TellExtrasFromTheRest)
 {
     const Preferences plain;
