@@ -28,6 +28,7 @@ using norvane::Preferences;
 namespace {
 
 constexpr int kPanes = 10;
+constexpr int32 kNameColumn = 1;
 constexpr int32 kDateColumn = 3;
 
 class Bench
@@ -43,6 +44,7 @@ public:
         const double font = Apply(preferences);
         preferences.showsReadableSizes = true;
         const double units = Apply(preferences);
+        ClickName();
         preferences.sortsByColumns = true;
         const double sorting = Apply(preferences);
         preferences.hidesDotNames = true;
@@ -72,6 +74,15 @@ private:
         fWindow->MessageReceived(&read);
         fWindow->Sync();
         return Since(start);
+    }
+
+    void ClickName()
+    {
+        const BAutolock lock(fWindow);
+        for (int32 pane = 0; pane < fWindow->CountPanes(); pane++) {
+            fWindow->PaneAt(pane)->GetDirView()->SetSortKey(kNameColumn);
+        }
+        fWindow->Sync();
     }
 
     /// Until it holds for all panes, and is painted.

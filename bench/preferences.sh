@@ -20,7 +20,7 @@ FILES
     done
     alone_row "ten panes of $1: font size, ms" font "<= 100"
     alone_row "units of sizes, ms" units "<= 100"
-    alone_row "sorting by columns, ms" sorting "<= 100"
+    alone_row "rows sorted by names, ms" sorting "<= 100"
     alone_row "dot names hidden, ms" dots "<= 100"
     alone_row "form of dates, ms" dates "<= 100"
     rm -r "$folder"

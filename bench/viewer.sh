@@ -1,7 +1,6 @@
 # shellcheck shell=bash disable=SC2154,SC2034 # bench/run has set what is used here
 # Sourced by bench/run: a large text and a large picture in a viewer.
 
-
 measure_viewer() {
     local text=$shm_play/log said round first=() whole=() end=() wrapped=() grown=()
     # 100 MB, a million lines
