@@ -45,9 +45,12 @@ public:
 /// clears the field, then cancels. Folders are read on a thread of their own.
 ///
 /// What was chosen is sent as a copy of the panel's message, or as B_REFS_RECEIVED without one,
-/// with "refs". Whenever the panel closes without, a B_CANCEL goes out with the message's what as
-/// int32 "old_what" and the panel as pointer "source". Thread: any, one at a time, whatever
-/// it has locked; the window follows soon. Ownership: deleting a panel closes its window.
+/// with "refs". When a person, or the program that is asked to quit, closes the panel without, a
+/// B_CANCEL goes out with the message's what as int32 "old_what" and the panel as pointer "source";
+/// Hide() sends none. Thread: any; nothing waits for the window, which follows soon, but deleting
+/// the panel and SetRefFilter() wait for a hook or a filter that is running: hold no lock then that
+/// these take. Hooks and filters may do both themselves. Ownership: deleting a panel closes its
+/// window.
 class BFilePanel
 {
 public:
@@ -76,7 +79,8 @@ public:
     /// Sends a message of the panel; `message` is borrowed. Thread: the panel's.
     virtual void SendMessage(const BMessenger* target, BMessage* message);
 
-    /// Lends the panel's window.
+    /// Lends the panel's window. Null when it has ended, as all do when the program is asked to
+    /// quit; Show() makes it anew.
     BWindow* Window() const;
     BMessenger Messenger() const;
     file_panel_mode PanelMode() const { return fMode; }
@@ -105,7 +109,4 @@ public:
 private:
     const file_panel_mode fMode;
     const std::shared_ptr<kits::PanelLink> fLink;
-    BWindow* fWindow;      // deletes itself; ended by the destructor, or with the program
-    BMessenger fMessenger; // to it
-    size_t fNextSelected = 0;
 };

@@ -13,18 +13,16 @@ using kits::PanelLink;
 BFilePanel::BFilePanel(file_panel_mode mode, const BMessenger* target, const entry_ref* directory,
                        uint32 nodeFlavors, bool allowMultipleSelection, const BMessage* message,
                        BRefFilter* filter, bool modal, bool hideWhenDone)
-    : fMode(mode), fLink(std::make_shared<PanelLink>(this, filter))
+    : fMode(mode),
+      fLink(std::make_shared<PanelLink>(
+          this, filter, kits::PanelSettings{nodeFlavors, allowMultipleSelection, modal}))
 {
     fLink->With([&](PanelLink::State& state) {
         state.target = target != nullptr ? *target : be_app_messenger;
         state.message = message != nullptr ? *message : BMessage(B_REFS_RECEIVED);
         state.hidesWhenDone = hideWhenDone;
     });
-    auto* window = new kits::PanelWindow(
-        fLink, {nodeFlavors, allowMultipleSelection, modal}); // ended by the destructor
-    fWindow = window;
-    fMessenger = BMessenger(window);
-    window->Run();
+    kits::PanelWindow::Make(fLink); // or when it is to be shown
     if (directory != nullptr) {
         SetPanelDirectory(directory);
     }
@@ -33,20 +31,19 @@ BFilePanel::BFilePanel(file_panel_mode mode, const BMessenger* target, const ent
 BFilePanel::~BFilePanel()
 {
     fLink->Leave();
-    fMessenger.SendMessage(kits::kPanelEnd);
+    fLink->Tell(kits::kPanelEnd);
 }
 
 void BFilePanel::Show()
 {
-    if (fMode == B_OPEN_PANEL) {
-        fLink->With([](PanelLink::State& state) { state.isShowing = true; });
-        fMessenger.SendMessage(kits::kPanelShow);
+    if (fMode == B_OPEN_PANEL && kits::PanelWindow::Make(fLink)) {
+        fLink->Ask(true);
     }
 }
 
 void BFilePanel::Hide()
 {
-    fMessenger.SendMessage(kits::kPanelHide);
+    fLink->Ask(false);
 }
 
 bool BFilePanel::IsShowing() const
@@ -65,7 +62,7 @@ void BFilePanel::SendMessage(const BMessenger* target, BMessage* message)
 
 BWindow* BFilePanel::Window() const
 {
-    return fWindow;
+    return fLink->With([](const PanelLink::State& state) { return state.window; });
 }
 
 BMessenger BFilePanel::Messenger() const
@@ -112,9 +109,8 @@ void BFilePanel::SetPanelDirectory(const char* path)
     if (path == nullptr) {
         return;
     }
-    BMessage message(kits::kPanelGoTo);
-    message.AddString("path", path);
-    fMessenger.SendMessage(&message);
+    fLink->With([&](PanelLink::State& state) { state.wished = path; });
+    fLink->Tell(kits::kPanelWished);
 }
 
 void BFilePanel::SetPanelDirectory(const BEntry* folder)
@@ -127,10 +123,10 @@ void BFilePanel::SetPanelDirectory(const BEntry* folder)
 
 void BFilePanel::SetButtonLabel(file_panel_button button, const char* label)
 {
-    BMessage message(kits::kPanelLabel);
-    message.AddInt32("button", button);
-    message.AddString("label", label != nullptr ? label : "");
-    fMessenger.SendMessage(&message);
+    fLink->With([&](PanelLink::State& state) {
+        state.labels.at(button == B_DEFAULT_BUTTON ? 1 : 0) = label != nullptr ? label : "";
+    });
+    fLink->Tell(kits::kPanelWished);
 }
 
 void BFilePanel::SetHideWhenDone(bool hides)
@@ -145,12 +141,12 @@ bool BFilePanel::HidesWhenDone() const
 
 void BFilePanel::Refresh()
 {
-    fMessenger.SendMessage(kits::kPanelRefresh);
+    fLink->Tell(kits::kPanelRefresh);
 }
 
 void BFilePanel::Rewind()
 {
-    fNextSelected = 0;
+    fLink->With([](PanelLink::State& state) { state.nextSelected = 0; });
 }
 
 status_t BFilePanel::GetNextSelectedRef(entry_ref* ref)
@@ -158,11 +154,11 @@ status_t BFilePanel::GetNextSelectedRef(entry_ref* ref)
     if (ref == nullptr) {
         return B_BAD_VALUE;
     }
-    return fLink->With([&](const PanelLink::State& state) -> status_t {
-        if (fNextSelected >= state.selected.size()) {
+    return fLink->With([&](PanelLink::State& state) -> status_t {
+        if (state.nextSelected >= state.selected.size()) {
             return B_ENTRY_NOT_FOUND;
         }
-        *ref = state.selected[fNextSelected++];
+        *ref = state.selected[state.nextSelected++];
         return B_OK;
     });
 }

@@ -19,6 +19,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cstring>
 #include <numeric>
 #include <utility>
 
@@ -32,7 +33,7 @@ std::string HomeFolder()
     return find_directory(B_USER_DIRECTORY, &home) == B_OK ? home.Path() : "/";
 }
 
-std::string Resolved(const std::string& path, const std::string& base)
+std::string Resolved(const std::string& path)
 {
     if (path.empty()) {
         const std::string last = LastPanelFolder();
@@ -41,7 +42,7 @@ std::string Resolved(const std::string& path, const std::string& base)
     if (path == "~" || path.starts_with("~/")) {
         return HomeFolder().append(path, 1);
     }
-    return path.starts_with('/') ? path : std::string(base).append("/").append(path);
+    return path;
 }
 
 /// The folders that hold this one, then the person's, then the volumes.
@@ -79,6 +80,30 @@ std::vector<std::string> FindPlaces(const std::string& folder)
     return places;
 }
 
+/// The places of the entries: folders first, then in the order of people's language. Names that
+/// are one to that stand by their bytes, so that they stay where they are.
+std::vector<uint32> OrderOf(const std::vector<PanelFolder::Entry>& entries)
+{
+    std::vector<const char*> names;
+    names.reserve(entries.size());
+    for (const PanelFolder::Entry& entry : entries) {
+        names.push_back(entry.ref.name);
+    }
+    BCollator collator;
+    collator.SetNumericSorting(true);
+    const std::vector<uint32> ranks = collator.Ranks(names);
+    std::vector<uint32> order(entries.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::sort(order.begin(), order.end(), [&](uint32 a, uint32 b) {
+        const bool isFolder = entries[a].IsFolder();
+        if (isFolder != entries[b].IsFolder()) {
+            return isFolder;
+        }
+        return ranks[a] != ranks[b] ? ranks[a] < ranks[b] : std::strcmp(names[a], names[b]) < 0;
+    });
+    return order;
+}
+
 } // namespace
 
 bool PanelFolder::Entry::IsFolder() const
@@ -89,7 +114,6 @@ bool PanelFolder::Entry::IsFolder() const
 struct PanelReading::Shared
 {
     std::string path;
-    std::string base;
     BMessenger told;
     std::atomic<bool> isLetGo{false};
 
@@ -119,7 +143,7 @@ void PanelReading::Shared::Do()
 
 void PanelReading::Shared::Read(PanelFolder* read)
 {
-    BEntry entry(Resolved(path, base).c_str(), true);
+    BEntry entry(Resolved(path).c_str(), true);
     BPath found;
     read->status = entry.InitCheck();
     if (read->status == B_OK) {
@@ -173,7 +197,6 @@ status_t PanelReading::Shared::ReadEntries(const BDirectory& directory, PanelFol
         return status;
     }
     std::vector<PanelFolder::Entry> entries;
-    std::vector<const char*> names;
     const bool isFiltered = link->HasFilter();
     for (int32 i = 0; i < batch.CountItems() && !isLetGo; ++i) {
         const BEntryBatch::Item& item = batch.ItemAt(i);
@@ -190,31 +213,17 @@ status_t PanelReading::Shared::ReadEntries(const BDirectory& directory, PanelFol
             entries.push_back(std::move(entry));
         }
     }
-    names.reserve(entries.size());
-    for (const PanelFolder::Entry& entry : entries) {
-        names.push_back(entry.ref.name);
-    }
-    BCollator collator;
-    collator.SetNumericSorting(true);
-    const std::vector<uint32> ranks = collator.Ranks(names);
-    std::vector<uint32> order(entries.size());
-    std::iota(order.begin(), order.end(), 0);
-    std::sort(order.begin(), order.end(), [&](uint32 a, uint32 b) {
-        const bool isFolder = entries[a].IsFolder();
-        return isFolder != entries[b].IsFolder() ? isFolder : ranks[a] < ranks[b];
-    });
-    for (const uint32 index : order) {
+    for (const uint32 index : OrderOf(entries)) {
         read->entries.push_back(std::move(entries[index]));
     }
     return B_OK;
 }
 
-PanelReading::PanelReading(std::string path, std::string base, std::shared_ptr<PanelLink> link,
+PanelReading::PanelReading(std::string path, std::shared_ptr<PanelLink> link,
                            const BMessenger& told)
     : fShared(std::make_shared<Shared>())
 {
     fShared->path = std::move(path);
-    fShared->base = std::move(base);
     fShared->link = std::move(link);
     fShared->told = told;
     if (StartDetached("panel folder", [shared = fShared] { shared->Do(); }) != B_OK) {

@@ -40,12 +40,11 @@ struct PanelFolder
 class PanelReading
 {
 public:
-    /// Reads `path`, from `base` when it is relative; "~" is the home folder, "" the one
-    /// in which a file was chosen last. A file is found, too.
+    /// Reads `path`; "~" is the home folder, "" the one in which a file was chosen last. A file is
+    /// found, too.
     /// `told` is sent a kPanelFolderRead when it is done. Without a thread to be had it is done
     /// when this returns.
-    PanelReading(std::string path, std::string base, std::shared_ptr<PanelLink> link,
-                 const BMessenger& told);
+    PanelReading(std::string path, std::shared_ptr<PanelLink> link, const BMessenger& told);
     ~PanelReading();
     PanelReading(const PanelReading&) = delete;
     PanelReading& operator=(const PanelReading&) = delete;

@@ -76,16 +76,96 @@ std::string NameOf(const std::string& path)
 
 } // namespace
 
-PanelWindow::PanelWindow(std::shared_ptr<PanelLink> link, Settings settings)
+bool PanelWindow::Make(const std::shared_ptr<PanelLink>& link)
+{
+    if (link->With([](const PanelLink::State& state) { return state.window != nullptr; })) {
+        return true;
+    }
+    auto* window = new PanelWindow(link); // ended by the panel, or with the program
+    const BMessenger messenger(window);
+    const bool isFirst = link->With([&](PanelLink::State& state) {
+        if (state.window != nullptr) {
+            return false; // a hook has made one meanwhile
+        }
+        state.window = window;
+        state.toWindow = messenger;
+        state.asked = 0;
+        return true;
+    });
+    if (!isFirst) {
+        window->Quit();
+        return true;
+    }
+    if (window->Run() < B_OK) {
+        window->Quit();
+        return false;
+    }
+    return true;
+}
+
+PanelWindow::PanelWindow(std::shared_ptr<PanelLink> link)
     : BWindow(kFrame, "Open", B_TITLED_WINDOW_LOOK,
-              settings.isModal ? B_MODAL_APP_WINDOW_FEEL : B_NORMAL_WINDOW_FEEL,
+              link->Settings().isModal ? B_MODAL_APP_WINDOW_FEEL : B_NORMAL_WINDOW_FEEL,
               B_ASYNCHRONOUS_CONTROLS),
-      fLink(std::move(link)), fSettings(settings)
+      fLink(std::move(link))
 {
     AddViews();
-    CenterIn(BScreen().Frame());
+    const auto [title, frame] = fLink->With(
+        [](const PanelLink::State& state) { return std::pair(state.title, state.frame); });
     const float line = LineHeight();
     SetSizeLimits(260, 10'000, 6 * line + 6 * kEdge + 80, 10'000);
+    SetTitle(title.c_str());
+    if (frame.IsValid()) {
+        MoveTo(frame.LeftTop());
+        ResizeTo(frame.Width(), frame.Height());
+    } else {
+        CenterIn(BScreen().Frame());
+    }
+}
+
+PanelWindow::~PanelWindow()
+{
+    LeavePanel();
+}
+
+void PanelWindow::Quit()
+{
+    LeavePanel();
+    BWindow::Quit();
+}
+
+/// The window ends; the panel makes another when it is to be shown again. Whether it was shown.
+bool PanelWindow::LeavePanel()
+{
+    const bool isGoing = fReading != nullptr && !fGoal.isTyped;
+    const std::string path = isGoing ? fGoal.path : fShown;
+    const std::string title = Title();
+    const BRect frame = Frame();
+    return fLink->With([&](PanelLink::State& state) {
+        if (state.window != this) {
+            return false;
+        }
+        state.window = nullptr;
+        state.title = title;
+        state.frame = frame;
+        state.asked = 0;
+        if (!state.wished.has_value()) {
+            state.wished = path;
+        }
+        return std::exchange(state.isShowing, false);
+    });
+}
+
+void PanelWindow::TakeWishes()
+{
+    const auto [labels, wished] = fLink->With([](PanelLink::State& state) {
+        return std::pair(state.labels, std::exchange(state.wished, std::nullopt));
+    });
+    SetButtonLabel(fCancel, labels[B_CANCEL_BUTTON].c_str());
+    SetButtonLabel(fOpen, labels[B_DEFAULT_BUTTON].c_str());
+    if (wished.has_value()) {
+        GoTo({.path = *wished});
+    }
 }
 
 void PanelWindow::AddViews()
@@ -109,8 +189,8 @@ void PanelWindow::AddViews()
     const float fieldTop = buttonsTop - kGap - row;
     const BRect inside(kEdge + 2, kEdge + row + kGap + 2,
                        bounds.right - kEdge - 2 - B_V_SCROLL_BAR_WIDTH, fieldTop - kGap - 2);
-    fList = new PanelList(inside, fSettings.takesSeveral ? B_MULTIPLE_SELECTION_LIST
-                                                         : B_SINGLE_SELECTION_LIST);
+    fList = new PanelList(inside, fLink->Settings().takesSeveral ? B_MULTIPLE_SELECTION_LIST
+                                                                 : B_SINGLE_SELECTION_LIST);
     fList->SetInvocationMessage(new BMessage(kInvoked));
     fList->SetSelectionMessage(new BMessage(kSelected));
     ground->AddChild(
@@ -178,8 +258,9 @@ void PanelWindow::ChangePlaces(const std::vector<std::string>& places)
 
 void PanelWindow::Open()
 {
+    TakeWishes();
     if (fReading == nullptr && fShown.empty()) {
-        GoTo("");
+        GoTo({});
     }
     if (IsHidden()) {
         Show();
@@ -188,36 +269,57 @@ void PanelWindow::Open()
     fField->MakeFocus(true);
 }
 
-void PanelWindow::Close()
+/// Takes it from the screen, sends the message, null for none, and tells the panel last: its hook
+/// may delete it.
+void PanelWindow::Close(BMessage* message)
 {
-    fLink->With([](PanelLink::State& state) { state.isShowing = false; });
-    if (!IsHidden()) {
+    const bool wasShown = !IsHidden();
+    if (wasShown) {
         Hide();
+    }
+    if (fGoal.isTyped) {
+        fReading.reset(); // nothing is chosen any more
+    }
+    if (message != nullptr) {
+        Send(message);
+    }
+    if (wasShown) {
         fLink->Call([](BFilePanel& panel) { panel.WasHidden(); });
     }
 }
 
-/// The panel ends its window itself. Only the program's end, which waits for an answer, does too.
+/// A window that ends so is made anew; only the program's end, which waits for an answer, ends it.
 bool PanelWindow::QuitRequested()
 {
     const BMessage* asking = CurrentMessage();
-    if (asking != nullptr && asking->IsSourceWaiting()) {
-        fLink->With([](PanelLink::State& state) { state.isShowing = false; });
-        return true;
+    if (asking == nullptr || !asking->IsSourceWaiting()) {
+        Cancel();
+        return false;
     }
-    Cancel();
-    return false;
+    if (LeavePanel()) {
+        CloseCancelled();
+    } else {
+        Close(nullptr);
+    }
+    return true;
 }
 
 void PanelWindow::Cancel()
+{
+    if (!IsHidden()) {
+        fLink->NoteShowing(this, false, false);
+        CloseCancelled();
+    }
+}
+
+void PanelWindow::CloseCancelled()
 {
     BMessage message(B_CANCEL);
     fLink->With([&](const PanelLink::State& state) {
         message.AddInt32("old_what", static_cast<int32>(state.message.what));
     });
     fLink->Call([&](BFilePanel& panel) { message.AddPointer("source", &panel); });
-    Close();
-    Send(&message);
+    Close(&message);
 }
 
 void PanelWindow::Send(BMessage* message)
@@ -227,25 +329,32 @@ void PanelWindow::Send(BMessage* message)
     fLink->Call([&](BFilePanel& panel) { panel.SendMessage(&target, message); });
 }
 
-void PanelWindow::GoTo(const std::string& path, bool isTyped)
+void PanelWindow::GoTo(Goal goal)
 {
-    fIsTyped = isTyped;
-    fReading = std::make_unique<PanelReading>(path, fShown, fLink, BMessenger(nullptr, this));
+    fGoal = std::move(goal);
+    std::string& path = fGoal.path;
+    if (!path.empty() && path[0] != '/' && path != "~" && !path.starts_with("~/")) {
+        path = fShown + "/" + path;
+    }
+    fReading = std::make_unique<PanelReading>(path, fLink, BMessenger(nullptr, this));
     TakeFolder(); // without a thread it is here already
 }
 
+/// What is being read is read again, as it was asked for.
 void PanelWindow::Refresh()
 {
-    if (!fShown.empty()) {
-        GoTo(fShown);
+    if (fReading != nullptr) {
+        GoTo(Goal(fGoal));
+    } else if (!fShown.empty()) {
+        GoTo({.path = fShown});
     }
 }
 
 void PanelWindow::Up()
 {
     if (!fShown.empty() && fShown != "/") {
-        fCameFrom = NameOf(fShown);
-        GoTo(fShown.substr(0, std::max<size_t>(fShown.rfind('/'), 1)));
+        const std::string above = fShown.substr(0, std::max<size_t>(fShown.rfind('/'), 1));
+        GoTo({.path = above, .left = NameOf(fShown)});
     }
 }
 
@@ -263,7 +372,7 @@ void PanelWindow::TakeFolder()
     if (folder->path.empty()) { // not even found: what is shown stays
         Say(std::string("This cannot be opened: ").append(ReasonText(folder->status)));
         if (fShown.empty() && !std::exchange(fIsLost, true)) {
-            GoTo("");
+            GoTo({});
         }
         return;
     }
@@ -273,10 +382,10 @@ void PanelWindow::TakeFolder()
 /// A file was named where a folder could be.
 void PanelWindow::TakeFile(const PanelFolder& file)
 {
-    if (fIsTyped && file.isPassed && MayChoose({file.chosen, S_IFREG})) {
+    if (fGoal.isTyped && file.isPassed && MayChoose({file.chosen, S_IFREG})) {
         Choose({file.chosen}, file.path);
     } else if (fShown.empty()) {
-        GoTo(file.path);
+        GoTo({.path = file.path});
     } else {
         Say("This is no folder, and no file that can be chosen here.");
     }
@@ -290,12 +399,12 @@ void PanelWindow::ShowFolder(std::unique_ptr<PanelFolder> folder)
     fLink->With([&](PanelLink::State& state) { state.folder = folder->ref; });
     fPath->SetText(fShown.c_str());
     ChangePlaces(folder->places);
-    if (isOther || fIsTyped) { // not what is typed while the same folder is read again
+    if (isOther || fGoal.isTyped) { // not what is typed while the same folder is read again
         fField->SetText("");
     }
     fTyped = fField->Text();
     int32 selected = 0;
-    const std::string left = std::exchange(fCameFrom, {});
+    const std::string left = fGoal.left;
     for (size_t i = 0; i < folder->entries.size() && !left.empty(); ++i) {
         if (left == folder->entries[i].ref.name) {
             selected = static_cast<int32>(i);
@@ -321,99 +430,8 @@ void PanelWindow::Say(const std::string& remark)
     }
 }
 
-// Choosing
-
-bool PanelWindow::IsPathTyped() const
+void PanelWindow::SetButtonLabel(BButton* changed, const char* label)
 {
-    const char* text = fField->Text();
-    return std::strchr(text, '/') != nullptr || std::strcmp(text, "~") == 0;
-}
-
-/// Keys may come faster than the field tells of its changes.
-void PanelWindow::CatchUp()
-{
-    if (fTyped != fField->Text()) {
-        TypedSomething();
-    }
-}
-
-void PanelWindow::TypedSomething()
-{
-    fTyped = fField->Text();
-    fPath->SetText(fShown.c_str());
-    fList->Filter(IsPathTyped() ? "" : fField->Text());
-    TellSelection();
-}
-
-const PanelFolder::Entry* PanelWindow::SelectedEntry(int32 place) const
-{
-    const int32 index = fList->CurrentSelection(place);
-    return index >= 0 ? fList->EntryAt(index) : nullptr;
-}
-
-void PanelWindow::TellSelection()
-{
-    std::vector<entry_ref> selected;
-    for (int32 i = 0; const PanelFolder::Entry* entry = SelectedEntry(i); ++i) {
-        selected.push_back(entry->ref);
-    }
-    fLink->With([&](PanelLink::State& state) { state.selected = std::move(selected); });
-    fLink->Call([](BFilePanel& panel) { panel.SelectionChanged(); });
-}
-
-bool PanelWindow::MayChoose(const PanelFolder::Entry& entry) const
-{
-    const uint32 flavors = fSettings.flavors != 0 ? fSettings.flavors : uint32(B_FILE_NODE);
-    return (flavors & (entry.IsFolder() ? B_DIRECTORY_NODE : B_FILE_NODE)) != 0;
-}
-
-/// The button chooses a folder where folders are wanted, all else goes into it.
-void PanelWindow::Accept(bool byButton)
-{
-    CatchUp();
-    if (IsPathTyped()) {
-        GoTo(fField->Text(), true);
-        return;
-    }
-    std::vector<entry_ref> refs;
-    const PanelFolder::Entry* first = SelectedEntry(0);
-    if (first != nullptr && first->IsFolder() && !(byButton && MayChoose(*first))) {
-        GoTo(first->ref.name);
-        return;
-    }
-    for (int32 i = 0; const PanelFolder::Entry* entry = SelectedEntry(i); ++i) {
-        if (MayChoose(*entry)) {
-            refs.push_back(entry->ref);
-        }
-    }
-    if (refs.empty() && byButton && (fSettings.flavors & B_DIRECTORY_NODE) != 0 &&
-        !fShown.empty()) {
-        refs.push_back(fLink->With([](const PanelLink::State& state) { return state.folder; }));
-    }
-    if (!refs.empty()) {
-        Choose(refs, fShown);
-    }
-}
-
-/// They lie in the folder at a path.
-void PanelWindow::Choose(const std::vector<entry_ref>& refs, const std::string& folder)
-{
-    BMessage message = fLink->With([](const PanelLink::State& state) { return state.message; });
-    for (const entry_ref& ref : refs) {
-        message.AddRef("refs", &ref);
-    }
-    // Kept for the next panel; when it cannot be, that one begins at home.
-    [[maybe_unused]] const status_t status =
-        StartDetached("panel memory", [folder] { KeepPanelFolder(folder); });
-    if (fLink->With([](const PanelLink::State& state) { return state.hidesWhenDone; })) {
-        Close();
-    }
-    Send(&message);
-}
-
-void PanelWindow::SetButtonLabel(int32 button, const char* label)
-{
-    BButton* changed = button == B_DEFAULT_BUTTON ? fOpen : fCancel;
     const float width = std::ceil(be_plain_font->StringWidth(label)) + kButtonPadding;
     const float more = width - changed->Bounds().Width();
     changed->SetLabel(label);
@@ -448,23 +466,22 @@ void PanelWindow::MessageReceived(BMessage* message)
         Cancel();
         break;
     case kPlaceChosen:
-        GoTo(message->GetString("path", "/"));
+        GoTo({.path = message->GetString("path", "/")});
         fField->MakeFocus(true);
         break;
     case kPanelShow:
+        fLink->NoteShowing(this, true, true);
         Open();
         break;
     case kPanelHide:
-        Close();
-        break;
-    case kPanelGoTo:
-        GoTo(message->GetString("path", ""));
+        fLink->NoteShowing(this, false, true);
+        Close(nullptr);
         break;
     case kPanelRefresh:
         Refresh();
         break;
-    case kPanelLabel:
-        SetButtonLabel(message->GetInt32("button", 0), message->GetString("label", ""));
+    case kPanelWished:
+        TakeWishes();
         break;
     case kPanelEnd:
         Quit();

@@ -25,14 +25,12 @@ class PanelList;
 class PanelWindow : public BWindow
 {
 public:
-    struct Settings
-    {
-        uint32 flavors = 0; // of what can be chosen; 0: files
-        bool takesSeveral = true;
-        bool isModal = false;
-    };
+    /// Makes the panel's window, unless it has one. False without a thread to be had for it.
+    static bool Make(const std::shared_ptr<PanelLink>& link);
 
-    PanelWindow(std::shared_ptr<PanelLink> link, Settings settings);
+    ~PanelWindow() override;
+
+    void Quit() override;
 
     // BWindow
     void MessageReceived(BMessage* message) override;
@@ -40,6 +38,17 @@ public:
     bool QuitRequested() override;
 
 private:
+    /// Where the panel goes.
+    struct Goal
+    {
+        std::string path = {};
+        bool isTyped = false;  // by a person
+        std::string left = {}; // the folder that was left upwards
+    };
+
+    explicit PanelWindow(std::shared_ptr<PanelLink> link);
+    bool LeavePanel();
+    void TakeWishes();
     void AddViews();
     void AddButtons(float bottom);
     void AddPlaces();
@@ -51,24 +60,24 @@ private:
     bool IsPathTyped() const;
     bool TakeKey(const BMessage& key, const BHandler* target);
     bool MoveInList(int8 byte, uint32 modifiers);
-    void GoTo(const std::string& path, bool isTyped = false);
+    void GoTo(Goal goal);
     void TakeFile(const PanelFolder& file);
     void Refresh();
     void Open();
-    void Close();
+    void Close(BMessage* message);
     void Up();
     void Accept(bool byButton);
     void Choose(const std::vector<entry_ref>& refs, const std::string& folder);
     bool MayChoose(const PanelFolder::Entry& entry) const;
     void Cancel();
+    void CloseCancelled();
     void Say(const std::string& remark);
     void TellSelection();
     void Send(BMessage* message);
-    void SetButtonLabel(int32 button, const char* label);
+    void SetButtonLabel(BButton* changed, const char* label);
     const PanelFolder::Entry* SelectedEntry(int32 place) const;
 
     const std::shared_ptr<PanelLink> fLink;
-    const Settings fSettings;
     BMenu* fPlaces = nullptr; // all children
     BStringView* fPath = nullptr;
     PanelList* fList = nullptr;
@@ -78,9 +87,8 @@ private:
     std::unique_ptr<PanelReading> fReading; // null while nothing is read
     std::string fShown;                     // path; empty before any was read
     bool fIsLost = false;                   // the first folder was not there
-    bool fIsTyped = false;                  // a person typed the path that is being read
+    Goal fGoal;                             // of the reading under way, or the last
     std::string fTyped;                     // what the list is filtered by
-    std::string fCameFrom;                  // the folder that was left upwards
 };
 
 } // namespace kits
