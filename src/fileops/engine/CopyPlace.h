@@ -81,7 +81,7 @@ struct CopyResult
     bool isWhole = false;          // every byte arrived
     bool isItself = false;         // the target is the source, or lies in it
     bool isMade = false;           // something was made where nothing was
-    bool hasFailedReading = false; // the source, or something in it
+    bool hasFailedReading = false; // the source, or something in it; also: it changed meanwhile
     bool isLeft = false;           // the person wants it to stay where it is
     node_ref target = {};          // what the source became, or was merged into
 

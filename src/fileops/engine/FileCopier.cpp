@@ -404,6 +404,7 @@ bool FileCopier::IsComplete()
     const bool isReadToTheEnd =
         LookAtSource(&now) == B_OK && now.st_size == fCopiedBytes && IsUnchanged(fRecord, now);
     if (!isReadToTheEnd) {
+        fHasFailedReading = true; // what was read is there no more
         return Note("it changed while it was being copied");
     }
     if (Target().GetStat(&fCopied) != B_OK || fCopied.st_size != fCopiedBytes) {

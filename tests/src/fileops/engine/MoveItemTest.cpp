@@ -196,6 +196,22 @@ TEST_F(MoveItemTest, IntoTheTrashItIsNeverAskedAboutAndGetsARecord)
     EXPECT_FALSE(fTree.Exists("from/a"));
 }
 
+TEST_F(MoveItemTest, WhatWasReadOfASourceThatChangedStaysInTheTrash)
+{
+    const std::string whole(200'000, 'x');
+    fTree.Write("from/a", whole);
+    fTree.Write("other/b", "1");
+    Trash("other/b"); // so that there is a Trash
+    fUI.onBytes = [this](int64) {
+        ASSERT_EQ(truncate(fTree.Path("from/a").c_str(), 10), 0);
+    };
+    Move("from/a", "data/Trash/files");
+    EXPECT_EQ(Trashed(), "a\na copy\nb\n");
+    EXPECT_EQ(fTree.Read("data/Trash/files/a"), whole);
+    EXPECT_EQ(fTree.Read("data/Trash/files/a copy"), whole.substr(0, 10));
+    EXPECT_EQ(ProblemNames(), "a a a ");
+}
+
 TEST_F(MoveItemTest, ACopyIntoTheTrashGetsARecordToo)
 {
     fTree.Write("from/tree/a", "1");
