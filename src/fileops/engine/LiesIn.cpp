@@ -6,15 +6,14 @@
 #include <Errors.h>
 
 #include <cstring>
-#include <utility>
 
 namespace norvane {
 
-status_t LiesIn(BEntry entry, const node_ref& node, bool* lies)
+status_t LiesIn(const BEntry& entry, const node_ref& node, bool* lies)
 {
     NodeSet nodes;
     nodes.Add(node);
-    return LiesIn(std::move(entry), nodes, lies);
+    return LiesIn(entry, nodes, lies);
 }
 
 status_t LiesIn(BEntry entry, const NodeSet& nodes, bool* lies)
