@@ -6,6 +6,7 @@
 #include "panes/DirPane.h"
 #include "panes/RowIcons.h"
 #include "panes/RowTexts.h"
+#include "panes/ScrollIntoSight.h"
 #include "settings/HomeFolder.h"
 #include "settings/Numbers.h"
 
@@ -17,6 +18,7 @@
 #include <ScrollView.h>
 #include <Window.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -331,7 +333,8 @@ void DirView::Apply(const Preferences& preferences)
     NotifyParent(MSG_PANE_INFO);
 }
 
-/// The row at the top stays there.
+/// The row at the top stays there, unless that leaves room below the last one or takes the selected
+/// row out of sight.
 void DirView::TakeFontSize(float size)
 {
     BFont font;
@@ -341,9 +344,18 @@ void DirView::TakeFontSize(float size)
     }
     fRename.Drop(); // it has the letters of before
     const int32 top = IndexOf(Bounds().LeftTop());
+    const int32 selected = CurrentSelection();
+    const bool isSeen = selected >= 0 && Bounds().Intersects(ItemFrame(selected));
     SetFontSize(size);
-    if (top >= 0) {
-        ScrollTo(BPoint(Bounds().left, ItemFrame(top).top));
+    if (top < 0) {
+        return;
+    }
+    const float last = ItemFrame(CountItems() - 1).bottom - Bounds().Height();
+    ScrollTo(BPoint(Bounds().left, std::max(0.0f, std::min(ItemFrame(top).top, last))));
+    if (isSeen) {
+        BRect row = ItemFrame(selected);
+        row.left = row.right = Bounds().left; // columns stay where they are
+        ScrollTo(ScrolledToShow(Bounds(), row));
     }
 }
 

@@ -246,6 +246,7 @@ mkdir "$HOME/first"
 begin "$one" "$two" "$three"
 key ctrl+3
 order "Revert to Default"
+expect "$what: the panes are still being painted" still "$main"
 key f Return
 quit_norvane
 [ "$(setting NumPanes) $(setting Pane0) $(setting Pane1)" = "2 $HOME/first $HOME" ] ||

@@ -167,4 +167,45 @@ TEST_F(PaneScrollTest, ARenameFieldThatIsSeenMovesNothing)
     });
 }
 
+TEST_F(PaneScrollTest, LettersOfAnotherSizeKeepTheSelectedRowInSight)
+{
+    Open();
+    Preferences preferences;
+    Locked([&] {
+        const float step = fList->ItemFrame(1).Height() + 1;
+        fList->ScrollTo(BPoint(0, fList->ItemFrame(10).top));
+        const int32 seen = static_cast<int32>((fList->Bounds().Height() + 1) / step);
+        const int32 chosen = 10 + seen - 1; // the lowest that is seen whole
+        fList->Select(chosen);
+        EXPECT_LE(fList->ItemFrame(chosen).bottom, fList->Bounds().bottom);
+        preferences.fontSize = 24;
+        fList->Apply(preferences);
+        EXPECT_EQ(fList->CurrentSelection(), chosen);
+        EXPECT_GE(fList->ItemFrame(chosen).top, fList->Bounds().top);
+        EXPECT_LE(fList->ItemFrame(chosen).bottom, fList->Bounds().bottom);
+    });
+}
+
+TEST_F(PaneScrollTest, SmallerLettersLeaveNoRoomBelowTheLastRow)
+{
+    Open();
+    Preferences preferences;
+    preferences.fontSize = 24;
+    Locked([&] {
+        fList->Apply(preferences);
+        const int32 last = fList->CountItems() - 1;
+        fList->Select(last);
+        fList->ScrollToSelection();
+        EXPECT_LE(fList->ItemFrame(last).bottom, fList->Bounds().bottom);
+        preferences.fontSize = 9;
+        fList->Apply(preferences);
+        EXPECT_LE(fList->ItemFrame(last).bottom, fList->Bounds().bottom);
+        EXPECT_GE(fList->ItemFrame(last).top, fList->Bounds().top);
+        float least = 0;
+        float most = 0;
+        fList->ScrollBar(B_VERTICAL)->GetRange(&least, &most);
+        EXPECT_LE(fList->Bounds().top, most);
+    });
+}
+
 } // namespace
