@@ -23,41 +23,22 @@ constexpr float kMenuGap = 3; // above a field with a menu, which is higher
 constexpr float kMenuHeight = 20;
 constexpr float kLabelGap = 8;
 
-class SwitchBox : public BCheckBox
+/// A control of the list that comes into sight with the focus.
+template<typename Control>
+class Switch : public Control
 {
 public:
-    SwitchBox(BRect frame, const char* name, const char* label, SwitchList& list)
-        : BCheckBox(frame, name, label, nullptr, B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP), fList(list)
+    template<typename... Arguments>
+    explicit Switch(SwitchList& list, Arguments... arguments) : Control(arguments...), fList(list)
     {
     }
 
     // BView
     void MakeFocus(bool focus) override
     {
-        BCheckBox::MakeFocus(focus);
+        Control::MakeFocus(focus);
         if (focus) {
-            fList.ScrollIntoSight(Frame());
-        }
-    }
-
-private:
-    SwitchList& fList; // the parent
-};
-
-class SwitchMenu : public BMenuField
-{
-public:
-    SwitchMenu(BRect frame, const char* name, const char* label, BMenu* menu, SwitchList& list)
-        : BMenuField(frame, name, label, menu), fList(list)
-    {
-    }
-
-    // BView
-    void MakeFocus(bool focus) override
-    {
-        BMenuField::MakeFocus(focus);
-        if (focus) {
-            fList.ScrollIntoSight(Frame());
+            fList.ScrollIntoSight(Control::Frame());
         }
     }
 
@@ -76,7 +57,8 @@ SwitchList::SwitchList(BRect frame)
 
 BCheckBox* SwitchList::AddSwitch(const char* name, const char* label)
 {
-    auto* box = new SwitchBox(NextPlace(kBoxHeight), name, label, *this);
+    auto* box = new Switch<BCheckBox>(*this, NextPlace(kBoxHeight), name, label, nullptr,
+                                      B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP);
     fEntries.push_back(box);
     AddChild(box);
     FitBar();
@@ -85,8 +67,8 @@ BCheckBox* SwitchList::AddSwitch(const char* name, const char* label)
 
 BMenuField* SwitchList::AddMenu(const char* name, const char* label, BMenu* menu)
 {
-    auto* field =
-        new SwitchMenu(NextPlace(kMenuHeight).OffsetByCopy(0, kMenuGap), name, label, menu, *this);
+    const BRect place = NextPlace(kMenuHeight).OffsetByCopy(0, kMenuGap);
+    auto* field = new Switch<BMenuField>(*this, place, name, label, menu);
     fEntries.push_back(field);
     AddChild(field);
     field->SetDivider(std::ceil(field->StringWidth(label)) + kLabelGap);

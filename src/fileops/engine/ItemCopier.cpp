@@ -84,14 +84,9 @@ status_t ItemCopier::Move(const entry_ref& item, const CopyPlace& target, size_t
     if (status == B_OK) {
         status = FindWhetherAbove(item, target.folder, &isAbove);
     }
-    struct stat record;
-    if (status == B_OK) {
-        status = fSource.Folder().GetStatFor(item.name, &record);
-    }
     if (status != B_OK || isAbove) {
         return isAbove ? status_t(B_BAD_VALUE) : status;
     }
-    fContext.moving.Add(NodeOf(record));
     const std::shared_ptr<const CopyWay> way = WayTo(target);
     return EntryMover(fContext, index).Move({way->source, item.name, way->target, item.name});
 }

@@ -26,7 +26,8 @@ public:
               const CopyPurpose& purpose, ItemCopy* copy);
 
     /// Moves the item there as a whole, unless something has its name. Errors: those of
-    /// EntryMover::Move(); it is where it was then. `index` is its number in the journal.
+    /// EntryMover::Move(); it is where it was then. `index` is its number in the journal. Its
+    /// node is in OperationContext::moving.
     [[nodiscard]] status_t Move(const entry_ref& item, const CopyPlace& target, size_t index);
 
     /// Whether the item lies directly in the folder.

@@ -27,14 +27,17 @@ void Move::Measure()
 
 void Move::RenameWhatCanBe()
 {
+    // All before the first goes: links may lead from one to another.
+    std::vector<bool> isKnown(CountItems());
     for (size_t index = 0; index < CountItems(); index++) {
         struct stat record;
-        if (BEntry(&Item(index)).GetStat(&record) == B_OK) {
+        isKnown[index] = BEntry(&Item(index)).GetStat(&record) == B_OK;
+        if (isKnown[index]) {
             fContext.moving.Add(NodeOf(record));
         }
     }
     for (size_t index = 0; index < CountItems() && fDesk.MayDelete(); index++) {
-        fRenamed[index] = Rename(index);
+        fRenamed[index] = isKnown[index] ? Rename(index) : Renaming::kNot;
         fDesk.EntriesVisited(0);
     }
 }
