@@ -43,10 +43,15 @@ enum WindowNotice : uint32 {
     kColumnResized = 600,         // decimal strings "ColumnIndex" and "ColumnWidth"
     kQueryResults = 601,          // the first field of refs: the hits; string "QueryString"
     kSessionChosen = 602,         // string "session": the file of the connection to be made
+    kRunAddOn = 613,              // pointer "source": the item of the menu
     kPreferencesSaved = 614,      // int32 "status" where nobody has told of it yet
     kTellMissingFolders = 'Miss', // to itself: folders could not be shown, say so
-    kVolumeFound = 'VolF',    // to itself: int32 "shown" is that of string "path", "device" is gone
-    kNotOpened = 'NoOp',      // string "name", int32 "status": TellNotOpened() shows it
+    kVolumeFound = 'VolF', // to itself: int32 "shown" is that of string "path", "device" is gone
+    // string "name", int32 "status"; where no program is set: "refs", strings "type" and "kind",
+    // and of each program strings "signature" and "program"
+    kNotOpened = 'NoOp',
+    kAddOnEnded = 'AddE',     // string "name", bool "unselected", string "reason" of a failure
+    kAddOnsFound = 'AddF',    // strings "name"
     kFoldersMoved = 'FMov',   // folders went or were renamed: any pane may show one below them
     kTakeActivation = 'TakA', // an operation that had the activation gives it back
 };
@@ -125,6 +130,18 @@ enum SessionMessage : uint32 {
     kSessionRead = 'SesR',     // int32 "status", the session
     kSessionSaved = 'SesS',    // int32 "status"; bool "exists": nothing was done
     kSessionDeleted = 'SesD',  // string "name", int32 "status"
+};
+
+// What the application is told of add-ons that are at work when it is to quit.
+enum ProgramMessage : uint32 {
+    kAddOnsEnded = 'AddN',
+    kQuitAnswered = 'QAns', // int32 "which": the button
+    kAskAboutAddOns = 'QAsk',
+};
+
+// What the window is told that lists programs.
+enum OpenWithMessage : uint32 {
+    kProgramChosen = 'Prog',
 };
 
 // What the query window is told, besides its menus' choices.

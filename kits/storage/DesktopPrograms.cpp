@@ -1,8 +1,10 @@
 #include "DesktopPrograms.h"
 
+#include "GioObjects.h"
 #include "PathLookup.h"
 #include "ProgramFile.h"
 #include "ProgramStart.h"
+#include "Terminal.h"
 
 #include <Mime.h>
 #include <StorageDefs.h>
@@ -13,28 +15,13 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace kits {
 
 namespace {
-
-struct Unreference
-{
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-template<class T>
-using Object = std::unique_ptr<T, Unreference>;
-
-struct Free
-{
-    void operator()(gpointer memory) const { g_free(memory); }
-    void operator()(GError* error) const { g_error_free(error); }
-    void operator()(gchar** texts) const { g_strfreev(texts); }
-};
-template<class T>
-using Memory = std::unique_ptr<T, Free>;
 
 /// The addresses of files. Bytes that are no letters of an address are written as numbers in it, so
 /// that any name reaches the program whole.
@@ -295,47 +282,40 @@ std::string Variable(const char* name)
     return value != nullptr ? value : "";
 }
 
-/// Whether the first word of a command is a program that is there.
-bool IsInstalled(const std::string& command)
+/// The words, as a command that is read again; '%' would begin a place for files.
+std::string CommandOf(const std::vector<std::string>& words)
 {
-    gchar** words = nullptr;
-    if (g_shell_parse_argv(command.c_str(), nullptr, &words, nullptr) == FALSE) {
-        return false;
-    }
-    const Memory<gchar*> owned(words);
-    return Memory<gchar>(g_find_program_in_path(words[0])) != nullptr;
-}
-
-/// A terminal as the person or the system chose it; empty when neither did.
-std::string ChosenTerminal()
-{
-    for (const std::string& terminal : {Variable("TERMINAL"), std::string("x-terminal-emulator")}) {
-        if (IsInstalled(terminal)) {
-            return terminal;
+    std::string command;
+    for (const std::string& word : words) {
+        const Memory<gchar> quoted(g_shell_quote(word.c_str()));
+        command += command.empty() ? "" : " ";
+        for (const char* letter = quoted.get(); *letter != '\0'; ++letter) {
+            command += *letter;
+            if (*letter == '%') {
+                command += *letter;
+            }
         }
     }
-    return {};
+    return command;
 }
 
 status_t OpenInTerminal(const std::string& editor, const std::vector<std::string>& paths,
                         team_id* team)
 {
-    if (!IsInstalled(editor)) {
+    std::vector<std::string> words = WordsOf(editor);
+    if (words.empty() || FindProgram(words[0]).empty()) {
         return B_LAUNCH_FAILED_APP_NOT_FOUND;
     }
-    const std::string terminal = ChosenTerminal();
-    const std::string words = terminal.empty() ? editor : terminal + " -e " + editor;
-    std::string command;
-    for (const char letter : words) {
-        command += letter;
-        if (letter == '%') { // else it would begin a place for files
-            command += letter;
-        }
+    const std::optional<Terminal> terminal = FindTerminal();
+    if (terminal) {
+        words.insert(words.begin(), terminal->options.begin(), terminal->options.end());
+        words.insert(words.begin(), terminal->path);
     }
+    const std::string command = CommandOf(words);
     GError* error = nullptr;
     const Object<GAppInfo> program(g_app_info_create_from_commandline(
         command.c_str(), nullptr,
-        terminal.empty() ? G_APP_INFO_CREATE_NEEDS_TERMINAL : G_APP_INFO_CREATE_NONE, &error));
+        terminal ? G_APP_INFO_CREATE_NONE : G_APP_INFO_CREATE_NEEDS_TERMINAL, &error));
     if (program == nullptr) {
         const Memory<GError> owned(error);
         return B_LAUNCH_FAILED;
@@ -349,6 +329,15 @@ status_t OpenByType(const std::string& type, const std::vector<std::string>& pat
 {
     const Object<GAppInfo> program(g_app_info_get_default_for_type(type.c_str(), FALSE));
     return Start(program.get(), paths, team);
+}
+
+status_t OpenByProgram(const std::string& id, const std::vector<std::string>& paths, team_id* team)
+{
+    GDesktopAppInfo* program = g_desktop_app_info_new(id.c_str());
+    const Object<GAppInfo> owned(reinterpret_cast<GAppInfo*>(program));
+    const status_t status = Start(owned.get(), paths, team);
+    return status == B_LAUNCH_FAILED_NO_PREFERRED_APP ? status_t(B_LAUNCH_FAILED_APP_NOT_FOUND)
+                                                      : status;
 }
 
 status_t OpenInTextEditor(const std::vector<std::string>& paths, team_id* team)

@@ -23,6 +23,11 @@ namespace kits {
 [[nodiscard]] status_t OpenByType(const std::string& type, const std::vector<std::string>& paths,
                                   team_id* team);
 
+/// Opens files by the program of that desktop file ("org.example.Editor.desktop"). Errors: as
+/// above, B_LAUNCH_FAILED_APP_NOT_FOUND when there is no such program.
+[[nodiscard]] status_t OpenByProgram(const std::string& id, const std::vector<std::string>& paths,
+                                     team_id* team);
+
 /// Opens files by the program for plain text, else by $VISUAL or $EDITOR in a terminal.
 [[nodiscard]] status_t OpenInTextEditor(const std::vector<std::string>& paths, team_id* team);
 

@@ -1,6 +1,7 @@
 // What BMimeType asks of the shared MIME database.
 
 #include "MimeDatabase.h"
+#include "DesktopChoice.h"
 
 #include <Entry.h>
 #include <File.h>
@@ -70,7 +71,8 @@ bool BMimeType::Inherits(const char* type) const
 bool BMimeType::IsInstalled() const
 {
     return fStatus == B_OK &&
-           QMimeDatabase().mimeTypeForName(QString::fromStdString(fType)).isValid();
+           (QMimeDatabase().mimeTypeForName(QString::fromStdString(fType)).isValid() ||
+            !kits::FileOfSignature(fType).empty());
 }
 
 status_t BMimeType::GetShortDescription(char* buffer) const
@@ -82,8 +84,10 @@ status_t BMimeType::GetShortDescription(char* buffer) const
         return B_NO_INIT;
     }
     const QMimeType found = QMimeDatabase().mimeTypeForName(QString::fromStdString(fType));
-    const QByteArray words = found.comment().toUtf8();
-    if (!found.isValid() || words.isEmpty()) {
+    const QByteArray words =
+        found.isValid() ? found.comment().toUtf8()
+                        : QByteArray::fromStdString(kits::NameOfProgram(kits::ProgramOf(fType)));
+    if (words.isEmpty()) {
         return B_ENTRY_NOT_FOUND;
     }
     size_t length = std::min<size_t>(static_cast<size_t>(words.size()), B_MIME_TYPE_LENGTH - 1);

@@ -158,6 +158,18 @@ void BNode::KnowFolder(const struct stat& st) const
     FolderTable::Get().Know(fDescriptor, st);
 }
 
+status_t BNode::Lock()
+{
+    const status_t status = fStatus == B_OK ? kits::sys::Lock(fDescriptor) : status_t(B_NO_INIT);
+    return status == B_FILE_ERROR ? status_t(B_NOT_ALLOWED) : status; // not opened, only held
+}
+
+status_t BNode::Unlock()
+{
+    const status_t status = fStatus == B_OK ? kits::sys::Unlock(fDescriptor) : status_t(B_NO_INIT);
+    return status == B_FILE_ERROR ? status_t(B_NOT_ALLOWED) : status;
+}
+
 status_t BNode::Sync()
 {
     if (fStatus != B_OK) {

@@ -1,12 +1,16 @@
 #include "ProgramFile.h"
 
 #include "SystemCalls.h"
+#include "support/ErrnoTable.h"
 
 #include <elf.h>
 #include <fcntl.h>
+#include <link.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <string_view>
 
@@ -61,7 +65,96 @@ bool IsRunnable(int file)
     return header.e_type == ET_EXEC;
 }
 
+/// Opens a regular file without waiting for anyone.
+status_t OpenRegular(const std::string& path, UniqueFd* file, struct stat* st)
+{
+    status_t status = sys::StatPath(path.c_str(), st);
+    if (status == B_OK && !S_ISREG(st->st_mode)) {
+        status = B_NOT_AN_EXECUTABLE;
+    }
+    if (status != B_OK) {
+        return status;
+    }
+    // Something else may be there by now; what was opened counts.
+    *file = UniqueFd(sys::OpenAt(sys::kWorkingDirectory, path.c_str(), O_RDONLY | O_NONBLOCK));
+    if (!file->IsOpen()) {
+        return file->Get();
+    }
+    status = sys::Stat(file->Get(), st);
+    return status == B_OK && !S_ISREG(st->st_mode) ? status_t(B_NOT_AN_EXECUTABLE) : status;
+}
+
+#if defined(__x86_64__)
+constexpr int kMachine = EM_X86_64;
+#elif defined(__aarch64__)
+constexpr int kMachine = EM_AARCH64;
+#else
+constexpr int kMachine = EM_NONE; // which one this is, only loading will tell
+#endif
+
+bool IsWholeLibrary(int file, off_t size)
+{
+    ElfW(Ehdr) header;
+    constexpr int kClass = sizeof(void*) == 8 ? ELFCLASS64 : ELFCLASS32;
+    if (!ReadRecord(file, 0, &header) || std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0 ||
+        header.e_ident[EI_CLASS] != kClass || header.e_type != ET_DYN ||
+        header.e_phentsize != sizeof(ElfW(Phdr)) ||
+        (kMachine != EM_NONE && header.e_machine != kMachine)) {
+        return false;
+    }
+    const auto bytes = static_cast<uint64_t>(size);
+    bool hasTable = false;
+    for (unsigned index = 0; index < header.e_phnum; ++index) {
+        ElfW(Phdr) segment;
+        if (!ReadRecord(file, header.e_phoff + uint64_t{index} * sizeof(segment), &segment)) {
+            return false;
+        }
+        if ((segment.p_type == PT_LOAD || segment.p_type == PT_DYNAMIC) &&
+            (segment.p_offset > bytes || segment.p_filesz > bytes - segment.p_offset)) {
+            return false;
+        }
+        hasTable = hasTable || segment.p_type == PT_DYNAMIC;
+    }
+    return hasTable;
+}
+
 } // namespace
+
+status_t CheckLibraryFile(const std::string& path)
+{
+    UniqueFd file;
+    struct stat st;
+    const status_t status = OpenRegular(path, &file, &st);
+    if (status == B_OK && !IsWholeLibrary(file.Get(), st.st_size)) {
+        return B_NOT_AN_EXECUTABLE;
+    }
+    return status;
+}
+
+status_t CheckRunnable(const std::string& path)
+{
+    struct stat st;
+    status_t status = sys::StatPath(path.c_str(), &st);
+    if (status != B_OK) {
+        return status;
+    }
+    if (!S_ISREG(st.st_mode)) {
+        return B_NOT_AN_EXECUTABLE;
+    }
+    if (::faccessat(AT_FDCWD, path.c_str(), X_OK, AT_EACCESS) != 0) {
+        return StatusFromErrno(errno);
+    }
+    // One that may be run, but not read, is seen when it is run.
+    UniqueFd file;
+    char mark[SELFMAG];
+    status = OpenRegular(path, &file, &st);
+    if (status == B_OK &&
+        (!ReadRecord(file.Get(), 0, &mark) ||
+         (std::memcmp(mark, ELFMAG, SELFMAG) != 0 && std::memcmp(mark, "#!", 2) != 0))) {
+        return B_NOT_AN_EXECUTABLE;
+    }
+    return B_OK;
+}
 
 bool IsProgramFile(const std::string& path)
 {

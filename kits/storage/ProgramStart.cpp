@@ -20,12 +20,12 @@ namespace kits {
 namespace {
 
 /// What a child is started with; all of it is made before the fork.
-struct Order
+struct PreparedOrder
 {
     const char* path;
     char* const* arguments;
     char* const* environment;
-    const char* folder;
+    const char* folder; // null: stay
 };
 
 /// What a child tells through its pipe, which closes when the program runs.
@@ -62,7 +62,7 @@ void ResetSignals()
     }
 }
 
-[[noreturn]] void BecomeProgram(const Order& order, int pipe)
+[[noreturn]] void BecomeProgram(const PreparedOrder& order, int pipe)
 {
     const int nothing = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
     ::dup2(nothing, STDIN_FILENO);
@@ -76,7 +76,7 @@ void ResetSignals()
 
 /// Has a child of its own run the program: whose parent is gone belongs to the system, which waits
 /// for its end.
-[[noreturn]] void StartAndLeave(const Order& order, int pipe)
+[[noreturn]] void StartAndLeave(const PreparedOrder& order, int pipe)
 {
     const pid_t program = ::fork();
     if (program == 0) {
@@ -154,31 +154,36 @@ void PrepareChild(const char* folder)
     ::pthread_sigmask(SIG_SETMASK, &none, nullptr);
 }
 
+bool SpeaksOfOwnStart(const char* variable)
+{
+    for (const char* const* name = kVariablesOfOwnStart; *name != nullptr; ++name) {
+        const size_t length = std::strlen(*name);
+        if (std::strncmp(variable, *name, length) == 0 && variable[length] == '=') {
+            return true;
+        }
+    }
+    return false;
+}
+
 std::vector<std::string> EnvironmentOfChildren()
 {
     std::vector<std::string> variables;
     for (char* const* entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
-        bool isOwn = false;
-        for (const char* const* name = kVariablesOfOwnStart; *name != nullptr; ++name) {
-            const size_t length = std::strlen(*name);
-            isOwn = isOwn || (std::strncmp(*entry, *name, length) == 0 && (*entry)[length] == '=');
-        }
-        if (!isOwn) {
+        if (!SpeaksOfOwnStart(*entry)) {
             variables.emplace_back(*entry);
         }
     }
     return variables;
 }
 
-status_t StartProgram(const std::string& path, const std::vector<std::string>& arguments,
-                      const std::string& folder, team_id* team)
+status_t StartProgram(const ProgramOrder& order, team_id* team)
 {
-    std::vector<std::string> words{path};
-    words.insert(words.end(), arguments.begin(), arguments.end());
-    const std::vector<std::string> variables = EnvironmentOfChildren();
+    std::vector<std::string> words{order.path};
+    words.insert(words.end(), order.arguments.begin(), order.arguments.end());
     const std::vector<char*> wordPointers = Pointers(words);
-    const std::vector<char*> variablePointers = Pointers(variables);
-    const Order order{path.c_str(), wordPointers.data(), variablePointers.data(), folder.c_str()};
+    const std::vector<char*> variablePointers = Pointers(order.environment);
+    const PreparedOrder prepared{order.path.c_str(), wordPointers.data(), variablePointers.data(),
+                                 order.folder.empty() ? nullptr : order.folder.c_str()};
     int pipe[2];
     if (::pipe2(pipe, O_CLOEXEC) != 0) {
         return StatusFromErrno(errno);
@@ -187,7 +192,7 @@ status_t StartProgram(const std::string& path, const std::vector<std::string>& a
     UniqueFd writing(pipe[1]);
     const pid_t child = ::fork();
     if (child == 0) {
-        StartAndLeave(order, pipe[1]);
+        StartAndLeave(prepared, pipe[1]);
     }
     if (child < 0) {
         return StatusOfExec(errno);

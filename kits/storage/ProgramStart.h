@@ -18,14 +18,23 @@ void PrepareChild(const char* folder);
 std::vector<std::string> EnvironmentOfChildren();
 /// The variables that it leaves out; null ends them.
 extern const char* const kVariablesOfOwnStart[];
+/// Whether a "NAME=VALUE" is of one of them.
+bool SpeaksOfOwnStart(const char* variable);
 
-/// Runs the program at `path` in a folder. It reads nothing and writes where this program does; its
-/// end is nobody's business. Thread: any.
+/// A program and what it is started with.
+struct ProgramOrder
+{
+    std::string path;
+    std::vector<std::string> arguments; // its own name not among them
+    std::vector<std::string> environment = EnvironmentOfChildren();
+    std::string folder; // its working directory; empty: this program's
+};
+
+/// Runs a program. It reads nothing and writes where this program does; its end is nobody's
+/// business. Thread: any.
 /// Errors: B_LAUNCH_FAILED_APP_NOT_FOUND when it is not there, B_LAUNCH_FAILED_EXECUTABLE when the
-/// system cannot run it, B_PERMISSION_DENIED, B_NO_MORE_TEAMS, B_NO_MORE_FDS ...; `team` is
-/// unchanged then.
-[[nodiscard]] status_t StartProgram(const std::string& path,
-                                    const std::vector<std::string>& arguments,
-                                    const std::string& folder, team_id* team);
+/// system cannot run it, B_PERMISSION_DENIED, B_NO_MORE_TEAMS, B_NO_MORE_FDS ...; `team` (may be
+/// null) is unchanged then.
+[[nodiscard]] status_t StartProgram(const ProgramOrder& order, team_id* team);
 
 } // namespace kits

@@ -1,5 +1,6 @@
 #include <Roster.h>
 
+#include "DesktopChoice.h"
 #include "DesktopPrograms.h"
 #include "FixedPrograms.h"
 #include "ProgramFile.h"
@@ -100,7 +101,9 @@ status_t OpenTarget(const Target& target, const Paths& arguments, team_id* team)
     }
     if (kits::IsProgramFile(target.path) && !IsNamedAsDocument(target.ref.name)) {
         const std::string folder = target.path.substr(0, target.path.rfind('/') + 1);
-        return kits::StartProgram(target.path, arguments, folder, team);
+        const kits::ProgramOrder order{
+            .path = target.path, .arguments = arguments, .folder = folder};
+        return kits::StartProgram(order, team);
     }
     return OpenDocument(target, paths, team);
 }
@@ -123,6 +126,20 @@ status_t LaunchWith(const entry_ref* ref, const Paths& arguments, team_id* team)
     return status == B_OK ? OpenTarget(target, arguments, team) : status;
 }
 
+bool TakeArguments(int argc, const char* const* argv, Paths* arguments)
+{
+    if (argc < 0 || (argc > 0 && argv == nullptr)) {
+        return false;
+    }
+    for (int index = 0; index < argc; ++index) {
+        if (argv[index] == nullptr) {
+            return false;
+        }
+        arguments->emplace_back(argv[index]);
+    }
+    return true;
+}
+
 } // namespace
 
 status_t BRoster::Launch(const entry_ref* ref, const BMessage* initialMessage, team_id* team) const
@@ -133,15 +150,19 @@ status_t BRoster::Launch(const entry_ref* ref, const BMessage* initialMessage, t
 status_t BRoster::Launch(const entry_ref* ref, int argc, const char* const* argv,
                          team_id* team) const
 {
-    if (argc < 0 || (argc > 0 && argv == nullptr)) {
+    Paths arguments;
+    return TakeArguments(argc, argv, &arguments) ? LaunchWith(ref, arguments, team)
+                                                 : status_t(B_BAD_VALUE);
+}
+
+status_t BRoster::Launch(const char* signature, int argc, const char* const* argv,
+                         team_id* team) const
+{
+    Paths arguments;
+    if (!BMimeType::IsValid(signature) || !TakeArguments(argc, argv, &arguments)) {
         return B_BAD_VALUE;
     }
-    Paths arguments;
-    for (int index = 0; index < argc; ++index) {
-        if (argv[index] == nullptr) {
-            return B_BAD_VALUE;
-        }
-        arguments.emplace_back(argv[index]);
-    }
-    return LaunchWith(ref, arguments, team);
+    const std::string program = kits::ProgramOf(signature);
+    return program.empty() ? status_t(B_LAUNCH_FAILED_APP_NOT_FOUND)
+                           : kits::OpenByProgram(program, arguments, team);
 }

@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <linux/fs.h>
 #include <linux/openat2.h>
+#include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/syscall.h>
 #include <sys/vfs.h>
@@ -156,6 +157,17 @@ off_t SeekHole(int file, off_t position)
 status_t Sync(int file)
 {
     return Retry([&] { return ::fsync(file); });
+}
+
+status_t Lock(int file)
+{
+    const status_t status = Retry([&] { return ::flock(file, LOCK_EX | LOCK_NB); });
+    return status == B_WOULD_BLOCK ? status_t(B_BUSY) : status;
+}
+
+status_t Unlock(int file)
+{
+    return Retry([&] { return ::flock(file, LOCK_UN); });
 }
 
 status_t SyncVolume(int descriptor)

@@ -43,6 +43,9 @@ off_t SeekData(int file, off_t position);
 /// Where a hole begins, at `position` or later; the end of the file counts as one.
 off_t SeekHole(int file, off_t position);
 [[nodiscard]] status_t Sync(int file);
+/// Takes, or gives back, the advisory lock of an open file, without waiting. Errors: B_BUSY.
+[[nodiscard]] status_t Lock(int file);
+[[nodiscard]] status_t Unlock(int file);
 /// All that was written on the volume of an open node.
 [[nodiscard]] status_t SyncVolume(int descriptor);
 

@@ -56,9 +56,9 @@ std::vector<MenuColumn> BuildMenus()
           {"Preferences", kPreferences, 'R', 0, kReady}}},
         {"Applications",
          {{"Open Tracker", kOpenTracker, 'T', 0, kReady},
-          {"Open Terminal", kOpenTerminal, 'T', B_SHIFT_KEY}}},
+          {"Open Terminal", kOpenTerminal, 'T', B_SHIFT_KEY, kReady}}},
         PaneMenu(),
-        {"Help", {{"Keybord Help", kHelp}}},
+        {"Help", {{"Keybord Help", kHelp, 0, 0, kReady}}},
         {"Add-Ons", {}},
     };
 }

@@ -72,6 +72,7 @@ NorvaneWindow::NorvaneWindow(BRect frame, bool, const std::vector<std::string>& 
     if (!Lock()) {
         return;
     }
+    SetupTerminal();
     CreateMenus();
     SetLeastSize();
     GetSettings();

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+class BMenu;
+
 namespace norvane {
 
 class DirPane;
@@ -93,6 +95,15 @@ private:
     void GetPreferences();
     void SetTo(const Preferences& preferences);
     void CheckPlaces();
+    // Other programs and add-ons (WindowPrograms.cpp)
+    void SetupTerminal();
+    void LaunchTerminalThere();
+    void Help();
+    void NotOpened(const BMessage& message);
+    void FindAddOns();
+    void ShowAddOns(const BMessage& found);
+    void RunAddOn(const BMessage& command);
+    void AddOnEnded(const BMessage& notice);
     // Volumes (WindowVolumes.cpp)
     void VolumeChanged(const BMessage& message);
     void VolumeFound(const BMessage& message);
@@ -100,6 +111,8 @@ private:
     int32 IndexOf(const DirPane* pane) const;
 
     BList fPanes{5};
+    BMenu* fAddOnsMenu = nullptr; // of the menu bar
+    std::string fAddOnAtWork;     // its name; empty: none
     bool fIsReady = false;
     bool fHasSaved = false;
     std::vector<std::string> fFolders;        // from the command line

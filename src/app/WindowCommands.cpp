@@ -112,13 +112,6 @@ void NorvaneWindow::EmptyTrash()
     StartOperation(Frame(), "Empty Trash", trash.Path(), &request, this);
 }
 
-void NorvaneWindow::OpenTracker()
-{
-    if (const DirPane* pane = GetFocusedPane()) {
-        OpenInTracker(pane->GetPath(), BMessenger(nullptr, this));
-    }
-}
-
 void NorvaneWindow::AskWhereToGo()
 {
     auto* prompt = new GetTextWin(Frame(), "GoTo", this, "What Directory do you want to go to?", "",

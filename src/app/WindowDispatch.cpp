@@ -79,6 +79,18 @@ const NorvaneWindow::Answer NorvaneWindow::kCommands[] = {
      [](auto& window, auto&) {
          window.OpenTracker();
      }},
+    {kOpenTerminal,
+     [](auto& window, auto&) {
+         window.LaunchTerminalThere();
+     }},
+    {kHelp,
+     [](auto& window, auto&) {
+         window.Help();
+     }},
+    {kRunAddOn,
+     [](auto& window, auto& command) {
+         window.RunAddOn(command);
+     }},
     {kOpenInLeftPane,
      [](auto& window, auto&) {
          window.OpenInLeftPane();
@@ -164,8 +176,16 @@ const NorvaneWindow::Answer NorvaneWindow::kNotices[] = {
          window.Activate();
      }},
     {kNotOpened,
-     [](auto&, auto& notice) {
-         TellNotOpened(notice);
+     [](auto& window, auto& notice) {
+         window.NotOpened(notice);
+     }},
+    {kAddOnsFound,
+     [](auto& window, auto& notice) {
+         window.ShowAddOns(notice);
+     }},
+    {kAddOnEnded,
+     [](auto& window, auto& notice) {
+         window.AddOnEnded(notice);
      }},
     {kTellMissingFolders,
      [](auto& window, auto&) {

@@ -33,9 +33,11 @@ void NorvaneWindow::CreateMenus()
 {
     BMenuBar* bar = new BMenuBar(BRect(0, 0, 0, 0), "MenuBar");
     for (const MenuColumn& column : MainMenus()) {
-        bar->AddItem(BuildMenu(column, this));
+        fAddOnsMenu = BuildMenu(column, this); // the last one
+        bar->AddItem(fAddOnsMenu);
     }
     AddChild(bar);
+    FindAddOns();
     // What every desktop offers without a menu; text fields take these keys themselves.
     AddShortcut('c', 0, new BMessage(B_COPY));
     AddShortcut('x', 0, new BMessage(B_CUT));

@@ -1,4 +1,5 @@
 #include "app/NorvaneApplication.h"
+#include "outside/AddOnRun.h"
 
 #include <Path.h>
 
@@ -33,5 +34,9 @@ int main(int argc, char** argv)
         return EXIT_FAILURE;
     }
     application.Run();
+    if (!norvane::AddOnRun::AtWork().empty()) {
+        // One that is not waited for goes on using what leaving in order would destroy.
+        std::_Exit(EXIT_SUCCESS);
+    }
     return EXIT_SUCCESS;
 }

@@ -6,6 +6,7 @@
 #include "settings/MsgBox.h"
 
 #include <Message.h>
+#include <Mime.h>
 #include <OS.h>
 #include <Path.h>
 #include <Roster.h>
@@ -51,11 +52,58 @@ private:
     std::set<entry_ref> fEntries;
 };
 
-void SendNotOpened(const std::string& name, status_t status, const BMessenger& window)
+BMessage NotOpened(const std::string& name, status_t status)
 {
     BMessage message(kNotOpened);
     message.AddString("name", name.c_str());
     message.AddInt32("status", status);
+    return message;
+}
+
+void SendNotOpened(const std::string& name, status_t status, const BMessenger& window)
+{
+    BMessage message = NotOpened(name, status);
+    window.SendMessage(&message);
+}
+
+/// Those that say that they open the type, then all others.
+void AddPrograms(const BMimeType& type, BMessage* message)
+{
+    BMessage some;
+    BMessage all;
+    type.GetSupportingApps(&some);
+    BMimeType::GetWildcardApps(&all);
+    std::set<std::string> added;
+    for (const BMessage* list : {&some, &all}) {
+        const char* signature = nullptr;
+        for (int32 index = 0; list->FindString("applications", index, &signature) == B_OK;
+             index++) {
+            char name[B_MIME_TYPE_LENGTH];
+            if (added.insert(signature).second &&
+                BMimeType(signature).GetShortDescription(name) == B_OK) {
+                message->AddString("signature", signature);
+                message->AddString("program", name);
+            }
+        }
+    }
+}
+
+/// Tells of a file that no program is set for, and of the programs that there are.
+void SendWithoutProgram(const entry_ref& entry, const BMessenger& window)
+{
+    BMessage message = NotOpened(entry.name, B_LAUNCH_FAILED_NO_PREFERRED_APP);
+    entry_ref file;
+    BMimeType type;
+    char kind[B_MIME_TYPE_LENGTH];
+    if (BEntry(&entry, true).GetRef(&file) == B_OK &&
+        BMimeType::GuessMimeType(&file, &type) == B_OK) {
+        message.AddRef("refs", &file);
+        message.AddString("type", type.Type());
+        if (type.GetShortDescription(kind) == B_OK) {
+            message.AddString("kind", kind);
+        }
+        AddPrograms(type, &message);
+    }
     window.SendMessage(&message);
 }
 
@@ -94,7 +142,9 @@ void OpenEntry(const entry_ref& entry, const BMessenger& window)
     const bool isStarted = StartElsewhere(entry.name, window, [entry, window] {
         const status_t status = be_roster->Launch(&entry);
         BeingOpened::Get().End(entry);
-        if (status != B_OK && status != B_BAD_TYPE) { // of nodes that nobody opens
+        if (status == B_LAUNCH_FAILED_NO_PREFERRED_APP) {
+            SendWithoutProgram(entry, window);
+        } else if (status != B_OK && status != B_BAD_TYPE) { // of nodes that nobody opens
             SendNotOpened(entry.name, status, window);
         }
     });
@@ -115,6 +165,27 @@ void OpenInEditor(std::vector<entry_ref> entries, const BMessenger& window)
             if (status != B_OK) {
                 SendNotOpened(entry.name, status, window);
             }
+        }
+    });
+}
+
+void OpenByProgram(const entry_ref& entry, const std::string& signature,
+                   const std::string& typeToKeep, const BMessenger& window)
+{
+    StartElsewhere(entry.name, window, [entry, signature, typeToKeep, window] {
+        BPath path;
+        status_t status = BEntry(&entry).GetPath(&path);
+        if (status == B_OK) {
+            const char* argument = path.Path();
+            status = be_roster->Launch(signature.c_str(), 1, &argument);
+        }
+        if (status == B_OK && !typeToKeep.empty() &&
+            BMimeType(typeToKeep.c_str()).SetPreferredApp(signature.c_str()) != B_OK) {
+            MsgBox("Err", "The program could not be set for all files of this kind.", "OK",
+                   B_INFO_ALERT);
+        }
+        if (status != B_OK) {
+            SendNotOpened(entry.name, status, window);
         }
     });
 }

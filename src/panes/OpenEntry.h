@@ -26,6 +26,11 @@ void OpenInEditor(std::vector<entry_ref> entries, const BMessenger& window);
 /// Opens a folder in the desktop's file manager.
 void OpenInTracker(const std::string& folder, const BMessenger& window);
 
+/// Opens an entry by the program of a signature; one that is given a type is set for that type from
+/// now on.
+void OpenByProgram(const entry_ref& entry, const std::string& signature,
+                   const std::string& typeToKeep, const BMessenger& window);
+
 /// Shows what a kNotOpened says, and waits until it is read.
 void TellNotOpened(const BMessage& message);
 

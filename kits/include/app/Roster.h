@@ -70,6 +70,11 @@ public:
     /// they are the paths of further ones, each absolute.
     status_t Launch(const entry_ref* ref, int argc, const char* const* argv,
                     team_id* team = nullptr) const;
+    /// Opens files by the program of that signature, as BMimeType tells them; `argv` are their
+    /// paths, each absolute. Errors: as above,
+    /// B_LAUNCH_FAILED_APP_NOT_FOUND when no installed program has it.
+    status_t Launch(const char* signature, int argc, const char* const* argv,
+                    team_id* team = nullptr) const;
 };
 
 /// The one roster. Ownership: belongs to the kits.

@@ -4,6 +4,7 @@
 
 #include <string>
 
+class BMessage;
 struct entry_ref;
 
 /// The two sizes of an icon, in units of a side.
@@ -56,11 +57,32 @@ public:
     /// Whether `type` is this type or one that it is a kind of, as a script is a kind of
     /// "text/plain". An extension of the platform.
     bool Inherits(const char* type) const;
-    /// Whether the database knows the type.
+    /// Whether the database knows the type, or the signature's program is installed.
     bool IsInstalled() const;
-    /// A few words in the user's language. `buffer` holds at least B_MIME_TYPE_LENGTH bytes; longer
-    /// words are cut at a character's end. Errors: B_ENTRY_NOT_FOUND when the database knows none.
+    /// A few words in the user's language; of a signature, the program's name. `buffer` holds at
+    /// least B_MIME_TYPE_LENGTH bytes; longer words are cut at a character's end. Errors:
+    /// B_ENTRY_NOT_FOUND when the database knows none.
     status_t GetShortDescription(char* buffer) const;
+
+    // Programs are named by signatures, which are types, too. They are those of the desktop, but
+    // for "application/x-vnd.be-shel": the terminal. The calls read the disk.
+
+    /// The file of the program with this signature; the desktop's describe theirs in one of their
+    /// own. Errors: B_ENTRY_NOT_FOUND when no installed program has it, B_BAD_VALUE for null,
+    /// B_NO_INIT.
+    status_t GetAppHint(entry_ref* ref) const;
+    /// The signature of the program that is set for this type, or for what it derives from. It has
+    /// room for B_MIME_TYPE_LENGTH bytes. Errors: as above.
+    status_t GetPreferredApp(char* signature, app_verb verb = B_OPEN) const;
+    /// Sets the program for this type, as the person's choice for the whole desktop. Errors:
+    /// B_ENTRY_NOT_FOUND when no installed program has that signature; B_BAD_VALUE; B_NO_INIT;
+    /// B_ERROR when it cannot be kept.
+    status_t SetPreferredApp(const char* signature, app_verb verb = B_OPEN);
+    /// The signatures of those that say that they open this type, as strings "applications"; the
+    /// preferred one first.
+    status_t GetSupportingApps(BMessage* signatures) const;
+    /// The signatures of all programs that open files of some kind, by the programs' names.
+    static status_t GetWildcardApps(BMessage* signatures);
 
     /// A printable text of at most B_MIME_TYPE_LENGTH - 1 characters with at most one slash, not at
     /// an end.

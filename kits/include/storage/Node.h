@@ -57,6 +57,15 @@ public:
     /// Sends the node's data to the medium.
     virtual status_t Sync();
 
+    /// Locks the node's contents against others that lock them, in this program and in others, until
+    /// Unlock() or until the node is let go of; reading and writing without a lock goes on. Only
+    /// what was opened for reading or writing can be locked: a file. Never waits. Errors: B_BUSY
+    /// when another holds it, B_NO_INIT, B_NOT_ALLOWED for a node that is only held,
+    /// B_UNSUPPORTED where the file system has no locks.
+    status_t Lock();
+    /// Errors: as of Lock().
+    status_t Unlock();
+
     /// Writes the whole attribute; `offset` must be 0.
     /// Errors: a negative count is the status; B_UNSUPPORTED where the file system has no
     /// attributes.

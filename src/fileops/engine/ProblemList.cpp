@@ -21,6 +21,7 @@ const char* ReasonForStart(status_t status)
     case B_LAUNCH_FAILED_APP_NOT_FOUND:
         return "its program, or what that needs, is not installed";
     case B_LAUNCH_FAILED_EXECUTABLE:
+    case B_NOT_AN_EXECUTABLE:
         return "this machine cannot run it";
     case B_LAUNCH_FAILED:
         return "its program could not be started";
