@@ -235,10 +235,12 @@ status_t StartBySpawning(GDesktopAppInfo* program, const Addresses& files, team_
     std::string home = HomeFolder();
     // A program that stays in a document's folder would keep its volume from being unmounted.
     char* folder = ownFolder == nullptr ? home.data() : nullptr;
-    const char* command = g_app_info_get_executable(reinterpret_cast<GAppInfo*>(program));
-    const Memory<gchar> file(command != nullptr ? g_find_program_in_path(command) : nullptr);
+    // The library's own idea of the program's name ends at the first blank, also within quotes.
+    const char* command = g_app_info_get_commandline(reinterpret_cast<GAppInfo*>(program));
+    const std::vector<std::string> words = WordsOf(command != nullptr ? command : "");
+    const std::string file = words.empty() ? "" : FindProgram(words[0]);
     // A child in between starts it, and does not tell when it cannot.
-    if (file == nullptr || !HasInterpreter(file.get())) {
+    if (file.empty() || !HasInterpreter(file)) {
         return B_LAUNCH_FAILED_APP_NOT_FOUND;
     }
     const Object<GAppLaunchContext> context = MakeContext();

@@ -12,8 +12,7 @@ struct MenuLine
     const char* label = nullptr;
     uint32 what = 0;
     char shortcut = 0;
-    uint32 modifiers = 0;     // beside the Command key
-    bool isAvailable = false; // false: shown, but not to be chosen
+    uint32 modifiers = 0; // beside the Command key
 };
 
 struct MenuColumn

@@ -18,10 +18,8 @@ BMenu* BuildMenu(const MenuColumn& column, BHandler* target)
             menu->AddSeparatorItem();
             continue;
         }
-        BMenuItem* item =
-            new BMenuItem(line.label, new BMessage(line.what), line.shortcut, line.modifiers);
-        item->SetEnabled(line.isAvailable);
-        menu->AddItem(item); // adopted
+        menu->AddItem(new BMenuItem(line.label, new BMessage(line.what), line.shortcut,
+                                    line.modifiers)); // adopted
     }
     menu->SetTargetForItems(target);
     return menu;

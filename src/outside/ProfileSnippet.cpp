@@ -1,6 +1,7 @@
 #include "outside/ProfileSnippet.h"
 
 #include <File.h>
+#include <NodeRef.h>
 
 #include <algorithm>
 #include <string_view>
@@ -45,14 +46,16 @@ Found LookThrough(BFile& file)
 void AppendWhole(BFile& file, const std::string& path, const std::string& text)
 {
     off_t size = 0;
-    if (file.GetSize(&size) != B_OK ||
+    node_ref node;
+    if (file.GetSize(&size) != B_OK || file.GetNodeRef(&node) != B_OK ||
         (file.WriteAt(size, text.data(), text.size()) == static_cast<ssize_t>(text.size()) &&
          file.Sync() == B_OK)) {
         return;
     }
-    // A file that could not be written does nothing more.
+    // An open file that could not be written does nothing more.
     BFile again(path.c_str(), B_READ_WRITE);
-    if (again == file) {
+    node_ref found;
+    if (again.GetNodeRef(&found) == B_OK && found == node) {
         again.SetSize(size);
     }
 }

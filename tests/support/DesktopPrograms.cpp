@@ -68,6 +68,7 @@ DesktopPrograms::DesktopPrograms()
     AddProgram("folders", recorder + " folders %F", "");
     AddProgram("broken", fTree.Path("broken-program") + " %f", "");
     AddProgram("missing", "/no/such/program %f", "");
+    AddProgram("odd name", recorder + " odd %f", "");
     AddTypes();
     setenv("XDG_DATA_DIRS", fTree.Path("share").c_str(), 1);
     setenv("XDG_CONFIG_DIRS", fTree.Path("etc").c_str(), 1);
@@ -88,6 +89,7 @@ void DesktopPrograms::AddTypes()
                                                     "text/plain=text.desktop\n"
                                                     "application/pdf=address.desktop\n"
                                                     "image/png=bare.desktop\n"
+                                                    "text/html=address.desktop\n"
                                                     "video/mp4=missing.desktop\n"
                                                     "audio/mpeg=broken.desktop\n"
                                                     "inode/directory=self.desktop\n");

@@ -22,10 +22,11 @@ struct StartRecord
 /// stays. Types and their programs:
 ///
 ///     text/plain       "text"     gets a path
-///     application/pdf  "address"  gets an address
+///     application/pdf, text/html  "address"  gets an address
 ///     image/png        "bare"     says nothing of files, and begins in /usr
 ///     video/mp4        "missing"  is set and not installed
 ///     audio/mpeg       "broken"   is a script whose interpreter is missing
+///                      "odd name" is set for nothing, and opens files
 ///     inode/directory  "self", the test program itself, is set; "folders" is there, too
 class DesktopPrograms
 {

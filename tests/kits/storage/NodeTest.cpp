@@ -1,4 +1,5 @@
 #include <Entry.h>
+#include <File.h>
 #include <Node.h>
 #include <NodeInfo.h>
 #include <SymLink.h>
@@ -210,4 +211,29 @@ TEST_F(NodeTest, OpensALinkByPathEntryAndRef)
     EXPECT_TRUE(BSymLink(&entry).IsAbsolute());
     EXPECT_TRUE(BSymLink(&ref).IsAbsolute());
     EXPECT_EQ(BSymLink(fTree.Path("none").c_str()).InitCheck(), B_ENTRY_NOT_FOUND);
+}
+
+TEST_F(NodeTest, OneHoldsTheLockOfAFile)
+{
+    fTree.Write("a", "12345");
+    BFile one(fTree.Path("a").c_str(), B_READ_WRITE);
+    BFile other(fTree.Path("a").c_str(), B_READ_ONLY);
+    EXPECT_EQ(one.Lock(), B_OK);
+    EXPECT_EQ(other.Lock(), B_BUSY);
+    char read[5];
+    EXPECT_EQ(other.Read(read, 5), 5); // who does not ask for the lock goes on
+    EXPECT_EQ(one.Unlock(), B_OK);
+    EXPECT_EQ(other.Lock(), B_OK);
+    other.Unset();
+    EXPECT_EQ(one.Lock(), B_OK);
+}
+
+TEST_F(NodeTest, OnlyWhatIsOpenForUseIsLocked)
+{
+    fTree.Write("a", "");
+    EXPECT_EQ(BNode().Lock(), B_NO_INIT);
+    EXPECT_EQ(BNode().Unlock(), B_NO_INIT);
+    BNode held = Node("a");
+    EXPECT_EQ(held.Lock(), B_NOT_ALLOWED);
+    EXPECT_EQ(held.Unlock(), B_NOT_ALLOWED);
 }

@@ -120,7 +120,8 @@ TEST_F(RosterDesktopTest, ThePersonsEditorRunsInTheirTerminal)
     const Variable visual("VISUAL", "recorder '50% done'");
     const Variable editor("EDITOR", "missing");
     EXPECT_EQ(Edit(), B_OK);
-    EXPECT_EQ(Given(), "[recorder][--hold][-e][recorder][50% done][" + fTree.Path("a b.txt") + "]");
+    EXPECT_EQ(Given(), "[" + fTree.Path("bin/recorder") + "][--hold][-e][recorder][50% done][" +
+                           fTree.Path("a b.txt") + "]");
 }
 
 TEST_F(RosterDesktopTest, AnEditorRunsInTheSystemsTerminal)
@@ -130,7 +131,18 @@ TEST_F(RosterDesktopTest, AnEditorRunsInTheSystemsTerminal)
     const Variable editor("EDITOR", "recorder");
     fTree.Link("bin/x-terminal-emulator", PROGRAM_RECORDER);
     EXPECT_EQ(Edit(), B_OK);
-    EXPECT_EQ(Given(), "[x-terminal-emulator][-e][recorder][" + fTree.Path("a b.txt") + "]");
+    EXPECT_EQ(Given(), "[" + fTree.Path("bin/x-terminal-emulator") + "][-e][recorder][" +
+                           fTree.Path("a b.txt") + "]");
+}
+
+TEST_F(RosterDesktopTest, AProgramWithABlankInItsPathIsFound)
+{
+    fTree.Link("a program/recorder", PROGRAM_RECORDER);
+    AddProgram("text", "Exec=\"" + fTree.Path("a program/recorder") + "\" %f");
+    SetDefault("text/plain", "text");
+    EXPECT_EQ(Launch(fTree.Path("a b.txt")), B_OK);
+    EXPECT_EQ(Given(),
+              "[" + fTree.Path("a program/recorder") + "][" + fTree.Path("a b.txt") + "]");
 }
 
 TEST_F(RosterDesktopTest, TheProgramForTextComesBeforeEditors)

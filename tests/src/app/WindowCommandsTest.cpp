@@ -350,21 +350,21 @@ TEST_F(WindowCommandsTest, ADropOnTheWindowItselfIsIgnored)
 
 // Menus
 
-TEST_F(WindowCommandsTest, OnlyWhatWorksCanBeChosen)
+TEST_F(WindowCommandsTest, EverythingCanBeChosen)
 {
     OpenThree();
     Locked([&] {
         const BMenuBar* bar = dynamic_cast<BMenuBar*>(fWindow->FindView("MenuBar"));
         ASSERT_NE(bar, nullptr);
         ASSERT_EQ(bar->CountItems(), 7);
-        for (const char* label : {"Open", "About", "Quit", "Add Pane", "Pane 10", "Rename",
-                                  "New Folder", "Empty Trash", "GoTo Directory", "Preferences",
-                                  "Query"}) {
-            ASSERT_NE(bar->FindItem(label), nullptr) << label;
-            EXPECT_TRUE(bar->FindItem(label)->IsEnabled()) << label;
+        for (const MenuColumn& column : MainMenus()) {
+            for (const MenuLine& line : column.lines) {
+                if (line.label != nullptr) {
+                    ASSERT_NE(bar->FindItem(line.label), nullptr) << line.label;
+                    EXPECT_TRUE(bar->FindItem(line.label)->IsEnabled()) << line.label;
+                }
+            }
         }
-        ASSERT_NE(bar->FindItem("Open Terminal"), nullptr);
-        EXPECT_FALSE(bar->FindItem("Open Terminal")->IsEnabled());
     });
 }
 
@@ -376,11 +376,11 @@ TEST_F(WindowCommandsTest, AnItemThatIsAddedLaterCanBeChosen)
         ASSERT_NE(bar, nullptr);
         BMenuItem* addOns = bar->FindItem("Add-Ons");
         ASSERT_NE(addOns, nullptr);
-        addOns->Submenu()->AddItem(new BMenuItem("More", new BMessage(kAddPane))); // adopted
+        addOns->Submenu()->AddItem(new BMenuItem("Zoom", new BMessage(kAddPane))); // adopted
     });
     kits::testing::TypeFunctionKey(B_F10_KEY);
     kits::testing::TypeKey(B_LEFT_ARROW);
-    kits::testing::TypeKey('m');
+    kits::testing::TypeKey('z');
     kits::testing::TypeKey(B_RETURN);
     EXPECT_TRUE(WaitFor([&] { return CountPanes() == 4; }));
 }
