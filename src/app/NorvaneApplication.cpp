@@ -98,9 +98,10 @@ void NorvaneApplication::AskAboutAddOns()
     if (!fIsToQuit || names.empty()) {
         return;
     }
-    const std::string text = ShownName(names.front()) +
-                             " is still at work. Norvane ends when it has done its work; what it "
-                             "does now stays undone when it is not waited for.";
+    const std::string text =
+        ShownName(names.front()) +
+        " is still at work.\n\nNorvane ends when it is done. To quit now breaks "
+        "its work off.";
     auto* alert = new BAlert("Hey", text.c_str(), "Quit now", "Wait", nullptr, B_WIDTH_AS_USUAL,
                              B_WARNING_ALERT);
     fQuestion = BMessenger(alert);

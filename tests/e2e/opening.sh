@@ -113,10 +113,28 @@ started folders "$base/left"
 
 what="a program that is not installed"
 key f f Return
-answerable Err
-shot no-program
-dismiss Err
+expect "$what: no list of programs" window_focused "Open With"
+expect "$what: the list stays empty" painted "Open With"
+shot open-with
+key Escape
+expect "$what: the list stays" window_gone "Open With"
 expect "$what: no focus" window_focused Norvane
+# The last of the list, with Enter.
+key Return
+expect "$what: no list of programs" window_focused "Open With"
+key End Return
+started text "$base/left/film.mp4"
+expect "$what: the list stays" window_gone "Open With"
+expect "$what: no focus" window_focused Norvane
+# Kept for all files of the kind: the box is two steps behind the list.
+key Return
+expect "$what: no list of programs" window_focused "Open With"
+key End Tab space Return
+started text "$base/left/film.mp4"
+expect "$what: no focus" window_focused Norvane
+key Return
+started text "$base/left/film.mp4"
+grep -q '^video/mp4=text.desktop' "$XDG_CONFIG_HOME/mimeapps.list" || fail "$what: the choice is not kept"
 
 what="a broken link"
 key n Return
