@@ -4,9 +4,10 @@ set(CPACK_PACKAGE_VENDOR "Norvane")
 set(CPACK_PACKAGE_CONTACT "Norvane maintainers <maintainers@norvane.invalid>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "keyboard-driven file manager with one to ten panes")
 set(CPACK_PACKAGE_DESCRIPTION
-"One window with one to ten panes side by side, and a key for everything: copying, moving, the Trash,
-renaming, viewing, searching whole volumes, FTP servers and add-ons. Copies ask before they replace
-anything, and moves delete nothing but what was copied whole.")
+"One window with one to ten panes side by side, and a key for everything:
+copying, moving, the Trash, renaming, viewing, searching whole volumes,
+FTP servers and add-ons. Copies ask before they replace anything, and
+moves delete nothing but what was copied whole.")
 set(CPACK_GENERATOR DEB)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)

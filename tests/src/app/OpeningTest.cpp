@@ -4,6 +4,7 @@
 #include "MessageCodes.h"
 
 #include <CheckBox.h>
+#include <InterfaceDefs.h>
 #include <ListView.h>
 #include <Mime.h>
 
@@ -185,6 +186,13 @@ TEST_F(OpeningTest, TheHelpPageBesideTheProgramIsOpened)
     const std::string given = Given();
     EXPECT_EQ(given.substr(0, 8), "address\n");
     EXPECT_TRUE(given.ends_with("/Help.html\n")) << given;
+}
+
+TEST_F(OpeningTest, F1OpensIt)
+{
+    Open();
+    kits::testing::TypeFunctionKey(B_F1_KEY);
+    EXPECT_TRUE(Given().ends_with("/Help.html\n"));
 }
 
 TEST_F(OpeningTest, TheTerminalOpensInTheFocusedPanesFolder)
