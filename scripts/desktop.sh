@@ -2,6 +2,8 @@
 # Sourced by the demonstration, the end-to-end tests and the benchmarks: a private desktop to play on.
 #
 # start_desktop [SIZE] [wm|bare]   an X server of our own (and openbox); sets DISPLAY
+# start_wayland [SIZE]             a Wayland compositor in a window of an X server of our own; what is
+#                                  started then has QT_QPA_PLATFORM set, and DISPLAY is for the keys
 # use_folders DIR                  HOME and every XDG folder below DIR
 # start_program COMMAND...         in the background; its pid in program_pid
 # program_ended                    succeeds when it has
@@ -32,6 +34,23 @@ start_desktop() {
         wait_for 20 test -e "$ready_file" || { echo "no window manager" >&2; return 1; }
         rm -f "$ready_file"
     fi
+}
+
+start_wayland() {
+    local size=${1:-1280x800}
+    start_desktop "$size" bare || return 1
+    export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$(mktemp -d)}
+    # Windows that fade out keep the keyboard from the next one for a second.
+    mkdir -p "$XDG_RUNTIME_DIR/weston"
+    printf '[core]\nidle-time=0\n[shell]\nclose-animation=none\nanimation=none\nstartup-animation=none\nfocus-animation=none\n' \
+        >"$XDG_RUNTIME_DIR/weston/weston.ini"
+    weston --config="$XDG_RUNTIME_DIR/weston/weston.ini" --backend=x11-backend.so --width="${size%x*}" --height="${size#*x}" \
+        --socket=play >/dev/null 2>&1 &
+    desktop_pids+=($!)
+    wait_for 20 test -S "$XDG_RUNTIME_DIR/play" || { echo "no compositor" >&2; return 1; }
+    export WAYLAND_DISPLAY=play QT_QPA_PLATFORM=wayland
+    # Its window gets the keys while the pointer is over it.
+    xdotool mousemove $((${size%x*} / 2)) $((${size#*x} / 2))
 }
 
 stop_desktop() {

@@ -31,7 +31,10 @@ void NativeWindow::TellFrame(const QRect& frame)
 
 void NativeWindow::CloseAsked()
 {
-    if ((fShape.flags & B_NOT_CLOSABLE) != B_NOT_CLOSABLE) {
+    if (IsPopUp()) {
+        // The desktop wants an open menu gone; its messages go to the window that it belongs to.
+        Post(std::make_unique<BMessage>(kCaptureLost));
+    } else if ((fShape.flags & B_NOT_CLOSABLE) != B_NOT_CLOSABLE) {
         fEvents->CloseAsked(fToken);
     }
 }

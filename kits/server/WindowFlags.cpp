@@ -1,5 +1,6 @@
 #include "WindowFlags.h"
 
+#include <QGuiApplication>
 #include <algorithm>
 #include <cmath>
 
@@ -33,6 +34,15 @@ Qt::WindowType TypeFor(const WindowShape& shape)
     return isDialog ? Qt::Dialog : Qt::Window;
 }
 
+/// On Wayland what the toolkit calls a pop-up takes the keyboard, by a key or button that has to be
+/// down still when the compositor hears of it: whoever taps the key has the menu closed at once,
+/// and keys typed ahead go nowhere. A tip over a window leaves the keyboard where it is.
+Qt::WindowType PopUpType()
+{
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland")) ? Qt::ToolTip
+                                                                                : Qt::Popup;
+}
+
 } // namespace
 
 bool HasTitle(const WindowShape& shape)
@@ -44,7 +54,7 @@ bool HasTitle(const WindowShape& shape)
 Qt::WindowFlags WindowFlagsFor(const WindowShape& shape)
 {
     if (shape.kind == WindowShape::Kind::kPopUp) {
-        return Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint;
+        return PopUpType() | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint;
     }
     Qt::WindowFlags flags = TypeFor(shape);
     if (shape.feel == B_FLOATING_ALL_WINDOW_FEEL || shape.feel == B_MODAL_ALL_WINDOW_FEEL) {

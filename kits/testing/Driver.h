@@ -126,7 +126,8 @@ void ReleaseMouseAt(BPoint screen, uint32 button = B_PRIMARY_MOUSE_BUTTON, uint3
 /// Waits until something is dragged from a window of ours, or (`isOn` false) until nothing is.
 bool WaitForDrag(bool isOn = true, bigtime_t limit = kLimit);
 
-/// Waits until the server knows that so many areas of the window take drops: it is told with frames.
+/// Waits until the server knows that so many areas of the window take drops: it is told with
+/// frames.
 bool WaitForDropAreas(BWindow* window, int32 count, bigtime_t limit = kLimit);
 /// What another program lets happen to what it drags; any sum.
 enum : uint32 { kMayCopy = 1, kMayMove = 2, kMayLink = 4 };
@@ -145,6 +146,8 @@ void LeaveForeign(BView* view);
 
 /// What the close button of the window's frame does.
 void CloseWindow(BWindow* window);
+/// What a desktop does that wants an open menu gone: the one at a point of the screen.
+void CloseMenuAt(const BWindow* window, BPoint screen);
 /// Gives the keyboard to the window, as a click on its title bar does.
 void ActivateWindow(BWindow* window);
 /// Gives the window another frame of its client area, as a window manager does.

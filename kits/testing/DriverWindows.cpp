@@ -246,6 +246,17 @@ void CloseWindow(BWindow* window)
     });
 }
 
+void CloseMenuAt(const BWindow* window, BPoint screen)
+{
+    OnServer([window, screen] {
+        QWindow* native = NativeAt(window, screen);
+        if (native != nullptr && native != NativeOf(window)) {
+            QWindowSystemInterface::handleCloseEvent<QWindowSystemInterface::SynchronousDelivery>(
+                native);
+        }
+    });
+}
+
 void ActivateWindow(BWindow* window)
 {
     OnServer([window] {

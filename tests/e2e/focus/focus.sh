@@ -1,6 +1,7 @@
 # shellcheck shell=bash
-# Usage: focus.sh FOCUS-PROCEDURE offscreen|bare|wm SCALE [ROUNDS]
-# Typing ahead into dialogs with real keys: without a window manager, with one, and headless.
+# Usage: focus.sh FOCUS-PROCEDURE offscreen|bare|wm|wayland SCALE [ROUNDS]
+# Typing ahead into dialogs with real keys: without a window manager, with one, on Wayland, and
+# headless.
 
 . "$(dirname "${BASH_SOURCE[0]}")/../../../scripts/desktop.sh"
 
@@ -21,6 +22,12 @@ trap finish EXIT
 
 if [ "$setting" = offscreen ]; then
     export QT_QPA_PLATFORM=offscreen
+elif [ "$setting" = wayland ]; then
+    command -v weston >/dev/null || {
+        echo "skipped: no weston here"
+        exit 77
+    }
+    start_wayland || exit 1
 else
     start_desktop 1280x800 "$setting" || exit 1
     # Repeats must come within the time the key is held.

@@ -26,6 +26,20 @@ TEST_F(MenuSessionTest, WindowIsToldOnceOfBeginningAndEnd)
     EXPECT_EQ(Notes(), "bebe");
 }
 
+/// The menu's messages go to its window, which is not what the desktop wants to go.
+TEST_F(MenuSessionTest, ADesktopThatClosesAMenuLeavesItsWindowThere)
+{
+    OpenFile();
+    ASSERT_TRUE(IsOpen(fFile));
+
+    CloseMenuAt(fWindow, On(fFile->ItemAt(1)));
+
+    EXPECT_TRUE(WaitFor([this] { return !IsOpen(fFile); }));
+    Sync(fWindow);
+    EXPECT_EQ(Notes(), "be");
+    EXPECT_FALSE(Locked([this] { return fWindow->IsHidden(); }));
+}
+
 TEST_F(MenuSessionTest, WindowMaySetUpItsMenusAtTheBeginning)
 {
     Do([this] {
