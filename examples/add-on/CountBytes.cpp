@@ -51,9 +51,9 @@ void process_refs(entry_ref, BMessage* refs, void*)
     }
     const Sum sum = CountAll(entries);
     std::string text =
-        std::to_string(sum.files) + " files hold " + std::to_string(sum.bytes) + " bytes.";
+        "Files: " + std::to_string(sum.files) + "\nBytes: " + std::to_string(sum.bytes);
     if (sum.unreadable > 0) {
-        text += "\n" + std::to_string(sum.unreadable) + " folders could not be read.";
+        text += "\nFolders that could not be read: " + std::to_string(sum.unreadable);
     }
     // It deletes itself once it is answered.
     auto* alert = new BAlert("CountBytes", text.c_str(), "OK");

@@ -1,6 +1,7 @@
 #include "DesktopChoice.h"
 
 #include "GioObjects.h"
+#include "OwnCommand.h"
 #include "Terminal.h"
 
 #include <gio/gdesktopappinfo.h>
@@ -51,6 +52,12 @@ Object<GAppInfo> Find(const std::string& id)
     return Object<GAppInfo>(reinterpret_cast<GAppInfo*>(g_desktop_app_info_new(id.c_str())));
 }
 
+bool IsOfOthers(GAppInfo* program)
+{
+    const char* command = g_app_info_get_commandline(program);
+    return command != nullptr && !IsOwnCommand(command);
+}
+
 bool OpensFiles(GAppInfo* program)
 {
     return g_app_info_supports_uris(program) != FALSE ||
@@ -75,7 +82,9 @@ std::vector<std::string> ProgramsFor(const std::string& type)
     };
     add(ProgramSetFor(type));
     Programs(g_app_info_get_all_for_type(type.c_str())).ForEach([&](GAppInfo* program) {
-        add(IdOf(program));
+        if (IsOfOthers(program)) {
+            add(IdOf(program));
+        }
     });
     return ids;
 }
@@ -84,7 +93,8 @@ std::vector<std::string> AllPrograms()
 {
     std::vector<std::pair<std::string, std::string>> found; // in the order of people, id
     Programs(g_app_info_get_all()).ForEach([&](GAppInfo* program) {
-        if (g_app_info_should_show(program) != FALSE && OpensFiles(program)) {
+        if (g_app_info_should_show(program) != FALSE && OpensFiles(program) &&
+            IsOfOthers(program)) {
             const Memory<gchar> folded(g_utf8_casefold(g_app_info_get_display_name(program), -1));
             const Memory<gchar> key(g_utf8_collate_key(folded.get(), -1));
             found.emplace_back(key.get(), IdOf(program));

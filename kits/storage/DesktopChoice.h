@@ -10,7 +10,8 @@ namespace kits {
 /// Which of the desktop's programs opens what. Programs are known by the names of their desktop
 /// files ("org.example.Editor.desktop"). Thread: any; the calls read desktop files.
 
-/// The programs that say that they open such files, the one that is set for them first.
+/// The programs that say that they open such files, the one that is set for them first. This
+/// program is never among the lists.
 std::vector<std::string> ProgramsFor(const std::string& type);
 /// All that open files of some kind, by their names as people read them.
 std::vector<std::string> AllPrograms();

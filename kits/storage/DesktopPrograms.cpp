@@ -1,23 +1,20 @@
 #include "DesktopPrograms.h"
 
 #include "GioObjects.h"
+#include "OwnCommand.h"
 #include "PathLookup.h"
 #include "ProgramFile.h"
 #include "ProgramStart.h"
 #include "Terminal.h"
 
 #include <Mime.h>
-#include <StorageDefs.h>
 
 #include <gio/gdesktopappinfo.h>
 #include <gio/gio.h>
 
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <optional>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace kits {
 
@@ -75,60 +72,24 @@ status_t StatusOf(const GError& error)
 
 // Which program
 
-/// The last name of a path; of the program's file after it was replaced, too.
-std::string NameOfOwnProgram()
-{
-    char path[B_PATH_NAME_LENGTH];
-    const ssize_t length = ::readlink("/proc/self/exe", path, sizeof(path));
-    std::string name(path, length > 0 ? static_cast<size_t>(length) : 0);
-    constexpr std::string_view kReplaced = " (deleted)";
-    if (name.ends_with(kReplaced)) {
-        name.resize(name.size() - kReplaced.size());
-    }
-    return name.substr(name.rfind('/') + 1);
-}
-
-bool IsOwnFile(const char* program)
-{
-    struct stat own;
-    struct stat other;
-    const Memory<gchar> path(g_find_program_in_path(program));
-    return path != nullptr && ::stat("/proc/self/exe", &own) == 0 &&
-           ::stat(path.get(), &other) == 0 && own.st_dev == other.st_dev &&
-           own.st_ino == other.st_ino;
-}
-
-/// Whether a command starts this very program, maybe by another one (`env A=b PROGRAM`).
-bool IsThisProgram(GAppInfo* program)
+bool IsOwn(GAppInfo* program)
 {
     const char* command = g_app_info_get_commandline(program);
-    gchar** words = nullptr;
-    if (command == nullptr || g_shell_parse_argv(command, nullptr, &words, nullptr) == FALSE) {
-        return false;
-    }
-    const Memory<gchar*> owned(words);
-    const std::string own = NameOfOwnProgram();
-    for (gchar** word = words; *word != nullptr; ++word) {
-        const char* slash = std::strrchr(*word, '/');
-        if (own == (slash != nullptr ? slash + 1 : *word)) {
-            return true;
-        }
-    }
-    return words[0] != nullptr && IsOwnFile(words[0]);
+    return command != nullptr && IsOwnCommand(command);
 }
 
 /// The first of the programs for folders that is not this one: what the person chose stands first.
 Object<GAppInfo> FindFileManager()
 {
     Object<GAppInfo> chosen(g_app_info_get_default_for_type(B_DIRECTORY_MIME_TYPE, FALSE));
-    if (chosen == nullptr || !IsThisProgram(chosen.get())) {
+    if (chosen == nullptr || !IsOwn(chosen.get())) {
         return chosen;
     }
     Object<GAppInfo> other;
     GList* all = g_app_info_get_all_for_type(B_DIRECTORY_MIME_TYPE);
     for (GList* item = all; item != nullptr && other == nullptr; item = item->next) {
         auto* program = static_cast<GAppInfo*>(item->data);
-        if (!IsThisProgram(program)) {
+        if (!IsOwn(program)) {
             other.reset(static_cast<GAppInfo*>(g_object_ref(program)));
         }
     }

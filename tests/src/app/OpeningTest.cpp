@@ -137,7 +137,7 @@ TEST_F(OpenWithTest, TheListHasEveryProgramThatOpensFilesAndTheFirstIsSelected)
         }
         EXPECT_EQ(list->CurrentSelection(), 0);
     }
-    EXPECT_EQ(rows, "address\nbroken\nfolders\nodd name\nself\ntext\n");
+    EXPECT_EQ(rows, "address\nbroken\nfolders\nodd name\ntext\n");
     window->PostMessage(B_QUIT_REQUESTED);
     EXPECT_TRUE(kits::testing::WaitFor([] { return kits::testing::CountShown("Open With") == 0; }));
     EXPECT_EQ(fPrograms.Count(), 0u);
