@@ -1,0 +1,38 @@
+#pragma once
+
+#include <SupportDefs.h>
+
+#include <string>
+#include <vector>
+
+namespace add_ons {
+
+/// What went wrong with single entries, told once at the end. Plain data.
+class Problems
+{
+public:
+    void Add(const std::string& name, const std::string& reason);
+    bool IsEmpty() const { return fCount == 0; }
+    int64 Count() const { return fCount; }
+    /// One line for each of the first, then the number of further ones.
+    std::string Text() const;
+
+    /// Shows `heading` and the lines in an alert, and waits until it is read; nothing when there is
+    /// nothing to tell. Thread: that of the work.
+    void Tell(const char* title, const std::string& heading) const;
+
+private:
+    std::vector<std::string> fLines; // the first
+    int64 fCount = 0;
+};
+
+/// A name as text to read: cut when it is long, without line breaks and other letters that steer.
+std::string ShownName(const std::string& name);
+
+/// What a status means, in a few words.
+std::string Reason(status_t status);
+
+/// Shows an alert with one button, and waits until it is read.
+void Say(const char* title, const std::string& text);
+
+} // namespace add_ons
