@@ -1,0 +1,88 @@
+#!/usr/bin/env bash
+# The add-ons that come along, by real keys: an archive is made and taken out again.
+. "$(dirname "$0")/lib.sh"
+
+tests=$(realpath "$(dirname "$norvane")")
+mkdir -p "$base/left/stuff/deep" "$base/right"
+printf 'one\n' >"$base/left/stuff/one"
+head -c 3000000 /dev/urandom >"$base/left/stuff/deep/big"
+ln -s ../one "$base/left/stuff/deep/l"
+start_desktop 1280x800 wm || fail "no desktop"
+write_settings "$base/left" "$base/right"
+start_norvane
+
+# The names in the menu, from the top: letters choose them.
+ls "$tests/add-ons/Tracker" | grep -qx MakeArchive || fail "no add-ons beside the program"
+run_add_on() { # NAME
+    local step down
+    down=$(ls "$tests/add-ons/Tracker" | LC_ALL=C sort | grep -nx "$1" | cut -d: -f1)
+    key F10 Left
+    for ((step = 1; step < down; step++)); do key Down; done
+    key Return
+}
+
+key s
+key ctrl+a # the shortcut of MakeArchive
+expect "no question" window_focused MakeArchive
+expect "the question stays empty" painted MakeArchive
+shot make-archive
+key Escape
+expect "the question stays" window_gone MakeArchive
+expect "no focus" window_focused Norvane
+[ ! -e "$base/left/stuff.tar.gz" ] || fail "an archive was made all the same"
+
+run_add_on MakeArchive
+expect "no question" window_focused MakeArchive
+key Tab Down Down Return # the format: a menu opens, and the next one is chosen
+hold 300
+shot make-archive-format
+key Escape
+hold 200
+window_gone MakeArchive || key Escape
+expect "the question stays" window_gone MakeArchive
+
+run_add_on MakeArchive
+expect "no question" window_focused MakeArchive
+key Return
+expect "no archive" test -e "$base/left/stuff.tar.gz"
+tar tzf "$base/left/stuff.tar.gz" >/dev/null || fail "tar cannot read it"
+expect "no focus" window_focused Norvane
+
+# Again: the first is not replaced, by another name of the person's.
+run_add_on MakeArchive
+expect "no question" window_focused MakeArchive
+key ctrl+a
+xdotool type "other"
+key Return
+expect "no archive" test -e "$base/left/other.tar.gz"
+expect "no focus" window_focused Norvane
+
+key o
+run_add_on Extract
+expect "nothing was taken out" same_trees "$base/left/stuff" "$base/left/other/stuff"
+expect "no focus" window_focused Norvane
+# One whose only folder has its own name is not put into a second one.
+rm -r "$base/left/stuff"
+expect "the row stays" still root
+key Home s
+run_add_on Extract
+expect "nothing was taken out" same_trees "$base/left/stuff" "$base/left/other/stuff"
+
+# Something hostile is told, and harms nothing.
+python3 - "$base/left/zz.tar" <<'END'
+import io, sys, tarfile
+with tarfile.open(sys.argv[1], "w") as tar:
+    for name in ("../evil", "good"):
+        entry = tarfile.TarInfo(name)
+        entry.size = 1
+        tar.addfile(entry, io.BytesIO(b"x"))
+END
+expect "the row did not come" still root
+key z z
+run_add_on Extract
+answerable Extract
+shot extract-hostile
+dismiss Extract
+[ ! -e "$base/left/evil" ] || fail "it led out of the folder"
+[ "$(cat "$base/left/zz/good")" = x ] || fail "the good one is missing"
+quit_norvane
