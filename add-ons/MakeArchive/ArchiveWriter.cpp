@@ -227,8 +227,7 @@ status_t ArchiveWriter::WriteHeader(archive_entry* header)
     return Failure();
 }
 
-/// As many bytes as were announced, whatever becomes of the file meanwhile: else what follows could
-/// not be read.
+/// At most as many bytes as were announced, whatever becomes of the file meanwhile.
 status_t ArchiveWriter::WriteContents(BFile& file, const std::string& path, off_t size)
 {
     std::vector<char> block(kBlockBytes);
@@ -243,7 +242,7 @@ status_t ArchiveWriter::WriteContents(BFile& file, const std::string& path, off_
         if (count <= 0) {
             fProblems.Add(path, count < 0 ? Reason(static_cast<status_t>(count))
                                           : "it became shorter while it was read");
-            return WriteZeros(left);
+            return B_OK; // zeros take the place of what is missing
         }
         if (archive_write_data(fWriter, block.data(), static_cast<size_t>(count)) < 0) {
             return Failure();
@@ -254,23 +253,6 @@ status_t ArchiveWriter::WriteContents(BFile& file, const std::string& path, off_
     struct stat now;
     if (file.GetStat(&now) == B_OK && now.st_size > size) {
         fProblems.Add(path, "it became longer while it was read");
-    }
-    return B_OK;
-}
-
-status_t ArchiveWriter::WriteZeros(off_t count)
-{
-    const std::vector<char> zeros(kBlockBytes);
-    while (count > 0) {
-        const auto piece =
-            static_cast<size_t>(std::min<off_t>(count, static_cast<off_t>(zeros.size())));
-        if (fProgress->WasStopped()) {
-            return B_CANCELED;
-        }
-        if (archive_write_data(fWriter, zeros.data(), piece) < 0) {
-            return Failure();
-        }
-        count -= static_cast<off_t>(piece);
     }
     return B_OK;
 }

@@ -59,7 +59,6 @@ private:
     status_t AddFile(const Waiting& one);
     status_t WriteHeader(archive_entry* header);
     status_t WriteContents(BFile& file, const std::string& path, off_t size);
-    status_t WriteZeros(off_t count);
     bool IsOwn(const struct stat& st) const;
     status_t Failure() const;
 

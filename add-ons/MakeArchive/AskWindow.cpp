@@ -22,6 +22,7 @@ namespace {
 constexpr uint32 kMake = 'Make';
 constexpr float kWidth = 360;
 constexpr float kLabels = 60;
+constexpr bigtime_t kReadingTime = 200'000; // no key typed ahead makes an archive
 
 using Answer = std::optional<ArchiveWish>;
 
@@ -34,6 +35,7 @@ public:
                   "MakeArchive", B_TITLED_WINDOW, B_NOT_ZOOMABLE | B_NOT_RESIZABLE),
           fAnswer(std::move(answer))
     {
+        SetAnswerDelay(kReadingTime, 0);
         BView* ground = MakeGround(this);
         const float right = ground->Bounds().right - kEdge;
         fName = new BTextControl(BRect(kEdge, kEdge, right, kEdge + kRow), "name",
@@ -49,6 +51,9 @@ public:
 
     void MessageReceived(BMessage* message) override
     {
+        if (message->what == kMake && !TakesAnswers()) {
+            return;
+        }
         if (message->what != kMake) {
             BWindow::MessageReceived(message);
             return;

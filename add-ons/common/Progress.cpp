@@ -44,6 +44,9 @@ public:
                   title, B_TITLED_WINDOW, B_NOT_ZOOMABLE | B_NOT_RESIZABLE),
           fState(std::move(state))
     {
+        // It comes while somebody may be typing into another window.
+        SetTakesFocus(false);
+        SetTakesKeys(false);
         BuildViews();
         ShowState();
         fTicks = std::make_unique<BMessageRunner>(BMessenger(this), BMessage(kTellNow), kTick);
