@@ -50,7 +50,7 @@ ArchiveWriter::ArchiveWriter(const BDirectory& folder, const ArchiveFormat& form
 ArchiveWriter::~ArchiveWriter()
 {
     if (fWriter != nullptr) {
-        archive_write_fail(fWriter); // writes no end
+        fStatus = B_CANCELED; // writes no end
         archive_write_free(fWriter);
     }
     fFile.Unset();
@@ -83,16 +83,18 @@ status_t ArchiveWriter::Open()
     return opened == ARCHIVE_OK ? status_t(B_OK) : Failure();
 }
 
-int64_t ArchiveWriter::WriteBytes(archive* writer, void* self, const void* bytes, size_t count)
+/// The library never hears of a failure: it would not let go of its memory then.
+int64_t ArchiveWriter::WriteBytes(archive*, void* self, const void* bytes, size_t count)
 {
     auto* archive = static_cast<ArchiveWriter*>(self);
-    const ssize_t written = archive->fFile.Write(bytes, count);
-    if (written != static_cast<ssize_t>(count)) {
-        archive->fStatus = written < 0 ? static_cast<status_t>(written) : status_t(B_DEVICE_FULL);
-        archive_set_error(writer, -1, "not written");
-        return -1;
+    if (archive->fStatus == B_OK) {
+        const ssize_t written = archive->fFile.Write(bytes, count);
+        if (written != static_cast<ssize_t>(count)) {
+            archive->fStatus =
+                written < 0 ? static_cast<status_t>(written) : status_t(B_DEVICE_FULL);
+        }
     }
-    return written;
+    return static_cast<int64_t>(count);
 }
 
 status_t ArchiveWriter::Failure() const
@@ -215,7 +217,7 @@ status_t ArchiveWriter::WriteHeader(archive_entry* header)
 {
     const int result = archive_write_header(fWriter, header);
     if (result == ARCHIVE_OK || result == ARCHIVE_WARN) {
-        return B_OK;
+        return fStatus;
     }
     if (result == ARCHIVE_FAILED && fStatus == B_OK) { // of this entry alone
         const char* reason = archive_error_string(fWriter);
@@ -244,7 +246,8 @@ status_t ArchiveWriter::WriteContents(BFile& file, const std::string& path, off_
                                           : "it became shorter while it was read");
             return B_OK; // zeros take the place of what is missing
         }
-        if (archive_write_data(fWriter, block.data(), static_cast<size_t>(count)) < 0) {
+        if (archive_write_data(fWriter, block.data(), static_cast<size_t>(count)) < 0 ||
+            fStatus != B_OK) {
             return Failure();
         }
         left -= count;
@@ -262,7 +265,7 @@ status_t ArchiveWriter::Finish(std::string* name)
     const int closed = archive_write_close(fWriter);
     archive_write_free(fWriter);
     fWriter = nullptr;
-    if (closed != ARCHIVE_OK && closed != ARCHIVE_WARN) {
+    if (fStatus != B_OK || (closed != ARCHIVE_OK && closed != ARCHIVE_WARN)) {
         return Failure();
     }
     fStatus = fFile.Sync();

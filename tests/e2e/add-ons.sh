@@ -12,10 +12,10 @@ write_settings "$base/left" "$base/right"
 start_norvane
 
 # The names in the menu, from the top: letters choose them.
-ls "$tests/add-ons/Tracker" | grep -qx MakeArchive || fail "no add-ons beside the program"
+[ -e "$tests/add-ons/Tracker/MakeArchive" ] || fail "no add-ons beside the program"
 run_add_on() { # NAME
     local step down
-    down=$(ls "$tests/add-ons/Tracker" | LC_ALL=C sort | grep -nx "$1" | cut -d: -f1)
+    down=$(find "$tests/add-ons/Tracker" -type f -printf '%f\n' | LC_ALL=C sort | grep -nx "$1" | cut -d: -f1)
     key F10 Left
     for ((step = 1; step < down; step++)); do key Down; done
     key Return

@@ -19,6 +19,7 @@ printf 'alias nothing=true\n# no line end' >"$HOME/.profile"
 printf '1\n' >"$base/left/a folder/one"
 printf '1\n' >"$base/left/a folder/wait"
 
+# shellcheck disable=SC2016 # for another shell
 snippet='if [ "$FOLDER_PATH" != "" ]; then 
     cd "$FOLDER_PATH" 
     unset -v FOLDER_PATH 
