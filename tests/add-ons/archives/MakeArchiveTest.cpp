@@ -105,9 +105,9 @@ TEST_P(EveryFormatTest, ComesOutAsItWas)
 INSTANTIATE_TEST_SUITE_P(All, EveryFormatTest,
                          ::testing::Values(".tar.gz", ".zip", ".tar.xz", ".tar.zst", ".tar"),
                          [](const auto& instance) {
-                             std::string name;
+                             std::string name = "In";
                              for (const char* letter = instance.param; *letter != '\0'; letter++) {
-                                 name += *letter == '.' ? '_' : *letter;
+                                 name += *letter == '.' ? "" : std::string(1, *letter);
                              }
                              return name;
                          });
