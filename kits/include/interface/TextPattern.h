@@ -33,6 +33,12 @@ public:
     /// Errors: B_ENTRY_NOT_FOUND; B_BUSY when it would take too long; B_BAD_VALUE as InitCheck().
     /// `*start` and `*end` stay then.
     status_t Find(std::string_view text, size_t from, size_t* start, size_t* end) const;
+    /// Puts `replacement` in place of each match, of empty ones too, and what it makes of `text`
+    /// into `*result`. In it "\1" to "\9", or "$1" to "$9", stand for what a group caught, "\0"
+    /// and "$0" for the match; a doubled "\" or "$" is one. Bytes outside the matches stay as
+    /// they are. Errors: as Find(), but that no match is B_OK; `*result` stays then.
+    status_t Replace(std::string_view text, std::string_view replacement,
+                     std::string* result) const;
 
 private:
     class Expression;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -85,6 +86,63 @@ qsizetype UnitOf(std::string_view text, size_t byte)
     return units;
 }
 
+/// Where the units of a decoded text lie in its bytes; asked from the left to the right.
+class UnitPlaces
+{
+public:
+    explicit UnitPlaces(std::string_view text) : fText(text) {}
+
+    size_t ByteOf(qsizetype unit)
+    {
+        if (unit < fUnit) {
+            fUnit = 0;
+            fByte = 0;
+        }
+        while (fUnit < unit && fByte < fText.size()) {
+            const Step step = StepAt(fText, fByte);
+            fUnit += step.units;
+            fByte += step.bytes;
+        }
+        return fByte;
+    }
+
+private:
+    std::string_view fText;
+    qsizetype fUnit = 0;
+    size_t fByte = 0;
+};
+
+/// Behind the letter at `place`, which may be two units.
+qsizetype NextPlace(const QString& text, qsizetype place)
+{
+    const bool isPair = place < text.size() && text[place].isHighSurrogate();
+    return place + (isPair ? 2 : 1);
+}
+
+/// Adds the replacement of one match.
+void AddReplacement(std::string_view replacement, std::string_view text,
+                    const QRegularExpressionMatch& match, std::string* result)
+{
+    for (size_t place = 0; place < replacement.size(); place++) {
+        const char byte = replacement[place];
+        const char next = place + 1 < replacement.size() ? replacement[place + 1] : '\0';
+        if (byte != '\\' && byte != '$') {
+            *result += byte;
+        } else if (next >= '0' && next <= '9') {
+            const int group = next - '0';
+            UnitPlaces places(text);
+            if (match.capturedStart(group) >= 0) {
+                const size_t start = places.ByteOf(match.capturedStart(group));
+                *result += text.substr(start, places.ByteOf(match.capturedEnd(group)) - start);
+            }
+            place++;
+        } else {
+            *result += byte;
+            place += next == byte ? 1 : 0;
+        }
+    }
+}
+
 } // namespace
 
 class BTextPattern::Expression
@@ -155,4 +213,40 @@ status_t BTextPattern::Find(std::string_view text, size_t from, size_t* start, s
         place = match.capturedStart() + 1;
     }
     return B_ENTRY_NOT_FOUND;
+}
+
+status_t BTextPattern::Replace(std::string_view text, std::string_view replacement,
+                               std::string* result) const
+{
+    if (InitCheck() != B_OK) {
+        return B_BAD_VALUE;
+    }
+    const QString decoded = Decoded(text);
+    std::string replaced;
+    UnitPlaces places(text);
+    size_t kept = 0;        // how much of the text has been dealt with
+    qsizetype lastEnd = -1; // of the match before
+    for (qsizetype place = 0; place <= decoded.size();) {
+        const QRegularExpressionMatch match =
+            fExpression->fBounded.match(decoded, place, QRegularExpression::NormalMatch,
+                                        QRegularExpression::DontCheckSubjectStringMatchOption);
+        if (!match.isValid()) {
+            return B_BUSY;
+        }
+        if (!match.hasMatch()) {
+            break;
+        }
+        const qsizetype end = match.capturedEnd();
+        if (match.capturedLength() > 0 || end != lastEnd) {
+            const size_t start = places.ByteOf(match.capturedStart());
+            replaced += text.substr(kept, start - kept);
+            AddReplacement(replacement, text, match, &replaced);
+            kept = places.ByteOf(end);
+            lastEnd = end;
+        }
+        place = match.capturedLength() > 0 ? end : NextPlace(decoded, end);
+    }
+    replaced += text.substr(kept);
+    *result = std::move(replaced);
+    return B_OK;
 }

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <SupportDefs.h>
+
+#include <string>
+#include <string_view>
+
+namespace norvane_addons {
+
+/// Why something could not be done, for the end of a sentence.
+const char* StatusText(status_t status);
+
+/// A name as one line of text shows it: what is no letter has a sign in its place.
+std::string ShownName(std::string_view name);
+
+/// "1 234 567".
+std::string Grouped(size_t count);
+
+} // namespace norvane_addons
