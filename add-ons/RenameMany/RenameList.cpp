@@ -23,6 +23,7 @@ constexpr rgb_color kWhite = {255, 255, 255, 255};
 constexpr rgb_color kSelected = {184, 198, 222, 255};
 constexpr rgb_color kGrey = {216, 216, 216, 255};
 constexpr float kIndent = 4;
+constexpr float kListBorder = 2;
 
 } // namespace
 
@@ -171,7 +172,7 @@ void RenameHeader::Draw(BRect /*updateRect*/)
     font_height height;
     GetFontHeight(&height);
     // The list's rows lie beside its scroll bar and within its border.
-    BRect rows = Bounds();
+    BRect rows = Bounds().InsetByCopy(kListBorder, 0);
     rows.right -= B_V_SCROLL_BAR_WIDTH;
     const float baseline = std::ceil(height.ascent);
     SetHighColor(kText);
