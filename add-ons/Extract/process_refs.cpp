@@ -6,6 +6,7 @@
 #include "Extract/Extractor.h"
 #include "common/FreeName.h"
 #include "common/Progress.h"
+#include "common/StatusText.h"
 
 #include <Directory.h>
 #include <Entry.h>
@@ -68,7 +69,7 @@ bool ExtractOne(const entry_ref& ref)
     const std::string name = NameWithoutEnding(ref.name);
     const std::string place = status == B_OK ? MakePlace(folder, name, &status) : "";
     if (status != B_OK || place.empty()) {
-        Say(kTitle, ShownName(ref.name) + ": " + Reason(status) + ".");
+        Say(kTitle, CutName(ref.name) + ": " + StatusText(status) + ".");
         return true;
     }
     std::string text;
@@ -87,7 +88,7 @@ bool ExtractOne(const entry_ref& ref)
         }
         const std::string outcome = Outcome(end, extractor);
         if (!outcome.empty()) {
-            text = ShownName(ref.name) + outcome + extractor.GetProblems().Text();
+            text = CutName(ref.name) + outcome + extractor.GetProblems().Text();
         }
         only = extractor.OnlyFolder();
     }

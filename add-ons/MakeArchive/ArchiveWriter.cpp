@@ -2,6 +2,7 @@
 
 #include "common/FreeName.h"
 #include "common/Progress.h"
+#include "common/StatusText.h"
 
 #include <OS.h>
 #include <Path.h>
@@ -127,7 +128,7 @@ status_t ArchiveWriter::AddOne(const Waiting& one, std::vector<Waiting>* further
     struct stat st;
     const status_t status = entry.GetStat(&st);
     if (status != B_OK) {
-        fProblems.Add(one.path, Reason(status));
+        fProblems.Add(one.path, StatusText(status));
         return B_OK;
     }
     if (S_ISDIR(st.st_mode)) {
@@ -159,7 +160,7 @@ status_t ArchiveWriter::AddFolder(const Waiting& one, const BEntry& entry, const
     }
     BDirectory folder(&entry);
     if (folder.InitCheck() != B_OK) {
-        fProblems.Add(one.path, Reason(folder.InitCheck()));
+        fProblems.Add(one.path, StatusText(folder.InitCheck()));
         return B_OK;
     }
     const size_t first = further->size();
@@ -176,7 +177,7 @@ status_t ArchiveWriter::AddLink(const Waiting& one, const BEntry& entry, const s
     std::string target(static_cast<size_t>(std::max<off_t>(st.st_size, 4096)) + 1, '\0');
     const ssize_t length = link.ReadLink(target.data(), target.size());
     if (length < 0) {
-        fProblems.Add(one.path, Reason(static_cast<status_t>(length)));
+        fProblems.Add(one.path, StatusText(static_cast<status_t>(length)));
         return B_OK;
     }
     const Header header = MakeHeader(one.path, st);
@@ -195,7 +196,7 @@ status_t ArchiveWriter::AddFile(const Waiting& one)
         status = file.GetStat(&st);
     }
     if (status != B_OK) {
-        fProblems.Add(one.path, Reason(status));
+        fProblems.Add(one.path, StatusText(status));
         return B_OK;
     }
     const Header header = MakeHeader(one.path, st);
@@ -242,7 +243,7 @@ status_t ArchiveWriter::WriteContents(BFile& file, const std::string& path, off_
             static_cast<size_t>(std::min<off_t>(left, static_cast<off_t>(block.size())));
         const ssize_t count = file.Read(block.data(), wanted);
         if (count <= 0) {
-            fProblems.Add(path, count < 0 ? Reason(static_cast<status_t>(count))
+            fProblems.Add(path, count < 0 ? StatusText(static_cast<status_t>(count))
                                           : "it became shorter while it was read");
             return B_OK; // zeros take the place of what is missing
         }

@@ -1,7 +1,7 @@
 #include "MakeArchive/AskWindow.h"
 
 #include "MakeArchive/ArchiveFormat.h"
-#include "common/Layout.h"
+#include "common/DialogParts.h"
 
 #include <Button.h>
 #include <MenuField.h>
@@ -22,6 +22,7 @@ namespace {
 constexpr uint32 kMake = 'Make';
 constexpr float kWidth = 360;
 constexpr float kLabels = 60;
+constexpr float kDefaultMark = 3;           // around the face of a default button
 constexpr bigtime_t kReadingTime = 200'000; // no key typed ahead makes an archive
 
 using Answer = std::optional<ArchiveWish>;
@@ -31,12 +32,14 @@ class AskWindow : public BWindow
 public:
     /// `answer` gets one, whatever becomes of the window.
     AskWindow(const ArchiveWish& offered, std::promise<Answer> answer)
-        : BWindow(CentredFrame(kWidth, 4 * kEdge + 2 * kRow + ButtonHeight() + 2 * kDefaultMark),
+        : BWindow(FrameOverActiveWindow(kWidth,
+                                        4 * kEdge + 2 * kRow + ButtonHeight() + 2 * kDefaultMark),
                   "MakeArchive", B_TITLED_WINDOW, B_NOT_ZOOMABLE | B_NOT_RESIZABLE),
           fAnswer(std::move(answer))
     {
         SetAnswerDelay(kReadingTime, 0);
-        BView* ground = MakeGround(this);
+        BView* ground = MakeGround(Bounds(), "ground");
+        AddChild(ground);
         const float right = ground->Bounds().right - kEdge;
         fName = new BTextControl(BRect(kEdge, kEdge, right, kEdge + kRow), "name",
                                  "Name:", offered.name.c_str(), nullptr);

@@ -5,6 +5,7 @@
 #include "MakeArchive/ArchiveWriter.h"
 #include "MakeArchive/AskWindow.h"
 #include "common/Progress.h"
+#include "common/StatusText.h"
 
 #include <Message.h>
 
@@ -34,9 +35,9 @@ status_t Make(const BDirectory& folder, const std::vector<entry_ref>& entries,
         problems = writer.GetProblems();
     }
     if (status == B_OK) {
-        problems.Tell(kTitle, "In " + ShownName(name) + " some entries are missing or not whole:");
+        problems.Tell(kTitle, "In " + CutName(name) + " some entries are missing or not whole:");
     } else if (status != B_CANCELED) {
-        Say(kTitle, "No archive was made: " + Reason(status) + ".");
+        Say(kTitle, std::string("No archive was made: ") + StatusText(status) + ".");
     }
     return status;
 }

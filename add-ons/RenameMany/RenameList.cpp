@@ -23,6 +23,7 @@ constexpr rgb_color kWhite = {255, 255, 255, 255};
 constexpr rgb_color kSelected = {184, 198, 222, 255};
 constexpr rgb_color kGrey = {216, 216, 216, 255};
 constexpr float kIndent = 4;
+constexpr float kListBorder = 2;
 
 } // namespace
 
@@ -129,7 +130,7 @@ void RenameList::DrawRow(size_t place, BRect frame, bool isSelected)
         right -= width;
         DrawCut(note, BPoint(std::max(second, right), baseline), width,
                 entry.isGone ? kFaint : kWrong);
-        right -= norvane_addons::kGap;
+        right -= add_ons::kGap;
     }
     if (right > second && !entry.isGone) {
         const bool isSame = fPreview->names[place] == entry.name;
@@ -140,7 +141,7 @@ void RenameList::DrawRow(size_t place, BRect frame, bool isSelected)
 
 void RenameList::DrawCut(const std::string& text, BPoint place, float width, rgb_color color)
 {
-    BString shown(norvane_addons::ShownName(text).c_str());
+    BString shown(add_ons::ShownName(text).c_str());
     TruncateString(&shown, B_TRUNCATE_MIDDLE, width);
     SetHighColor(color);
     DrawString(shown.String(), place);
@@ -171,7 +172,7 @@ void RenameHeader::Draw(BRect /*updateRect*/)
     font_height height;
     GetFontHeight(&height);
     // The list's rows lie beside its scroll bar and within its border.
-    BRect rows = Bounds();
+    BRect rows = Bounds().InsetByCopy(kListBorder, 0);
     rows.right -= B_V_SCROLL_BAR_WIDTH;
     const float baseline = std::ceil(height.ascent);
     SetHighColor(kText);

@@ -10,9 +10,9 @@ namespace rename_many {
 
 namespace {
 
-using norvane_addons::Grouped;
-using norvane_addons::ShownName;
-using norvane_addons::StatusText;
+using add_ons::Grouped;
+using add_ons::ShownName;
+using add_ons::StatusText;
 using Kind = RenameWorker::Report::Kind;
 
 constexpr size_t kMostNames = 15; // an alert shows no more at a glance

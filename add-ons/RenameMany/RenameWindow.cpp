@@ -237,14 +237,14 @@ void RenameWindow::ShowProgress()
 {
     if (IsWorking()) {
         const size_t count = fWorker->CountDone();
-        ShowSummary("Renaming: " + norvane_addons::Grouped(count) + " done", false);
+        ShowSummary("Renaming: " + add_ons::Grouped(count) + " done", false);
     }
 }
 
 void RenameWindow::ShowSummary(const std::string& text, bool isWrong)
 {
     fSummary->SetHighColor(isWrong ? kWrong : kText);
-    fSummary->SetText(norvane_addons::ShownName(text).c_str());
+    fSummary->SetText(add_ons::ShownName(text).c_str());
     fSummary->Invalidate();
 }
 

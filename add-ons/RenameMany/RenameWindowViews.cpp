@@ -21,7 +21,7 @@
 
 namespace rename_many {
 
-using namespace norvane_addons;
+using namespace add_ons;
 
 namespace {
 
@@ -33,7 +33,7 @@ constexpr uint32 kAtTop = B_FOLLOW_LEFT | B_FOLLOW_TOP;
 constexpr uint32 kAcross = B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP;
 constexpr uint32 kAtBottomRight = B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM;
 
-constexpr char kPlaceholders[] = "[N] name   [E] ending   [C] counter   [D] date of change";
+constexpr char kPlaceholders[] = "[N] name  [E] ending  [C] counter  [D] date";
 
 const char* const kLabels[] = {
     "New name:", "Count from:", "Search for:", "Replace by:", "Letters:"};
@@ -86,9 +86,9 @@ void RenameWindow::BuildContents()
     const float buttonsTop = Bounds().bottom - kEdge - ButtonHeight();
     const float summaryTop = buttonsTop - kGap - LineHeight();
     AddNames(listTop, summaryTop - kRowGap);
-    fSummary = AddLine(
-        fGround, BRect(kEdge, summaryTop, Bounds().right - kEdge, summaryTop + LineHeight()),
-        "Summary", "Looking at the entries…", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_BOTTOM);
+    fSummary = AddLine(fGround,
+                       BRect(kEdge, summaryTop, Bounds().right - kEdge, summaryTop + LineHeight()),
+                       "Summary", "Looking at the entries…", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_BOTTOM);
     AddButtons(buttonsTop);
     const float leastWidth =
         2 * kEdge + std::max(fDivider + TextWidth(kPlaceholders),
@@ -110,20 +110,21 @@ float RenameWindow::AddNameRows(float top)
                         fDivider, kRulesChanged, kAcross);
     top += FieldHeight() + kRowGap;
     const float inside = kEdge + fDivider;
-    AddLine(fGround, BRect(inside, top, right, top + LineHeight()), "Placeholders", kPlaceholders,
-            kAcross);
+    const float explained = std::max(kEdge, std::min(inside, right - TextWidth(kPlaceholders)));
+    AddLine(fGround, BRect(explained, top, right, top + LineHeight()), "Placeholders",
+            kPlaceholders, kAcross);
     top += LineHeight() + kRowGap;
-    fStart = AddField(fGround, row(kEdge, inside + DigitsWidth(7)), "Start", kLabels[1], "1",
+    fStart = AddField(fGround, row(kEdge, inside + DigitsWidth(5)), "Start", kLabels[1], "1",
                       fDivider, kRulesChanged, kAtTop);
     const auto addNext = [&](const BTextControl* before, const char* name, const char* label,
                              int32 digits) {
-        const float left = before->Frame().right + 2 * kGap;
+        const float left = before->Frame().right + kGap;
         const float divider = TextWidth(label) + kGap;
         return AddField(fGround, row(left, left + divider + DigitsWidth(digits)), name, label, "1",
                         divider, kRulesChanged, kAtTop);
     };
-    fStep = addNext(fStart, "Step", "Step:", 5);
-    fDigits = addNext(fStep, "Digits", "Digits:", 3);
+    fStep = addNext(fStart, "Step", "Step:", 3);
+    fDigits = addNext(fStep, "Digits", "Digits:", 2);
     fInputs.insert(fInputs.end(), {fPattern, fStart, fStep, fDigits});
     return top + FieldHeight() + kRowGap;
 }
@@ -140,8 +141,7 @@ float RenameWindow::AddReplaceRows(float top)
     };
     fSearch = addField("Search", kLabels[2]);
     fReplacement = addField("Replacement", kLabels[3]);
-    fIsExpression = AddBox(fGround, kEdge + fDivider, top, "IsExpression",
-                           "Regular expression (\\1 is what its first group found)");
+    fIsExpression = AddBox(fGround, kEdge + fDivider, top, "IsExpression", "Regular expression");
     fInputs.push_back(fIsExpression);
     top += FieldHeight() + kRowGap;
     AddLetters(top);
@@ -156,16 +156,15 @@ void RenameWindow::AddLetters(float top)
         menu->AddItem(new BMenuItem(choice, new BMessage(kRulesChanged)));
     }
     menu->ItemAt(0)->SetMarked(true);
-    auto* field = new BMenuField(BRect(kEdge, top, kEdge + 10, top + FieldHeight()), "Letters",
-                                 kLabels[4], menu, kAtTop);
+    auto* field = new BMenuField(BRect(kEdge, top, kEdge + 2 * fDivider, top + FieldHeight()),
+                                 "Letters", kLabels[4], menu, kAtTop);
     fGround->AddChild(field);
     field->SetDivider(fDivider);
     float width = 0;
     float height = 0;
     field->GetPreferredSize(&width, &height);
     field->ResizeTo(width, FieldHeight());
-    fEndingToo =
-        AddBox(fGround, field->Frame().right + 2 * kGap, top, "EndingToo", "Of the ending, too");
+    fEndingToo = AddBox(fGround, field->Frame().right + 2 * kGap, top, "EndingToo", "Ending, too");
     fInputs.insert(fInputs.end(), {field, fEndingToo});
 }
 

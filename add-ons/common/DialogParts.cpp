@@ -13,7 +13,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace norvane_addons {
+namespace add_ons {
 
 namespace {
 
@@ -97,4 +97,4 @@ BTextControl* AddField(BView* ground, BRect frame, const char* name, const char*
     return field;
 }
 
-} // namespace norvane_addons
+} // namespace add_ons

@@ -9,7 +9,7 @@ class BStringView;
 class BTextControl;
 class BView;
 
-namespace norvane_addons {
+namespace add_ons {
 
 // What windows of add-ons share of their looks. Units: view units.
 
@@ -44,4 +44,4 @@ BStringView* AddLine(BView* ground, BRect frame, const char* name, const char* t
 BTextControl* AddField(BView* ground, BRect frame, const char* name, const char* label,
                        const char* text, float divider, uint32 what, uint32 resizingMode);
 
-} // namespace norvane_addons
+} // namespace add_ons

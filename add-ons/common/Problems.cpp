@@ -1,7 +1,10 @@
 #include "common/Problems.h"
 
+#include "common/StatusText.h"
+
 #include <Alert.h>
-#include <Errors.h>
+
+#include <algorithm>
 
 namespace add_ons {
 
@@ -12,11 +15,20 @@ constexpr size_t kShownBytes = 80;
 
 } // namespace
 
+std::string CutName(const std::string& name)
+{
+    size_t end = std::min(name.size(), kShownBytes);
+    while (end > 0 && end < name.size() && (static_cast<unsigned char>(name[end]) & 0xC0) == 0x80) {
+        end--; // never in the middle of a letter
+    }
+    return ShownName(name.substr(0, end)) + (end < name.size() ? "..." : "");
+}
+
 void Problems::Add(const std::string& name, const std::string& reason)
 {
     fCount++;
     if (fLines.size() < kShownLines) {
-        fLines.push_back(ShownName(name) + ": " + reason);
+        fLines.push_back(CutName(name) + ": " + reason);
     }
 }
 
@@ -37,52 +49,6 @@ void Problems::Tell(const char* title, const std::string& heading) const
 {
     if (!IsEmpty()) {
         Say(title, heading + Text());
-    }
-}
-
-std::string ShownName(const std::string& name)
-{
-    std::string shown = name;
-    if (shown.size() > kShownBytes) {
-        size_t end = kShownBytes;
-        while (end > 0 && (static_cast<unsigned char>(shown[end]) & 0xC0) == 0x80) {
-            end--; // never in the middle of a letter
-        }
-        shown.resize(end);
-        shown += "...";
-    }
-    for (char& letter : shown) {
-        if (static_cast<unsigned char>(letter) < ' ' || letter == '\x7f') {
-            letter = ' ';
-        }
-    }
-    return shown;
-}
-
-std::string Reason(status_t status)
-{
-    switch (status) {
-    case B_ENTRY_NOT_FOUND:
-        return "it is not there any more";
-    case B_PERMISSION_DENIED:
-    case B_NOT_ALLOWED:
-        return "it may not be read or written";
-    case B_DEVICE_FULL:
-        return "the volume is full";
-    case B_READ_ONLY_DEVICE:
-        return "the volume is read-only";
-    case B_NAME_TOO_LONG:
-        return "its name is too long";
-    case B_FILE_EXISTS:
-        return "the name is taken";
-    case B_LINK_LIMIT:
-        return "a link is there instead";
-    case B_NO_MEMORY:
-        return "there is no memory left";
-    case B_NO_MORE_FDS:
-        return "too many files are open";
-    default:
-        return "the file system refused it";
     }
 }
 

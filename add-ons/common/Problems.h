@@ -26,11 +26,8 @@ private:
     int64 fCount = 0;
 };
 
-/// A name as text to read: cut when it is long, without line breaks and other letters that steer.
-std::string ShownName(const std::string& name);
-
-/// What a status means, in a few words.
-std::string Reason(status_t status);
+/// A name as a line of an alert shows it: cut when it is long.
+std::string CutName(const std::string& name);
 
 /// Shows an alert with one button, and waits until it is read.
 void Say(const char* title, const std::string& text);

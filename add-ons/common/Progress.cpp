@@ -1,6 +1,6 @@
 #include "common/Progress.h"
 
-#include "common/Layout.h"
+#include "common/DialogParts.h"
 
 #include <AppDefs.h>
 #include <Button.h>
@@ -40,7 +40,8 @@ class ProgressWindow : public BWindow
 {
 public:
     ProgressWindow(const char* title, std::shared_ptr<ProgressState> state)
-        : BWindow(CentredFrame(kWidth, 3 * kEdge + LineHeight() + kBarHeight + ButtonHeight() + 8),
+        : BWindow(FrameOverActiveWindow(kWidth,
+                                        3 * kEdge + LineHeight() + kBarHeight + ButtonHeight() + 8),
                   title, B_TITLED_WINDOW, B_NOT_ZOOMABLE | B_NOT_RESIZABLE),
           fState(std::move(state))
     {
@@ -93,7 +94,8 @@ private:
 
     void BuildViews()
     {
-        BView* ground = MakeGround(this);
+        BView* ground = MakeGround(Bounds(), "ground");
+        AddChild(ground);
         const float right = ground->Bounds().right - kEdge;
         float top = kEdge;
         fName = new BStringView(BRect(kEdge, top, right, top + LineHeight()), "name", "");

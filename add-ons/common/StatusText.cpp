@@ -2,7 +2,7 @@
 
 #include <Errors.h>
 
-namespace norvane_addons {
+namespace add_ons {
 
 const char* StatusText(status_t status)
 {
@@ -69,4 +69,4 @@ std::string Grouped(size_t count)
     return text;
 }
 
-} // namespace norvane_addons
+} // namespace add_ons

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace norvane_addons {
+namespace add_ons {
 
 /// Why something could not be done, for the end of a sentence.
 const char* StatusText(status_t status);
@@ -16,4 +16,4 @@ std::string ShownName(std::string_view name);
 /// "1 234 567".
 std::string Grouped(size_t count);
 
-} // namespace norvane_addons
+} // namespace add_ons
