@@ -67,6 +67,32 @@ key Home s
 run_add_on Extract
 expect "nothing was taken out" same_trees "$base/left/stuff" "$base/left/other/stuff"
 
+# Several files at once get other names, and theirs back.
+mkdir "$base/right/many"
+for name in b a c; do printf '%s\n' $name >"$base/right/many/$name.txt"; done
+key ctrl+2 Home m Return
+expect "never rests" still root
+key plus
+run_add_on RenameMany
+expect "no window" window_focused RenameMany
+reading_time
+key ctrl+a
+xdotool type "file [C][E]"
+hold 500
+shot rename-many
+key Return
+renamed() { [ "$(cat "$base/right/many/file 1.txt" "$base/right/many/file 3.txt" 2>/dev/null)" = a$'\n'c ]; }
+expect "the names are $(ls "$base/right/many")" renamed
+reading_time
+shot rename-many-done
+key shift+Tab space # "Undo"
+back() { [ "$(ls "$base/right/many" | tr '\n' ' ')" = "a.txt b.txt c.txt " ]; }
+expect "the names are $(ls "$base/right/many")" back
+key Escape
+expect "the window stays" window_gone RenameMany
+expect "no focus" window_focused Norvane
+key ctrl+1
+
 # Something hostile is told, and harms nothing.
 python3 - "$base/left/zz.tar" <<'END'
 import io, sys, tarfile
