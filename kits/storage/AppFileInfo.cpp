@@ -32,7 +32,7 @@ status_t BAppFileInfo::GetSignature(char* signature) const
 {
     const status_t status = kits::ReadMimeAttribute(fFile, kSignatureAttribute, signature);
     if (status == B_ENTRY_NOT_FOUND && IsTerminal()) {
-        std::strcpy(signature, kits::kTerminalSignature);
+        std::memcpy(signature, kits::kTerminalSignature, std::strlen(kits::kTerminalSignature) + 1);
         return B_OK;
     }
     return status;

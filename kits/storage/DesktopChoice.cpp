@@ -102,6 +102,7 @@ std::vector<std::string> AllPrograms()
     });
     std::sort(found.begin(), found.end());
     std::vector<std::string> ids;
+    ids.reserve(found.size());
     for (auto& [key, id] : found) {
         ids.push_back(std::move(id));
     }

@@ -97,7 +97,7 @@ thread_id load_image(int32 argc, const char** argv, const char** environment)
     const thread_id thread =
         spawn_thread(&StartOrdered, "starting", B_NORMAL_PRIORITY, order.get());
     if (thread >= 0) {
-        order.release(); // the thread has it
+        [[maybe_unused]] const ProgramOrder* adopted = order.release(); // by the thread
     }
     return thread;
 }

@@ -98,6 +98,7 @@ int LaunchTerminal(int argc, const char** argv, const char* folder)
     entry += folder;
     const std::vector<std::string> environment = my_putenv(environ, entry.c_str());
     std::vector<const char*> pointers;
+    pointers.reserve(environment.size() + 1);
     for (const std::string& variable : environment) {
         pointers.push_back(variable.c_str());
     }
