@@ -10,7 +10,8 @@ namespace checksums {
 
 namespace {
 
-constexpr size_t kBlockBytes = 1024 * 1024;
+constexpr off_t kBlockBytes = 1024 * 1024;
+constexpr off_t kLeastBlockBytes = 4096;
 constexpr off_t kMostWholeBytes = 64 * 1024 * 1024;
 
 /// Opens the folder at the end of the steps, `base` itself without any.
@@ -85,7 +86,9 @@ Summed SumOf(BFile& file, const std::atomic<bool>& isStopped,
         return summed;
     }
     Sha256 sum;
-    std::vector<char> block(kBlockBytes);
+    // One byte more than a small file has shows its end, too.
+    std::vector<char> block(
+        static_cast<size_t>(std::clamp(before.st_size + 1, kLeastBlockBytes, kBlockBytes)));
     int64 total = 0;
     for (;;) {
         if (isStopped) {

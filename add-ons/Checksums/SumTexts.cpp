@@ -23,7 +23,7 @@ struct Count
 constexpr Count kCounts[] = {
     {SumState::kSame, "OK"},
     {SumState::kSummed, "done"},
-    {SumState::kDiffers, "differ"},
+    {SumState::kDiffers, "different"},
     {SumState::kMissing, "missing"},
     {SumState::kUnreadable, "unreadable"},
     {SumState::kChanged, "changed while read"},

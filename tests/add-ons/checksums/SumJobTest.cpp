@@ -140,7 +140,7 @@ TEST_F(SumJobTest, TellsWhatDiffersAndWhatIsMissing)
     fTree.Remove("d/gone");
     const std::shared_ptr<SumJob> job = Run({"d/my.sha256"});
     EXPECT_EQ(States(*job), "same=OK;other=differs;gone=missing;");
-    EXPECT_EQ(SummaryOf(*job), "3 files: 1 OK, 1 differ, 1 missing. 1 line is no sum");
+    EXPECT_EQ(SummaryOf(*job), "3 files: 1 OK, 1 different, 1 missing. 1 line is no sum");
 }
 
 TEST_F(SumJobTest, StaysInTheFolderOfItsList)

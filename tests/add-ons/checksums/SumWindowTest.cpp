@@ -147,7 +147,7 @@ TEST_F(SumWindowTest, Verifies)
 {
     fTree.Write("SHA256SUMS", SumTool(fTree, "", "a b"));
     fTree.Write("b", "3");
-    Open({"SHA256SUMS"}, "2 files: 1 OK, 1 differ");
+    Open({"SHA256SUMS"}, "2 files: 1 OK, 1 different");
     EXPECT_EQ(RowText(0), "a, OK");
     EXPECT_EQ(RowText(1), "b, differs");
     auto* save = dynamic_cast<BButton*>(FindView(fWindow, "Save"));
