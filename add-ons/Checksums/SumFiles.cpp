@@ -10,9 +10,9 @@ namespace checksums {
 
 namespace {
 
-constexpr off_t kBlockBytes = 1024 * 1024;
+constexpr off_t kBlockBytes = 1 << 20;
 constexpr off_t kLeastBlockBytes = 4096;
-constexpr off_t kMostWholeBytes = 64 * 1024 * 1024;
+constexpr off_t kMostWholeBytes = 64 << 20;
 
 /// Opens the folder at the end of the steps, `base` itself without any.
 status_t OpenFolderBelow(const BDirectory& base, const std::vector<std::string>& steps,
@@ -40,7 +40,8 @@ bool IsSame(const struct stat& before, const struct stat& after, int64 read)
 
 /// Tells of the files of one folder; the folders in it are appended.
 void LookInto(BDirectory& folder, const std::string& path,
-              const std::function<void(FoundFile found)>& found, std::vector<std::string>* folders)
+              const std::function<void(const FoundFile& found)>& found,
+              std::vector<std::string>* folders)
 {
     const char* name = nullptr;
     status_t next = B_OK;
@@ -117,7 +118,7 @@ Summed SumOf(BFile& file, const std::atomic<bool>& isStopped,
 }
 
 void FindFiles(const BDirectory& base, const std::string& top, const std::atomic<bool>& isStopped,
-               const std::function<void(FoundFile found)>& found)
+               const std::function<void(const FoundFile& found)>& found)
 {
     // Folders whose turn comes; a path is opened step by step, so depth costs no descriptors.
     std::vector<std::string> waiting = {top};

@@ -39,7 +39,7 @@ struct FoundFile
 /// Finds all regular files below `top`, a folder of `base`; links are not followed. Stops early
 /// when `isStopped`.
 void FindFiles(const BDirectory& base, const std::string& top, const std::atomic<bool>& isStopped,
-               const std::function<void(FoundFile found)>& found);
+               const std::function<void(const FoundFile& found)>& found);
 
 /// Reads a small file whole. Errors: those of opening; B_NO_MEMORY for one of more than 64 MiB.
 status_t ReadWhole(BFile& file, std::string* text);

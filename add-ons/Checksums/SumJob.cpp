@@ -208,7 +208,7 @@ void SumJob::AddSelected(const entry_ref& ref)
         AddRow(std::move(row));
         return;
     }
-    FindFiles(fBases[base], name, fIsStopped, [&](FoundFile found) {
+    FindFiles(fBases[base], name, fIsStopped, [&](const FoundFile& found) {
         SumRow inner;
         inner.base = base;
         inner.path = found.path;

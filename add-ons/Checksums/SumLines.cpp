@@ -175,7 +175,7 @@ std::string ReadPastedSum(std::string_view text)
 {
     std::string digits(text);
     digits.erase(std::remove_if(digits.begin(), digits.end(), IsBlank), digits.end());
-    const std::string sum = SumOf(digits);
+    std::string sum = SumOf(digits);
     if (!sum.empty()) {
         return sum;
     }
