@@ -85,7 +85,7 @@ bool RenameList::SelectNextFault()
 {
     const size_t count = fPreview != nullptr ? fPreview->faults.size() : 0;
     const auto selected =
-        static_cast<size_t>(CurrentSelection() + 1); // the row below, or the first
+        static_cast<size_t>(CurrentSelection()) + 1; // the row below, or the first
     for (size_t step = 0; step < count; step++) {
         const size_t place = (selected + step) % count;
         if (fPreview->faults[place] != Fault::kNone) {

@@ -90,6 +90,7 @@ private:
     Steps fDone; // what Undo takes back
     bool fHasLooked = false;
 
+    // Anybody's
     const BMessenger fTarget;
     thread_id fThread = -1;
     std::atomic<bool> fIsOutdated = false; // a preview that is being made

@@ -96,6 +96,28 @@ TEST(RenamePlanTest, KnowsTheNameBehindATemporaryOne)
     }
 }
 
+// One by one each waits for the next; work that grows with the square of it would not end.
+TEST(RenamePlanTest, PlansAHundredThousandNames)
+{
+    constexpr size_t kCount = 100'000;
+    ModelFolder folder;
+    Pairs pairs;
+    for (size_t place = 0; place < kCount; place++) {
+        // A chain of the first half, and pairs that change places.
+        const size_t next = place < kCount / 2 ? place + 1 : place ^ 1;
+        const bool isLast = place == kCount / 2 - 1;
+        pairs.emplace_back("n" + std::to_string(place),
+                           isLast ? "free" : "n" + std::to_string(next));
+        folder.Add(pairs.back().first);
+    }
+    const Outcome outcome = Perform(PreviewOf(pairs), folder);
+    ASSERT_EQ(outcome.status, B_OK);
+    EXPECT_EQ(outcome.done.size(), kCount + kCount / 4);
+    EXPECT_EQ(folder.At("free"), "n49999");
+    EXPECT_EQ(folder.At("n1"), "n0");
+    EXPECT_EQ(folder.At("n50000") + folder.At("n99999"), "n50001n99998");
+}
+
 // Names go round at random, some leave, some come: each content must end where it was told to.
 TEST(RenamePlanTest, BringsEachNameWhereItBelongs)
 {
