@@ -2,7 +2,7 @@
 # Sourced by run, test, bench/run and .ci/run: installs what they need, as Debian and Ubuntu name it.
 
 build_packages="g++ cmake ninja-build pkg-config ccache qt6-base-dev qt6-base-private-dev libqt6svg6
-    libx11-dev libx11-xcb-dev libxcb1-dev libfontconfig-dev libglib2.0-dev libarchive-dev libgl-dev shared-mime-info fonts-dejavu-core"
+    libx11-dev libx11-xcb-dev libxcb1-dev libfontconfig-dev libglib2.0-dev libarchive-dev libssl-dev libgl-dev shared-mime-info fonts-dejavu-core"
 desktop_packages="xvfb openbox xdotool x11-utils x11-xkb-utils x11-xserver-utils imagemagick fontconfig"
 test_packages="libgtest-dev attr util-linux libcap2-bin trash-cli libglib2.0-bin fonts-liberation fonts-noto-core
     binutils weston qt6-wayland thunar pcmanfm-qt dbus dbus-daemon python3-pyftpdlib xterm $desktop_packages"

@@ -48,7 +48,7 @@ SumJob::SumJob(std::vector<entry_ref> refs, const BMessenger& target)
 status_t SumJob::Start()
 {
     const bool isStarted =
-        norvane_addons::StartDetached("Checksums", [job = shared_from_this()] { job->Run(); });
+        add_ons::StartDetached("Checksums", [job = shared_from_this()] { job->Run(); });
     return isStarted ? B_OK : B_NO_MORE_THREADS;
 }
 

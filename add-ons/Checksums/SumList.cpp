@@ -151,7 +151,7 @@ void SumList::DrawRow(size_t place, BRect frame, bool isSelected)
 
 void SumList::DrawCut(const std::string& text, BPoint place, float width, rgb_color color)
 {
-    BString shown(norvane_addons::ShownName(text).c_str());
+    BString shown(add_ons::ShownName(text).c_str());
     TruncateString(&shown, B_TRUNCATE_MIDDLE, width);
     SetHighColor(color);
     DrawString(shown.String(), place);

@@ -9,7 +9,7 @@ namespace checksums {
 
 namespace {
 
-using norvane_addons::Grouped;
+using add_ons::Grouped;
 
 constexpr size_t kStates = static_cast<size_t>(SumState::kRefused) + 1;
 
@@ -54,7 +54,7 @@ std::string TextOf(const SumRow& row)
     case SumState::kMissing:
         return "missing";
     case SumState::kUnreadable:
-        return std::string("unreadable: ") + norvane_addons::StatusText(row.reason);
+        return std::string("unreadable: ") + add_ons::StatusText(row.reason);
     case SumState::kChanged:
         return "changed while it was read";
     case SumState::kRefused:

@@ -45,7 +45,7 @@ float PartOf(const SumJob::Progress& progress)
 void ShowLine(BStringView* line, const std::string& text, rgb_color color)
 {
     line->SetHighColor(color);
-    line->SetText(norvane_addons::ShownName(text).c_str());
+    line->SetText(add_ons::ShownName(text).c_str());
     line->Invalidate();
 }
 
@@ -168,7 +168,7 @@ void SumWindow::Copy()
     be_clipboard->Unlock();
     ShowLine(fSummary,
              rows.size() == 1 ? "Copied 1 sum"
-                              : "Copied " + norvane_addons::Grouped(rows.size()) + " sums",
+                              : "Copied " + add_ons::Grouped(rows.size()) + " sums",
              kText);
 }
 
@@ -178,9 +178,9 @@ void SumWindow::Save()
         return;
     }
     // A disk may take its time.
-    fIsSaving = norvane_addons::StartDetached(
-        "Checksums",
-        [neighbour = fNeighbour, lines = LinesOf(fJob->Rows()), target = BMessenger(this)] {
+    fIsSaving =
+        add_ons::StartDetached("Checksums", [neighbour = fNeighbour, lines = LinesOf(fJob->Rows()),
+                                             target = BMessenger(this)] {
             std::string name;
             const status_t status = SaveSums(neighbour, lines, &name);
             BMessage saved(kSumsSaved);
@@ -199,7 +199,7 @@ void SumWindow::Saved(const BMessage& message)
     if (status == B_OK) {
         ShowLine(fSummary, std::string("Saved as “") + message.GetString("name", "") + "”", kText);
     } else {
-        ShowLine(fSummary, std::string("Could not be saved: ") + norvane_addons::StatusText(status),
+        ShowLine(fSummary, std::string("Could not be saved: ") + add_ons::StatusText(status),
                  kWrong);
     }
 }

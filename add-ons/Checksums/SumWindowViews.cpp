@@ -17,7 +17,7 @@
 
 namespace checksums {
 
-using namespace norvane_addons;
+using namespace add_ons;
 
 namespace {
 

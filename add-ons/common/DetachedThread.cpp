@@ -5,7 +5,7 @@
 #include <memory>
 #include <utility>
 
-namespace norvane_addons {
+namespace add_ons {
 
 namespace {
 
@@ -31,4 +31,4 @@ bool StartDetached(const char* name, Work work)
     return true;
 }
 
-} // namespace norvane_addons
+} // namespace add_ons
