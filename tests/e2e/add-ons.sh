@@ -15,6 +15,7 @@ start_norvane
 [ -e "$tests/add-ons/Tracker/MakeArchive" ] || fail "no add-ons beside the program"
 run_add_on() { # NAME
     local step down
+    reading_time # the one before has shown what it made a moment before its end
     down=$(find "$tests/add-ons/Tracker" -type f -printf '%f\n' | LC_ALL=C sort | grep -nx "$1" | cut -d: -f1)
     key F10 Left
     for ((step = 1; step < down; step++)); do key Down; done
