@@ -161,6 +161,7 @@ void RenameWindow::RulesChanged(bool looks)
     }
     Rules rules;
     fError.clear();
+    fRename->SetEnabled(false); // nothing is renamed that nobody has seen
     if (ReadRules(&rules, &fError)) {
         fWorker->AskForPreview(rules, looks);
     } else {
@@ -193,10 +194,6 @@ void RenameWindow::TakeNews()
         TakeReport(*report);
         return;
     }
-    const std::shared_ptr<const Preview> preview = fWorker->LastPreview();
-    if (fState == State::kRenaming && preview != nullptr && !preview->CanRename()) {
-        SetState(State::kEditing); // something has come in the way
-    }
     if (fState == State::kEditing) {
         ShowPreview();
     }
@@ -204,7 +201,13 @@ void RenameWindow::TakeNews()
 
 void RenameWindow::TakeReport(const RenameWorker::Report& report)
 {
-    const bool isRenamed = report.kind == RenameWorker::Report::Kind::kRenamed;
+    using Kind = RenameWorker::Report::Kind;
+    if (report.kind == Kind::kRefused) {
+        SetState(State::kEditing);
+        ShowPreview();
+        return;
+    }
+    const bool isRenamed = report.kind == Kind::kRenamed;
     const Outcome& outcome = report.outcome;
     const bool isOk = outcome.status == B_OK;
     // Undoing that was taken back can be tried again.

@@ -260,6 +260,7 @@ void RenameWorker::DoRename()
     const std::shared_ptr<const Preview> preview = MakePreview(fEntries, fNames, fRules, isStopped);
     Publish(preview);
     if (!preview->CanRename()) {
+        Finish(Report::Kind::kRefused, {});
         return;
     }
     Steps steps;

@@ -29,7 +29,11 @@ public:
     /// What has been done, or could not be.
     struct Report
     {
-        enum class Kind : uint8 { kRenamed, kUndone };
+        enum class Kind : uint8 {
+            kRenamed,
+            kUndone,
+            kRefused, // the last preview says why
+        };
 
         Kind kind = Kind::kRenamed;
         Outcome outcome;
@@ -48,7 +52,7 @@ public:
     /// Asks for a preview by these rules, after a new look at the disk if `looks`.
     void AskForPreview(const Rules& rules, bool looks);
     /// Asks to rename by these rules. The disk is looked at before: when something is wrong then,
-    /// there is another preview and no report.
+    /// nothing is renamed, and the report says kRefused.
     void AskToRename(const Rules& rules);
     /// Asks to take back what the last renaming did.
     void AskToUndo();
