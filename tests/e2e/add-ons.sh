@@ -57,13 +57,14 @@ key Return
 expect "no archive" test -e "$base/left/other.tar.gz"
 expect "no focus" window_focused Norvane
 
+reading_time # the row comes
 key o
 run_add_on Extract
 expect "nothing was taken out" same_trees "$base/left/stuff" "$base/left/other/stuff"
 expect "no focus" window_focused Norvane
 # One whose only folder has its own name is not put into a second one.
 rm -r "$base/left/stuff"
-expect "the row stays" still root
+reading_time # the row goes
 key Home s
 run_add_on Extract
 expect "nothing was taken out" same_trees "$base/left/stuff" "$base/left/other/stuff"
@@ -103,7 +104,7 @@ with tarfile.open(sys.argv[1], "w") as tar:
         entry.size = 1
         tar.addfile(entry, io.BytesIO(b"x"))
 END
-expect "the row did not come" still root
+reading_time # the row comes
 key z z
 run_add_on Extract
 answerable Extract
