@@ -47,6 +47,8 @@ order() {
         key "${shortcuts[$1]}"
     elif [ "$way" = mouse ]; then
         at "$title" 11
+        # A busy machine may move the pointer after the click.
+        wait_for 4 menu_open || at "$title" 11
         expect "$what: no menu" menu_open
         at $((title + 25)) "$height"
     else
