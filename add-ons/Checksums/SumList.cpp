@@ -106,11 +106,20 @@ bool SumList::Mark(const std::string& sum)
         Invalidate();
     }
     if (fMarked != before && fMarked < fRows.size()) {
-        Select(static_cast<int32>(fMarked));
-        ScrollToSelection();
-        DeselectAll(); // its own colour shows it
+        ScrollIntoSight(static_cast<int32>(fMarked));
     }
     return fMarked != SIZE_MAX;
+}
+
+void SumList::ScrollIntoSight(int32 row)
+{
+    const BRect frame = ItemFrame(row);
+    const BRect seen = Bounds();
+    if (frame.top < seen.top) {
+        ScrollTo(BPoint(0, frame.top));
+    } else if (frame.bottom > seen.bottom) {
+        ScrollTo(BPoint(0, std::max(0.0F, frame.bottom - seen.Height())));
+    }
 }
 
 void SumList::FrameResized(float width, float height)

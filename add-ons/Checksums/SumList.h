@@ -33,6 +33,7 @@ public:
 private:
     class Row;
 
+    void ScrollIntoSight(int32 row);
     void DrawRow(size_t place, BRect frame, bool isSelected);
     void DrawCut(const std::string& text, BPoint place, float width, rgb_color color);
     std::string Spoken(size_t place) const;

@@ -31,6 +31,12 @@ constexpr Count kCounts[] = {
     {SumState::kWaiting, "not read"},
 };
 
+/// A FIFO or a device is not even opened.
+const char* ReasonOf(status_t status)
+{
+    return status == B_BAD_VALUE ? "no regular file" : add_ons::StatusText(status);
+}
+
 std::string Files(size_t count)
 {
     return count == 1 ? "1 file" : Grouped(count) + " files";
@@ -54,7 +60,7 @@ std::string TextOf(const SumRow& row)
     case SumState::kMissing:
         return "missing";
     case SumState::kUnreadable:
-        return std::string("unreadable: ") + add_ons::StatusText(row.reason);
+        return std::string("unreadable: ") + ReasonOf(row.reason);
     case SumState::kChanged:
         return "changed while it was read";
     case SumState::kRefused:

@@ -18,6 +18,7 @@
 #include <TextControl.h>
 #include <TypeConstants.h>
 
+#include <algorithm>
 #include <utility>
 
 // What the window does; SumWindowViews.cpp has what is seen of it.
@@ -40,6 +41,29 @@ float PartOf(const SumJob::Progress& progress)
     return static_cast<float>(static_cast<double>(progress.bytes) /
                               static_cast<double>(progress.allBytes)) *
            kFullBar;
+}
+
+size_t CountSums(const std::vector<SumRow>& rows)
+{
+    return static_cast<size_t>(std::count_if(rows.begin(), rows.end(),
+                                             [](const SumRow& row) { return !row.sum.empty(); }));
+}
+
+std::string Sums(const std::vector<SumRow>& rows)
+{
+    const size_t count = CountSums(rows);
+    return count == 1 ? "1 sum" : add_ons::Grouped(count) + " sums";
+}
+
+/// What is to be said of files that have none; "" when all have.
+std::string Without(const std::vector<SumRow>& rows)
+{
+    const size_t count = rows.size() - CountSums(rows);
+    if (count == 0) {
+        return {};
+    }
+    return ". There is none of " +
+           (count == 1 ? "1 file" : add_ons::Grouped(count) + " files");
 }
 
 void ShowLine(BStringView* line, const std::string& text, rgb_color color)
@@ -157,7 +181,11 @@ void SumWindow::Copy()
         rows = fJob->Rows();
     }
     const std::string lines = LinesOf(rows);
-    if (lines.empty() || !be_clipboard->Lock()) {
+    if (lines.empty()) {
+        ShowLine(fSummary, "No sum is known of what is selected", kText);
+        return;
+    }
+    if (!be_clipboard->Lock()) {
         return;
     }
     be_clipboard->Clear();
@@ -166,10 +194,7 @@ void SumWindow::Copy()
         be_clipboard->Commit();
     }
     be_clipboard->Unlock();
-    ShowLine(fSummary,
-             rows.size() == 1 ? "Copied 1 sum"
-                              : "Copied " + add_ons::Grouped(rows.size()) + " sums",
-             kText);
+    ShowLine(fSummary, "Copied " + Sums(rows) + Without(rows), kText);
 }
 
 void SumWindow::Save()
@@ -197,7 +222,10 @@ void SumWindow::Saved(const BMessage& message)
     fSave->SetEnabled(true);
     const status_t status = message.GetInt32("status", B_ERROR);
     if (status == B_OK) {
-        ShowLine(fSummary, std::string("Saved as “") + message.GetString("name", "") + "”", kText);
+        ShowLine(fSummary,
+                 std::string("Saved as “") + message.GetString("name", "") + "”" +
+                     Without(fJob->Rows()),
+                 kText);
     } else {
         ShowLine(fSummary, std::string("Could not be saved: ") + add_ons::StatusText(status),
                  kWrong);

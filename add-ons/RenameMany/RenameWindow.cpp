@@ -24,7 +24,7 @@ namespace rename_many {
 
 namespace {
 
-constexpr int64 kMostNumber = 1'000'000'000'000;
+constexpr int64 kMostNumber = 10'000'000'000;
 constexpr int64 kMostDigits = 20;
 constexpr bigtime_t kTickTime = 100'000;
 constexpr bigtime_t kAnswersAfterFirstFrame = 200'000;
@@ -269,11 +269,13 @@ void RenameWindow::SetState(State state)
     fRename->SetEnabled(false); // until a preview says so
     fUndo->SetEnabled(state == State::kRenamed);
     fNext->SetEnabled(false);
-    (isEditing ? fRename : fClose)->MakeDefault(true);
     if (isEditing) {
+        fRename->MakeDefault(true);
         fPattern->MakeFocus(true);
     } else {
-        fClose->MakeFocus(true);
+        // Enter has just been pressed, and maybe still is: it answers nothing now.
+        SetDefaultButton(nullptr);
+        fList->MakeFocus(true);
     }
     fTicks.reset();
     if (IsWorking()) {

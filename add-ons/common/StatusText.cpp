@@ -27,8 +27,6 @@ const char* StatusText(status_t status)
         return "something on the way to it is no folder";
     case B_LINK_LIMIT:
         return "it is a link";
-    case B_BAD_VALUE:
-        return "it is no regular file";
     case B_IO_ERROR:
         return "the device reports an error";
     case B_NO_MORE_FDS:

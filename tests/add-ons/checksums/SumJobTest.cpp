@@ -105,7 +105,7 @@ TEST_F(SumJobTest, SaysWhatCannotBeRead)
 {
     fTree.Write("file", "contents");
     ASSERT_EQ(mkfifo(fTree.Path("fifo").c_str(), 0600), 0);
-    EXPECT_EQ(States({"fifo", "gone"}), "fifo=unreadable: it is no regular file;gone=missing;");
+    EXPECT_EQ(States({"fifo", "gone"}), "fifo=unreadable: no regular file;gone=missing;");
 }
 
 TEST_F(SumJobTest, NamesFilesOfSeveralFoldersByTheirPaths)
