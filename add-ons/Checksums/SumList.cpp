@@ -1,15 +1,10 @@
 #include "Checksums/SumList.h"
 
 #include "Checksums/SumTexts.h"
-#include "common/StatusText.h"
 
 #include <Font.h>
-#include <InterfaceDefs.h>
-#include <List.h>
-#include <String.h>
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace checksums {
@@ -22,10 +17,6 @@ constexpr rgb_color kWrong = {170, 0, 0, 255};
 constexpr rgb_color kRight = {0, 110, 0, 255};
 constexpr rgb_color kMatch = {200, 236, 196, 255};
 constexpr rgb_color kWhite = {255, 255, 255, 255};
-constexpr rgb_color kSelected = {184, 198, 222, 255};
-constexpr rgb_color kGrey = {216, 216, 216, 255};
-constexpr float kIndent = 4;
-constexpr float kListBorder = 2;
 constexpr float kNamesPart = 0.36F; // a sum is long
 
 rgb_color ColorOf(SumState state)
@@ -46,56 +37,14 @@ rgb_color ColorOf(SumState state)
 
 } // namespace
 
-/// Knows only its place.
-class SumList::Row : public BListItem
-{
-public:
-    Row(SumList* list, size_t place) : fList(list), fPlace(place) {}
-
-    // BListItem
-    void DrawItem(BView* /*owner*/, BRect frame, bool /*complete*/) override
-    {
-        fList->DrawRow(fPlace, frame, IsSelected());
-    }
-    void Update(BView* owner, const BFont* font) override
-    {
-        font_height height;
-        font->GetHeight(&height);
-        SetWidth(owner->Bounds().Width());
-        SetHeight(std::ceil(height.ascent + height.descent));
-        fList->fBaseline = std::ceil(height.ascent);
-    }
-    std::string SpokenText() const override { return fList->Spoken(fPlace); }
-
-private:
-    SumList* fList;
-    size_t fPlace;
-};
-
 SumList::SumList(BRect frame, std::shared_ptr<const SumJob> job)
-    : BListView(frame, "Sums", B_MULTIPLE_SELECTION_LIST, B_FOLLOW_ALL_SIDES,
-                B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE | B_FULL_UPDATE_ON_RESIZE),
-      fJob(std::move(job))
+    : ColumnList(frame, "Sums", B_MULTIPLE_SELECTION_LIST, kNamesPart), fJob(std::move(job))
 {
-}
-
-SumList::~SumList()
-{
-    MakeEmpty();
 }
 
 void SumList::Refresh()
 {
-    const size_t count = fJob->Look().rows;
-    if (count > fRows.size()) {
-        BList added(static_cast<int32>(count - fRows.size()));
-        while (fRows.size() < count) {
-            fRows.push_back(std::make_unique<Row>(this, fRows.size()));
-            added.AddItem(fRows.back().get());
-        }
-        AddList(&added);
-    }
-    Invalidate();
+    SetCount(fJob->Look().rows);
 }
 
 bool SumList::Mark(const std::string& sum)
@@ -105,7 +54,7 @@ bool SumList::Mark(const std::string& sum)
     if (fMarked != before) {
         Invalidate();
     }
-    if (fMarked != before && fMarked < fRows.size()) {
+    if (fMarked != before && fMarked < static_cast<size_t>(CountItems())) {
         ScrollIntoSight(static_cast<int32>(fMarked));
     }
     return fMarked != SIZE_MAX;
@@ -122,23 +71,11 @@ void SumList::ScrollIntoSight(int32 row)
     }
 }
 
-void SumList::FrameResized(float width, float height)
-{
-    BListView::FrameResized(width, height);
-    Invalidate(); // the second column moves
-}
-
-float SumList::SecondColumn(BRect frame)
-{
-    return std::floor(frame.left + frame.Width() * kNamesPart);
-}
-
 void SumList::DrawRow(size_t place, BRect frame, bool isSelected)
 {
-    SetLowColor(isSelected ? kSelected : place == fMarked ? kMatch : kWhite);
-    FillRect(frame, B_SOLID_LOW);
+    DrawGround(frame, isSelected, place == fMarked ? kMatch : kWhite);
     const SumRow row = fJob->RowAt(place);
-    const float baseline = frame.top + fBaseline;
+    const float baseline = frame.top + Baseline();
     const float second = SecondColumn(frame);
     const float first = frame.left + kIndent;
     DrawCut(row.name, BPoint(first, baseline), second - first - kIndent, kText);
@@ -158,39 +95,10 @@ void SumList::DrawRow(size_t place, BRect frame, bool isSelected)
     SetFont(&font);
 }
 
-void SumList::DrawCut(const std::string& text, BPoint place, float width, rgb_color color)
-{
-    BString shown(add_ons::ShownName(text).c_str());
-    TruncateString(&shown, B_TRUNCATE_MIDDLE, width);
-    SetHighColor(color);
-    DrawString(shown.String(), place);
-}
-
 std::string SumList::Spoken(size_t place) const
 {
     const SumRow row = fJob->RowAt(place);
     return row.name + ", " + TextOf(row);
-}
-
-SumHeader::SumHeader(BRect frame)
-    : BView(frame, "Header", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP,
-            B_WILL_DRAW | B_FULL_UPDATE_ON_RESIZE)
-{
-    SetViewColor(kGrey);
-    SetLowColor(kGrey);
-}
-
-void SumHeader::Draw(BRect /*updateRect*/)
-{
-    font_height height;
-    GetFontHeight(&height);
-    // The list's rows lie beside its scroll bar and within its border.
-    BRect rows = Bounds().InsetByCopy(kListBorder, 0);
-    rows.right -= B_V_SCROLL_BAR_WIDTH;
-    const float baseline = std::ceil(height.ascent);
-    SetHighColor(kText);
-    DrawString("Name", BPoint(rows.left + kIndent, baseline));
-    DrawString("SHA-256", BPoint(SumList::SecondColumn(rows), baseline));
 }
 
 } // namespace checksums

@@ -62,8 +62,7 @@ std::string Without(const std::vector<SumRow>& rows)
     if (count == 0) {
         return {};
     }
-    return ". There is none of " +
-           (count == 1 ? "1 file" : add_ons::Grouped(count) + " files");
+    return ". There is none of " + (count == 1 ? "1 file" : add_ons::Grouped(count) + " files");
 }
 
 void ShowLine(BStringView* line, const std::string& text, rgb_color color)

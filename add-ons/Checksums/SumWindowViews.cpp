@@ -88,10 +88,11 @@ void SumWindow::BuildContents()
 void SumWindow::AddSums(float top, float bottom)
 {
     const float right = Bounds().right - kEdge;
-    fGround->AddChild(new SumHeader(BRect(kEdge, top, right, top + LineHeight() + 1)));
     const BRect frame(kEdge + kListBorder, top + LineHeight() + 2 + kListBorder,
                       right - kListBorder - B_V_SCROLL_BAR_WIDTH, bottom - kListBorder);
     fList = new SumList(frame, fJob);
+    fGround->AddChild(new ColumnTitles(BRect(kEdge, top, right, top + LineHeight() + 1), *fList,
+                                       "Name", "SHA-256"));
     fGround->AddChild(new BScrollView("SumsScroll", fList, B_FOLLOW_ALL_SIDES, 0, false, true));
 }
 

@@ -329,6 +329,7 @@ std::optional<Extractor::End> Extractor::WriteContents(int file, const Steps& st
             fProblems.Add(PathOf(steps), "it is not whole");
             return End::kVolumeFull;
         }
+        errno = isPlace ? ENOSPC : EINVAL; // also where a write is merely short
         if (!isPlace ||
             (count > 0 && ::pwrite(file, bytes, count, place) != static_cast<ssize_t>(count))) {
             fProblems.Add(PathOf(steps), "it is not whole");

@@ -3,6 +3,7 @@
 #include "MakeArchive/ArchiveFormat.h"
 #include "common/DialogParts.h"
 
+#include <Alert.h>
 #include <Button.h>
 #include <MenuField.h>
 #include <MenuItem.h>
@@ -63,6 +64,10 @@ public:
         }
         const std::string name = fName->Text();
         if (name.empty() || name == "." || name == ".." || name.find('/') != std::string::npos) {
+            // It deletes itself once it is answered.
+            auto* alert = new BAlert(
+                "MakeArchive", "An archive's name has no \"/\" in it, and is not empty.", "OK");
+            alert->Go(nullptr);
             fName->MakeFocus(true);
             return;
         }

@@ -44,6 +44,8 @@ status_t Make(const BDirectory& folder, const std::vector<entry_ref>& entries,
 
 } // namespace
 
+// The folder is a copy by the contract.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void process_refs(entry_ref folderRef, BMessage* refs, void*)
 {
     std::vector<entry_ref> entries;

@@ -2,12 +2,6 @@
 
 #include "RenameMany/RenameTexts.h"
 #include "common/DialogParts.h"
-#include "common/StatusText.h"
-
-#include <Font.h>
-#include <InterfaceDefs.h>
-#include <List.h>
-#include <String.h>
 
 #include <cmath>
 #include <utility>
@@ -20,65 +14,16 @@ constexpr rgb_color kText = {0, 0, 0, 255};
 constexpr rgb_color kFaint = {128, 128, 128, 255};
 constexpr rgb_color kWrong = {170, 0, 0, 255};
 constexpr rgb_color kWhite = {255, 255, 255, 255};
-constexpr rgb_color kSelected = {184, 198, 222, 255};
-constexpr rgb_color kGrey = {216, 216, 216, 255};
-constexpr float kIndent = 4;
-constexpr float kListBorder = 2;
 
 } // namespace
 
-/// Knows only its place: a hundred thousand of them are made at once.
-class RenameList::Row : public BListItem
-{
-public:
-    Row(RenameList* list, size_t place) : fList(list), fPlace(place) {}
-
-    // BListItem
-    void DrawItem(BView* /*owner*/, BRect frame, bool /*complete*/) override
-    {
-        fList->DrawRow(fPlace, frame, IsSelected());
-    }
-    void Update(BView* owner, const BFont* font) override
-    {
-        font_height height;
-        font->GetHeight(&height);
-        SetWidth(owner->Bounds().Width());
-        SetHeight(std::ceil(height.ascent + height.descent));
-        fList->fBaseline = std::ceil(height.ascent);
-    }
-    std::string SpokenText() const override { return fList->Spoken(fPlace); }
-
-private:
-    RenameList* fList;
-    size_t fPlace;
-};
-
-RenameList::RenameList(BRect frame)
-    : BListView(frame, "Names", B_SINGLE_SELECTION_LIST, B_FOLLOW_ALL_SIDES,
-                B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE | B_FULL_UPDATE_ON_RESIZE)
-{
-}
-
-RenameList::~RenameList()
-{
-    MakeEmpty();
-}
+RenameList::RenameList(BRect frame) : ColumnList(frame, "Names", B_SINGLE_SELECTION_LIST, 0.5F) {}
 
 void RenameList::ShowNames(std::shared_ptr<const Preview> preview)
 {
     fPreview = std::move(preview);
     const size_t count = fPreview != nullptr ? fPreview->names.size() : 0;
-    if (count != fRows.size()) {
-        MakeEmpty();
-        fRows.clear();
-        BList rows(static_cast<int32>(count));
-        for (size_t place = 0; place < count; place++) {
-            fRows.push_back(std::make_unique<Row>(this, place));
-            rows.AddItem(fRows.back().get());
-        }
-        SetItems(&rows);
-    }
-    Invalidate();
+    SetCount(count);
 }
 
 bool RenameList::SelectNextFault()
@@ -97,26 +42,14 @@ bool RenameList::SelectNextFault()
     return false;
 }
 
-void RenameList::FrameResized(float width, float height)
-{
-    BListView::FrameResized(width, height);
-    Invalidate(); // the second column moves
-}
-
-float RenameList::SecondColumn(BRect frame)
-{
-    return std::floor((frame.left + frame.right) / 2);
-}
-
 void RenameList::DrawRow(size_t place, BRect frame, bool isSelected)
 {
-    SetLowColor(isSelected ? kSelected : kWhite);
-    FillRect(frame, B_SOLID_LOW);
+    DrawGround(frame, isSelected, kWhite);
     if (fPreview == nullptr || place >= fPreview->names.size()) {
         return;
     }
     const Entry& entry = (*fPreview->entries)[place];
-    const float baseline = frame.top + fBaseline;
+    const float baseline = frame.top + Baseline();
     const float second = SecondColumn(frame);
     const float first = frame.left + kIndent;
     DrawCut(entry.name, BPoint(first, baseline), second - first - kIndent,
@@ -139,14 +72,6 @@ void RenameList::DrawRow(size_t place, BRect frame, bool isSelected)
     }
 }
 
-void RenameList::DrawCut(const std::string& text, BPoint place, float width, rgb_color color)
-{
-    BString shown(add_ons::ShownName(text).c_str());
-    TruncateString(&shown, B_TRUNCATE_MIDDLE, width);
-    SetHighColor(color);
-    DrawString(shown.String(), place);
-}
-
 std::string RenameList::Spoken(size_t place) const
 {
     if (fPreview == nullptr || place >= fPreview->names.size()) {
@@ -157,27 +82,6 @@ std::string RenameList::Spoken(size_t place) const
         text += std::string(", ") + FaultText(fPreview->faults[place]);
     }
     return text;
-}
-
-RenameHeader::RenameHeader(BRect frame)
-    : BView(frame, "Header", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP,
-            B_WILL_DRAW | B_FULL_UPDATE_ON_RESIZE)
-{
-    SetViewColor(kGrey);
-    SetLowColor(kGrey);
-}
-
-void RenameHeader::Draw(BRect /*updateRect*/)
-{
-    font_height height;
-    GetFontHeight(&height);
-    // The list's rows lie beside its scroll bar and within its border.
-    BRect rows = Bounds().InsetByCopy(kListBorder, 0);
-    rows.right -= B_V_SCROLL_BAR_WIDTH;
-    const float baseline = std::ceil(height.ascent);
-    SetHighColor(kText);
-    DrawString("Name", BPoint(rows.left + kIndent, baseline));
-    DrawString("New name", BPoint(RenameList::SecondColumn(rows), baseline));
 }
 
 } // namespace rename_many

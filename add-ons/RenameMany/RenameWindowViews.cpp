@@ -171,11 +171,12 @@ void RenameWindow::AddLetters(float top)
 void RenameWindow::AddNames(float top, float bottom)
 {
     const float right = Bounds().right - kEdge;
-    fGround->AddChild(new RenameHeader(BRect(kEdge, top, right, top + LineHeight() + 1)));
     const float border = 2;
     const BRect frame(kEdge + border, top + LineHeight() + 2 + border,
                       right - border - B_V_SCROLL_BAR_WIDTH, bottom - border);
     fList = new RenameList(frame);
+    fGround->AddChild(new ColumnTitles(BRect(kEdge, top, right, top + LineHeight() + 1), *fList,
+                                       "Name", "New name"));
     fGround->AddChild(new BScrollView("NamesScroll", fList, B_FOLLOW_ALL_SIDES, 0, false, true));
 }
 

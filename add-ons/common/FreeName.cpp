@@ -29,7 +29,7 @@ std::string FindFreeName(const std::string& name, const std::string& ending,
         if (behind.size() >= kMostBytes) {
             return {};
         }
-        const std::string candidate = Cut(name, kMostBytes - behind.size()) + behind;
+        std::string candidate = Cut(name, kMostBytes - behind.size()) + behind;
         if (take(candidate)) {
             return candidate;
         }

@@ -87,11 +87,27 @@ renamed() { [ "$(cat "$base/right/many/file 1.txt" "$base/right/many/file 3.txt"
 expect "the names are $(ls "$base/right/many")" renamed
 reading_time
 shot rename-many-done
-key shift+Tab space # "Undo"
+key Tab space # "Undo"
 back() { [ "$(ls "$base/right/many" | tr '\n' ' ')" = "a.txt b.txt c.txt " ]; }
 expect "the names are $(ls "$base/right/many")" back
 key Escape
 expect "the window stays" window_gone RenameMany
+expect "no focus" window_focused Norvane
+key ctrl+1
+
+# A pasted sum marks its file, and all are saved as the tool checks them.
+key ctrl+2 Home plus
+run_add_on Checksums
+expect "no window" window_focused Checksums
+reading_time
+xdotool type "$(sha256sum <"$base/right/many/b.txt" | cut -d' ' -f1)"
+hold 500
+shot checksums
+key Tab Tab Tab space # "Save"
+saved() { (cd "$base/right/many" && sha256sum --status -c SHA256SUMS && [ "$(wc -l <SHA256SUMS)" = 3 ]); }
+expect "no sums are saved: $(ls "$base/right/many")" saved
+key Escape
+expect "the window stays" window_gone Checksums
 expect "no focus" window_focused Norvane
 key ctrl+1
 
