@@ -20,6 +20,24 @@ constexpr int64 kCheckEvery = int64{8} * 1024 * 1024; // bytes between two looks
 constexpr int64 kMostReserve = int64{64} * 1024 * 1024;
 constexpr size_t kCheckEntries = 256;
 
+bool IsFull(int error)
+{
+    return error == ENOSPC || error == EDQUOT;
+}
+
+/// Writes at a place that an archive names; `end` is where that ends.
+int WriteAt(int file, const void* bytes, size_t count, off_t place, off_t* end)
+{
+    if (place < 0 || __builtin_add_overflow(place, count, end)) {
+        return EINVAL;
+    }
+    const ssize_t written = ::pwrite(file, bytes, count, place);
+    if (written < 0) {
+        return errno;
+    }
+    return static_cast<size_t>(written) == count ? 0 : ENOSPC;
+}
+
 std::string ReasonOf(int error)
 {
     switch (error) {
@@ -281,7 +299,7 @@ std::optional<Extractor::End> Extractor::TakeFile(const Steps& steps, archive_en
     const int error = fTree.MakeFile(steps, &file);
     if (error != 0) {
         fProblems.Add(PathOf(steps), ReasonOf(error));
-        return error == ENOSPC || error == EDQUOT ? std::optional(End::kVolumeFull) : std::nullopt;
+        return IsFull(error) ? std::optional(End::kVolumeFull) : std::nullopt;
     }
     NoteMade({steps, false, 0, std::nullopt});
     const std::optional<End> end = WriteContents(file, steps, entry);
@@ -324,17 +342,10 @@ std::optional<Extractor::End> Extractor::WriteContents(int file, const Steps& st
             return result == ARCHIVE_FATAL ? std::optional(End::kDamaged) : std::nullopt;
         }
         fUnchecked += static_cast<int64>(count);
-        const bool isPlace = place >= 0 && !__builtin_add_overflow(place, count, &end);
-        if (!HasRoom()) {
+        const int error = HasRoom() ? WriteAt(file, bytes, count, place, &end) : ENOSPC;
+        if (error != 0) {
             fProblems.Add(PathOf(steps), "it is not whole");
-            return End::kVolumeFull;
-        }
-        errno = isPlace ? ENOSPC : EINVAL; // also where a write is merely short
-        if (!isPlace ||
-            (count > 0 && ::pwrite(file, bytes, count, place) != static_cast<ssize_t>(count))) {
-            fProblems.Add(PathOf(steps), "it is not whole");
-            return errno == ENOSPC || errno == EDQUOT ? std::optional(End::kVolumeFull)
-                                                      : std::nullopt;
+            return IsFull(error) ? std::optional(End::kVolumeFull) : std::nullopt;
         }
     }
     // A hole at the end.
