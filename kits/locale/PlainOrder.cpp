@@ -1,0 +1,216 @@
+#include "locale/PlainOrder.h"
+
+#include <QCollator>
+#include <QString>
+
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
+namespace kits {
+
+namespace {
+
+constexpr char kFirstPlain = ' ';
+constexpr char kLastPlain = '~';
+// The library takes longer runs of digits for several numbers.
+constexpr size_t kMostDigits = 200;
+
+bool IsDigit(char letter)
+{
+    return letter >= '0' && letter <= '9';
+}
+
+QCollatorSortKey KeyOf(const QCollator& collator, const std::string& text)
+{
+    return collator.sortKey(QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size())));
+}
+
+/// Every two characters beside each other, each alone, and some numbers. Capitals are left out:
+/// they count as small letters, which FindLetters() has seen.
+std::vector<std::string> Samples()
+{
+    std::vector<std::string> samples = {"100", "99", "1000", "0999", "000", "a10b", "a9c", "a010b"};
+    for (char first = kFirstPlain; first <= kLastPlain; ++first) {
+        samples.emplace_back(1, first);
+        for (char second = kFirstPlain; second <= kLastPlain; ++second) {
+            const auto isCapital = [](char letter) {
+                return letter >= 'A' && letter <= 'Z';
+            };
+            if (!isCapital(first) && !isCapital(second)) {
+                samples.push_back({first, second});
+            }
+        }
+    }
+    return samples;
+}
+
+/// The beginning of a key behind what all keys have in common.
+struct Beginning
+{
+    uint64 high = 0;
+    uint64 low = 0;
+    uint32 index = 0;
+};
+
+constexpr size_t kBeginningBytes = 16;
+
+/// Bytes as a number that is ordered as they are; what is not there counts least.
+uint64 NumberOf(std::string_view bytes)
+{
+    uint64 number = 0;
+    for (size_t i = 0; i < sizeof(number); ++i) {
+        number = number << 8 | (i < bytes.size() ? static_cast<uint8>(bytes[i]) : 0);
+    }
+    return number;
+}
+
+size_t CountInCommon(std::string_view a, std::string_view b)
+{
+    const size_t shorter = std::min(a.size(), b.size());
+    const auto end = a.begin() + static_cast<std::ptrdiff_t>(shorter);
+    return static_cast<size_t>(std::mismatch(a.begin(), end, b.begin()).first - a.begin());
+}
+
+} // namespace
+
+PlainOrder::PlainOrder(const QCollator& collator) : fIsNumeric(collator.numericMode())
+{
+    fIsKnown = FindLetters(collator) && Agrees(collator);
+}
+
+/// False when the letters have no such order: one is nothing by itself, or digits lie apart.
+bool PlainOrder::FindLetters(const QCollator& collator)
+{
+    std::vector<std::pair<QCollatorSortKey, char>> letters;
+    for (char letter = kFirstPlain; letter <= kLastPlain; ++letter) {
+        letters.emplace_back(KeyOf(collator, std::string(1, letter)), letter);
+    }
+    std::sort(letters.begin(), letters.end(),
+              [](const auto& a, const auto& b) { return a.first.compare(b.first) < 0; });
+    const QCollatorSortKey nothing = KeyOf(collator, "");
+    if (nothing.compare(letters.front().first) >= 0) {
+        return false;
+    }
+    char place = 1;
+    for (size_t i = 0; i < letters.size(); ++i) {
+        if (i > 0 && letters[i - 1].first.compare(letters[i].first) != 0) {
+            ++place;
+        }
+        fLetters[static_cast<size_t>(letters[i].second)] = place;
+    }
+    for (char digit = '1'; digit <= '9'; ++digit) {
+        if (fLetters[static_cast<size_t>(digit)] != fLetters[static_cast<size_t>(digit - 1)] + 1) {
+            return false;
+        }
+    }
+    for (char letter = 'a'; letter <= 'z'; ++letter) {
+        if (fLetters[static_cast<size_t>(letter)] !=
+            fLetters[static_cast<size_t>(letter - 'a' + 'A')]) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool PlainOrder::Agrees(const QCollator& collator) const
+{
+    std::vector<std::pair<std::string, std::string>> samples; // with their keys before them
+    for (const std::string& text : Samples()) {
+        std::string key;
+        AppendKey(text, key);
+        samples.emplace_back(key, text);
+    }
+    std::sort(samples.begin(), samples.end());
+    QCollatorSortKey last = KeyOf(collator, samples.front().second);
+    for (size_t i = 1; i < samples.size(); ++i) {
+        QCollatorSortKey next = KeyOf(collator, samples[i].second);
+        const int order = last.compare(next);
+        if (samples[i - 1].first == samples[i].first ? order != 0 : order >= 0) {
+            return false;
+        }
+        last = std::move(next);
+    }
+    return true;
+}
+
+bool PlainOrder::AppendKey(std::string_view text, std::string& keys) const
+{
+    for (size_t i = 0; i < text.size(); ++i) {
+        const char letter = text[i];
+        if (letter < kFirstPlain || letter > kLastPlain) {
+            return false;
+        }
+        if (!fIsNumeric || !IsDigit(letter)) {
+            keys.push_back(fLetters[static_cast<size_t>(letter)]);
+            continue;
+        }
+        size_t end = i + 1;
+        while (end < text.size() && IsDigit(text[end])) {
+            ++end;
+        }
+        if (!AppendNumber(text.substr(i, end - i), keys)) {
+            return false;
+        }
+        i = end - 1;
+    }
+    return true;
+}
+
+/// Numbers of more digits are greater; zeros in front do not count.
+bool PlainOrder::AppendNumber(std::string_view digits, std::string& keys) const
+{
+    while (digits.size() > 1 && digits.front() == '0') {
+        digits.remove_prefix(1);
+    }
+    if (digits.size() > kMostDigits) {
+        return false;
+    }
+    keys.push_back(fLetters['0']);
+    keys.push_back(static_cast<char>(digits.size()));
+    for (size_t i = 0; i < digits.size(); i += 2) {
+        const int second = i + 1 < digits.size() ? digits[i + 1] - '0' : 0;
+        keys.push_back(static_cast<char>((digits[i] - '0') * 10 + second + 1));
+    }
+    return true;
+}
+
+std::vector<uint32> OrderOfKeys(const std::string& keys, const std::vector<size_t>& starts)
+{
+    const auto keyAt = [&](size_t i) {
+        return std::string_view(keys).substr(starts[i], starts[i + 1] - starts[i]);
+    };
+    const size_t count = starts.size() - 1;
+    std::vector<uint32> order(count);
+    if (count == 0) {
+        return order;
+    }
+    size_t common = keyAt(0).size();
+    for (size_t i = 1; i < count; ++i) {
+        common = CountInCommon(keyAt(0).substr(0, common), keyAt(i));
+    }
+    std::vector<Beginning> sorted(count);
+    for (size_t i = 0; i < count; ++i) {
+        const std::string_view key = keyAt(i).substr(common);
+        const std::string_view behind = key.substr(std::min(key.size(), sizeof(uint64)));
+        sorted[i] = {NumberOf(key), NumberOf(behind), static_cast<uint32>(i)};
+    }
+    const size_t known = common + kBeginningBytes;
+    std::sort(sorted.begin(), sorted.end(), [&](const Beginning& a, const Beginning& b) {
+        if (a.high != b.high) {
+            return a.high < b.high;
+        }
+        if (a.low != b.low) {
+            return a.low < b.low;
+        }
+        const std::string_view left = keyAt(a.index);
+        const std::string_view right = keyAt(b.index);
+        return left.substr(std::min(left.size(), known)) <
+               right.substr(std::min(right.size(), known));
+    });
+    std::transform(sorted.begin(), sorted.end(), order.begin(),
+                   [](const Beginning& beginning) { return beginning.index; });
+    return order;
+}
+
+} // namespace kits
