@@ -21,6 +21,11 @@ bool IsDigit(char letter)
     return letter >= '0' && letter <= '9';
 }
 
+size_t IndexOf(char letter)
+{
+    return static_cast<uint8>(letter);
+}
+
 QCollatorSortKey KeyOf(const QCollator& collator, const std::string& text)
 {
     return collator.sortKey(QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size())));
@@ -97,16 +102,15 @@ bool PlainOrder::FindLetters(const QCollator& collator)
         if (i > 0 && letters[i - 1].first.compare(letters[i].first) != 0) {
             ++place;
         }
-        fLetters[static_cast<size_t>(letters[i].second)] = place;
+        fLetters[IndexOf(letters[i].second)] = place;
     }
     for (char digit = '1'; digit <= '9'; ++digit) {
-        if (fLetters[static_cast<size_t>(digit)] != fLetters[static_cast<size_t>(digit - 1)] + 1) {
+        if (fLetters[IndexOf(digit)] != fLetters[static_cast<size_t>(digit - 1)] + 1) {
             return false;
         }
     }
     for (char letter = 'a'; letter <= 'z'; ++letter) {
-        if (fLetters[static_cast<size_t>(letter)] !=
-            fLetters[static_cast<size_t>(letter - 'a' + 'A')]) {
+        if (fLetters[IndexOf(letter)] != fLetters[IndexOf(letter) - 'a' + 'A']) {
             return false;
         }
     }
@@ -142,7 +146,7 @@ bool PlainOrder::AppendKey(std::string_view text, std::string& keys) const
             return false;
         }
         if (!fIsNumeric || !IsDigit(letter)) {
-            keys.push_back(fLetters[static_cast<size_t>(letter)]);
+            keys.push_back(fLetters[IndexOf(letter)]);
             continue;
         }
         size_t end = i + 1;
