@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <algorithm>
+#include <bit>
 #include <numeric>
 #include <utility>
 
@@ -53,21 +54,56 @@ std::vector<std::string> Samples()
 /// The beginning of a key behind what all keys have in common.
 struct Beginning
 {
-    uint64 high = 0;
-    uint64 low = 0;
+    uint64 number = 0;
     uint32 index = 0;
 };
 
-constexpr size_t kBeginningBytes = 16;
+constexpr size_t kBeginningBytes = sizeof(uint64);
 
 /// Bytes as a number that is ordered as they are; what is not there counts least.
 uint64 NumberOf(std::string_view bytes)
 {
     uint64 number = 0;
-    for (size_t i = 0; i < sizeof(number); ++i) {
+    for (size_t i = 0; i < kBeginningBytes; ++i) {
         number = number << 8 | (i < bytes.size() ? static_cast<uint8>(bytes[i]) : 0);
     }
     return number;
+}
+
+constexpr int kDigitBits = 8; // of one pass: its counts stay in the processor's nearest memory
+constexpr uint64 kDigit = (uint64{1} << kDigitBits) - 1;
+
+/// Sorts by one digit of the numbers; what has the same keeps its order.
+void SortByDigit(std::vector<Beginning>& sorted, std::vector<Beginning>& other, int shift)
+{
+    std::array<uint32, kDigit + 1> places = {};
+    for (const Beginning& beginning : sorted) {
+        ++places[beginning.number >> shift & kDigit];
+    }
+    uint32 place = 0;
+    for (uint32& count : places) {
+        place += std::exchange(count, place);
+    }
+    for (const Beginning& beginning : sorted) {
+        other[places[beginning.number >> shift & kDigit]++] = beginning;
+    }
+    sorted.swap(other);
+}
+
+/// Passes over all of them, for the bits in which they differ alone: less than comparing costs.
+void SortByNumber(std::vector<Beginning>& sorted)
+{
+    uint64 differing = 0;
+    for (const Beginning& beginning : sorted) {
+        differing |= beginning.number ^ sorted.front().number;
+    }
+    std::vector<Beginning> other(sorted.size());
+    int shift = 0;
+    while (shift < 64 && differing >> shift != 0) {
+        shift += std::countr_zero(differing >> shift);
+        SortByDigit(sorted, other, shift);
+        shift += kDigitBits;
+    }
 }
 
 size_t CountInCommon(std::string_view a, std::string_view b)
@@ -179,42 +215,36 @@ bool PlainOrder::AppendNumber(std::string_view digits, std::string& keys) const
     return true;
 }
 
-std::vector<uint32> OrderOfKeys(const std::string& keys, const std::vector<size_t>& starts)
+void PlainKeys::Sort(std::vector<uint32>& indices) const
 {
-    const auto keyAt = [&](size_t i) {
-        return std::string_view(keys).substr(starts[i], starts[i + 1] - starts[i]);
+    if (indices.empty()) {
+        return;
+    }
+    const std::string_view first = At(indices.front());
+    size_t common = first.size();
+    for (const uint32 index : indices) {
+        common = CountInCommon(first.substr(0, common), At(index));
+    }
+    std::vector<Beginning> sorted;
+    sorted.reserve(indices.size());
+    for (const uint32 index : indices) {
+        sorted.push_back({NumberOf(At(index).substr(common)), index});
+    }
+    SortByNumber(sorted);
+    const auto rest = [&](const Beginning& beginning) {
+        const std::string_view key = At(beginning.index);
+        return key.substr(std::min(key.size(), common + kBeginningBytes));
     };
-    const size_t count = starts.size() - 1;
-    std::vector<uint32> order(count);
-    if (count == 0) {
-        return order;
+    for (auto begin = sorted.begin(); begin != sorted.end();) {
+        const auto end = std::find_if(begin, sorted.end(), [&](const Beginning& beginning) {
+            return beginning.number != begin->number;
+        });
+        std::sort(begin, end,
+                  [&](const Beginning& a, const Beginning& b) { return rest(a) < rest(b); });
+        begin = end;
     }
-    size_t common = keyAt(0).size();
-    for (size_t i = 1; i < count; ++i) {
-        common = CountInCommon(keyAt(0).substr(0, common), keyAt(i));
-    }
-    std::vector<Beginning> sorted(count);
-    for (size_t i = 0; i < count; ++i) {
-        const std::string_view key = keyAt(i).substr(common);
-        const std::string_view behind = key.substr(std::min(key.size(), sizeof(uint64)));
-        sorted[i] = {NumberOf(key), NumberOf(behind), static_cast<uint32>(i)};
-    }
-    const size_t known = common + kBeginningBytes;
-    std::sort(sorted.begin(), sorted.end(), [&](const Beginning& a, const Beginning& b) {
-        if (a.high != b.high) {
-            return a.high < b.high;
-        }
-        if (a.low != b.low) {
-            return a.low < b.low;
-        }
-        const std::string_view left = keyAt(a.index);
-        const std::string_view right = keyAt(b.index);
-        return left.substr(std::min(left.size(), known)) <
-               right.substr(std::min(right.size(), known));
-    });
-    std::transform(sorted.begin(), sorted.end(), order.begin(),
+    std::transform(sorted.begin(), sorted.end(), indices.begin(),
                    [](const Beginning& beginning) { return beginning.index; });
-    return order;
 }
 
 } // namespace kits

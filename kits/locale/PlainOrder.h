@@ -37,8 +37,18 @@ private:
     bool fIsKnown = false;
 };
 
-/// The indices of keys in the keys' order. Key `i` begins at `starts[i]` and ends where the next
-/// one begins; the last of `starts` is the end of all.
-std::vector<uint32> OrderOfKeys(const std::string& keys, const std::vector<size_t>& starts);
+/// Keys of texts, one behind the other.
+struct PlainKeys
+{
+    std::string keys;
+    std::vector<size_t> starts; // of each, and the end of the last
+
+    std::string_view At(uint32 index) const
+    {
+        return std::string_view(keys).substr(starts[index], starts[index + 1] - starts[index]);
+    }
+    /// Puts indices of keys into the keys' order.
+    void Sort(std::vector<uint32>& indices) const;
+};
 
 } // namespace kits

@@ -239,10 +239,10 @@ void DirView::SetSortMode(int32 columnIndex, CLVSortMode mode)
     SortingChanged();
 }
 
-RowSorting DirView::SortingChosen() const
+RowSorting DirView::SortingChosen(const Preferences& preferences) const
 {
     std::vector<RowSorting::Key> chosen;
-    if (fPreferences.sortsByColumns) {
+    if (preferences.sortsByColumns) {
         std::vector<int32> keys(static_cast<std::size_t>(CountColumns()));
         std::vector<CLVSortMode> modes(keys.size());
         const int32 count = Sorting(keys.data(), modes.data());
@@ -257,7 +257,7 @@ RowSorting DirView::SortingChosen() const
 void DirView::SortingChanged()
 {
     const bool wasListings = fRows.Sorting().IsListings();
-    fRows.SetSorting(SortingChosen());
+    fRows.SetSorting(SortingChosen(fPreferences));
     if (!wasListings && fRows.Sorting().IsListings() && Mode() == kFtpMode) {
         Refresh();
     }
@@ -313,6 +313,12 @@ void DirView::SetTo(const Preferences& preferences)
     TakeFontSize(static_cast<float>(preferences.fontSize));
     fPreferences = preferences;
     SortingChanged();
+}
+
+RowsToSort DirView::ToSort(const Preferences& preferences) const
+{
+    const RowSorting sorting = SortingChosen(preferences);
+    return sorting.IsListings() ? RowsToSort() : fRows.ToSort(sorting);
 }
 
 void DirView::Apply(const Preferences& preferences)

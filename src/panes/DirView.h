@@ -142,6 +142,10 @@ public:
     /// The same for a list that shows something: has it drawn anew, and read again unless nothing
     /// but extras changed that leave all rows there.
     void Apply(const Preferences& preferences);
+    /// The rows, when these preferences will have them sorted by columns; none when they are so
+    /// already. Once they are, TakeSorted() shows them.
+    RowsToSort ToSort(const Preferences& preferences) const;
+    void TakeSorted(const RowsToSort& sorted) { fRows.TakeSorted(sorted); }
     void TakeFontSize(float size);
     void SetDateFormat(const char* pattern);
     void SetProgressFlag(bool isOn) { fNotifier.SetShowsProgress(isOn); }
@@ -178,7 +182,7 @@ private:
     void LookedAgain() override;
     void NoFolder(const entry_ref& link) override;
 
-    RowSorting SortingChosen() const;
+    RowSorting SortingChosen(const Preferences& preferences) const;
     void SortingChanged();
     bool RefusesToView();
     void AddColumns(const char* iconLabel);

@@ -5,6 +5,7 @@
 #include <List.h>
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 // Many rows at once.
@@ -31,14 +32,32 @@ void PaneRows::SetSorting(const RowSorting& sorting)
     if (sorting == fOrder.Sorting()) {
         return;
     }
+    RowsToSort rows = ToSort(sorting);
+    sorting.Sort(rows.rows);
     fOrder.SetSorting(sorting);
-    std::vector<DirListItem*> ordered;
-    ordered.reserve(static_cast<std::size_t>(CountRows()));
-    for (int32 i = 0; i < CountRows(); i++) {
-        ordered.push_back(RowAt(i));
+    TakeSorted(rows);
+}
+
+RowsToSort PaneRows::ToSort(const RowSorting& sorting) const
+{
+    RowsToSort all{sorting, {}};
+    if (sorting != fOrder.Sorting()) {
+        const std::span rows(fList.Items(), static_cast<std::size_t>(CountRows()));
+        all.rows.reserve(rows.size());
+        for (const BListItem* row : rows) {
+            all.rows.push_back(static_cast<DirListItem*>(const_cast<BListItem*>(row)));
+        }
     }
-    sorting.Sort(ordered);
-    SetRows(ListOf(ordered), -1);
+    return all;
+}
+
+void PaneRows::TakeSorted(const RowsToSort& sorted)
+{
+    if (sorted.rows.empty()) {
+        return;
+    }
+    fOrder.SetSorting(sorted.sorting);
+    SetRows(ListOf(sorted.rows), -1);
     fListener.RowsChanged();
 }
 

@@ -99,6 +99,39 @@ uint64 FirstOrder(const DirListItem& row, const RowSorting::Key& key, uint32 ran
     return group << kGroupShift | (key.isDescending ? kBelowGroup - order : order);
 }
 
+uint64 GroupIn(const RankedRow& row)
+{
+    return row.first >> kGroupShift;
+}
+
+/// Rows by their groups and names, upwards or as a first column says that is the name's.
+std::vector<RankedRow> RankedByName(const std::vector<DirListItem*>& rows,
+                                    const RowSorting::Key& first)
+{
+    std::vector<const char*> names;
+    names.reserve(rows.size());
+    for (const DirListItem* row : rows) {
+        names.push_back(row->GetEntryName());
+    }
+    const std::vector<uint32> ranks = NameCollator().Ranks(names);
+    std::vector<uint32> taken(rows.size()); // of the places from a rank on
+    std::vector<RankedRow> ranked(rows.size());
+    for (size_t i = 0; i < rows.size(); ++i) {
+        const uint32 rank = ranks[i];
+        ranked[rank + taken[rank]++] = {FirstOrder(*rows[i], first, rank), rank, rows[i]};
+    }
+    if (first.column == kNameColumn && first.isDescending) {
+        std::reverse(ranked.begin(), ranked.end());
+    }
+    const auto isInOrder = [](const RankedRow& a, const RankedRow& b) {
+        return GroupIn(a) < GroupIn(b);
+    };
+    if (!std::is_sorted(ranked.begin(), ranked.end(), isInOrder)) {
+        std::stable_sort(ranked.begin(), ranked.end(), isInOrder);
+    }
+    return ranked;
+}
+
 } // namespace
 
 /// `names` is the order of the two names.
@@ -132,24 +165,18 @@ void RowSorting::Sort(std::vector<DirListItem*>& rows) const
         });
         return;
     }
-    std::vector<const char*> names;
-    names.reserve(rows.size());
-    for (const DirListItem* row : rows) {
-        names.push_back(row->GetEntryName());
-    }
-    const std::vector<uint32> ranks = NameCollator().Ranks(names);
-    std::vector<RankedRow> ranked;
-    ranked.reserve(rows.size());
-    for (size_t i = 0; i < rows.size(); ++i) {
-        ranked.push_back({FirstOrder(*rows[i], fKeys.front(), ranks[i]), ranks[i], rows[i]});
-    }
-    std::sort(ranked.begin(), ranked.end(), [this](const RankedRow& a, const RankedRow& b) {
+    std::vector<RankedRow> ranked = RankedByName(rows, fKeys.front());
+    const auto isBefore = [this](const RankedRow& a, const RankedRow& b) {
         if (a.first != b.first) {
             return a.first < b.first;
         }
         const int columns = CompareColumns(*a.row, *b.row, Order(a.rank, b.rank));
         return columns != 0 ? columns < 0 : CompareBytes(*a.row, *b.row) < 0;
-    });
+    };
+    // By names alone they are, but for names that count as one.
+    if (!std::is_sorted(ranked.begin(), ranked.end(), isBefore)) {
+        std::sort(ranked.begin(), ranked.end(), isBefore);
+    }
     std::transform(ranked.begin(), ranked.end(), rows.begin(),
                    [](const RankedRow& row) { return row.row; });
 }

@@ -106,8 +106,8 @@ std::string Disagreement(const std::vector<std::string>& letters)
 }
 
 /// The same of many texts that are ranked by a way of their own, beside the last that have the same
-/// rank or the next one.
-std::string DisagreementOfMany(const std::string& letters)
+/// rank or the next one. A few of them hold one of the rare letters.
+std::string DisagreementOfMany(const std::string& letters, const Texts& rare = {})
 {
     BCollator collator;
     collator.SetNumericSorting(true);
@@ -117,6 +117,9 @@ std::string DisagreementOfMany(const std::string& letters)
         std::string text = i % 2 == 0 ? "" : "common";
         for (auto n = random() % 24; n > 0; --n) {
             text += letters[random() % letters.size()];
+        }
+        if (i % 50 == 0 && !rare.empty()) {
+            text.insert(random() % (text.size() + 1), rare[random() % rare.size()]);
         }
         texts.push_back(text);
         texts.push_back(text.substr(0, random() % 3));
@@ -146,6 +149,9 @@ std::string DisagreementOfMany(const std::string& letters)
 
 constexpr const char* kPlainLetters = "aAbcChHeijlLnNsSyzZ0011289 ._-+~!#$%&'(),;=@[]^`{}";
 
+// Some count as nothing, or as plain ones do.
+const Texts kRareLetters = {"é", "\x01", "\uff21", "ß", "ж", "\u0661", "\xff", "\u00ad"};
+
 class CollatorLanguageTest : public ::testing::TestWithParam<const char*>
 {
 protected:
@@ -158,6 +164,7 @@ protected:
         std::string found = Disagreement({"a", "A", "é", "ß", "i", "I", "ı", "1", "02", "10", "x",
                                           "\u0661", "\u0660", "\u0967"});
         found += DisagreementOfMany(kPlainLetters);
+        found += DisagreementOfMany(kPlainLetters, kRareLetters);
         std::fprintf(stderr, "<%s>", found.c_str());
         std::exit(found.empty() ? 0 : 1);
     }
@@ -188,6 +195,8 @@ TEST(CollatorTest, RanksManyAsItCompares)
     EXPECT_EQ(DisagreementOfMany(kPlainLetters), "");
     EXPECT_EQ(DisagreementOfMany("0000123456789"), "");
     EXPECT_EQ(DisagreementOfMany(std::string(kPlainLetters) + "\t\xe9"), "");
+    EXPECT_EQ(DisagreementOfMany(kPlainLetters, kRareLetters), "");
+    EXPECT_EQ(DisagreementOfMany("aA1", kRareLetters), "");
 }
 
 TEST(CollatorTest, RanksManyWithLongNumbersAsItCompares)
