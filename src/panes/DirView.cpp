@@ -151,6 +151,9 @@ void DirView::Draw(BRect updateRect)
 void DirView::MouseDown(BPoint where)
 {
     const auto buttons = static_cast<uint32>(CurrentInt32("buttons"));
+    if (GoBySideButton(buttons)) {
+        return;
+    }
     const int32 index = IndexOf(where);
     if (fGestures.Pressed(where, index, static_cast<uint32>(CurrentInt32("modifiers")), buttons)) {
         SetMouseEventMask(B_POINTER_EVENTS);
@@ -221,48 +224,6 @@ void DirView::DisplayOrderChanged(const int32*)
     fRename.Follow();
 }
 
-void DirView::SetSortKey(int32 columnIndex)
-{
-    ColumnListView::SetSortKey(columnIndex);
-    SortingChanged();
-}
-
-void DirView::AddSortKey(int32 columnIndex)
-{
-    ColumnListView::AddSortKey(columnIndex);
-    SortingChanged();
-}
-
-void DirView::SetSortMode(int32 columnIndex, CLVSortMode mode)
-{
-    ColumnListView::SetSortMode(columnIndex, mode);
-    SortingChanged();
-}
-
-RowSorting DirView::SortingChosen(const Preferences& preferences) const
-{
-    std::vector<RowSorting::Key> chosen;
-    if (preferences.sortsByColumns) {
-        std::vector<int32> keys(static_cast<std::size_t>(CountColumns()));
-        std::vector<CLVSortMode> modes(keys.size());
-        const int32 count = Sorting(keys.data(), modes.data());
-        for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
-            chosen.push_back({keys[i], modes[i] == Descending});
-        }
-    }
-    return RowSorting(std::move(chosen));
-}
-
-/// A server's own order is known by asking it again alone. Hits have none.
-void DirView::SortingChanged()
-{
-    const bool wasListings = fRows.Sorting().IsListings();
-    fRows.SetSorting(SortingChosen(fPreferences));
-    if (!wasListings && fRows.Sorting().IsListings() && Mode() == kFtpMode) {
-        Refresh();
-    }
-}
-
 void DirView::ColumnWidthChanged(int32 columnIndex, float newWidth)
 {
     fRename.Follow();
@@ -313,12 +274,6 @@ void DirView::SetTo(const Preferences& preferences)
     TakeFontSize(static_cast<float>(preferences.fontSize));
     fPreferences = preferences;
     SortingChanged();
-}
-
-RowsToSort DirView::ToSort(const Preferences& preferences) const
-{
-    const RowSorting sorting = SortingChosen(preferences);
-    return sorting.IsListings() ? RowsToSort() : fRows.ToSort(sorting);
 }
 
 void DirView::Apply(const Preferences& preferences)

@@ -71,6 +71,9 @@ public:
     /// Lists a folder that a person named; "~", relative paths and addresses are understood.
     void GoToDir(const char* path);
     void NavigateUp() override;
+    /// To the folder shown before this one, and forward again.
+    void GoBack() override { fListing.Go(PlaceHistory::Step::kBack); }
+    void GoForward() override { fListing.Go(PlaceHistory::Step::kForward); }
     bool CancelWork() override { return fListing.CancelWork(); }
     void NavigateDown();
     /// Adds entries that were moved in from elsewhere since the last listing.
@@ -178,6 +181,7 @@ private:
     void AllRowsLeave() override;
     void RowsChanged() override;
     OpenOrder OrderForOpening() const override;
+    RowsView View() const override;
     void Arrived(const Arrival& arrival) override;
     void LookedAgain() override;
     void NoFolder(const entry_ref& link) override;
@@ -189,6 +193,8 @@ private:
     int32 CurrentInt32(const char* field) const;
     std::vector<DirListItem*> SelectedRows() const;
     void ScrollToRow(int32 index);
+    void LookAs(const RowsView& view);
+    bool GoBySideButton(uint32 buttons);
     bool EditNamed(const std::string& name);
     void NewsOfSource();
     void AnswerSoonOrLater(const std::function<BMessage()>& ask);
