@@ -1,3 +1,4 @@
+#include "MessageCodes.h"
 #include "app/MenuTable.h"
 #include "app/NorvaneWindow.h"
 
@@ -40,6 +41,7 @@ void NorvaneWindow::CreateMenus()
     AddShortcut('c', 0, new BMessage(B_COPY));
     AddShortcut('x', 0, new BMessage(B_CUT));
     AddShortcut('v', 0, new BMessage(B_PASTE));
+    AddShortcut('h', 0, new BMessage(kShowHidden));
 }
 
 } // namespace norvane

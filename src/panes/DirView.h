@@ -141,6 +141,7 @@ public:
     void SetColumnWidth(int32 index, int width);
     /// Reads them from the settings.
     void GetPreferences();
+    const Preferences& CurrentPreferences() const { return fPreferences; }
     void SetTo(const Preferences& preferences);
     /// The same for a list that shows something: has it drawn anew, and read again unless nothing
     /// but extras changed that leave all rows there.
