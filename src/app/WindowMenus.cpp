@@ -40,6 +40,7 @@ void NorvaneWindow::CreateMenus()
     AddShortcut('c', 0, new BMessage(B_COPY));
     AddShortcut('x', 0, new BMessage(B_CUT));
     AddShortcut('v', 0, new BMessage(B_PASTE));
+    AddShortcut('a', 0, new BMessage(B_SELECT_ALL));
 }
 
 } // namespace norvane

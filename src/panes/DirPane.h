@@ -1,5 +1,7 @@
 #pragma once
 
+#include "panes/FilterField.h"
+
 #include <View.h>
 
 #include <memory>
@@ -19,7 +21,7 @@ class RowSource;
 /// progress.
 ///
 /// Thread: its window's; GoToDir() locks the window itself. Ownership: its children are its views'.
-class DirPane : public BView
+class DirPane : public BView, private FilterOwner
 {
 public:
     static constexpr rgb_color kBackground = {216, 216, 216, 255};
@@ -55,6 +57,12 @@ public:
     /// Comes back from a server to the folder that was shown before.
     void Disconnect();
 
+    /// Opens the field for what names are to hold, or goes back to it.
+    void OpenFilter();
+    /// Shows the field while the list is filtered, and takes it away afterwards.
+    void ShowFilter();
+    FilterField* Filter() const { return fFilter; }
+
     int GetSelected(std::string* path) const;
     int64 GetSize();
     void SetColumnWidth(int32 column, int width);
@@ -75,6 +83,12 @@ public:
     NorvFtr* Footer() const { return fFooter; }
 
 private:
+    // FilterOwner (PaneFilter.cpp)
+    void FilterTyped(const std::string& text) override;
+    void FilterLeft() override;
+    void FilterCancelled() override;
+    void FilterPassesKey(const char* bytes, int32 byteCount) override;
+
     void LayOut(float width, float height);
     void ShowStrip(BView& strip, bool isShown);
     void RefreshTexts();
@@ -87,6 +101,7 @@ private:
     NVHeader* fHeader = nullptr;         // a child
     NorvFtr* fFooter = nullptr;          // a child
     BScrollView* fScroller = nullptr;    // a child
+    FilterField* fFilter = nullptr;      // a child while the list is filtered
     std::unique_ptr<FtpViews> fFtpViews; // while the list is on a server
     std::string fStartPath;
     bool fIsHeaderHidden = false;

@@ -4,6 +4,7 @@
 #include "clv/CLVContainerView.h"
 #include "panes/DatePattern.h"
 #include "panes/DirPane.h"
+#include "panes/PatternMarking.h"
 #include "panes/RowIcons.h"
 #include "panes/RowTexts.h"
 #include "panes/ScrollIntoSight.h"
@@ -195,6 +196,7 @@ void DirView::RowsLeave(const std::vector<DirListItem*>& rows)
         fGestures.Forget(row);
         fRename.Forget(row);
         fDragOver.Forget(row);
+        fKeys.Forget(row);
     }
 }
 
@@ -204,6 +206,7 @@ void DirView::AllRowsLeave()
     fMeasure.Cancel();
     fGestures.ForgetAll();
     fDragOver.ForgetAll();
+    fKeys.ForgetAll();
     fMarks.ForgetAll();
     fUpdates.ForgetAll();
 }
@@ -483,7 +486,7 @@ void DirView::MessageReceived(BMessage* message)
         RenameEnded(false);
         break;
     default:
-        if (!fWhereabouts.MessageReceived(*message)) {
+        if (!fWhereabouts.MessageReceived(*message) && !MarkAsTold(*message, fMarks)) {
             ColumnListView::MessageReceived(message);
         }
     }

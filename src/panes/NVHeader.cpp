@@ -23,6 +23,11 @@ int StripBaseline()
     return static_cast<int>(std::ceil(height.ascent));
 }
 
+float StripTextBottom(int baseline)
+{
+    return static_cast<float>(baseline) + kTextDrop;
+}
+
 void DrawStrip(BView& strip, const char* text, int baseline)
 {
     const BRect bounds = strip.Bounds();
@@ -36,7 +41,7 @@ void DrawStrip(BView& strip, const char* text, int baseline)
     strip.StrokeLine(bounds.RightTop(), bounds.RightBottom());
     strip.SetHighColor(textColor);
     strip.SetDrawingMode(B_OP_OVER);
-    strip.DrawString(text, BPoint(kTextLeft, static_cast<float>(baseline) + kTextDrop));
+    strip.DrawString(text, BPoint(kTextLeft, StripTextBottom(baseline)));
     strip.SetDrawingMode(B_OP_COPY);
 }
 

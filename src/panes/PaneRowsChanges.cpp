@@ -33,9 +33,9 @@ void PaneRows::SetSorting(const RowSorting& sorting)
     }
     fOrder.SetSorting(sorting);
     std::vector<DirListItem*> ordered;
-    ordered.reserve(static_cast<std::size_t>(CountRows()));
-    for (int32 i = 0; i < CountRows(); i++) {
-        ordered.push_back(RowAt(i));
+    ordered.reserve(static_cast<std::size_t>(fFilter.CountRows()));
+    for (int32 i = 0; i < fFilter.CountRows(); i++) {
+        ordered.push_back(fFilter.RowAt(i));
     }
     sorting.Sort(ordered);
     SetRows(ListOf(ordered), -1);
@@ -116,9 +116,10 @@ void PaneRows::EndChanges()
         }
         fListener.RowsLeave(leaving);
     }
+    const bool showsOthers = fFilter.IsOn() && JudgeAll(*changes);
     if (!fOrder.Sorting().IsListings()) {
-        MergeInOrder(*changes);
-    } else if (!changes->leavers.empty() || !changes->coming.empty()) {
+        MergeInOrder(*changes, showsOthers);
+    } else if (showsOthers || !changes->leavers.empty() || !changes->coming.empty()) {
         MergeInto(*changes);
     }
     RedrawSeen(changes->rebuilt);
@@ -126,7 +127,7 @@ void PaneRows::EndChanges()
 }
 
 /// Of these rows, those that are in sight.
-void PaneRows::RedrawSeen(const std::unordered_set<const DirListItem*>& rows)
+void PaneRows::RedrawSeen(const std::unordered_set<DirListItem*>& rows)
 {
     const BRect seen = fList.Bounds();
     const int32 first = rows.empty() ? -1 : fList.IndexOf(seen.LeftTop());
@@ -140,17 +141,39 @@ void PaneRows::RedrawSeen(const std::unordered_set<const DirListItem*>& rows)
     }
 }
 
+/// Judges the rows that come or have other names. False when none that is there was hidden or
+/// shown by that.
+bool PaneRows::JudgeAll(const Changes& changes)
+{
+    for (DirListItem* row : changes.coming) {
+        fFilter.Judge(row);
+    }
+    bool isAnyOther = false;
+    for (DirListItem* row : changes.rebuilt) {
+        isAnyOther = fFilter.Judge(row) || isAnyOther;
+    }
+    fMarkedChanges += isAnyOther ? 1 : 0;
+    return isAnyOther;
+}
+
+/// Whether a row that was selected goes, or is hidden: another one is to be.
+bool PaneRows::GoesFrom(const DirListItem* row, const Changes& changes) const
+{
+    return (changes.leavers.contains(row) || (fFilter.IsOn() && row->IsFilteredAway())) &&
+           row->IsSelected();
+}
+
 /// Brings the list up to date: leaves out what leaves, and puts each row that comes before the
 /// first row that is greater, as Insert() does.
 void PaneRows::MergeInto(const Changes& changes)
 {
     ComingRows coming(changes.coming, fOrder.Sorting());
-    BList rows(CountRows() + static_cast<int32>(changes.coming.size()) + 1);
+    BList rows(fFilter.CountRows() + static_cast<int32>(changes.coming.size()) + 1);
     int32 selected = -1;
-    for (int32 i = 0; i < CountRows(); i++) {
-        DirListItem* row = RowAt(i);
+    for (int32 i = 0; i < fFilter.CountRows(); i++) {
+        DirListItem* row = fFilter.RowAt(i);
+        selected = GoesFrom(row, changes) ? rows.CountItems() : selected;
         if (changes.leavers.contains(row)) {
-            selected = row->IsSelected() ? rows.CountItems() : selected;
             continue;
         }
         const bool isDisplaced = fOrder.IsDisplaced(row);
@@ -170,24 +193,24 @@ void PaneRows::MergeInto(const Changes& changes)
 
 /// The same where rows are sorted: what changed goes to its place like what comes, while all others
 /// are in theirs.
-void PaneRows::MergeInOrder(const Changes& changes)
+void PaneRows::MergeInOrder(const Changes& changes, bool showsOthers)
 {
-    if (changes.leavers.empty() && changes.coming.empty() && AreInPlace(changes.rebuilt)) {
+    if (!showsOthers && changes.leavers.empty() && changes.coming.empty() &&
+        AreInPlace(changes.rebuilt)) {
         return;
     }
     std::vector<DirListItem*> coming(changes.coming.begin(), changes.coming.end());
     std::vector<DirListItem*> kept;
-    kept.reserve(static_cast<std::size_t>(CountRows()));
-    const DirListItem* selected = nullptr; // one that leaves
+    kept.reserve(static_cast<std::size_t>(fFilter.CountRows()));
+    const DirListItem* selected = nullptr; // one that goes
     bool isFollowed = false;
-    for (int32 i = 0; i < CountRows(); i++) {
-        DirListItem* row = RowAt(i);
-        if (changes.leavers.contains(row)) {
-            selected = row->IsSelected() ? row : selected;
-        } else {
+    for (int32 i = 0; i < fFilter.CountRows(); i++) {
+        DirListItem* row = fFilter.RowAt(i);
+        selected = GoesFrom(row, changes) ? row : selected;
+        if (!changes.leavers.contains(row)) {
             const bool isMoved = changes.rebuilt.contains(row);
             (isMoved ? coming : kept).push_back(row);
-            isFollowed = isFollowed || (isMoved && IsFollowed(i));
+            isFollowed = isFollowed || (isMoved && IsFollowed(row));
         }
     }
     const auto isBefore = [this](const DirListItem* a, const DirListItem* b) {
@@ -214,21 +237,27 @@ void PaneRows::MergeInOrder(const Changes& changes)
 }
 
 /// Whether rows, a few, stand between their neighbours as the rows are sorted. Of many it says no.
-bool PaneRows::AreInPlace(const std::unordered_set<const DirListItem*>& rows) const
+bool PaneRows::AreInPlace(const std::unordered_set<DirListItem*>& rows) const
 {
     constexpr std::size_t kFew = 16;
     return rows.size() <= kFew && std::all_of(rows.begin(), rows.end(), [this](const auto* row) {
-               const int32 index = IndexOf(row);
+               const int32 index = fOrder.IndexOf(row);
                return index >= 0 && IsInPlace(index);
            });
 }
 
-/// `selected` is where a row was that was selected and left, or -1.
+/// All rows. `selected` is where among them a row was that was selected and left, or -1.
 void PaneRows::SetRows(const BList& rows, int32 selected)
 {
-    fList.SetItems(&rows);
+    if (fFilter.IsOn()) {
+        fFilter.SetRows(rows);
+        const BList shown = fFilter.Shown();
+        fList.SetItems(&shown);
+    } else {
+        fList.SetItems(&rows);
+    }
     if (selected >= 0 && CountRows() > 0) {
-        fList.Select(std::min(selected, CountRows() - 1));
+        fList.Select(std::min(fFilter.ShownBefore(selected), CountRows() - 1));
     }
 }
 

@@ -1,0 +1,209 @@
+#include "panes/FilterField.h"
+
+#include "MessageCodes.h"
+#include "panes/DirPane.h"
+#include "panes/NVHeader.h"
+
+#include <Font.h>
+#include <InterfaceDefs.h>
+#include <Message.h>
+#include <TextView.h>
+#include <ViewDescription.h>
+#include <Window.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace norvane {
+
+namespace {
+
+constexpr const char* kLabel = "Filter:";
+constexpr float kLabelLeft = 9; // where the strips' texts begin
+constexpr float kGap = 6;
+constexpr float kFieldTop = 2; // the field's frame, within the strip's
+constexpr float kTextMargin = 3;
+constexpr rgb_color kFilled = {255, 250, 205, 255}; // rows are missing: it is seen from afar
+constexpr rgb_color kEmpty = {255, 255, 255, 255};
+
+} // namespace
+
+/// The text in the strip.
+class FilterText : public BTextView
+{
+public:
+    FilterText(FilterOwner& owner, const std::string& text)
+        : BTextView(BRect(0, 0, 10, 10), "filter", BRect(), B_FOLLOW_LEFT | B_FOLLOW_TOP,
+                    B_WILL_DRAW | B_NAVIGABLE),
+          fOwner(owner)
+    {
+        SetSingleLine(true);
+        SetText(text.c_str());
+        fTold = text;
+        ShowWhetherFilled();
+    }
+
+    void KeyDown(const char* bytes, int32 byteCount) override
+    {
+        switch (byteCount == 1 ? bytes[0] : '\0') {
+        case B_ESCAPE:
+            fOwner.FilterCancelled();
+            break;
+        case B_ENTER:
+            Tell();
+            fOwner.FilterLeft();
+            break;
+        case B_UP_ARROW:
+        case B_DOWN_ARROW:
+        case B_PAGE_UP:
+        case B_PAGE_DOWN:
+        case B_INSERT:
+        case B_FUNCTION_KEY:
+            Tell();
+            fOwner.FilterPassesKey(bytes, byteCount);
+            break;
+        default:
+            fIsInKey = true;
+            BTextView::KeyDown(bytes, byteCount);
+            fIsInKey = false;
+            Tell();
+        }
+    }
+
+    void MessageReceived(BMessage* message) override
+    {
+        if (message->what == kFilterTyped) {
+            Tell();
+        } else {
+            BTextView::MessageReceived(message);
+        }
+    }
+
+    void MakeFocus(bool isFocused = true) override
+    {
+        BTextView::MakeFocus(isFocused);
+        if (auto* pane = dynamic_cast<DirPane*>(Parent() != nullptr ? Parent()->Parent() : nullptr)) {
+            pane->HightlighHeader(isFocused);
+        }
+    }
+
+protected:
+    void InsertText(const char* text, int32 length, int32 offset,
+                    const text_run_array* runs) override
+    {
+        BTextView::InsertText(text, length, offset, runs);
+        Changed();
+    }
+
+    void DeleteText(int32 start, int32 end) override
+    {
+        BTextView::DeleteText(start, end);
+        Changed();
+    }
+
+private:
+    /// What replaces a text takes it out first: the rows are looked through once, for the new one.
+    void Changed()
+    {
+        if (!fIsInKey && Looper() != nullptr) {
+            Looper()->PostMessage(kFilterTyped, this);
+        }
+    }
+
+    void Tell()
+    {
+        if (fTold != Text()) {
+            fTold = Text();
+            ShowWhetherFilled();
+            fOwner.FilterTyped(fTold);
+        }
+    }
+
+    void ShowWhetherFilled()
+    {
+        SetViewColor(fTold.empty() ? kEmpty : kFilled);
+        SetLowColor(fTold.empty() ? kEmpty : kFilled);
+        Invalidate();
+    }
+
+    FilterOwner& fOwner;
+    std::string fTold; // the text that the owner knows
+    bool fIsInKey = false;
+};
+
+FilterField::FilterField(FilterOwner& owner, const std::string& text)
+    : BView(BRect(0, 0, 10, 10), "Filter", B_FOLLOW_LEFT | B_FOLLOW_BOTTOM,
+            B_WILL_DRAW | B_FULL_UPDATE_ON_RESIZE | B_FRAME_EVENTS),
+      fText(new FilterText(owner, text))
+{
+    SetViewColor(DirPane::kBackground);
+    SetLowColor(DirPane::kBackground);
+    SetHighColor(DirPane::kFooterText);
+    AddChild(fText); // adopted
+}
+
+FilterField::~FilterField() = default;
+
+void FilterField::Describe(BViewDescription* description) const
+{
+    description->role = BViewDescription::Role::kStaticText;
+    description->name = kLabel;
+}
+
+void FilterField::Draw(BRect)
+{
+    DrawStrip(*this, kLabel, StripBaseline());
+    const BRect field = fText->Frame();
+    const rgb_color before = HighColor();
+    SetHighColor(DirPane::kBevel);
+    StrokeRect(field.InsetByCopy(-1, -1));
+    SetHighColor(before);
+}
+
+void FilterField::FrameResized(float, float)
+{
+    LayOut();
+}
+
+void FilterField::ResizeTo(float width, float height)
+{
+    BView::ResizeTo(width, height);
+    LayOut();
+}
+
+void FilterField::LayOut()
+{
+    const float left = std::ceil(kLabelLeft + StringWidth(kLabel) + kGap);
+    const BRect bounds = Bounds();
+    const float width = std::max(0.0f, bounds.Width() - left - kGap);
+    const float height = std::max(0.0f, bounds.Height() - 2 * kFieldTop - 2);
+    fText->MoveTo(left, kFieldTop + 1);
+    fText->ResizeTo(width, height);
+    const float spare = height + 1 - fText->LineHeight();
+    fText->SetTextRect(BRect(kTextMargin, std::floor(spare / 2),
+                             std::max(kTextMargin, width - kTextMargin), height));
+    Invalidate();
+}
+
+void FilterField::MouseDown(BPoint)
+{
+    Take();
+}
+
+void FilterField::Take()
+{
+    fText->MakeFocus(true);
+    fText->Select(fText->TextLength(), fText->TextLength());
+}
+
+bool FilterField::HasFocus() const
+{
+    return fText->IsFocus();
+}
+
+BTextView* FilterField::TextView() const
+{
+    return fText;
+}
+
+} // namespace norvane
