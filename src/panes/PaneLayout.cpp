@@ -35,7 +35,7 @@ PaneLayout LayOutPane(float width, float height, PaneStrips strips)
     layout.listPlace = BPoint(0, top);
     layout.listWidth = NotNegative(width - B_V_SCROLL_BAR_WIDTH - 1);
     layout.listHeight = NotNegative(bottom - top - B_H_SCROLL_BAR_HEIGHT - 1);
-    layout.filterPlace = BPoint(0, bottom);
+    layout.filterPlace = BPoint(0, bottom + 1);
     layout.filterWidth = NotNegative(width - 1);
     layout.filterHeight = kStripHeight;
     layout.footerPlace = BPoint(0, height - kFooterRoom);

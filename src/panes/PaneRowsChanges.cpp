@@ -141,8 +141,8 @@ void PaneRows::RedrawSeen(const std::unordered_set<DirListItem*>& rows)
     }
 }
 
-/// Judges the rows that come or have other names. False when none that is there was hidden or
-/// shown by that.
+/// Judges the rows that come or have other names. False when that is all the same for those that
+/// are there.
 bool PaneRows::JudgeAll(const Changes& changes)
 {
     for (DirListItem* row : changes.coming) {

@@ -45,7 +45,7 @@ std::vector<DirListItem*> RangeMarks::RowsOutside(int32 from, int32 to, int32 ot
 {
     std::vector<DirListItem*> rows;
     for (int32 index = from; index <= to; index++) {
-        if (index == otherFrom && otherTo >= otherFrom) {
+        if (index >= otherFrom && index <= otherTo) {
             index = otherTo; // past it at once: it may be long
         } else if (!fRows.RowAt(index)->IsParent()) {
             rows.push_back(fRows.RowAt(index));

@@ -158,9 +158,9 @@ uint8 RowFilter::LevelOf(const DirListItem& row) const
 
 bool RowFilter::Judge(DirListItem* row)
 {
-    const bool wasAway = row->IsFilteredAway();
+    const uint8 before = row->HiddenBy();
     Hide(row, LevelOf(*row));
-    return row->IsFilteredAway() != wasAway;
+    return row->HiddenBy() != before;
 }
 
 void RowFilter::Insert(int32 index, DirListItem* row)

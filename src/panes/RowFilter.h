@@ -49,7 +49,8 @@ public:
     void Clear();
     /// These are all rows now, each judged before.
     void SetRows(const BList& rows);
-    /// Says anew whether a row is shown, by its name. False when that stays.
+    /// Notes in a row whether it is shown, by its name. False when that stays as it was. Its place
+    /// learns of it by the functions around this one.
     bool Judge(DirListItem* row);
     void Insert(int32 index, DirListItem* row);
     void Remove(int32 index);

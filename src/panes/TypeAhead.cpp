@@ -39,6 +39,9 @@ int32 FindByFirstCharacter(const RowSequence& rows, const char* bytes, int32 byt
         return -1;
     }
     const uint32 typed = FoldedCase(FirstCharacter(bytes, byteCount));
+    if (IsStrayByte(typed)) {
+        return -1;
+    }
     const bool goesOn =
         selected >= 0 && selected < count - 1 && BeginsWith(*rows.RowAt(selected), typed);
     const int32 start = goesOn ? selected + 1 : 0;

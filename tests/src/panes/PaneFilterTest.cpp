@@ -179,7 +179,7 @@ TEST_F(PaneFilterTest, TheFieldCoversNoRow)
 TEST_F(PaneFilterTest, ANewFolderIsSeen)
 {
     Type('/');
-    Type('r');
+    Type('y');
     Type(B_ENTER);
     Locked([this] {
         fList->DoNewFolder();

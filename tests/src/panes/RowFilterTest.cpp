@@ -233,6 +233,26 @@ protected:
         }
     }
 
+    /// A place is found at the end, for what is there by then: so what goes goes first, and what
+    /// comes is renamed by nobody.
+    void ChangeMany()
+    {
+        const bool renames = !fExpected.empty() && Dice(2) == 0;
+        fRows->BeginChanges();
+        for (int i = Dice(4); i > 0; i--) {
+            if (!fExpected.empty()) {
+                Change(renames ? 3 : 2);
+            }
+        }
+        for (int i = renames ? 0 : Dice(4); i > 0; i--) {
+            const std::string name = RandomName();
+            if (fRows->FindRow(name.c_str()) == nullptr) {
+                Insert(name, Dice(4) == 0);
+            }
+        }
+        fRows->EndChanges();
+    }
+
     void Type()
     {
         switch (Dice(6)) {
@@ -321,13 +341,7 @@ protected:
         } else if (dice == 5 && fIsSorted) {
             fRows->SetSorting(Dice(2) == 0 ? RowSorting({{2, false}}) : RowSorting({{1, true}}));
         } else if (dice == 6) {
-            // One that comes and has another name by the end goes to that one's place: not mixed.
-            const bool renames = !fExpected.empty() && Dice(2) == 0;
-            fRows->BeginChanges();
-            for (int i = Dice(6); i >= 0; i--) {
-                Change(renames ? 3 : Dice(3));
-            }
-            fRows->EndChanges();
+            ChangeMany();
         } else {
             Change(Dice(4));
         }
