@@ -23,6 +23,7 @@ constexpr float kLabelLeft = 9; // where the strips' texts begin
 constexpr float kGap = 6;
 constexpr float kFieldTop = 2; // the field's frame, within the strip's
 constexpr float kTextMargin = 3;
+constexpr float kTextTop = 2; // in line with the label
 constexpr rgb_color kFilled = {255, 250, 205, 255}; // rows are missing: it is seen from afar
 constexpr rgb_color kEmpty = {255, 255, 255, 255};
 
@@ -179,9 +180,8 @@ void FilterField::LayOut()
     const float height = std::max(0.0f, bounds.Height() - 2 * kFieldTop - 2);
     fText->MoveTo(left, kFieldTop + 1);
     fText->ResizeTo(width, height);
-    const float spare = height + 1 - fText->LineHeight();
-    fText->SetTextRect(BRect(kTextMargin, std::floor(spare / 2),
-                             std::max(kTextMargin, width - kTextMargin), height));
+    fText->SetTextRect(
+        BRect(kTextMargin, kTextTop, std::max(kTextMargin, width - kTextMargin), height));
     Invalidate();
 }
 

@@ -184,7 +184,7 @@ void PatternWin::Answer()
 {
     if (NamePatterns(fField->Text()).IsEmpty()) {
         fLabel->SetHighColor(kWrong);
-        fLabel->Invalidate();
+        fLabel->SetText("Please type a pattern, such as *.txt");
         fField->MakeFocus(true);
         return;
     }

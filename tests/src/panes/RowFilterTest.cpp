@@ -149,6 +149,60 @@ TEST_F(RowFilterTest, StaysWhenThePlaceIsReadAgain)
     EXPECT_EQ(fRows->Totals().files, 2);
 }
 
+TEST_F(RowFilterTest, LooksAtTheNameAloneWhereAPathIsShown)
+{
+    Fill({}, {"apple", "cherry"});
+    BEntryRecord record;
+    record.mode = S_IFREG | 0644;
+    fRows->RebuildHit(Row("apple"), "apple", "/folder/banana/apple", record);
+    fRows->SetFilter("nan");
+    EXPECT_EQ(fRows->CountRows(), 1);
+    fRows->SetFilter("app");
+    EXPECT_EQ(Names(), ".. /folder/banana/apple ");
+}
+
+TEST_F(RowFilterTest, LooksAtTheNameOfAServersLink)
+{
+    ListedRows rows;
+    rows.files.push_back(std::make_unique<DirListItem>("link -> target", "1", "", "rwxrwxrwx"));
+    rows.files.back()->SetCommandName("link");
+    rows.files.push_back(std::make_unique<DirListItem>("unreadable line", "1", "", ""));
+    fRows->Fill(std::move(rows));
+    fRows->SetFilter("target");
+    EXPECT_EQ(fRows->CountRows(), 0);
+    fRows->SetFilter("lin");
+    EXPECT_EQ(fRows->CountRows(), 2);
+}
+
+TEST_F(RowFilterTest, OddNames)
+{
+    const std::string longName(255, 'l');
+    Fill({}, {"a\nb", "\xff\xfe", longName, "x\xe2\x80\xaey"});
+    fRows->SetFilter("l");
+    EXPECT_EQ(Names(), ".. " + longName + " ");
+    fRows->SetFilter("\xfe");
+    EXPECT_EQ(Names(), ".. \xff\xfe ");
+    fRows->SetFilter("\n");
+    EXPECT_EQ(Names(), ".. a\nb ");
+    fRows->SetFilter("\xe2\x80\xae");
+    EXPECT_EQ(Names(), ".. x\xe2\x80\xaey ");
+}
+
+TEST_F(RowFilterTest, KnowsMoreTextsThanItCanTellApart)
+{
+    Fill({}, {std::string(255, 'a'), "b"});
+    std::string text;
+    for (int i = 0; i < 255; i++) {
+        text += "a";
+        fRows->SetFilter(text);
+        ASSERT_EQ(fRows->CountRows(), 2) << i;
+    }
+    fRows->SetFilter(text + "a");
+    EXPECT_EQ(fRows->CountRows(), 1);
+    fRows->SetFilter("");
+    EXPECT_EQ(fRows->CountRows(), 3);
+}
+
 TEST_F(RowFilterTest, MarksOutOfSightTakeNoPart)
 {
     Fill({}, {"a1", "b2", "c1"});
