@@ -115,10 +115,9 @@ void DirPane::ResizeTo(float width, float height)
 
 void DirPane::LayOut(float width, float height)
 {
-    const PaneLayout layout =
-        LayOutPane(width, height,
-                   {fList->HeaderFlag(), fList->FooterFlag(), fFtpViews != nullptr,
-                    fFilter != nullptr});
+    const PaneLayout layout = LayOutPane(
+        width, height,
+        {fList->HeaderFlag(), fList->FooterFlag(), fFtpViews != nullptr, fFilter != nullptr});
     fHeader->ResizeTo(layout.headerWidth, layout.headerHeight);
     fScroller->MoveTo(layout.listPlace);
     fList->ResizeTo(layout.listWidth, layout.listHeight);

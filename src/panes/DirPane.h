@@ -1,6 +1,7 @@
 #pragma once
 
 #include "panes/FilterField.h"
+#include "panes/StripDrawing.h"
 
 #include <View.h>
 
@@ -24,12 +25,12 @@ class RowSource;
 class DirPane : public BView, private FilterOwner
 {
 public:
-    static constexpr rgb_color kBackground = {216, 216, 216, 255};
+    static constexpr rgb_color kBackground = kStripBackground;
     static constexpr rgb_color kBlack = {0, 0, 0, 255};
-    static constexpr rgb_color kWhite = {255, 255, 255, 255};
-    static constexpr rgb_color kBevel = {152, 152, 152, 255};
+    static constexpr rgb_color kWhite = kStripLight;
+    static constexpr rgb_color kBevel = kStripShadow;
     static constexpr rgb_color kSelection = {75, 96, 154, 255};
-    static constexpr rgb_color kFooterText = {78, 89, 126, 255};
+    static constexpr rgb_color kFooterText = kStripText;
 
     /// `path` null is "/"; `key` is the pane's digit, shown over the icon column.
     DirPane(BRect frame, const char* path, const char* name, const char* key);
@@ -85,6 +86,7 @@ public:
 private:
     // FilterOwner (PaneFilter.cpp)
     void FilterTyped(const std::string& text) override;
+    void FilterFocused(bool isFocused) override;
     void FilterLeft() override;
     void FilterCancelled() override;
     void FilterPassesKey(const char* bytes, int32 byteCount) override;

@@ -221,7 +221,9 @@ private:
     BView* fPane; // the parent, may be null
     PaneNotifier fNotifier;
     PaneRows fRows{*this, *this};
-    PaneMarks fMarks{fRows, [this] { NotifyParent(MSG_PANE_INFO); }};
+    PaneMarks fMarks{fRows, [this] {
+                         NotifyParent(MSG_PANE_INFO);
+                     }};
     PaneGestures fGestures{fRows, fMarks};
     PaneKeys fKeys{*this, fRows, fMarks, *this};
     RowRenaming fRename{*this, fRows};

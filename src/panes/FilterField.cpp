@@ -1,8 +1,7 @@
 #include "panes/FilterField.h"
 
 #include "MessageCodes.h"
-#include "panes/DirPane.h"
-#include "panes/NVHeader.h"
+#include "panes/StripDrawing.h"
 
 #include <Font.h>
 #include <InterfaceDefs.h>
@@ -23,7 +22,7 @@ constexpr float kLabelLeft = 9; // where the strips' texts begin
 constexpr float kGap = 6;
 constexpr float kFieldTop = 2; // the field's frame, within the strip's
 constexpr float kTextMargin = 3;
-constexpr float kTextTop = 2; // in line with the label
+constexpr float kTextTop = 2;                       // in line with the label
 constexpr rgb_color kFilled = {255, 250, 205, 255}; // rows are missing: it is seen from afar
 constexpr rgb_color kEmpty = {255, 255, 255, 255};
 
@@ -83,9 +82,7 @@ public:
     void MakeFocus(bool isFocused = true) override
     {
         BTextView::MakeFocus(isFocused);
-        if (auto* pane = dynamic_cast<DirPane*>(Parent() != nullptr ? Parent()->Parent() : nullptr)) {
-            pane->HightlighHeader(isFocused);
-        }
+        fOwner.FilterFocused(isFocused);
     }
 
 protected:
@@ -137,9 +134,9 @@ FilterField::FilterField(FilterOwner& owner, const std::string& text)
             B_WILL_DRAW | B_FULL_UPDATE_ON_RESIZE | B_FRAME_EVENTS),
       fText(new FilterText(owner, text))
 {
-    SetViewColor(DirPane::kBackground);
-    SetLowColor(DirPane::kBackground);
-    SetHighColor(DirPane::kFooterText);
+    SetViewColor(kStripBackground);
+    SetLowColor(kStripBackground);
+    SetHighColor(kStripText);
     AddChild(fText); // adopted
 }
 
@@ -156,7 +153,7 @@ void FilterField::Draw(BRect)
     DrawStrip(*this, kLabel, StripBaseline());
     const BRect field = fText->Frame();
     const rgb_color before = HighColor();
-    SetHighColor(DirPane::kBevel);
+    SetHighColor(kStripShadow);
     StrokeRect(field.InsetByCopy(-1, -1));
     SetHighColor(before);
 }

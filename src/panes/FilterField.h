@@ -18,6 +18,8 @@ public:
 
     /// Another text is in the field.
     virtual void FilterTyped(const std::string& text) = 0;
+    /// The text got the focus, or lost it.
+    virtual void FilterFocused(bool isFocused) = 0;
     /// The keys go to the list again; the filter stays.
     virtual void FilterLeft() = 0;
     /// The filter is to end. The field may be deleted in here.

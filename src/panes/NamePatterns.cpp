@@ -103,8 +103,7 @@ void NamePatterns::Add(const std::string& text)
         } else {
             at += at[0] == '\\' && at[1] != '\0' ? 1 : 0;
             token = {Kind::kCharacter, TakeCharacter(&at)};
-            token.character =
-                pattern.countsCase ? token.character : FoldedCase(token.character);
+            token.character = pattern.countsCase ? token.character : FoldedCase(token.character);
         }
         pattern.tokens.push_back(std::move(token));
     }

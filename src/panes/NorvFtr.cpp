@@ -2,7 +2,7 @@
 
 #include "clv/ListLock.h"
 #include "panes/DirPane.h"
-#include "panes/NVHeader.h"
+#include "panes/StripDrawing.h"
 
 #include <StatusBar.h>
 #include <ViewDescription.h>
@@ -16,7 +16,7 @@ namespace {
 constexpr float kBarHeight = 22;
 constexpr float kMarksMargin = 9; // as the text's at the other end
 constexpr float kMarksGap = 18;   // between the two
-constexpr float kBarTop = -14; // the bar's line of text is cut off by the footer's edge
+constexpr float kBarTop = -14;    // the bar's line of text is cut off by the footer's edge
 
 } // namespace
 

@@ -65,6 +65,11 @@ void DirPane::FilterTyped(const std::string& text)
     fList->SetFilter(text);
 }
 
+void DirPane::FilterFocused(bool isFocused)
+{
+    HightlighHeader(isFocused);
+}
+
 /// An empty field hides nothing: nobody wants it to stay.
 void DirPane::FilterLeft()
 {

@@ -74,8 +74,8 @@ KeyMeaning MoveMeaning(const KeyPress& key)
 
 KeyMeaning CharacterMeaning(const KeyPress& key)
 {
-    const bool isTyped = !IsWith(key, B_COMMAND_KEY | B_OPTION_KEY) &&
-                         IsTypeAheadKey(key.bytes, key.byteCount);
+    const bool isTyped =
+        !IsWith(key, B_COMMAND_KEY | B_OPTION_KEY) && IsTypeAheadKey(key.bytes, key.byteCount);
     return isTyped ? KeyMeaning{PaneCommand::kTypeAhead, true} : KeyMeaning{};
 }
 

@@ -112,8 +112,8 @@ void PatternWin::BuildContents(const std::string& text)
     background->SetLowColor(kGrey);
     AddChild(background); // adopted, as are those below
     const float right = Bounds().right - kMargin;
-    fLabel = new BStringView(BRect(kMargin, 2, right, 2 + kLineHeight), "PatternLabel",
-                             Question(fUse));
+    fLabel =
+        new BStringView(BRect(kMargin, 2, right, 2 + kLineHeight), "PatternLabel", Question(fUse));
     background->AddChild(fLabel);
     float top = kHintsTop;
     for (const char* hint : kHints) {

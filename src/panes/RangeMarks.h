@@ -34,8 +34,8 @@ private:
 
     PaneRows& fRows;
     PaneMarks& fMarks;
-    const DirListItem* fAnchor = nullptr; // null: there is no range
-    const DirListItem* fEnd = nullptr;    // where the cursor is
+    const DirListItem* fAnchor = nullptr;         // null: there is no range
+    const DirListItem* fEnd = nullptr;            // where the cursor is
     std::unordered_set<const DirListItem*> fKept; // were marked before
 };
 

@@ -153,8 +153,7 @@ TEST_F(PaneFilterTest, MarksOutOfSightAreToldAndLeftAlone)
     Type('r');
     EXPECT_TRUE(Becomes([this] { return Locked([this] { return fPane->Footer()->Marks(); }); },
                         "1 marked, 4 Bytes; 4 marked out of sight"));
-    const std::unique_ptr<BMessage> message(
-        Locked([this] { return fList->GetRefMsg(-1); }));
+    const std::unique_ptr<BMessage> message(Locked([this] { return fList->GetRefMsg(-1); }));
     entry_ref ref;
     ASSERT_EQ(message->FindRef("refs", 0, &ref), B_OK);
     EXPECT_STREQ(ref.name, "cherry");
