@@ -156,9 +156,7 @@ void PaneRows::Fill(ListedRows rows)
         for (std::unique_ptr<DirListItem>& row : *group) {
             if (row->IsParent() || !IsLeftOut(row->GetEntryName())) {
                 Note(row.get());
-                if (fFilter.IsOn()) {
-                    fFilter.Judge(row.get());
-                }
+                fFilter.Judge(row.get());
                 added.AddItem(row.release()); // ours, deleted by Clear()
             }
         }
@@ -210,8 +208,8 @@ void PaneRows::Insert(std::unique_ptr<DirListItem> row)
         fOrder.Displaced(row.get());
     }
     DirListItem* inserted = row.release(); // the same
+    fFilter.Judge(inserted);
     if (fFilter.IsOn()) {
-        fFilter.Judge(inserted);
         fFilter.Insert(place.index, inserted);
     }
     if (!inserted->IsFilteredAway()) {

@@ -45,7 +45,7 @@ public:
     /// Files that are not.
     const FolderTotals& HiddenTotals() const { return fHiddenTotals; }
 
-    // Changes of rows, while it is on
+    // Changes of rows; but for Judge() only while it is on
     void Clear();
     /// These are all rows now, each judged before.
     void SetRows(const BList& rows);
