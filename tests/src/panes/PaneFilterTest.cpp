@@ -4,6 +4,8 @@
 #include <InterfaceDefs.h>
 #include <TextView.h>
 
+#include <cstdio>
+
 namespace {
 
 using namespace norvane;
@@ -173,6 +175,23 @@ TEST_F(PaneFilterTest, TheFieldCoversNoRow)
     });
     Type(B_ESCAPE);
     EXPECT_EQ(Locked([this] { return fList->Frame().Height(); }), before);
+}
+
+TEST_F(PaneFilterTest, ARowThatIsRenamedGoesWithItsField)
+{
+    Type('/');
+    Type('r');
+    Type(B_ENTER);
+    Locked([this] {
+        fList->DoRename();
+        return 0;
+    });
+    fTree.Write("shown/drum", "");
+    ASSERT_TRUE(Becomes([this] { return Names(); }, ".. cherry drum "));
+    ASSERT_EQ(rename(fTree.Path("shown/cherry").c_str(), fTree.Path("shown/apricot").c_str()), 0);
+    ASSERT_EQ(rename(fTree.Path("shown/apricot").c_str(), fTree.Path("shown/lemon").c_str()), 0);
+    EXPECT_TRUE(Becomes([this] { return Names(); }, ".. drum "));
+    EXPECT_TRUE(kits::testing::WaitFor([this] { return ListHasFocus(); }));
 }
 
 TEST_F(PaneFilterTest, ANewFolderIsSeen)

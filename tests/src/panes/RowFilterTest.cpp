@@ -1,5 +1,8 @@
 #include "PaneRowsFixture.h"
+#include "panes/PaneGestures.h"
 #include "panes/PaneMarks.h"
+
+#include <InterfaceDefs.h>
 
 namespace {
 
@@ -198,6 +201,36 @@ TEST_F(RowFilterTest, KnowsMoreTextsThanItCanTellApart)
     EXPECT_EQ(fRows->CountRows(), 1);
     fRows->SetFilter("");
     EXPECT_EQ(fRows->CountRows(), 3);
+}
+
+TEST_F(RowFilterTest, StaysWhenRowsAreLeftOutAndLookedAtAgain)
+{
+    Fill({}, {".a1", ".b2", "c1", "d2", "e1"});
+    fRows->SetFilter("1");
+    Select(".a1");
+    fRows->SetLeavesOutDotNames(true);
+    EXPECT_EQ(Names(), ".. c1 e1 ");
+    EXPECT_EQ(Selected(), "c1");
+    ListedRows fresh;
+    for (const char* name : {"b1", "d2", "e1", "f2"}) {
+        fresh.files.push_back(Make(name, false, 50));
+    }
+    fRows->Become(std::move(fresh));
+    EXPECT_EQ(Names(), ".. b1 e1 ");
+    fRows->EndFilter();
+    EXPECT_EQ(Names(), ".. b1 d2 e1 f2 ");
+}
+
+TEST_F(RowFilterTest, AnAnchorOutOfSightMarksNothing)
+{
+    Fill({}, {"a1", "b2", "c1", "d1"});
+    PaneMarks marks(*fRows);
+    PaneGestures gestures(*fRows, marks);
+    gestures.Pressed(BPoint(0, 0), 2, B_COMMAND_KEY, B_PRIMARY_MOUSE_BUTTON);
+    fRows->SetFilter("1");
+    gestures.Pressed(BPoint(0, 0), 3, B_SHIFT_KEY, B_PRIMARY_MOUSE_BUTTON);
+    EXPECT_TRUE(marks.IsEmpty());
+    marks.ForgetAll();
 }
 
 TEST_F(RowFilterTest, MarksOutOfSightTakeNoPart)
