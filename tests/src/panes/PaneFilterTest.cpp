@@ -186,11 +186,13 @@ TEST_F(PaneFilterTest, ARowThatIsRenamedGoesWithItsField)
         fList->DoRename();
         return 0;
     });
+    ASSERT_FALSE(ListHasFocus());
     fTree.Write("shown/drum", "");
     ASSERT_TRUE(Becomes([this] { return Names(); }, ".. cherry drum "));
     ASSERT_EQ(rename(fTree.Path("shown/cherry").c_str(), fTree.Path("shown/apricot").c_str()), 0);
     ASSERT_EQ(rename(fTree.Path("shown/apricot").c_str(), fTree.Path("shown/lemon").c_str()), 0);
     EXPECT_TRUE(Becomes([this] { return Names(); }, ".. drum "));
+    EXPECT_EQ(Locked([this] { return fList->FindView("renamecontainer"); }), nullptr);
     EXPECT_TRUE(kits::testing::WaitFor([this] { return ListHasFocus(); }));
 }
 
