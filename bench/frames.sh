@@ -39,3 +39,39 @@ measure_frames() {
     done
     rm -rf "$folder" "$shm_play/folders"
 }
+
+# measure_text_frames: in a text of 100 MB that a viewer shows on the whole screen
+measure_text_frames() {
+    local folder=$shm_play/text round way milliseconds=2500 own
+    local -A ways=(
+        ["Page Down held"]="held Next"
+        ["Down held"]="held Down"
+        ["the wheel"]="wheel 400 500"
+    )
+    local -A frames=()
+    mkdir -p "$folder"
+    write_log "$folder/log"
+    stop_desktop
+    start_desktop 1920x1080 wm || return 1
+    settings "$folder" "$folder"
+    for round in $(seq "$rounds"); do
+        start_and_measure "$norvane"
+        key l F3
+        wait_for 5 window_focused log
+        xdotool windowsize --sync "$(window_id log)" 1900 1000
+        for way in "${!ways[@]}"; do
+            key Home
+            sleep 0.3
+            # shellcheck disable=SC2086
+            frames[$way]+="$("$tools/desk" frames log "$milliseconds" ${ways[$way]})"$'\n'
+        done
+        end_program
+    done
+    stop_desktop
+    start_desktop 1280x800 wm || return 1
+    for way in "Page Down held" "Down held" "the wheel"; do
+        mapfile -t own <<<"${frames[$way]%$'\n'}"
+        row "frames/s in a text: $way" "$(median own)" "$(spread own)" "" "" "" "" "60"
+    done
+    rm -rf "$folder"
+}

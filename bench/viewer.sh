@@ -1,15 +1,19 @@
 # shellcheck shell=bash disable=SC2154,SC2034 # bench/run has set what is used here
 # Sourced by bench/run: a large text and a large picture in a viewer.
 
-measure_viewer() {
-    local text=$shm_play/log said round first=() whole=() end=() wrapped=() grown=()
-    # 100 MB, a million lines
-    python3 - "$text" <<'TEXT'
+# write_log FILE: 100 MB, a million lines
+write_log() {
+    python3 - "$1" <<'TEXT'
 import sys
 with open(sys.argv[1], "w") as out:
     for line in range(1000000):
         out.write(f"2026-01-01 00:00:00 host service[{line:7d}]: a message of some length about nothing at all " + "x" * (line % 29) + "\n")
 TEXT
+}
+
+measure_viewer() {
+    local text=$shm_play/log said round first=() whole=() end=() wrapped=() grown=()
+    write_log "$text"
     for round in $(seq "$rounds"); do
         read -r -a said < <("$tools/viewer" "$text")
         first+=("${said[0]}")

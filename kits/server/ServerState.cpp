@@ -6,6 +6,7 @@
 #include "Surface.h"
 #include "WindowFlags.h"
 #include "X11Keyboard.h"
+#include "X11StartNotices.h"
 
 #include "app/LooperCore.h"
 #include "app/ProgramEnd.h"
@@ -50,6 +51,9 @@ ServerState::ServerState()
                              ? InputRouter::RepeatRule::kPressWithoutRelease
                              : InputRouter::RepeatRule::kTimestamps);
     x11::HearKeyboard();
+    if (CanGrabMouse()) {
+        StartNotices::Set(std::make_shared<X11StartNotices>());
+    }
     QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, qGuiApp,
                      [this](QWindow* window) { input.FocusChanged(window); });
     qGuiApp->installEventFilter(this);
@@ -61,6 +65,7 @@ ServerState::ServerState()
 
 ServerState::~ServerState()
 {
+    StartNotices::Set(nullptr);
     qGuiApp->removeEventFilter(this);
     qGuiApp->disconnect(qGuiApp);
     QAccessible::removeActivationObserver(this);
@@ -99,6 +104,11 @@ bool ServerState::eventFilter(QObject* watched, QEvent* event)
             ProgramEnd::Request();
         }
         return watched == qGuiApp;
+    case QEvent::KeyPress:
+    case QEvent::MouseButtonPress:
+        X11StartNotices::NoteInput(
+            static_cast<uint32>(static_cast<const QInputEvent*>(event)->timestamp()));
+        return false;
     default:
         return false;
     }

@@ -1,6 +1,7 @@
 #include "DesktopPrograms.h"
 
 #include "GioObjects.h"
+#include "LaunchContext.h"
 #include "OwnCommand.h"
 #include "PathLookup.h"
 #include "ProgramFile.h"
@@ -99,17 +100,6 @@ Object<GAppInfo> FindFileManager()
 
 // Starting
 
-/// The variables of the environment that programs get are this program's own, but for those that
-/// speak of its own start.
-Object<GAppLaunchContext> MakeContext()
-{
-    Object<GAppLaunchContext> context(g_app_launch_context_new());
-    for (const char* const* name = kVariablesOfOwnStart; *name != nullptr; ++name) {
-        g_app_launch_context_unsetenv(context.get(), *name);
-    }
-    return context;
-}
-
 /// The session's bus; null without one. Its end is not this program's.
 Object<GDBusConnection> SessionBus()
 {
@@ -167,8 +157,10 @@ status_t StartByBus(GAppInfo* program, const Addresses& files)
     GMainContext* loop = g_main_context_new();
     g_main_context_push_thread_default(loop);
     BusAnswer answer;
-    // Without a context, whose environment is nothing to what the bus starts.
-    g_app_info_launch_uris_async(program, files.List(), nullptr, nullptr, &TakeBusAnswer, &answer);
+    // The program is told of the notice; the environment is nothing to what the bus starts.
+    const Object<GAppLaunchContext> context = MakeLaunchContext();
+    g_app_info_launch_uris_async(program, files.List(), context.get(), nullptr, &TakeBusAnswer,
+                                 &answer);
     while (!answer.isThere) {
         g_main_context_iteration(loop, TRUE);
     }
@@ -204,7 +196,7 @@ status_t StartBySpawning(GDesktopAppInfo* program, const Addresses& files, team_
     if (file.empty() || !HasInterpreter(file)) {
         return B_LAUNCH_FAILED_APP_NOT_FOUND;
     }
-    const Object<GAppLaunchContext> context = MakeContext();
+    const Object<GAppLaunchContext> context = MakeLaunchContext();
     GError* error = nullptr;
     // The child that starts the program ends at once, so that nobody has to wait for the program's.
     if (g_desktop_app_info_launch_uris_as_manager(program, files.List(), context.get(),

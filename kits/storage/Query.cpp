@@ -286,6 +286,11 @@ void BQuery::Stop()
     }
 }
 
+int64 BQuery::CountVisited() const
+{
+    return fImpl->walk != nullptr ? fImpl->walk->CountVisited() : 0;
+}
+
 status_t BQuery::GetNextEntry(BEntry* entry, bool traverse)
 {
     if (entry == nullptr) {

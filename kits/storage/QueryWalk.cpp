@@ -24,6 +24,7 @@ constexpr int32 kMostThreads = 8;
 constexpr size_t kLongPath = 2048;
 constexpr bigtime_t kDeliverTime = 10'000;
 constexpr int32 kKeptOpen = 256;
+constexpr int64 kVisitsNoted = 64; // together
 
 } // namespace
 
@@ -52,6 +53,7 @@ public:
 private:
     void Read(const Folder& folder);
     void Visit(int descriptor, const FolderRecord& listed, const char* name);
+    void NoteVisits();
     void AfterFolder();
 
     QueryWalk& fWalk;
@@ -59,6 +61,7 @@ private:
     std::vector<Folder> fFolders; // to be read, the last one first
     std::deque<Hits> fFound;
     bigtime_t fDelivered = 0;
+    int64 fVisited = 0; // and not noted yet
     // Of the folder that is being read.
     std::vector<std::string> fNames;      // hits
     std::vector<std::string> fSubfolders; // their names
@@ -95,6 +98,9 @@ void QueryWalk::Worker::Read(const Folder& folder)
 
 void QueryWalk::Worker::Visit(int descriptor, const FolderRecord& listed, const char* name)
 {
+    if (++fVisited == kVisitsNoted) {
+        NoteVisits();
+    }
     BEntryRecord record;
     QueryPredicate::Entry entry{name, listed.kind == DT_DIR};
     const auto look = [&] {
@@ -118,8 +124,14 @@ void QueryWalk::Worker::Visit(int descriptor, const FolderRecord& listed, const 
     }
 }
 
+void QueryWalk::Worker::NoteVisits()
+{
+    fWalk.fVisited.fetch_add(std::exchange(fVisited, 0), std::memory_order_relaxed);
+}
+
 void QueryWalk::Worker::AfterFolder()
 {
+    NoteVisits();
     if (fFolders.size() > 1 && fWalk.fIdle.load(std::memory_order_relaxed) > 0) {
         fWalk.ShareFolders(&fFolders);
     }

@@ -41,6 +41,8 @@ public:
     bool GetNext(Hits* hits);
     /// Has the threads end soon; GetNext() says false from now on.
     void Cancel();
+    /// How many entries were looked at so far. More often than not a few more were.
+    int64 CountVisited() const { return fVisited.load(std::memory_order_relaxed); }
     bool IsCancelled() const { return fIsCancelled.load(std::memory_order_relaxed); }
 
     /// For Start() alone.
@@ -72,6 +74,7 @@ private:
     std::atomic<bool> fIsCancelled{false};
     std::atomic<int32> fIdle{0}; // threads without a folder, written under the lock
     std::atomic<int32> fFoldersWithHits{0};
+    std::atomic<int64> fVisited{0};
 
     Mutex fMutex;
     Condition fFoldersCame;

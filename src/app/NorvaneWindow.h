@@ -94,6 +94,7 @@ private:
     void PreferencesSaved(const BMessage& notice);
     void GetPreferences();
     void SetTo(const Preferences& preferences);
+    void SortPanes(const Preferences& preferences);
     void CheckPlaces();
     // Other programs and add-ons (WindowPrograms.cpp)
     void SetupTerminal();

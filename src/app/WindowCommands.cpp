@@ -1,3 +1,4 @@
+#include "HelperThreads.h"
 #include "MessageCodes.h"
 #include "app/NorvaneWindow.h"
 #include "fileops/windows/CopyWin.h"
@@ -26,6 +27,7 @@
 #include <Path.h>
 #include <StorageDefs.h>
 
+#include <atomic>
 #include <cstring>
 #include <optional>
 
@@ -323,10 +325,39 @@ void NorvaneWindow::GetPreferences()
 
 void NorvaneWindow::SetTo(const Preferences& preferences)
 {
+    SortPanes(preferences);
     for (int32 index = 0; index < CountPanes(); index++) {
         DirView* list = PaneAt(index)->GetDirView();
         list->Apply(preferences);
         PaneAt(index)->ShowStrips();
+    }
+}
+
+/// As these preferences will have them; long lists are sorted side by side.
+void NorvaneWindow::SortPanes(const Preferences& preferences)
+{
+    constexpr size_t kLong = 5000;
+    std::vector<RowsToSort> panes;
+    size_t countLong = 0;
+    for (int32 index = 0; index < CountPanes(); index++) {
+        panes.push_back(PaneAt(index)->GetDirView()->ToSort(preferences));
+        countLong += panes.back().rows.size() >= kLong ? 1 : 0;
+    }
+    std::atomic<size_t> next{0};
+    const auto sortNext = [&panes, &next] {
+        const size_t pane = next.fetch_add(1);
+        if (pane < panes.size()) {
+            panes[pane].sorting.Sort(panes[pane].rows);
+        }
+        return pane < panes.size();
+    };
+    {
+        const HelperThreads helpers("sorting", HelperThreads::CountFor(countLong), sortNext);
+        while (sortNext()) {
+        }
+    }
+    for (int32 index = 0; index < CountPanes(); index++) {
+        PaneAt(index)->GetDirView()->TakeSorted(panes[static_cast<size_t>(index)]);
     }
 }
 

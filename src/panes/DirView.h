@@ -143,7 +143,7 @@ public:
     bool IsFiltered() const { return fRows.IsFiltered(); }
     const std::string& FilterText() const { return fRows.FilterText(); }
 
-    // Columns and preferences
+    // Columns and preferences (DirViewColumns.cpp)
     int ColumnWidth(int32 index) const;
     void SetColumnWidth(int32 index, int width);
     /// Reads them from the settings.
@@ -152,6 +152,10 @@ public:
     /// The same for a list that shows something: has it drawn anew, and read again unless nothing
     /// but extras changed that leave all rows there.
     void Apply(const Preferences& preferences);
+    /// The rows, when these preferences will have them sorted by columns; none when they are so
+    /// already. Once they are, TakeSorted() shows them.
+    RowsToSort ToSort(const Preferences& preferences) const;
+    void TakeSorted(const RowsToSort& sorted) { fRows.TakeSorted(sorted); }
     void TakeFontSize(float size);
     void SetDateFormat(const char* pattern);
     void SetProgressFlag(bool isOn) { fNotifier.SetShowsProgress(isOn); }
@@ -188,7 +192,7 @@ private:
     void LookedAgain() override;
     void NoFolder(const entry_ref& link) override;
 
-    RowSorting SortingChosen() const;
+    RowSorting SortingChosen(const Preferences& preferences) const;
     void SortingChanged();
     void ShowFilterField();
     bool RefusesToView();

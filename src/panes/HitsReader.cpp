@@ -1,9 +1,9 @@
 #include "panes/HitsReader.h"
 
+#include "HelperThreads.h"
 #include "panes/DatePattern.h"
 #include "panes/LinkTargets.h"
 
-#include <OS.h>
 #include <Path.h>
 
 #include <algorithm>
@@ -11,7 +11,6 @@
 #include <iterator>
 #include <span>
 #include <sys/stat.h>
-#include <thread>
 #include <utility>
 
 namespace norvane {
@@ -19,7 +18,6 @@ namespace norvane {
 namespace {
 
 constexpr size_t kChunkHits = 512;
-constexpr size_t kMostThreads = 8;
 // Watching a folder reads its names; hits may lie in as many folders as there are.
 constexpr size_t kMostWatched = 256;
 
@@ -152,28 +150,14 @@ status_t HitsReader::Read(Notes& notes, ListedRows* rows)
     const DatePattern& dates = DatePattern::For(fDateFormat);
     const auto count = static_cast<int32>(fHits.size());
     Work work(*this, dates);
-    const auto help = [](void* shared) -> status_t {
-        while (static_cast<Work*>(shared)->ReadNext()) {
-        }
-        return B_OK;
-    };
-    const size_t threads = std::min<size_t>(
-        {kMostThreads, std::max(1u, std::thread::hardware_concurrency()), work.chunks.size()});
-    std::vector<thread_id> helpers;
-    for (size_t helper = 1; helper < threads; ++helper) {
-        const thread_id thread = spawn_thread(help, "hits reader", B_NORMAL_PRIORITY, &work);
-        if (thread >= B_OK && resume_thread(thread) == B_OK) {
-            helpers.push_back(thread);
-        }
-    }
     bool isWanted = notes.Note(count, 0);
-    while (isWanted && work.ReadNext()) {
-        isWanted = notes.Note(count, work.CountRead());
-    }
-    work.Stop();
-    for (const thread_id helper : helpers) {
-        status_t result = B_OK;
-        wait_for_thread(helper, &result);
+    {
+        const HelperThreads helpers("hits reader", HelperThreads::CountFor(work.chunks.size()),
+                                    [&work] { return work.ReadNext(); });
+        while (isWanted && work.ReadNext()) {
+            isWanted = notes.Note(count, work.CountRead());
+        }
+        work.Stop();
     }
     if (!isWanted) {
         return B_CANCELED;

@@ -73,6 +73,10 @@ public:
 
     /// Puts all rows into an order, and keeps them so.
     void SetSorting(const RowSorting& sorting);
+    /// The same in steps, as another thread may sort: all rows, none when they are in that order.
+    RowsToSort ToSort(const RowSorting& sorting) const;
+    /// Shows them in the order that they have now; does nothing when there are none.
+    void TakeSorted(const RowsToSort& sorted);
     const RowSorting& Sorting() const { return fOrder.Sorting(); }
 
     // The filter (PaneRowsFilter.cpp)

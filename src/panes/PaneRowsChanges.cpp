@@ -31,14 +31,31 @@ void PaneRows::SetSorting(const RowSorting& sorting)
     if (sorting == fOrder.Sorting()) {
         return;
     }
+    RowsToSort rows = ToSort(sorting);
+    sorting.Sort(rows.rows);
     fOrder.SetSorting(sorting);
-    std::vector<DirListItem*> ordered;
-    ordered.reserve(static_cast<std::size_t>(fFilter.CountRows()));
-    for (int32 i = 0; i < fFilter.CountRows(); i++) {
-        ordered.push_back(fFilter.RowAt(i));
+    TakeSorted(rows);
+}
+
+RowsToSort PaneRows::ToSort(const RowSorting& sorting) const
+{
+    RowsToSort all{sorting, {}};
+    if (sorting != fOrder.Sorting()) {
+        all.rows.reserve(static_cast<std::size_t>(fFilter.CountRows()));
+        for (int32 i = 0; i < fFilter.CountRows(); i++) {
+            all.rows.push_back(fFilter.RowAt(i));
+        }
     }
-    sorting.Sort(ordered);
-    SetRows(ListOf(ordered), -1);
+    return all;
+}
+
+void PaneRows::TakeSorted(const RowsToSort& sorted)
+{
+    if (sorted.rows.empty()) {
+        return;
+    }
+    fOrder.SetSorting(sorted.sorting);
+    SetRows(ListOf(sorted.rows), -1);
     fListener.RowsChanged();
 }
 

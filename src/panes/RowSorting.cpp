@@ -65,6 +65,73 @@ int CompareColumn(const DirListItem& a, const DirListItem& b, int32 column)
     return column == kDateColumn ? Order(a.Modified(), b.Modified()) : Order(a.Mode(), b.Mode());
 }
 
+/// A row with what says at a glance which of two comes first, most times.
+struct RankedRow
+{
+    uint64 first = 0;
+    uint32 rank = 0; // of its name
+    DirListItem* row = nullptr;
+};
+
+constexpr int kGroupShift = 62;
+constexpr uint64 kBelowGroup = (uint64{1} << kGroupShift) - 1;
+
+/// A number as one that is not negative and leaves room for more; those far out count as one.
+uint64 Lifted(int64 value)
+{
+    constexpr int64 kFarOut = int64{1} << 59;
+    return static_cast<uint64>(std::clamp(value, -kFarOut, kFarOut) + kFarOut);
+}
+
+/// Where the first column puts a row.
+uint64 FirstOrder(const DirListItem& row, const RowSorting::Key& key, uint32 rank)
+{
+    uint64 order = 0; // rows without a node, which come before those that have one
+    if (key.column == kNameColumn) {
+        order = rank;
+    } else if (key.column == kSizeColumn) {
+        order = Lifted(row.SizeShown());
+    } else if (row.HasNode()) {
+        const int64 value = key.column == kDateColumn ? row.Modified() : row.Mode();
+        order = (uint64{1} << 61) | Lifted(value);
+    }
+    const auto group = static_cast<uint64>(GroupOf(row));
+    return group << kGroupShift | (key.isDescending ? kBelowGroup - order : order);
+}
+
+uint64 GroupIn(const RankedRow& row)
+{
+    return row.first >> kGroupShift;
+}
+
+/// Rows by their groups and names, upwards or as a first column says that is the name's.
+std::vector<RankedRow> RankedByName(const std::vector<DirListItem*>& rows,
+                                    const RowSorting::Key& first)
+{
+    std::vector<const char*> names;
+    names.reserve(rows.size());
+    for (const DirListItem* row : rows) {
+        names.push_back(row->GetEntryName());
+    }
+    const std::vector<uint32> ranks = NameCollator().Ranks(names);
+    std::vector<uint32> taken(rows.size()); // of the places from a rank on
+    std::vector<RankedRow> ranked(rows.size());
+    for (size_t i = 0; i < rows.size(); ++i) {
+        const uint32 rank = ranks[i];
+        ranked[rank + taken[rank]++] = {FirstOrder(*rows[i], first, rank), rank, rows[i]};
+    }
+    if (first.column == kNameColumn && first.isDescending) {
+        std::reverse(ranked.begin(), ranked.end());
+    }
+    const auto isInOrder = [](const RankedRow& a, const RankedRow& b) {
+        return GroupIn(a) < GroupIn(b);
+    };
+    if (!std::is_sorted(ranked.begin(), ranked.end(), isInOrder)) {
+        std::stable_sort(ranked.begin(), ranked.end(), isInOrder);
+    }
+    return ranked;
+}
+
 } // namespace
 
 /// `names` is the order of the two names.
@@ -98,27 +165,20 @@ void RowSorting::Sort(std::vector<DirListItem*>& rows) const
         });
         return;
     }
-    std::vector<const char*> names;
-    names.reserve(rows.size());
-    for (const DirListItem* row : rows) {
-        names.push_back(row->GetEntryName());
-    }
-    const std::vector<uint32> ranks = NameCollator().Ranks(names);
-    std::vector<std::pair<uint32, DirListItem*>> ranked;
-    ranked.reserve(rows.size());
-    for (size_t i = 0; i < rows.size(); ++i) {
-        ranked.emplace_back(ranks[i], rows[i]);
-    }
-    std::sort(ranked.begin(), ranked.end(), [this](const auto& a, const auto& b) {
-        const int groups = GroupOf(*a.second) - GroupOf(*b.second);
-        if (groups != 0) {
-            return groups < 0;
+    std::vector<RankedRow> ranked = RankedByName(rows, fKeys.front());
+    const auto isBefore = [this](const RankedRow& a, const RankedRow& b) {
+        if (a.first != b.first) {
+            return a.first < b.first;
         }
-        const int columns = CompareColumns(*a.second, *b.second, Order(a.first, b.first));
-        return columns != 0 ? columns < 0 : CompareBytes(*a.second, *b.second) < 0;
-    });
+        const int columns = CompareColumns(*a.row, *b.row, Order(a.rank, b.rank));
+        return columns != 0 ? columns < 0 : CompareBytes(*a.row, *b.row) < 0;
+    };
+    // By names alone they are, but for names that count as one.
+    if (!std::is_sorted(ranked.begin(), ranked.end(), isBefore)) {
+        std::sort(ranked.begin(), ranked.end(), isBefore);
+    }
     std::transform(ranked.begin(), ranked.end(), rows.begin(),
-                   [](const auto& row) { return row.second; });
+                   [](const RankedRow& row) { return row.row; });
 }
 
 void RowSorting::Sort(std::vector<std::unique_ptr<DirListItem>>& rows) const

@@ -45,4 +45,11 @@ private:
     std::vector<Key> fKeys;
 };
 
+/// Rows that are to be put into an order, lent: nobody may change the list meanwhile.
+struct RowsToSort
+{
+    RowSorting sorting;
+    std::vector<DirListItem*> rows;
+};
+
 } // namespace norvane

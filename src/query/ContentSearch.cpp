@@ -17,8 +17,9 @@ constexpr size_t kPiecesPerRead = 25;
 
 } // namespace
 
-ContentSearch::ContentSearch(std::string text, const std::atomic<bool>& isCancelled)
-    : fText(std::move(text)), fIsCancelled(isCancelled),
+ContentSearch::ContentSearch(std::string text, const std::atomic<bool>& isCancelled,
+                             std::atomic<int64>& pieces)
+    : fText(std::move(text)), fIsCancelled(isCancelled), fPieces(pieces),
       fPieceBytes(std::max(kLeastPieceBytes, 2 * fText.size())),
       fOverlap(fText.empty() ? 0 : fText.size() - 1),
       fReadBytes(kPiecesPerRead * (fPieceBytes - fOverlap) + fOverlap),
@@ -46,6 +47,7 @@ ContentSearch::Result ContentSearch::Look(const entry_ref& file)
         if (length < 0) {
             return Result::kUnreadable;
         }
+        fPieces.fetch_add(1, std::memory_order_relaxed);
         if (HasText({fBuffer.get(), static_cast<size_t>(length)})) {
             return Result::kFound;
         }

@@ -18,8 +18,10 @@ class ContentSearch
 public:
     enum class Result : uint8 { kFound, kNotFound, kUnreadable };
 
-    /// Gives up with kNotFound once `isCancelled`, borrowed, is true.
-    ContentSearch(std::string text, const std::atomic<bool>& isCancelled);
+    /// Gives up with kNotFound once `isCancelled` is true, and counts `pieces` as it reads; both
+    /// borrowed.
+    ContentSearch(std::string text, const std::atomic<bool>& isCancelled,
+                  std::atomic<int64>& pieces);
 
     /// Regular files alone are opened: all else does not hold the text, nor what is gone by now.
     Result Look(const entry_ref& file);
@@ -29,6 +31,7 @@ private:
 
     const std::string fText;
     const std::atomic<bool>& fIsCancelled;
+    std::atomic<int64>& fPieces;
     const size_t fPieceBytes;
     const size_t fOverlap;
     const size_t fReadBytes; // of one call: some pieces

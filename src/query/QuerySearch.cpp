@@ -2,43 +2,20 @@
 
 #include "DetachedThread.h"
 #include "MessageCodes.h"
-#include "query/ContentSearch.h"
+#include "query/VolumeSearch.h"
 
 #include <Message.h>
 #include <OS.h>
-#include <Path.h>
-#include <Query.h>
+#include <StorageDefs.h>
 #include <Volume.h>
 #include <VolumeRoster.h>
 
-#include <algorithm>
 #include <atomic>
-#include <functional>
 #include <iterator>
 #include <mutex>
-#include <thread>
 #include <utility>
 
 namespace norvane {
-
-namespace {
-
-constexpr size_t kMostReaders = 8;
-
-size_t CountReaders()
-{
-    return std::min<size_t>(std::max(1u, std::thread::hardware_concurrency()), kMostReaders);
-}
-
-using Reading = std::function<void()>;
-
-status_t RunReading(void* reading)
-{
-    (*static_cast<const Reading*>(reading))();
-    return B_OK;
-}
-
-} // namespace
 
 /// What the owner and the threads share.
 class QuerySearch::Work
@@ -50,27 +27,24 @@ public:
     void Tell();
     void Cancel();
 
-    Counts Look() const;
+    SearchCounts Look() const;
     std::string TakeUnreadable();
+    std::vector<std::string> TakeSilent();
     std::vector<entry_ref> TakeHits();
 
 private:
     void Search(const BVolume& volume);
-    void TakeAll(BQuery& query);
-    void ReadAll(BQuery& query);
-    bool GetNext(BQuery& query, entry_ref* hit);
+    void Collect(VolumeSearch& search);
 
     const Order fOrder;
     std::atomic<bool> fIsCancelled{false};
-    std::atomic<int32> fExamined{0};
-    std::atomic<int32> fFound{0};
-    std::atomic<int32> fUnreadable{0};
 
-    std::mutex fFetching;     // held while the next hit is waited for
-    std::mutex fMutex;        // guards all below
-    BQuery* fQuery = nullptr; // the one that runs
+    mutable std::mutex fMutex;             // guards all below
+    std::shared_ptr<VolumeSearch> fSearch; // that runs
+    SearchCounts fCounts;                  // of those that ran before
     std::vector<entry_ref> fHits;
-    std::string fUnreadablePath; // of the first one
+    std::string fUnreadable; // the path of the first one
+    std::vector<std::string> fSilent;
 };
 
 void QuerySearch::Work::Do()
@@ -97,80 +71,39 @@ void QuerySearch::Work::Tell()
 
 void QuerySearch::Work::Search(const BVolume& volume)
 {
-    BQuery query;
-    if (query.SetVolume(&volume) != B_OK || query.SetPredicate(fOrder.predicate.c_str()) != B_OK ||
-        query.Fetch() != B_OK) {
-        return;
-    }
+    const auto search = std::make_shared<VolumeSearch>(fOrder.predicate, fOrder.text, volume);
     {
         const std::lock_guard lock(fMutex);
-        fQuery = &query;
+        fSearch = search;
     }
     if (fIsCancelled) { // before it could be seen
-        query.Stop();
+        return;
     }
-    if (fOrder.text.has_value()) {
-        ReadAll(query);
-    } else {
-        TakeAll(query);
+    if (!StartDetached("query volume", B_NORMAL_PRIORITY, [search] { search->Do(); })) {
+        search->Do();
     }
-    const std::lock_guard lock(fMutex);
-    fQuery = nullptr;
+    const bool hasAnswered = search->WaitForEnd(fOrder.patience);
+    if (!hasAnswered) {
+        search->Cancel();
+        char name[B_FILE_NAME_LENGTH] = "";
+        volume.GetName(name);
+        const std::lock_guard lock(fMutex);
+        fSilent.emplace_back(name);
+    }
+    Collect(*search);
 }
 
-void QuerySearch::Work::TakeAll(BQuery& query)
+void QuerySearch::Work::Collect(VolumeSearch& search)
 {
-    std::vector<entry_ref> hits;
-    entry_ref hit;
-    while (query.GetNextRef(&hit) == B_OK) {
-        hits.push_back(std::move(hit));
-        fFound.fetch_add(1, std::memory_order_relaxed);
-    }
     const std::lock_guard lock(fMutex);
+    fSearch = nullptr;
+    std::vector<entry_ref> hits = search.TakeHits();
+    fCounts += search.Look();
     fHits.insert(fHits.end(), std::make_move_iterator(hits.begin()),
                  std::make_move_iterator(hits.end()));
-}
-
-bool QuerySearch::Work::GetNext(BQuery& query, entry_ref* hit)
-{
-    const std::lock_guard lock(fFetching);
-    return !fIsCancelled && query.GetNextRef(hit) == B_OK;
-}
-
-/// Has the files read by several threads, this one among them, and waits for all.
-void QuerySearch::Work::ReadAll(BQuery& query)
-{
-    Reading read = [this, &query] {
-        ContentSearch search(*fOrder.text, fIsCancelled);
-        entry_ref hit;
-        while (GetNext(query, &hit)) {
-            const ContentSearch::Result result = search.Look(hit);
-            fExamined.fetch_add(1, std::memory_order_relaxed);
-            if (result == ContentSearch::Result::kNotFound) {
-                continue;
-            }
-            const std::lock_guard lock(fMutex);
-            if (result == ContentSearch::Result::kFound) {
-                fHits.push_back(hit);
-                ++fFound;
-            } else if (fUnreadable++ == 0) {
-                BPath path(&hit);
-                fUnreadablePath = path.InitCheck() == B_OK ? path.Path() : hit.name;
-            }
-        }
-    };
-    std::vector<thread_id> readers;
-    for (size_t reader = 1; reader < CountReaders(); ++reader) {
-        const thread_id thread =
-            spawn_thread(&RunReading, "query reader", B_NORMAL_PRIORITY, &read);
-        if (thread >= B_OK && resume_thread(thread) == B_OK) {
-            readers.push_back(thread);
-        }
-    }
-    read();
-    for (const thread_id reader : readers) {
-        status_t result = B_OK;
-        wait_for_thread(reader, &result);
+    const std::string unreadable = search.TakeUnreadable();
+    if (fUnreadable.empty()) {
+        fUnreadable = unreadable;
     }
 }
 
@@ -178,20 +111,31 @@ void QuerySearch::Work::Cancel()
 {
     fIsCancelled = true;
     const std::lock_guard lock(fMutex);
-    if (fQuery != nullptr) {
-        fQuery->Stop();
+    if (fSearch != nullptr) {
+        fSearch->Cancel();
     }
 }
 
-QuerySearch::Counts QuerySearch::Work::Look() const
+SearchCounts QuerySearch::Work::Look() const
 {
-    return {fExamined, fFound, fUnreadable};
+    const std::lock_guard lock(fMutex);
+    SearchCounts counts = fCounts;
+    if (fSearch != nullptr) {
+        counts += fSearch->Look();
+    }
+    return counts;
 }
 
 std::string QuerySearch::Work::TakeUnreadable()
 {
     const std::lock_guard lock(fMutex);
-    return std::exchange(fUnreadablePath, {});
+    return std::exchange(fUnreadable, {});
+}
+
+std::vector<std::string> QuerySearch::Work::TakeSilent()
+{
+    const std::lock_guard lock(fMutex);
+    return std::exchange(fSilent, {});
 }
 
 std::vector<entry_ref> QuerySearch::Work::TakeHits()
@@ -212,7 +156,7 @@ QuerySearch::~QuerySearch()
     fWork->Cancel();
 }
 
-QuerySearch::Counts QuerySearch::Look() const
+SearchCounts QuerySearch::Look() const
 {
     return fWork->Look();
 }
@@ -220,6 +164,11 @@ QuerySearch::Counts QuerySearch::Look() const
 std::string QuerySearch::TakeUnreadable()
 {
     return fWork->TakeUnreadable();
+}
+
+std::vector<std::string> QuerySearch::TakeSilent()
+{
+    return fWork->TakeSilent();
 }
 
 std::vector<entry_ref> QuerySearch::TakeHits()

@@ -204,6 +204,9 @@ void QueryWindow::SearchEnded(const BMessage& message)
     SetTitle(title.c_str());
     fInvoker.Invoke(&results);
     TellUnreadable(ended->TakeUnreadable());
+    for (const std::string& volume : ended->TakeSilent()) {
+        MsgBox(("The volume, " + volume + ", does not answer.").c_str(), B_INFO_ALERT);
+    }
 }
 
 void QueryWindow::ShowCounts()
@@ -211,7 +214,7 @@ void QueryWindow::ShowCounts()
     if (fSearch == nullptr) {
         return;
     }
-    const QuerySearch::Counts counts = fSearch->Look();
+    const SearchCounts counts = fSearch->Look();
     std::string title = kTitle;
     title.append(" - ").append(Grouped(counts.found)).append(" found");
     if (counts.examined > 0) {

@@ -13,6 +13,7 @@ program() {
         >"$XDG_DATA_DIRS/applications/$1.desktop"
 }
 program text "$recorder text %f"
+echo "StartupNotify=true" >>"$XDG_DATA_DIRS/applications/text.desktop"
 program folders "$recorder folders %u"
 program own "$(realpath "$norvane") %F"
 program missing "/no/such/program %f"
@@ -74,8 +75,18 @@ start_desktop 1280x800 wm || fail "no desktop"
 write_settings "$base/left" "$base/right"
 start_norvane
 
+# The desktop hears of it before, and the program is told which start it is and when it was asked for.
 what="Enter"
+xev -root -event property >"$base/notices" &
+xev_pid=$!
+listens() { xprop -root -f LISTENS 8s -set LISTENS 1 && grep -q LISTENS "$base/notices"; }
+expect "nobody listens" listens
 key a Return
+expect "no program was started" counts 1
+kill $xev_pid
+start=$(fact variable | sed -n 's/^DESKTOP_STARTUP_ID=//p')
+[[ $start =~ ^norvane-$program_pid-0-.*_TIME[1-9][0-9]*$ ]] || fail "the program knows of its start: $start"
+grep -q _NET_STARTUP_INFO_BEGIN "$base/notices" || fail "the desktop heard nothing"
 started text "$base/left/a plain one.txt"
 what="a line break"
 key b Return

@@ -22,9 +22,16 @@ namespace {
 
 constexpr long kPause = 5'000'000; // nanoseconds
 
-long Raw(long number, long a = 0, long b = 0, long c = 0, long d = 0, long e = 0)
+template<typename Function>
+Function Real(const char* name)
 {
-    return syscall(number, a, b, c, d, e);
+    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+
+long Raw(long number, long a = 0, long b = 0, long c = 0, long d = 0, long e = 0, long f = 0)
+{
+    static const auto call = Real<long (*)(long, ...)>("syscall");
+    return call(number, a, b, c, d, e, f);
 }
 
 long Number(const void* pointer)
@@ -84,12 +91,6 @@ void MayHang(int folder, const char* name, bool followsLinks = true)
     errno = error;
 }
 
-template<typename Function>
-Function Real(const char* name)
-{
-    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
-}
-
 int Open(int folder, const char* path, int flags, mode_t mode)
 {
     if (!LiesThere(path) && path[0] == '/' && std::strncmp(path, "/proc", 5) == 0) {
@@ -140,6 +141,24 @@ EXPORTED int openat64(int folder, const char* path, int flags, ...)
     const mode_t mode = ModeOf(flags, arguments);
     va_end(arguments);
     return Open(folder, path, flags, mode);
+}
+
+// What the system's library has no call of its own for.
+EXPORTED long syscall(long number, ...) noexcept
+{
+    va_list arguments;
+    va_start(arguments, number);
+    long given[6];
+    for (long& argument : given) {
+        argument = va_arg(arguments, long);
+    }
+    va_end(arguments);
+    if (number == SYS_openat2) {
+        MayHang(static_cast<int>(given[0]), reinterpret_cast<const char*>(given[1]), false);
+    } else if (number == SYS_getdents64) {
+        MayHang(static_cast<int>(given[0]), nullptr);
+    }
+    return Raw(number, given[0], given[1], given[2], given[3], given[4], given[5]);
 }
 
 EXPORTED int statx(int folder, const char* path, int flags, unsigned mask, struct statx* record)

@@ -1,5 +1,6 @@
 // A program that the session's bus starts: it has files opened, writes their addresses, one a line,
-// into the file that is its argument, and ends.
+// into the file that is its argument, behind them the number of the start that it was told of, and
+// ends.
 
 #include <gio/gio.h>
 
@@ -30,6 +31,12 @@ void Open(GDBusConnection* bus, const gchar*, const gchar*, const gchar*, const 
             g_variant_get_child(addresses, index, "&s", &address);
             out << address << '\n';
         }
+        GVariant* said = g_variant_get_child_value(parameters, 1);
+        const gchar* start = nullptr;
+        if (g_variant_lookup(said, "desktop-startup-id", "&s", &start) != FALSE) {
+            out << start << '\n';
+        }
+        g_variant_unref(said);
     }
     g_variant_unref(addresses);
     std::rename((reader->file + std::string(".part")).c_str(), reader->file);

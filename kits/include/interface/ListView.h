@@ -99,9 +99,9 @@ public:
     bool HasItem(BListItem* item) const;
     /// The number of rows.
     int32 CountItems() const;
-    /// Shows these rows, in this order, in place of all it has. Those that stay keep their
-    /// selection; the others are the caller's to delete. An extension of the platform, for many
-    /// changes at once.
+    /// Shows these rows, each once, in this order, in place of all it has. Those that stay keep
+    /// their selection; the others are the caller's to delete. An extension of the platform, for
+    /// many changes at once.
     void SetItems(const BList* items);
     /// Takes all rows out; they are not deleted.
     virtual void MakeEmpty();
@@ -158,6 +158,8 @@ private:
     friend class BListItem;
 
     void Insert(int32 index, BListItem* const* items, int32 count);
+    int32 UpdateNewRows(const BList& items);
+    bool ExchangeOwners(const BList& items);
     void NoteHeights(int32 index, BListItem* const* items, int32 count) const;
     void HeightsChanged() { fHeightsAreStale = true; }
     kits::RowHeights& Heights() const;

@@ -41,7 +41,7 @@ enum query_op {
 /// After Fetch() threads walk through the volume, and the Get functions give what they find while
 /// they go on, in no order. Links are not followed, nothing mounted in the volume is entered, what
 /// may not be read is passed over. The root folder itself is no hit. Thread: one at a time, but for
-/// Stop().
+/// Stop() and CountVisited().
 class BQuery : public BEntryList
 {
 public:
@@ -104,6 +104,9 @@ public:
     /// Has the search end: whoever waits in a Get function is told that nothing follows. An
     /// extension of the platform. Thread: any, while the query is neither fetched nor cleared.
     void Stop();
+    /// How many entries were looked at so far, about; 0 before Fetch(). Says whether the volume still
+    /// answers while nothing is found. An extension of the platform. Thread: as Stop().
+    int64 CountVisited() const;
 
     // BEntryList. Each waits for the next hit.
 

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 BListView::BListView(BRect frame, const char* name, list_view_type type, uint32 resizingMode,
                      uint32 flags)
@@ -158,38 +159,19 @@ void BListView::SetItems(const BList* items)
     if (items == nullptr) {
         return;
     }
-    BFont font;
-    GetFont(&font);
-    for (int32 row = 0; row < items->CountItems(); row++) {
-        auto* item = static_cast<BListItem*>(items->ItemAt(row));
-        if (item->fOwner != this && Window() != nullptr) {
-            item->Update(this, &font);
-        }
-    }
-    for (int32 row = 0; row < fRows.CountItems(); row++) {
-        ItemAt(row)->fOwner = nullptr;
-    }
-    for (int32 row = 0; row < items->CountItems(); row++) {
-        static_cast<BListItem*>(items->ItemAt(row))->fOwner = this;
-    }
-    bool hasLostSelection = false;
-    for (int32 row = 0; row < fRows.CountItems(); row++) {
-        BListItem* item = ItemAt(row);
-        if (item->fOwner == nullptr && item->IsSelected()) {
-            item->Deselect();
-            hasLostSelection = true;
-        }
-    }
+    const bool areRearranged =
+        UpdateNewRows(*items) == 0 && items->CountItems() == fRows.CountItems();
+    const bool hasLostSelection = !areRearranged && ExchangeOwners(*items);
     // What stands before the first row that is another one stays as it is on the screen.
     int32 same = 0;
     while (same < fRows.CountItems() && fRows.ItemAt(same) == items->ItemAt(same)) {
         same++;
     }
-    Heights(); // of the old rows, to say what was seen
+    const bool areEquallyHigh = Heights().AreEqual(); // the old rows
     InvalidateFrom(same);
     fRows = *items;
     fSelection->Rearranged();
-    fHeightsAreStale = true;
+    fHeightsAreStale = !areRearranged || !areEquallyHigh;
     const float top = Bounds().top;
     FixScrollBar();
     InvalidateFrom(same);
@@ -199,6 +181,45 @@ void BListView::SetItems(const BList* items)
     if (hasLostSelection) {
         SelectionDidChange(-1, -1);
     }
+}
+
+/// How many rows are not the list's yet.
+int32 BListView::UpdateNewRows(const BList& items)
+{
+    BFont font;
+    GetFont(&font);
+    int32 added = 0;
+    const std::span all(static_cast<BListItem* const*>(items.Items()),
+                        static_cast<size_t>(items.CountItems()));
+    for (BListItem* item : all) {
+        if (item->fOwner != this) {
+            added++;
+            if (Window() != nullptr) {
+                item->Update(this, &font);
+            }
+        }
+    }
+    return added;
+}
+
+/// Whether a row that goes was selected.
+bool BListView::ExchangeOwners(const BList& items)
+{
+    for (int32 row = 0; row < fRows.CountItems(); row++) {
+        ItemAt(row)->fOwner = nullptr;
+    }
+    for (int32 row = 0; row < items.CountItems(); row++) {
+        static_cast<BListItem*>(items.ItemAt(row))->fOwner = this;
+    }
+    bool hasLostSelection = false;
+    for (int32 row = 0; row < fRows.CountItems(); row++) {
+        BListItem* item = ItemAt(row);
+        if (item->fOwner == nullptr && item->IsSelected()) {
+            item->Deselect();
+            hasLostSelection = true;
+        }
+    }
+    return hasLostSelection;
 }
 
 void BListView::MakeEmpty()

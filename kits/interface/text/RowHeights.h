@@ -16,6 +16,8 @@ class RowHeights
 {
 public:
     int32 Count() const { return fCount; }
+    /// Whether it knows that all rows are equally high.
+    bool AreEqual() const { return fBlocks.empty(); }
     /// The sum of all extents.
     double Total() const;
 

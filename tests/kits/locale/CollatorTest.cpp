@@ -8,6 +8,8 @@
 #include <cstdlib>
 #include <random>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -103,6 +105,53 @@ std::string Disagreement(const std::vector<std::string>& letters)
     return "";
 }
 
+/// The same of many texts that are ranked by a way of their own, beside the last that have the same
+/// rank or the next one. A few of them hold one of the rare letters.
+std::string DisagreementOfMany(const std::string& letters, const Texts& rare = {})
+{
+    BCollator collator;
+    collator.SetNumericSorting(true);
+    std::mt19937 random(2);
+    Texts texts;
+    for (int i = 0; i < 4000; ++i) {
+        std::string text = i % 2 == 0 ? "" : "common";
+        for (auto n = random() % 24; n > 0; --n) {
+            text += letters[random() % letters.size()];
+        }
+        if (i % 50 == 0 && !rare.empty()) {
+            text.insert(random() % (text.size() + 1), rare[random() % rare.size()]);
+        }
+        texts.push_back(text);
+        texts.push_back(text.substr(0, random() % 3));
+        texts.push_back(text + letters[random() % letters.size()]);
+        texts.push_back(text + letters[random() % letters.size()]);
+    }
+    std::vector<const char*> lent;
+    for (const std::string& text : texts) {
+        lent.push_back(text.c_str());
+    }
+    const std::vector<uint32> ranks = collator.Ranks(lent);
+    std::vector<std::pair<uint32, const char*>> sorted;
+    for (size_t i = 0; i < lent.size(); ++i) {
+        sorted.emplace_back(ranks[i], lent[i]);
+    }
+    std::sort(sorted.begin(), sorted.end());
+    for (size_t i = 1; i < sorted.size(); ++i) {
+        const uint32 rank = sorted[i].first;
+        const bool isSame = sorted[i - 1].first == rank;
+        const int order = collator.Compare(sorted[i - 1].second, sorted[i].second);
+        if (isSame ? order != 0 : order >= 0 || rank != i) {
+            return std::string(sorted[i - 1].second) + " | " + sorted[i].second;
+        }
+    }
+    return "";
+}
+
+constexpr const char* kPlainLetters = "aAbcChHeijlLnNsSyzZ0011289 ._-+~!#$%&'(),;=@[]^`{}";
+
+// Some count as nothing, or as plain ones do.
+const Texts kRareLetters = {"é", "\x01", "\uff21", "ß", "ж", "\u0661", "\xff", "\u00ad"};
+
 class CollatorLanguageTest : public ::testing::TestWithParam<const char*>
 {
 protected:
@@ -112,8 +161,10 @@ protected:
     [[noreturn]] static void Compare(const char* locale)
     {
         setenv("LC_ALL", locale, 1);
-        const std::string found = Disagreement({"a", "A", "é", "ß", "i", "I", "ı", "1", "02", "10",
-                                                "x", "\u0661", "\u0660", "\u0967"});
+        std::string found = Disagreement({"a", "A", "é", "ß", "i", "I", "ı", "1", "02", "10", "x",
+                                          "\u0661", "\u0660", "\u0967"});
+        found += DisagreementOfMany(kPlainLetters);
+        found += DisagreementOfMany(kPlainLetters, kRareLetters);
         std::fprintf(stderr, "<%s>", found.c_str());
         std::exit(found.empty() ? 0 : 1);
     }
@@ -128,7 +179,8 @@ TEST_P(CollatorLanguageTest, HasOneOrder)
 
 INSTANTIATE_TEST_SUITE_P(Locales, CollatorLanguageTest,
                          ::testing::Values("sv_SE.UTF-8", "tr_TR.UTF-8", "ja_JP.UTF-8",
-                                           "ar_EG.UTF-8", "de_DE.UTF-8", "C"),
+                                           "ar_EG.UTF-8", "de_DE.UTF-8", "cs_CZ.UTF-8",
+                                           "da_DK.UTF-8", "hu_HU.UTF-8", "th_TH.UTF-8", "C"),
                          [](const auto& locale) { return std::string(locale.param).substr(0, 2); });
 
 TEST(CollatorTest, RanksAsItCompares)
@@ -136,4 +188,32 @@ TEST(CollatorTest, RanksAsItCompares)
     EXPECT_EQ(
         Disagreement({"a", "A", "b", "é", "Ω", "ж", "1", "02", "10", " ", ".", "_", "\xff", "-"}),
         "");
+}
+
+TEST(CollatorTest, RanksManyAsItCompares)
+{
+    EXPECT_EQ(DisagreementOfMany(kPlainLetters), "");
+    EXPECT_EQ(DisagreementOfMany("0000123456789"), "");
+    EXPECT_EQ(DisagreementOfMany(std::string(kPlainLetters) + "\t\xe9"), "");
+    EXPECT_EQ(DisagreementOfMany(kPlainLetters, kRareLetters), "");
+    EXPECT_EQ(DisagreementOfMany("aA1", kRareLetters), "");
+}
+
+TEST(CollatorTest, RanksManyWithLongNumbersAsItCompares)
+{
+    BCollator collator;
+    collator.SetNumericSorting(true);
+    Texts texts(2000, "a");
+    texts.push_back("a" + std::string(100, '9'));
+    texts.push_back("a" + std::string(300, '9')); // as a byte it counts less
+    std::vector<const char*> lent;
+    for (const std::string& text : texts) {
+        lent.push_back(text.c_str());
+    }
+    lent.push_back(nullptr);
+    const std::vector<uint32> ranks = collator.Ranks(lent);
+    EXPECT_EQ(ranks[0], 1U);
+    EXPECT_EQ(ranks[2000], 2001U);
+    EXPECT_EQ(ranks[2001], 2002U);
+    EXPECT_EQ(ranks[2002], 0U);
 }

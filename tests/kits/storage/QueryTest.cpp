@@ -314,6 +314,25 @@ TEST_F(QueryTest, AsksForEachThingInItsTime)
     });
 }
 
+TEST_F(QueryTest, CountsWhatItLookedAt)
+{
+    OnVolume([this] {
+        for (int file = 0; file < 100; file++) {
+            fTree.Write("volume/" + std::to_string(file), "");
+        }
+        fTree.MakeFolder("volume/folder");
+        const BVolume volume(DeviceOf(Folder()));
+        BQuery query;
+        entry_ref ref;
+        return Check(query.CountVisited() == 0, "nothing yet") &&
+               Check(query.SetVolume(&volume) == B_OK &&
+                         query.SetPredicate("name==\"none\"") == B_OK && query.Fetch() == B_OK,
+                     "fetched") &&
+               Check(query.GetNextRef(&ref) == B_ENTRY_NOT_FOUND, "no hit") &&
+               Check(query.CountVisited() == 101, "all of them");
+    });
+}
+
 TEST_F(QueryTest, EndsWhenItIsStopped)
 {
     OnVolume([this] {

@@ -10,6 +10,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -97,6 +98,19 @@ protected:
         return given;
     }
 
+    /// What the one program that was started knows of its start.
+    std::string StartVariable()
+    {
+        for (const auto& entry : fs::directory_iterator(fTree.Path("records"))) {
+            const std::string record = fTree.Read("records/" + entry.path().filename().string());
+            const size_t at = record.find("variable=DESKTOP_STARTUP_ID=");
+            if (at != std::string::npos) {
+                return record.c_str() + at + std::strlen("variable=DESKTOP_STARTUP_ID=");
+            }
+        }
+        return "none";
+    }
+
     TempTree fTree;
     int fTeam = -1;
 
@@ -141,8 +155,7 @@ TEST_F(RosterDesktopTest, AProgramWithABlankInItsPathIsFound)
     AddProgram("text", "Exec=\"" + fTree.Path("a program/recorder") + "\" %f");
     SetDefault("text/plain", "text");
     EXPECT_EQ(Launch(fTree.Path("a b.txt")), B_OK);
-    EXPECT_EQ(Given(),
-              "[" + fTree.Path("a program/recorder") + "][" + fTree.Path("a b.txt") + "]");
+    EXPECT_EQ(Given(), "[" + fTree.Path("a program/recorder") + "][" + fTree.Path("a b.txt") + "]");
 }
 
 TEST_F(RosterDesktopTest, TheProgramForTextComesBeforeEditors)
@@ -178,6 +191,32 @@ TEST_F(RosterDesktopTest, AProgramForTerminalsGetsOne)
     const std::string given = Given();
     EXPECT_NE(given.find("terminal"), std::string::npos);
     EXPECT_NE(given.find("[recorder][text][" + fTree.Path("a b.txt") + "]"), std::string::npos);
+}
+
+// The desktop is told
+
+TEST_F(RosterDesktopTest, TheDesktopIsToldOfAProgramThatAnswers)
+{
+    const Variable notices("NOTICES", fTree.Path("notices").c_str());
+    const Variable own("DESKTOP_STARTUP_ID", "of the launcher");
+    AddProgram("text", "StartupNotify=true\nIcon=a-pen\nStartupWMClass=Pen\nExec=recorder text %f");
+    SetDefault("text/plain", "text");
+    EXPECT_EQ(Launch(fTree.Path("a b.txt")), B_OK);
+    EXPECT_NE(Given(), "");
+    EXPECT_EQ(StartVariable(), "notice-1");
+    EXPECT_EQ(fTree.Read("notices"), "begin [text][a-pen][Pen]");
+}
+
+TEST_F(RosterDesktopTest, TheDesktopIsNotToldOfOneThatDoesNot)
+{
+    const Variable notices("NOTICES", fTree.Path("notices").c_str());
+    const Variable own("DESKTOP_STARTUP_ID", "of the launcher");
+    AddProgram("text", "Exec=recorder text %f");
+    SetDefault("text/plain", "text");
+    EXPECT_EQ(Launch(fTree.Path("a b.txt")), B_OK);
+    EXPECT_NE(Given(), "");
+    EXPECT_EQ(StartVariable(), "none");
+    EXPECT_EQ(fTree.Read("notices"), "");
 }
 
 // Programs for folders
@@ -265,6 +304,26 @@ TEST_F(RosterBusTest, StartsAProgramThatWantsToBeStartedByIt)
     EXPECT_EQ(Launch(fTree.Path("a b.txt")), B_OK);
     EXPECT_EQ(fTeam, 0);
     EXPECT_EQ(fTree.Read("opened"), "file://" + fTree.Path("a%20b.txt") + "\n");
+}
+
+TEST_F(RosterBusTest, TellsTheProgramOfTheNotice)
+{
+    const Variable notices("NOTICES", fTree.Path("notices").c_str());
+    AddProgram("org.norvane.Reader",
+               "StartupNotify=true\nDBusActivatable=true\nExec=recorder text %f");
+    AddService(std::string(PROGRAM_BUS_READER) + " " + fTree.Path("opened"));
+    EXPECT_EQ(Launch(fTree.Path("a b.txt")), B_OK);
+    EXPECT_EQ(fTree.Read("opened"), "file://" + fTree.Path("a%20b.txt") + "\nnotice-1\n");
+}
+
+TEST_F(RosterBusTest, TheDesktopIsToldThatAProgramDidNotStart)
+{
+    const Variable notices("NOTICES", fTree.Path("notices").c_str());
+    AddProgram("org.norvane.Reader",
+               "StartupNotify=true\nDBusActivatable=true\nExec=recorder text %f");
+    AddService("/bin/false");
+    EXPECT_EQ(Launch(fTree.Path("a b.txt")), B_LAUNCH_FAILED);
+    EXPECT_EQ(fTree.Read("notices"), "begin [org.norvane.Reader][][]fail [notice-1]");
 }
 
 TEST_F(RosterBusTest, SaysThatTheProgramDidNotStart)

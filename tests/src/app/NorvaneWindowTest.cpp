@@ -380,4 +380,58 @@ TEST_F(NorvaneWindowTest, SavesWithoutAnyPane)
     EXPECT_EQ(Setting("NumPanes"), "0");
 }
 
+TEST_F(NorvaneWindowTest, SortsLongAndShortPanesWherePreferencesSayIt)
+{
+    constexpr int kLong = 5200;
+    for (int file = 0; file < kLong; file++) {
+        fTree.Write("one/f" + std::to_string(file), "");
+    }
+    for (const char* name : {"f10", "f9"}) {
+        fTree.Write(std::string("two/") + name, "");
+    }
+    Open({fTree.Path("one"), fTree.Path("two"), fTree.Path("one"), fTree.Path("three")});
+    ASSERT_TRUE(kits::testing::WaitFor([&] {
+        bool areListed = false;
+        Locked([&] {
+            areListed = fWindow->PaneAt(0)->GetDirView()->CountItems() == kLong + 1 &&
+                        fWindow->PaneAt(2)->GetDirView()->CountItems() == kLong + 1;
+        });
+        return areListed;
+    }));
+    const auto namesOf = [&](int32 pane) {
+        std::vector<std::string> names;
+        Locked([&] {
+            const DirView* list = fWindow->PaneAt(pane)->GetDirView();
+            for (int32 row = 1; row < list->CountItems(); row++) {
+                names.emplace_back(list->RowAt(row)->GetEntryName());
+            }
+        });
+        return names;
+    };
+    Preferences preferences;
+    preferences.sortsByColumns = true;
+    BMessage read(kPreferencesRead);
+    preferences.AddTo(&read);
+    Locked([&] {
+        for (int32 pane = 0; pane < 4; pane++) {
+            fWindow->PaneAt(pane)->GetDirView()->SetSortKey(1);
+        }
+        fWindow->PaneAt(0)->GetDirView()->Select(100);
+        std::string chosen;
+        fWindow->PaneAt(0)->GetDirView()->GetSelected(&chosen);
+        fWindow->MessageReceived(&read);
+        std::string selected;
+        fWindow->PaneAt(0)->GetDirView()->GetSelected(&selected);
+        EXPECT_EQ(selected, chosen);
+    });
+    std::vector<std::string> counted;
+    for (int file = 0; file < kLong; file++) {
+        counted.push_back("f" + std::to_string(file));
+    }
+    EXPECT_EQ(namesOf(0), counted);
+    EXPECT_EQ(namesOf(2), counted);
+    EXPECT_EQ(namesOf(1), (std::vector<std::string>{"f9", "f10"}));
+    EXPECT_TRUE(namesOf(3).empty());
+}
+
 } // namespace norvane

@@ -28,13 +28,14 @@ protected:
     {
         entry_ref ref;
         EXPECT_EQ(get_ref_for_path(fTree.Path(name).c_str(), &ref), B_OK);
-        return ContentSearch(text, fIsCancelled).Look(ref);
+        return ContentSearch(text, fIsCancelled, fPieces).Look(ref);
     }
 
     static std::string Blanks(size_t count) { return std::string(count, ' '); }
 
     TempTree fTree;
     std::atomic<bool> fIsCancelled{false};
+    std::atomic<int64> fPieces{0};
 };
 
 TEST_F(ContentSearchTest, FindsWhatIsThere)
@@ -118,6 +119,14 @@ TEST_F(ContentSearchTest, GivesUpWhenItIsCancelled)
     fIsCancelled = true;
 
     EXPECT_EQ(Look("needle", "needle"), Result::kNotFound);
+}
+
+TEST_F(ContentSearchTest, CountsWhatItReads)
+{
+    EXPECT_EQ(Look("needle", Blanks(10)), Result::kNotFound);
+    EXPECT_EQ(fPieces, 1);
+    Look("needle", Blanks(3'000'000));
+    EXPECT_GT(fPieces, 10);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "MessageCodes.h"
 #include "RecordingLooper.h"
+#include "SilentFile.h"
 
 #include <testing/Driver.h>
 
@@ -11,6 +12,7 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/stat.h>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -119,6 +121,48 @@ TEST_F(QuerySearchTest, TellsNobodyWhenItIsLetGoOf)
     }
 
     ASSERT_LT(before, B_OK);
+    EXPECT_TRUE(kits::testing::WaitFor([] { return find_thread("query") < B_OK; }, kLimit));
+    EXPECT_FALSE(HasEnded());
+}
+
+TEST_F(QuerySearchTest, GivesAVolumeUpThatDoesNotAnswer)
+{
+    for (const char* name : {"a", "b", "silent"}) {
+        fTree.Write(Name(name), "needle");
+    }
+    struct stat st = {};
+    ASSERT_EQ(stat(fTree.Path().c_str(), &st), 0);
+    QuerySearch::Order order = OrderFor("*");
+    order.text = "needle";
+    order.volume = static_cast<dev_t>(st.st_dev);
+    order.patience = 2;
+    const SilentFile silent(fTree.Path(Name("silent")));
+
+    QuerySearch search(order);
+
+    ASSERT_TRUE(kits::testing::WaitFor([this] { return HasEnded(); }, kLimit));
+    EXPECT_EQ(search.TakeSilent().size(), 1U);
+    EXPECT_TRUE(search.TakeSilent().empty());
+    EXPECT_EQ(search.Look().unreadable, 0);
+    // One reader waits for the silent one; where there is no other, what came before it is there.
+    const std::string found = Names(search);
+    EXPECT_EQ(found.find(Name("silent")), std::string::npos);
+    if (std::thread::hardware_concurrency() > 1) {
+        EXPECT_EQ(found, Name("a") + " " + Name("b") + " ");
+    }
+}
+
+TEST_F(QuerySearchTest, CanBeLetGoOfWhileAVolumeIsSilent)
+{
+    fTree.Write(Name("silent"), "needle");
+    const SilentFile silent(fTree.Path(Name("silent")));
+    QuerySearch::Order order = OrderFor("*");
+    order.text = "needle";
+    order.patience = 1000;
+    {
+        const QuerySearch search(order);
+        ASSERT_TRUE(kits::testing::WaitFor([] { return SilentFile::IsAwaited(); }, kLimit));
+    }
     EXPECT_TRUE(kits::testing::WaitFor([] { return find_thread("query") < B_OK; }, kLimit));
     EXPECT_FALSE(HasEnded());
 }

@@ -199,4 +199,66 @@ TEST_F(ListViewRowsTest, ItemsAreSetTogether)
     EXPECT_TRUE(Selected().empty());
 }
 
+TEST_F(ListViewRowsTest, ItemsAreRearranged)
+{
+    AddListView();
+    AddRows(30);
+    Show();
+    for (const bool isHigher : {false, true}) {
+        std::vector<BListItem*> reversed;
+        const BListItem* selected = Locked([&] {
+            if (isHigher) {
+                fList->ItemAt(2)->SetHeight(40);
+            }
+            fList->Select(7);
+            BList items;
+            for (int32 i = 29; i >= 0; i--) {
+                reversed.push_back(fList->ItemAt(i));
+                items.AddItem(reversed.back());
+            }
+            fUpdates = 0;
+            const BListItem* chosen = fList->ItemAt(7);
+            fList->SetItems(&items);
+            return chosen;
+        });
+        EXPECT_EQ(Selected(), std::vector<int32>{22});
+        EXPECT_TRUE(selected->IsSelected());
+        EXPECT_EQ(fUpdates, 0);
+        Locked([&] {
+            float top = 0;
+            for (int32 i = 0; i < 30; i++) {
+                EXPECT_EQ(fList->ItemAt(i), reversed[static_cast<size_t>(i)]);
+                EXPECT_EQ(fList->ItemFrame(i).top, top);
+                top += fList->ItemAt(i)->Height() + 1;
+            }
+            return 0;
+        });
+    }
+}
+
+TEST_F(ListViewRowsTest, AsManyOtherItemsTakeTheirPlaces)
+{
+    AddListView();
+    AddRows(3);
+    Show();
+    auto other = std::make_unique<CountingItem>("other", fDrawn, fUpdates);
+    other->SetHeight(40);
+    const BListItem* gone = Locked([&] {
+        fList->Select(0);
+        BList items;
+        items.AddItem(other.get());
+        items.AddItem(fList->ItemAt(1));
+        items.AddItem(fList->ItemAt(2));
+        const BListItem* first = fList->ItemAt(0);
+        fUpdates = 0;
+        fList->SetItems(&items);
+        return first;
+    });
+    EXPECT_EQ(fUpdates, 1);
+    EXPECT_FALSE(gone->IsSelected());
+    EXPECT_TRUE(Selected().empty());
+    EXPECT_EQ(Locked([&] { return fList->ItemFrame(1).top; }), other->Height() + 1);
+    Locked([&] { return fList->RemoveItem(other.get()); });
+}
+
 } // namespace
