@@ -48,7 +48,8 @@ DirPane::DirPane(BRect frame, const char* path, const char* name, const char* ke
 
 DirPane::~DirPane()
 {
-    // While the strips still live: the list reports to them.
+    // While all is there that they tell of what they do.
+    TakeFilterAway();
     fList->Clear();
     fFtpViews.reset();
 }
