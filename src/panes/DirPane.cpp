@@ -48,8 +48,7 @@ DirPane::DirPane(BRect frame, const char* path, const char* name, const char* ke
 
 DirPane::~DirPane()
 {
-    // While all is there that they tell of what they do.
-    TakeFilterAway();
+    // While the strips still live: the list reports to them.
     fList->Clear();
     fFtpViews.reset();
 }

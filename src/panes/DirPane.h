@@ -91,7 +91,6 @@ private:
     void FilterCancelled() override;
     void FilterPassesKey(const char* bytes, int32 byteCount) override;
 
-    void TakeFilterAway();
     void LayOut(float width, float height);
     void ShowStrip(BView& strip, bool isShown);
     void RefreshTexts();

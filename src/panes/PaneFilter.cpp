@@ -52,19 +52,12 @@ void DirPane::ShowFilter()
         if (fFilter->HasFocus()) {
             SetFocus();
         }
-        TakeFilterAway();
-    }
-    LayOut(Bounds().Width(), Bounds().Height());
-    fList->ScrollToSelection();
-}
-
-void DirPane::TakeFilterAway()
-{
-    if (fFilter != nullptr) {
         fFilter->RemoveSelf();
         delete fFilter;
         fFilter = nullptr;
     }
+    LayOut(Bounds().Width(), Bounds().Height());
+    fList->ScrollToSelection();
 }
 
 void DirPane::FilterTyped(const std::string& text)

@@ -196,18 +196,6 @@ TEST_F(PaneFilterTest, ARowThatIsRenamedGoesWithItsField)
     EXPECT_TRUE(kits::testing::WaitFor([this] { return ListHasFocus(); }));
 }
 
-TEST_F(PaneFilterTest, TheFieldGoesWithItsPane)
-{
-    Type('/');
-    Type('b');
-    Locked([this] {
-        fPane->RemoveSelf();
-        delete fPane;
-        return 0;
-    });
-    EXPECT_TRUE(kits::testing::Sync(fWindow));
-}
-
 TEST_F(PaneFilterTest, ANewFolderIsSeen)
 {
     Type('/');
