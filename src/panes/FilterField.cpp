@@ -18,7 +18,8 @@ namespace norvane {
 namespace {
 
 constexpr const char* kLabel = "Filter:";
-constexpr float kLabelLeft = 9; // where the strips' texts begin
+constexpr const char* kName = "Filter"; // for assistive programs
+constexpr float kLabelLeft = 9;         // where the strips' texts begin
 constexpr float kGap = 6;
 constexpr float kFieldTop = 2; // the field's frame, within the strip's
 constexpr float kTextMargin = 3;
@@ -43,26 +44,24 @@ public:
         ShowWhetherFilled();
     }
 
+    void Describe(BViewDescription* description) const override
+    {
+        BTextView::Describe(description);
+        description->name = kName;
+    }
+
     void KeyDown(const char* bytes, int32 byteCount) override
     {
-        switch (byteCount == 1 ? bytes[0] : '\0') {
-        case B_ESCAPE:
-            fOwner.FilterCancelled();
-            break;
-        case B_ENTER:
+        const char byte = byteCount == 1 ? bytes[0] : '\0';
+        if (byte == B_ESCAPE) {
+            fOwner.FilterCancelled(); // it may delete this view, as may what follows
+        } else if (byte == B_ENTER) {
             Tell();
             fOwner.FilterLeft();
-            break;
-        case B_UP_ARROW:
-        case B_DOWN_ARROW:
-        case B_PAGE_UP:
-        case B_PAGE_DOWN:
-        case B_INSERT:
-        case B_FUNCTION_KEY:
+        } else if (IsForList(byte)) {
             Tell();
             fOwner.FilterPassesKey(bytes, byteCount);
-            break;
-        default:
+        } else {
             fIsInKey = true;
             BTextView::KeyDown(bytes, byteCount);
             fIsInKey = false;
@@ -100,6 +99,29 @@ protected:
     }
 
 private:
+    /// Keys that do nothing in one line of text. With Shift or Command Insert pastes or copies.
+    bool IsForList(char byte) const
+    {
+        switch (byte) {
+        case B_UP_ARROW:
+        case B_DOWN_ARROW:
+        case B_PAGE_UP:
+        case B_PAGE_DOWN:
+        case B_FUNCTION_KEY:
+            return true;
+        case B_INSERT:
+            return (Modifiers() & (B_SHIFT_KEY | B_COMMAND_KEY)) == 0;
+        default:
+            return false;
+        }
+    }
+
+    uint32 Modifiers() const
+    {
+        const BMessage* key = Window() != nullptr ? Window()->CurrentMessage() : nullptr;
+        return key != nullptr ? static_cast<uint32>(key->GetInt32("modifiers", 0)) : 0;
+    }
+
     /// What replaces a text takes it out first: the rows are looked through once, for the new one.
     void Changed()
     {

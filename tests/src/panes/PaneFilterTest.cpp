@@ -3,6 +3,7 @@
 
 #include <InterfaceDefs.h>
 #include <TextView.h>
+#include <ViewDescription.h>
 
 #include <cstdio>
 
@@ -70,6 +71,40 @@ TEST_F(PaneFilterTest, ArrowsMoveInTheListMeanwhile)
     EXPECT_TRUE(FieldHasFocus());
     Type('n');
     EXPECT_EQ(Names(), ".. ");
+}
+
+TEST_F(PaneFilterTest, InsertMarksMeanwhileAndWithShiftPastes)
+{
+    Type('/');
+    Type('b');
+    Type(B_INSERT);
+    Type(B_INSERT);
+    EXPECT_EQ(Marked(), "box banana ");
+    Type(B_INSERT, B_SHIFT_KEY);
+    EXPECT_EQ(Marked(), "box banana ");
+    EXPECT_EQ(Selected(), "bean");
+}
+
+TEST_F(PaneFilterTest, AFunctionKeyIsForTheList)
+{
+    Type('/');
+    Type('r');
+    kits::testing::TypeFunctionKey(B_F6_KEY, B_SHIFT_KEY);
+    EXPECT_TRUE(kits::testing::WaitFor([this] {
+        return Locked([this] { return fList->FindView("renamecontainer") != nullptr; });
+    }));
+}
+
+TEST_F(PaneFilterTest, TheFieldIsNamed)
+{
+    Type('/');
+    const BViewDescription said = Locked([this] {
+        BViewDescription description;
+        fPane->Filter()->TextView()->Describe(&description);
+        return description;
+    });
+    EXPECT_EQ(said.role, BViewDescription::Role::kTextField);
+    EXPECT_EQ(said.name, "Filter");
 }
 
 TEST_F(PaneFilterTest, ReturnLeavesTheFieldAndKeepsTheFilter)
