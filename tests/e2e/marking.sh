@@ -116,4 +116,8 @@ after_copy new1 new2
 # Another folder ends it.
 key BackSpace
 expect "never rests" still "$main"
+key ctrl+Down
+expect "never rests" still "$main"
+key ctrl+a
+after_copy D.TXT a.c b.c c.h e.txt folder "$long" new1 new2 "$odd" other
 quit_norvane
