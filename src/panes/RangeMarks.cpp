@@ -14,7 +14,8 @@ void RangeMarks::Moved(int32 from, int32 to)
     if (start == nullptr || fRows.RowAt(to) == nullptr) {
         return;
     }
-    const bool goesOn = fAnchor != nullptr && start == fEnd && fRows.IndexOf(fAnchor) >= 0;
+    const bool goesOn =
+        from >= 0 && fAnchor != nullptr && start == fEnd && fRows.IndexOf(fAnchor) >= 0;
     if (!goesOn) {
         fAnchor = start;
         fKept.clear();

@@ -86,6 +86,14 @@ TEST_F(RangeMarksTest, MarksTheLastRowThoughTheCursorStays)
     EXPECT_EQ(Marked(), "e");
 }
 
+TEST_F(RangeMarksTest, BeginsAnewWhenTheCursorWasNowhere)
+{
+    fRange->Moved(1, 3);
+    fRange->Moved(-1, 3); // as after a click below the last row
+    fRange->Moved(3, 2);
+    EXPECT_EQ(Marked(), "abc");
+}
+
 TEST_F(RangeMarksTest, OutlivesItsAnchor)
 {
     fRange->Moved(1, 3);
