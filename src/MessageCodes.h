@@ -83,6 +83,8 @@ enum PaneNotice : uint32 {
     kTellOfMissingWatch = 'NoWa', // to itself: nobody tells of changes, say so
     kDragScroll = 'Drag',         // to itself: something is dragged near an edge
     kEntriesToPaste = 'Past',     // what the clipboard holds: "refs" when that is entries
+    kPatternTyped = 'Ptrn',       // string "text": of names; bool "marks", else it unmarks
+    kFilterTyped = 'Filt',        // to itself: what a filter's field holds changed
     kFolderMade = 'Made',         // string "name", int32 "status"
     kEntryRenamed = 'Rena',       // int32 "status", string "row": its old name, "refs": its new one
     kFolderMeasured = 615,        // int64 "device", "node" and "bytes", string "name" of the row

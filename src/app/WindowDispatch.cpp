@@ -123,6 +123,10 @@ const NorvaneWindow::Answer NorvaneWindow::kCommands[] = {
      [](auto& window, auto& command) {
          window.TellList(command);
      }},
+    {B_SELECT_ALL,
+     [](auto& window, auto& command) {
+         window.TellList(command);
+     }},
     {kStopOperation,
      [](auto& window, auto&) {
          Operations::AskToStop(BMessenger(nullptr, &window));

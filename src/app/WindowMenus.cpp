@@ -42,6 +42,7 @@ void NorvaneWindow::CreateMenus()
     AddShortcut('x', 0, new BMessage(B_CUT));
     AddShortcut('v', 0, new BMessage(B_PASTE));
     AddShortcut('h', 0, new BMessage(kShowHidden));
+    AddShortcut('a', 0, new BMessage(B_SELECT_ALL));
 }
 
 } // namespace norvane

@@ -68,7 +68,7 @@ bool FindAddOnPath(const char* name, std::string* path)
 void AddToMenu(const std::vector<std::string>& names, BMenu* menu)
 {
     for (const std::string& name : names) {
-        const char shortcut = name == "MakeArchive" ? 'A' : '\0';
+        const char shortcut = name == "MakeArchive" ? 'K' : '\0';
         menu->AddItem(new BMenuItem(name.c_str(), new BMessage(kRunAddOn), shortcut)); // adopted
     }
 }

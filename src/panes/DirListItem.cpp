@@ -229,7 +229,12 @@ void DirListItem::SetDirSize(int64 bytes)
 
 int64 DirListItem::SizeShown() const
 {
-    return fTexts != nullptr && fTexts->occupied >= 0 ? fTexts->occupied : fSize;
+    return IsMeasured() ? fTexts->occupied : fSize;
+}
+
+bool DirListItem::IsMeasured() const
+{
+    return fTexts != nullptr && fTexts->occupied >= 0;
 }
 
 node_ref DirListItem::NodeRef() const

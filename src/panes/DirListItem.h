@@ -60,6 +60,8 @@ public:
     void SetName(const char* name);
     /// Shows what a folder occupies.
     void SetDirSize(int64 bytes);
+    /// Whether that is known.
+    bool IsMeasured() const;
 
     /// Valid until the row is updated or deleted.
     const char* GetEntryName() const;
@@ -101,6 +103,10 @@ public:
     void SetBitmap(std::unique_ptr<BBitmap> own, const BBitmap* shared);
     bool IsMarked() const { return fIsMarked; }
     void Mark(bool isMarked) { fIsMarked = isMarked; }
+    /// Which of a filter's texts keeps it out of the list; 0 when none does.
+    uint8 HiddenBy() const { return fHiddenBy; }
+    void SetHiddenBy(uint8 text) { fHiddenBy = text; }
+    bool IsFilteredAway() const { return fHiddenBy != 0; }
     float Baseline() const { return fBaseline; }
 
     /// Nine characters: read, write and execute of owner, group and others. Returned to the caller
@@ -136,6 +142,7 @@ private:
     bool fIsDirectory = true;
     bool fHasPermissions = true;
     bool fIsMarked = false;
+    uint8 fHiddenBy = 0;
     mutable bool fHasLookedForIcon = false;
     mutable bool fOwnsIcon = false; // a picture of this very entry, not shared
 };

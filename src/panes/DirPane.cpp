@@ -115,11 +115,16 @@ void DirPane::ResizeTo(float width, float height)
 
 void DirPane::LayOut(float width, float height)
 {
-    const PaneLayout layout =
-        LayOutPane(width, height, {fList->HeaderFlag(), fList->FooterFlag(), fFtpViews != nullptr});
+    const PaneLayout layout = LayOutPane(
+        width, height,
+        {fList->HeaderFlag(), fList->FooterFlag(), fFtpViews != nullptr, fFilter != nullptr});
     fHeader->ResizeTo(layout.headerWidth, layout.headerHeight);
     fScroller->MoveTo(layout.listPlace);
     fList->ResizeTo(layout.listWidth, layout.listHeight);
+    if (fFilter != nullptr) {
+        fFilter->MoveTo(layout.filterPlace);
+        fFilter->ResizeTo(layout.filterWidth, layout.filterHeight);
+    }
     fFooter->MoveTo(layout.footerPlace);
     fFooter->ResizeTo(layout.footerWidth, layout.footerHeight);
     if (fFtpViews != nullptr) {
@@ -168,6 +173,7 @@ void DirPane::RefreshTexts()
     ShowFtpViews();
     fHeader->SetText(fList->HeaderText().c_str());
     fFooter->SetText(fList->GetFiles().c_str());
+    fFooter->SetMarks(fList->MarkTexts());
     fHeader->Invalidate();
     fFooter->Invalidate();
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "panes/FilterField.h"
+#include "panes/StripDrawing.h"
+
 #include <View.h>
 
 #include <memory>
@@ -19,15 +22,15 @@ class RowSource;
 /// progress.
 ///
 /// Thread: its window's; GoToDir() locks the window itself. Ownership: its children are its views'.
-class DirPane : public BView
+class DirPane : public BView, private FilterOwner
 {
 public:
-    static constexpr rgb_color kBackground = {216, 216, 216, 255};
+    static constexpr rgb_color kBackground = kStripBackground;
     static constexpr rgb_color kBlack = {0, 0, 0, 255};
-    static constexpr rgb_color kWhite = {255, 255, 255, 255};
-    static constexpr rgb_color kBevel = {152, 152, 152, 255};
+    static constexpr rgb_color kWhite = kStripLight;
+    static constexpr rgb_color kBevel = kStripShadow;
     static constexpr rgb_color kSelection = {75, 96, 154, 255};
-    static constexpr rgb_color kFooterText = {78, 89, 126, 255};
+    static constexpr rgb_color kFooterText = kStripText;
 
     /// `path` null is "/"; `key` is the pane's digit, shown over the icon column.
     DirPane(BRect frame, const char* path, const char* name, const char* key);
@@ -55,6 +58,12 @@ public:
     /// Comes back from a server to the folder that was shown before.
     void Disconnect();
 
+    /// Opens the field for what names are to hold, or goes back to it.
+    void OpenFilter();
+    /// Shows the field while the list is filtered, and takes it away afterwards.
+    void ShowFilter();
+    FilterField* Filter() const { return fFilter; }
+
     int GetSelected(std::string* path) const;
     int64 GetSize();
     void SetColumnWidth(int32 column, int width);
@@ -75,6 +84,13 @@ public:
     NorvFtr* Footer() const { return fFooter; }
 
 private:
+    // FilterOwner (PaneFilter.cpp)
+    void FilterTyped(const std::string& text) override;
+    void FilterFocused(bool isFocused) override;
+    void FilterLeft() override;
+    void FilterCancelled() override;
+    void FilterPassesKey(const char* bytes, int32 byteCount) override;
+
     void LayOut(float width, float height);
     void ShowStrip(BView& strip, bool isShown);
     void RefreshTexts();
@@ -87,6 +103,7 @@ private:
     NVHeader* fHeader = nullptr;         // a child
     NorvFtr* fFooter = nullptr;          // a child
     BScrollView* fScroller = nullptr;    // a child
+    FilterField* fFilter = nullptr;      // a child while the list is filtered
     std::unique_ptr<FtpViews> fFtpViews; // while the list is on a server
     std::string fStartPath;
     bool fIsHeaderHidden = false;

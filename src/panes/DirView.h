@@ -133,10 +133,20 @@ public:
     void Mark(int32 from, int32 to) { fMarks.Mark(from, to); }
     void Unmark(int32 from, int32 to) { fMarks.Unmark(from, to); }
     void EmptyMarked() { fMarks.Empty(); }
+    /// What the footer says of them.
+    std::string MarkTexts() const { return fMarks.Totals().Text(); }
     const MarkList& Marks() const { return fMarks.List(); }
     DirListItem* RowAt(int32 index) const { return fRows.RowAt(index); }
 
-    // Columns and preferences
+    // The filter (PaneFilter.cpp)
+    void OpenFilter() override;
+    bool EndFilter() override;
+    void BeginFilter() { fRows.BeginFilter(); }
+    void SetFilter(const std::string& text) { fRows.SetFilter(text); }
+    bool IsFiltered() const { return fRows.IsFiltered(); }
+    const std::string& FilterText() const { return fRows.FilterText(); }
+
+    // Columns and preferences (DirViewColumns.cpp)
     int ColumnWidth(int32 index) const;
     void SetColumnWidth(int32 index, int width);
     /// Reads them from the settings.
@@ -189,6 +199,7 @@ private:
 
     RowSorting SortingChosen(const Preferences& preferences) const;
     void SortingChanged();
+    void ShowFilterField();
     bool RefusesToView();
     void AddColumns(const char* iconLabel);
     int32 CurrentInt32(const char* field) const;
@@ -221,7 +232,9 @@ private:
     BView* fPane; // the parent, may be null
     PaneNotifier fNotifier;
     PaneRows fRows{*this, *this};
-    PaneMarks fMarks{fRows};
+    PaneMarks fMarks{fRows, [this] {
+                         NotifyParent(MSG_PANE_INFO);
+                     }};
     PaneGestures fGestures{fRows, fMarks};
     PaneKeys fKeys{*this, fRows, fMarks, *this};
     RowRenaming fRename{*this, fRows};

@@ -91,7 +91,7 @@ BMessage* DirView::GetRefMsg(int32 index)
         if (extra != nullptr) {
             fMarks.Append(extra); // and it stays there, unmarked
         }
-        chosen = Marks().Rows();
+        chosen = fMarks.Rows();
     } else {
         chosen = SelectedRows();
         if (extra != nullptr && std::find(chosen.begin(), chosen.end(), extra) == chosen.end()) {
@@ -153,7 +153,7 @@ void DirView::FolderMeasured(const BMessage& message)
 void DirView::Trash()
 {
     const std::vector<DirListItem*> rows =
-        WithoutParent(fMarks.IsEmpty() ? SelectedRows() : Marks().Rows());
+        WithoutParent(fMarks.IsEmpty() ? SelectedRows() : fMarks.Rows());
     BPath trash;
     if (Window() == nullptr || rows.empty() || find_directory(B_TRASH_DIRECTORY, &trash) != B_OK) {
         return;
@@ -198,7 +198,7 @@ void DirView::StartDrag(int32 index)
     }
     message->AddString("Dragging", "true");
     message->AddString("TypeOfCopy", "Copy");
-    const BBitmap* icon = Marks().Count() < 2 ? row->GetBitmap() : ManyFilesIcon();
+    const BBitmap* icon = fMarks.Totals().rows < 2 ? row->GetBitmap() : ManyFilesIcon();
     DragMessage(message.get(), icon != nullptr ? new BBitmap(icon) : nullptr, B_OP_ALPHA,
                 kDragHotSpot); // adopted
 }

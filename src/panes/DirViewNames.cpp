@@ -63,8 +63,8 @@ void DirView::DoNewFolder()
         return;
     }
     const auto isListed = [this](int32 number) {
-        const int32 index = fRows.Find(NewFolderName(number).c_str());
-        return index >= 0 && RowAt(index)->IsDir();
+        const DirListItem* row = fRows.FindRow(NewFolderName(number).c_str());
+        return row != nullptr && row->IsDir();
     };
     int32 first = 1;
     while (first < kLastFolderNumber && isListed(first)) {
@@ -149,10 +149,14 @@ void DirView::EntryAnswered(const BMessage& answer)
 
 bool DirView::EditNamed(const std::string& name)
 {
-    const int32 index = name.empty() ? -1 : fRows.Find(name.c_str());
-    if (index < 0) {
+    const DirListItem* row = name.empty() ? nullptr : fRows.FindRow(name.c_str());
+    if (row == nullptr) {
         return false;
     }
+    if (row->IsFilteredAway()) {
+        EndFilter(); // what was just made is to be seen
+    }
+    const int32 index = fRows.IndexOf(row);
     Select(index);
     ScrollToSelection();
     Edit(index);

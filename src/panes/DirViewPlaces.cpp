@@ -140,6 +140,7 @@ void DirView::Arrived(const Arrival& arrival)
 {
     fWhereabouts.LookOut();
     if (arrival.isElsewhere) {
+        ShowFilterField();
         ScrollTo(BPoint(0, 0));
     }
     if (arrival.view.has_value()) {

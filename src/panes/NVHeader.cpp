@@ -1,44 +1,11 @@
 #include "panes/NVHeader.h"
 
 #include "panes/DirPane.h"
+#include "panes/StripDrawing.h"
 
-#include <Font.h>
 #include <ViewDescription.h>
 
-#include <cmath>
-
 namespace norvane {
-
-namespace {
-
-constexpr float kTextLeft = 9;
-constexpr float kTextDrop = 5; // of the baseline, below its offset
-
-} // namespace
-
-int StripBaseline()
-{
-    font_height height;
-    be_plain_font->GetHeight(&height);
-    return static_cast<int>(std::ceil(height.ascent));
-}
-
-void DrawStrip(BView& strip, const char* text, int baseline)
-{
-    const BRect bounds = strip.Bounds();
-    const rgb_color textColor = strip.HighColor();
-    strip.FillRect(bounds, B_SOLID_LOW);
-    strip.SetHighColor(DirPane::kWhite);
-    strip.StrokeLine(bounds.LeftTop(), bounds.RightTop());
-    strip.StrokeLine(bounds.LeftTop(), bounds.LeftBottom());
-    strip.SetHighColor(DirPane::kBevel);
-    strip.StrokeLine(bounds.LeftBottom(), bounds.RightBottom());
-    strip.StrokeLine(bounds.RightTop(), bounds.RightBottom());
-    strip.SetHighColor(textColor);
-    strip.SetDrawingMode(B_OP_OVER);
-    strip.DrawString(text, BPoint(kTextLeft, static_cast<float>(baseline) + kTextDrop));
-    strip.SetDrawingMode(B_OP_COPY);
-}
 
 NVHeader::NVHeader(BRect frame, const char* text, const char* name, uint32 resizingMode)
     : BView(frame, name, resizingMode, B_WILL_DRAW | B_FULL_UPDATE_ON_RESIZE), fText(text),

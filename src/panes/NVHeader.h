@@ -29,10 +29,4 @@ private:
     bool fIsSelected = false;
 };
 
-/// How far below a strip's text line its baseline is, in whole units.
-int StripBaseline();
-
-/// Paints what header and footer have in common: background, bevels, one line of text.
-void DrawStrip(BView& strip, const char* text, int baseline);
-
 } // namespace norvane

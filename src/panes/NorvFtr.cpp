@@ -2,17 +2,21 @@
 
 #include "clv/ListLock.h"
 #include "panes/DirPane.h"
-#include "panes/NVHeader.h"
+#include "panes/StripDrawing.h"
 
 #include <StatusBar.h>
 #include <ViewDescription.h>
+
+#include <cmath>
 
 namespace norvane {
 
 namespace {
 
 constexpr float kBarHeight = 22;
-constexpr float kBarTop = -14; // the bar's line of text is cut off by the footer's edge
+constexpr float kMarksMargin = 9; // as the text's at the other end
+constexpr float kMarksGap = 18;   // between the two
+constexpr float kBarTop = -14;    // the bar's line of text is cut off by the footer's edge
 
 } // namespace
 
@@ -37,12 +41,24 @@ NorvFtr::~NorvFtr()
 void NorvFtr::Describe(BViewDescription* description) const
 {
     description->role = BViewDescription::Role::kStaticText;
-    description->name = fText;
+    description->name = fMarks.empty() ? fText : fText + "; " + fMarks;
 }
 
 void NorvFtr::Draw(BRect)
 {
     DrawStrip(*this, fText.c_str(), fBaseline);
+    DrawMarks();
+}
+
+void NorvFtr::DrawMarks()
+{
+    const float left = Bounds().right - kMarksMargin - StringWidth(fMarks.c_str());
+    if (fMarks.empty() || left < kMarksMargin + StringWidth(fText.c_str()) + kMarksGap) {
+        return;
+    }
+    SetDrawingMode(B_OP_OVER);
+    DrawString(fMarks.c_str(), BPoint(std::floor(left), StripTextBottom(fBaseline)));
+    SetDrawingMode(B_OP_COPY);
 }
 
 void NorvFtr::MouseDown(BPoint)

@@ -23,6 +23,9 @@ public:
     /// The caller has it redrawn.
     void SetText(const char* text) { fText = text; }
     const std::string& Text() const { return fText; }
+    /// What stands at the right end where there is room for both; the caller has it redrawn.
+    void SetMarks(const std::string& text) { fMarks = text; }
+    const std::string& Marks() const { return fMarks; }
     void ResizeTo(float width, float height);
 
     /// Attaches the bar, empty.
@@ -34,7 +37,10 @@ public:
     BStatusBar* Bar() const { return fBar; }
 
 private:
+    void DrawMarks();
+
     std::string fText = " ";
+    std::string fMarks;
     int fBaseline;
     BStatusBar* fBar; // ours while it is not attached
 };

@@ -50,6 +50,9 @@ void PaneGestures::MarkWithShift(int32 index)
         return;
     }
     const int32 anchor = fRows.IndexOf(fAnchor);
+    if (anchor < 0) {
+        return; // it is filtered away
+    }
     fMarks.Mark(std::min(anchor, index), std::max(anchor, index));
 }
 

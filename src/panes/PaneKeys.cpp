@@ -4,6 +4,7 @@
 #include "clv/ColumnListView.h"
 #include "panes/PaneMarks.h"
 #include "panes/PaneRows.h"
+#include "panes/PatternMarking.h"
 #include "panes/TypeAhead.h"
 
 #include <InterfaceDefs.h>
@@ -40,10 +41,41 @@ PaneCommand FunctionOf(const KeyPress& key)
     }
 }
 
+bool IsWith(const KeyPress& key, uint32 modifiers)
+{
+    return (key.modifiers & modifiers) != 0;
+}
+
+KeyMeaning PlusMeaning(const KeyPress& key)
+{
+    const bool isAsked = IsWith(key, B_COMMAND_KEY);
+    return {isAsked ? PaneCommand::kMarkMatching : PaneCommand::kMarkAll, true};
+}
+
+KeyMeaning MinusMeaning(const KeyPress& key)
+{
+    const bool isAsked = IsWith(key, B_COMMAND_KEY);
+    return {isAsked ? PaneCommand::kUnmarkMatching : PaneCommand::kUnmarkAll, true};
+}
+
+KeyMeaning SlashMeaning(const KeyPress& key)
+{
+    return IsWith(key, B_COMMAND_KEY | B_OPTION_KEY) ? KeyMeaning{}
+                                                     : KeyMeaning{PaneCommand::kFilter, true};
+}
+
+/// Of a key that moves the cursor.
+KeyMeaning MoveMeaning(const KeyPress& key)
+{
+    const bool marks =
+        IsWith(key, B_SHIFT_KEY) && !IsWith(key, B_COMMAND_KEY | B_OPTION_KEY | B_CONTROL_KEY);
+    return marks ? KeyMeaning{PaneCommand::kMarkTo, true} : KeyMeaning{};
+}
+
 KeyMeaning CharacterMeaning(const KeyPress& key)
 {
-    const bool isTyped = (key.modifiers & (B_COMMAND_KEY | B_OPTION_KEY)) == 0 &&
-                         IsTypeAheadKey(key.bytes, key.byteCount);
+    const bool isTyped =
+        !IsWith(key, B_COMMAND_KEY | B_OPTION_KEY) && IsTypeAheadKey(key.bytes, key.byteCount);
     return isTyped ? KeyMeaning{PaneCommand::kTypeAhead, true} : KeyMeaning{};
 }
 
@@ -67,6 +99,8 @@ bool MayRepeat(PaneCommand command)
     case PaneCommand::kNewFolder:
     case PaneCommand::kQuery:
     case PaneCommand::kStop:
+    case PaneCommand::kMarkMatching:
+    case PaneCommand::kUnmarkMatching:
         return false;
     default:
         return true;
@@ -93,9 +127,18 @@ KeyMeaning MeaningOfFirst(const KeyPress& key)
     case '*':
         return {PaneCommand::kToggleMarks, true};
     case '+':
-        return {PaneCommand::kMarkAll, true};
+        return PlusMeaning(key);
     case '-':
-        return {PaneCommand::kUnmarkAll, true};
+        return MinusMeaning(key);
+    case '/':
+        return SlashMeaning(key);
+    case B_UP_ARROW:
+    case B_DOWN_ARROW:
+    case B_PAGE_UP:
+    case B_PAGE_DOWN:
+    case B_HOME:
+    case B_END:
+        return MoveMeaning(key);
     case B_FUNCTION_KEY:
         return {FunctionOf(key), false};
     default:
@@ -117,6 +160,9 @@ KeyMeaning MeaningOf(const KeyPress& key)
 bool PaneKeys::KeyDown(const KeyPress& key)
 {
     const KeyMeaning meaning = MeaningOf(key);
+    if (meaning.command != PaneCommand::kMarkTo) {
+        fRange.End();
+    }
     CarryOut(meaning.command, key);
     return meaning.isUsedUp;
 }
@@ -188,9 +234,19 @@ void PaneKeys::CarryOut(PaneCommand command, const KeyPress& key)
         TypeAhead(key);
         break;
     case PaneCommand::kStop:
-        if (!fTarget.CancelWork()) {
-            Post(kStopOperation);
-        }
+        Stop();
+        break;
+    case PaneCommand::kMarkTo:
+        MarkTo(key);
+        break;
+    case PaneCommand::kMarkMatching:
+        AskForPattern(fList, PatternUse::kMark);
+        break;
+    case PaneCommand::kUnmarkMatching:
+        AskForPattern(fList, PatternUse::kUnmark);
+        break;
+    case PaneCommand::kFilter:
+        fTarget.OpenFilter();
         break;
     }
 }
@@ -212,6 +268,22 @@ void PaneKeys::MarkSelectedAndGoOn()
     if (selected < fRows.CountRows() - 1) {
         fList.Select(selected + 1);
         fList.ScrollToSelection();
+    }
+}
+
+/// The list moves its cursor as it does without Shift.
+void PaneKeys::MarkTo(const KeyPress& key)
+{
+    const int32 from = fList.CurrentSelection();
+    fList.ColumnListView::KeyDown(key.bytes, key.byteCount);
+    fRange.Moved(from, fList.CurrentSelection());
+}
+
+/// What is nearest to a person's eye comes first.
+void PaneKeys::Stop()
+{
+    if (!fTarget.EndFilter() && !fTarget.CancelWork()) {
+        Post(kStopOperation);
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "panes/RangeMarks.h"
+
 #include <SupportDefs.h>
 
 class BMessage;
@@ -43,6 +45,10 @@ enum class PaneCommand : uint8 {
     kQuery,
     kTypeAhead,
     kStop,
+    kMarkTo,
+    kMarkMatching,
+    kUnmarkMatching,
+    kFilter,
 };
 
 struct KeyMeaning
@@ -74,6 +80,10 @@ public:
     /// The message that carries what is chosen; null when nothing is. Returned to the caller.
     virtual BMessage* GetRefMsg(int32 index) = 0;
     virtual void NotifyParent(uint32 code) = 0;
+    /// Opens the field for what names are to hold.
+    virtual void OpenFilter() = 0;
+    /// False when there is no filter.
+    virtual bool EndFilter() = 0;
 };
 
 /// Carries out what the keys of a list are for.
@@ -83,18 +93,23 @@ class PaneKeys
 {
 public:
     PaneKeys(ColumnListView& list, PaneRows& rows, PaneMarks& marks, KeyTarget& target)
-        : fList(list), fRows(rows), fMarks(marks), fTarget(target)
+        : fList(list), fRows(rows), fMarks(marks), fTarget(target), fRange(rows, marks)
     {
     }
 
     /// True when the key is used up.
     bool KeyDown(const KeyPress& key);
+    /// A row goes away.
+    void Forget(const DirListItem* row) { fRange.Forget(row); }
+    void ForgetAll() { fRange.End(); }
 
 private:
     void CarryOut(PaneCommand command, const KeyPress& key);
     void MarkSelected();
     void MarkSelectedAndGoOn();
+    void MarkTo(const KeyPress& key);
     void StartCopy(const char* type);
+    void Stop();
     void TypeAhead(const KeyPress& key);
     void Post(uint32 code);
 
@@ -102,6 +117,7 @@ private:
     PaneRows& fRows;
     PaneMarks& fMarks;
     KeyTarget& fTarget;
+    RangeMarks fRange;
 };
 
 } // namespace norvane

@@ -11,6 +11,7 @@ struct PaneStrips
     bool header = true;
     bool footer = true;
     bool server = false; // the button beside the header, and the log below the list
+    bool filter = false; // the field right below the list
 };
 
 /// Where a pane's parts stand. Sizes are never below zero.
@@ -21,6 +22,9 @@ struct PaneLayout
     BPoint listPlace;
     float listWidth = 0; // column header and rows, without scroll bars
     float listHeight = 0;
+    BPoint filterPlace; // these where there is a filter
+    float filterWidth = 0;
+    float filterHeight = 0;
     BPoint footerPlace;
     float footerWidth = 0;
     float footerHeight = 0;

@@ -208,6 +208,9 @@ void PaneListing::Opened(RowSource& source, ListedRows rows)
         return;
     }
     fRows.Clear();
+    if (fWay != Way::kAgain) {
+        fRows.EndFilter(); // it was of the place left
+    }
     fRows.Fill(std::move(rows));
     fNotifier.StopProgress();
     fNotifier.Post(MSG_PANE_INFO);

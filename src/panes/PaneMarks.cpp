@@ -1,5 +1,7 @@
 #include "panes/PaneMarks.h"
 
+#include "panes/NamePatterns.h"
+
 #include <algorithm>
 
 namespace norvane {
@@ -8,8 +10,21 @@ void PaneMarks::Toggle(int32 index)
 {
     DirListItem* row = fRows.RowAt(index);
     if (row != nullptr && !row->IsParent()) {
+        Totals(); // of what changed before
         fMarks.Toggle(row);
         fRows.Redraw(row);
+        if (fChanged) {
+            fChanged();
+        }
+    }
+}
+
+/// Many at once.
+void PaneMarks::Changed()
+{
+    fRows.RedrawAll();
+    if (fChanged) {
+        fChanged();
     }
 }
 
@@ -25,16 +40,50 @@ std::vector<DirListItem*> PaneMarks::RowsBetween(int32 from, int32 to) const
     return rows;
 }
 
+std::vector<DirListItem*> PaneMarks::RowsMatching(const NamePatterns& patterns) const
+{
+    std::vector<DirListItem*> rows;
+    for (int32 index = 0; index < fRows.CountRows(); index++) {
+        DirListItem* row = fRows.RowAt(index);
+        if (!row->IsParent() && patterns.Matches(row->LeafName(), row->IsDir())) {
+            rows.push_back(row);
+        }
+    }
+    return rows;
+}
+
+void PaneMarks::Mark(const std::vector<DirListItem*>& rows)
+{
+    Totals(); // of what changed before
+    fMarks.Mark(rows);
+    Changed();
+}
+
+void PaneMarks::Unmark(const std::vector<DirListItem*>& rows)
+{
+    Totals();
+    fMarks.Unmark(rows);
+    Changed();
+}
+
 void PaneMarks::Mark(int32 from, int32 to)
 {
-    fMarks.Mark(RowsBetween(from, to));
-    fRows.RedrawAll();
+    Mark(RowsBetween(from, to));
 }
 
 void PaneMarks::Unmark(int32 from, int32 to)
 {
-    fMarks.Unmark(RowsBetween(from, to));
-    fRows.RedrawAll();
+    Unmark(RowsBetween(from, to));
+}
+
+void PaneMarks::MarkMatching(const NamePatterns& patterns)
+{
+    Mark(RowsMatching(patterns));
+}
+
+void PaneMarks::UnmarkMatching(const NamePatterns& patterns)
+{
+    Unmark(RowsMatching(patterns));
 }
 
 void PaneMarks::ToggleAll(int32 from, int32 to)
@@ -44,17 +93,39 @@ void PaneMarks::ToggleAll(int32 from, int32 to)
     for (DirListItem* row : RowsBetween(from, to)) {
         (row->IsMarked() ? marked : others).push_back(row);
     }
+    Totals();
     fMarks.Unmark(marked);
     fMarks.Mark(others);
-    fRows.RedrawAll();
+    Changed();
 }
 
 void PaneMarks::Empty()
 {
-    if (!fMarks.IsEmpty()) {
-        fMarks.Clear();
-        fRows.RedrawAll();
+    if (!IsEmpty()) {
+        fMarks.ClearSeen();
+        Changed();
     }
+}
+
+bool PaneMarks::IsEmpty() const
+{
+    return fMarks.Count() <= Totals().unseen;
+}
+
+std::vector<DirListItem*> PaneMarks::Rows() const
+{
+    Totals();
+    return fMarks.SeenRows();
+}
+
+const MarkTotals& PaneMarks::Totals() const
+{
+    const uint32 changes = fRows.MarkedChanges();
+    if (fCounted != changes) {
+        fCounted = changes;
+        fMarks.Recount();
+    }
+    return fMarks.Totals();
 }
 
 } // namespace norvane

@@ -51,9 +51,10 @@ DirListItem* PaneRows::RowAt(int32 index) const
 
 void PaneRows::VisitRows(const std::function<void(DirListItem*)>& visit) const
 {
-    for (int32 i = 0; i < CountRows(); i++) {
-        if (!fChanges.has_value() || !fChanges->leavers.contains(RowAt(i))) {
-            visit(RowAt(i));
+    for (int32 i = 0; i < fFilter.CountRows(); i++) {
+        DirListItem* row = fFilter.RowAt(i);
+        if (!fChanges.has_value() || !fChanges->leavers.contains(row)) {
+            visit(row);
         }
     }
     if (fChanges.has_value()) {
@@ -67,7 +68,7 @@ const RowIndex& PaneRows::Nodes() const
 {
     if (!fNodes.has_value()) {
         fNodes.emplace();
-        fNodes->Reserve(static_cast<std::size_t>(CountRows()));
+        fNodes->Reserve(static_cast<std::size_t>(fFilter.CountRows()));
         VisitRows([this](DirListItem* row) {
             // Rows of a server have no node: under their common number zero they would lie in one
             // long run, and adding the last of a hundred thousand would walk past all others.
@@ -83,7 +84,7 @@ const RowNames& PaneRows::Names() const
 {
     if (!fNames.has_value()) {
         fNames.emplace();
-        fNames->Reserve(static_cast<std::size_t>(CountRows()));
+        fNames->Reserve(static_cast<std::size_t>(fFilter.CountRows()));
         VisitRows([this](DirListItem* row) {
             if (!row->IsParent()) {
                 fNames->Add(row);
@@ -91,6 +92,11 @@ const RowNames& PaneRows::Names() const
         });
     }
     return *fNames;
+}
+
+int32 PaneRows::IndexOf(const DirListItem* row) const
+{
+    return row->IsFilteredAway() ? -1 : fOrder.IndexOf(row, *this);
 }
 
 int32 PaneRows::Find(const char* name) const
@@ -112,6 +118,8 @@ void PaneRows::Note(DirListItem* row)
         fNames->Add(row);
     }
     fTotals.Add(*row);
+    fFilter.CountIn(*row);
+    fMarkedChanges += row->IsMarked() ? 1 : 0;
 }
 
 void PaneRows::Forget(DirListItem* row)
@@ -123,13 +131,14 @@ void PaneRows::Forget(DirListItem* row)
         fNames->Remove(row);
     }
     fTotals.Remove(*row);
+    fFilter.CountOut(*row);
 }
 
 void PaneRows::RewriteDates()
 {
     const DatePattern& dates = DatePattern::For(fDateFormat);
-    for (int32 index = 0; index < CountRows(); index++) {
-        RowAt(index)->SetDates(dates);
+    for (int32 index = 0; index < fFilter.CountRows(); index++) {
+        fFilter.RowAt(index)->SetDates(dates);
     }
 }
 
@@ -147,22 +156,28 @@ void PaneRows::Fill(ListedRows rows)
         for (std::unique_ptr<DirListItem>& row : *group) {
             if (row->IsParent() || !IsLeftOut(row->GetEntryName())) {
                 Note(row.get());
+                fFilter.Judge(row.get());
                 added.AddItem(row.release()); // ours, deleted by Clear()
             }
         }
     }
-    fList.AddList(&added);
+    if (fFilter.IsOn()) {
+        SetRows(added, -1);
+    } else {
+        fList.AddList(&added);
+    }
 }
 
 void PaneRows::Clear()
 {
     fListener.AllRowsLeave();
-    const int32 count = CountRows();
+    const int32 count = fFilter.CountRows();
     // Deleted once the list has let go of them.
     auto rows = std::make_unique<RowList>(static_cast<std::size_t>(count));
     for (int32 i = 0; i < count; i++) {
-        (*rows)[static_cast<std::size_t>(i)].reset(RowAt(i));
+        (*rows)[static_cast<std::size_t>(i)].reset(fFilter.RowAt(i));
     }
+    fFilter.Clear();
     fNodes.reset();
     fNames.reset();
     fOrder.Clear();
@@ -192,7 +207,14 @@ void PaneRows::Insert(std::unique_ptr<DirListItem> row)
     if (!place.isInOrder) {
         fOrder.Displaced(row.get());
     }
-    fList.AddItem(row.release(), place.index); // the same
+    DirListItem* inserted = row.release(); // the same
+    fFilter.Judge(inserted);
+    if (fFilter.IsOn()) {
+        fFilter.Insert(place.index, inserted);
+    }
+    if (!inserted->IsFilteredAway()) {
+        fList.AddItem(inserted, fFilter.ShownBefore(place.index));
+    }
     fListener.RowsChanged();
 }
 
@@ -203,19 +225,33 @@ void PaneRows::Remove(DirListItem* row)
         if (fChanges->coming.erase(row) == 0) {
             fChanges->leavers.insert(row);
         }
+        fChanges->rebuilt.erase(row);
         fChanges->leaving.emplace_back(row);
         return;
     }
-    const int32 index = IndexOf(row);
-    const bool wasSelected = row->IsSelected();
+    const int32 index = fOrder.IndexOf(row);
     fListener.RowsLeave({row});
     const std::unique_ptr<DirListItem> removed(row);
     fOrder.Forget(row);
+    const int32 shown = fFilter.ShownBefore(index);
+    if (fFilter.IsOn()) {
+        fFilter.Remove(index);
+    }
+    if (!row->IsFilteredAway()) {
+        TakeOut(shown);
+    }
+    fListener.RowsChanged();
+}
+
+/// Takes the row at an index out of the list; when it was selected, the one that takes its place
+/// is.
+void PaneRows::TakeOut(int32 index)
+{
+    const bool wasSelected = RowAt(index)->IsSelected();
     fList.RemoveItem(index);
     if (wasSelected && CountRows() > 0) {
         fList.Select(std::min(index, CountRows() - 1));
     }
-    fListener.RowsChanged();
 }
 
 void PaneRows::Rebuild(DirListItem* row, const entry_ref& ref)
@@ -286,25 +322,31 @@ void PaneRows::Rebuilt(DirListItem* row, const std::string& oldName, bool wasFol
     fListener.RowsChanged();
 }
 
-/// Whether the row at an index stands between its neighbours as the rows are sorted.
+/// Whether the row at an index, of all rows, stands between its neighbours as they are sorted.
 bool PaneRows::IsInPlace(int32 index) const
 {
     const RowSorting& sorting = fOrder.Sorting();
-    const DirListItem& row = *RowAt(index);
-    return (index == 0 || sorting.Compare(*RowAt(index - 1), row) < 0) &&
-           (index + 1 == CountRows() || sorting.Compare(row, *RowAt(index + 1)) < 0);
+    const DirListItem& row = *fFilter.RowAt(index);
+    return (index == 0 || sorting.Compare(*fFilter.RowAt(index - 1), row) < 0) &&
+           (index + 1 == fFilter.CountRows() ||
+            sorting.Compare(row, *fFilter.RowAt(index + 1)) < 0);
 }
 
 /// Has a row that changed drawn, where rows are sorted in its place.
 void PaneRows::Place(DirListItem* row)
 {
-    const int32 index = IndexOf(row);
-    if (index < 0 || fOrder.Sorting().IsListings() || IsInPlace(index)) {
+    const int32 index = fOrder.IndexOf(row);
+    const bool stays = index < 0 || fOrder.Sorting().IsListings() || IsInPlace(index);
+    const int32 place = stays ? index : PlaceAmongOthers(index);
+    if (fFilter.IsOn() && index >= 0) {
+        PlaceFiltered(row, index, place);
+        return;
+    }
+    if (stays) {
         fList.InvalidateItem(index);
         return;
     }
-    const bool isFollowed = IsFollowed(index);
-    const int32 place = PlaceAmongOthers(index);
+    const bool isFollowed = IsFollowed(row);
     fList.MoveItem(index, place);
     fList.InvalidateItem(place);
     if (isFollowed) {
@@ -313,20 +355,20 @@ void PaneRows::Place(DirListItem* row)
 }
 
 /// Whether a person has a row in sight that moves, as one just renamed: there it stays.
-bool PaneRows::IsFollowed(int32 index) const
+bool PaneRows::IsFollowed(const DirListItem* row) const
 {
-    return RowAt(index)->IsSelected() && fList.Bounds().Intersects(fList.ItemFrame(index));
+    return row->IsSelected() && fList.Bounds().Intersects(fList.ItemFrame(IndexOf(row)));
 }
 
 /// Where a row belongs among all others, which are in their places.
 int32 PaneRows::PlaceAmongOthers(int32 index) const
 {
     int32 low = 0;
-    int32 high = CountRows() - 1;
+    int32 high = fFilter.CountRows() - 1;
     while (low < high) {
         const int32 middle = low + (high - low) / 2;
-        const DirListItem& other = *RowAt(middle < index ? middle : middle + 1);
-        if (fOrder.Sorting().Compare(other, *RowAt(index)) < 0) {
+        const DirListItem& other = *fFilter.RowAt(middle < index ? middle : middle + 1);
+        if (fOrder.Sorting().Compare(other, *fFilter.RowAt(index)) < 0) {
             low = middle + 1;
         } else {
             high = middle;
@@ -338,6 +380,7 @@ int32 PaneRows::PlaceAmongOthers(int32 index) const
 void PaneRows::SetDirSize(DirListItem* row, int64 bytes)
 {
     row->SetDirSize(bytes);
+    fMarkedChanges += row->IsMarked() ? 1 : 0;
     Place(row);
     fListener.RowsChanged();
 }
@@ -357,10 +400,10 @@ void PaneRows::SetLeavesOutDotNames(bool isOn)
     }
     auto left = std::make_unique<RowList>();
     std::vector<DirListItem*> leaving;
-    BList kept(CountRows());
+    BList kept(fFilter.CountRows());
     int32 selected = -1;
-    for (int32 i = 0; i < CountRows(); i++) {
-        DirListItem* row = RowAt(i);
+    for (int32 i = 0; i < fFilter.CountRows(); i++) {
+        DirListItem* row = fFilter.RowAt(i);
         if (row->IsParent() || !IsLeftOut(row->GetEntryName())) {
             kept.AddItem(row);
             continue;
@@ -369,6 +412,7 @@ void PaneRows::SetLeavesOutDotNames(bool isOn)
         leaving.push_back(row);
         left->emplace_back(row);
         fTotals.Remove(*row);
+        fFilter.CountOut(*row);
         fOrder.Forget(row);
     }
     if (!leaving.empty()) {
@@ -385,10 +429,7 @@ void PaneRows::Leave(const std::vector<DirListItem*>& leaving, std::unique_ptr<R
     fNodes.reset();
     fNames.reset();
     fListener.RowsLeave(leaving);
-    fList.SetItems(&kept);
-    if (selected >= 0 && CountRows() > 0) {
-        fList.Select(std::min(selected, CountRows() - 1));
-    }
+    SetRows(kept, selected);
     fListener.RowsChanged();
     if (leaving.size() > static_cast<std::size_t>(kManyRows)) {
         DeleteInBackground(std::move(left));

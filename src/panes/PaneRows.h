@@ -1,6 +1,7 @@
 #pragma once
 
 #include "panes/FolderTotals.h"
+#include "panes/RowFilter.h"
 #include "panes/RowIndex.h"
 #include "panes/RowOrder.h"
 #include "panes/RowSource.h"
@@ -39,6 +40,9 @@ public:
 /// In the listing's order a row that changes keeps its place; where a person had rows sorted it
 /// goes where it belongs.
 ///
+/// A filter keeps rows out of the list: then those that are shown have indices, while all are found
+/// by name and by node, change and go.
+///
 /// Thread: the list's window's. Ownership: every row in the list is its own; the list, the listener
 /// and the rows that it returns are borrowed, a row until the listener hears that it leaves.
 /// Clear() is called before the list dies.
@@ -51,7 +55,7 @@ public:
     PaneRows(const PaneRows&) = delete;
     PaneRows& operator=(const PaneRows&) = delete;
 
-    // RowSequence
+    // RowSequence, of the rows shown
     int32 CountRows() const override;
     /// Null outside the list.
     DirListItem* RowAt(int32 index) const override;
@@ -64,7 +68,8 @@ public:
     void Become(ListedRows fresh);
     /// Deletes all rows; very many on a thread of their own.
     void Clear();
-    const FolderTotals& Totals() const { return fTotals; }
+    /// Of those that are shown.
+    FolderTotals Totals() const;
 
     /// Puts all rows into an order, and keeps them so.
     void SetSorting(const RowSorting& sorting);
@@ -73,6 +78,19 @@ public:
     /// Shows them in the order that they have now; does nothing when there are none.
     void TakeSorted(const RowsToSort& sorted);
     const RowSorting& Sorting() const { return fOrder.Sorting(); }
+
+    // The filter (PaneRowsFilter.cpp)
+    /// Begins to filter, by no text yet.
+    void BeginFilter() { fFilter.Begin(); }
+    bool IsFiltered() const { return fFilter.IsOn(); }
+    /// Shows the rows alone whose own names hold a text. When the selected row goes the next one
+    /// that stays is selected; when none but ".." was, the first.
+    void SetFilter(const std::string& text);
+    const std::string& FilterText() const { return fFilter.Text(); }
+    /// Shows all rows; the selected one stays in sight.
+    void EndFilter();
+    /// Another number whenever a marked row changed, or marked rows may have been hidden or shown.
+    uint32 MarkedChanges() const { return fMarkedChanges; }
 
     // One row
     /// Puts a row in its place. One of its name gives way.
@@ -104,8 +122,8 @@ public:
     void BeginChanges();
     void EndChanges();
 
-    // Searches; null or -1 when there is none
-    int32 IndexOf(const DirListItem* row) const { return fOrder.IndexOf(row); }
+    // Searches; null or -1 when there is none, or for an index when it is filtered away
+    int32 IndexOf(const DirListItem* row) const;
     int32 Find(const char* name) const;
     /// The row of that name; never "..".
     DirListItem* FindRow(const char* name) const { return Names().Find(name); }
@@ -133,7 +151,7 @@ private:
         std::vector<std::unique_ptr<DirListItem>> leaving;
         std::unordered_set<const DirListItem*> leavers; // of these, those that the list has
         std::unordered_set<DirListItem*> coming;        // not in the list
-        std::unordered_set<const DirListItem*> rebuilt;
+        std::unordered_set<DirListItem*> rebuilt;
     };
 
     /// Those of the list as it will be when the changes have ended, in no order.
@@ -145,25 +163,32 @@ private:
     void Forget(DirListItem* row);
     void Rebuilt(DirListItem* row, const std::string& oldName, bool wasFolder);
     bool IsInPlace(int32 index) const;
-    bool AreInPlace(const std::unordered_set<const DirListItem*>& rows) const;
+    bool AreInPlace(const std::unordered_set<DirListItem*>& rows) const;
     void Place(DirListItem* row);
-    bool IsFollowed(int32 index) const;
+    void PlaceFiltered(DirListItem* row, int32 from, int32 to);
+    void TakeOut(int32 index);
+    bool IsFollowed(const DirListItem* row) const;
     int32 PlaceAmongOthers(int32 index) const;
+    bool JudgeAll(const Changes& changes);
+    bool GoesFrom(const DirListItem* row, const Changes& changes) const;
+    void SelectFiltered(const DirListItem* selected, int32 place);
     void RemoveAllBut(const std::unordered_set<std::string_view>& names);
     void BecomeOrInsert(std::unique_ptr<DirListItem> fresh);
     void MergeInto(const Changes& changes);
-    void MergeInOrder(const Changes& changes);
+    void MergeInOrder(const Changes& changes, bool showsOthers);
     void SetRows(const BList& rows, int32 selected);
-    void RedrawSeen(const std::unordered_set<const DirListItem*>& rows);
+    void RedrawSeen(const std::unordered_set<DirListItem*>& rows);
 
     ColumnListView& fList;
     RowsListener& fListener;
-    RowOrder fOrder{*this};
+    RowFilter fFilter{*this}; // all rows
+    RowOrder fOrder{fFilter};
     mutable std::optional<RowIndex> fNodes; // of the rows that have nodes
     mutable std::optional<RowNames> fNames;
     std::optional<Changes> fChanges; // between BeginChanges() and EndChanges()
     FolderTotals fTotals;
     std::string fDateFormat;
+    uint32 fMarkedChanges = 0;
     bool fLeavesOutDotNames = false;
 };
 

@@ -5,7 +5,6 @@
 #include <List.h>
 
 #include <algorithm>
-#include <span>
 #include <utility>
 
 // Many rows at once.
@@ -42,10 +41,9 @@ RowsToSort PaneRows::ToSort(const RowSorting& sorting) const
 {
     RowsToSort all{sorting, {}};
     if (sorting != fOrder.Sorting()) {
-        const std::span rows(fList.Items(), static_cast<std::size_t>(CountRows()));
-        all.rows.reserve(rows.size());
-        for (const BListItem* row : rows) {
-            all.rows.push_back(static_cast<DirListItem*>(const_cast<BListItem*>(row)));
+        all.rows.reserve(static_cast<std::size_t>(fFilter.CountRows()));
+        for (int32 i = 0; i < fFilter.CountRows(); i++) {
+            all.rows.push_back(fFilter.RowAt(i));
         }
     }
     return all;
@@ -135,9 +133,10 @@ void PaneRows::EndChanges()
         }
         fListener.RowsLeave(leaving);
     }
+    const bool showsOthers = fFilter.IsOn() && JudgeAll(*changes);
     if (!fOrder.Sorting().IsListings()) {
-        MergeInOrder(*changes);
-    } else if (!changes->leavers.empty() || !changes->coming.empty()) {
+        MergeInOrder(*changes, showsOthers);
+    } else if (showsOthers || !changes->leavers.empty() || !changes->coming.empty()) {
         MergeInto(*changes);
     }
     RedrawSeen(changes->rebuilt);
@@ -145,7 +144,7 @@ void PaneRows::EndChanges()
 }
 
 /// Of these rows, those that are in sight.
-void PaneRows::RedrawSeen(const std::unordered_set<const DirListItem*>& rows)
+void PaneRows::RedrawSeen(const std::unordered_set<DirListItem*>& rows)
 {
     const BRect seen = fList.Bounds();
     const int32 first = rows.empty() ? -1 : fList.IndexOf(seen.LeftTop());
@@ -159,17 +158,39 @@ void PaneRows::RedrawSeen(const std::unordered_set<const DirListItem*>& rows)
     }
 }
 
+/// Judges the rows that come or have other names. False when that is all the same for those that
+/// are there.
+bool PaneRows::JudgeAll(const Changes& changes)
+{
+    for (DirListItem* row : changes.coming) {
+        fFilter.Judge(row);
+    }
+    bool isAnyOther = false;
+    for (DirListItem* row : changes.rebuilt) {
+        isAnyOther = fFilter.Judge(row) || isAnyOther;
+    }
+    fMarkedChanges += isAnyOther ? 1 : 0;
+    return isAnyOther;
+}
+
+/// Whether a row that was selected goes, or is hidden: another one is to be.
+bool PaneRows::GoesFrom(const DirListItem* row, const Changes& changes) const
+{
+    return (changes.leavers.contains(row) || (fFilter.IsOn() && row->IsFilteredAway())) &&
+           row->IsSelected();
+}
+
 /// Brings the list up to date: leaves out what leaves, and puts each row that comes before the
 /// first row that is greater, as Insert() does.
 void PaneRows::MergeInto(const Changes& changes)
 {
     ComingRows coming(changes.coming, fOrder.Sorting());
-    BList rows(CountRows() + static_cast<int32>(changes.coming.size()) + 1);
+    BList rows(fFilter.CountRows() + static_cast<int32>(changes.coming.size()) + 1);
     int32 selected = -1;
-    for (int32 i = 0; i < CountRows(); i++) {
-        DirListItem* row = RowAt(i);
+    for (int32 i = 0; i < fFilter.CountRows(); i++) {
+        DirListItem* row = fFilter.RowAt(i);
+        selected = GoesFrom(row, changes) ? rows.CountItems() : selected;
         if (changes.leavers.contains(row)) {
-            selected = row->IsSelected() ? rows.CountItems() : selected;
             continue;
         }
         const bool isDisplaced = fOrder.IsDisplaced(row);
@@ -189,24 +210,24 @@ void PaneRows::MergeInto(const Changes& changes)
 
 /// The same where rows are sorted: what changed goes to its place like what comes, while all others
 /// are in theirs.
-void PaneRows::MergeInOrder(const Changes& changes)
+void PaneRows::MergeInOrder(const Changes& changes, bool showsOthers)
 {
-    if (changes.leavers.empty() && changes.coming.empty() && AreInPlace(changes.rebuilt)) {
+    if (!showsOthers && changes.leavers.empty() && changes.coming.empty() &&
+        AreInPlace(changes.rebuilt)) {
         return;
     }
     std::vector<DirListItem*> coming(changes.coming.begin(), changes.coming.end());
     std::vector<DirListItem*> kept;
-    kept.reserve(static_cast<std::size_t>(CountRows()));
-    const DirListItem* selected = nullptr; // one that leaves
+    kept.reserve(static_cast<std::size_t>(fFilter.CountRows()));
+    const DirListItem* selected = nullptr; // one that goes
     bool isFollowed = false;
-    for (int32 i = 0; i < CountRows(); i++) {
-        DirListItem* row = RowAt(i);
-        if (changes.leavers.contains(row)) {
-            selected = row->IsSelected() ? row : selected;
-        } else {
+    for (int32 i = 0; i < fFilter.CountRows(); i++) {
+        DirListItem* row = fFilter.RowAt(i);
+        selected = GoesFrom(row, changes) ? row : selected;
+        if (!changes.leavers.contains(row)) {
             const bool isMoved = changes.rebuilt.contains(row);
             (isMoved ? coming : kept).push_back(row);
-            isFollowed = isFollowed || (isMoved && IsFollowed(i));
+            isFollowed = isFollowed || (isMoved && IsFollowed(row));
         }
     }
     const auto isBefore = [this](const DirListItem* a, const DirListItem* b) {
@@ -233,21 +254,27 @@ void PaneRows::MergeInOrder(const Changes& changes)
 }
 
 /// Whether rows, a few, stand between their neighbours as the rows are sorted. Of many it says no.
-bool PaneRows::AreInPlace(const std::unordered_set<const DirListItem*>& rows) const
+bool PaneRows::AreInPlace(const std::unordered_set<DirListItem*>& rows) const
 {
     constexpr std::size_t kFew = 16;
     return rows.size() <= kFew && std::all_of(rows.begin(), rows.end(), [this](const auto* row) {
-               const int32 index = IndexOf(row);
+               const int32 index = fOrder.IndexOf(row);
                return index >= 0 && IsInPlace(index);
            });
 }
 
-/// `selected` is where a row was that was selected and left, or -1.
+/// All rows. `selected` is where among them a row was that was selected and left, or -1.
 void PaneRows::SetRows(const BList& rows, int32 selected)
 {
-    fList.SetItems(&rows);
+    if (fFilter.IsOn()) {
+        fFilter.SetRows(rows);
+        const BList shown = fFilter.Shown();
+        fList.SetItems(&shown);
+    } else {
+        fList.SetItems(&rows);
+    }
     if (selected >= 0 && CountRows() > 0) {
-        fList.Select(std::min(selected, CountRows() - 1));
+        fList.Select(std::min(fFilter.ShownBefore(selected), CountRows() - 1));
     }
 }
 

@@ -51,15 +51,16 @@ public:
     /// Where a new row goes: before the first row behind ".." that is greater.
     Place PlaceFor(const DirListItem& row) const;
     /// The index of a row, -1 when it is not there.
-    int32 IndexOf(const DirListItem* row) const;
+    int32 IndexOf(const DirListItem* row) const { return IndexOf(row, fRows); }
+    /// The same among some of the rows, in their order.
+    int32 IndexOf(const DirListItem* row, const RowSequence& some) const;
 
     bool IsDisplaced(const DirListItem* row) const;
 
 private:
-    int32 First() const;
-    bool IsBehind(int32 index, const DirListItem& row) const;
-    int32 SearchPlace(const DirListItem& row) const;
-    int32 Walk(const DirListItem* row) const;
+    bool IsBehind(const DirListItem& other, const DirListItem& row) const;
+    int32 SearchPlace(const DirListItem& row, const RowSequence& rows) const;
+    static int32 Walk(const DirListItem* row, const RowSequence& rows);
     int32 ScanForPlace(const DirListItem& row) const;
 
     const RowSequence& fRows;

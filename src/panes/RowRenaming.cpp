@@ -62,8 +62,14 @@ void RowRenaming::Forget(const DirListItem* row)
 
 void RowRenaming::Follow()
 {
-    if (IsOpen()) {
-        fField.MoveTo(NameCell(fRows.IndexOf(fField.Row())));
+    if (!IsOpen()) {
+        return;
+    }
+    const int32 index = fRows.IndexOf(fField.Row());
+    if (index < 0) {
+        Drop(); // it is filtered away
+    } else {
+        fField.MoveTo(NameCell(index));
     }
 }
 

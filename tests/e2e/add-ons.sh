@@ -23,7 +23,7 @@ run_add_on() { # NAME
 }
 
 key s
-key ctrl+a # the shortcut of MakeArchive
+key ctrl+k # the shortcut of MakeArchive
 answerable MakeArchive
 shot make-archive
 key Escape

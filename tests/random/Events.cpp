@@ -179,8 +179,8 @@ void Events::TypeDigit()
 
 void Events::TypeSign()
 {
-    const char name[] = {"+-*."[Draw(4)], '\0'};
-    TypeNamed(name[0], name, 0);
+    const char name[] = {"+-*./"[Draw(5)], '\0'};
+    TypeNamed(name[0], name, Modifiers());
 }
 
 void Events::TypeSteering()

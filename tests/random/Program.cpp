@@ -12,6 +12,7 @@
 #include "fileops/engine/Operations.h"
 #include "panes/DirPane.h"
 #include "panes/DirView.h"
+#include "panes/NamePart.h"
 
 #include <Alert.h>
 #include <OS.h>
@@ -113,6 +114,7 @@ struct Program::Pane
     std::string path;
     std::string inside; // the path of some row
     node_ref node;
+    std::string filter; // what its rows' names hold
     std::vector<std::string> names;
 
     bool IsAt(const std::string& folder) const
@@ -281,6 +283,7 @@ bool Program::ReadPanes(std::vector<Pane>* panes) const
         pane.isLocal = list->Mode() == norvane::kLocalMode;
         pane.path = list->Path();
         pane.node = list->FolderNode();
+        pane.filter = list->FilterText();
         for (int32 row = 0; row < list->CountItems(); row++) {
             if (!list->RowAt(row)->IsParent()) {
                 pane.names.emplace_back(list->RowAt(row)->GetEntryName());
@@ -309,6 +312,8 @@ std::string Program::Judge(const Pane& pane, Tally* tally)
     if (!place.empty() && place != pane.path) {
         return "the pane of " + pane.path + " shows what is at " + place + " by now\n";
     }
+    const norvane::NamePart filter(pane.filter);
+    std::erase_if(fresh, [&](const std::string& name) { return !filter.IsIn(name.c_str()); });
     tally->panes++;
     tally->rows += static_cast<int64>(fresh.size());
     tally->gone += place.empty() ? 1 : 0;

@@ -118,7 +118,7 @@ bool ListOfRows::HandleAll()
     bool isListed = false;
     while (!isListed && system_time() < end) {
         Handle();
-        isListed = fRows->Find(name.c_str()) >= 0;
+        isListed = fRows->FindRow(name.c_str()) != nullptr;
         if (!isListed) {
             snooze(200);
         }
@@ -126,7 +126,7 @@ bool ListOfRows::HandleAll()
     unlink(path.c_str());
     while (isListed && system_time() < end) {
         Handle();
-        if (fRows->Find(name.c_str()) < 0) {
+        if (fRows->FindRow(name.c_str()) == nullptr) {
             return true;
         }
         snooze(200);
@@ -179,7 +179,7 @@ std::string ListOfRows::SelectedName() const
     return row != nullptr ? row->GetEntryName() : "(none)";
 }
 
-std::vector<std::string> FreshLines(const std::string& folder)
+std::vector<std::string> FreshLines(const std::string& folder, const std::string& text)
 {
     FolderReader reader;
     std::vector<std::unique_ptr<DirListItem>> folders;
@@ -194,7 +194,8 @@ std::vector<std::string> FreshLines(const std::string& folder)
     std::vector<std::string> lines;
     for (const auto* group : {&folders, &files}) {
         for (const auto& row : *group) {
-            if (!row->IsParent()) {
+            const std::string name = row->GetEntryName();
+            if (!row->IsParent() && name.find(text) != std::string::npos) {
                 lines.push_back(LineOf(folder, *row));
             }
         }

@@ -39,6 +39,10 @@ public:
     norvane::DirListItem* RowAt(int index) const { return fRows->RowAt(index + 1); }
     void Mark(int index);
     void Select(int index);
+    /// Shows the rows alone whose names hold a text, or all of them again.
+    void Filter(const std::string& text) { fRows->SetFilter(text); }
+    void EndFilter() { fRows->EndFilter(); }
+    std::string FilterText() const { return fRows->FilterText(); }
     /// The rows behind "..", one line each: the name, whether it is a folder, texts; in byte order
     /// of the names.
     std::vector<std::string> Lines() const;
@@ -70,5 +74,5 @@ private:
     int fEnds = 0;
 };
 
-/// The same lines of what the folder holds, by a listing of its own.
-std::vector<std::string> FreshLines(const std::string& folder);
+/// The same lines of what the folder holds under names with that text, by a listing of its own.
+std::vector<std::string> FreshLines(const std::string& folder, const std::string& text);

@@ -48,7 +48,8 @@ class Run
 {
 public:
     explicit Run(int number)
-        : fManner(static_cast<Manner>(number % kMannerCount)), fDice(static_cast<uint32_t>(number)),
+        : fManner(static_cast<Manner>(number % kMannerCount)),
+          fIsFiltered(number / kMannerCount % 2 == 1), fDice(static_cast<uint32_t>(number)),
           fFolder(fTree.Path("shown")), fOutside(fTree.Path("outside"))
     {
         fTree.MakeFolder("shown");
@@ -87,11 +88,11 @@ public:
         expected.Activate();
         // What changes often is told every tenth of a second.
         const bigtime_t end = system_time() + kPatience;
-        std::string fault = Judge(list, &expected);
+        std::string fault = JudgeShown(&list, &expected);
         while (!fault.empty() && system_time() < end) {
             snooze(10'000);
             list.Handle();
-            fault = Judge(list, &expected);
+            fault = JudgeShown(&list, &expected);
         }
         return fault;
     }
@@ -115,6 +116,23 @@ private:
         }
     }
 
+    /// A person types a text that some names hold, or ends that.
+    void ChangeFilter(ListOfRows* list)
+    {
+        if (!fIsFiltered || fDice.Below(4) != 0) {
+            return;
+        }
+        const std::vector<std::string> texts = {"e", "en", "d", "B", "k", "a", ""};
+        const auto text = static_cast<size_t>(fDice.Below(8));
+        if (text == texts.size()) {
+            list->EndFilter();
+            fSteps.emplace_back("filter ends");
+        } else {
+            list->Filter(texts[text]);
+            fSteps.push_back("filter " + texts[text]);
+        }
+    }
+
     void DoAlone(ListOfRows* list, Expected* expected)
     {
         Step last;
@@ -130,6 +148,7 @@ private:
             }
             last = step;
             fSteps.push_back(step.Text());
+            ChangeFilter(list);
             if (fManner == Manner::kPrompt && !list->HandleAll()) {
                 return;
             }
@@ -156,7 +175,9 @@ private:
         }
         for (const pid_t process : processes) {
             usleep(static_cast<useconds_t>(fDice.Below(1000)));
+            ChangeFilter(list);
             list->Handle();
+            ChangeFilter(list);
             waitpid(process, nullptr, 0);
         }
     }
@@ -183,12 +204,33 @@ private:
         close(files[1]);
     }
 
+    /// First what the filter shows, then, without it, all rows.
+    std::string JudgeShown(ListOfRows* list, Expected* expected) const
+    {
+        const std::string text = list->FilterText();
+        const std::string fault = JudgeLines(*list, text);
+        if (!fault.empty()) {
+            return "filter \"" + text + "\": " + fault;
+        }
+        list->EndFilter();
+        return Judge(*list, expected);
+    }
+
+    std::string JudgeLines(const ListOfRows& list, const std::string& text) const
+    {
+        const std::vector<std::string> fresh = FreshLines(fFolder, text);
+        if (list.Lines() == fresh) {
+            return {};
+        }
+        return "the rows are\n" + Joined(list.Lines(), "\n") + "\nbut should be\n" +
+               Joined(fresh, "\n");
+    }
+
     std::string Judge(const ListOfRows& list, Expected* expected) const
     {
-        const std::vector<std::string> fresh = FreshLines(fFolder);
-        if (list.Lines() != fresh) {
-            return "the rows are\n" + Joined(list.Lines(), "\n") + "\nbut should be\n" +
-                   Joined(fresh, "\n");
+        const std::string fault = JudgeLines(list, "");
+        if (!fault.empty()) {
+            return fault;
         }
         if (fManner == Manner::kSeveral || fManner == Manner::kLost) {
             return {};
@@ -208,7 +250,8 @@ private:
             return "marked are " + Joined(list.MarkedNames(), ", ") + ", but should be " +
                    Joined(marked, ", ");
         }
-        if ((fManner == Manner::kPrompt || !expected->HasLostSelection()) &&
+        // A filter selects what it still shows.
+        if (!fIsFiltered && (fManner == Manner::kPrompt || !expected->HasLostSelection()) &&
             list.SelectedName() != selected) {
             return "selected is " + list.SelectedName() + ", but should be " + selected;
         }
@@ -220,6 +263,7 @@ private:
     }
 
     const Manner fManner;
+    const bool fIsFiltered; // now and then
     Dice fDice;
     TempTree fTree;
     const std::string fFolder;

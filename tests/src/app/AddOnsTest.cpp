@@ -101,7 +101,7 @@ TEST_F(AddOnsTest, TheMenuHasOneItemForEach)
     fTree.Write("data/norvane/add-ons/elsewhere", "");
     Open();
     const std::string items = Items();
-    const std::string own = "MakeArchive[A]\na\nb\nno library\n";
+    const std::string own = "MakeArchive[K]\na\nb\nno library\n";
     ASSERT_GE(items.size(), own.size());
     EXPECT_EQ(items.substr(items.size() - own.size()), own);
 }

@@ -64,7 +64,19 @@ INSTANTIATE_TEST_SUITE_P(
         KeyCase{"OtherScript", "\xc3\xa4", 0, 0, kTypeAhead, true, kTypeAhead},
         KeyCase{"LetterWithCommand", "b", 0, B_COMMAND_KEY, kNone, false, kNone},
         KeyCase{"LetterWithOption", "b", 0, B_OPTION_KEY, kNone, false, kNone},
-        KeyCase{"Slash", "/", 0, 0, kNone, false, kNone},
+        KeyCase{"Slash", "/", 0, 0, kFilter, true, kFilter},
+        KeyCase{"SlashWithCommand", "/", 0, B_COMMAND_KEY, kNone, false, kNone},
+        KeyCase{"PlusWithCommand", "+", 0, B_COMMAND_KEY, kMarkMatching, true, kNone},
+        KeyCase{"MinusWithCommand", "-", 0, B_COMMAND_KEY, kUnmarkMatching, true, kNone},
+        KeyCase{"ArrowWithShift", {B_DOWN_ARROW}, 0, B_SHIFT_KEY, kMarkTo, true, kMarkTo},
+        KeyCase{"EndWithShift", {B_END}, 0, B_SHIFT_KEY, kMarkTo, true, kMarkTo},
+        KeyCase{"ArrowWithShiftAndCommand",
+                {B_DOWN_ARROW},
+                0,
+                B_SHIFT_KEY | B_COMMAND_KEY,
+                kNone,
+                false,
+                kNone},
         KeyCase{"Enter", {B_ENTER}, 0, 0, kNone, false, kNone},
         KeyCase{"Arrow", {B_DOWN_ARROW}, 0, 0, kNone, false, kNone},
         KeyCase{"F1", kFunction, B_F1_KEY, 0, kHelp, false, kHelp},
@@ -124,6 +136,12 @@ protected:
     void OpenEditor() override { fAsked += "editor "; }
     BMessage* GetRefMsg(int32) override { return nullptr; }
     void NotifyParent(uint32 code) override { fAsked += std::to_string(code) + " "; }
+    void OpenFilter() override { fAsked += "filter "; }
+    bool EndFilter() override
+    {
+        fAsked += "all ";
+        return true;
+    }
 
     std::unique_ptr<PaneMarks> fMarks;
     std::unique_ptr<PaneKeys> fKeys;

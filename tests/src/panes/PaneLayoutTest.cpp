@@ -39,6 +39,24 @@ TEST(PaneLayoutTest, OnAServerTheButtonStandsBesideTheHeaderAndTheLogBelowTheLis
     EXPECT_EQ(layout.footerPlace, LayOutPane(400, 600, {true, true}).footerPlace);
 }
 
+TEST(PaneLayoutTest, TheFilterStandsBetweenTheListAndWhatIsBelow)
+{
+    const PaneLayout layout = LayOutPane(400, 600, {true, true, false, true});
+    const PaneLayout without = LayOutPane(400, 600, {true, true});
+    EXPECT_EQ(layout.listHeight, without.listHeight - 24);
+    EXPECT_EQ(layout.filterPlace, BPoint(0, 600 - 25 - 24 + 1));
+    EXPECT_EQ(layout.filterWidth, 399);
+    EXPECT_LT(layout.filterPlace.y + layout.filterHeight, layout.footerPlace.y);
+    EXPECT_EQ(layout.footerPlace, without.footerPlace);
+
+    const PaneLayout onServer = LayOutPane(400, 600, {true, true, true, true});
+    EXPECT_LT(onServer.filterPlace.y + onServer.filterHeight, onServer.logPlace.y);
+    EXPECT_EQ(onServer.logPlace, LayOutPane(400, 600, {true, true, true}).logPlace);
+
+    EXPECT_EQ(LayOutPane(400, 600, {false, false, false, true}).listHeight, 600 - 15 - 24);
+    EXPECT_GE(LayOutPane(-10, 5, {true, true, true, true}).filterWidth, 0);
+}
+
 TEST(PaneLayoutTest, WithoutAHeaderThereIsNoButton)
 {
     const PaneLayout layout = LayOutPane(400, 600, {false, true, true});
