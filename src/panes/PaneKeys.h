@@ -41,6 +41,7 @@ enum class PaneCommand : uint8 {
     kQuery,
     kTypeAhead,
     kStop,
+    kProperties,
 };
 
 struct KeyMeaning
