@@ -117,7 +117,7 @@ void AddVolume(dev_t device, std::vector<Fact>* lines)
         return;
     }
     lines->push_back({"Volume", std::string(volume.fsh_name) + " on " + volume.device_name});
-    lines->push_back({"Free there", ReadableSize(volume.free_blocks * volume.block_size) + " of " +
+    lines->push_back({"Free space", ReadableSize(volume.free_blocks * volume.block_size) + " of " +
                                         ReadableSize(volume.total_blocks * volume.block_size)});
 }
 
@@ -125,8 +125,8 @@ void AddNumbers(const struct stat& record, std::vector<Fact>* lines)
 {
     lines->push_back({"Owner", NameAndNumber(user_name(record.st_uid), record.st_uid)});
     lines->push_back({"Group", NameAndNumber(group_name(record.st_gid), record.st_gid)});
-    lines->push_back({"Names (hard links)", std::to_string(record.st_nlink)});
-    lines->push_back({"Node", std::to_string(record.st_ino)});
+    lines->push_back({"Hard links", std::to_string(record.st_nlink)});
+    lines->push_back({"Node number", std::to_string(record.st_ino)});
 }
 
 std::string WhoText(const BNodeDetails::Right& right)

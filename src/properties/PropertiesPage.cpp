@@ -65,6 +65,14 @@ public:
     }
 };
 
+BStringView* MakeNote(const char* name, const char* text)
+{
+    auto* note = new BStringView(BRect(0, 0, 10, 10), name, text, B_FOLLOW_NONE);
+    note->SetHighColor(kDim);
+    note->SetTruncation(B_TRUNCATE_END);
+    return note;
+}
+
 } // namespace
 
 PropertiesPage::PropertiesPage(BRect frame)
@@ -78,13 +86,16 @@ PropertiesPage::PropertiesPage(BRect frame)
     fGrid = std::make_unique<ModeGrid>(*this);
     fInside = new InsideBox;
     AddChild(fInside);
-    fPreview = new BStringView(BRect(0, 0, 10, 10), "Preview", "", B_FOLLOW_NONE);
-    fPreview->SetHighColor(kDim);
+    fRule = MakeNote("Rule", "Execute goes to folders, and to files that are programs");
+    AddChild(fRule);
+    fPreview = MakeNote("Preview", "");
     AddChild(fPreview);
     fMore = new FactsView("More");
     AddChild(fMore);
-    fInside->Hide();
-    fPreview->Hide();
+    for (BView* part : {static_cast<BView*>(fInside), static_cast<BView*>(fRule),
+                        static_cast<BView*>(fPreview)}) {
+        part->Hide(); // until there are folders
+    }
     Place();
 }
 
@@ -107,6 +118,7 @@ void PropertiesPage::SetTo(const ReadProperties& read)
         fGrid->SetTo(read.mix, isChangeable);
         if (fHasFolders) {
             fInside->Show();
+            fRule->Show();
             fPreview->Show();
         }
         Place();
@@ -137,15 +149,12 @@ void PropertiesPage::ModeTouched(const Tally& contents, bool isCounted)
 {
     fGrid->ShowNumber();
     std::string text;
-    if (fHasFolders && GoesInside()) {
-        const ModeChange change = Change();
-        const int64 count = contents.ChangedBy(change);
-        text = change.IsEmpty() ? "Nothing is to be changed yet"
-                                : (isCounted ? "Changes " : "Changes at least ") +
-                                      Counted(count, "entry", "entries") + " in there";
-        if (!change.IsEmpty() && (change.given & 0111) != 0) {
-            text += "; files keep being no programs";
-        }
+    const ModeChange change = Change();
+    if (GoesInside() && !change.IsEmpty()) {
+        text = isCounted ? "Changes " : "Changes at least ";
+        text += Counted(contents.ChangedBy(change), "entry", "entries") + " in there";
+    } else if (GoesInside()) {
+        text = "Nothing is to be changed yet";
     }
     fPreview->SetText(text.c_str());
 }
@@ -179,28 +188,29 @@ float PropertiesPage::LeastWidth() const
     return 2 * kEdge + Divider() + fGrid->BoxesWidth();
 }
 
+/// Where lines end: the bar's own place is edge enough.
+float PropertiesPage::RightEdge() const
+{
+    return Bounds().right - (fHidesBar ? 0 : kEdge);
+}
+
+void PropertiesPage::PutAt(BView* view, float left, float top, float height) const
+{
+    view->MoveTo(left, top);
+    view->ResizeTo(RightEdge() - left, std::max(0.0f, height));
+}
+
 void PropertiesPage::Place()
 {
     const float divider = Divider();
-    const float width = Bounds().Width() - 2 * kEdge;
-    const auto place = [width](BView* view, float left, float top, float height) {
-        view->MoveTo(left, top);
-        view->ResizeTo(width - (left - kEdge), std::max(0.0f, height));
-    };
     float top = kEdge + HeadHeight() + kGap;
     fFacts->SetDivider(divider);
-    place(fFacts, kEdge, top, fFacts->NeededHeight());
+    PutAt(fFacts, kEdge, top, fFacts->NeededHeight());
     top += fFacts->NeededHeight() + kGap;
     fLineAbove = top;
     top = fGrid->Place(kEdge, top + kGap, divider);
     if (fHasFolders) {
-        float boxWidth = 0;
-        float boxHeight = 0;
-        fInside->GetPreferredSize(&boxWidth, &boxHeight);
-        place(fInside, kEdge + divider, top, boxHeight);
-        top += boxHeight + 1;
-        place(fPreview, kEdge + divider, top, LineHeight());
-        top += LineHeight();
+        top = PlaceInside(kEdge + divider, top);
     }
     fMore->SetDivider(divider);
     fLineBelow = 0;
@@ -208,9 +218,23 @@ void PropertiesPage::Place()
         fLineBelow = top + kGap;
         top = fLineBelow + kGap;
     }
-    place(fMore, kEdge, top, fMore->NeededHeight());
+    PutAt(fMore, kEdge, top, fMore->NeededHeight());
     fContentsHeight = top + fMore->NeededHeight() + kGap;
     FitBar();
+}
+
+float PropertiesPage::PlaceInside(float left, float top)
+{
+    float boxWidth = 0;
+    float boxHeight = 0;
+    fInside->GetPreferredSize(&boxWidth, &boxHeight);
+    PutAt(fInside, left, top, boxHeight);
+    top += boxHeight + 1;
+    for (BView* note : {fRule, fPreview}) {
+        PutAt(note, left, top, LineHeight());
+        top += LineHeight() + 2;
+    }
+    return top;
 }
 
 void PropertiesPage::Reveal(BRect place)
@@ -239,6 +263,7 @@ void PropertiesPage::FitBar()
     if (fHidesBar != (hidden == 0)) {
         fHidesBar = !fHidesBar;
         fHidesBar ? fBar->Hide() : fBar->Show();
+        Place(); // once more: the lines end elsewhere, and the height stays
     }
 }
 
@@ -298,9 +323,9 @@ void PropertiesPage::Draw(BRect)
     for (const float line : {fLineAbove, fLineBelow}) {
         if (line > 0) {
             SetHighColor(kShadow);
-            StrokeLine(BPoint(kEdge, line), BPoint(Bounds().right - kEdge, line));
+            StrokeLine(BPoint(kEdge, line), BPoint(RightEdge(), line));
             SetHighColor(kShine);
-            StrokeLine(BPoint(kEdge, line + 1), BPoint(Bounds().right - kEdge, line + 1));
+            StrokeLine(BPoint(kEdge, line + 1), BPoint(RightEdge(), line + 1));
         }
     }
 }
@@ -314,7 +339,7 @@ void PropertiesPage::DrawHead()
         SetDrawingMode(B_OP_COPY);
     }
     const float left = kEdge + (fIcon != nullptr ? kIconSide + kGap : 0);
-    const float room = Bounds().right - kEdge - left;
+    const float room = RightEdge() - left;
     font_height height;
     be_bold_font->GetHeight(&height);
     const float line = LineHeight();

@@ -55,6 +55,9 @@ private:
     void ShowLines(const ReadProperties& read);
     float Divider() const;
     void Place();
+    float PlaceInside(float left, float top);
+    void PutAt(BView* view, float left, float top, float height) const;
+    float RightEdge() const;
     void FitBar();
     void DrawHead();
 
@@ -65,6 +68,7 @@ private:
     FactsView* fMore = nullptr;
     std::unique_ptr<ModeGrid> fGrid;
     BCheckBox* fInside = nullptr;
+    BStringView* fRule = nullptr; // what that means
     BStringView* fPreview = nullptr;
     BScrollBar* fBar = nullptr; // the scroll view's
     bool fHidesBar = false;

@@ -25,6 +25,8 @@ constexpr bigtime_t kPatience = 100'000; // before the window is shown as it is
 constexpr float kWidth = 400;            // at least
 constexpr float kFirstHeight = 420;
 constexpr float kLeastHeight = 120;
+constexpr float kMostOfScreen = 0.9f; // its bar and its edges need some
+constexpr float kNoLimit = 32768;
 constexpr float kEdge = 10;
 constexpr float kButtonGap = 8;
 constexpr float kStatusGap = 6;
@@ -104,19 +106,36 @@ void PropertiesWindow::BuildContents()
 }
 
 /// As high as what is shown, as far as the screen has room.
+float PropertiesWindow::FittingHeight() const
+{
+    const float below = Bounds().Height() - fPage->Bounds().Height();
+    const BRect screen = BScreen(B_MAIN_SCREEN_ID).AvailableFrame();
+    return std::min(std::ceil(fPage->ContentsHeight() + below),
+                    std::floor(screen.Height() * kMostOfScreen));
+}
+
 void PropertiesWindow::FitToContents(BRect ownerRect)
 {
     const BRect screen = BScreen(B_MAIN_SCREEN_ID).AvailableFrame();
-    const float least = fPage->LeastWidth() + B_V_SCROLL_BAR_WIDTH + 1;
-    const float below = Bounds().Height() - fPage->Bounds().Height();
-    const float width = std::max(kWidth, least);
-    const float height =
-        std::min(fPage->ContentsHeight() + below, std::floor(screen.Height() * 0.9f));
-    SetSizeLimits(std::min(least, screen.Width()), 10000, kLeastHeight, 10000);
-    ResizeTo(width, height);
+    const float least = std::min(fPage->LeastWidth() + B_V_SCROLL_BAR_WIDTH + 1, screen.Width());
+    const float width = std::max(std::min(kWidth, screen.Width()), least);
+    fFittedHeight = FittingHeight();
+    SetSizeLimits(least, kNoLimit, std::min(kLeastHeight, fFittedHeight), kNoLimit);
+    ResizeTo(width, fFittedHeight);
     const float offset = CascadeOffset();
-    const BRect middle = CentredFrame(ownerRect, width, height);
+    const BRect middle = CentredFrame(ownerRect, width, fFittedHeight);
     MoveTo(MovedIntoSight(middle.OffsetByCopy(offset, offset)).LeftTop());
+}
+
+/// What was read late, or became more, is seen too, unless the person gave it another height.
+void PropertiesWindow::GrowToContents()
+{
+    const float height = FittingHeight();
+    if (fFittedHeight > 0 && Bounds().Height() == fFittedHeight && height > fFittedHeight) {
+        fFittedHeight = height;
+        ResizeTo(Bounds().Width(), height);
+        MoveTo(MovedIntoSight(Frame()).LeftTop());
+    }
 }
 
 // What it is told
@@ -165,6 +184,7 @@ void PropertiesWindow::ReadOn()
     fRead = fReading->Look();
     fAccept->SetEnabled(fRead.isRead);
     fPage->SetTo(fRead);
+    GrowToContents();
     if (!fRead.isRead) {
         fStatus->SetText("Reading...");
         return;

@@ -34,6 +34,8 @@ public:
 private:
     void BuildContents();
     void FitToContents(BRect ownerRect);
+    void GrowToContents();
+    float FittingHeight() const;
     void TakeNews();
     void ReadOn();
     void Accept();
@@ -47,6 +49,7 @@ private:
     PropertiesPage* fPage = nullptr; // the views are the window's
     BStringView* fStatus = nullptr;
     BButton* fAccept = nullptr;
+    float fFittedHeight = 0; // that it has unless a person chose another
     bool fIsTitled = false;
     bool fIsToClose = false; // once the work has ended
 };
