@@ -185,6 +185,18 @@ std::string group_name(gid_t group)
         &::group::gr_name);
 }
 
+status_t node_birth(const BNode& node, uint64* nanoseconds)
+{
+    if (nanoseconds == nullptr) {
+        return B_BAD_VALUE;
+    }
+    if (node.InitCheck() != B_OK) {
+        return B_NO_INIT;
+    }
+    const kits::UniqueFd open(node.Dup());
+    return open.IsOpen() ? kits::sys::BirthOf(open.Get(), nanoseconds) : open.Get();
+}
+
 off_t occupied_bytes(const struct stat& record)
 {
     return static_cast<off_t>(record.st_blocks) * kBlockBytes;

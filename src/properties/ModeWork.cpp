@@ -127,7 +127,7 @@ void ModeWork::ChangeChosen(const Subject& subject)
         Fail(name, ReasonFor(status));
         return;
     }
-    if (node_ref(record.st_dev, record.st_ino) != subject.node) {
+    if (!IsSame(subject, node)) {
         Fail(name, "another entry took its place meanwhile");
         return;
     }

@@ -7,6 +7,7 @@
 #include <Bitmap.h>
 #include <Directory.h>
 #include <Errors.h>
+#include <NodeDetails.h>
 #include <NodeInfo.h>
 #include <OS.h>
 
@@ -102,14 +103,15 @@ void PropertiesReading::ReadChosen(const std::vector<entry_ref>& entries)
     auto subjects = std::make_shared<std::vector<Subject>>();
     bool hasBits = false;
     for (const entry_ref& ref : entries) {
+        Subject subject;
         struct stat record;
-        const status_t status = fIsCancelled ? B_CANCELED : BEntry(&ref).GetStat(&record);
+        const status_t status = fIsCancelled ? B_CANCELED : LookAt(ref, &subject, &record);
         if (status != B_OK) {
             read.chosen.unreadable++;
             read.status = status;
             continue;
         }
-        subjects->push_back({ref, node_ref(record.st_dev, record.st_ino), record.st_mode});
+        subjects->push_back(std::move(subject));
         read.chosen.Add(record);
         if (!S_ISLNK(record.st_mode)) {
             read.mix.Add(record.st_mode, !hasBits);
@@ -199,14 +201,31 @@ status_t OpenSubject(const Subject& subject, BDirectory* folder)
     } else if (status == B_ENTRY_NOT_FOUND) {
         status = folder->SetTo(&entry); // the top of all folders lies in none
     }
+    return status == B_OK && !IsSame(subject, *folder) ? B_ENTRY_NOT_FOUND : status;
+}
+
+status_t LookAt(const entry_ref& ref, Subject* subject, struct stat* record)
+{
+    const BNode node(&ref);
+    const status_t status = node.InitCheck() != B_OK ? node.InitCheck() : node.GetStat(record);
+    if (status != B_OK) {
+        return status;
+    }
+    *subject = {ref, node_ref(record->st_dev, record->st_ino), record->st_mode};
+    node_birth(node, &subject->birth);
+    return B_OK;
+}
+
+bool IsSame(const Subject& shown, const BNode& now)
+{
     struct stat record;
-    if (status == B_OK) {
-        status = folder->GetStat(&record);
+    if (now.GetStat(&record) != B_OK || node_ref(record.st_dev, record.st_ino) != shown.node ||
+        (record.st_mode & S_IFMT) != (shown.mode & S_IFMT)) {
+        return false;
     }
-    if (status == B_OK && node_ref(record.st_dev, record.st_ino) != subject.node) {
-        status = B_ENTRY_NOT_FOUND;
-    }
-    return status;
+    uint64 birth = 0;
+    node_birth(now, &birth);
+    return birth == shown.birth;
 }
 
 } // namespace norvane

@@ -26,7 +26,13 @@ struct Subject
     entry_ref ref;
     node_ref node;
     mode_t mode = 0;
+    uint64 birth = 0; // when the node was made; 0: nobody knows
 };
+
+/// The node of that name, as it is now. Errors: of looking; `subject` is unchanged then.
+status_t LookAt(const entry_ref& ref, Subject* subject, struct stat* record);
+/// Whether `now` is still what was shown: numbers are given again.
+bool IsSame(const Subject& shown, const BNode& now);
 
 /// What there is to read.
 struct PropertiesOrder

@@ -83,5 +83,10 @@ private:
 std::string user_name(uid_t user);
 std::string group_name(gid_t group);
 
+/// When an open node was made, which tells it from another one that got its number later. Units:
+/// nanoseconds since 1970. Errors: B_NO_INIT; B_UNSUPPORTED where nobody noted it. An extension of
+/// the platform.
+status_t node_birth(const BNode& node, uint64* nanoseconds);
+
 /// The bytes that a node with this record takes on its volume. An extension of the platform.
 off_t occupied_bytes(const struct stat& record);

@@ -60,6 +60,10 @@ TEST_F(NodeDetailsTest, KnowsWhenANodeWasMade)
     EXPECT_GE(made, before);
     EXPECT_LE(made, time(nullptr));
     EXPECT_EQ(Of("a").GetBirthTime(nullptr), B_BAD_VALUE);
+    uint64 birth = 0;
+    EXPECT_EQ(node_birth(BNode(fTree.Path("a").c_str()), &birth), B_OK);
+    EXPECT_EQ(static_cast<time_t>(birth / 1'000'000'000), made);
+    EXPECT_EQ(node_birth(BNode(), &birth), B_NO_INIT);
 }
 
 TEST_F(NodeDetailsTest, ReadsAccessLists)

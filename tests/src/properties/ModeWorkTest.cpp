@@ -44,12 +44,11 @@ protected:
     {
         auto subjects = std::make_shared<std::vector<Subject>>();
         for (const std::string& name : names) {
+            entry_ref ref;
             Subject subject;
             struct stat record = {};
-            EXPECT_EQ(get_ref_for_path(fTree.Path(name).c_str(), &subject.ref), B_OK);
-            EXPECT_EQ(lstat(fTree.Path(name).c_str(), &record), 0);
-            subject.node = node_ref(record.st_dev, record.st_ino);
-            subject.mode = record.st_mode;
+            EXPECT_EQ(get_ref_for_path(fTree.Path(name).c_str(), &ref), B_OK);
+            EXPECT_EQ(LookAt(ref, &subject, &record), B_OK);
             subjects->push_back(subject);
         }
         return subjects;

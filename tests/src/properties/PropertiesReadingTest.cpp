@@ -87,7 +87,6 @@ TEST_F(PropertiesReadingTest, AFolderIsReadByItsPath)
     fTree.Write("top/a", "123");
 
     EXPECT_EQ(Read({{}, fTree.Path("top")}).contents.files, 1);
-    EXPECT_EQ(Read({{}, "/"}).chosen.folders, 1);
     EXPECT_EQ(Read({{}, fTree.Path("none/none")}).status, B_ENTRY_NOT_FOUND);
 }
 
@@ -117,6 +116,36 @@ TEST_F(PropertiesReadingTest, OpensOnlyTheFolderShown)
     fTree.MakeFolder("new");
     ASSERT_EQ(rename(fTree.Path("other").c_str(), fTree.Path("top").c_str()), 0);
     EXPECT_EQ(OpenSubject(subject, &folder), B_ENTRY_NOT_FOUND);
+}
+
+TEST_F(PropertiesReadingTest, TheTopOfAllFoldersIsAnEntryToo)
+{
+    entry_ref ref;
+    ASSERT_EQ(get_ref_for_path("/", &ref), B_OK);
+    Subject subject;
+    struct stat record;
+    BDirectory folder;
+
+    ASSERT_EQ(LookAt(ref, &subject, &record), B_OK);
+    EXPECT_TRUE(S_ISDIR(record.st_mode));
+    EXPECT_EQ(OpenSubject(subject, &folder), B_OK);
+}
+
+TEST_F(PropertiesReadingTest, ANumberThatIsGivenAgainIsAnotherNode)
+{
+    fTree.Write("a", "");
+    Subject shown;
+    struct stat record;
+    ASSERT_EQ(LookAt(Ref("a"), &shown, &record), B_OK);
+    EXPECT_TRUE(IsSame(shown, BNode(&shown.ref)));
+
+    Subject other = shown;
+    other.birth++;
+    EXPECT_FALSE(IsSame(other, BNode(&shown.ref)));
+    other = shown;
+    other.mode = S_IFLNK | 0777;
+    EXPECT_FALSE(IsSame(other, BNode(&shown.ref)));
+    EXPECT_FALSE(IsSame(shown, BNode()));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "properties/PropertiesWindow.h"
 
 #include "AlertText.h"
+#include "ApplicationEnvironment.h"
 #include "TempTree.h"
 #include "properties/FactsView.h"
 #include "properties/ModeBox.h"
@@ -52,6 +53,13 @@ protected:
         return WaitFor([=, this] { return Mode(name) == mode; });
     }
 
+    template<typename Ask>
+    auto Locked(Ask ask)
+    {
+        kits::testing::Sync(fWindow);
+        const BAutolock lock(fWindow);
+        return ask();
+    }
     void Open(const std::vector<std::string>& names, const std::string& title)
     {
         PropertiesOrder order;
@@ -66,13 +74,6 @@ protected:
         ASSERT_TRUE(kits::testing::WaitForFocus(fWindow));
         ASSERT_TRUE(
             WaitFor([this] { return Locked([this] { return fWindow->Title() == fTitle; }); }));
-    }
-    template<typename Ask>
-    auto Locked(Ask ask)
-    {
-        kits::testing::Sync(fWindow);
-        const BAutolock lock(fWindow);
-        return ask();
     }
     template<typename View>
     View* Find(const char* name)
