@@ -3,7 +3,7 @@
 #include <SupportDefs.h>
 
 #include <string>
-#include <sys/types.h>
+#include <sys/stat.h>
 
 namespace norvane {
 

@@ -78,9 +78,10 @@ private:
     std::vector<Attribute> fAttributes;
 };
 
-/// The name of a user or group; empty when the system knows none. May ask another machine. An
+/// The name of a user; empty when the system knows none. May ask another machine. An
 /// extension of the platform.
 std::string user_name(uid_t user);
+/// The same for a group. An extension of the platform.
 std::string group_name(gid_t group);
 
 /// When an open node was made, which tells it from another one that got its number later. Units:
