@@ -39,7 +39,9 @@ void NorvaneWindow::ShowProperties(const BMessage& message)
         if (const std::unique_ptr<BMessage> chosen{list->GetRefMsg(-1)}) {
             order.entries = RefsIn(*chosen);
         }
-        order.path = pane->GetPath();
+        if (list->Mode() == kLocalMode) {
+            order.path = pane->GetPath();
+        }
     }
     if (order.entries.empty() && order.path.empty()) {
         return;

@@ -43,11 +43,10 @@ std::string TypeText(const entry_ref& ref, BNode& node)
         return "File";
     }
     char words[B_MIME_TYPE_LENGTH];
-    const std::string name = type.Type();
     if (type.GetShortDescription(words) != B_OK) {
-        return name;
+        return type.Type();
     }
-    return std::string(words) + " (" + name + ")";
+    return std::string(words) + " (" + type.Type() + ")";
 }
 
 std::string KindText(const entry_ref& ref, BNode& node, mode_t mode)
@@ -142,7 +141,7 @@ std::string WhoText(const BNodeDetails::Right& right)
     case Who::kNamedGroup:
         return "Group " + NameAndNumber(group_name(right.id), right.id);
     case Who::kMask:
-        return "At most, but for the owner";
+        return "All but the owner and others at most: the group's boxes";
     default:
         return "Others";
     }

@@ -173,7 +173,8 @@ float ModeGrid::Place(float left, float top, float divider)
     for (size_t column = 0; column < kColumns; column++) {
         const float width = ColumnWidth(fBoxes, column);
         for (size_t i = column; i < fBoxes.size(); i += kColumns) {
-            fBoxes[i]->MoveTo(boxLeft, top + static_cast<float>(i / kColumns) * step);
+            const size_t row = i / kColumns;
+            fBoxes[i]->MoveTo(boxLeft, top + static_cast<float>(row) * step);
             fBoxes[i]->ResizeTo(width - kBetweenColumns + 1, height);
         }
         boxLeft += width;

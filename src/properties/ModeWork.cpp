@@ -43,12 +43,11 @@ public:
         Fail(name, ReasonFor(status));
         Change(folder, name, Part::kAll);
     }
-    void After(BDirectory& folder, const std::string& path) override
+    void After(BDirectory& folder, const char* name) override
     {
         struct stat record;
         if (!IsStopped() && folder.GetStat(&record) == B_OK) {
-            fWork.Set(folder, {record.st_mode, ModeFor(record.st_mode)}, Step::kWhole,
-                      fTop + "/" + path);
+            Set(folder, {record.st_mode, ModeFor(record.st_mode)}, Step::kWhole, name);
         }
     }
     void Failed(const std::string& path, status_t status) override
@@ -63,6 +62,13 @@ private:
     void Fail(const char* name, const std::string& reason)
     {
         fWork.Fail(fTop + "/" + fWalk.PathOf(name), reason);
+    }
+    /// The path is put together for a failure alone: it may be very long.
+    void Set(BStatable& node, Modes modes, Step step, const char* name)
+    {
+        if (const std::string reason = fWork.Set(node, modes, step); !reason.empty()) {
+            Fail(name, reason);
+        }
     }
     void Change(BDirectory& folder, const char* name, Part part)
     {
@@ -79,7 +85,7 @@ private:
         const mode_t now = part == Part::kGiven ? mode | record.st_mode : mode;
         if (now != record.st_mode) {
             const Step step = now == mode ? Step::kWhole : Step::kFirst;
-            fWork.Set(node, {record.st_mode, now}, step, fTop + "/" + fWalk.PathOf(name));
+            Set(node, {record.st_mode, now}, step, name);
         }
     }
 
@@ -133,15 +139,15 @@ void ModeWork::ChangeChosen(const Subject& subject)
     }
     const mode_t mode = fOrder.change.For(record.st_mode);
     if (!S_ISDIR(record.st_mode) || !fOrder.goesInside) {
-        Set(node, {record.st_mode, mode}, Step::kWhole, name);
+        SetOrFail(node, {record.st_mode, mode}, Step::kWhole, name);
         return;
     }
     const mode_t first = record.st_mode | mode;
     const Step step = first == mode ? Step::kWhole : Step::kFirst;
-    const bool isSet = Set(node, {record.st_mode, first}, step, name);
+    const bool isSet = SetOrFail(node, {record.st_mode, first}, step, name);
     ChangeInside(subject);
     if (isSet && !fIsStopped) {
-        Set(node, {first, mode}, Step::kWhole, name);
+        SetOrFail(node, {first, mode}, Step::kWhole, name);
     }
 }
 
@@ -156,30 +162,37 @@ void ModeWork::ChangeInside(const Subject& subject)
     Changer(*this, subject.ref.name).Walk(folder);
 }
 
-bool ModeWork::Set(BStatable& node, Modes modes, Step step, const std::string& name)
+bool ModeWork::SetOrFail(BStatable& node, Modes modes, Step step, const char* name)
+{
+    const std::string reason = Set(node, modes, step);
+    if (!reason.empty()) {
+        Fail(name, reason);
+    }
+    return reason.empty();
+}
+
+std::string ModeWork::Set(BStatable& node, Modes modes, Step step)
 {
     if (modes.from == modes.to) {
-        return true;
+        return {};
     }
     const mode_t wanted = modes.to & kPermissions;
     status_t status = node.SetPermissions(wanted);
     if (status != B_OK) {
-        Fail(name, ReasonFor(status));
-        return false;
+        return ReasonFor(status);
     }
     // Some volumes say yes and keep none; the system drops set-group-ID for a foreign group.
     mode_t now = 0;
     status = node.GetPermissions(&now);
     if (status == B_OK && now != wanted) {
-        Fail(name, "the volume or the system keeps other permissions");
-        return false;
+        return "the volume or the system keeps other permissions";
     }
     if (step == Step::kWhole) {
         const std::lock_guard lock(fMutex);
         fProgress.changed++;
     }
     TellSoon();
-    return true;
+    return {};
 }
 
 void ModeWork::Fail(const std::string& name, const std::string& reason)

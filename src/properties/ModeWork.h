@@ -65,7 +65,9 @@ private:
 
     void ChangeChosen(const Subject& subject);
     void ChangeInside(const Subject& subject);
-    bool Set(BStatable& node, Modes modes, Step step, const std::string& name);
+    /// Why the node keeps its permissions; empty when it does not.
+    std::string Set(BStatable& node, Modes modes, Step step);
+    bool SetOrFail(BStatable& node, Modes modes, Step step, const char* name);
     void Fail(const std::string& name, const std::string& reason);
     void TellSoon();
 

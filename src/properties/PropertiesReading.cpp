@@ -10,6 +10,7 @@
 #include <NodeDetails.h>
 #include <NodeInfo.h>
 #include <OS.h>
+#include <fs_info.h>
 
 #include <utility>
 
@@ -46,7 +47,7 @@ public:
         return true;
     }
     void NotEntered(BDirectory&, const char*, status_t) override { fCounted.unreadable++; }
-    void After(BDirectory&, const std::string&) override {}
+    void After(BDirectory&, const char*) override {}
     void Failed(const std::string&, status_t) override { fCounted.unreadable++; }
 
     void HandOver() { fReading.Take(std::exchange(fCounted, Tally())); }
@@ -151,6 +152,9 @@ void PropertiesReading::CountIn(const Subject& subject)
         failed.unreadable = 1;
         Take(failed);
         return;
+    }
+    if (is_kernel_volume(folder)) {
+        return; // nothing is stored there, and some of it never ends
     }
     Counter counter(*this);
     TreeWalk(counter).Walk(folder);

@@ -241,13 +241,12 @@ void PropertiesWindow::WorkGoesOn()
 
 void PropertiesWindow::WorkEnded(const ModeProgress& progress)
 {
-    if (fIsToClose && progress.problems.IsEmpty()) {
-        Quit();
-        return;
+    if (std::exchange(fHasEnded, true)) {
+        return; // the last news may come twice
     }
-    fIsToClose = true;
+    const bool isClosed = std::exchange(fIsToClose, true);
     fStatus->SetText("");
-    if (progress.wasStopped) {
+    if (progress.wasStopped && !isClosed) {
         const std::string text = "Stopped. " +
                                  Counted(progress.changed, "entry has", "entries have") +
                                  " the new permissions by now.";

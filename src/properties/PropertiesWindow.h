@@ -52,6 +52,7 @@ private:
     float fFittedHeight = 0; // that it has unless a person chose another
     bool fIsTitled = false;
     bool fIsToClose = false; // once the work has ended
+    bool fHasEnded = false;  // the work, and the person was told
 };
 
 } // namespace norvane

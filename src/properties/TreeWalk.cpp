@@ -137,11 +137,10 @@ void TreeWalk::Leave()
     const std::string name = std::move(fState->levels.back().name);
     const std::shared_ptr<BDirectory> folder = fState->chain.Here();
     fState->levels.pop_back();
-    const std::string path = PathOf(name.c_str());
     if (folder != nullptr) {
-        fVisitor.After(*folder, path);
+        fVisitor.After(*folder, name.c_str());
     } else {
-        fVisitor.Failed(path, B_ENTRY_NOT_FOUND);
+        fVisitor.Failed(PathOf(name.c_str()), B_ENTRY_NOT_FOUND);
     }
     fState->chain.Leave();
 }

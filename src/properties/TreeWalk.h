@@ -24,7 +24,7 @@ public:
     /// A folder that could not be opened.
     virtual void NotEntered(BDirectory& folder, const char* name, status_t status) = 0;
     /// A folder, open, after all that is in it; also when it was not gone through to its end.
-    virtual void After(BDirectory& folder, const std::string& path) = 0;
+    virtual void After(BDirectory& folder, const char* name) = 0;
     /// An entry that cannot be looked at, or a folder that cannot be read; `path` leads there from
     /// the folder where the walk began.
     virtual void Failed(const std::string& path, status_t status) = 0;
