@@ -1,6 +1,5 @@
 #include "app/NorvaneWindow.h"
 
-#include "AlertText.h"
 #include "AppFixture.h"
 
 #include <Entry.h>
@@ -59,19 +58,6 @@ TEST_F(WindowPropertiesTest, OfWhatIsMarked)
     kits::testing::TypeKey(B_ENTER, B_OPTION_KEY);
 
     EXPECT_TRUE(Shows("Properties of 2 entries"));
-}
-
-TEST_F(WindowPropertiesTest, AServersEntriesHaveNone)
-{
-    OpenTwo();
-    BMessage session(kSessionChosen);
-    session.AddString("session", "none");
-    fWindow->PostMessage(&session);
-    fWindow->PostMessage(kShowProperties); // it waits for the answer
-
-    EXPECT_NE(AlertText("foo").find("Properties are shown of local entries only."),
-              std::string::npos);
-    EXPECT_TRUE(kits::testing::AnswerAlert("OK"));
 }
 
 } // namespace norvane
