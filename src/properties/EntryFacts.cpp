@@ -141,7 +141,7 @@ std::string WhoText(const BNodeDetails::Right& right)
     case Who::kNamedGroup:
         return "Group " + NameAndNumber(group_name(right.id), right.id);
     case Who::kMask:
-        return "All but the owner and others at most: the group's boxes";
+        return "At most (the group's boxes)";
     default:
         return "Others";
     }

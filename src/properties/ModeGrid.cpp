@@ -91,21 +91,28 @@ ModeGrid::ModeGrid(BView& page) : fPage(page)
     page.AddChild(fNumber);
 }
 
-void ModeGrid::SetTo(const ModeMix& mix, bool isEnabled)
+void ModeGrid::SetTo(const ModeMix& mix)
 {
     const BoxOf* of = kBoxes;
     for (ModeBox* box : fBoxes) {
         box->SetTo(StateOf(mix, of->bit));
         of++;
     }
-    SetEnabled(isEnabled);
+    SetEnabled(true);
+    ShowNumber();
+}
+
+void ModeGrid::SetToNone()
+{
+    fHasNone = true;
+    SetEnabled(false);
     ShowNumber();
 }
 
 void ModeGrid::SetEnabled(bool isEnabled)
 {
     for (ModeBox* box : fBoxes) {
-        box->SetEnabled(isEnabled);
+        box->SetEnabled(isEnabled && !fHasNone);
     }
 }
 
@@ -136,6 +143,10 @@ ModeMix ModeGrid::Now() const
 
 void ModeGrid::ShowNumber()
 {
+    if (fHasNone) {
+        fNumber->SetText("Links have none of their own");
+        return;
+    }
     const ModeMix now = Now();
     fNumber->SetText((now.Octal() + "   " + now.Letters()).c_str());
 }

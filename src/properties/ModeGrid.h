@@ -21,8 +21,10 @@ public:
     /// Ownership: `page` adopts the boxes, and outlives this.
     explicit ModeGrid(BView& page);
 
-    /// Shows what entries have; `isEnabled`: it may be changed.
-    void SetTo(const ModeMix& mix, bool isEnabled);
+    /// Shows what entries have, and lets it be changed.
+    void SetTo(const ModeMix& mix);
+    /// Says that none of the entries has any: links.
+    void SetToNone();
     void SetEnabled(bool isEnabled);
     /// What the person touched.
     ModeChange Change() const;
@@ -41,6 +43,7 @@ private:
     std::vector<BStringView*> fLabels; // of the rows, children of the page
     std::vector<ModeBox*> fBoxes;      // row by row, children of the page
     BStringView* fNumber = nullptr;    // a child of the page
+    bool fHasNone = false;
 };
 
 } // namespace norvane

@@ -114,8 +114,11 @@ void PropertiesPage::SetTo(const ReadProperties& read)
         fTitle = TitleOf(read);
         fIcon = read.icon;
         fHasFolders = read.chosen.folders > 0;
-        const bool isChangeable = read.chosen.Count() > read.chosen.links;
-        fGrid->SetTo(read.mix, isChangeable);
+        if (read.chosen.Count() > read.chosen.links) {
+            fGrid->SetTo(read.mix);
+        } else if (read.chosen.links > 0) {
+            fGrid->SetToNone();
+        }
         if (fHasFolders) {
             fInside->Show();
             fRule->Show();

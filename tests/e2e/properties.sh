@@ -14,7 +14,7 @@ ln -s ../../outside "$one/folder/link"
 chmod 644 "$one/a.txt" "$one/folder/plain" "$base/outside"
 chmod 755 "$one/b.sh"
 chmod 744 "$one/folder/program"
-chmod 755 "$one/folder" "$one/folder/deep"
+chmod 744 "$one/folder" "$one/folder/deep"
 write_settings "$one" "$base/two"
 
 mode() { stat -c %a "$1"; }
@@ -81,15 +81,15 @@ key minus
 key f
 open_properties folder
 key Tab Tab Tab Tab Tab space Tab space # the group's rights to write and to execute
-key space                               # and execute as it was
-key Tab Tab Tab Tab Tab Tab Tab space   # also what is in the folders
+key Tab space space                     # that of others to read, and as it was
+key Tab Tab Tab Tab Tab Tab space       # also what is in the folders
 shot properties-inside
 key Return
 gone folder
-expect "folder has $(mode "$one/folder")" has_mode "$one/folder" 775
-expect "deep has $(mode "$one/folder/deep")" has_mode "$one/folder/deep" 775
+expect "folder has $(mode "$one/folder")" has_mode "$one/folder" 774
+expect "deep has $(mode "$one/folder/deep")" has_mode "$one/folder/deep" 774
 expect "plain has $(mode "$one/folder/plain")" has_mode "$one/folder/plain" 664
-expect "program has $(mode "$one/folder/program")" has_mode "$one/folder/program" 764
+expect "program has $(mode "$one/folder/program")" has_mode "$one/folder/program" 774
 has_mode "$base/outside" 644 || fail "a link was followed"
 
 # By the mouse: "Cancel" changes nothing

@@ -246,6 +246,7 @@ TEST_F(PropertiesWindowTest, ALinkHasNothingToChange)
 
     EXPECT_FALSE(Locked(
         [this] { return dynamic_cast<ModeBox*>(fWindow->FindView("OwnerReads"))->IsEnabled(); }));
+    EXPECT_EQ(Text("ModeNumber"), "Links have none of their own");
     EXPECT_NE(Facts().find("Which is: nothing that is there"), std::string::npos);
 }
 
