@@ -168,6 +168,14 @@ enum PreferencesMessage : uint32 {
     kPreferencesRead = 'PrfR', // the preferences; the main window gets it, too
 };
 
+// What a properties window is told, by its controls and by what it has done elsewhere.
+enum PropertiesMessage : uint32 {
+    kPropertiesNews = 'PrpN', // there is more to show
+    kModeTouched = 'PrpM',    // a check box changed
+    kPropertiesAccepted = 'PrpO',
+    kPropertiesCancelled = 'PrpC', // or stopped, while it changes permissions
+};
+
 // What a viewer is told by its menus, what it has done elsewhere, and what it asks of the program.
 enum ViewerMessage : uint32 {
     kOpenPanel = 'open',

@@ -4,6 +4,7 @@
 #include "SystemCalls.h"
 
 #include <Directory.h>
+#include <fs_info.h>
 
 #include <cstdio>
 #include <cstring>
@@ -179,4 +180,28 @@ bool BVolume::KnowsAttr() const
                                ? kits::sys::GetAttribute(root.Get(), "user.norvane.none", &value, 1)
                                : root.Get();
     return status >= 0 || status == B_ENTRY_NOT_FOUND;
+}
+
+status_t fs_stat_dev(dev_t device, fs_info* info)
+{
+    MountedVolume volume;
+    if (info == nullptr || !kits::FindVolume(device, &volume)) {
+        return B_BAD_VALUE;
+    }
+    struct statfs record;
+    const kits::UniqueFd root = OpenRoot(volume);
+    const status_t status =
+        root.IsOpen() ? kits::sys::VolumeRecord(root.Get(), &record) : root.Get();
+    if (status != B_OK) {
+        return status;
+    }
+    *info = {};
+    info->dev = device;
+    info->block_size = record.f_frsize != 0 ? record.f_frsize : record.f_bsize;
+    info->total_blocks = static_cast<off_t>(record.f_blocks);
+    info->free_blocks = static_cast<off_t>(record.f_bavail);
+    std::snprintf(info->device_name, sizeof(info->device_name), "%s", volume.mount.source.c_str());
+    std::snprintf(info->fsh_name, sizeof(info->fsh_name), "%s", volume.mount.type.c_str());
+    BVolume(device).GetName(info->volume_name);
+    return B_OK;
 }

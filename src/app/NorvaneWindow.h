@@ -107,6 +107,8 @@ private:
     void ShowAddOns(const BMessage& found);
     void RunAddOn(const BMessage& command);
     void AddOnEnded(const BMessage& notice);
+    // WindowProperties.cpp
+    void ShowProperties(const BMessage& message);
     // Volumes (WindowVolumes.cpp)
     void VolumeChanged(const BMessage& message);
     void VolumeFound(const BMessage& message);

@@ -91,6 +91,10 @@ const NorvaneWindow::Answer NorvaneWindow::kCommands[] = {
      [](auto& window, auto& command) {
          window.RunAddOn(command);
      }},
+    {kShowProperties,
+     [](auto& window, auto& command) {
+         window.ShowProperties(command);
+     }},
     {kOpenInLeftPane,
      [](auto& window, auto&) {
          window.OpenInLeftPane();

@@ -101,6 +101,7 @@ bool MayRepeat(PaneCommand command)
     case PaneCommand::kStop:
     case PaneCommand::kMarkMatching:
     case PaneCommand::kUnmarkMatching:
+    case PaneCommand::kProperties:
         return false;
     default:
         return true;
@@ -120,6 +121,10 @@ KeyMeaning MeaningOfFirst(const KeyPress& key)
         return ArrowMeaning(key, PaneCommand::kForward);
     case B_ESCAPE:
         return {PaneCommand::kStop, false};
+    case B_ENTER:
+        // Alone it is the list's: it opens the row.
+        return (key.modifiers & B_OPTION_KEY) != 0 ? KeyMeaning{PaneCommand::kProperties, true}
+                                                   : KeyMeaning{};
     case B_SPACE:
         return {PaneCommand::kMarkAndMeasure, true};
     case B_INSERT:
@@ -232,6 +237,9 @@ void PaneKeys::CarryOut(PaneCommand command, const KeyPress& key)
         break;
     case PaneCommand::kTypeAhead:
         TypeAhead(key);
+        break;
+    case PaneCommand::kProperties:
+        Post(kShowProperties);
         break;
     case PaneCommand::kStop:
         Stop();

@@ -49,6 +49,7 @@ enum class PaneCommand : uint8 {
     kMarkMatching,
     kUnmarkMatching,
     kFilter,
+    kProperties,
 };
 
 struct KeyMeaning

@@ -1,8 +1,24 @@
 #pragma once
 
-#include <SupportDefs.h>
+#include <StorageDefs.h>
 
 class BDirectory;
+
+/// What fs_stat_dev() tells of a mounted volume; of the platform's record what somebody needs.
+struct fs_info
+{
+    dev_t dev = 0;                             // the volume's number
+    off_t block_size = 0;                      // bytes
+    off_t total_blocks = 0;                    // of block_size
+    off_t free_blocks = 0;                     // that this user may still write
+    char device_name[128] = "";                // what it is made of
+    char volume_name[B_FILE_NAME_LENGTH] = ""; // as BVolume::GetName() says
+    char fsh_name[32] = "";                    // the kind of file system
+};
+
+/// Tells of the volume with that number; may wait for its disk. Errors: B_BAD_VALUE for null and
+/// when nothing with that number is mounted, those of asking; `info` is untouched then.
+status_t fs_stat_dev(dev_t device, fs_info* info);
 
 /// The device that holds the entry at `path`, links followed; a negative value is a status.
 int32 dev_for_path(const char* path);

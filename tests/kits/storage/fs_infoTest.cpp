@@ -80,3 +80,30 @@ TEST(FsInfoTest, TrustsTheNumbersOfVolumesThatStoreThem)
     EXPECT_TRUE(has_stable_nodes(folder));
     EXPECT_TRUE(has_stable_nodes(BDirectory()));
 }
+
+TEST(FsInfoTest, TellsOfAVolume)
+{
+    TempTree tree;
+    struct stat st;
+    ASSERT_EQ(stat(tree.Path().c_str(), &st), 0);
+
+    fs_info info;
+    ASSERT_EQ(fs_stat_dev(st.st_dev, &info), B_OK);
+
+    EXPECT_EQ(info.dev, st.st_dev);
+    EXPECT_GT(info.block_size, 0);
+    EXPECT_GT(info.total_blocks, 0);
+    EXPECT_LE(info.free_blocks, info.total_blocks);
+    EXPECT_STRNE(info.fsh_name, "");
+    EXPECT_STRNE(info.volume_name, "");
+}
+
+TEST(FsInfoTest, LeavesTheRecordWhenThereIsNoSuchVolume)
+{
+    fs_info info;
+    info.total_blocks = 7;
+
+    EXPECT_EQ(fs_stat_dev(dev_t(0x7fffffff), &info), B_BAD_VALUE);
+    EXPECT_EQ(fs_stat_dev(0, nullptr), B_BAD_VALUE);
+    EXPECT_EQ(info.total_blocks, 7);
+}

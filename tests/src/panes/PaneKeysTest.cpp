@@ -78,6 +78,8 @@ INSTANTIATE_TEST_SUITE_P(
                 false,
                 kNone},
         KeyCase{"Enter", {B_ENTER}, 0, 0, kNone, false, kNone},
+        KeyCase{"EnterWithOption", {B_ENTER}, 0, B_OPTION_KEY, kProperties, true, kNone},
+        KeyCase{"EnterWithCommand", {B_ENTER}, 0, B_COMMAND_KEY, kNone, false, kNone},
         KeyCase{"Arrow", {B_DOWN_ARROW}, 0, 0, kNone, false, kNone},
         KeyCase{"F1", kFunction, B_F1_KEY, 0, kHelp, false, kHelp},
         KeyCase{"F2", kFunction, B_F2_KEY, 0, kRefresh, false, kRefresh},
