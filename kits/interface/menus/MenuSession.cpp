@@ -2,6 +2,7 @@
 
 #include "PopUpHost.h"
 #include "interface/views/WindowAccess.h"
+#include "interface/views/WindowState.h"
 
 #include "server/InputMessages.h"
 #include "server/WindowServer.h"
@@ -22,12 +23,6 @@ namespace {
 
 constexpr float kWheelStep = 19; // one item
 
-bigtime_t WhenOf(const BMessage& message)
-{
-    int64 when = 0;
-    return message.FindInt64("when", &when) == B_OK ? when : system_time();
-}
-
 // The start of the label that a typed character is compared with, in the same case.
 bool StartsWith(const char* label, const char* letter)
 {
@@ -35,13 +30,6 @@ bool StartsWith(const char* label, const char* letter)
     BString start(label);
     start.ToLower();
     return typed.Length() > 0 && start.Compare(typed, typed.Length()) == 0;
-}
-
-// The room for menus on the screen that a rectangle is on.
-BRect ScreenAround(BRect anchor)
-{
-    const WindowServer& server = WindowServer::Get();
-    return server.AvailableFrame(server.ScreenOf(anchor));
 }
 
 } // namespace
@@ -53,72 +41,33 @@ MenuSession::~MenuSession()
     Abandon();
 }
 
-void MenuSession::StartByPress(BMenu& bar, const BMessage& press, BMenuItem* title)
+bigtime_t MenuSession::WhenOf(const BMessage& message)
 {
-    const auto alive = weak_from_this().lock();
-    press.FindPoint("screen_where", &fPointer);
-    fNext = title;
-    BeginAtBar(bar);
-    const BMenuItem* opened = std::exchange(fNext, nullptr);
-    if (opened == nullptr || !opened->CanWork()) {
-        End();
-        return;
-    }
-    fIsButtonDown = true;
-    fTracker.StartByPress(bar.IndexOf(title), fPointer, WhenOf(press));
+    int64 when = 0;
+    return message.FindInt64("when", &when) == B_OK ? when : system_time();
 }
 
-void MenuSession::StartByKey(BMenu& bar)
+// The room for menus on the screen that a rectangle is on.
+BRect MenuSession::ScreenAround(BRect anchor)
 {
-    const auto alive = weak_from_this().lock();
-    BeginAtBar(bar);
-    if (fHasBegun) {
-        fTracker.StartByKey();
-    }
+    const WindowServer& server = WindowServer::Get();
+    return server.AvailableFrame(server.ScreenOf(anchor));
 }
 
-void MenuSession::StartWithoutBar(BMenu& menu, BRect anchor)
-{
-    const auto alive = weak_from_this().lock();
-    Begin();
-    if (fHasBegun) {
-        Show(menu, anchor, MenuSide::kBelow);
-        fTracker.StartWithoutBar();
-    }
-}
-
-void MenuSession::StartOver(BMenuItem& opener, BPoint label, const BMessage* press)
-{
-    const auto alive = weak_from_this().lock();
-    if (press != nullptr) {
-        press->FindPoint("screen_where", &fPointer);
-    }
-    Begin();
-    // The window's hook may have changed the menu, or let the item go, which ended the session.
-    if (!fHasBegun || !opener.CanWork()) {
-        End();
-        return;
-    }
-    BMenu& menu = *opener.Submenu();
-    float width = 0;
-    float height = 0;
-    menu.GetPreferredSize(&width, &height);
-    BMenuItem* current = menu.FindMarked() != nullptr ? menu.FindMarked() : menu.ItemAt(0);
-    const BPoint leftTop = label - current->ContentLocation();
-    ShowAt(menu, PlaceMenuAt(leftTop, width, height, ScreenAround(BRect(label, label))));
-    const int32 item = current->CanWork() ? menu.IndexOf(current) : -1;
-    if (press != nullptr) {
-        fIsButtonDown = true;
-        fTracker.StartWithoutBarByPress(item, fPointer, WhenOf(*press));
-    } else {
-        fTracker.StartWithoutBar(item);
-    }
-}
-
-void MenuSession::Cancel()
+void MenuSession::Close()
 {
     const auto alive = weak_from_this().lock();
     fTracker.Cancel();
+}
+
+// A menu that hangs nowhere may outlive the window.
+void MenuSession::Cancel()
+{
+    if (fIsPopUp) {
+        Abandon();
+    } else {
+        Close();
+    }
 }
 
 void MenuSession::Abandon()
@@ -159,13 +108,16 @@ void MenuSession::LetGo()
         return;
     }
     fIsHoldingInput = false;
-    WindowAccess::SetMouseCapture(fWindow, false);
-    SetInterceptor(fWindow, nullptr);
+    // Unless other menus have it by now.
+    if (WindowAccess::State(*fWindow).interceptor == this) {
+        WindowAccess::SetMouseCapture(fWindow, false);
+        SetInterceptor(fWindow, nullptr);
+    }
 }
 
 void MenuSession::MenuChanges()
 {
-    Cancel();
+    Close();
 }
 
 void MenuSession::ItemLeaves(const BMenuItem* item)
@@ -174,7 +126,7 @@ void MenuSession::ItemLeaves(const BMenuItem* item)
         fNext = nullptr;
         item->Menu()->fShownBy = nullptr;
     }
-    Cancel();
+    Close();
 }
 
 // Input
@@ -420,7 +372,10 @@ void MenuSession::Choose(int32 level, int32 item)
     if (fNext != nullptr) {
         BMenuItem* chosen = std::exchange(fNext, nullptr);
         chosen->Menu()->fShownBy = nullptr;
-        chosen->Invoke();
+        fChosen = chosen;
+        if (fIsToInvoke) {
+            chosen->Invoke();
+        }
     }
     End();
 }
@@ -433,6 +388,9 @@ void MenuSession::End()
     }
     if (std::exchange(fHasBegun, false)) {
         fWindow->MenusEnded();
+    }
+    if (const auto atEnd = std::exchange(fAtEnd, nullptr)) {
+        atEnd(fChosen); // may delete the menu
     }
 }
 
