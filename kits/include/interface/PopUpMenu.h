@@ -23,10 +23,10 @@ public:
     /// Opens the menu with its left top at `where`, shifted until the screen has room for it, and
     /// waits until a person has chosen an item, which is returned, or left it: null. With
     /// `deliversMessage` the item is invoked, too, as one of a bar is: what it does then is done
-    /// before it is returned. With `openAnyway` the menu opens though no button is held, and stays
-    /// open after a click; else it does not open, and closes when the button is released. One that
-    /// a key opened has its first item current. With `async` nothing is waited for, and null
-    /// returned; what is chosen can only be invoked then.
+    /// before it is returned; without a target it sends to the window. With `openAnyway` the menu
+    /// opens though no button is held, and stays open after a click; else it does not open, and
+    /// closes when the button is released. One that a key opened has its first item current. With
+    /// `async` nothing is waited for, and null returned; what is chosen can only be invoked then.
     ///
     /// While it waits the window goes on painting and others may lock it, but it handles nothing
     /// but what the menu needs: messages wait in their order. A request to quit, the focus that

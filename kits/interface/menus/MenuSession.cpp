@@ -373,6 +373,9 @@ void MenuSession::Choose(int32 level, int32 item)
         BMenuItem* chosen = std::exchange(fNext, nullptr);
         chosen->Menu()->fShownBy = nullptr;
         fChosen = chosen;
+        if (fIsPopUp && !chosen->Messenger().IsValid()) {
+            chosen->SetTarget(fWindow); // its menu hangs in no window any more
+        }
         if (fIsToInvoke) {
             chosen->Invoke();
         }
