@@ -142,6 +142,15 @@ void DirView::KeyDown(const char* bytes, int32 byteCount)
     }
 }
 
+/// The Menu key gives no character.
+void DirView::UnmappedKeyDown(const BMessage& message)
+{
+    constexpr int32 kMenuKey = 0x68;
+    if (message.GetInt32("key", 0) == kMenuKey && !message.HasInt32("be:key_repeat")) {
+        OpenRowMenu();
+    }
+}
+
 void DirView::Draw(BRect updateRect)
 {
     ColumnListView::Draw(updateRect);
@@ -176,8 +185,11 @@ void DirView::MouseMoved(BPoint where, uint32 transit, const BMessage* dragged)
 
 void DirView::MouseUp(BPoint where)
 {
-    fGestures.Released();
+    const std::optional<DirListItem*> menuOf = fGestures.Released();
     ColumnListView::MouseUp(where);
+    if (menuOf.has_value()) {
+        fMenus.OpenAt(*menuOf, ConvertToScreen(where));
+    }
 }
 
 bool DirView::InitiateDrag(BPoint, int32, bool)
@@ -447,6 +459,12 @@ void DirView::MessageReceived(BMessage* message)
         break;
     case kIconFound:
         IconFound(*message);
+        break;
+    case kRowMenuChosen:
+        fMenus.Chosen(*message);
+        break;
+    case B_UNMAPPED_KEY_DOWN:
+        UnmappedKeyDown(*message);
         break;
     case B_COPY:
         CopyEntries();

@@ -9,6 +9,7 @@
 #include "panes/PaneKeys.h"
 #include "panes/PaneListing.h"
 #include "panes/PaneMarks.h"
+#include "panes/PaneMenus.h"
 #include "panes/PaneNotifier.h"
 #include "panes/PaneRows.h"
 #include "panes/RowRenaming.h"
@@ -28,7 +29,11 @@ namespace norvane {
 ///
 /// It answers the calls of pane and window; its parts do the work. Thread: its window's. Ownership:
 /// owns its rows.
-class DirView : public ColumnListView, public KeyTarget, private RowsListener, private ListingOwner
+class DirView : public ColumnListView,
+                public KeyTarget,
+                private MenuTarget,
+                private RowsListener,
+                private ListingOwner
 {
 public:
     /// `parentPane` is told of every change; `iconLabel` heads the icon column.
@@ -110,6 +115,8 @@ public:
     void OpenLister() override;
     /// Opens the selected rows that are no folders in the text editor.
     void OpenEditor() override;
+    /// Opens the menu of the selected row.
+    void OpenRowMenu() override { fMenus.OpenByKey(); }
     void Edit(int32 index) { fRename.Begin(index); }
     /// Renames a row's entry; index -1 means the selected row.
     void Rename(const char* newName, int32 index = -1);
@@ -178,11 +185,33 @@ private:
     void LookedAgain() override;
     void NoFolder(const entry_ref& link) override;
 
+    // MenuTarget (DirViewMenu.cpp)
+    RowMenuFacts FactsOf(const DirListItem* row) override;
+    std::string PlaceName() const override;
+    void CarryOut(RowCommand command, DirListItem* row,
+                  const std::vector<DirListItem*>& rows) override;
+
+    using Rows = std::vector<DirListItem*>;
+    void CarryOutOnRow(RowCommand command, DirListItem& row);
+    void CarryOutOnAll(RowCommand command, const Rows& rows);
+    void CarryOutHere(RowCommand command);
+    status_t OpenRow(const DirListItem& row);
+    void ViewRow(const DirListItem& row);
+    void EditRows(const Rows& rows);
+    void PutOnClipboard(const Rows& rows, RowCommand command);
+    void CopyPathsOf(const Rows& rows);
+    void SendToNextPane(const Rows& rows, const char* type);
+    void RestoreRows(const Rows& rows);
+    void ShowPropertiesOf(const Rows& rows);
+    void TrashRows(const Rows& rows);
+    bool HasNextPane() const;
+
     RowSorting SortingChosen() const;
     void SortingChanged();
     bool RefusesToView();
     void AddColumns(const char* iconLabel);
     int32 CurrentInt32(const char* field) const;
+    void UnmappedKeyDown(const BMessage& message);
     std::vector<DirListItem*> SelectedRows() const;
     void ScrollToRow(int32 index);
     bool EditNamed(const std::string& name);
@@ -213,6 +242,7 @@ private:
     PaneMarks fMarks{fRows};
     PaneGestures fGestures{fRows, fMarks};
     PaneKeys fKeys{*this, fRows, fMarks, *this};
+    PaneMenus fMenus{*this, fRows, fMarks, *this};
     RowRenaming fRename{*this, fRows};
     DragOver fDragOver;
     LiveUpdates fUpdates{fRows};

@@ -66,14 +66,16 @@ void DirView::NavigateDown()
 status_t DirView::Invoke(BMessage*)
 {
     const DirListItem* row = RowAt(CurrentSelection());
-    if (row == nullptr) {
-        return B_ERROR;
-    }
-    if (const entry_ref* entry = fListing.Source().EntryToOpen(*row)) {
+    return row != nullptr ? OpenRow(*row) : status_t(B_ERROR);
+}
+
+status_t DirView::OpenRow(const DirListItem& row)
+{
+    if (const entry_ref* entry = fListing.Source().EntryToOpen(row)) {
         OpenEntry(*entry, BMessenger(nullptr, Window()));
-        return B_OK;
+    } else {
+        fListing.Enter(row);
     }
-    fListing.Enter(*row);
     return B_OK;
 }
 
@@ -98,9 +100,14 @@ void DirView::OpenLister()
     }
     const DirListItem* row = RowAt(CurrentSelection());
     if (row != nullptr && Mode() == kLocalMode) {
-        const std::string path = Path() + "/" + row->GetEntryName();
-        (new ViewerWindow(BRect(50, 50, 300, 500), path.c_str()))->Show();
+        ViewRow(*row);
     }
+}
+
+void DirView::ViewRow(const DirListItem& row)
+{
+    const std::string path = Path() + "/" + row.GetEntryName();
+    (new ViewerWindow(BRect(50, 50, 300, 500), path.c_str()))->Show();
 }
 
 bool DirView::RefusesToView()
@@ -113,11 +120,15 @@ bool DirView::RefusesToView()
 
 void DirView::OpenEditor()
 {
-    if (RefusesToView()) {
-        return;
+    if (!RefusesToView()) {
+        EditRows(SelectedRows());
     }
+}
+
+void DirView::EditRows(const Rows& rows)
+{
     std::vector<entry_ref> entries;
-    for (const DirListItem* row : SelectedRows()) {
+    for (const DirListItem* row : rows) {
         if (const entry_ref* entry = fListing.Source().EntryToOpen(*row)) {
             entries.push_back(*entry);
         }

@@ -8,8 +8,11 @@
 
 #include <InterfaceDefs.h>
 #include <Message.h>
+#include <ScrollBar.h>
 #include <Window.h>
 
+#include <algorithm>
+#include <cmath>
 #include <memory>
 
 namespace norvane {
@@ -35,6 +38,8 @@ PaneCommand FunctionOf(const KeyPress& key)
         return (key.modifiers & B_CONTROL_KEY) != 0 ? PaneCommand::kQuery : PaneCommand::kNewFolder;
     case B_F8_KEY:
         return PaneCommand::kTrash;
+    case B_F10_KEY:
+        return (key.modifiers & B_SHIFT_KEY) != 0 ? PaneCommand::kMenu : PaneCommand::kNone;
     default:
         return PaneCommand::kNone;
     }
@@ -45,6 +50,12 @@ KeyMeaning CharacterMeaning(const KeyPress& key)
     const bool isTyped = (key.modifiers & (B_COMMAND_KEY | B_OPTION_KEY)) == 0 &&
                          IsTypeAheadKey(key.bytes, key.byteCount);
     return isTyped ? KeyMeaning{PaneCommand::kTypeAhead, true} : KeyMeaning{};
+}
+
+KeyMeaning PageMeaning(const KeyPress& key, PaneCommand sideways)
+{
+    const bool isSideways = (key.modifiers & B_COMMAND_KEY) != 0;
+    return isSideways ? KeyMeaning{sideways, true} : KeyMeaning{};
 }
 
 /// Whether a key that is held too long may do it again and again.
@@ -60,6 +71,7 @@ bool MayRepeat(PaneCommand command)
     case PaneCommand::kNewFolder:
     case PaneCommand::kQuery:
     case PaneCommand::kStop:
+    case PaneCommand::kMenu:
         return false;
     default:
         return true;
@@ -79,6 +91,10 @@ KeyMeaning MeaningOfFirst(const KeyPress& key)
         return {PaneCommand::kMarkAndMeasure, true};
     case B_INSERT:
         return {PaneCommand::kMarkAndGoOn, true};
+    case B_PAGE_UP:
+        return PageMeaning(key, PaneCommand::kScrollLeft);
+    case B_PAGE_DOWN:
+        return PageMeaning(key, PaneCommand::kScrollRight);
     case '*':
         return {PaneCommand::kToggleMarks, true};
     case '+':
@@ -170,6 +186,15 @@ void PaneKeys::CarryOut(PaneCommand command, const KeyPress& key)
     case PaneCommand::kTypeAhead:
         TypeAhead(key);
         break;
+    case PaneCommand::kMenu:
+        fTarget.OpenRowMenu();
+        break;
+    case PaneCommand::kScrollLeft:
+        ScrollSideways(-1);
+        break;
+    case PaneCommand::kScrollRight:
+        ScrollSideways(1);
+        break;
     case PaneCommand::kStop:
         if (!fTarget.CancelWork()) {
             Post(kStopOperation);
@@ -221,6 +246,19 @@ void PaneKeys::TypeAhead(const KeyPress& key)
     if (found >= 0) {
         fList.Select(found);
         fList.ScrollToSelection();
+    }
+}
+
+/// By most of the width, so that what was at one edge is seen at the other.
+void PaneKeys::ScrollSideways(float direction)
+{
+    constexpr float kShare = 0.8f;
+    if (BScrollBar* bar = fList.ScrollBar(B_HORIZONTAL)) {
+        float least = 0;
+        float most = 0;
+        bar->GetRange(&least, &most);
+        const float step = std::floor(fList.Bounds().Width() * kShare);
+        bar->SetValue(std::clamp(bar->Value() + direction * step, least, most));
     }
 }
 

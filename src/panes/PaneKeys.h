@@ -41,6 +41,9 @@ enum class PaneCommand : uint8 {
     kQuery,
     kTypeAhead,
     kStop,
+    kMenu,
+    kScrollLeft,
+    kScrollRight,
 };
 
 struct KeyMeaning
@@ -67,6 +70,7 @@ public:
     virtual void DoRename() = 0;
     virtual void OpenLister() = 0;
     virtual void OpenEditor() = 0;
+    virtual void OpenRowMenu() = 0;
     /// The message that carries what is chosen; null when nothing is. Returned to the caller.
     virtual BMessage* GetRefMsg(int32 index) = 0;
     virtual void NotifyParent(uint32 code) = 0;
@@ -92,6 +96,7 @@ private:
     void MarkSelectedAndGoOn();
     void StartCopy(const char* type);
     void TypeAhead(const KeyPress& key);
+    void ScrollSideways(float direction);
     void Post(uint32 code);
 
     ColumnListView& fList;

@@ -135,6 +135,7 @@ TEST_F(PopUpMenuAsyncTest, OutlivesItsWindow)
     delete fMenu;
 
     EXPECT_TRUE(fIsGone);
+    ReleaseMouseAt(Where() + BPoint(200, 140));
 }
 
 TEST_F(PopUpMenuAsyncTest, TakesThePlaceOfOpenMenus)
