@@ -221,7 +221,8 @@ private:
     void FolderMade(const BMessage& answer);
     bool IsInShown(const BMessage& answer) const;
     void ShowMade(const BMessage& answer);
-    void RenameRow(DirListItem* row, const char* newName);
+    void RenameRow(DirListItem* row, const TypedName& name);
+    void RenameFailed(DirListItem* row, const char* reason, const TypedName& name);
     void Renamed(const BMessage& answer);
     void RenameEnded(bool isCommitted);
     void FolderMeasured(const BMessage& message);

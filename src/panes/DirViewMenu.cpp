@@ -63,7 +63,7 @@ RowMenuFacts DirView::FactsOf(const DirListItem* row)
     }
     facts.isParent = row->IsParent();
     facts.isFile = source.EntryToOpen(*row) != nullptr;
-    facts.canOpen = row->IsDir() || facts.isFile;
+    facts.canOpen = row->IsParent() || row->IsEnterable() || facts.isFile;
     facts.canView = Mode() == kLocalMode && facts.isFile;
     return facts;
 }

@@ -20,8 +20,7 @@ namespace norvane {
 namespace {
 
 constexpr int32 kNameColumn = 1;
-constexpr float kIntoName =
-    12; // the menu begins where the name's letters do, not at its cell's edge
+constexpr float kIntoName = 2; // where the name's letters begin in their cell
 
 /// The menu goes by itself when it was left or did its work.
 void Go(std::unique_ptr<BPopUpMenu> menu, BPoint where)

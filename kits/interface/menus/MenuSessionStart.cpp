@@ -82,7 +82,8 @@ bool MenuSession::StartPopUp(BMenu& menu, const PopUpOrder& order)
     fIsToInvoke = order.isToInvoke;
     fAtEnd = order.atEnd;
     const BMessage* cause = order.cause;
-    const bool isByKey = cause != nullptr && cause->what == B_KEY_DOWN;
+    const bool isByKey =
+        cause != nullptr && (cause->what == B_KEY_DOWN || cause->what == B_UNMAPPED_KEY_DOWN);
     const bool isByPress = cause != nullptr && IsButtonHeld(*cause);
     if (isByPress) {
         cause->FindPoint("screen_where", &fPointer);
