@@ -33,11 +33,14 @@ void Go(std::unique_ptr<BPopUpMenu> menu, BPoint where)
 
 void PaneMenus::OpenByKey()
 {
-    const int32 index = fList.CurrentSelection();
-    DirListItem* row = fRows.RowAt(index);
+    DirListItem* row = fRows.RowAt(fList.CurrentSelection());
     if (fList.Window() == nullptr) {
         return;
     }
+    if (row == nullptr && !fMarks.IsEmpty()) {
+        row = fMarks.List().Rows().front();
+    }
+    const int32 index = row != nullptr ? fRows.IndexOf(row) : -1;
     if (row != nullptr) {
         BRect frame = fList.ItemFrame(index);
         frame.left = frame.right = fList.Bounds().left; // columns stay where they are

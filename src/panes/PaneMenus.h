@@ -52,7 +52,8 @@ public:
     {
     }
 
-    /// Opens the selected row's menu below its name; without one that of the place.
+    /// Opens the selected row's menu below its name; without one that of the row marked first, else
+    /// that of the place.
     void OpenByKey();
     /// Opens a row's menu, or for null that of the place, at a point of the screen.
     void OpenAt(DirListItem* row, BPoint screen);

@@ -54,6 +54,27 @@ BRect MenuSession::ScreenAround(BRect anchor)
     return server.AvailableFrame(server.ScreenOf(anchor));
 }
 
+// The menu that opens by a key is led by keys, until a person moves the pointer.
+void MenuSession::LetPointerRest()
+{
+    uint32 buttons = 0;
+    fIsResting = true;
+    WindowServer::Get().GetMouse(&fRestsAt, &buttons);
+}
+
+bool MenuSession::Rests(const BMessage& move)
+{
+    if (!fIsResting || move.what != B_MOUSE_MOVED) {
+        fIsResting = false;
+        return false;
+    }
+    // That a window came below it is no movement, wherever it was last seen.
+    const bool isEntered = move.GetInt32("be:transit", B_INSIDE_VIEW) == B_ENTERED_VIEW;
+    fRestsAt = isEntered ? fPointer : fRestsAt;
+    fIsResting = fPointer == fRestsAt;
+    return fIsResting;
+}
+
 void MenuSession::Close()
 {
     const auto alive = weak_from_this().lock();
@@ -153,6 +174,9 @@ bool MenuSession::InterceptMouse(BMessage* message)
         // The release that was waited for got lost; this press is a new one.
         LetGo();
         return false;
+    }
+    if (Rests(*message)) {
+        return true;
     }
     switch (message->what) {
     case B_MOUSE_DOWN:

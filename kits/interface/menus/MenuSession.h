@@ -104,6 +104,8 @@ private:
     static bigtime_t WhenOf(const BMessage& message);
     static BRect ScreenAround(BRect anchor);
     void Close();
+    void LetPointerRest();
+    bool Rests(const BMessage& move);
     void Begin();
     void BeginAtBar(BMenu& bar);
     void Show(BMenu& menu, BRect anchor, MenuSide side);
@@ -125,6 +127,8 @@ private:
     std::vector<Level> fLevels; // the bar first, when there is one
     BMenuItem* fNext = nullptr; // about to be opened or chosen; null once it left its menu
     BPoint fPointer;            // where it was last
+    BPoint fRestsAt;            // while it rests: a menu that opens below it is not pointed at
+    bool fIsResting = false;
     bool fIsHoldingInput = false;
     bool fIsButtonDown = false;
     std::function<void(BMenuItem*)> fAtEnd;

@@ -33,6 +33,7 @@ void MenuSession::StartByKey(BMenu& bar)
     const auto alive = weak_from_this().lock();
     BeginAtBar(bar);
     if (fHasBegun) {
+        LetPointerRest();
         fTracker.StartByKey();
     }
 }
@@ -71,6 +72,7 @@ void MenuSession::StartOver(BMenuItem& opener, BPoint label, const BMessage* pre
         fIsButtonDown = true;
         fTracker.StartWithoutBarByPress(item, fPointer, WhenOf(*press));
     } else {
+        LetPointerRest();
         fTracker.StartWithoutBar(item);
     }
 }
@@ -105,6 +107,7 @@ bool MenuSession::StartPopUp(BMenu& menu, const PopUpOrder& order)
         fTracker.SetStaysOpen(order.staysOpenAfterClick, order.clickToOpen);
         return true;
     }
+    LetPointerRest();
     fTracker.StartWithoutBar();
     if (isByKey) {
         const char first[] = {B_HOME, '\0'};

@@ -124,6 +124,20 @@ TEST_F(DirViewMenuTest, ByKeyItIsAboutTheMarks)
     EXPECT_EQ(Asked("Cancel"), "Do you really want to delete the following files/folders:\n\ta");
 }
 
+TEST_F(DirViewMenuTest, ByKeyWithoutASelectionItIsAboutTheMarks)
+{
+    Open();
+    TypeText("+");
+    Locked([this] { fList->DeselectAll(); });
+    TypeFunctionKey(B_F10_KEY, B_SHIFT_KEY);
+    ASSERT_TRUE(Sync(fWindow));
+
+    Pick("m");
+
+    EXPECT_EQ(Asked("Cancel"),
+              "Do you really want to delete the following files/folders:\n\ta\n\tb\n\tc");
+}
+
 TEST_F(DirViewMenuTest, TheMenuKeyOpensItWithItsFirstItemCurrent)
 {
     Open();

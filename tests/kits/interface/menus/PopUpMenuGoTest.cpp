@@ -111,6 +111,35 @@ TEST_F(PopUpMenuGoTest, AKeyThatOpensItMakesTheFirstItemCurrent)
     EXPECT_EQ(fReturned, fMenu->ItemAt(1));
 }
 
+TEST_F(PopUpMenuGoTest, APointerThatRestsBelowItPointsAtNothing)
+{
+    const BPoint resting = Where() + BPoint(20, 45); // on the third item
+    MoveMouseAt(resting);
+    WithLock([this] {
+        fView->open = [this] {
+            fReturned = fMenu->Go(Where(), false, true);
+            fIsOver = true;
+        };
+        return true;
+    });
+    TypeKey('m');
+    AwaitUp();
+
+    MoveMouseAt(resting); // what the screen says when a window comes below it
+    TypeKey(B_ENTER);
+
+    ASSERT_TRUE(AwaitOver());
+    EXPECT_EQ(fReturned, fMenu->ItemAt(0));
+
+    fIsOver = false;
+    TypeKey('m');
+    AwaitUp();
+    MoveMouseAt(resting + BPoint(1, 0)); // a person did that
+    TypeKey(B_ENTER);
+    ASSERT_TRUE(AwaitOver());
+    EXPECT_EQ(fReturned, fMenu->ItemAt(2));
+}
+
 TEST_F(PopUpMenuGoTest, WindowGoesOnPaintingMeanwhile)
 {
     OpenAndWait();
