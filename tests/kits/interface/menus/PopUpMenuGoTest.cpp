@@ -125,7 +125,14 @@ TEST_F(PopUpMenuGoTest, APointerThatRestsBelowItPointsAtNothing)
     TypeKey('m');
     AwaitUp();
 
-    MoveMouseAt(resting); // what the screen says when a window comes below it
+    // What the screen says when a window comes below it.
+    for (const int32 transit : {B_ENTERED_VIEW, B_INSIDE_VIEW}) {
+        BMessage moved(B_MOUSE_MOVED);
+        moved.AddPoint("where", resting);
+        moved.AddPoint("screen_where", resting);
+        moved.AddInt32("be:transit", transit);
+        fWindow->PostMessage(&moved);
+    }
     TypeKey(B_ENTER);
 
     ASSERT_TRUE(AwaitOver());
