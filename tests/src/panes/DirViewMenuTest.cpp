@@ -138,18 +138,18 @@ TEST_F(DirViewMenuTest, ByKeyWithoutASelectionItIsAboutTheMarks)
               "Do you really want to delete the following files/folders:\n\ta\n\tb\n\tc");
 }
 
-TEST_F(DirViewMenuTest, TheMenuKeyOpensItWithItsFirstItemCurrent)
+TEST_F(DirViewMenuTest, TheMenuKeyOpensIt)
 {
     Open();
-    Click(0);
+    Click(1);
     BMessage key(B_UNMAPPED_KEY_DOWN);
     key.AddInt32("key", 0x68);
     fWindow->PostMessage(&key, fList);
     ASSERT_TRUE(Sync(fWindow));
 
-    TypeKey(B_ENTER); // Open: goes up
+    Choose("m");
 
-    EXPECT_TRUE(Becomes([this] { return Names().substr(0, 9); }, ".. config"));
+    EXPECT_EQ(Marked(), "a ");
 }
 
 TEST_F(DirViewMenuTest, KeysTypedAheadReachTheMenu)
@@ -215,6 +215,22 @@ TEST_F(DirViewMenuTest, AnotherPlaceIsLeftAlone)
 
     EXPECT_EQ(Asked("OK"), "What the menu was opened for is not here any more.");
     EXPECT_EQ(fTree.Read("else/b"), "other");
+}
+
+TEST_F(DirViewMenuTest, InAnotherPlaceNoFolderIsMade)
+{
+    fTree.MakeFolder("else");
+    Open();
+    kits::testing::Click(fList, BPoint(60, 250), B_SECONDARY_MOUSE_BUTTON);
+    SyncServer();
+    Locked([this] { fList->SetPath(fTree.Path("else").c_str()); });
+    ASSERT_TRUE(Becomes([this] { return Names(); }, ".. "));
+
+    Pick("n");
+
+    EXPECT_EQ(Asked("OK"), "What the menu was opened for is not here any more.");
+    EXPECT_EQ(fTree.List("else"), "");
+    EXPECT_EQ(fTree.List("shown"), "a\nb\nc\n");
 }
 
 TEST_F(DirViewMenuTest, CopiesPathsByteForByte)
