@@ -142,15 +142,6 @@ void DirView::KeyDown(const char* bytes, int32 byteCount)
     }
 }
 
-/// The Menu key gives no character.
-void DirView::UnmappedKeyDown(const BMessage& message)
-{
-    constexpr int32 kMenuKey = 0x68;
-    if (message.GetInt32("key", 0) == kMenuKey && !message.HasInt32("be:key_repeat")) {
-        OpenRowMenu();
-    }
-}
-
 void DirView::Draw(BRect updateRect)
 {
     ColumnListView::Draw(updateRect);
@@ -187,9 +178,7 @@ void DirView::MouseUp(BPoint where)
 {
     const std::optional<DirListItem*> menuOf = fGestures.Released();
     ColumnListView::MouseUp(where);
-    if (menuOf.has_value()) {
-        fMenus.OpenAt(*menuOf, ConvertToScreen(where));
-    }
+    fMenus.OpenAt(menuOf, ConvertToScreen(where));
 }
 
 bool DirView::InitiateDrag(BPoint, int32, bool)

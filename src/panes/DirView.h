@@ -115,7 +115,6 @@ public:
     void OpenLister() override;
     /// Opens the selected rows that are no folders in the text editor.
     void OpenEditor() override;
-    /// Opens the menu of the selected row.
     void OpenRowMenu() override { fMenus.OpenByKey(); }
     void Edit(int32 index) { fRename.Begin(index); }
     /// Renames a row's entry; index -1 means the selected row.
@@ -190,21 +189,9 @@ private:
     std::string PlaceName() const override;
     void CarryOut(RowCommand command, DirListItem* row,
                   const std::vector<DirListItem*>& rows) override;
-
-    using Rows = std::vector<DirListItem*>;
-    void CarryOutOnRow(RowCommand command, DirListItem& row);
-    void CarryOutOnAll(RowCommand command, const Rows& rows);
-    void CarryOutHere(RowCommand command);
-    status_t OpenRow(const DirListItem& row);
-    void ViewRow(const DirListItem& row);
-    void EditRows(const Rows& rows);
-    void PutOnClipboard(const Rows& rows, RowCommand command);
-    void CopyPathsOf(const Rows& rows);
-    void SendToNextPane(const Rows& rows, const char* type);
-    void RestoreRows(const Rows& rows);
-    void ShowPropertiesOf(const Rows& rows);
-    void TrashRows(const Rows& rows);
-    bool HasNextPane() const;
+    void CarryOutOnRow(RowCommand command, int32 index);
+    void CarryOutOnAll(RowCommand command, const std::vector<DirListItem*>& rows);
+    void TrashRows(const std::vector<DirListItem*>& rows);
 
     RowSorting SortingChosen() const;
     void SortingChanged();

@@ -155,7 +155,7 @@ void DirView::Trash()
     TrashRows(WithoutParent(fMarks.IsEmpty() ? SelectedRows() : Marks().Rows()));
 }
 
-void DirView::TrashRows(const Rows& rows)
+void DirView::TrashRows(const std::vector<DirListItem*>& rows)
 {
     BPath trash;
     if (Window() == nullptr || rows.empty() || find_directory(B_TRASH_DIRECTORY, &trash) != B_OK) {

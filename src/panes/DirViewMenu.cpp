@@ -22,6 +22,83 @@ namespace norvane {
 
 namespace {
 
+using Rows = std::vector<DirListItem*>;
+
+bool HasNextPane(const BView* pane)
+{
+    for (const BView* view = pane; view != nullptr; view = view->NextSibling()) {
+        if (view != pane && dynamic_cast<const DirPane*>(view) != nullptr) {
+            return true;
+        }
+    }
+    for (const BView* view = pane; view != nullptr; view = view->PreviousSibling()) {
+        if (view != pane && dynamic_cast<const DirPane*>(view) != nullptr) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// What is done to no row.
+void DoHere(DirView& list, RowCommand command)
+{
+    switch (command) {
+    case RowCommand::kPaste:
+        list.PasteEntries();
+        break;
+    case RowCommand::kNewFolder:
+        list.DoNewFolder();
+        break;
+    case RowCommand::kRefresh:
+        list.Refresh();
+        break;
+    case RowCommand::kTerminal:
+        list.Window()->PostMessage(kOpenTerminal);
+        break;
+    default:
+        break;
+    }
+}
+
+/// The message that carries local entries; null for others.
+std::unique_ptr<BMessage> EntriesOf(const RowSource& source, const Rows& rows)
+{
+    std::unique_ptr<BMessage> entries = source.MessageFor(rows);
+    return entries->HasRef("refs") ? std::move(entries) : nullptr;
+}
+
+std::string PathsOf(const RowSource& source, const Rows& rows)
+{
+    std::vector<std::string> paths;
+    paths.reserve(rows.size());
+    for (const DirListItem* row : rows) {
+        std::string path = source.PathOf(*row);
+        if (path.starts_with("//")) { // below the root
+            path.erase(0, 1);
+        }
+        paths.push_back(std::move(path));
+    }
+    return PathsAsText(paths);
+}
+
+void SendToNextPane(BWindow& window, const RowSource& source, const Rows& rows, const char* type)
+{
+    const std::unique_ptr<BMessage> message = source.MessageFor(rows);
+    message->AddString("Dragging", "false");
+    message->AddString("Direction", "Right");
+    message->AddString("TypeOfCopy", type);
+    window.PostMessage(message.get());
+}
+
+void ShowProperties(BWindow& window, const Rows& rows)
+{
+    BMessage message(kShowProperties);
+    for (const DirListItem* row : rows) {
+        message.AddRef("refs", row->GetRef());
+    }
+    window.PostMessage(&message);
+}
+
 void PutTextOnClipboard(const std::string& text)
 {
     if (!be_clipboard->Lock()) {
@@ -46,6 +123,22 @@ void RestoreAll(const std::vector<entry_ref>& entries)
     problems.Show();
 }
 
+/// The watch tells of those that left.
+void Restore(const Rows& rows)
+{
+    std::vector<entry_ref> entries;
+    entries.reserve(rows.size());
+    for (const DirListItem* row : rows) {
+        entries.push_back(*row->GetRef());
+    }
+    if (!StartDetached("restoring", B_NORMAL_PRIORITY,
+                       [entries = std::move(entries)] { RestoreAll(entries); })) {
+        ProblemList problems;
+        problems.Add(rows.front()->GetEntryName(), ReasonFor(B_NO_MORE_THREADS));
+        problems.Show();
+    }
+}
+
 } // namespace
 
 RowMenuFacts DirView::FactsOf(const DirListItem* row)
@@ -57,7 +150,7 @@ RowMenuFacts DirView::FactsOf(const DirListItem* row)
     facts.canRename = source.MakingFolder() != nullptr || Mode() == kQueryMode;
     facts.isDeletedForGood = source.DeletesForGood();
     facts.isInTrash = Mode() == kLocalMode && source.DeletesForGood();
-    facts.hasNextPane = HasNextPane();
+    facts.hasNextPane = HasNextPane(fPane);
     if (row == nullptr) {
         return facts;
     }
@@ -66,21 +159,6 @@ RowMenuFacts DirView::FactsOf(const DirListItem* row)
     facts.canOpen = row->IsParent() || row->IsEnterable() || facts.isFile;
     facts.canView = Mode() == kLocalMode && facts.isFile;
     return facts;
-}
-
-bool DirView::HasNextPane() const
-{
-    for (const BView* view = fPane; view != nullptr; view = view->NextSibling()) {
-        if (view != fPane && dynamic_cast<const DirPane*>(view) != nullptr) {
-            return true;
-        }
-    }
-    for (const BView* view = fPane; view != nullptr; view = view->PreviousSibling()) {
-        if (view != fPane && dynamic_cast<const DirPane*>(view) != nullptr) {
-            return true;
-        }
-    }
-    return false;
 }
 
 /// A local folder by what it is: it may get another path while it is shown.
@@ -93,44 +171,34 @@ std::string DirView::PlaceName() const
     return std::to_string(folder.device) + " " + std::to_string(folder.node);
 }
 
+/// The Menu key gives no character.
+void DirView::UnmappedKeyDown(const BMessage& message)
+{
+    constexpr int32 kMenuKey = 0x68;
+    if (message.GetInt32("key", 0) == kMenuKey && !message.HasInt32("be:key_repeat")) {
+        OpenRowMenu();
+    }
+}
+
 void DirView::CarryOut(RowCommand command, DirListItem* row, const Rows& rows)
 {
-    CarryOutHere(command);
+    DoHere(*this, command);
     if (row != nullptr) {
-        CarryOutOnRow(command, *row);
+        CarryOutOnRow(command, fRows.IndexOf(row));
     }
     if (!rows.empty() && !rows.front()->IsParent()) {
         CarryOutOnAll(command, rows);
     }
 }
 
-void DirView::CarryOutHere(RowCommand command)
+/// What keys do to the selected row: so it is selected.
+void DirView::CarryOutOnRow(RowCommand command, int32 index)
 {
-    switch (command) {
-    case RowCommand::kPaste:
-        PasteEntries();
-        break;
-    case RowCommand::kNewFolder:
-        DoNewFolder();
-        break;
-    case RowCommand::kRefresh:
-        Refresh();
-        break;
-    case RowCommand::kTerminal:
-        Window()->PostMessage(kOpenTerminal);
-        break;
-    default:
-        break;
-    }
-}
-
-void DirView::CarryOutOnRow(RowCommand command, DirListItem& row)
-{
-    const int32 index = fRows.IndexOf(&row);
-    const entry_ref* file = fListing.Source().EntryToOpen(row);
+    const entry_ref* file = fListing.Source().EntryToOpen(*RowAt(index));
     switch (command) {
     case RowCommand::kOpen:
-        OpenRow(row);
+        Select(index);
+        Invoke();
         break;
     case RowCommand::kOpenWith:
         if (file != nullptr) {
@@ -138,10 +206,12 @@ void DirView::CarryOutOnRow(RowCommand command, DirListItem& row)
         }
         break;
     case RowCommand::kView:
-        ViewRow(row);
+        Select(index);
+        OpenLister();
         break;
     case RowCommand::kEdit:
-        EditRows({&row});
+        Select(index);
+        OpenEditor();
         break;
     case RowCommand::kMark:
         ToggleMark(index);
@@ -157,93 +227,39 @@ void DirView::CarryOutOnRow(RowCommand command, DirListItem& row)
 
 void DirView::CarryOutOnAll(RowCommand command, const Rows& rows)
 {
+    const RowSource& source = fListing.Source();
     switch (command) {
     case RowCommand::kCut:
+        if (const auto entries = EntriesOf(source, rows)) {
+            EntryClipboard::Cut(*entries);
+        }
+        break;
     case RowCommand::kCopy:
-        PutOnClipboard(rows, command);
+        if (const auto entries = EntriesOf(source, rows)) {
+            EntryClipboard::Copy(*entries);
+        }
         break;
     case RowCommand::kCopyPath:
-        CopyPathsOf(rows);
+        PutTextOnClipboard(PathsOf(source, rows));
         break;
     case RowCommand::kCopyToNext:
-        SendToNextPane(rows, "Copy");
+        SendToNextPane(*Window(), source, rows, "Copy");
         break;
     case RowCommand::kMoveToNext:
-        SendToNextPane(rows, "Move");
+        SendToNextPane(*Window(), source, rows, "Move");
         break;
     case RowCommand::kTrash:
         TrashRows(rows);
         break;
     case RowCommand::kRestore:
-        RestoreRows(rows);
+        Restore(rows);
         break;
     case RowCommand::kProperties:
-        ShowPropertiesOf(rows);
+        ShowProperties(*Window(), rows);
         break;
     default:
         break;
     }
-}
-
-void DirView::PutOnClipboard(const Rows& rows, RowCommand command)
-{
-    const std::unique_ptr<BMessage> entries = fListing.Source().MessageFor(rows);
-    if (!entries->HasRef("refs")) {
-        return;
-    }
-    if (command == RowCommand::kCut) {
-        EntryClipboard::Cut(*entries);
-    } else {
-        EntryClipboard::Copy(*entries);
-    }
-}
-
-void DirView::CopyPathsOf(const Rows& rows)
-{
-    std::vector<std::string> paths;
-    paths.reserve(rows.size());
-    for (const DirListItem* row : rows) {
-        std::string path = fListing.Source().PathOf(*row);
-        if (path.starts_with("//")) { // below the root
-            path.erase(0, 1);
-        }
-        paths.push_back(std::move(path));
-    }
-    PutTextOnClipboard(PathsAsText(paths));
-}
-
-void DirView::SendToNextPane(const Rows& rows, const char* type)
-{
-    const std::unique_ptr<BMessage> message = fListing.Source().MessageFor(rows);
-    message->AddString("Dragging", "false");
-    message->AddString("Direction", "Right");
-    message->AddString("TypeOfCopy", type);
-    Window()->PostMessage(message.get());
-}
-
-/// The watch tells of those that left.
-void DirView::RestoreRows(const Rows& rows)
-{
-    std::vector<entry_ref> entries;
-    entries.reserve(rows.size());
-    for (const DirListItem* row : rows) {
-        entries.push_back(*row->GetRef());
-    }
-    if (!StartDetached("restoring", B_NORMAL_PRIORITY,
-                       [entries = std::move(entries)] { RestoreAll(entries); })) {
-        ProblemList problems;
-        problems.Add(rows.front()->GetEntryName(), ReasonFor(B_NO_MORE_THREADS));
-        problems.Show();
-    }
-}
-
-void DirView::ShowPropertiesOf(const Rows& rows)
-{
-    BMessage message(kShowProperties);
-    for (const DirListItem* row : rows) {
-        message.AddRef("refs", row->GetRef());
-    }
-    Window()->PostMessage(&message);
 }
 
 } // namespace norvane

@@ -66,16 +66,14 @@ void DirView::NavigateDown()
 status_t DirView::Invoke(BMessage*)
 {
     const DirListItem* row = RowAt(CurrentSelection());
-    return row != nullptr ? OpenRow(*row) : status_t(B_ERROR);
-}
-
-status_t DirView::OpenRow(const DirListItem& row)
-{
-    if (const entry_ref* entry = fListing.Source().EntryToOpen(row)) {
-        OpenEntry(*entry, BMessenger(nullptr, Window()));
-    } else {
-        fListing.Enter(row);
+    if (row == nullptr) {
+        return B_ERROR;
     }
+    if (const entry_ref* entry = fListing.Source().EntryToOpen(*row)) {
+        OpenEntry(*entry, BMessenger(nullptr, Window()));
+        return B_OK;
+    }
+    fListing.Enter(*row);
     return B_OK;
 }
 
@@ -100,14 +98,9 @@ void DirView::OpenLister()
     }
     const DirListItem* row = RowAt(CurrentSelection());
     if (row != nullptr && Mode() == kLocalMode) {
-        ViewRow(*row);
+        const std::string path = Path() + "/" + row->GetEntryName();
+        (new ViewerWindow(BRect(50, 50, 300, 500), path.c_str()))->Show();
     }
-}
-
-void DirView::ViewRow(const DirListItem& row)
-{
-    const std::string path = Path() + "/" + row.GetEntryName();
-    (new ViewerWindow(BRect(50, 50, 300, 500), path.c_str()))->Show();
 }
 
 bool DirView::RefusesToView()
@@ -120,15 +113,11 @@ bool DirView::RefusesToView()
 
 void DirView::OpenEditor()
 {
-    if (!RefusesToView()) {
-        EditRows(SelectedRows());
+    if (RefusesToView()) {
+        return;
     }
-}
-
-void DirView::EditRows(const Rows& rows)
-{
     std::vector<entry_ref> entries;
-    for (const DirListItem* row : rows) {
+    for (const DirListItem* row : SelectedRows()) {
         if (const entry_ref* entry = fListing.Source().EntryToOpen(*row)) {
             entries.push_back(*entry);
         }

@@ -52,11 +52,11 @@ void PaneMenus::OpenByKey()
     Go(std::move(menu), where);
 }
 
-void PaneMenus::OpenAt(DirListItem* row, BPoint screen)
+void PaneMenus::OpenAt(std::optional<DirListItem*> row, BPoint screen)
 {
-    if (fList.Window() != nullptr) {
-        std::unique_ptr<BPopUpMenu> menu = Make(row);
-        Remember(row, ActedOn(row, false));
+    if (row.has_value() && fList.Window() != nullptr) {
+        std::unique_ptr<BPopUpMenu> menu = Make(*row);
+        Remember(*row, ActedOn(*row, false));
         Go(std::move(menu), screen);
     }
 }

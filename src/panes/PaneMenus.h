@@ -5,6 +5,8 @@
 
 #include <Point.h>
 
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -55,8 +57,9 @@ public:
     /// Opens the selected row's menu below its name; without one that of the row marked first, else
     /// that of the place.
     void OpenByKey();
-    /// Opens a row's menu, or for null that of the place, at a point of the screen.
-    void OpenAt(DirListItem* row, BPoint screen);
+    /// Opens a row's menu, or for null that of the place, at a point of the screen; without either
+    /// nothing.
+    void OpenAt(std::optional<DirListItem*> row, BPoint screen);
     /// Handles a kRowMenuChosen.
     void Chosen(const BMessage& choice);
 

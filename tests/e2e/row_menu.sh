@@ -69,12 +69,17 @@ kill $other
 wait $other 2>/dev/null
 expect "$what: it does not come back" window_focused Norvane
 
-what="the first item"
+what="the first item, where the pointer rests below the menu"
+point cherry
 key f Menu
 opens
+expect "$what: the menu never rests" still root
 key Return # Open
 closes
-expect "$what: the folder is not open" still "$main"
+key F7
+expect "$what: the folder is not open" test -d "$base/left/folder/New Folder"
+key Escape
+rmdir "$base/left/folder/New Folder"
 key BackSpace
 
 what="moving to the next pane"

@@ -22,6 +22,7 @@ namespace kits {
 namespace {
 
 constexpr float kWheelStep = 19; // one item
+constexpr int32 kMenuKey = 0x68;
 
 // The start of the label that a typed character is compared with, in the same case.
 bool StartsWith(const char* label, const char* letter)
@@ -214,8 +215,13 @@ bool MenuSession::InterceptRest(BMessage* message)
             return true;
         }
         return false;
-    case B_KEY_UP:
     case B_UNMAPPED_KEY_DOWN:
+        // So does the Menu key.
+        if (message->GetInt32("key", 0) == kMenuKey && !message->HasInt32("be:key_repeat")) {
+            fTracker.Cancel();
+        }
+        return true;
+    case B_KEY_UP:
     case B_UNMAPPED_KEY_UP:
         return true;
     case B_MOUSE_WHEEL_CHANGED:
@@ -247,7 +253,7 @@ void MenuSession::Key(const BMessage& message, const char* bytes)
     message.FindInt32("key", &key);
     if (bytes != nullptr && bytes[0] == B_FUNCTION_KEY) {
         // F10 leaves as it entered; the other function keys do nothing meanwhile.
-        if (key == B_F10_KEY) {
+        if (key == B_F10_KEY && !message.HasInt32("be:key_repeat")) {
             fTracker.Cancel();
         }
         return;

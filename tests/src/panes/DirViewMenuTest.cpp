@@ -22,12 +22,13 @@ protected:
             fTree.Write(name, name);
         }
     }
-    void OpenMenuOf(int32 row)
+    void OpenMenuAt(BPoint where)
     {
-        kits::testing::Click(fList, NameCell(row), B_SECONDARY_MOUSE_BUTTON);
+        kits::testing::Click(fList, where, B_SECONDARY_MOUSE_BUTTON);
         SyncServer();
         ASSERT_TRUE(Sync(fWindow));
     }
+    void OpenMenuOf(int32 row) { OpenMenuAt(NameCell(row)); }
     /// Letters go from item to item; the last one is chosen. A question may come then.
     static void Pick(const char* letters)
     {
@@ -221,8 +222,7 @@ TEST_F(DirViewMenuTest, InAnotherPlaceNoFolderIsMade)
 {
     fTree.MakeFolder("else");
     Open();
-    kits::testing::Click(fList, BPoint(60, 250), B_SECONDARY_MOUSE_BUTTON);
-    SyncServer();
+    OpenMenuAt(BPoint(60, 250));
     Locked([this] { fList->SetPath(fTree.Path("else").c_str()); });
     ASSERT_TRUE(Becomes([this] { return Names(); }, ".. "));
 
@@ -277,8 +277,7 @@ TEST_F(DirViewMenuTest, RenamesItsRowWhateverIsMarked)
 TEST_F(DirViewMenuTest, BesideTheRowsItIsThePlaces)
 {
     Open();
-    kits::testing::Click(fList, BPoint(60, 250), B_SECONDARY_MOUSE_BUTTON);
-    SyncServer();
+    OpenMenuAt(BPoint(60, 250));
 
     Choose("n");
 

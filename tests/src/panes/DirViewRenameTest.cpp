@@ -170,50 +170,6 @@ TEST_F(DirViewRenameTest, ANameThatExistsIsRefused)
     EXPECT_EQ(fTree.Read("shown/b"), "2");
 }
 
-TEST_F(DirViewRenameTest, WhatWasTypedStaysAfterARefusal)
-{
-    fTree.Write("shown/a", "1");
-    fTree.Write("shown/long", "2");
-    Open();
-    StartRename(1);
-    TypeText("long");
-    TypeKey(B_LEFT_ARROW, B_SHIFT_KEY); // "g" is selected
-    TypeKey(B_ENTER);
-    ASSERT_TRUE(AnswerAlert("OK"));
-    ASSERT_TRUE(FieldOpens());
-    TypeText("er");
-    TypeKey(B_ENTER);
-    EXPECT_TRUE(WaitFor([this] { return fTree.List("shown") == "loner\nlong\n"; }));
-    EXPECT_TRUE(FieldCloses());
-    EXPECT_TRUE(ListHasFocus());
-}
-
-TEST_F(DirViewRenameTest, WhatIsNoNameStaysToBeChanged)
-{
-    fTree.Write("shown/a", "1");
-    Open();
-    StartRename(1);
-    TypeText("x/y");
-    TypeKey(B_ENTER);
-    ASSERT_TRUE(AnswerAlert("OK"));
-    ASSERT_TRUE(FieldOpens());
-    TypeKey(B_BACKSPACE);
-    TypeKey(B_BACKSPACE);
-    TypeText("z");
-    TypeKey(B_ENTER);
-    EXPECT_TRUE(WaitFor([this] { return fTree.List("shown") == "xz\n"; }));
-}
-
-TEST_F(DirViewRenameTest, OfARowThatWentNothingIsOpened)
-{
-    fTree.Write("shown/a", "1");
-    Open();
-    StartRename(1);
-    fTree.Remove("shown/a");
-    ASSERT_TRUE(Becomes([this] { return Names(); }, ".. "));
-    EXPECT_FALSE(HasField());
-}
-
 TEST_F(DirViewRenameTest, WhatIsNoNameIsRefused)
 {
     fTree.Write("shown/a", "1");

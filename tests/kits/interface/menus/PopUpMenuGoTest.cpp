@@ -147,6 +147,44 @@ TEST_F(PopUpMenuGoTest, APointerThatRestsBelowItPointsAtNothing)
     EXPECT_EQ(fReturned, fMenu->ItemAt(2));
 }
 
+TEST_F(PopUpMenuGoTest, TheMenuKeyLeavesItUnlessItIsHeld)
+{
+    BMessage key(B_UNMAPPED_KEY_DOWN);
+    key.AddInt32("key", 0x68);
+    OpenAndWait();
+    fWindow->PostMessage(&key);
+    ASSERT_TRUE(AwaitOver());
+    EXPECT_EQ(fReturned, nullptr);
+
+    fIsOver = false;
+    key.AddInt32("be:key_repeat", 1);
+    OpenAndWait();
+    fWindow->PostMessage(&key);
+    TypeKey(B_HOME);
+    TypeKey(B_ENTER);
+    ASSERT_TRUE(AwaitOver());
+    EXPECT_EQ(fReturned, fMenu->ItemAt(0));
+}
+
+TEST_F(PopUpMenuGoTest, AHeldKeyLeavesOpenWhatItOpened)
+{
+    WithLock([this] {
+        fView->open = [this] {
+            fReturned = fMenu->Go(Where(), false, true);
+            fIsOver = true;
+        };
+        return true;
+    });
+    PressFunctionKey(B_F10_KEY, B_SHIFT_KEY);
+    AwaitUp();
+    PressFunctionKey(B_F10_KEY, B_SHIFT_KEY); // repeats
+    ReleaseFunctionKey(B_F10_KEY, B_SHIFT_KEY);
+    TypeKey(B_ENTER);
+
+    ASSERT_TRUE(AwaitOver());
+    EXPECT_EQ(fReturned, fMenu->ItemAt(0));
+}
+
 TEST_F(PopUpMenuGoTest, WindowGoesOnPaintingMeanwhile)
 {
     OpenAndWait();
