@@ -107,6 +107,17 @@ protected:
         return kits::testing::WaitFor([this] { return fIsOver.load(); });
     }
 
+    /// The window paints anew what it is asked to.
+    bool AwaitPainting()
+    {
+        const int32 before = fView->draws;
+        WithLock([this] {
+            fView->Invalidate();
+            return true;
+        });
+        return kits::testing::WaitFor([this, before] { return fView->draws > before; });
+    }
+
     /// A Go() that waits; what it returned is in fReturned.
     void OpenAndWait(bool deliversMessage = false)
     {

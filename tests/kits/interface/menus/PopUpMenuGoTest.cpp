@@ -160,10 +160,10 @@ TEST_F(PopUpMenuGoTest, TheMenuKeyLeavesItUnlessItIsHeld)
     key.AddInt32("be:key_repeat", 1);
     OpenAndWait();
     fWindow->PostMessage(&key);
-    TypeKey(B_HOME);
-    TypeKey(B_ENTER);
+    ASSERT_TRUE(AwaitPainting()); // it was looked at by then
+    EXPECT_TRUE(IsUp());
+    TypeKey(B_ESCAPE);
     ASSERT_TRUE(AwaitOver());
-    EXPECT_EQ(fReturned, fMenu->ItemAt(0));
 }
 
 TEST_F(PopUpMenuGoTest, AHeldKeyLeavesOpenWhatItOpened)
@@ -188,14 +188,8 @@ TEST_F(PopUpMenuGoTest, AHeldKeyLeavesOpenWhatItOpened)
 TEST_F(PopUpMenuGoTest, WindowGoesOnPaintingMeanwhile)
 {
     OpenAndWait();
-    const int32 before = fView->draws;
 
-    WithLock([this] {
-        fView->Invalidate();
-        return true;
-    });
-
-    EXPECT_TRUE(WaitFor([&] { return fView->draws > before; }));
+    EXPECT_TRUE(AwaitPainting());
     EXPECT_TRUE(IsUp());
     TypeKey(B_ESCAPE);
     EXPECT_TRUE(AwaitOver());
@@ -207,12 +201,7 @@ TEST_F(PopUpMenuGoTest, OtherMessagesWaitInTheirOrder)
     for (const uint32 what : {'tesx', 'tesy', 'tesz'}) {
         fWindow->PostMessage(what);
     }
-    const int32 before = fView->draws;
-    WithLock([this] {
-        fView->Invalidate();
-        return true;
-    });
-    ASSERT_TRUE(WaitFor([&] { return fView->draws > before; })); // they were looked at by now
+    ASSERT_TRUE(AwaitPainting()); // they were looked at by now
     EXPECT_TRUE(IsUp());
 
     TypeKey(B_ESCAPE);
