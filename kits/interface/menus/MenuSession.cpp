@@ -58,9 +58,8 @@ BRect MenuSession::ScreenAround(BRect anchor)
 // The menu that opens by a key is led by keys, until a person moves the pointer.
 void MenuSession::LetPointerRest()
 {
-    uint32 buttons = 0;
     fIsResting = true;
-    WindowServer::Get().GetMouse(&fRestsAt, &buttons);
+    fRestsAt = WindowServer::Get().PointerPlace();
 }
 
 bool MenuSession::Rests(const BMessage& move)
