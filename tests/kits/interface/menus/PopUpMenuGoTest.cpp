@@ -2,6 +2,8 @@
 
 #include <AppDefs.h>
 
+#include "app/ProgramEnd.h"
+
 // Menus that hang nowhere: what Go() returns, does and leaves.
 
 namespace {
@@ -219,6 +221,18 @@ TEST_F(PopUpMenuGoTest, ARequestToQuitClosesItAndIsServed)
     ASSERT_TRUE(AwaitOver());
     EXPECT_EQ(fReturned, nullptr);
     EXPECT_TRUE(WaitFor([this] { return !fWindow->Lock() || (fWindow->Unlock(), false); }));
+}
+
+TEST_F(PopUpMenuGoTest, TheProgramsEndClosesIt)
+{
+    OpenAndWait();
+
+    kits::ProgramEnd::Request();
+    EXPECT_TRUE(AwaitOver());
+    kits::ProgramEnd::Forget();
+
+    EXPECT_EQ(fReturned, nullptr);
+    EXPECT_FALSE(IsUp());
 }
 
 TEST_F(PopUpMenuGoTest, AnotherThreadMayQuitTheWindow)
