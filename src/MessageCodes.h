@@ -82,6 +82,7 @@ enum PaneNotice : uint32 {
     kFolderChecked = 'Chek',      // where the folder shown is: string "path", empty: as before
     kTellOfMissingWatch = 'NoWa', // to itself: nobody tells of changes, say so
     kDragScroll = 'Drag',         // to itself: something is dragged near an edge
+    kRowMenuChosen = 'RMnu',      // int32 "command": a RowCommand, int32 "menu": which menu's
     kEntriesToPaste = 'Past',     // what the clipboard holds: "refs" when that is entries
     kPatternTyped = 'Ptrn',       // string "text": of names; bool "marks", else it unmarks
     kFilterTyped = 'Filt',        // to itself: what a filter's field holds changed

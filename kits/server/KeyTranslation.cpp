@@ -165,6 +165,17 @@ int32 FunctionKeyNumber(int key)
     }
 }
 
+// The Menu key is known by its meaning: at its position some layouts have another key.
+int32 NumberOf(const NativeKey& key)
+{
+    constexpr int32 kMenuKey = 0x68;
+    if (key.key == Qt::Key_Menu) {
+        return kMenuKey;
+    }
+    const int32 number = KeyNumber(key.scanCode);
+    return number == kMenuKey ? 0 : number;
+}
+
 int LowerCase(int character)
 {
     return static_cast<int>(QChar::toLower(static_cast<char32_t>(character)));
@@ -259,7 +270,7 @@ int32 KeyCode(const NativeKey& key)
 PlatformKey TranslateKey(const NativeKey& key)
 {
     PlatformKey result;
-    result.key = KeyNumber(key.scanCode);
+    result.key = NumberOf(key);
     const int32 function = FunctionKeyNumber(key.key);
     if (function != 0) {
         result.key = function;

@@ -7,6 +7,7 @@
 
 #include "app/DisplayHooks.h"
 
+#include <QCursor>
 #include <QImage>
 
 #include <atomic>
@@ -124,6 +125,16 @@ int32 WindowServer::ScreenOf(BRect frame) const
 float WindowServer::ScreenScale() const
 {
     return ScreenInfo::Get().Scale();
+}
+
+BPoint WindowServer::PointerPlace()
+{
+    BPoint place;
+    Call([&place] {
+        const QPoint now = QCursor::pos();
+        place.Set(static_cast<float>(now.x()), static_cast<float>(now.y()));
+    });
+    return place;
 }
 
 void WindowServer::GetMouse(BPoint* where, uint32* buttons) const

@@ -46,6 +46,9 @@ public:
     /// Where the pointer is (screen units) and the buttons held, as last seen by the server.
     /// Thread: any; never blocks.
     void GetMouse(BPoint* where, uint32* buttons) const;
+    /// Where it is now, also when it was last moved over windows of others, as far as the system
+    /// tells. Thread: any but the server's; waits for it.
+    BPoint PointerPlace();
     uint32 Modifiers() const;
     /// The desktop's double-click interval. Thread: any.
     bigtime_t ClickSpeed() const;

@@ -152,6 +152,26 @@ bool is_in_trash(const BEntry* entry)
     return false;
 }
 
+status_t find_trash_origin(const BEntry* entry, BPath* path)
+{
+    BDirectory parent;
+    if (entry == nullptr || path == nullptr || entry->GetParent(&parent) != B_OK) {
+        return B_BAD_VALUE;
+    }
+    const kits::UniqueFd opened(parent.Dup());
+    if (!opened.IsOpen()) {
+        return opened.Get();
+    }
+    std::shared_ptr<const kits::Trash> trash;
+    status_t status = kits::FindTrashOf(FolderTable::Get().Know(opened.Get()), &trash);
+    if (status != B_OK || trash == nullptr) {
+        return status != B_OK ? status : status_t(B_BAD_VALUE);
+    }
+    std::string origin;
+    status = kits::ReadTrashOrigin(*trash, entry->Name(), &origin);
+    return status == B_OK ? path->SetTo(origin.c_str()) : status;
+}
+
 status_t find_trash_for(const BEntry* entry, BPath* path, bool createIt)
 {
     if (entry == nullptr || path == nullptr) {

@@ -2,6 +2,7 @@
 
 #include "EscapedPath.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstring>
 #include <fcntl.h>
@@ -177,7 +178,8 @@ status_t MoveIn(const TrashMove& move, std::string* movedName)
     });
 }
 
-status_t ReadRecord(int info, const std::string& name, std::string* text)
+status_t ReadRecord(int info, const std::string& name, std::string* text,
+                    size_t mostBytes = std::string::npos)
 {
     const UniqueFd record(
         sys::OpenAt(info, RecordName(name).c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK));
@@ -189,7 +191,7 @@ status_t ReadRecord(int info, const std::string& name, std::string* text)
     do {
         count = sys::ReadAt(record.Get(), buffer, sizeof(buffer), static_cast<off_t>(text->size()));
         text->append(buffer, count < 0 ? 0 : static_cast<size_t>(count));
-    } while (count > 0);
+    } while (count > 0 && text->size() < mostBytes);
     return count < 0 ? static_cast<status_t>(count) : status_t(B_OK);
 }
 
@@ -254,7 +256,55 @@ bool IsInside(const TrashMove& move)
            move.fromTrash->folder == move.toTrash->folder;
 }
 
+/// The path that a record's text notes, still escaped; "" when it is no record.
+std::string_view NotedPath(std::string_view text)
+{
+    constexpr std::string_view kKey = "Path=";
+    bool isInGroup = false;
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(text.size(), line.size() + 1));
+        if (line.starts_with('[')) {
+            isInGroup = line == "[Trash Info]";
+        } else if (isInGroup && line.starts_with(kKey)) {
+            return line.substr(kKey.size()); // the first one counts
+        }
+    }
+    return {};
+}
+
+/// Whether a path goes up anywhere, or ends in no name.
+bool GoesAstray(const std::string& path)
+{
+    const std::string whole = "/" + path + "/";
+    return whole.find("/../") != std::string::npos || whole.find("/./") != std::string::npos ||
+           path.empty() || path.back() == '/';
+}
+
 } // namespace
+
+status_t ReadTrashOrigin(const Trash& trash, const std::string& name, std::string* path)
+{
+    // A path of the longest names, each byte escaped, is shorter by far.
+    constexpr size_t kMostBytes = 65'536;
+    OpenFolder info;
+    std::string text;
+    status_t status = OpenTrashInfo(trash, TrashCreation::kNever, &info);
+    if (status == B_OK) {
+        status = ReadRecord(info->Get(), name, &text, kMostBytes);
+    }
+    if (status != B_OK) {
+        return status;
+    }
+    std::string noted;
+    const bool isHome = trash.topFolder.empty();
+    if (!UnescapePath(NotedPath(text), &noted) || GoesAstray(noted) ||
+        noted.starts_with('/') != isHome) {
+        return B_MISMATCHED_VALUES;
+    }
+    *path = isHome ? noted : (trash.topFolder == "/" ? "/" : trash.topFolder + "/") + noted;
+    return B_OK;
+}
 
 status_t TrashRecordText(const Trash& trash, const std::string& path, time_t deleted,
                          std::string* text)

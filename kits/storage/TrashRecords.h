@@ -12,6 +12,11 @@ namespace kits {
 [[nodiscard]] status_t TrashRecordText(const Trash& trash, const std::string& path, time_t deleted,
                                        std::string* text);
 
+/// Reads where the entry `name` of the Trash was before: its whole path. Errors:
+/// B_ENTRY_NOT_FOUND without a record; B_MISMATCHED_VALUES for one that names no place.
+[[nodiscard]] status_t ReadTrashOrigin(const Trash& trash, const std::string& name,
+                                       std::string* path);
+
 /// Takes a free name in the Trash by writing its record: `name`, or a shorter one when that leaves
 /// no room for the record's ending. Errors: B_FILE_EXISTS when `name` is taken by a record or, in
 /// `files`, by an entry; those of writing. Nothing is left behind then.

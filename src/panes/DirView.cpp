@@ -172,8 +172,9 @@ void DirView::MouseMoved(BPoint where, uint32 transit, const BMessage* dragged)
 
 void DirView::MouseUp(BPoint where)
 {
-    fGestures.Released();
+    const std::optional<DirListItem*> menuOf = fGestures.Released();
     ColumnListView::MouseUp(where);
+    fMenus.OpenAt(menuOf, ConvertToScreen(where));
 }
 
 bool DirView::InitiateDrag(BPoint, int32, bool)
@@ -292,6 +293,12 @@ void DirView::MessageReceived(BMessage* message)
         break;
     case kIconFound:
         IconFound(*message);
+        break;
+    case kRowMenuChosen:
+        fMenus.Chosen(*message);
+        break;
+    case B_UNMAPPED_KEY_DOWN:
+        UnmappedKeyDown(*message);
         break;
     case B_COPY:
         CopyEntries();

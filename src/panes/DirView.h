@@ -9,6 +9,7 @@
 #include "panes/PaneKeys.h"
 #include "panes/PaneListing.h"
 #include "panes/PaneMarks.h"
+#include "panes/PaneMenus.h"
 #include "panes/PaneNotifier.h"
 #include "panes/PaneRows.h"
 #include "panes/RowRenaming.h"
@@ -28,7 +29,11 @@ namespace norvane {
 ///
 /// It answers the calls of pane and window; its parts do the work. Thread: its window's. Ownership:
 /// owns its rows.
-class DirView : public ColumnListView, public KeyTarget, private RowsListener, private ListingOwner
+class DirView : public ColumnListView,
+                public KeyTarget,
+                private MenuTarget,
+                private RowsListener,
+                private ListingOwner
 {
 public:
     /// `parentPane` is told of every change; `iconLabel` heads the icon column.
@@ -113,6 +118,7 @@ public:
     void OpenLister() override;
     /// Opens the selected rows that are no folders in the text editor.
     void OpenEditor() override;
+    void OpenRowMenu() override { fMenus.OpenByKey(); }
     void Edit(int32 index) { fRename.Begin(index); }
     /// Renames a row's entry; index -1 means the selected row.
     void Rename(const char* newName, int32 index = -1);
@@ -198,11 +204,21 @@ private:
     void NoFolder(const entry_ref& link) override;
 
     RowSorting SortingChosen(const Preferences& preferences) const;
+    // MenuTarget (DirViewMenu.cpp)
+    RowMenuFacts FactsOf(const DirListItem* row) override;
+    std::string PlaceName() const override;
+    void CarryOut(RowCommand command, DirListItem* row,
+                  const std::vector<DirListItem*>& rows) override;
+    void CarryOutOnRow(RowCommand command, int32 index);
+    void CarryOutOnAll(RowCommand command, const std::vector<DirListItem*>& rows);
+    void TrashRows(const std::vector<DirListItem*>& rows);
+
     void SortingChanged();
     void ShowFilterField();
     bool RefusesToView();
     void AddColumns(const char* iconLabel);
     int32 CurrentInt32(const char* field) const;
+    void UnmappedKeyDown(const BMessage& message);
     std::vector<DirListItem*> SelectedRows() const;
     void ScrollToRow(int32 index);
     void LookAs(const RowsView& view);
@@ -214,7 +230,8 @@ private:
     void FolderMade(const BMessage& answer);
     bool IsInShown(const BMessage& answer) const;
     void ShowMade(const BMessage& answer);
-    void RenameRow(DirListItem* row, const char* newName);
+    void RenameRow(DirListItem* row, const TypedName& name);
+    void RenameFailed(DirListItem* row, const char* reason, const TypedName& name);
     void Renamed(const BMessage& answer);
     void RenameEnded(bool isCommitted);
     void FolderMeasured(const BMessage& message);
@@ -237,6 +254,7 @@ private:
                      }};
     PaneGestures fGestures{fRows, fMarks};
     PaneKeys fKeys{*this, fRows, fMarks, *this};
+    PaneMenus fMenus{*this, fRows, fMarks, *this};
     RowRenaming fRename{*this, fRows};
     DragOver fDragOver;
     LiveUpdates fUpdates{fRows};

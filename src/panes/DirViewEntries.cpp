@@ -152,13 +152,16 @@ void DirView::FolderMeasured(const BMessage& message)
 
 void DirView::Trash()
 {
-    const std::vector<DirListItem*> rows =
-        WithoutParent(fMarks.IsEmpty() ? SelectedRows() : fMarks.Rows());
+    TrashRows(WithoutParent(fMarks.IsEmpty() ? SelectedRows() : fMarks.Rows()));
+}
+
+void DirView::TrashRows(const std::vector<DirListItem*>& rows)
+{
     BPath trash;
     if (Window() == nullptr || rows.empty() || find_directory(B_TRASH_DIRECTORY, &trash) != B_OK) {
         return;
     }
-    const bool wereMarked = !fMarks.IsEmpty();
+    const bool wereMarked = rows.front()->IsMarked();
     std::vector<std::string> names;
     names.reserve(rows.size());
     for (const DirListItem* row : rows) {

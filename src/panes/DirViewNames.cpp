@@ -7,6 +7,7 @@
 
 #include <Message.h>
 
+#include <cstring>
 #include <memory>
 #include <optional>
 #include <string>
@@ -175,7 +176,7 @@ void DirView::DoRename()
 void DirView::RenameEnded(bool isCommitted)
 {
     if (const std::optional<RowRenaming::Typed> typed = fRename.Ended(isCommitted)) {
-        RenameRow(typed->row, typed->name.c_str());
+        RenameRow(typed->row, typed->name);
     }
 }
 
@@ -183,41 +184,60 @@ void DirView::Rename(const char* newName, int32 index)
 {
     DirListItem* row = RowAt(index < 0 ? CurrentSelection() : index);
     if (row != nullptr && !row->IsParent()) {
-        RenameRow(row, newName);
+        const auto length = static_cast<int32>(std::strlen(newName));
+        RenameRow(row, {newName, 0, length});
     }
 }
 
-void DirView::RenameRow(DirListItem* row, const char* newName)
+void DirView::RenameRow(DirListItem* row, const TypedName& name)
 {
-    if (const char* reason = ReasonAgainstName(newName)) {
-        TellRenameFailed(reason);
+    if (const char* reason = ReasonAgainstName(name.text.c_str())) {
+        RenameFailed(row, reason, name);
         return;
     }
-    const EntryWork rename = fListing.Source().Renaming(*row, newName);
-    AnswerSoonOrLater([rename, ref = *row->GetRef(), oldName = std::string(row->GetEntryName()),
-                       name = std::string(newName)]() mutable {
-        BMessage answer(kEntryRenamed);
-        answer.AddString("row", oldName.c_str());
-        answer.AddInt32("status", rename());
-        if (ref.name != nullptr && ref.set_name(name.c_str()) == B_OK) {
-            answer.AddRef("refs", &ref);
-        }
-        return answer;
-    });
+    const EntryWork rename = fListing.Source().Renaming(*row, name.text);
+    AnswerSoonOrLater(
+        [rename, ref = *row->GetRef(), oldName = std::string(row->GetEntryName()), name]() mutable {
+            BMessage answer(kEntryRenamed);
+            answer.AddString("row", oldName.c_str());
+            answer.AddInt32("status", rename());
+            answer.AddInt32("selection", name.selectionStart);
+            answer.AddInt32("selection", name.selectionEnd);
+            if (ref.name != nullptr && ref.set_name(name.text.c_str()) == B_OK) {
+                answer.AddRef("refs", &ref);
+            }
+            return answer;
+        });
+}
+
+/// What was typed is not lost: it can be changed, unless the row went or the person works
+/// elsewhere.
+void DirView::RenameFailed(DirListItem* row, const char* reason, const TypedName& name)
+{
+    TellRenameFailed(reason);
+    if (row != nullptr && IsFocus() && !fRename.IsOpen()) {
+        Select(fRows.IndexOf(row));
+        fRename.Begin(fRows.IndexOf(row), &name);
+    }
 }
 
 void DirView::Renamed(const BMessage& answer)
 {
     const status_t status = answer.GetInt32("status", B_ERROR);
+    entry_ref ref;
+    DirListItem* row = fRows.FindRow(answer.GetString("row", ""));
+    const bool isKnown = row != nullptr && row->HasNode() && answer.FindRef("refs", &ref) == B_OK;
     if (status != B_OK) {
-        TellRenameFailed(ReasonFor(status));
+        // Another folder's row may have that name by now.
+        const bool isInPlace = isKnown && row->GetRef()->device == ref.device &&
+                               row->GetRef()->directory == ref.directory;
+        const TypedName name{isInPlace ? ref.name : "", answer.GetInt32("selection", 0, 0),
+                             answer.GetInt32("selection", 1, 0)};
+        RenameFailed(isInPlace ? row : nullptr, ReasonFor(status), name);
         return;
     }
     // Of a folder's row the watch tells; nobody watches a local entry in any other place.
-    entry_ref ref;
-    DirListItem* row = fRows.FindRow(answer.GetString("row", ""));
-    if (fUpdates.IsFollowing() || row == nullptr || !row->HasNode() ||
-        answer.FindRef("refs", &ref) != B_OK) {
+    if (fUpdates.IsFollowing() || !isKnown) {
         return;
     }
     if (Mode() != kQueryMode) {

@@ -5,12 +5,17 @@
 #include <AppDefs.h>
 #include <Clipboard.h>
 #include <Entry.h>
+#include <Looper.h>
 #include <Message.h>
 #include <Messenger.h>
 
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <map>
+#include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <unordered_set>
 #include <utility>
@@ -61,6 +66,51 @@ Folders FoldersOf(const BMessage& entries)
     return folders;
 }
 
+/// What a look at the clipboard finds, for whoever waits for it.
+class ClipboardLook
+{
+public:
+    void Found(bool areThere)
+    {
+        const std::lock_guard lock(fMutex);
+        fAreThere = areThere;
+        fIsKnown.notify_all();
+    }
+    std::optional<bool> WaitFor(std::chrono::milliseconds patience)
+    {
+        std::unique_lock lock(fMutex);
+        fIsKnown.wait_for(lock, patience, [this] { return fAreThere.has_value(); });
+        return fAreThere;
+    }
+
+private:
+    std::mutex fMutex; // guards fAreThere
+    std::condition_variable fIsKnown;
+    std::optional<bool> fAreThere;
+};
+
+/// Is sent what the clipboard holds, and ends.
+class ClipboardReader : public BLooper
+{
+public:
+    explicit ClipboardReader(std::shared_ptr<ClipboardLook> look)
+        : BLooper("clipboard look"), fLook(std::move(look))
+    {
+    }
+    void MessageReceived(BMessage* message) override
+    {
+        if (message->what == kEntriesToPaste) {
+            fLook->Found(message->HasRef("refs"));
+            Quit();
+        } else {
+            BLooper::MessageReceived(message);
+        }
+    }
+
+private:
+    const std::shared_ptr<ClipboardLook> fLook;
+};
+
 void Put(const BMessage& entries, int32 action)
 {
     BMessage data(entries);
@@ -92,6 +142,23 @@ void EntryClipboard::Cut(const BMessage& entries)
 void EntryClipboard::Ask(const BMessenger& list)
 {
     be_clipboard->SendData(list, kEntriesToPaste);
+}
+
+bool EntryClipboard::MayHoldEntries()
+{
+    constexpr std::chrono::milliseconds kPatience(100);
+    const auto look = std::make_shared<ClipboardLook>();
+    auto* reader = new ClipboardReader(look); // deletes itself
+    const BMessenger messenger(reader);
+    if (reader->Run() < B_OK) {
+        reader->Quit();
+        return true;
+    }
+    if (be_clipboard->SendData(messenger, kEntriesToPaste) != B_OK) {
+        messenger.SendMessage(B_QUIT_REQUESTED);
+        return true;
+    }
+    return look->WaitFor(kPatience).value_or(true);
 }
 
 void EntryClipboard::Pasted(const BMessage& entries)

@@ -19,6 +19,9 @@ public:
     static void Cut(const BMessage& entries);
     /// Has kEntriesToPaste sent to `list` with what is there, perhaps nothing.
     static void Ask(const BMessenger& list);
+    /// Whether there are entries there to be pasted, as far as that can be known within a tenth of
+    /// a second; true when it cannot.
+    static bool MayHoldEntries();
     /// What kEntriesToPaste brought is being moved: if it was cut here it is taken away.
     static void Pasted(const BMessage& entries);
 

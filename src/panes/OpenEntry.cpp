@@ -169,6 +169,11 @@ void OpenInEditor(std::vector<entry_ref> entries, const BMessenger& window)
     });
 }
 
+void OfferPrograms(const entry_ref& entry, const BMessenger& window)
+{
+    StartElsewhere(entry.name, window, [entry, window] { SendWithoutProgram(entry, window); });
+}
+
 void OpenByProgram(const entry_ref& entry, const std::string& signature,
                    const std::string& typeToKeep, const BMessenger& window)
 {

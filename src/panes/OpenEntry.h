@@ -23,6 +23,10 @@ void OpenEntry(const entry_ref& entry, const BMessenger& window);
 /// Opens each of the entries in the text editor.
 void OpenInEditor(std::vector<entry_ref> entries, const BMessenger& window);
 
+/// Finds the programs for an entry, or for what it leads to, and tells `window` of them by a
+/// kNotOpened, so that one can be chosen.
+void OfferPrograms(const entry_ref& entry, const BMessenger& window);
+
 /// Opens a folder in the desktop's file manager.
 void OpenInTracker(const std::string& folder, const BMessenger& window);
 

@@ -25,7 +25,8 @@ bool PaneGestures::Pressed(BPoint where, int32 index, uint32 modifiers, uint32 b
         MarkWithShift(index);
         return false;
     }
-    fPress = Press{where, fRows.RowAt(index), isPrimary};
+    DirListItem* row = fRows.RowAt(index);
+    fPress = Press{where, row, isPrimary, buttons == B_SECONDARY_MOUSE_BUTTON, row != nullptr};
     if (fMarks.IsEmpty()) {
         fAnchor = fPress->row;
     }
@@ -67,13 +68,16 @@ DirListItem* PaneGestures::Moved(BPoint where, uint32 buttons)
     return fPress->row;
 }
 
-void PaneGestures::Released()
+std::optional<DirListItem*> PaneGestures::Released()
 {
     const std::optional<Press> press = std::exchange(fPress, std::nullopt);
     if (press.has_value() && press->isInPlace && press->isPrimary) {
         fMarks.Empty();
         fAnchor = press->row;
     }
+    const bool isForMenu = press.has_value() && press->isInPlace && press->isForMenu;
+    return isForMenu && press->wasOnRow == (press->row != nullptr) ? std::optional(press->row)
+                                                                   : std::nullopt;
 }
 
 void PaneGestures::Forget(const DirListItem* row)

@@ -23,7 +23,9 @@ public:
     /// The pointer moved while these buttons were held. The row that is to be dragged from here on;
     /// null for none.
     DirListItem* Moved(BPoint where, uint32 buttons);
-    void Released();
+    /// The press is over. When it was one of the secondary button, released in place, that asks for
+    /// a menu: of the row that is told, or of the place for null.
+    std::optional<DirListItem*> Released();
 
     /// Forgets a row that goes away.
     void Forget(const DirListItem* row);
@@ -36,6 +38,8 @@ private:
         BPoint where;
         DirListItem* row = nullptr; // may be null; cleared when the row goes
         bool isPrimary = true;      // another button clears no marks
+        bool isForMenu = false;     // the secondary one, and no other
+        bool wasOnRow = false;      // which may be gone
         bool isInPlace = true;      // the pointer never left the square around the press
     };
 

@@ -9,8 +9,11 @@
 
 #include <InterfaceDefs.h>
 #include <Message.h>
+#include <ScrollBar.h>
 #include <Window.h>
 
+#include <algorithm>
+#include <cmath>
 #include <memory>
 
 namespace norvane {
@@ -36,6 +39,8 @@ PaneCommand FunctionOf(const KeyPress& key)
         return (key.modifiers & B_CONTROL_KEY) != 0 ? PaneCommand::kQuery : PaneCommand::kNewFolder;
     case B_F8_KEY:
         return PaneCommand::kTrash;
+    case B_F10_KEY:
+        return (key.modifiers & B_SHIFT_KEY) != 0 ? PaneCommand::kMenu : PaneCommand::kNone;
     default:
         return PaneCommand::kNone;
     }
@@ -86,6 +91,12 @@ KeyMeaning ArrowMeaning(const KeyPress& key, PaneCommand command)
     return (key.modifiers & kHeld) == B_OPTION_KEY ? KeyMeaning{command, true} : KeyMeaning{};
 }
 
+KeyMeaning PageMeaning(const KeyPress& key, PaneCommand sideways)
+{
+    const bool isSideways = (key.modifiers & B_COMMAND_KEY) != 0;
+    return isSideways ? KeyMeaning{sideways, true} : KeyMeaning{};
+}
+
 /// Whether a key that is held too long may do it again and again.
 bool MayRepeat(PaneCommand command)
 {
@@ -102,6 +113,7 @@ bool MayRepeat(PaneCommand command)
     case PaneCommand::kMarkMatching:
     case PaneCommand::kUnmarkMatching:
     case PaneCommand::kProperties:
+    case PaneCommand::kMenu:
         return false;
     default:
         return true;
@@ -129,6 +141,10 @@ KeyMeaning MeaningOfFirst(const KeyPress& key)
         return {PaneCommand::kMarkAndMeasure, true};
     case B_INSERT:
         return {PaneCommand::kMarkAndGoOn, true};
+    case B_PAGE_UP:
+        return PageMeaning(key, PaneCommand::kScrollLeft);
+    case B_PAGE_DOWN:
+        return PageMeaning(key, PaneCommand::kScrollRight);
     case '*':
         return {PaneCommand::kToggleMarks, true};
     case '+':
@@ -241,6 +257,15 @@ void PaneKeys::CarryOut(PaneCommand command, const KeyPress& key)
     case PaneCommand::kProperties:
         Post(kShowProperties);
         break;
+    case PaneCommand::kMenu:
+        fTarget.OpenRowMenu();
+        break;
+    case PaneCommand::kScrollLeft:
+        ScrollSideways(-1);
+        break;
+    case PaneCommand::kScrollRight:
+        ScrollSideways(1);
+        break;
     case PaneCommand::kStop:
         Stop();
         break;
@@ -318,6 +343,19 @@ void PaneKeys::TypeAhead(const KeyPress& key)
     if (found >= 0) {
         fList.Select(found);
         fList.ScrollToSelection();
+    }
+}
+
+/// By most of the width, so that what was at one edge is seen at the other.
+void PaneKeys::ScrollSideways(float direction)
+{
+    constexpr float kShare = 0.8f;
+    if (BScrollBar* bar = fList.ScrollBar(B_HORIZONTAL)) {
+        float least = 0;
+        float most = 0;
+        bar->GetRange(&least, &most);
+        const float step = std::floor(fList.Bounds().Width() * kShare);
+        bar->SetValue(std::clamp(bar->Value() + direction * step, least, most));
     }
 }
 

@@ -50,6 +50,9 @@ enum class PaneCommand : uint8 {
     kUnmarkMatching,
     kFilter,
     kProperties,
+    kMenu,
+    kScrollLeft,
+    kScrollRight,
 };
 
 struct KeyMeaning
@@ -78,6 +81,7 @@ public:
     virtual void DoRename() = 0;
     virtual void OpenLister() = 0;
     virtual void OpenEditor() = 0;
+    virtual void OpenRowMenu() = 0;
     /// The message that carries what is chosen; null when nothing is. Returned to the caller.
     virtual BMessage* GetRefMsg(int32 index) = 0;
     virtual void NotifyParent(uint32 code) = 0;
@@ -112,6 +116,7 @@ private:
     void StartCopy(const char* type);
     void Stop();
     void TypeAhead(const KeyPress& key);
+    void ScrollSideways(float direction);
     void Post(uint32 code);
 
     ColumnListView& fList;

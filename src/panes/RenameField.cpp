@@ -9,7 +9,8 @@
 
 namespace norvane {
 
-void RenameField::Open(BView* list, DirListItem* row, int32 index, BRect cell)
+void RenameField::Open(BView* list, DirListItem* row, int32 index, BRect cell,
+                       const TypedName* typed)
 {
     Drop();
     fRow = row;
@@ -24,11 +25,18 @@ void RenameField::Open(BView* list, DirListItem* row, int32 index, BRect cell)
                                  false, B_PLAIN_BORDER);
     list->AddChild(fContainer); // adopted
     fField->MakeFocus(true);
+    if (typed != nullptr) {
+        fField->SetText(typed->text.c_str());
+        fField->Select(typed->selectionStart, typed->selectionEnd);
+        fField->ScrollToSelection();
+    }
 }
 
-std::string RenameField::Text() const
+TypedName RenameField::Typed() const
 {
-    return fField->Text();
+    TypedName typed{fField->Text()};
+    fField->GetSelection(&typed.selectionStart, &typed.selectionEnd);
+    return typed;
 }
 
 void RenameField::MoveTo(BRect cell)

@@ -13,6 +13,14 @@ namespace norvane {
 class DirListItem;
 class EditControl;
 
+/// What stands in a field, and which of its bytes are selected.
+struct TypedName
+{
+    std::string text;
+    int32 selectionStart = 0;
+    int32 selectionEnd = 0;
+};
+
 /// The field in which a row's name is edited, over the row, as a child of the list.
 ///
 /// Each field that was opened sends the list one message, kNewNameTyped or kRenameCancelled;
@@ -20,13 +28,13 @@ class EditControl;
 class RenameField
 {
 public:
-    /// Opens over `cell` with the name selected, and takes the focus. Ownership: borrows both until
-    /// it is closed or dropped.
-    void Open(BView* list, DirListItem* row, int32 index, BRect cell);
+    /// Opens over `cell` with the name selected, or (not null) with what was typed before, and
+    /// takes the focus. Ownership: borrows list and row until it is closed or dropped.
+    void Open(BView* list, DirListItem* row, int32 index, BRect cell, const TypedName* typed);
     bool IsOpen() const { return fField != nullptr; }
     /// The row that is edited, null when none is.
     DirListItem* Row() const { return fRow; }
-    std::string Text() const;
+    TypedName Typed() const;
     /// Follows its row, and the column.
     void MoveTo(BRect cell);
 

@@ -1,6 +1,7 @@
 #include "panes/RowIcons.h"
 
 #include "clv/PixelPicture.h"
+#include "panes/PixelBitmap.h"
 
 #include <Bitmap.h>
 
@@ -86,7 +87,9 @@ constexpr const char* kManyFiles[] = {
     "..ssssssssss....", //
 };
 
-BBitmap* Make(std::span<const char* const> rows)
+} // namespace
+
+BBitmap* MakePixelBitmap(std::span<const char* const> rows)
 {
     const PixelPicture picture(rows);
     auto* bitmap = new BBitmap(BRect(0, 0, 15, 15), B_CMAP8); // kept for the program's life
@@ -97,29 +100,27 @@ BBitmap* Make(std::span<const char* const> rows)
     return bitmap;
 }
 
-} // namespace
-
 const BBitmap* UpArrowIcon()
 {
-    static const BBitmap* const icon = Make(kUpArrow);
+    static const BBitmap* const icon = MakePixelBitmap(kUpArrow);
     return icon;
 }
 
 const BBitmap* RemoteFolderIcon()
 {
-    static const BBitmap* const icon = Make(kFolder);
+    static const BBitmap* const icon = MakePixelBitmap(kFolder);
     return icon;
 }
 
 const BBitmap* RemoteFileIcon()
 {
-    static const BBitmap* const icon = Make(kFile);
+    static const BBitmap* const icon = MakePixelBitmap(kFile);
     return icon;
 }
 
 const BBitmap* ManyFilesIcon()
 {
-    static const BBitmap* const icon = Make(kManyFiles);
+    static const BBitmap* const icon = MakePixelBitmap(kManyFiles);
     return icon;
 }
 

@@ -14,7 +14,7 @@ constexpr int32 kNameColumn = 1;
 
 } // namespace
 
-void RowRenaming::Begin(int32 index)
+void RowRenaming::Begin(int32 index, const TypedName* typed)
 {
     DirListItem* row = fRows.RowAt(index);
     if (row == nullptr || row->IsParent() || fList.ColumnAt(kNameColumn) == nullptr ||
@@ -24,7 +24,7 @@ void RowRenaming::Begin(int32 index)
     Drop();
     const BRect cell = NameCell(index);
     fList.ScrollTo(ScrolledToShow(fList.Bounds(), cell));
-    fField.Open(&fList, row, index, cell);
+    fField.Open(&fList, row, index, cell, typed);
 }
 
 std::optional<RowRenaming::Typed> RowRenaming::Ended(bool isCommitted)
@@ -32,9 +32,9 @@ std::optional<RowRenaming::Typed> RowRenaming::Ended(bool isCommitted)
     if (!fField.IsMeant()) {
         return std::nullopt;
     }
-    Typed typed{fField.Row(), fField.Text()};
+    Typed typed{fField.Row(), fField.Typed()};
     GiveFocusBack(fField.Close());
-    if (!isCommitted || typed.name == typed.row->LeafName()) {
+    if (!isCommitted || typed.name.text == typed.row->LeafName()) {
         return std::nullopt;
     }
     return typed;

@@ -22,14 +22,15 @@ public:
     struct Typed
     {
         DirListItem* row;
-        std::string name;
+        TypedName name;
     };
 
     RowRenaming(ColumnListView& list, PaneRows& rows) : fList(list), fRows(rows) {}
 
     /// Opens the field over a row, scrolled into sight; nothing for "..", for no row and outside a
-    /// window. A field that is open goes.
-    void Begin(int32 index);
+    /// window. A field that is open goes. `typed` is what was typed into one before; null: the
+    /// row's name.
+    void Begin(int32 index, const TypedName* typed = nullptr);
     bool IsOpen() const { return fField.IsOpen(); }
     /// Handles the field's message, of another name or of none; the name typed, when there is one
     /// and it differs. The field is gone then, and the list has the focus back that it had.

@@ -23,6 +23,12 @@ click_with() {
     click "${@:2}"
     xdotool keyup "$1"
 }
+# The secondary button opens a menu.
+leave_menu() {
+    expect "$what: no menu" menu_open
+    key Escape
+    expect "$what: the menu stays" menu_closed
+}
 # move DISTANCE...: from where the pointer is, to the right
 move() {
     local distance
@@ -53,6 +59,7 @@ copies a c
 what="Ctrl on a marked row"
 click_with ctrl $a
 click $e 3
+leave_menu
 copies c
 what="a click in place"
 click $e
@@ -79,6 +86,7 @@ what="a press that moves away a little"
 click $a
 click_with ctrl $c
 click $e 3
+leave_menu
 point 120 $((73 + 21 * b)) && xdotool mousedown 1
 move 5 4
 xdotool mouseup 1
@@ -109,6 +117,7 @@ what="the secondary button"
 click $a
 click_with ctrl $c
 click $d 3
+leave_menu
 copies a c
 key minus
 copies d
@@ -116,13 +125,16 @@ what="the secondary button on a marked row"
 click $a
 click_with ctrl $c
 click $a 3
+leave_menu
 key minus
 copies c
 what="the secondary button with Ctrl or Shift"
 click $a
 click_with ctrl $c
 click_with ctrl $e 3
+leave_menu
 click_with shift $e 3
+leave_menu
 copies a c
 click 0
 

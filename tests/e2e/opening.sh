@@ -147,6 +147,17 @@ key Return
 started text "$base/left/film.mp4"
 grep -q '^video/mp4=text.desktop' "$XDG_CONFIG_HOME/mimeapps.list" || fail "$what: the choice is not kept"
 
+what="Open With of the row's menu"
+key a shift+F10
+expect "$what: no menu" menu_open
+key o Return
+expect "$what: no list of programs" window_focused "Open With"
+shot open-with-menu
+key Down Return # another one than Enter would start
+started folders "$base/left/a plain one.txt"
+expect "$what: the list stays" window_gone "Open With"
+expect "$what: no focus" window_focused Norvane
+
 what="a broken link"
 key n Return
 dismiss Err

@@ -77,6 +77,28 @@ xdotool click 1
 hold 300
 rests
 
+# A row's menu, by a key and by the secondary button.
+key Home o
+rests
+before=$(look root)
+key Menu
+expect "no menu by a key" looks_new "$before" root
+rests
+shot wayland-row-menu
+key Escape
+expect "the menu of a key stays" looks "$before" root
+read -r x y <<<"$(row 3)"
+xdotool mousemove "$x" "$y" click 3
+expect "no menu by the mouse" looks_new "$before" root
+rests
+shot wayland-row-menu-mouse
+key m m # Move to Next Pane, Mark
+before=$(look root)
+key Return
+expect "the menu of the mouse stays" looks_new "$before" root
+rests
+key minus
+
 # Rows in order: .., folder, made, one, three, two
 drag() {
     local x y

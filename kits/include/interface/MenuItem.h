@@ -41,6 +41,9 @@ public:
     virtual void SetTrigger(char trigger);
     /// Sets the shortcut as the constructor does.
     virtual void SetShortcut(char shortcut, uint32 modifiers);
+    /// An extension of the platform. Has a text stand where a shortcut would: that of a key which
+    /// works elsewhere, and does nothing here. Null or "" for none; a shortcut stands before it.
+    void SetKeyText(const char* text);
 
     /// Lends the label; "" for a separator.
     const char* Label() const { return fLabel.c_str(); }
@@ -86,6 +89,7 @@ private:
     friend class kits::MenuSession;
 
     bool CanWork() const;
+    std::string KeyText() const;
     virtual BWindow* OwnerWindow() const;
     void DrawMark();
     void DrawShortcut();
@@ -94,6 +98,7 @@ private:
     void Changed();
 
     std::string fLabel;
+    std::string fKeyText;
     std::unique_ptr<BMenu> fSubmenu;
     BMenu* fMenu = nullptr; // the menu the item is in; borrowed
     BRect fFrame;

@@ -65,6 +65,12 @@ status_t is_trash_folder(const BDirectory* folder, bool* isTrash);
 /// Whether the entry lies in the `files` folder of a Trash of this user, directly or at any depth.
 bool is_in_trash(const BEntry* entry);
 
+/// Where an entry of a Trash's `files` folder was before, as its record says: an absolute path.
+/// Nothing says that anything of it is there still. Errors: B_BAD_VALUE for an entry that lies in
+/// no such folder itself; B_ENTRY_NOT_FOUND without a record; B_MISMATCHED_VALUES for one that does
+/// not name a place as records do (in a volume's own Trash: one on that volume).
+status_t find_trash_origin(const BEntry* entry, BPath* path);
+
 /// Finds the `files` folder of the Trash into which `entry` can be moved without leaving its
 /// volume: the home Trash where that lies on the same one, else the volume's own. Errors:
 /// B_ENTRY_NOT_FOUND when there is none and `createIt` is false; B_NOT_ALLOWED when what lies in

@@ -96,6 +96,21 @@ void BMenuItem::SetShortcut(char shortcut, uint32 modifiers)
     }
 }
 
+void BMenuItem::SetKeyText(const char* text)
+{
+    WillChange();
+    fKeyText = text != nullptr ? text : "";
+    if (fMenu != nullptr) {
+        fMenu->InvalidateLayout();
+    }
+}
+
+// What stands at the right, for the shortcut or another key.
+std::string BMenuItem::KeyText() const
+{
+    return fShortcut != 0 ? kits::ShortcutText(fShortcut, fModifiers) : fKeyText;
+}
+
 bool BMenuItem::IsEnabled() const
 {
     return fIsEnabled && (fMenu == nullptr || fMenu->IsEnabled());
@@ -177,9 +192,7 @@ void BMenuItem::Draw()
     if (fIsMarked) {
         DrawMark();
     }
-    if (fShortcut != 0) {
-        DrawShortcut();
-    }
+    DrawShortcut();
     if (fSubmenu != nullptr) {
         DrawSubmenuArrow();
     }
@@ -231,7 +244,10 @@ void BMenuItem::DrawMark()
 
 void BMenuItem::DrawShortcut()
 {
-    const std::string text = kits::ShortcutText(fShortcut, fModifiers);
+    const std::string text = KeyText();
+    if (text.empty()) {
+        return;
+    }
     const float width = std::ceil(fMenu->StringWidth(text.c_str()));
     const float right = fFrame.right - fMenu->fMargins.right;
     fMenu->DrawString(text.c_str(),

@@ -2,8 +2,6 @@
 
 #include <Menu.h>
 
-#include "interface/views/Shortcut.h"
-
 #include <Font.h>
 
 #include <algorithm>
@@ -92,8 +90,8 @@ void BMenu::LayOutColumn()
         float height = 0;
         item->GetContentSize(&width, &height);
         widest = std::max(widest, width);
-        if (item->fShortcut != 0) {
-            const std::string text = kits::ShortcutText(item->fShortcut, item->fModifiers);
+        const std::string text = item->KeyText();
+        if (!text.empty()) {
             shortcut = std::max(shortcut, std::ceil(StringWidth(text.c_str())) + kShortcutGap);
         }
         item->fFrame = BRect(1, top, 1, top + fMargins.top + height + fMargins.bottom - 1);

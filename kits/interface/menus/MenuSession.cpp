@@ -2,6 +2,7 @@
 
 #include "PopUpHost.h"
 #include "interface/views/WindowAccess.h"
+#include "interface/views/WindowState.h"
 
 #include "server/InputMessages.h"
 #include "server/WindowServer.h"
@@ -21,12 +22,7 @@ namespace kits {
 namespace {
 
 constexpr float kWheelStep = 19; // one item
-
-bigtime_t WhenOf(const BMessage& message)
-{
-    int64 when = 0;
-    return message.FindInt64("when", &when) == B_OK ? when : system_time();
-}
+constexpr int32 kMenuKey = 0x68;
 
 // The start of the label that a typed character is compared with, in the same case.
 bool StartsWith(const char* label, const char* letter)
@@ -35,13 +31,6 @@ bool StartsWith(const char* label, const char* letter)
     BString start(label);
     start.ToLower();
     return typed.Length() > 0 && start.Compare(typed, typed.Length()) == 0;
-}
-
-// The room for menus on the screen that a rectangle is on.
-BRect ScreenAround(BRect anchor)
-{
-    const WindowServer& server = WindowServer::Get();
-    return server.AvailableFrame(server.ScreenOf(anchor));
 }
 
 } // namespace
@@ -53,72 +42,53 @@ MenuSession::~MenuSession()
     Abandon();
 }
 
-void MenuSession::StartByPress(BMenu& bar, const BMessage& press, BMenuItem* title)
+bigtime_t MenuSession::WhenOf(const BMessage& message)
 {
-    const auto alive = weak_from_this().lock();
-    press.FindPoint("screen_where", &fPointer);
-    fNext = title;
-    BeginAtBar(bar);
-    const BMenuItem* opened = std::exchange(fNext, nullptr);
-    if (opened == nullptr || !opened->CanWork()) {
-        End();
-        return;
-    }
-    fIsButtonDown = true;
-    fTracker.StartByPress(bar.IndexOf(title), fPointer, WhenOf(press));
+    int64 when = 0;
+    return message.FindInt64("when", &when) == B_OK ? when : system_time();
 }
 
-void MenuSession::StartByKey(BMenu& bar)
+// The room for menus on the screen that a rectangle is on.
+BRect MenuSession::ScreenAround(BRect anchor)
 {
-    const auto alive = weak_from_this().lock();
-    BeginAtBar(bar);
-    if (fHasBegun) {
-        fTracker.StartByKey();
-    }
+    const WindowServer& server = WindowServer::Get();
+    return server.AvailableFrame(server.ScreenOf(anchor));
 }
 
-void MenuSession::StartWithoutBar(BMenu& menu, BRect anchor)
+// The menu that opens by a key is led by keys, until a person moves the pointer.
+void MenuSession::LetPointerRest()
 {
-    const auto alive = weak_from_this().lock();
-    Begin();
-    if (fHasBegun) {
-        Show(menu, anchor, MenuSide::kBelow);
-        fTracker.StartWithoutBar();
-    }
+    fIsResting = true;
+    fRestsAt = WindowServer::Get().PointerPlace();
 }
 
-void MenuSession::StartOver(BMenuItem& opener, BPoint label, const BMessage* press)
+bool MenuSession::Rests(const BMessage& move)
 {
-    const auto alive = weak_from_this().lock();
-    if (press != nullptr) {
-        press->FindPoint("screen_where", &fPointer);
+    if (!fIsResting || move.what != B_MOUSE_MOVED) {
+        fIsResting = false;
+        return false;
     }
-    Begin();
-    // The window's hook may have changed the menu, or let the item go, which ended the session.
-    if (!fHasBegun || !opener.CanWork()) {
-        End();
-        return;
-    }
-    BMenu& menu = *opener.Submenu();
-    float width = 0;
-    float height = 0;
-    menu.GetPreferredSize(&width, &height);
-    BMenuItem* current = menu.FindMarked() != nullptr ? menu.FindMarked() : menu.ItemAt(0);
-    const BPoint leftTop = label - current->ContentLocation();
-    ShowAt(menu, PlaceMenuAt(leftTop, width, height, ScreenAround(BRect(label, label))));
-    const int32 item = current->CanWork() ? menu.IndexOf(current) : -1;
-    if (press != nullptr) {
-        fIsButtonDown = true;
-        fTracker.StartWithoutBarByPress(item, fPointer, WhenOf(*press));
-    } else {
-        fTracker.StartWithoutBar(item);
-    }
+    // That a window came below it is no movement, wherever it was last seen.
+    const bool isEntered = move.GetInt32("be:transit", B_INSIDE_VIEW) == B_ENTERED_VIEW;
+    fRestsAt = isEntered ? fPointer : fRestsAt;
+    fIsResting = fPointer == fRestsAt;
+    return fIsResting;
 }
 
-void MenuSession::Cancel()
+void MenuSession::Close()
 {
     const auto alive = weak_from_this().lock();
     fTracker.Cancel();
+}
+
+// A menu that hangs nowhere may outlive the window.
+void MenuSession::Cancel()
+{
+    if (fIsPopUp) {
+        Abandon();
+    } else {
+        Close();
+    }
 }
 
 void MenuSession::Abandon()
@@ -159,13 +129,16 @@ void MenuSession::LetGo()
         return;
     }
     fIsHoldingInput = false;
-    WindowAccess::SetMouseCapture(fWindow, false);
-    SetInterceptor(fWindow, nullptr);
+    // Unless other menus have it by now.
+    if (WindowAccess::State(*fWindow).interceptor == this) {
+        WindowAccess::SetMouseCapture(fWindow, false);
+        SetInterceptor(fWindow, nullptr);
+    }
 }
 
 void MenuSession::MenuChanges()
 {
-    Cancel();
+    Close();
 }
 
 void MenuSession::ItemLeaves(const BMenuItem* item)
@@ -174,7 +147,7 @@ void MenuSession::ItemLeaves(const BMenuItem* item)
         fNext = nullptr;
         item->Menu()->fShownBy = nullptr;
     }
-    Cancel();
+    Close();
 }
 
 // Input
@@ -201,6 +174,9 @@ bool MenuSession::InterceptMouse(BMessage* message)
         // The release that was waited for got lost; this press is a new one.
         LetGo();
         return false;
+    }
+    if (Rests(*message)) {
+        return true;
     }
     switch (message->what) {
     case B_MOUSE_DOWN:
@@ -238,8 +214,13 @@ bool MenuSession::InterceptRest(BMessage* message)
             return true;
         }
         return false;
-    case B_KEY_UP:
     case B_UNMAPPED_KEY_DOWN:
+        // So does the Menu key.
+        if (message->GetInt32("key", 0) == kMenuKey && !message->HasInt32("be:key_repeat")) {
+            fTracker.Cancel();
+        }
+        return true;
+    case B_KEY_UP:
     case B_UNMAPPED_KEY_UP:
         return true;
     case B_MOUSE_WHEEL_CHANGED:
@@ -271,7 +252,7 @@ void MenuSession::Key(const BMessage& message, const char* bytes)
     message.FindInt32("key", &key);
     if (bytes != nullptr && bytes[0] == B_FUNCTION_KEY) {
         // F10 leaves as it entered; the other function keys do nothing meanwhile.
-        if (key == B_F10_KEY) {
+        if (key == B_F10_KEY && !message.HasInt32("be:key_repeat")) {
             fTracker.Cancel();
         }
         return;
@@ -420,7 +401,13 @@ void MenuSession::Choose(int32 level, int32 item)
     if (fNext != nullptr) {
         BMenuItem* chosen = std::exchange(fNext, nullptr);
         chosen->Menu()->fShownBy = nullptr;
-        chosen->Invoke();
+        fChosen = chosen;
+        if (fIsPopUp && !chosen->Messenger().IsValid()) {
+            chosen->SetTarget(fWindow); // its menu hangs in no window any more
+        }
+        if (fIsToInvoke) {
+            chosen->Invoke();
+        }
     }
     End();
 }
@@ -433,6 +420,9 @@ void MenuSession::End()
     }
     if (std::exchange(fHasBegun, false)) {
         fWindow->MenusEnded();
+    }
+    if (const auto atEnd = std::exchange(fAtEnd, nullptr)) {
+        atEnd(fChosen); // may delete the menu
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <Rect.h>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -17,6 +18,18 @@ class BWindow;
 namespace kits {
 
 class PopUpHost;
+
+/// How a menu that hangs nowhere is opened.
+struct PopUpOrder
+{
+    BPoint leftTop;                  // screen units
+    const BMessage* cause = nullptr; // what the window handles: a press, a key or anything else
+    bool isToInvoke = false;         // what is chosen; else it is only told
+    bool staysOpenAfterClick = true; // else the release of the button that is held closes it
+    BRect clickToOpen;               // a release in it leaves the menu open, too; screen units
+    /// Is told what was chosen, null for nothing, when all is over. It may delete the menu.
+    std::function<void(BMenuItem*)> atEnd;
+};
 
 /// Menus while they are open: shows them, and leads the window's input to the tracker.
 ///
@@ -43,6 +56,13 @@ public:
     /// `press` is the message of the button that did it; null for a key. The item lets go of the
     /// session before it goes.
     void StartOver(BMenuItem& opener, BPoint label, const BMessage* press);
+    /// Opens a menu that hangs nowhere; by a key with its first item current. False when it did not
+    /// open, or not for long: the end was told then.
+    bool StartPopUp(BMenu& menu, const PopUpOrder& order);
+    /// Whether a button is held while the window handles `cause`.
+    static bool IsButtonHeld(const BMessage& cause);
+    /// Nobody is to be told of the end.
+    void TellNobody() { fAtEnd = nullptr; }
     /// Takes the menus off the screen and gives the input back at once: the bar or window goes.
     void Abandon();
 
@@ -81,6 +101,11 @@ private:
     void Choose(int32 level, int32 item) override;
     void End() final;
 
+    static bigtime_t WhenOf(const BMessage& message);
+    static BRect ScreenAround(BRect anchor);
+    void Close();
+    void LetPointerRest();
+    bool Rests(const BMessage& move);
     void Begin();
     void BeginAtBar(BMenu& bar);
     void Show(BMenu& menu, BRect anchor, MenuSide side);
@@ -102,8 +127,14 @@ private:
     std::vector<Level> fLevels; // the bar first, when there is one
     BMenuItem* fNext = nullptr; // about to be opened or chosen; null once it left its menu
     BPoint fPointer;            // where it was last
+    BPoint fRestsAt;            // while it rests: a menu that opens below it is not pointed at
+    bool fIsResting = false;
     bool fIsHoldingInput = false;
     bool fIsButtonDown = false;
+    std::function<void(BMenuItem*)> fAtEnd;
+    BMenuItem* fChosen = nullptr; // told at the end
+    bool fIsToInvoke = true;
+    bool fIsPopUp = false;
     bool fHasBegun = false; // the window was told of the menus' beginning, not yet of their end
 };
 

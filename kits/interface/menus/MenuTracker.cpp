@@ -57,11 +57,18 @@ void MenuTracker::StartWithoutBarByPress(int32 item, BPoint screen, bigtime_t wh
     Select(0, item);
 }
 
+void MenuTracker::SetStaysOpen(bool afterClick, BRect within)
+{
+    fStaysOpenAfterClick = afterClick;
+    fStaysOpenWithin = within;
+}
+
 // A short press leaves open what it opened.
 void MenuTracker::PressToOpen(BPoint screen, bigtime_t when)
 {
     fIsPressed = true;
     fIsOpening = true;
+    SetStaysOpen(true, BRect());
     fPressPoint = screen;
     fPressTime = when;
 }
@@ -97,8 +104,10 @@ void MenuTracker::Release(BPoint screen, bigtime_t when)
         return;
     }
     fIsPressed = false;
-    const bool isClick =
-        fIsOpening && when - fPressTime <= kClickTime && IsNear(screen, fPressPoint);
+    const bool isShort =
+        fStaysOpenAfterClick && when - fPressTime <= kClickTime && IsNear(screen, fPressPoint);
+    const bool isWithin = fStaysOpenWithin.IsValid() && fStaysOpenWithin.Contains(screen);
+    const bool isClick = fIsOpening && (isShort || isWithin);
     fIsOpening = false;
     const Place place = fMenus.PlaceAt(screen);
     const bool isTitle = place.level == 0 && fHasBar;

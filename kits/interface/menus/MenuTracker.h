@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Point.h>
+#include <Rect.h>
 #include <SupportDefs.h>
 
 #include <vector>
@@ -64,6 +65,10 @@ public:
     /// The same where a press opened it.
     void StartWithoutBarByPress(int32 item, BPoint screen, bigtime_t when);
 
+    /// After a press that opened a menu: whether a short click leaves it open, and where (screen
+    /// units; not valid: nowhere) any release does.
+    void SetStaysOpen(bool afterClick, BRect within);
+
     void Press(BPoint screen, bigtime_t when);
     void Move(BPoint screen);
     void Release(BPoint screen, bigtime_t when);
@@ -103,6 +108,8 @@ private:
     bool fHasBar = true;
     bool fIsPressed = false; // a button is held since a press on a menu
     bool fIsOpening = false; // that press opened the first menu: a short one leaves it open
+    bool fStaysOpenAfterClick = true;
+    BRect fStaysOpenWithin; // not valid: nowhere
     BPoint fPressPoint;
     bigtime_t fPressTime = 0;
 };

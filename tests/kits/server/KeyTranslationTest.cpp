@@ -155,6 +155,8 @@ INSTANTIATE_TEST_SUITE_P(
                 0x38,
                 B_UP_ARROW,
                 {}},
+        KeyCase{"menu key is known elsewhere", {Qt::Key_Menu, {}, {}, 147, 0}, "", 0x68, 0, {}},
+        KeyCase{"its place may have another", {Qt::Key_Multi_key, {}, {}, 135, 0}, "", 0, 0, {}},
         KeyCase{"menu key has no character", {Qt::Key_Menu, {}, {}, 135, 0}, "", 0x68, 0, {}},
         KeyCase{"space", {Qt::Key_Space, Text(" "), {}, 65, 0}, " ", 0x5e, ' ', {}},
         KeyCase{"umlaut", {0xe4 - 0x20, Text("ä"), {}, 48, 0}, "ä", 0x46, 0xe4, {"Ä"}},

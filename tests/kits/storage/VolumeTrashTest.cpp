@@ -106,6 +106,26 @@ TEST_F(VolumeTrashTest, IsNotUsedWhenOthersMayWriteInIt)
     });
 }
 
+TEST_F(VolumeTrashTest, TellsWhereAnEntryWasOnTheVolume)
+{
+    OnVolume(Root(), "size=1m", [this] {
+        fTree.Write("volume/a b/report", "text");
+        BEntry entry(fTree.Path("volume/a b/report").c_str());
+        BPath path;
+        BPath origin;
+        if (!Expect(find_trash_for(&entry, &path, true) == B_OK, "found")) {
+            return false;
+        }
+        BDirectory files(path.Path());
+        const bool isTold = Expect(entry.MoveTo(&files) == B_OK, "moved") &&
+                            Expect(find_trash_origin(&entry, &origin) == B_OK, "told") &&
+                            Expect(origin.Path() == Root() + "/a b/report", "its place");
+        // A record there speaks of that volume alone.
+        fTree.Write("volume/" + Own() + "/info/report.trashinfo", "[Trash Info]\nPath=/etc/x\n");
+        return isTold && Expect(find_trash_origin(&entry, &origin) == B_MISMATCHED_VALUES, "other");
+    });
+}
+
 TEST_F(VolumeTrashTest, NotesPathsFromTheVolumesTop)
 {
     OnVolume(Root(), "size=1m", [this] {

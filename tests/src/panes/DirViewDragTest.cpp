@@ -160,6 +160,8 @@ TEST_F(DirViewDragTest, AClickInPlaceOfTheSecondButtonClearsNoMarks)
     Click(3, B_COMMAND_KEY);
     kits::testing::Click(fList, NameCell(4), B_SECONDARY_MOUSE_BUTTON);
     ASSERT_TRUE(Sync(fWindow));
+    kits::testing::TypeKey(B_ESCAPE); // the menu
+    ASSERT_TRUE(Sync(fWindow));
     EXPECT_EQ(Marked(), "a b ");
 
     Click(4);
@@ -173,9 +175,13 @@ TEST_F(DirViewDragTest, TheSecondButtonSelectsOnlyWhatIsNeitherMarkedNorSelected
     Click(3, B_COMMAND_KEY);
     kits::testing::Click(fList, NameCell(2), B_SECONDARY_MOUSE_BUTTON);
     ASSERT_TRUE(Sync(fWindow));
+    kits::testing::TypeKey(B_ESCAPE); // the menu
+    ASSERT_TRUE(Sync(fWindow));
     EXPECT_EQ(Selected(), "b");
 
     kits::testing::Click(fList, NameCell(4), B_SECONDARY_MOUSE_BUTTON);
+    ASSERT_TRUE(Sync(fWindow));
+    kits::testing::TypeKey(B_ESCAPE); // the menu
     ASSERT_TRUE(Sync(fWindow));
     EXPECT_EQ(Selected(), "c");
 }

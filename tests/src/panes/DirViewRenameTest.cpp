@@ -182,6 +182,9 @@ TEST_F(DirViewRenameTest, WhatIsNoNameIsRefused)
         ASSERT_TRUE(AnswerAlert("OK", &text)) << name;
         EXPECT_EQ(text.rfind("Could not rename: ", 0), 0u);
         ASSERT_TRUE(kits::testing::WaitForFocus(fWindow));
+        ASSERT_TRUE(FieldOpens());
+        TypeKey(B_ESCAPE);
+        ASSERT_TRUE(FieldCloses());
     }
     StartRename(1);
     TypeKey(B_BACKSPACE); // all of it is selected

@@ -117,6 +117,32 @@ TEST_F(PaneGesturesTest, APressThatMovesAwayKeepsThem)
     EXPECT_EQ(Marked(), "a b c ");
 }
 
+TEST_F(PaneGesturesTest, TheSecondaryButtonReleasedInPlaceAsksForAMenu)
+{
+    EXPECT_TRUE(Press(2, 0, B_SECONDARY_MOUSE_BUTTON));
+    EXPECT_EQ(fGestures->Released(), std::optional(fRows->RowAt(2)));
+    EXPECT_EQ(fGestures->Released(), std::nullopt); // once
+
+    EXPECT_TRUE(Press(-1, 0, B_SECONDARY_MOUSE_BUTTON)); // beside the rows: of the place
+    EXPECT_EQ(fGestures->Released(), std::optional<DirListItem*>(nullptr));
+}
+
+TEST_F(PaneGesturesTest, OtherPressesAskForNone)
+{
+    for (const uint32 buttons : {uint32{B_PRIMARY_MOUSE_BUTTON}, uint32{B_TERTIARY_MOUSE_BUTTON},
+                                 uint32{B_PRIMARY_MOUSE_BUTTON | B_SECONDARY_MOUSE_BUTTON}}) {
+        EXPECT_TRUE(Press(2, 0, buttons));
+        EXPECT_EQ(fGestures->Released(), std::nullopt);
+    }
+    EXPECT_TRUE(Press(2, 0, B_SECONDARY_MOUSE_BUTTON));
+    fGestures->Moved(BPoint(61, 50), B_SECONDARY_MOUSE_BUTTON);
+    EXPECT_EQ(fGestures->Released(), std::nullopt);
+
+    EXPECT_TRUE(Press(2, 0, B_SECONDARY_MOUSE_BUTTON));
+    fRows->Remove(fRows->RowAt(2)); // that it was about
+    EXPECT_EQ(fGestures->Released(), std::nullopt);
+}
+
 TEST_F(PaneGesturesTest, OtherButtonsMarkNothing)
 {
     Click(1);

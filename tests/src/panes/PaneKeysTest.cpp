@@ -91,6 +91,17 @@ INSTANTIATE_TEST_SUITE_P(
         KeyCase{"F7", kFunction, B_F7_KEY, 0, kNewFolder, false, kNone},
         KeyCase{"F7WithControl", kFunction, B_F7_KEY, B_CONTROL_KEY, kQuery, false, kNone},
         KeyCase{"F8", kFunction, B_F8_KEY, 0, kTrash, false, kNone},
+        KeyCase{"F10", kFunction, B_F10_KEY, 0, kNone, false, kNone},
+        KeyCase{"F10WithShift", kFunction, B_F10_KEY, B_SHIFT_KEY, kMenu, false, kNone},
+        KeyCase{"PageUp", {B_PAGE_UP}, 0, 0, kNone, false, kNone},
+        KeyCase{"PageUpWithCommand", {B_PAGE_UP}, 0, B_COMMAND_KEY, kScrollLeft, true, kScrollLeft},
+        KeyCase{"PageDownWithCommand",
+                {B_PAGE_DOWN},
+                0,
+                B_COMMAND_KEY,
+                kScrollRight,
+                true,
+                kScrollRight},
         KeyCase{"F12", kFunction, B_F12_KEY, 0, kNone, false, kNone}),
     [](const auto& tested) { return std::string(tested.param.name); });
 
@@ -136,6 +147,7 @@ protected:
     void DoRename() override { fAsked += "rename "; }
     void OpenLister() override { fAsked += "lister "; }
     void OpenEditor() override { fAsked += "editor "; }
+    void OpenRowMenu() override { fAsked += "menu "; }
     BMessage* GetRefMsg(int32) override { return nullptr; }
     void NotifyParent(uint32 code) override { fAsked += std::to_string(code) + " "; }
     void OpenFilter() override { fAsked += "filter "; }

@@ -1,5 +1,8 @@
 #include "PaneWindowFixture.h"
 
+#include <InterfaceDefs.h>
+#include <ScrollBar.h>
+
 namespace {
 
 using namespace norvane;
@@ -42,6 +45,34 @@ TEST_F(PaneScrollTest, AnotherFolderStartsAtTheLeftEdgeOfTheColumns)
         fList->Populate(fTree.Path("shown/folder100").c_str());
         EXPECT_EQ(fList->Bounds().left, 0);
     });
+}
+
+TEST_F(PaneScrollTest, CtrlAndThePageKeysScrollSideways)
+{
+    OpenScrolled(BPoint(0, 0));
+    const float width = Locked([this] { return fList->Bounds().Width(); });
+    const auto left = [this] {
+        return Locked([this] { return fList->Bounds().left; });
+    };
+    Click(2);
+    Type(B_PAGE_DOWN, B_COMMAND_KEY);
+    EXPECT_GT(left(), width / 2); // by most of the width
+    EXPECT_LT(left(), width);
+    Type(B_PAGE_UP, B_COMMAND_KEY);
+    EXPECT_EQ(left(), 0);
+    Type(B_PAGE_UP, B_COMMAND_KEY); // and no further
+    EXPECT_EQ(left(), 0);
+
+    for (int i = 0; i < 9; i++) {
+        Type(B_PAGE_DOWN, B_COMMAND_KEY);
+    }
+    float least = 0;
+    float most = 0;
+    Locked([&] { fList->ScrollBar(B_HORIZONTAL)->GetRange(&least, &most); });
+    EXPECT_GT(most, 0);
+    EXPECT_EQ(left(), most);
+    EXPECT_EQ(Selected(), "folder101");
+    EXPECT_EQ(Locked([this] { return fList->Bounds().top; }), 0);
 }
 
 TEST_F(PaneScrollTest, LettersOfAnotherSizeMakeAllRowsHigherAtOnceAndKeepTheTopRow)

@@ -32,6 +32,9 @@ public:
         }
     }
 
+    bool QuitRequested() override { return mayQuit; }
+
+    bool mayQuit = true;
     std::string notes;
     std::function<void()> atBeginning;
     std::function<void()> atEnd;

@@ -138,6 +138,24 @@ TEST(MenuSizeTest, GrowsWithItsMarginsAndNotBeyondItsWidestContent)
     EXPECT_LT(menu.Size().x, size.x);
 }
 
+TEST(MenuSizeTest, MakesRoomForTheNamesOfKeysAsForShortcuts)
+{
+    MeasuredMenu bare("menu");
+    bare.AddItem(new BMenuItem("Label", nullptr));
+    MeasuredMenu withShortcut("menu");
+    withShortcut.AddItem(new BMenuItem("Label", nullptr, 'P', B_SHIFT_KEY));
+    MeasuredMenu withKey("menu");
+    withKey.AddItem(new BMenuItem("Label", nullptr));
+    withKey.ItemAt(0)->SetKeyText("Ctrl+Shift+P");
+
+    EXPECT_GT(withKey.Size().x, bare.Size().x);
+    EXPECT_EQ(withKey.Size(), withShortcut.Size());
+    EXPECT_EQ(withKey.ItemAt(0)->Shortcut(), 0); // it works nothing
+
+    withKey.ItemAt(0)->SetKeyText(nullptr);
+    EXPECT_EQ(withKey.Size(), bare.Size());
+}
+
 class MenuLetterTest : public ControlTest
 {
 protected:
