@@ -376,7 +376,6 @@ void DirListItem::LookForIcon(const BView* owner) const
         fIcon = RemoteFileIcon();
         break;
     case Kind::kOther:
-        fIcon = NodeIcon(fMode);
         break;
     default: {
         if (owner != nullptr && owner->Window() != nullptr) {

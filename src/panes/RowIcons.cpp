@@ -157,10 +157,6 @@ RowIcon FindRowIcon(const entry_ref& ref, mode_t mode)
         }
     }
     RowIcon icon;
-    icon.shared = NodeIcon(targetMode);
-    if (icon.shared != nullptr) {
-        return icon;
-    }
     icon.own = S_ISLNK(targetMode) ? nullptr : StoredIcon(target);
     if (icon.own == nullptr) {
         icon.shared = SharedIcon(target, targetMode);

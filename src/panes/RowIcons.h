@@ -46,7 +46,5 @@ const BBitmap* UpArrowIcon();
 const BBitmap* RemoteFolderIcon();
 const BBitmap* RemoteFileIcon();
 const BBitmap* ManyFilesIcon();
-/// That of a FIFO, socket or device; null for anything else.
-const BBitmap* NodeIcon(mode_t mode);
 
 } // namespace norvane

@@ -1,7 +1,6 @@
 #include "panes/RowIcons.h"
 
 #include "clv/PixelPicture.h"
-#include "panes/PixelBitmap.h"
 
 #include <Bitmap.h>
 
@@ -87,9 +86,7 @@ constexpr const char* kManyFiles[] = {
     "..ssssssssss....", //
 };
 
-} // namespace
-
-BBitmap* MakePixelBitmap(std::span<const char* const> rows)
+BBitmap* Make(std::span<const char* const> rows)
 {
     const PixelPicture picture(rows);
     auto* bitmap = new BBitmap(BRect(0, 0, 15, 15), B_CMAP8); // kept for the program's life
@@ -100,27 +97,29 @@ BBitmap* MakePixelBitmap(std::span<const char* const> rows)
     return bitmap;
 }
 
+} // namespace
+
 const BBitmap* UpArrowIcon()
 {
-    static const BBitmap* const icon = MakePixelBitmap(kUpArrow);
+    static const BBitmap* const icon = Make(kUpArrow);
     return icon;
 }
 
 const BBitmap* RemoteFolderIcon()
 {
-    static const BBitmap* const icon = MakePixelBitmap(kFolder);
+    static const BBitmap* const icon = Make(kFolder);
     return icon;
 }
 
 const BBitmap* RemoteFileIcon()
 {
-    static const BBitmap* const icon = MakePixelBitmap(kFile);
+    static const BBitmap* const icon = Make(kFile);
     return icon;
 }
 
 const BBitmap* ManyFilesIcon()
 {
-    static const BBitmap* const icon = MakePixelBitmap(kManyFiles);
+    static const BBitmap* const icon = Make(kManyFiles);
     return icon;
 }
 

@@ -4,7 +4,6 @@
 #include "panes/RowIcons.h"
 #include "panes/RowTexts.h"
 
-#include <set>
 #include <sys/stat.h>
 
 namespace {
@@ -96,28 +95,14 @@ TEST_F(DirListItemTest, TakesALinkForWhatItPointsTo)
     EXPECT_TRUE(Row("broken")->IsDir());
 }
 
-TEST_F(DirListItemTest, ShowsOtherNodesWithoutSizeAndWithPicturesOfTheirOwn)
+TEST_F(DirListItemTest, ShowsOtherNodesWithoutSizeAndIcon)
 {
     ASSERT_EQ(mkfifo(fTree.Path("fifo").c_str(), 0600), 0);
     const auto row = Row("fifo");
     EXPECT_TRUE(row->IsDir());
     EXPECT_FALSE(row->IsEnterable());
     EXPECT_STREQ(row->Text(2), "");
-    EXPECT_EQ(row->GetBitmap(), NodeIcon(S_IFIFO));
-
-    const std::set<const BBitmap*> pictures = {NodeIcon(S_IFIFO), NodeIcon(S_IFSOCK),
-                                               NodeIcon(S_IFBLK), NodeIcon(S_IFCHR)};
-    EXPECT_EQ(pictures.size(), 4u);
-    EXPECT_EQ(pictures.count(nullptr), 0u);
-    EXPECT_EQ(NodeIcon(S_IFREG | 0644), nullptr);
-    EXPECT_EQ(NodeIcon(S_IFDIR | 0755), nullptr);
-}
-
-TEST_F(DirListItemTest, ALinkToSuchANodeHasItsPicture)
-{
-    ASSERT_EQ(mkfifo(fTree.Path("fifo").c_str(), 0600), 0);
-    fTree.Link("link", "fifo");
-    EXPECT_EQ(Row("link")->GetBitmap(), NodeIcon(S_IFIFO));
+    EXPECT_EQ(row->GetBitmap(), nullptr);
 }
 
 TEST_F(DirListItemTest, ShowsTheWholePathInQueryResults)
