@@ -93,8 +93,7 @@ KeyMeaning ArrowMeaning(const KeyPress& key, PaneCommand command)
 
 KeyMeaning PageMeaning(const KeyPress& key, PaneCommand sideways)
 {
-    const bool isSideways = (key.modifiers & B_COMMAND_KEY) != 0;
-    return isSideways ? KeyMeaning{sideways, true} : KeyMeaning{};
+    return IsWith(key, B_COMMAND_KEY) ? KeyMeaning{sideways, true} : MoveMeaning(key);
 }
 
 /// Whether a key that is held too long may do it again and again.
@@ -135,8 +134,8 @@ KeyMeaning MeaningOfFirst(const KeyPress& key)
         return {PaneCommand::kStop, false};
     case B_ENTER:
         // Alone it is the list's: it opens the row.
-        return (key.modifiers & B_OPTION_KEY) != 0 ? KeyMeaning{PaneCommand::kProperties, true}
-                                                   : KeyMeaning{};
+        return IsWith(key, B_OPTION_KEY) ? KeyMeaning{PaneCommand::kProperties, true}
+                                         : KeyMeaning{};
     case B_SPACE:
         return {PaneCommand::kMarkAndMeasure, true};
     case B_INSERT:
@@ -155,8 +154,6 @@ KeyMeaning MeaningOfFirst(const KeyPress& key)
         return SlashMeaning(key);
     case B_UP_ARROW:
     case B_DOWN_ARROW:
-    case B_PAGE_UP:
-    case B_PAGE_DOWN:
     case B_HOME:
     case B_END:
         return MoveMeaning(key);
