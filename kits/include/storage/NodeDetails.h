@@ -30,10 +30,10 @@ public:
             kOthers,
         };
 
-        Who who = Who::kOthers;
-        uint32 id = 0;      // of a kUser or kNamedGroup
-        uint8 rights = 0;   // 4 to read, 2 to write, 1 to execute
-        bool isNew = false; // what new entries of a folder get
+        Who who = Who::kOthers; // it is about
+        uint32 id = 0;          // of a kUser or kNamedGroup
+        uint8 rights = 0;       // 4 to read, 2 to write, 1 to execute
+        bool isNew = false;     // what new entries of a folder get
     };
 
     /// One of the attributes whose system name begins with "user.".
