@@ -86,7 +86,8 @@ what="moving to the next pane"
 menu_of apple
 choose m
 comes right/apple
-[ ! -e "$base/left/apple" ] || fail "$what: it is still there"
+goes() { [ ! -e "$base/$1" ]; }
+expect "$what: it is still there" goes left/apple
 expect "the operation window stayed" window_gone Move
 expect "$what: no focus" window_focused Norvane
 

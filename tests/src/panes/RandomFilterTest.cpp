@@ -208,6 +208,8 @@ TEST_P(RandomFilterTest, ShowsWhatAFreshListingWould)
     EXPECT_EQ(ShownNames(), ExpectedNames());
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, RandomFilterTest, ::testing::Range(1, 41));
+INSTANTIATE_TEST_SUITE_P(Seeds, RandomFilterTest, ::testing::Range(1, 41), [](const auto& test) {
+    return std::string("Seed").append(std::to_string(test.param));
+});
 
 } // namespace
