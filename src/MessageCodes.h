@@ -33,11 +33,11 @@ enum WindowCommand : uint32 {
     kPreferences = 135,
     kHelp = 140,
     kStopOperation = 'StOp',  // in no menu: asks whether the newest operation is to stop
-    kGoBack = 'GoBk',         // in no menu: the focused pane's folder before this one
-    kGoForward = 'GoFw',      // in no menu: where it was before it went back
     kShowProperties = 'Prop', // of what the focused pane has marked, else selected
-    kShowHidden = 'Hidn',     // in no menu: shows names that begin with a dot, or no longer
-    kFocusPane = 1000,        // to 1009: the pane's place is added
+    // In no menu: shows names that begin with a dot, or no longer; with int32 "status": how keeping
+    // that went.
+    kShowHidden = 'Hidn',
+    kFocusPane = 1000, // to 1009: the pane's place is added
 };
 
 // What the main window is told of what happened elsewhere.

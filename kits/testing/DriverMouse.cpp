@@ -37,6 +37,10 @@ Qt::MouseButton ButtonOf(uint32 button)
         return Qt::RightButton;
     case B_TERTIARY_MOUSE_BUTTON:
         return Qt::MiddleButton;
+    case 0x08:
+        return Qt::BackButton;
+    case 0x10:
+        return Qt::ForwardButton;
     default:
         return Qt::LeftButton;
     }

@@ -95,6 +95,8 @@ private:
     void GetPreferences();
     void SetTo(const Preferences& preferences);
     void SortPanes(const Preferences& preferences);
+    void ShowHidden(const BMessage& message);
+    void HiddenKept(const BMessage& answer);
     void CheckPlaces();
     // Other programs and add-ons (WindowPrograms.cpp)
     void SetupTerminal();

@@ -29,9 +29,22 @@
 
 #include <atomic>
 #include <cstring>
+#include <mutex>
 #include <optional>
 
 namespace norvane {
+
+namespace {
+
+/// Keeps the last choice, however many threads were started for it and whichever comes first.
+status_t KeepHidesDotNames(const std::atomic<bool>& isOn)
+{
+    static std::mutex sKeeping;
+    const std::lock_guard lock(sKeeping);
+    return Preferences::WriteHidesDotNames(isOn);
+}
+
+} // namespace
 
 void NorvaneWindow::Show()
 {
@@ -330,6 +343,41 @@ void NorvaneWindow::SetTo(const Preferences& preferences)
         DirView* list = PaneAt(index)->GetDirView();
         list->Apply(preferences);
         PaneAt(index)->ShowStrips();
+    }
+}
+
+/// All panes show it at once; keeping it may take a while.
+void NorvaneWindow::ShowHidden(const BMessage& message)
+{
+    if (message.HasInt32("status")) {
+        HiddenKept(message);
+        return;
+    }
+    if (CountPanes() == 0) {
+        return;
+    }
+    Preferences preferences = PaneAt(0)->GetDirView()->CurrentPreferences();
+    preferences.hidesDotNames = !preferences.hidesDotNames;
+    SetTo(preferences);
+    static std::atomic<bool> sHides; // there is one file for all
+    sHides = preferences.hidesDotNames;
+    const std::optional<BMessage> kept = AnswerSoon(
+        [] {
+            BMessage answer(kShowHidden);
+            answer.AddInt32("status", KeepHidesDotNames(sHides));
+            return answer;
+        },
+        BMessenger(this));
+    if (kept) {
+        HiddenKept(*kept);
+    }
+}
+
+void NorvaneWindow::HiddenKept(const BMessage& answer)
+{
+    const status_t status = answer.GetInt32("status", B_ERROR);
+    if (status != B_OK) {
+        TellUnsavedSettings(kSettingsFile, status);
     }
 }
 

@@ -171,6 +171,10 @@ const NorvaneWindow::Answer NorvaneWindow::kNotices[] = {
      [](auto& window, auto& answer) {
          window.SetTo(Preferences::In(answer));
      }},
+    {kShowHidden,
+     [](auto& window, auto& message) {
+         window.ShowHidden(message);
+     }},
     {kFoldersMoved,
      [](auto& window, auto&) {
          window.CheckPlaces();

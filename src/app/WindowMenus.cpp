@@ -1,3 +1,4 @@
+#include "MessageCodes.h"
 #include "app/MenuTable.h"
 #include "app/NorvaneWindow.h"
 
@@ -41,6 +42,7 @@ void NorvaneWindow::CreateMenus()
     AddShortcut('x', 0, new BMessage(B_CUT));
     AddShortcut('v', 0, new BMessage(B_PASTE));
     AddShortcut('a', 0, new BMessage(B_SELECT_ALL));
+    AddShortcut('h', 0, new BMessage(kShowHidden));
 }
 
 } // namespace norvane

@@ -71,6 +71,9 @@ public:
     /// Lists a folder that a person named; "~", relative paths and addresses are understood.
     void GoToDir(const char* path);
     void NavigateUp() override;
+    /// To the folder shown before this one, and forward again.
+    void GoBack() override { fListing.Go(PlaceHistory::Step::kBack); }
+    void GoForward() override { fListing.Go(PlaceHistory::Step::kForward); }
     bool CancelWork() override { return fListing.CancelWork(); }
     void NavigateDown();
     /// Adds entries that were moved in from elsewhere since the last listing.
@@ -130,24 +133,20 @@ public:
     void Mark(int32 from, int32 to) { fMarks.Mark(from, to); }
     void Unmark(int32 from, int32 to) { fMarks.Unmark(from, to); }
     void EmptyMarked() { fMarks.Empty(); }
-    /// What the footer says of them.
-    std::string MarkTexts() const { return fMarks.Totals().Text(); }
+    const MarkTotals& Marked() const { return fMarks.Totals(); }
     const MarkList& Marks() const { return fMarks.List(); }
     DirListItem* RowAt(int32 index) const { return fRows.RowAt(index); }
-
-    // The filter (PaneFilter.cpp)
-    void OpenFilter() override;
+    void OpenFilter() override; // of the filter: PaneFilter.cpp
     bool EndFilter() override;
-    void BeginFilter() { fRows.BeginFilter(); }
     void SetFilter(const std::string& text) { fRows.SetFilter(text); }
-    bool IsFiltered() const { return fRows.IsFiltered(); }
-    const std::string& FilterText() const { return fRows.FilterText(); }
+    const PaneRows& Rows() const { return fRows; }
 
-    // Columns and preferences (DirViewColumns.cpp)
+    // Columns and preferences
     int ColumnWidth(int32 index) const;
     void SetColumnWidth(int32 index, int width);
     /// Reads them from the settings.
     void GetPreferences();
+    const Preferences& CurrentPreferences() const { return fPreferences; }
     void SetTo(const Preferences& preferences);
     /// The same for a list that shows something: has it drawn anew, and read again unless nothing
     /// but extras changed that leave all rows there.
@@ -188,6 +187,7 @@ private:
     void AllRowsLeave() override;
     void RowsChanged() override;
     OpenOrder OrderForOpening() const override;
+    RowsView View() const override;
     void Arrived(const Arrival& arrival) override;
     void LookedAgain() override;
     void NoFolder(const entry_ref& link) override;
@@ -200,6 +200,8 @@ private:
     int32 CurrentInt32(const char* field) const;
     std::vector<DirListItem*> SelectedRows() const;
     void ScrollToRow(int32 index);
+    void LookAs(const RowsView& view);
+    bool GoBySideButton(uint32 buttons);
     bool EditNamed(const std::string& name);
     void NewsOfSource();
     void AnswerSoonOrLater(const std::function<BMessage()>& ask);
@@ -225,9 +227,7 @@ private:
     BView* fPane; // the parent, may be null
     PaneNotifier fNotifier;
     PaneRows fRows{*this, *this};
-    PaneMarks fMarks{fRows, [this] {
-                         NotifyParent(MSG_PANE_INFO);
-                     }};
+    PaneMarks fMarks{fRows, fNotifier.Poster(MSG_PANE_INFO)};
     PaneGestures fGestures{fRows, fMarks};
     PaneKeys fKeys{*this, fRows, fMarks, *this};
     RowRenaming fRename{*this, fRows};

@@ -10,6 +10,7 @@
 
 #include <Window.h>
 
+#include <algorithm>
 #include <utility>
 
 // Which place the list shows.
@@ -142,6 +143,9 @@ void DirView::Arrived(const Arrival& arrival)
         ShowFilterField();
         ScrollTo(BPoint(0, 0));
     }
+    if (arrival.view.has_value()) {
+        LookAs(*arrival.view);
+    }
     if (!arrival.nameLeft.empty()) {
         ScrollToRow(fRows.Find(arrival.nameLeft.c_str()));
     }
@@ -149,6 +153,37 @@ void DirView::Arrived(const Arrival& arrival)
     // At the start the window is not even shown yet; else the strips show the folder by then.
     if (!arrival.isFirst && fUpdates.IsFollowing() && !fUpdates.IsWatching() && fPane != nullptr) {
         BMessenger(this).SendMessage(kTellOfMissingWatch);
+    }
+}
+
+/// The fourth and the fifth of a mouse; false for all others.
+bool DirView::GoBySideButton(uint32 buttons)
+{
+    constexpr uint32 kBackButton = 0x08;
+    constexpr uint32 kForwardButton = 0x10;
+    if ((buttons & (kBackButton | kForwardButton)) == 0) {
+        return false;
+    }
+    MakeFocus();
+    (buttons & kBackButton) != 0 ? GoBack() : GoForward();
+    return true;
+}
+
+RowsView DirView::View() const
+{
+    const DirListItem* row = RowAt(CurrentSelection());
+    return {row != nullptr ? row->GetEntryName() : "", Bounds().top};
+}
+
+/// As far as the rows are still there.
+void DirView::LookAs(const RowsView& view)
+{
+    const float last = ItemFrame(CountItems() - 1).bottom - Bounds().Height();
+    ScrollTo(BPoint(Bounds().left, std::max(0.0f, std::min(view.top, last))));
+    const int32 row = fRows.Find(view.selected.c_str());
+    if (row >= 0) {
+        Select(row);
+        ScrollToRow(row);
     }
 }
 

@@ -79,6 +79,13 @@ KeyMeaning CharacterMeaning(const KeyPress& key)
     return isTyped ? KeyMeaning{PaneCommand::kTypeAhead, true} : KeyMeaning{};
 }
 
+/// With Alt alone they go where the list was before; else they are the list's.
+KeyMeaning ArrowMeaning(const KeyPress& key, PaneCommand command)
+{
+    constexpr uint32 kHeld = B_SHIFT_KEY | B_COMMAND_KEY | B_CONTROL_KEY | B_OPTION_KEY;
+    return (key.modifiers & kHeld) == B_OPTION_KEY ? KeyMeaning{command, true} : KeyMeaning{};
+}
+
 /// Whether a key that is held too long may do it again and again.
 bool MayRepeat(PaneCommand command)
 {
@@ -107,6 +114,10 @@ KeyMeaning MeaningOfFirst(const KeyPress& key)
         return {PaneCommand::kTrash, false};
     case B_BACKSPACE:
         return {PaneCommand::kUp, false};
+    case B_LEFT_ARROW:
+        return ArrowMeaning(key, PaneCommand::kBack);
+    case B_RIGHT_ARROW:
+        return ArrowMeaning(key, PaneCommand::kForward);
     case B_ESCAPE:
         return {PaneCommand::kStop, false};
     case B_SPACE:
@@ -169,6 +180,12 @@ void PaneKeys::CarryOut(PaneCommand command, const KeyPress& key)
         break;
     case PaneCommand::kUp:
         fTarget.NavigateUp();
+        break;
+    case PaneCommand::kBack:
+        fTarget.GoBack();
+        break;
+    case PaneCommand::kForward:
+        fTarget.GoForward();
         break;
     case PaneCommand::kMarkAndMeasure:
         MarkSelected();

@@ -27,6 +27,8 @@ enum class PaneCommand : uint8 {
     kNone,
     kTrash,
     kUp,
+    kBack,
+    kForward,
     kMarkAndMeasure,
     kMarkAndGoOn,
     kToggleMarks,
@@ -65,6 +67,8 @@ public:
 
     virtual void Trash() = 0;
     virtual void NavigateUp() = 0;
+    virtual void GoBack() = 0;
+    virtual void GoForward() = 0;
     /// Breaks off what the place shown is doing; false when that is nothing.
     virtual bool CancelWork() = 0;
     /// Starts measuring what is selected.

@@ -84,6 +84,20 @@ void PaneListing::Down()
     }
 }
 
+void PaneListing::Go(PlaceHistory::Step step)
+{
+    const PlaceHistory::Place* place = fHistory.Ask(step);
+    if (place == nullptr) {
+        return;
+    }
+    if (!fSource->MayLeave()) {
+        fHistory.Forget();
+        return;
+    }
+    Open(std::make_unique<FolderSource>(place->folder),
+         step == PlaceHistory::Step::kBack ? Way::kBack : Way::kForward);
+}
+
 void PaneListing::Enter(const DirListItem& row)
 {
     if (row.IsParent()) {
@@ -102,6 +116,9 @@ bool PaneListing::Open(std::unique_ptr<RowSource> source, Way way, bool isAwaite
         return false;
     }
     Stop();
+    if (way != Way::kBack && way != Way::kForward) {
+        fHistory.Forget();
+    }
     fOpening = std::move(source);
     fWay = way;
     fUpdates.KeepNotices(true); // about what is on its way
@@ -138,6 +155,7 @@ void PaneListing::Proceed()
 bool PaneListing::CancelWork()
 {
     if (fOpening != nullptr && fOpening->CancelWork()) {
+        fHistory.Forget();
         Stop();
         return true;
     }
@@ -176,8 +194,12 @@ void PaneListing::Opened(RowSource& source, ListedRows rows)
     if (&source != fOpening.get()) {
         return;
     }
+    if (fWay != Way::kLook && fWay != Way::kAgain) {
+        fHistory.NoteView(fOwner.View());
+    }
     const std::unique_ptr<RowSource> left = std::exchange(fSource, std::move(fOpening));
     if (fWay == Way::kLook) {
+        fHistory.Rename(fSource->LocalFolder());
         fRows.Become(std::move(rows));
         fUpdates.Follow(fSource->Folder());
         fNotifier.Post(MSG_PANE_INFO);
@@ -198,7 +220,21 @@ void PaneListing::Opened(RowSource& source, ListedRows rows)
     }
     NoteWay(fWay, left->LocalFolder());
     fOwner.Arrived({fWay != Way::kAgain, fWay == Way::kFirst,
-                    fWay == Way::kUp ? left->NameAbove() : std::string()});
+                    fWay == Way::kUp ? left->NameAbove() : std::string(), NotePlace()});
+}
+
+/// How the place shown now was looked at, when it was come back to.
+std::optional<RowsView> PaneListing::NotePlace()
+{
+    if (fWay == Way::kBack || fWay == Way::kForward) {
+        return fHistory.Arrive().view;
+    }
+    if (fSource->Mode() == kLocalMode) {
+        fHistory.Show(fSource->LocalFolder());
+    } else {
+        fHistory.ShowOther();
+    }
+    return std::nullopt;
 }
 
 void PaneListing::NoteWay(Way way, const std::string& folderLeft)
@@ -261,6 +297,14 @@ void PaneListing::Failed(status_t status)
         return;
     }
     fNotifier.StopProgress();
+    const bool isBack = fWay == Way::kBack;
+    if (isBack || fWay == Way::kForward) {
+        fHistory.Fail();
+        if (status == B_ENTRY_NOT_FOUND) {
+            Go(isBack ? PlaceHistory::Step::kBack : PlaceHistory::Step::kForward);
+            return;
+        }
+    }
     if (fWay == Way::kInto && fLink.name != nullptr &&
         (status == B_ENTRY_NOT_FOUND || status == B_NOT_A_DIRECTORY)) {
         fOwner.NoFolder(entry_ref(fLink)); // a copy: it may begin to open another place

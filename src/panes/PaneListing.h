@@ -1,8 +1,10 @@
 #pragma once
 
+#include "panes/PlaceHistory.h"
 #include "panes/RowSource.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace norvane {
@@ -17,6 +19,7 @@ struct Arrival
     bool isElsewhere = false; // another place, not the same one read again
     bool isFirst = false;     // at the start
     std::string nameLeft;     // after going up: the row of the place left; empty when it has none
+    std::optional<RowsView> view = {}; // after going back or forward: how it was looked at then
 };
 
 /// What a listing needs of its list.
@@ -26,6 +29,8 @@ public:
     virtual ~ListingOwner() = default;
 
     virtual OpenOrder OrderForOpening() const = 0;
+    /// How the rows shown are looked at now.
+    virtual RowsView View() const = 0;
     /// The new rows are in the list.
     virtual void Arrived(const Arrival& arrival) = 0;
     /// The folder shown is looked at again: it is followed now, or still cannot be, or is gone.
@@ -70,6 +75,9 @@ public:
     void GoTo(const char* typed);
     void Up();
     void Down();
+    /// Goes to the folder that was shown before this one, or, forward again, after it. Folders that
+    /// are gone are passed over.
+    void Go(PlaceHistory::Step step);
     void Enter(const DirListItem& row);
     /// Lets go of the place that is being opened.
     void Stop();
@@ -88,7 +96,17 @@ public:
     const std::string& UnreadableReason() const { return fUnreadableReason; }
 
 private:
-    enum class Way : uint8 { kStraight, kAgain, kUp, kInto, kNamed, kFirst, kLook };
+    enum class Way : uint8 {
+        kStraight,
+        kAgain,
+        kUp,
+        kInto,
+        kNamed,
+        kFirst,
+        kLook,
+        kBack,
+        kForward
+    };
 
     // RowTaker
     void Counted(int32 entries) override;
@@ -100,6 +118,7 @@ private:
     bool Open(std::unique_ptr<RowSource> source, Way way, bool isAwaited = true);
     void Failed(status_t status);
     void NoteWay(Way way, const std::string& folderLeft);
+    std::optional<RowsView> NotePlace();
     void LookFailed(status_t status);
 
     PaneRows& fRows;
@@ -114,6 +133,7 @@ private:
     bool fHasToldOfWatch = false;        // that there is none
     entry_ref fLink;                     // that leads there by kInto; without a name: no link
     bool fIsOpeningNow = false;          // it may hand its rows over at once
+    PlaceHistory fHistory;
     std::string fDownPath;
     bool fMayGoDown = false;
     std::string fUnreadable;

@@ -13,6 +13,7 @@ namespace {
 
 constexpr char kDateFormat[] = "DateFormat";
 constexpr char kFontSizeKey[] = "FontSize";
+constexpr char kHideDotNamesKey[] = "HideDotNames";
 
 struct Switch
 {
@@ -30,7 +31,7 @@ const Switch kSwitches[] = {
 // Written when they are on, or were.
 const Switch kExtras[] = {
     {"ReadableSizes", &Preferences::showsReadableSizes},
-    {"HideDotNames", &Preferences::hidesDotNames},
+    {kHideDotNamesKey, &Preferences::hidesDotNames},
     {"SortByColumns", &Preferences::sortsByColumns},
     {"KeepAllInCopies", &Preferences::keepsAllInCopies},
     {"MoveByRenaming", &Preferences::movesByRenaming},
@@ -98,6 +99,13 @@ status_t Preferences::Write() const
     if (fontSize != kFontSize || IsStored(kFontSizeKey)) {
         writer.Set(kFontSizeKey, fontSize);
     }
+    return writer.Write();
+}
+
+status_t Preferences::WriteHidesDotNames(bool isOn)
+{
+    SettingsWriter writer(kSettingsFolder, kSettingsFile, MainSettingsKeys());
+    writer.Set(kHideDotNamesKey, isOn ? 1 : 0);
     return writer.Write();
 }
 

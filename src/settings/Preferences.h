@@ -36,6 +36,8 @@ struct Preferences
     /// Errors: those of SettingsWriter::Write(); B_BAD_VALUE for a format that no line can hold.
     /// Thread: any; waits for the disk.
     status_t Write() const;
+    /// Writes that one alone. Errors and thread: as above.
+    static status_t WriteHidesDotNames(bool isOn);
 
     /// Puts them into a message, and finds them there.
     void AddTo(BMessage* message) const;

@@ -385,6 +385,43 @@ TEST_F(WindowCommandsTest, AnItemThatIsAddedLaterCanBeChosen)
     EXPECT_TRUE(WaitFor([&] { return CountPanes() == 4; }));
 }
 
+TEST_F(WindowCommandsTest, DotNamesAreHiddenAndShownByAKey)
+{
+    fTree.Write("one/.dot", "");
+    fTree.Write("two/.dot", "");
+    OpenThree();
+    const auto shows = [&](int32 pane, int32 rows) {
+        return WaitFor([&, pane, rows] {
+            int32 count = 0;
+            Locked([&] { count = fWindow->PaneAt(pane)->GetDirView()->CountItems(); });
+            return count == rows;
+        });
+    };
+    ASSERT_TRUE(shows(0, 4)); // "..", a folder, a file and the hidden one
+    kits::testing::TypeKey('h', B_COMMAND_KEY);
+    EXPECT_TRUE(shows(0, 3));
+    EXPECT_TRUE(shows(1, 1));
+    EXPECT_TRUE(WaitFor([&] { return Setting("HideDotNames") == "1"; }));
+    kits::testing::TypeKey('h', B_COMMAND_KEY);
+    EXPECT_TRUE(shows(0, 4));
+    EXPECT_TRUE(shows(1, 2));
+    EXPECT_TRUE(WaitFor([&] { return Setting("HideDotNames") == "0"; }));
+}
+
+TEST_F(WindowCommandsTest, DotNamesAreHiddenEvenWhereThatCannotBeKept)
+{
+    fTree.Write("one/.dot", "");
+    OpenThree();
+    fTree.Remove("config");
+    fTree.Write("config", "no folder");
+    kits::testing::TypeKey('h', B_COMMAND_KEY);
+    EXPECT_NE(AlertText("Hey"), "(none)");
+    EXPECT_TRUE(kits::testing::AnswerAlert("Oh well"));
+    int32 count = 0;
+    Locked([&] { count = fWindow->PaneAt(0)->GetDirView()->CountItems(); });
+    EXPECT_EQ(count, 3);
+}
+
 TEST_F(WindowCommandsTest, ShortcutsReachTheWindow)
 {
     OpenThree();

@@ -123,6 +123,8 @@ protected:
     bool CancelWork() override { return false; }
     void Trash() override { fAsked += "trash "; }
     void NavigateUp() override { fAsked += "up "; }
+    void GoBack() override { fAsked += "back "; }
+    void GoForward() override { fAsked += "forward "; }
     int64 GetSize() override
     {
         fAsked += "size ";

@@ -63,6 +63,7 @@ protected:
 
     // ListingOwner
     OpenOrder OrderForOpening() const override { return {"%D %R", BMessenger()}; }
+    RowsView View() const override { return {}; }
     void Arrived(const Arrival& arrival) override { fArrivals.push_back(arrival); }
     void LookedAgain() override { fLooks++; }
     void NoFolder(const entry_ref& link) override { fNoFolders += link.name + std::string(" "); }
