@@ -173,7 +173,7 @@ void DirPane::RefreshTexts()
     ShowFtpViews();
     fHeader->SetText(fList->HeaderText().c_str());
     fFooter->SetText(fList->GetFiles().c_str());
-    fFooter->SetMarks(fList->MarkTexts());
+    fFooter->SetMarks(fList->Marked().Text());
     fHeader->Invalidate();
     fFooter->Invalidate();
 }

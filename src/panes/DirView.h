@@ -139,18 +139,13 @@ public:
     void Mark(int32 from, int32 to) { fMarks.Mark(from, to); }
     void Unmark(int32 from, int32 to) { fMarks.Unmark(from, to); }
     void EmptyMarked() { fMarks.Empty(); }
-    /// What the footer says of them.
-    std::string MarkTexts() const { return fMarks.Totals().Text(); }
+    const MarkTotals& Marked() const { return fMarks.Totals(); }
     const MarkList& Marks() const { return fMarks.List(); }
     DirListItem* RowAt(int32 index) const { return fRows.RowAt(index); }
-
-    // The filter (PaneFilter.cpp)
-    void OpenFilter() override;
+    void OpenFilter() override; // of the filter: PaneFilter.cpp
     bool EndFilter() override;
-    void BeginFilter() { fRows.BeginFilter(); }
     void SetFilter(const std::string& text) { fRows.SetFilter(text); }
-    bool IsFiltered() const { return fRows.IsFiltered(); }
-    const std::string& FilterText() const { return fRows.FilterText(); }
+    const PaneRows& Rows() const { return fRows; }
 
     // Columns and preferences (DirViewColumns.cpp)
     int ColumnWidth(int32 index) const;
@@ -249,9 +244,7 @@ private:
     BView* fPane; // the parent, may be null
     PaneNotifier fNotifier;
     PaneRows fRows{*this, *this};
-    PaneMarks fMarks{fRows, [this] {
-                         NotifyParent(MSG_PANE_INFO);
-                     }};
+    PaneMarks fMarks{fRows, fNotifier.Poster(MSG_PANE_INFO)};
     PaneGestures fGestures{fRows, fMarks};
     PaneKeys fKeys{*this, fRows, fMarks, *this};
     PaneMenus fMenus{*this, fRows, fMarks, *this};

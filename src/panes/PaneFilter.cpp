@@ -10,13 +10,14 @@ namespace norvane {
 void DirView::OpenFilter()
 {
     if (auto* pane = dynamic_cast<DirPane*>(fPane)) {
+        fRows.BeginFilter();
         pane->OpenFilter();
     }
 }
 
 bool DirView::EndFilter()
 {
-    if (!IsFiltered()) {
+    if (!fRows.IsFiltered()) {
         return false;
     }
     fRows.EndFilter();
@@ -35,18 +36,17 @@ void DirView::ShowFilterField()
 
 void DirPane::OpenFilter()
 {
-    fList->BeginFilter();
     ShowFilter();
     fFilter->Take();
 }
 
 void DirPane::ShowFilter()
 {
-    if (fList->IsFiltered() == (fFilter != nullptr)) {
+    if (fList->Rows().IsFiltered() == (fFilter != nullptr)) {
         return;
     }
     if (fFilter == nullptr) {
-        fFilter = new FilterField(*this, fList->FilterText());
+        fFilter = new FilterField(*this, fList->Rows().FilterText());
         AddChild(fFilter); // adopted
     } else {
         if (fFilter->HasFocus()) {
@@ -74,7 +74,7 @@ void DirPane::FilterFocused(bool isFocused)
 void DirPane::FilterLeft()
 {
     SetFocus();
-    if (fList->FilterText().empty()) {
+    if (fList->Rows().FilterText().empty()) {
         fList->EndFilter();
     }
 }

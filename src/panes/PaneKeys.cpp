@@ -187,9 +187,6 @@ bool PaneKeys::KeyDown(const KeyPress& key)
 
 void PaneKeys::CarryOut(PaneCommand command, const KeyPress& key)
 {
-    // The first row is "..", which is never marked; without one it is left out all the same.
-    constexpr int32 kFirstMarked = 1;
-    const int32 last = fRows.CountRows() - 1;
     switch (command) {
     case PaneCommand::kNone:
         break;
@@ -204,22 +201,6 @@ void PaneKeys::CarryOut(PaneCommand command, const KeyPress& key)
         break;
     case PaneCommand::kForward:
         fTarget.GoForward();
-        break;
-    case PaneCommand::kMarkAndMeasure:
-        MarkSelected();
-        fTarget.GetSize();
-        break;
-    case PaneCommand::kMarkAndGoOn:
-        MarkSelectedAndGoOn();
-        break;
-    case PaneCommand::kToggleMarks:
-        fMarks.ToggleAll(kFirstMarked, last);
-        break;
-    case PaneCommand::kMarkAll:
-        fMarks.Mark(kFirstMarked, last);
-        break;
-    case PaneCommand::kUnmarkAll:
-        fMarks.Unmark(kFirstMarked, last);
         break;
     case PaneCommand::kHelp:
         fTarget.NotifyParent(kHelp);
@@ -266,6 +247,36 @@ void PaneKeys::CarryOut(PaneCommand command, const KeyPress& key)
     case PaneCommand::kStop:
         Stop();
         break;
+    case PaneCommand::kFilter:
+        fTarget.OpenFilter();
+        break;
+    default:
+        ChangeMarks(command, key);
+    }
+}
+
+void PaneKeys::ChangeMarks(PaneCommand command, const KeyPress& key)
+{
+    // The first row is "..", which is never marked; without one it is left out all the same.
+    constexpr int32 kFirstMarked = 1;
+    const int32 last = fRows.CountRows() - 1;
+    switch (command) {
+    case PaneCommand::kMarkAndMeasure:
+        MarkSelected();
+        fTarget.GetSize();
+        break;
+    case PaneCommand::kMarkAndGoOn:
+        MarkSelectedAndGoOn();
+        break;
+    case PaneCommand::kToggleMarks:
+        fMarks.ToggleAll(kFirstMarked, last);
+        break;
+    case PaneCommand::kMarkAll:
+        fMarks.Mark(kFirstMarked, last);
+        break;
+    case PaneCommand::kUnmarkAll:
+        fMarks.Unmark(kFirstMarked, last);
+        break;
     case PaneCommand::kMarkTo:
         MarkTo(key);
         break;
@@ -275,8 +286,7 @@ void PaneKeys::CarryOut(PaneCommand command, const KeyPress& key)
     case PaneCommand::kUnmarkMatching:
         AskForPattern(fList, PatternUse::kUnmark);
         break;
-    case PaneCommand::kFilter:
-        fTarget.OpenFilter();
+    default:
         break;
     }
 }

@@ -110,6 +110,7 @@ public:
 
 private:
     void CarryOut(PaneCommand command, const KeyPress& key);
+    void ChangeMarks(PaneCommand command, const KeyPress& key);
     void MarkSelected();
     void MarkSelectedAndGoOn();
     void MarkTo(const KeyPress& key);

@@ -5,6 +5,8 @@
 #include <Looper.h>
 #include <Messenger.h>
 
+#include <functional>
+
 class BMessage;
 class BView;
 
@@ -25,6 +27,13 @@ public:
     /// Posts a notice without fields. While a MSG_PANE_INFO is on its way another one is not
     /// needed.
     void Post(uint32 code);
+    /// The same as something to be called, while the notifier lives.
+    std::function<void()> Poster(uint32 code)
+    {
+        return [this, code] {
+            Post(code);
+        };
+    }
     /// The pane got MSG_PANE_INFO.
     void InfoArrived() { fIsInfoOnItsWay = false; }
 

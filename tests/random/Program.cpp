@@ -283,7 +283,7 @@ bool Program::ReadPanes(std::vector<Pane>* panes) const
         pane.isLocal = list->Mode() == norvane::kLocalMode;
         pane.path = list->Path();
         pane.node = list->FolderNode();
-        pane.filter = list->FilterText();
+        pane.filter = list->Rows().FilterText();
         for (int32 row = 0; row < list->CountItems(); row++) {
             if (!list->RowAt(row)->IsParent()) {
                 pane.names.emplace_back(list->RowAt(row)->GetEntryName());
