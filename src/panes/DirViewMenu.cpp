@@ -22,7 +22,7 @@ namespace norvane {
 
 namespace {
 
-using Rows = std::vector<DirListItem*>;
+using MeantRows = std::vector<DirListItem*>;
 
 bool HasNextPane(const BView* pane)
 {
@@ -61,13 +61,13 @@ void DoHere(DirView& list, RowCommand command)
 }
 
 /// The message that carries local entries; null for others.
-std::unique_ptr<BMessage> EntriesOf(const RowSource& source, const Rows& rows)
+std::unique_ptr<BMessage> EntriesOf(const RowSource& source, const MeantRows& rows)
 {
     std::unique_ptr<BMessage> entries = source.MessageFor(rows);
     return entries->HasRef("refs") ? std::move(entries) : nullptr;
 }
 
-std::string PathsOf(const RowSource& source, const Rows& rows)
+std::string PathsOf(const RowSource& source, const MeantRows& rows)
 {
     std::vector<std::string> paths;
     paths.reserve(rows.size());
@@ -81,7 +81,8 @@ std::string PathsOf(const RowSource& source, const Rows& rows)
     return PathsAsText(paths);
 }
 
-void SendToNextPane(BWindow& window, const RowSource& source, const Rows& rows, const char* type)
+void SendToNextPane(BWindow& window, const RowSource& source, const MeantRows& rows,
+                    const char* type)
 {
     const std::unique_ptr<BMessage> message = source.MessageFor(rows);
     message->AddString("Dragging", "false");
@@ -90,7 +91,7 @@ void SendToNextPane(BWindow& window, const RowSource& source, const Rows& rows, 
     window.PostMessage(message.get());
 }
 
-void ShowProperties(BWindow& window, const Rows& rows)
+void ShowProperties(BWindow& window, const MeantRows& rows)
 {
     BMessage message(kShowProperties);
     for (const DirListItem* row : rows) {
@@ -124,7 +125,7 @@ void RestoreAll(const std::vector<entry_ref>& entries)
 }
 
 /// The watch tells of those that left.
-void Restore(const Rows& rows)
+void Restore(const MeantRows& rows)
 {
     std::vector<entry_ref> entries;
     entries.reserve(rows.size());
@@ -180,7 +181,7 @@ void DirView::UnmappedKeyDown(const BMessage& message)
     }
 }
 
-void DirView::CarryOut(RowCommand command, DirListItem* row, const Rows& rows)
+void DirView::CarryOut(RowCommand command, DirListItem* row, const MeantRows& rows)
 {
     DoHere(*this, command);
     if (row != nullptr) {
@@ -225,7 +226,7 @@ void DirView::CarryOutOnRow(RowCommand command, int32 index)
     }
 }
 
-void DirView::CarryOutOnAll(RowCommand command, const Rows& rows)
+void DirView::CarryOutOnAll(RowCommand command, const MeantRows& rows)
 {
     const RowSource& source = fListing.Source();
     switch (command) {
