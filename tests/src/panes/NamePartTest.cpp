@@ -40,7 +40,8 @@ INSTANTIATE_TEST_SUITE_P(
         PartCase{"\xc3\xa4r", "\xc3\xa4\xc3\x84R", true},
         PartCase{"\xd0\xb6", "\xd0\x96uk", true}, // another script
         PartCase{"\xff", "a\xff", true}, PartCase{"\xff", "a\xfe", false},
-        PartCase{"\n", "a\nb", true}, PartCase{"*", "a", false}, PartCase{"a b", "xa by", true}));
+        PartCase{"\n", "a\nb", true}, PartCase{"*", "a", false}, PartCase{"a b", "xa by", true}),
+    [](const auto& test) { return std::string("Case").append(std::to_string(test.index)); });
 
 TEST(NamePartNarrowerTest, IsSoWhenItHoldsTheOther)
 {
