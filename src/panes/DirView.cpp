@@ -233,9 +233,12 @@ void DirView::NodeChanged(const BMessage& notice)
     }
 }
 
-void DirView::LookedAgain()
+void DirView::LookedAgain(status_t status)
 {
     fWhereabouts.LookOut();
+    if (status == B_OK || status == B_ENTRY_NOT_FOUND) {
+        fWhereabouts.Check(); // it may have moved again while it was read
+    }
     NotifyParent(MSG_PANE_INFO);
 }
 

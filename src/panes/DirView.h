@@ -195,7 +195,7 @@ private:
     OpenOrder OrderForOpening() const override;
     RowsView View() const override;
     void Arrived(const Arrival& arrival) override;
-    void LookedAgain() override;
+    void LookedAgain(status_t status) override;
     void NoFolder(const entry_ref& link) override;
 
     RowSorting SortingChosen(const Preferences& preferences) const;

@@ -184,8 +184,9 @@ void DirView::UnmappedKeyDown(const BMessage& message)
 void DirView::CarryOut(RowCommand command, DirListItem* row, const MeantRows& rows)
 {
     DoHere(*this, command);
-    if (row != nullptr) {
-        CarryOutOnRow(command, fRows.IndexOf(row));
+    const int32 index = row != nullptr ? fRows.IndexOf(row) : -1;
+    if (index >= 0) { // no filter keeps it out by now
+        CarryOutOnRow(command, index);
     }
     if (!rows.empty() && !rows.front()->IsParent()) {
         CarryOutOnAll(command, rows);

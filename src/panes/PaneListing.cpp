@@ -204,7 +204,7 @@ void PaneListing::Opened(RowSource& source, ListedRows rows)
         fUpdates.Follow(fSource->Folder());
         fNotifier.Post(MSG_PANE_INFO);
         fHasToldOfWatch = fHasToldOfWatch && !fUpdates.IsWatching();
-        fOwner.LookedAgain();
+        fOwner.LookedAgain(B_OK);
         return;
     }
     fRows.Clear();
@@ -331,13 +331,14 @@ void PaneListing::Failed(status_t status)
     }
 }
 
-// What is shown stays. A folder that is not there any more is looked for where it was.
+// What is shown stays. A folder that is not there any more is looked for where it was; of one that
+// is watched nothing but its watch says so, for it may have moved once more.
 void PaneListing::LookFailed(status_t status)
 {
-    if (status == B_ENTRY_NOT_FOUND) {
+    if (status == B_ENTRY_NOT_FOUND && !fUpdates.IsWatching()) {
         fUpdates.NoteGone();
     }
-    fOwner.LookedAgain();
+    fOwner.LookedAgain(status);
 }
 
 void PaneListing::ReadAgain(RowSource& source)

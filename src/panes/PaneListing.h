@@ -33,8 +33,9 @@ public:
     virtual RowsView View() const = 0;
     /// The new rows are in the list.
     virtual void Arrived(const Arrival& arrival) = 0;
-    /// The folder shown is looked at again: it is followed now, or still cannot be, or is gone.
-    virtual void LookedAgain() = 0;
+    /// The folder shown was looked at again: it is followed now, or still cannot be, or is gone; or
+    /// it could not be read where it was thought to be, which the status says.
+    virtual void LookedAgain(status_t status) = 0;
     /// A link that was gone into leads to no folder: to nothing, or to something else by now.
     virtual void NoFolder(const entry_ref& link) = 0;
 };

@@ -169,4 +169,26 @@ TEST_F(PaneHistoryTest, AFolderThatIsRenamedIsComeBackTo)
     EXPECT_TRUE(Shows("moved"));
 }
 
+TEST_F(PaneHistoryTest, AFolderThatMovesOnWhileItIsLookedForIsNotTakenForRemoved)
+{
+    Show("other");
+    node_ref folder;
+    Locked([&] { folder = fList->FolderNode(); });
+    ASSERT_EQ(std::rename(fTree.Path("other").c_str(), fTree.Path("third").c_str()), 0);
+    // Somebody saw it under a name that it had in between.
+    BMessage checked(kFolderChecked);
+    checked.AddString("path", fTree.Path("second").c_str());
+    checked.AddInt64("device", folder.device);
+    checked.AddInt64("node", static_cast<int64>(folder.node));
+    Locked([&] { fList->MessageReceived(&checked); });
+    ASSERT_TRUE(kits::testing::Sync(fWindow));
+    EXPECT_TRUE(Shows("third"));
+    fTree.Write("third/new", "");
+    EXPECT_TRUE(kits::testing::WaitFor([&] {
+        bool isThere = false;
+        Locked([&] { isThere = fList->CountItems() == 3; }); // "..", "below" and the new one
+        return isThere;
+    }));
+}
+
 } // namespace

@@ -65,7 +65,7 @@ protected:
     OpenOrder OrderForOpening() const override { return {"%D %R", BMessenger()}; }
     RowsView View() const override { return {}; }
     void Arrived(const Arrival& arrival) override { fArrivals.push_back(arrival); }
-    void LookedAgain() override { fLooks++; }
+    void LookedAgain(status_t) override { fLooks++; }
     void NoFolder(const entry_ref& link) override { fNoFolders += link.name + std::string(" "); }
 
     TempTree fTree;
