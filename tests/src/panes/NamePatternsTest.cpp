@@ -65,7 +65,8 @@ INSTANTIATE_TEST_SUITE_P(
         MatchCase{"a\\", "a\\", true}, MatchCase{"a\\ ; b", "a ", true},
         // Folders alone.
         MatchCase{"*/", "a", false}, MatchCase{"*/", "a", true, true},
-        MatchCase{"*", "a", true, true}, MatchCase{"/", "a", false, true}));
+        MatchCase{"*", "a", true, true}, MatchCase{"/", "a", false, true}),
+    [](const auto& test) { return std::string("Case").append(std::to_string(test.index)); });
 
 TEST(NamePatternsOfNothingTest, AreEmpty)
 {
