@@ -60,9 +60,11 @@ protected:
     }
     void TearDown() override
     {
-        const bool isThere = !fIsGone && fWindow->Lock();
-        if (isThere) {
+        const bool isThere = fWindow->Lock(); // some tests close it
+        if (!fIsGone) {
             delete fMenu;
+        }
+        if (isThere) {
             fWindow->Unlock();
         }
         MenuFixture::TearDown();
