@@ -5,7 +5,7 @@ build_packages="g++ cmake ninja-build pkg-config ccache qt6-base-dev qt6-base-pr
     libx11-dev libx11-xcb-dev libxcb1-dev libfontconfig-dev libglib2.0-dev libarchive-dev libssl-dev libgl-dev shared-mime-info fonts-dejavu-core"
 desktop_packages="xvfb openbox xdotool x11-utils x11-xkb-utils x11-xserver-utils imagemagick fontconfig"
 test_packages="libgtest-dev attr util-linux libcap2-bin trash-cli libglib2.0-bin fonts-liberation fonts-noto-core
-    binutils weston qt6-wayland thunar pcmanfm-qt dbus dbus-daemon python3-pyftpdlib xterm ibus ibus-m17n $desktop_packages"
+    binutils xz-utils weston qt6-wayland thunar pcmanfm-qt dbus dbus-daemon python3-pyftpdlib xterm ibus ibus-m17n $desktop_packages"
 lint_packages="clang clang-tidy cppcheck shellcheck"
 bench_packages="libbenchmark-dev libxdamage-dev libxtst-dev pcmanfm thunar mc xterm procps curl lftp fd-find ripgrep $desktop_packages"
 

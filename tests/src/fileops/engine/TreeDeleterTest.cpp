@@ -3,6 +3,7 @@
 #include "CopyFixture.h"
 #include "PrivateMounts.h"
 
+#include <algorithm>
 #include <sys/mount.h>
 #include <sys/stat.h>
 
@@ -134,8 +135,10 @@ TEST_F(TreeDeleterTest, StoppingDeletesNothingMore)
         fUI.isStopped = visited >= 50;
     };
     EXPECT_FALSE(Delete("tree"));
-    EXPECT_FALSE(fTree.Exists("tree/100"));
-    EXPECT_TRUE(fTree.Exists("tree/199"));
+    // Which ones depends on the order in which the volume lists them.
+    const std::string left = fTree.List("tree");
+    EXPECT_GE(std::count(left.begin(), left.end(), '\n'), 50);
+    EXPECT_LT(std::count(left.begin(), left.end(), '\n'), 100);
     EXPECT_TRUE(fUI.problems.empty());
 }
 
