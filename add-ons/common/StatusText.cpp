@@ -1,6 +1,8 @@
 #include "common/StatusText.h"
 
 #include <Errors.h>
+#include <Font.h>
+#include <String.h>
 
 namespace add_ons {
 
@@ -46,16 +48,7 @@ const char* StatusText(status_t status)
 
 std::string ShownName(std::string_view name)
 {
-    std::string shown;
-    for (const char byte : name) {
-        const auto code = static_cast<uint8>(byte);
-        if (code < 0x20 || code == 0x7f) {
-            shown += "\xef\xbf\xbd"; // U+FFFD, as for bytes that are not UTF-8
-        } else {
-            shown += byte;
-        }
-    }
-    return shown;
+    return BFont::VisibleText(name.data(), static_cast<int32>(name.size())).String();
 }
 
 std::string Grouped(size_t count)

@@ -10,7 +10,7 @@ namespace add_ons {
 /// Why something could not be done, for the end of a sentence.
 const char* StatusText(status_t status);
 
-/// A name as one line of text shows it: what is no letter has a sign in its place.
+/// A name as one line of text shows it: what has no shape has a sign in its place.
 std::string ShownName(std::string_view name);
 
 /// "1 234 567".

@@ -23,9 +23,11 @@
 #include <AppDefs.h>
 #include <Autolock.h>
 #include <FindDirectory.h>
+#include <Font.h>
 #include <MessageQueue.h>
 #include <Path.h>
 #include <StorageDefs.h>
+#include <String.h>
 
 #include <atomic>
 #include <cstring>
@@ -70,7 +72,7 @@ void NorvaneWindow::TellMissingFolders()
     std::string text = fMissingFolders.size() == 1 ? "This folder cannot be shown:"
                                                    : "These folders cannot be shown:";
     for (const std::string& folder : fMissingFolders) {
-        text += "\n\t" + folder;
+        text += std::string("\n\t") + BFont::VisibleText(folder.c_str()).String();
     }
     if (!fMissingReason.empty()) {
         text = fMissingReason;

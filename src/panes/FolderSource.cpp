@@ -4,13 +4,16 @@
 #include "panes/PathText.h"
 
 #include <Directory.h>
+#include <Font.h>
+#include <String.h>
 
 #include <utility>
 
 namespace norvane {
 
-std::string UnreadableText(const std::string& path, status_t status)
+std::string UnreadableText(const std::string& folder, status_t status)
 {
+    const std::string path = BFont::VisibleText(folder.c_str()).String();
     switch (status) {
     case B_NOT_A_DIRECTORY:
         return "The directory, " + path + ", is not valid.\nThe volume may not be mounted.";

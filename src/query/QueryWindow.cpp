@@ -6,9 +6,11 @@
 #include "settings/MsgBox.h"
 
 #include <Button.h>
+#include <Font.h>
 #include <MessageRunner.h>
 #include <Messenger.h>
 #include <Query.h>
+#include <String.h>
 #include <TabView.h>
 
 #include <ctime>
@@ -205,7 +207,8 @@ void QueryWindow::SearchEnded(const BMessage& message)
     fInvoker.Invoke(&results);
     TellUnreadable(ended->TakeUnreadable());
     for (const std::string& volume : ended->TakeSilent()) {
-        MsgBox(("The volume, " + volume + ", does not answer.").c_str(), B_INFO_ALERT);
+        const std::string name = BFont::VisibleText(volume.c_str()).String();
+        MsgBox(("The volume, " + name + ", does not answer.").c_str(), B_INFO_ALERT);
     }
 }
 
@@ -230,7 +233,7 @@ void QueryWindow::TellUnreadable(const std::string& path)
 {
     if (!path.empty()) {
         MsgBox("We Got a Bad Return from File.ReadAt", B_INFO_ALERT);
-        MsgBox(path.c_str(), B_INFO_ALERT);
+        MsgBox(BFont::VisibleText(path.c_str()).String(), B_INFO_ALERT);
     }
 }
 

@@ -92,6 +92,12 @@ public:
     /// Shortens the text so that it is at most `width` wide, an ellipsis in place of what was cut.
     /// Leaves it alone when it fits; empties it when not even the ellipsis does.
     void TruncateString(BString* text, uint32 mode, float width) const;
+    /// Extension. The text (its first `length` bytes; -1: all) as views draw and measure it, so
+    /// that different names are not drawn alike: control characters, line ends, direction marks and
+    /// what else has no shape are their numbers ("\u2039202E\u203A"); joiners stay between letters
+    /// that are joined. Bytes that are not UTF-8 are U+FFFD. For names in texts that are shown
+    /// otherwise, as in an alert.
+    static BString VisibleText(const char* string, int32 length = -1);
 
     /// Whether both are drawn alike, being set alike.
     bool operator==(const BFont& other) const = default;

@@ -1,6 +1,7 @@
 #include <Font.h>
 
 #include "FontAccess.h"
+#include "VisibleText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,7 +12,6 @@
 using kits::FaceOf;
 using kits::FontAccess;
 using kits::SystemFont;
-using kits::TextFrom;
 
 namespace {
 
@@ -27,6 +27,16 @@ BFont MakeFont(const char* family, uint16 face)
     return font;
 }
 
+/// Without an end of its own where `length` says so.
+std::string_view BytesOf(const char* string, int32 length)
+{
+    if (string == nullptr) {
+        return {};
+    }
+    return {string,
+            length < 0 ? std::strlen(string) : ::strnlen(string, static_cast<size_t>(length))};
+}
+
 const BFont gPlainFont;
 const BFont gBoldFont = MakeFont(nullptr, B_BOLD_FACE);
 const BFont gFixedFont = MakeFont("monospace", B_REGULAR_FACE);
@@ -38,11 +48,6 @@ const BFont* const be_bold_font = &gBoldFont;
 const BFont* const be_fixed_font = &gFixedFont;
 
 namespace kits {
-
-QString TextFrom(const char* string, int32 length)
-{
-    return string != nullptr ? QString::fromUtf8(string, length) : QString();
-}
 
 FontAccess::Key FontAccess::KeyOf(const BFont& font)
 {
@@ -196,8 +201,13 @@ float BFont::StringWidth(const char* string, int32 length) const
     if (string == nullptr || length == 0 || string[0] == '\0') {
         return 0;
     }
-    return static_cast<float>(
-        FontAccess::For(*this).metrics.horizontalAdvance(TextFrom(string, length)));
+    return static_cast<float>(FontAccess::For(*this).metrics.horizontalAdvance(
+        kits::VisibleText(BytesOf(string, length))));
+}
+
+BString BFont::VisibleText(const char* string, int32 length)
+{
+    return kits::VisibleText(BytesOf(string, length)).toUtf8().constData();
 }
 
 void BFont::GetStringWidths(const char* strings[], const int32 lengths[], int32 count,
@@ -211,7 +221,7 @@ void BFont::GetStringWidths(const char* strings[], const int32 lengths[], int32 
 void BFont::TruncateString(BString* text, uint32 mode, float width) const
 {
     const QFontMetricsF& metrics = FontAccess::For(*this).metrics;
-    const QString whole = TextFrom(text->String(), text->Length());
+    const QString whole = kits::VisibleText(BytesOf(text->String(), text->Length()));
     // Widths handed over as floats are rounded: half a hundredth decides nothing.
     const double room = static_cast<double>(width) + 0.005;
     if (metrics.horizontalAdvance(whole) <= room) {

@@ -49,9 +49,6 @@ private:
     static Key KeyOf(const BFont& font);
 };
 
-/// The first `length` bytes of UTF-8 text (-1: all); bytes that are not UTF-8 become U+FFFD.
-QString TextFrom(const char* string, int32 length = -1);
-
 /// What the desktop says of one face of a system font.
 struct SystemFace
 {

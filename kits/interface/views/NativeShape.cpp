@@ -7,6 +7,8 @@
 #include "app/LooperCore.h"
 #include "kernel/Mutex.h"
 
+#include <Font.h>
+#include <String.h>
 #include <View.h>
 
 #include <algorithm>
@@ -79,7 +81,7 @@ BRect WholeFrame(BRect frame)
 WindowShape ShapeOf(const WindowState& state)
 {
     WindowShape shape;
-    shape.title = state.title;
+    shape.title = BFont::VisibleText(state.title.c_str()).String();
     shape.frame = state.frame;
     shape.asks = state.asks;
     shape.look = state.look;

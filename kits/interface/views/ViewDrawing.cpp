@@ -207,12 +207,13 @@ void ViewDrawing::DrawString(const char* string, int32 length, BPoint location)
     if (string == nullptr) {
         return;
     }
+    const std::string_view text(
+        string, length < 0 ? std::strlen(string) : ::strnlen(string, static_cast<size_t>(length)));
     if (ViewPainter painter{Self()}) {
-        painter.Text(string, length, location);
+        painter.Text(text, location);
     }
     fState->SetPen(location);
-    fState->now.penText.assign(string, length < 0 ? std::strlen(string)
-                                                  : ::strnlen(string, static_cast<size_t>(length)));
+    fState->now.penText = text;
 }
 
 // Bitmaps

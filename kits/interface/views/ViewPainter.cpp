@@ -3,6 +3,7 @@
 #include "ViewState.h"
 #include "interface/graphics/FontAccess.h"
 #include "interface/graphics/PictureShrinking.h"
+#include "interface/graphics/VisibleText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -262,7 +263,7 @@ void ViewPainter::Polygon(const BPoint* points, int32 count, const pattern& p, b
 
 // Text and pictures
 
-void ViewPainter::Text(const char* string, int32 length, BPoint where)
+void ViewPainter::Text(std::string_view text, BPoint where)
 {
     if (!SetMode(false)) {
         return;
@@ -274,8 +275,7 @@ void ViewPainter::Text(const char* string, int32 length, BPoint where)
         QPen(fState->mode == B_OP_INVERT ? QColor(Qt::white) : BrushFor(fState->high).color()));
     painter.setTransform(QTransform::fromScale(Scale(), Scale()));
     const double baseLine = fY + static_cast<double>(where.y);
-    painter.drawText(QPointF(fX + static_cast<double>(where.x), baseLine),
-                     TextFrom(string, length));
+    painter.drawText(QPointF(fX + static_cast<double>(where.x), baseLine), VisibleText(text));
     painter.resetTransform();
     // Letters of other scripts may reach beyond the font's own height, and to either side.
     const double height = font.metrics.height();

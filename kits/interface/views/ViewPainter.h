@@ -9,6 +9,7 @@
 #include <QPolygonF>
 
 #include <functional>
+#include <string_view>
 
 class BView;
 
@@ -55,7 +56,7 @@ public:
     void RoundRect(const BRect& rect, float xRadius, float yRadius, const pattern& p,
                    bool isFilled);
     void Polygon(const BPoint* points, int32 count, const pattern& p, bool isFilled, bool isClosed);
-    void Text(const char* string, int32 length, BPoint where);
+    void Text(std::string_view text, BPoint where);
     /// Lets `paint` draw text: its painter has the view's high colour and the view's units.
     /// `area`, in view units too, is what it may reach.
     void Units(const QRectF& area, const std::function<void(QPainter&)>& paint);

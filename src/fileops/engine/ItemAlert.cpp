@@ -3,6 +3,8 @@
 #include "fileops/engine/ProblemList.h"
 
 #include <Errors.h>
+#include <Font.h>
+#include <String.h>
 
 namespace norvane {
 
@@ -48,7 +50,8 @@ const char* FixedTextOf(ItemAlert alert)
 std::string TextOf(ItemAlert alert, const std::string& name)
 {
     if (alert == ItemAlert::kNoSuchFolder) {
-        return "The path, " + name + ", that you are trying to upload is not valid.";
+        return std::string("The path, ") + BFont::VisibleText(name.c_str()).String() +
+               ", that you are trying to upload is not valid.";
     }
     return FixedTextOf(alert);
 }

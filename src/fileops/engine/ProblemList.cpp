@@ -1,6 +1,8 @@
 #include "fileops/engine/ProblemList.h"
 
 #include <Errors.h>
+#include <Font.h>
+#include <String.h>
 
 namespace norvane {
 
@@ -38,21 +40,14 @@ const char* ReasonForStart(status_t status)
 
 std::string ShownName(const std::string& name)
 {
-    std::string shown = name;
-    if (shown.size() > kShownNameBytes) {
-        size_t end = kShownNameBytes;
-        while (end > 0 && (static_cast<unsigned char>(shown[end]) & 0xC0) == 0x80) {
-            end--; // never in the middle of a letter
-        }
-        shown.resize(end);
-        shown += "...";
+    if (name.size() <= kShownNameBytes) {
+        return BFont::VisibleText(name.c_str()).String();
     }
-    for (char& letter : shown) {
-        if (letter == '\n') {
-            letter = ' ';
-        }
+    size_t end = kShownNameBytes;
+    while (end > 0 && (static_cast<unsigned char>(name[end]) & 0xC0) == 0x80) {
+        end--; // never in the middle of a letter
     }
-    return shown;
+    return std::string(BFont::VisibleText(name.c_str(), static_cast<int32>(end)).String()) + "...";
 }
 
 void ProblemList::Add(const std::string& name, const std::string& reason)

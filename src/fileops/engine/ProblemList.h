@@ -25,7 +25,7 @@ private:
     int64 fCount = 0;
 };
 
-/// A name as text to read: a long one is cut, a line break is a blank.
+/// A name as text to read: a long one is cut, what has no shape has a sign.
 std::string ShownName(const std::string& name);
 /// What a status code means, as the second half of "name: reason".
 const char* ReasonFor(status_t status);

@@ -63,8 +63,9 @@ TEST_F(OpeningTest, SaysWhyAFileIsNotOpened)
     Focus(0);
     Select(0, "a\nsong.mp3");
     fWindow->PostMessage(kOpen); // the alert may come before anything else is handled
-    EXPECT_EQ(AlertText("Err"), "info: Could not open a song.mp3: its program, or what that needs, "
-                                "is not installed [OK]*");
+    EXPECT_EQ(AlertText("Err"),
+              "info: Could not open a\u20390A\u203Asong.mp3: its program, or what that needs, "
+              "is not installed [OK]*");
     EXPECT_TRUE(kits::testing::AnswerAlert("OK"));
 }
 
@@ -172,7 +173,7 @@ TEST_F(OpenWithTest, AFileThatWentMeanwhileIsTold)
     std::filesystem::remove_all(fTree.Path("one"));
     Choose(window, "odd name");
     window->PostMessage(kProgramChosen);
-    EXPECT_EQ(AlertText("Err").find("info: Could not open a b.xyz: "), 0u);
+    EXPECT_EQ(AlertText("Err").find("info: Could not open a\u20390A\u203Ab.xyz: "), 0u);
     EXPECT_TRUE(kits::testing::AnswerAlert("OK"));
     EXPECT_EQ(fPrograms.Count(), 0u);
 }

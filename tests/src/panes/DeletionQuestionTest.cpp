@@ -43,8 +43,10 @@ TEST(DeletionQuestionTest, SaysWhenItIsForGood)
 
 TEST(DeletionQuestionTest, ANameIsOneLine)
 {
-    EXPECT_EQ(DeletionQuestion({"a\n\tb"}, false),
-              "Do you really want to delete the following files/folders:\n\ta \tb");
+    EXPECT_EQ(
+        DeletionQuestion({"a\n\tb"}, false),
+        "Do you really want to delete the following files/folders:\n\ta\u20390A\u203A\u203909\u203A"
+        "b");
 }
 
 } // namespace norvane

@@ -61,6 +61,8 @@ TEST_F(FolderSourceTest, TellsNobodyOfAFolderThatCannotBeOpened)
     EXPECT_EQ(file.Complaint(B_NOT_A_DIRECTORY), "The directory, " + fTree.Path("shown/file") +
                                                      ", is not valid.\nThe volume may not be "
                                                      "mounted.");
+    EXPECT_EQ(FolderSource("/a\nb").Complaint(B_IO_ERROR),
+              "The directory, /a\u20390A\u203Ab, cannot be read.");
     EXPECT_EQ(file.Complaint(B_PERMISSION_DENIED),
               "The directory, " + fTree.Path("shown/file") + ", cannot be read.");
 }

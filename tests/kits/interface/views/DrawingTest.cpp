@@ -276,6 +276,31 @@ TEST_F(DrawingTest, BrokenTextIsDrawnWithReplacements)
     Locked([&] { EXPECT_FLOAT_EQ(penX, 10 + width); });
 }
 
+TEST_F(DrawingTest, UnseenCharactersAreDrawnAsTheyAreMeasured)
+{
+    float penX = 0;
+    const Picture picture = Draw([&](BView& view) {
+        view.DrawString("a\u202Egpj.exe\n", BPoint(10, 20));
+        penX = view.PenLocation().x - view.StringWidth("a\u2039202E\u203Agpj.exe\u20390A\u203A");
+        view.DrawString("a\u2039202E\u203Agpj.exe\u20390A\u203A", BPoint(10, 40));
+        view.DrawString("ab", BPoint(10, 60));
+        view.DrawString("a\u200Bb", BPoint(10, 80));
+    });
+    const auto line = [&](int base) {
+        std::vector<rgb_color> pixels;
+        for (int y = Edge(picture, base - 15); y < Edge(picture, base + 5); y++) {
+            for (int x = 0; x < picture.width; x++) {
+                pixels.push_back(picture.At(x, y));
+            }
+        }
+        return pixels;
+    };
+
+    EXPECT_TRUE(line(20) == line(40));
+    EXPECT_FALSE(line(60) == line(80));
+    Locked([&] { EXPECT_FLOAT_EQ(penX, 10); });
+}
+
 TEST_F(DrawingTest, BitmapsLeaveWhatIsTransparent)
 {
     BBitmap bitmap(BRect(0, 0, 3, 3), B_CMAP8);

@@ -26,6 +26,18 @@ TEST_F(WindowPlaceTest, ConvertsBetweenItsAndTheScreensCoordinates)
     EXPECT_EQ(there, BPoint(1, 1));
 }
 
+TEST_F(WindowPlaceTest, ItsTitleIsShownWholeWhateverCharactersItHas)
+{
+    Show();
+    fWindow->Lock();
+    fWindow->SetTitle("log\n\u202Etxt");
+    fWindow->Unlock();
+
+    EXPECT_TRUE(
+        WaitFor([] { return !WaitForNoWindow("log\u20390A\u203A\u2039202E\u203Atxt", 0); }));
+    EXPECT_STREQ(fWindow->Title(), "log\n\u202Etxt");
+}
+
 TEST_F(WindowPlaceTest, MovesByADistanceAndToTheMiddle)
 {
     const BRect before = fWindow->Frame();

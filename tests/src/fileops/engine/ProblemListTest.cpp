@@ -35,6 +35,16 @@ TEST(ProblemListTest, CutsLongNamesBetweenLetters)
     EXPECT_NE(problems.Text().find("\n\t" + name + "...: gone"), std::string::npos);
 }
 
+TEST(ProblemListTest, ShowsWhatHasNoShape)
+{
+    ProblemList problems;
+    problems.Add("a\nb\u202Ec", "gone");
+    problems.Add(std::string(79, 'x') + "\t\n", "gone");
+    EXPECT_NE(problems.Text().find("\n\ta\u20390A\u203Ab\u2039202E\u203Ac: gone"),
+              std::string::npos);
+    EXPECT_NE(problems.Text().find("x\u203909\u203A...: gone"), std::string::npos);
+}
+
 TEST(ProblemListTest, HasATextForEveryStatus)
 {
     for (status_t status : {B_ENTRY_NOT_FOUND, B_DEVICE_FULL, B_READ_ONLY_DEVICE, B_IO_ERROR}) {
