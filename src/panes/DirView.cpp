@@ -86,6 +86,7 @@ void DirView::AttachedToWindow()
     }
     fIsFirstAttachment = false;
     fListing.Start();
+    RefreshNote();
     NotifyParent(MSG_PANE_INFO);
 }
 
@@ -138,7 +139,16 @@ void DirView::KeyDown(const char* bytes, int32 byteCount)
 void DirView::Draw(BRect updateRect)
 {
     ColumnListView::Draw(updateRect);
+    if (CountItems() <= 1) {
+        fNote.Draw(CountItems() == 0 ? 0 : ItemFrame(0).bottom + 1);
+    }
     fDragOver.Draw();
+}
+
+void DirView::ScrollTo(BPoint where)
+{
+    ColumnListView::ScrollTo(where);
+    fNote.Scrolled();
 }
 
 void DirView::MouseDown(BPoint where)
@@ -210,6 +220,7 @@ void DirView::AllRowsLeave()
 void DirView::RowsChanged()
 {
     fRename.Follow();
+    RefreshNote();
     NotifyParent(MSG_PANE_INFO);
 }
 
@@ -221,6 +232,7 @@ void DirView::NodeChanged(const BMessage& notice)
     fUpdates.NodeChanged(notice);
     if (fUpdates.IsGone() != wasGone) {
         fWhereabouts.LookOut();
+        RefreshNote();
         NotifyParent(MSG_PANE_INFO);
     } else if (fUpdates.TakeMoved()) {
         fWhereabouts.Check();
@@ -235,6 +247,7 @@ void DirView::NodeChanged(const BMessage& notice)
 
 void DirView::LookedAgain(status_t status)
 {
+    RefreshNote();
     fWhereabouts.LookOut();
     if (status == B_OK || status == B_ENTRY_NOT_FOUND) {
         fWhereabouts.Check(); // it may have moved again while it was read

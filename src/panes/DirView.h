@@ -2,6 +2,7 @@
 
 #include "clv/ColumnListView.h"
 #include "panes/DragOver.h"
+#include "panes/EmptyNote.h"
 #include "panes/FolderMeasure.h"
 #include "panes/FolderWhereabouts.h"
 #include "panes/LiveUpdates.h"
@@ -49,6 +50,8 @@ public:
     void KeyDown(const char* bytes, int32 byteCount) override;
     bool TakesDrops() const override { return true; }
     void Draw(BRect updateRect) override;
+    void ScrollTo(BPoint where) override;
+    using ColumnListView::ScrollTo;
     void MouseDown(BPoint where) override;
     void MouseMoved(BPoint where, uint32 transit, const BMessage* dragged) override;
     void MouseUp(BPoint where) override;
@@ -144,7 +147,11 @@ public:
     DirListItem* RowAt(int32 index) const { return fRows.RowAt(index); }
     void OpenFilter() override; // of the filter: PaneFilter.cpp
     bool EndFilter() override;
-    void SetFilter(const std::string& text) { fRows.SetFilter(text); }
+    void SetFilter(const std::string& text)
+    {
+        fRows.SetFilter(text);
+        RefreshNote();
+    }
     const PaneRows& Rows() const { return fRows; }
 
     // Columns and preferences (DirViewColumns.cpp)
@@ -172,7 +179,9 @@ public:
 
     void NotifyParent(uint32 code) override { fNotifier.Post(code); }
     /// The pane got MSG_PANE_INFO.
-    void InfoArrived() { fNotifier.InfoArrived(); }
+    void InfoArrived();
+    /// What the list says in place of rows; empty when there are some.
+    const std::string& NoteShown() const { return fNote.Text(); }
 
     // Live updates
     void StopNodeMonitoring() { fUpdates.Stop(); }
@@ -208,6 +217,8 @@ private:
     void CarryOutOnAll(RowCommand command, const std::vector<DirListItem*>& rows);
     void TrashRows(const std::vector<DirListItem*>& rows);
 
+    std::string NoteText() const;
+    void RefreshNote() { fNote.SetText(NoteText()); }
     void SortingChanged();
     void ShowFilterField();
     bool RefusesToView();
@@ -254,6 +265,7 @@ private:
     PaneListing fListing;
     FolderWhereabouts fWhereabouts{fUpdates, fListing};
     FolderMeasure fMeasure;
+    EmptyNote fNote{*this};
 
     std::string fNameToEdit;   // of a folder that was asked for and is not listed yet
     uint32 fCutGeneration = 0; // of the cut entries that were painted last

@@ -136,8 +136,35 @@ OpenOrder DirView::OrderForOpening() const
             BMessenger(this), fRows.Sorting()};
 }
 
+void DirView::InfoArrived()
+{
+    fNotifier.InfoArrived();
+    RefreshNote();
+}
+
+/// Why there are no rows.
+std::string DirView::NoteText() const
+{
+    const DirListItem* first = RowAt(0);
+    if (CountItems() > 1 || (first != nullptr && !first->IsParent()) || Window() == nullptr) {
+        return {};
+    }
+    if (!fListing.HasArrived()) {
+        return fListing.IsOpening() ? "Reading the folder..." : "The folder cannot be read.";
+    }
+    if (fUpdates.IsGone()) {
+        return "This folder was removed.";
+    }
+    if (fRows.IsFiltered() && !fRows.FilterText().empty()) {
+        return "No name here holds \"" + fRows.FilterText() + "\".";
+    }
+    return fRows.HasLeftOut() ? "All names here begin with a dot, and are hidden."
+                              : fListing.Source().EmptyText();
+}
+
 void DirView::Arrived(const Arrival& arrival)
 {
+    RefreshNote();
     fWhereabouts.LookOut();
     if (arrival.isElsewhere) {
         ShowFilterField();

@@ -21,6 +21,7 @@ bool DirView::EndFilter()
         return false;
     }
     fRows.EndFilter();
+    RefreshNote();
     ShowFilterField();
     return true;
 }

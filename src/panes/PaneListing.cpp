@@ -198,6 +198,7 @@ void PaneListing::Opened(RowSource& source, ListedRows rows)
         fHistory.NoteView(fOwner.View());
     }
     const std::unique_ptr<RowSource> left = std::exchange(fSource, std::move(fOpening));
+    fHasArrived = true;
     if (fWay == Way::kLook) {
         fHistory.Rename(fSource->LocalFolder());
         fRows.Become(std::move(rows));
@@ -325,6 +326,7 @@ void PaneListing::Failed(status_t status)
             MsgBox("Err", fUnreadableReason.c_str(), "OK", B_INFO_ALERT); // nobody asks any more
         }
     }
+    fNotifier.Post(MSG_PANE_INFO);
     if (failed->LocalFolder() != home) {
         fSource = std::make_unique<FolderSource>(home);
         Open(fSource->Again(), Way::kFirst);

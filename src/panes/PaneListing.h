@@ -92,6 +92,10 @@ public:
 
     /// What is shown. Lends; valid until other rows are there.
     RowSource& Source() const { return *fSource; }
+    /// Whether its rows were ever there; before that none are.
+    bool HasArrived() const { return fHasArrived; }
+    /// Whether another place, or the same anew, is being opened.
+    bool IsOpening() const { return fOpening != nullptr; }
     /// The first folder and why it could not be read; empty when it could.
     const std::string& UnreadableFolder() const { return fUnreadable; }
     const std::string& UnreadableReason() const { return fUnreadableReason; }
@@ -133,6 +137,7 @@ private:
     std::vector<BMessage> fNotices;      // for fOpening, of folders with its hits
     bool fHasToldOfWatch = false;        // that there is none
     entry_ref fLink;                     // that leads there by kInto; without a name: no link
+    bool fHasArrived = false;            // at fSource
     bool fIsOpeningNow = false;          // it may hand its rows over at once
     PlaceHistory fHistory;
     std::string fDownPath;

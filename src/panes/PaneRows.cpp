@@ -154,7 +154,7 @@ void PaneRows::Fill(ListedRows rows)
     BList added(static_cast<int32>(count) + 1);
     for (RowList* group : {&rows.folders, &rows.files}) {
         for (std::unique_ptr<DirListItem>& row : *group) {
-            if (row->IsParent() || !IsLeftOut(row->GetEntryName())) {
+            if (row->IsParent() || !LeavesOut(row->GetEntryName())) {
                 Note(row.get());
                 fFilter.Judge(row.get());
                 added.AddItem(row.release()); // ours, deleted by Clear()
@@ -178,6 +178,7 @@ void PaneRows::Clear()
         (*rows)[static_cast<std::size_t>(i)].reset(fFilter.RowAt(i));
     }
     fFilter.Clear();
+    fHasLeftOut = false;
     fNodes.reset();
     fNames.reset();
     fOrder.Clear();
@@ -195,7 +196,7 @@ void PaneRows::Insert(std::unique_ptr<DirListItem> row)
     if (DirListItem* former = FindRow(row->GetEntryName())) {
         Remove(former);
     }
-    if (IsLeftOut(row->GetEntryName())) {
+    if (LeavesOut(row->GetEntryName())) {
         return;
     }
     Note(row.get());
@@ -256,7 +257,7 @@ void PaneRows::TakeOut(int32 index)
 
 void PaneRows::Rebuild(DirListItem* row, const entry_ref& ref)
 {
-    if (IsLeftOut(ref.name)) {
+    if (LeavesOut(ref.name)) {
         Remove(row);
         return;
     }
@@ -271,7 +272,7 @@ void PaneRows::Rebuild(DirListItem* row, const entry_ref& ref)
 void PaneRows::Rebuild(DirListItem* row, const char* name, const BEntryRecord& record,
                        mode_t target)
 {
-    if (IsLeftOut(name)) {
+    if (LeavesOut(name)) {
         Remove(row);
         return;
     }
@@ -385,10 +386,12 @@ void PaneRows::SetDirSize(DirListItem* row, int64 bytes)
     fListener.RowsChanged();
 }
 
-// Of ".." it is asked by nobody.
-bool PaneRows::IsLeftOut(const char* name) const
+/// Whether a row of that name is to be left out, which is noted. Of ".." it is asked by nobody.
+bool PaneRows::LeavesOut(const char* name)
 {
-    return fLeavesOutDotNames && name != nullptr && name[0] == '.';
+    const bool isLeftOut = fLeavesOutDotNames && name != nullptr && name[0] == '.';
+    fHasLeftOut = fHasLeftOut || isLeftOut;
+    return isLeftOut;
 }
 
 void PaneRows::SetLeavesOutDotNames(bool isOn)
@@ -404,7 +407,7 @@ void PaneRows::SetLeavesOutDotNames(bool isOn)
     int32 selected = -1;
     for (int32 i = 0; i < fFilter.CountRows(); i++) {
         DirListItem* row = fFilter.RowAt(i);
-        if (row->IsParent() || !IsLeftOut(row->GetEntryName())) {
+        if (row->IsParent() || !LeavesOut(row->GetEntryName())) {
             kept.AddItem(row);
             continue;
         }

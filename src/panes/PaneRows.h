@@ -116,6 +116,8 @@ public:
     /// Ones that were left out are there again when the folder is read again. Results of queries,
     /// which are listed by their paths, stay.
     void SetLeavesOutDotNames(bool isOn);
+    /// Whether some were left out since all rows went last.
+    bool HasLeftOut() const { return fHasLeftOut; }
 
     // Many rows at once: between these two rows are found by name and by node as they are, while
     // the list is brought up to date at the end, in one pass over it.
@@ -156,7 +158,7 @@ private:
 
     /// Those of the list as it will be when the changes have ended, in no order.
     void VisitRows(const std::function<void(DirListItem*)>& visit) const;
-    bool IsLeftOut(const char* name) const;
+    bool LeavesOut(const char* name);
     void Leave(const std::vector<DirListItem*>& leaving, std::unique_ptr<RowList> left, BList& kept,
                int32 selected);
     void Note(DirListItem* row);
@@ -190,6 +192,7 @@ private:
     std::string fDateFormat;
     uint32 fMarkedChanges = 0;
     bool fLeavesOutDotNames = false;
+    bool fHasLeftOut = false;
 };
 
 } // namespace norvane

@@ -64,7 +64,7 @@ void PaneRows::Become(ListedRows fresh)
     std::unordered_set<std::string_view> names;
     for (const RowList* group : {&fresh.folders, &fresh.files}) {
         for (const std::unique_ptr<DirListItem>& row : *group) {
-            if (!IsLeftOut(row->GetEntryName())) {
+            if (!LeavesOut(row->GetEntryName())) {
                 names.insert(row->GetEntryName());
             }
         }

@@ -40,6 +40,7 @@ public:
     DropMeaning MeaningOf(const BMessage& entries, const DirListItem* onto) const override;
     PaneMode Mode() const override { return kQueryMode; }
     std::string HeaderText() const override { return fQuery; }
+    std::string EmptyText() const override { return "Nothing was found."; }
     std::string PathOf(const DirListItem& row) const override { return row.GetEntryName(); }
     const std::string& LocalFolder() const override { return fFolder; }
 

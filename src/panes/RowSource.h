@@ -174,6 +174,8 @@ public:
     virtual PaneMode Mode() const = 0;
     virtual std::string HeaderText() const = 0;
     virtual std::string FooterText(const FolderTotals& selected, const FolderTotals& all) const;
+    /// What the list says in place of rows when there are none.
+    virtual std::string EmptyText() const { return "The folder is empty."; }
     /// The whole name of a row that leads somewhere.
     virtual std::string PathOf(const DirListItem& row) const = 0;
     /// Under which name the place above lists this one; empty when it does not.

@@ -31,6 +31,7 @@ begin=$(now_ms)
 start_norvane
 took=$(($(now_ms) - begin))
 [ $took -lt 1500 ] || fail "the window came after $took ms"
+shot hanging-start
 copies o one
 key ctrl+q
 wait_for 3 program_ended || fail "the program does not end"
