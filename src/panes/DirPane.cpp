@@ -86,6 +86,10 @@ void DirPane::MessageReceived(BMessage* message)
     case kOperationDone:
         OperationEnded();
         break;
+    case kSpaceFound:
+    case kAskForSpace:
+        SpaceAnswered(*message);
+        break;
     default:
         BView::MessageReceived(message);
     }
@@ -174,8 +178,27 @@ void DirPane::RefreshTexts()
     fHeader->SetText(fList->HeaderText().c_str());
     fFooter->SetText(fList->GetFiles().c_str());
     fFooter->SetMarks(fList->Marked().Text());
+    LookForSpace();
     fHeader->Invalidate();
     fFooter->Invalidate();
+}
+
+// The volume
+
+void DirPane::LookForSpace()
+{
+    if (Window() != nullptr) {
+        fSpace.Look(fList->ShownVolume(), BMessenger(this));
+    }
+    fFooter->SetSpace(fSpace.ShortText());
+}
+
+void DirPane::SpaceAnswered(const BMessage& message)
+{
+    if (fSpace.Take(message)) {
+        fFooter->SetSpace(fSpace.ShortText());
+        fFooter->Invalidate();
+    }
 }
 
 // Servers

@@ -2,6 +2,7 @@
 
 #include "panes/FilterField.h"
 #include "panes/StripDrawing.h"
+#include "panes/VolumeSpace.h"
 
 #include <View.h>
 
@@ -98,6 +99,8 @@ private:
     void ProgressMax(const BMessage& message);
     void ShowFtpViews();
     void OperationEnded();
+    void LookForSpace();
+    void SpaceAnswered(const BMessage& message);
 
     DirView* fList = nullptr;            // a child of fScroller
     NVHeader* fHeader = nullptr;         // a child
@@ -105,6 +108,7 @@ private:
     BScrollView* fScroller = nullptr;    // a child
     FilterField* fFilter = nullptr;      // a child while the list is filtered
     std::unique_ptr<FtpViews> fFtpViews; // while the list is on a server
+    VolumeSpace fSpace;
     std::string fStartPath;
     bool fIsHeaderHidden = false;
     bool fIsFooterHidden = false;

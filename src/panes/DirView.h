@@ -102,6 +102,8 @@ public:
     /// A folder above the one shown may have another name.
     void CheckPlace() { fWhereabouts.Check(); }
     const node_ref& FolderNode() const { return fUpdates.FolderNode(); }
+    /// That of the folder which is followed; 0 when none is.
+    dev_t ShownVolume() const { return fUpdates.IsFollowing() ? FolderNode().device : 0; }
 
     // Changes of entries (DirViewEntries.cpp, DirViewNames.cpp)
     /// Asks, then deletes what is marked, else selected: into the Trash, or for good when the Trash

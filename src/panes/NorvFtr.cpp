@@ -14,9 +14,10 @@ namespace norvane {
 namespace {
 
 constexpr float kBarHeight = 22;
-constexpr float kMarksMargin = 9; // as the text's at the other end
-constexpr float kMarksGap = 18;   // between the two
-constexpr float kBarTop = -14;    // the bar's line of text is cut off by the footer's edge
+constexpr float kSideMargin = 9; // as the text's at the other end
+constexpr float kGap = 18;       // between two texts
+constexpr rgb_color kQuiet = {112, 112, 112, 255};
+constexpr float kBarTop = -14; // the bar's line of text is cut off by the footer's edge
 
 } // namespace
 
@@ -41,24 +42,32 @@ NorvFtr::~NorvFtr()
 void NorvFtr::Describe(BViewDescription* description) const
 {
     description->role = BViewDescription::Role::kStaticText;
-    description->name = fMarks.empty() ? fText : fText + "; " + fMarks;
+    description->name = fText;
+    for (const std::string& text : {fMarks, fSpace}) {
+        description->name += text.empty() ? "" : "; " + text;
+    }
 }
 
 void NorvFtr::Draw(BRect)
 {
     DrawStrip(*this, fText.c_str(), fBaseline);
-    DrawMarks();
+    const float right = DrawAtRight(fMarks, Bounds().right - kSideMargin);
+    SetHighColor(kQuiet);
+    DrawAtRight(fSpace, right);
+    SetHighColor(DirPane::kFooterText);
 }
 
-void NorvFtr::DrawMarks()
+/// Draws a text that ends there, when it has room, and returns where one before it would end.
+float NorvFtr::DrawAtRight(const std::string& text, float right)
 {
-    const float left = Bounds().right - kMarksMargin - StringWidth(fMarks.c_str());
-    if (fMarks.empty() || left < kMarksMargin + StringWidth(fText.c_str()) + kMarksGap) {
-        return;
+    const float left = std::floor(right - StringWidth(text.c_str()));
+    if (text.empty() || left < kSideMargin + StringWidth(fText.c_str()) + kGap) {
+        return right;
     }
     SetDrawingMode(B_OP_OVER);
-    DrawString(fMarks.c_str(), BPoint(std::floor(left), StripTextBottom(fBaseline)));
+    DrawString(text.c_str(), BPoint(left, StripTextBottom(fBaseline)));
     SetDrawingMode(B_OP_COPY);
+    return left - kGap;
 }
 
 void NorvFtr::MouseDown(BPoint)

@@ -26,6 +26,10 @@ public:
     /// What stands at the right end where there is room for both; the caller has it redrawn.
     void SetMarks(const std::string& text) { fMarks = text; }
     const std::string& Marks() const { return fMarks; }
+    /// What is shown more quietly besides, where there is room for it, too; the caller has it
+    /// redrawn.
+    void SetSpace(const std::string& text) { fSpace = text; }
+    const std::string& Space() const { return fSpace; }
     void ResizeTo(float width, float height);
 
     /// Attaches the bar, empty.
@@ -37,10 +41,11 @@ public:
     BStatusBar* Bar() const { return fBar; }
 
 private:
-    void DrawMarks();
+    float DrawAtRight(const std::string& text, float right);
 
     std::string fText = " ";
     std::string fMarks;
+    std::string fSpace;
     int fBaseline;
     BStatusBar* fBar; // ours while it is not attached
 };

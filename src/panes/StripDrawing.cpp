@@ -1,6 +1,7 @@
 #include "panes/StripDrawing.h"
 
 #include <Font.h>
+#include <String.h>
 #include <View.h>
 
 #include <cmath>
@@ -39,7 +40,9 @@ void DrawStrip(BView& strip, const char* text, int baseline)
     strip.StrokeLine(bounds.RightTop(), bounds.RightBottom());
     strip.SetHighColor(textColor);
     strip.SetDrawingMode(B_OP_OVER);
-    strip.DrawString(text, BPoint(kTextLeft, StripTextBottom(baseline)));
+    BString shown(text);
+    strip.TruncateString(&shown, B_TRUNCATE_MIDDLE, bounds.Width() - 2 * kTextLeft);
+    strip.DrawString(shown.String(), BPoint(kTextLeft, StripTextBottom(baseline)));
     strip.SetDrawingMode(B_OP_COPY);
 }
 

@@ -30,6 +30,8 @@ protected:
 TEST_F(PaneDescriptionTest, StripsSayTheirTexts)
 {
     Open();
+    ASSERT_TRUE(kits::testing::WaitFor(
+        [this] { return Locked([this] { return !fPane->Footer()->Space().empty(); }); }));
 
     const BViewDescription header = Described(fPane->Header());
     const BViewDescription footer = Described(fPane->Footer());
@@ -37,7 +39,8 @@ TEST_F(PaneDescriptionTest, StripsSayTheirTexts)
     EXPECT_EQ(header.role, BViewDescription::Role::kStaticText);
     EXPECT_EQ(header.name, fTree.Path("shown"));
     EXPECT_EQ(footer.role, BViewDescription::Role::kStaticText);
-    EXPECT_EQ(footer.name, Locked([this] { return fPane->Footer()->Text(); }));
+    EXPECT_EQ(footer.name,
+              Locked([this] { return fPane->Footer()->Text() + "; " + fPane->Footer()->Space(); }));
 }
 
 TEST_F(PaneDescriptionTest, ColumnHeadersAreNamed)
