@@ -80,7 +80,9 @@ public:
 
     Surface* GetSurface() const { return fSurface.get(); }
     const WindowShape& Shape() const { return fShape; }
-    bool IsPopUp() const { return fShape.kind == WindowShape::Kind::kPopUp; }
+    bool IsPopUp() const { return fShape.kind != WindowShape::Kind::kWindow; }
+    /// Whether the pointer goes through it.
+    bool IsTip() const { return fShape.kind == WindowShape::Kind::kTip; }
     AccessibleTree& Accessible() { return fAccessible; }
     const Published& GetPublished() const { return *fPublished; }
     /// Null for none.

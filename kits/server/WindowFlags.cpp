@@ -56,6 +56,10 @@ Qt::WindowFlags WindowFlagsFor(const WindowShape& shape)
     if (shape.kind == WindowShape::Kind::kPopUp) {
         return PopUpType() | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint;
     }
+    if (shape.kind == WindowShape::Kind::kTip) {
+        return Qt::ToolTip | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint |
+               Qt::WindowTransparentForInput | Qt::WindowDoesNotAcceptFocus;
+    }
     Qt::WindowFlags flags = TypeFor(shape);
     if (shape.feel == B_FLOATING_ALL_WINDOW_FEEL || shape.feel == B_MODAL_ALL_WINDOW_FEEL) {
         flags |= Qt::WindowStaysOnTopHint;

@@ -16,6 +16,7 @@ struct WindowShape
     enum class Kind : uint8 {
         kWindow,
         kPopUp, // a menu: no frame, takes no focus, transient for its opener, kept off nothing
+        kTip,   // the same for what is only read: the pointer goes through it
     };
 
     Kind kind = Kind::kWindow;

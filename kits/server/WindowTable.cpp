@@ -51,7 +51,7 @@ int32 WindowTable::WindowAt(QPoint screen) const
     for (const bool wantsPopUps : {true, false}) {
         for (auto token = fShown.rbegin(); token != fShown.rend(); ++token) {
             const NativeWindow* window = Find(*token);
-            if (window != nullptr && window->IsPopUp() == wantsPopUps &&
+            if (window != nullptr && window->IsPopUp() == wantsPopUps && !window->IsTip() &&
                 window->GetSurface()->geometry().contains(screen)) {
                 return *token;
             }

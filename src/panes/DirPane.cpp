@@ -190,13 +190,19 @@ void DirPane::LookForSpace()
     if (Window() != nullptr) {
         fSpace.Look(fList->ShownVolume(), BMessenger(this));
     }
+    ShowSpace();
+}
+
+void DirPane::ShowSpace()
+{
     fFooter->SetSpace(fSpace.ShortText());
+    fHeader->SetVolume(fSpace.LongText());
 }
 
 void DirPane::SpaceAnswered(const BMessage& message)
 {
     if (fSpace.Take(message)) {
-        fFooter->SetSpace(fSpace.ShortText());
+        ShowSpace();
         fFooter->Invalidate();
     }
 }

@@ -100,6 +100,7 @@ private:
     void ShowFtpViews();
     void OperationEnded();
     void LookForSpace();
+    void ShowSpace();
     void SpaceAnswered(const BMessage& message);
 
     DirView* fList = nullptr;            // a child of fScroller

@@ -55,6 +55,7 @@ public:
     void MouseDown(BPoint where) override;
     void MouseMoved(BPoint where, uint32 transit, const BMessage* dragged) override;
     void MouseUp(BPoint where) override;
+    bool GetToolTipAt(BPoint where, BToolTip** tip) override;
     void MakeFocus(bool isFocused = true) override;
     void SelectionChanged() override;
     status_t Invoke(BMessage* message = nullptr) override;
@@ -219,6 +220,7 @@ private:
     void CarryOutOnAll(RowCommand command, const std::vector<DirListItem*>& rows);
     void TrashRows(const std::vector<DirListItem*>& rows);
 
+    std::string TipTextAt(BPoint where);
     std::string NoteText() const;
     void RefreshNote() { fNote.SetText(NoteText()); }
     void SortingChanged();

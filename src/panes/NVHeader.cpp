@@ -3,6 +3,8 @@
 #include "panes/DirPane.h"
 #include "panes/StripDrawing.h"
 
+#include <Font.h>
+#include <String.h>
 #include <ViewDescription.h>
 
 namespace norvane {
@@ -30,6 +32,14 @@ void NVHeader::MouseDown(BPoint)
     if (auto* pane = dynamic_cast<DirPane*>(Parent())) {
         pane->SetFocus();
     }
+}
+
+bool NVHeader::GetToolTipAt(BPoint where, BToolTip** tip)
+{
+    std::string text = BFont::VisibleText(fText.c_str()).String();
+    text += fVolume.empty() ? "" : "\n" + fVolume;
+    SetToolTip(text.c_str());
+    return BView::GetToolTipAt(where, tip);
 }
 
 void NVHeader::SetSelected(bool isSelected)

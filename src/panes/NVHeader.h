@@ -16,15 +16,19 @@ public:
     void Describe(BViewDescription* description) const override;
     void Draw(BRect updateRect) override;
     void MouseDown(BPoint where) override;
+    bool GetToolTipAt(BPoint where, BToolTip** tip) override;
 
     /// The caller has it redrawn.
     void SetText(const char* text) { fText = text; }
     const std::string& Text() const { return fText; }
     void SetSelected(bool isSelected);
     bool IsSelected() const { return fIsSelected; }
+    /// What the tip says of the volume, below the whole path.
+    void SetVolume(const std::string& text) { fVolume = text; }
 
 private:
     std::string fText;
+    std::string fVolume;
     int fBaseline;
     bool fIsSelected = false;
 };

@@ -35,6 +35,8 @@ enum color_which {
     B_NAVIGATION_BASE_COLOR,
     B_SHINE_COLOR,
     B_SHADOW_COLOR,
+    B_TOOL_TIP_BACKGROUND_COLOR,
+    B_TOOL_TIP_TEXT_COLOR,
 };
 
 // Levels for tint_color()

@@ -14,6 +14,7 @@ class BMessage;
 class BRegion;
 class BScrollBar;
 class BScrollView;
+class BToolTip;
 class BWindow;
 struct BInputDescription;
 struct BViewDescription;
@@ -90,6 +91,24 @@ public:
     /// B_COPY_TARGET or B_MOVE_TARGET, whichever was agreed. Asked after each frame. An extension
     /// of the platform.
     virtual bool TakesDrops() const;
+
+    // Tips
+
+    /// Has a text shown below the pointer when that rests over the view; null or "": none. A text
+    /// that is the same already stays the same tip.
+    void SetToolTip(const char* text);
+    /// The same with a tip, to which the view holds a reference from then on; null: none.
+    void SetToolTip(BToolTip* tip);
+    /// The tip that was set, lent; null for none.
+    BToolTip* ToolTip() const { return fToolTip; }
+    /// Says which tip is shown at a place of the view, as long as the view lends it; false for
+    /// none. Here it is the one that was set. Asked when the pointer rests, and when it moves while
+    /// the tip is shown: another tip than before is another thing that it speaks of.
+    virtual bool GetToolTipAt(BPoint point, BToolTip** tip);
+    /// Shows a tip now, at the pointer; null: the one that was set.
+    void ShowToolTip(BToolTip* tip = nullptr);
+    /// Takes the view's tip away.
+    void HideToolTip();
 
     // The tree
 
@@ -258,6 +277,7 @@ private:
     BView* fParent = nullptr;
     std::vector<BView*> fChildren; // owned
     kits::ViewHost* fHost = nullptr;
+    BToolTip* fToolTip = nullptr;                   // a reference of ours
     kits::ScrollFollower* fHorizontalBar = nullptr; // borrowed; follows this view as its target
     kits::ScrollFollower* fVerticalBar = nullptr;
 };

@@ -39,6 +39,9 @@ rgb_color ui_color(color_which which)
         return {96, 96, 96, 255};
     case B_SHADOW_COLOR:
         return {152, 152, 152, 255};
+    case B_TOOL_TIP_BACKGROUND_COLOR:
+        return {255, 255, 225, 255};
+    case B_TOOL_TIP_TEXT_COLOR:
     case B_MENU_ITEM_TEXT_COLOR:
     case B_MENU_SELECTED_ITEM_TEXT_COLOR:
     case B_PANEL_TEXT_COLOR:

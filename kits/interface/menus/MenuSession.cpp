@@ -1,6 +1,6 @@
 #include "MenuSession.h"
 
-#include "PopUpHost.h"
+#include "interface/views/PopUpHost.h"
 #include "interface/views/WindowAccess.h"
 #include "interface/views/WindowState.h"
 

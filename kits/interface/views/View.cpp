@@ -11,6 +11,7 @@
 
 #include <AppDefs.h>
 #include <Message.h>
+#include <ToolTip.h>
 
 #include <algorithm>
 #include <cmath>
@@ -45,6 +46,9 @@ BView::~BView()
         BView* child = fChildren.back();
         RemoveChild(child);
         delete child;
+    }
+    if (fToolTip != nullptr) {
+        fToolTip->ReleaseReference();
     }
 }
 

@@ -189,6 +189,9 @@ void ViewLeft(BWindow& window, const BView& view)
     std::replace(state.delivering.begin(), state.delivering.end(), const_cast<BView*>(&view),
                  static_cast<BView*>(nullptr));
     Forget(state.listening, &view);
+    if (state.tips != nullptr) {
+        state.tips->ViewGone(&view);
+    }
     if (state.defaultButton == &view) {
         state.defaultButton = nullptr;
     }

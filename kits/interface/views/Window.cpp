@@ -74,6 +74,7 @@ BWindow::BWindow(BRect frame, const char* title, window_look look, window_feel f
         fState->opener = kits::TokenOfThisThread();
     }
     fState->host = std::make_unique<kits::ViewHost>(this, kits::ShapeOf(*fState));
+    fState->tips = std::make_unique<kits::ToolTips>(*this);
     kits::RememberToken(this, fState->host->Link().Token());
     kits::LooperRegistry::FindLooper(this)->MarkAsWindow(this);
 }
@@ -85,6 +86,7 @@ BWindow::~BWindow()
     }
     kits::ForgetToken(this);
     fState->interceptor = nullptr;
+    fState->tips.reset();
     fState->host.reset(); // the views, then the native window
 }
 

@@ -199,6 +199,9 @@ BHandler* BWindow::TargetOf(BMessage* message, BHandler* target)
 void BWindow::DispatchMessage(BMessage* message, BHandler* target)
 {
     bool active = false;
+    if (fState->tips->Saw(*message)) {
+        return;
+    }
     switch (message->what) {
     case B_KEY_DOWN:
         kits::KeyDown(*this, *fState, message, *target);

@@ -72,6 +72,7 @@ void BWindow::Hide()
         if (fState->interceptor != nullptr) {
             fState->interceptor->Cancel();
         }
+        fState->tips->Cancel();
         kits::HideNative(*fState);
     }
 }
@@ -298,7 +299,11 @@ void WindowAccess::SetMouseCapture(BWindow* window, bool on)
 
 void SetInterceptor(BWindow* window, InputInterceptor* interceptor)
 {
-    WindowAccess::State(*window).interceptor = interceptor;
+    WindowState& state = WindowAccess::State(*window);
+    state.interceptor = interceptor;
+    if (interceptor != nullptr && state.tips != nullptr) {
+        state.tips->Cancel();
+    }
 }
 
 namespace {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KeyMenus.h"
+#include "ToolTips.h"
 #include "ViewHost.h"
 
 #include <Message.h>
@@ -55,7 +56,8 @@ struct WindowState
     int32 opener = 0;                            // its token
 
     std::unique_ptr<ViewHost> host;
-    std::vector<ViewHost*> popUps; // borrowed; open menus
+    std::vector<ViewHost*> popUps;  // borrowed; open menus, a tip
+    std::unique_ptr<ToolTips> tips; // goes before the host
 
     BView* focus = nullptr;
     BView* defaultButton = nullptr; // a BButton

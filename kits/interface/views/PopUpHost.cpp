@@ -1,7 +1,7 @@
 #include "PopUpHost.h"
 
-#include "interface/views/WindowAccess.h"
-#include "interface/views/WindowState.h"
+#include "WindowAccess.h"
+#include "WindowState.h"
 
 #include <algorithm>
 
@@ -11,10 +11,10 @@ namespace kits {
 
 namespace {
 
-WindowShape PopUpShape(BRect frame)
+WindowShape PopUpShape(BRect frame, WindowShape::Kind kind)
 {
     WindowShape shape;
-    shape.kind = WindowShape::Kind::kPopUp;
+    shape.kind = kind;
     shape.frame = frame;
     shape.look = B_NO_BORDER_WINDOW_LOOK;
     return shape;
@@ -22,8 +22,8 @@ WindowShape PopUpShape(BRect frame)
 
 } // namespace
 
-PopUpHost::PopUpHost(BWindow* owner, BView* content, BRect screenFrame)
-    : fOwner(owner), fContent(content), fHost(owner, PopUpShape(screenFrame))
+PopUpHost::PopUpHost(BWindow* owner, BView* content, BRect screenFrame, WindowShape::Kind kind)
+    : fOwner(owner), fContent(content), fKind(kind), fHost(owner, PopUpShape(screenFrame, kind))
 {
     fHost.Root()->AddChild(content);
 }
@@ -64,7 +64,7 @@ void PopUpHost::Hide()
 void PopUpHost::MoveTo(BPoint where)
 {
     fHost.SetFrame(fHost.Frame().OffsetToCopy(where));
-    fHost.Link().SetShape(PopUpShape(fHost.Frame()));
+    fHost.Link().SetShape(PopUpShape(fHost.Frame(), fKind));
 }
 
 } // namespace kits
