@@ -58,7 +58,7 @@ QWindow* NativeOf(const BWindow* window)
 QWindow* NativeAt(const BWindow* window, BPoint screen)
 {
     const auto contains = [screen](const NativeWindow& native) {
-        return native.GetSurface()->geometry().contains(PointOf(screen));
+        return !native.IsTip() && native.GetSurface()->geometry().contains(PointOf(screen));
     };
     QWindow* menu = FindNative(
         window, [&](const NativeWindow& native) { return native.IsPopUp() && contains(native); });
