@@ -31,6 +31,7 @@ constexpr int32 kPermissionColumn = 4;
 
 constexpr const char* kFolderText = "[Directory]";
 constexpr const char* kLinkText = "[Link]";
+constexpr const char* kMeasuringText = "...";
 
 } // namespace
 
@@ -41,6 +42,7 @@ struct DirListItem::Texts
     std::string date;
     std::string permissions;
     int64 occupied = -1;                     // by a folder that was measured
+    bool isMeasuring = false;                // that is being found out
     bool isMade = false;                     // size, date and permissions
     SizeUnits units = SizeUnits::kKilobytes; // that the size is written in
 };
@@ -224,7 +226,17 @@ void DirListItem::SetDirSize(int64 bytes)
 {
     Texts& texts = MadeTexts();
     texts.occupied = bytes;
+    texts.isMeasuring = false;
     texts.size = SizeColumnText();
+}
+
+void DirListItem::SetMeasuring(bool isOn)
+{
+    if (isOn || fTexts != nullptr) {
+        Texts& texts = MadeTexts();
+        texts.isMeasuring = isOn;
+        texts.size = SizeColumnText();
+    }
 }
 
 int64 DirListItem::SizeShown() const
@@ -295,6 +307,9 @@ DirListItem::Texts& DirListItem::MadeTexts() const
 
 std::string DirListItem::SizeColumnText() const
 {
+    if (fTexts->isMeasuring) {
+        return kMeasuringText;
+    }
     if (fTexts->occupied >= 0) {
         return OccupiedText(fTexts->occupied);
     }

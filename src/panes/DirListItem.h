@@ -60,6 +60,8 @@ public:
     void SetName(const char* name);
     /// Shows what a folder occupies.
     void SetDirSize(int64 bytes);
+    /// Shows that this is being found out, until it is.
+    void SetMeasuring(bool isOn);
     /// Whether that is known.
     bool IsMeasured() const;
 

@@ -245,6 +245,7 @@ private:
     void Renamed(const BMessage& answer);
     void RenameEnded(bool isCommitted);
     void FolderMeasured(const BMessage& message);
+    void EndMeasuring();
     void LinkAnswered(const BMessage& message);
     void IconFound(const BMessage& message);
     void StartDrag(int32 index);
@@ -269,6 +270,7 @@ private:
     PaneListing fListing;
     FolderWhereabouts fWhereabouts{fUpdates, fListing};
     FolderMeasure fMeasure;
+    node_ref fMeasured; // the folder that is being measured; none: 0
     EmptyNote fNote{*this};
 
     std::string fNameToEdit;   // of a folder that was asked for and is not listed yet

@@ -121,13 +121,31 @@ std::string DirView::GetFiles() const
 
 int64 DirView::GetSize()
 {
-    const DirListItem* row = RowAt(CurrentSelection());
+    DirListItem* row = RowAt(CurrentSelection());
     const bool isOne = row != nullptr && CurrentSelection(1) < 0;
     if (isOne && row->IsFolder() && Window() != nullptr) {
+        EndMeasuring(); // of the one before
         // Without a thread the row goes on saying that it is a folder.
-        fMeasure.Start(*row->GetRef(), row->NodeRef(), BMessenger(this));
+        if (fMeasure.Start(*row->GetRef(), row->NodeRef(), BMessenger(this)) == B_OK) {
+            fMeasured = row->NodeRef();
+            row->SetMeasuring(true);
+            fRows.Redraw(row);
+        }
     }
     return 0;
+}
+
+/// Under whatever name the folder has by now.
+void DirView::EndMeasuring()
+{
+    const node_ref measured = std::exchange(fMeasured, {});
+    if (measured.node == 0) {
+        return;
+    }
+    for (DirListItem* row : fRows.FindAll(measured)) {
+        row->SetMeasuring(false);
+        fRows.Redraw(row);
+    }
 }
 
 void DirView::FolderMeasured(const BMessage& message)
@@ -141,6 +159,9 @@ void DirView::FolderMeasured(const BMessage& message)
         return;
     }
     const node_ref measured(static_cast<dev_t>(device), static_cast<ino_t>(node));
+    if (measured == fMeasured) {
+        EndMeasuring();
+    }
     for (DirListItem* row : fRows.FindAll(measured)) {
         if (std::strcmp(row->LeafName(), name) == 0) {
             fRows.SetDirSize(row, bytes);

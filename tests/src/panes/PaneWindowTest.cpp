@@ -324,6 +324,42 @@ TEST_F(PaneWindowTest, ALinkInItsFoldersPlaceIsAnotherFolder)
     EXPECT_EQ(Names(), ".. a ");
 }
 
+TEST_F(PaneWindowTest, AFolderThatIsMeasuredHasASignUntilThen)
+{
+    fTree.MakeFolder("shown/a");
+    fTree.Write("shown/b/inside", std::string(3000, 'x'));
+    Open();
+    Locked([this] {
+        fList->Select(1);
+        fList->GetSize();
+        EXPECT_STREQ(fList->RowAt(1)->Text(2), "..."); // the answer waits for the window
+        fList->Select(2);
+        fList->GetSize(); // one at a time
+        EXPECT_STREQ(fList->RowAt(1)->Text(2), "[Directory]");
+        EXPECT_STREQ(fList->RowAt(2)->Text(2), "...");
+        return 0;
+    });
+    EXPECT_TRUE(Becomes([this] { return Text("b", 2); }, "2 K"));
+}
+
+TEST_F(PaneWindowTest, ARenamedFolderLosesTheSignToo)
+{
+    fTree.MakeFolder("shown/a");
+    Open();
+    Locked([this] {
+        fList->Select(1);
+        fList->GetSize();
+        EXPECT_STREQ(fList->RowAt(1)->Text(2), "...");
+        // Its row has the new name when the answer comes.
+        std::rename(fTree.Path("shown/a").c_str(), fTree.Path("shown/c").c_str());
+        const entry_ref before = *fList->RowAt(1)->GetRef();
+        entry_ref after(before.device, before.directory, "c");
+        fList->UpdateEntry(&after, &before);
+        return 0;
+    });
+    EXPECT_TRUE(Becomes([this] { return Text("c", 2); }, "[Directory]"));
+}
+
 TEST_F(PaneWindowTest, MeasuresAFolder)
 {
     fTree.Write("shown/folder/a", std::string(3000, 'x'));
