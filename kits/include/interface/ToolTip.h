@@ -17,6 +17,7 @@ class BView;
 class BToolTip : public BReferenceable
 {
 public:
+    /// Made with one reference, the caller's.
     BToolTip();
     ~BToolTip() override;
 

@@ -10,6 +10,7 @@
 class BReferenceable
 {
 public:
+    /// Holds one reference, its maker's.
     BReferenceable();
     virtual ~BReferenceable();
     BReferenceable(const BReferenceable&) = delete;
@@ -37,6 +38,7 @@ template<typename Type>
 class BReference
 {
 public:
+    /// Holds none.
     BReference() = default;
     /// Takes a reference of its own, or takes over the caller's.
     explicit BReference(Type* object, bool alreadyHasReference = false)
@@ -76,6 +78,7 @@ public:
     }
     /// The object, lent; null for none.
     Type* Get() const { return fObject; }
+    /// Whether it holds one.
     bool IsSet() const { return fObject != nullptr; }
     Type* operator->() const { return fObject; }
     Type& operator*() const { return *fObject; }

@@ -1,5 +1,7 @@
 #include "VisibleText.h"
 
+#include <QList>
+
 #include <algorithm>
 #include <array>
 #include <cstdint>

@@ -47,6 +47,15 @@ BRect Place(BRect size, BPoint pointer, BPoint from, BRect screen)
 
 } // namespace
 
+ToolTips& ToolTips::Of(BWindow& window)
+{
+    std::shared_ptr<ToolTips>& tips = WindowAccess::State(window).tips;
+    if (tips == nullptr) {
+        tips = std::make_shared<ToolTips>(window);
+    }
+    return *tips;
+}
+
 bool ToolTips::Saw(const BMessage& message)
 {
     switch (message.what) {

@@ -31,6 +31,9 @@ public:
     ToolTips(const ToolTips&) = delete;
     ToolTips& operator=(const ToolTips&) = delete;
 
+    /// Lends those of a window.
+    static ToolTips& Of(BWindow& window);
+
     /// Looks at a message before the window's views get it; true when it is done with.
     bool Saw(const BMessage& message);
     /// Takes a tip away, and shows none before the pointer moves.

@@ -11,7 +11,6 @@
 
 #include <AppDefs.h>
 #include <Message.h>
-#include <ToolTip.h>
 
 #include <algorithm>
 #include <cmath>
@@ -47,9 +46,7 @@ BView::~BView()
         RemoveChild(child);
         delete child;
     }
-    if (fToolTip != nullptr) {
-        fToolTip->ReleaseReference();
-    }
+    SetToolTip(static_cast<BToolTip*>(nullptr));
 }
 
 void BView::CheckLock() const

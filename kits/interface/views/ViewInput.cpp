@@ -1,5 +1,6 @@
 #include <View.h>
 
+#include "ToolTips.h"
 #include "ViewAccess.h"
 #include "ViewState.h"
 #include "WindowAccess.h"

@@ -2,8 +2,6 @@
 
 #include "ToolTips.h"
 #include "ViewHost.h"
-#include "WindowAccess.h"
-#include "WindowState.h"
 
 #include <ToolTip.h>
 
@@ -48,8 +46,7 @@ void BView::ShowToolTip(BToolTip* tip)
 {
     CheckLock();
     if (fHost != nullptr) {
-        kits::WindowAccess::State(*fHost->Owner())
-            .tips->Show(*this, tip != nullptr ? tip : fToolTip);
+        kits::ToolTips::Of(*fHost->Owner()).Show(*this, tip != nullptr ? tip : fToolTip);
     }
 }
 
@@ -57,6 +54,6 @@ void BView::HideToolTip()
 {
     CheckLock();
     if (fHost != nullptr) {
-        kits::WindowAccess::State(*fHost->Owner()).tips->Hide(*this);
+        kits::ToolTips::Of(*fHost->Owner()).Hide(*this);
     }
 }

@@ -74,7 +74,6 @@ BWindow::BWindow(BRect frame, const char* title, window_look look, window_feel f
         fState->opener = kits::TokenOfThisThread();
     }
     fState->host = std::make_unique<kits::ViewHost>(this, kits::ShapeOf(*fState));
-    fState->tips = std::make_unique<kits::ToolTips>(*this);
     kits::RememberToken(this, fState->host->Link().Token());
     kits::LooperRegistry::FindLooper(this)->MarkAsWindow(this);
 }

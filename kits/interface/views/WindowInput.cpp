@@ -1,6 +1,7 @@
 #include <Window.h>
 
 #include "NativeShape.h"
+#include "ToolTips.h"
 #include "ViewAccess.h"
 #include "WindowAccess.h"
 #include "WindowKeys.h"
@@ -199,7 +200,7 @@ BHandler* BWindow::TargetOf(BMessage* message, BHandler* target)
 void BWindow::DispatchMessage(BMessage* message, BHandler* target)
 {
     bool active = false;
-    if (fState->tips->Saw(*message)) {
+    if (kits::ToolTips::Of(*this).Saw(*message)) {
         return;
     }
     switch (message->what) {

@@ -1,6 +1,7 @@
 #include <Window.h>
 
 #include "NativeShape.h"
+#include "ToolTips.h"
 #include "WindowAccess.h"
 #include "WindowState.h"
 
@@ -72,7 +73,9 @@ void BWindow::Hide()
         if (fState->interceptor != nullptr) {
             fState->interceptor->Cancel();
         }
-        fState->tips->Cancel();
+        if (fState->tips != nullptr) {
+            fState->tips->Cancel();
+        }
         kits::HideNative(*fState);
     }
 }

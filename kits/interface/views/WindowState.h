@@ -1,7 +1,6 @@
 #pragma once
 
 #include "KeyMenus.h"
-#include "ToolTips.h"
 #include "ViewHost.h"
 
 #include <Message.h>
@@ -15,6 +14,8 @@
 #include <vector>
 
 namespace kits {
+
+class ToolTips;
 
 struct WindowShortcut
 {
@@ -57,7 +58,7 @@ struct WindowState
 
     std::unique_ptr<ViewHost> host;
     std::vector<ViewHost*> popUps;  // borrowed; open menus, a tip
-    std::unique_ptr<ToolTips> tips; // goes before the host
+    std::shared_ptr<ToolTips> tips; // null before the first message; goes before the host
 
     BView* focus = nullptr;
     BView* defaultButton = nullptr; // a BButton

@@ -52,8 +52,8 @@ protected:
     {
         std::string text;
         Locked([&] {
-            const auto* tip = dynamic_cast<const BTextToolTip*>(
-                kits::WindowAccess::State(*fWindow).tips->Shown());
+            const auto* tip =
+                dynamic_cast<const BTextToolTip*>(kits::ToolTips::Of(*fWindow).Shown());
             text = tip != nullptr ? tip->Text() : "";
         });
         return text;
