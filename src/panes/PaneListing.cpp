@@ -290,7 +290,7 @@ void PaneListing::NotOpened(RowSource& source, status_t status)
 
 void PaneListing::Failed(status_t status)
 {
-    const std::unique_ptr<RowSource> failed = std::move(fOpening);
+    const std::unique_ptr<RowSource> failed = std::exchange(fOpening, nullptr);
     fUpdates.Release(failed->Folder());
     fUpdates.KeepNotices(false);
     if (fWay == Way::kLook) {

@@ -48,7 +48,9 @@ public:
     BReference(const BReference& other) { SetTo(other.fObject); }
     BReference& operator=(const BReference& other)
     {
-        SetTo(other.fObject);
+        if (this != &other) {
+            SetTo(other.fObject);
+        }
         return *this;
     }
     ~BReference() { Unset(); }
