@@ -130,8 +130,11 @@ rests
 
 # A question, answered by Return.
 printf 'changed\n' >"$base/left/one"
-key ctrl+1 Home o F5
-expect "no question" looks_new "$(look root)" root
+key ctrl+1 Home o
+rests
+before=$(look root)
+key F5
+expect "no question" looks_new "$before" root
 hold 1200
 shot wayland-question
 key Return
